@@ -1,0 +1,113 @@
+// offset_array.h - vectors and matrices with the index ranges of the formulas.
+//
+// Almost every vector of the method counts from 1 (layers, points, observations), some from 0. OffsetVector and
+// OffsetMatrix own their storage, release it by themselves and know their range; in the sanitizer build each
+// access is checked against it. This is the one file that shifts a pointer.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace sondera {
+
+/// Ends the process when an index leaves its range (checked builds only): a wrong index is a mistake of ours.
+[[noreturn]] inline void OffsetIndexFault(int i, int lo, int hi) {
+  std::fprintf(stderr, "index %d outside %d..%d\n", i, lo, hi);
+  std::abort();
+}
+
+#ifdef SONDERA_CHECK_BOUNDS
+inline void CheckOffsetIndex(int i, int lo, int hi) {
+  if (i < lo || i > hi) OffsetIndexFault(i, lo, hi);
+}
+#else
+inline void CheckOffsetIndex(int, int, int) {}
+#endif
+
+/// Vector valid for indices lo..hi, all zero when made. A range with hi < lo is empty.
+template <class T>
+class OffsetVector {
+ public:
+  OffsetVector() = default;
+  OffsetVector(int lo, int hi) : lo_(lo), data_(hi >= lo ? static_cast<std::size_t>(hi) - lo + 1 : 0) {}
+
+  T& operator[](int i) {
+    CheckOffsetIndex(i, lo_, hi());
+    return data_[static_cast<std::size_t>(i - lo_)];
+  }
+  const T& operator[](int i) const {
+    CheckOffsetIndex(i, lo_, hi());
+    return data_[static_cast<std::size_t>(i - lo_)];
+  }
+
+  int lo() const { return lo_; }
+  int hi() const { return lo_ + static_cast<int>(data_.size()) - 1; }
+  int size() const { return static_cast<int>(data_.size()); }
+  bool empty() const { return data_.empty(); }
+
+  /// Pointer p for the kernels, p[lo] .. p[hi] being the elements. Null for an empty vector.
+  T* shifted() { return data_.empty() ? nullptr : data_.data() - lo_; }
+  const T* shifted() const { return data_.empty() ? nullptr : data_.data() - lo_; }
+
+  /// First element, for block reads and writes.
+  T* data() { return data_.data(); }
+  const T* data() const { return data_.data(); }
+  typename std::vector<T>::iterator begin() { return data_.begin(); }
+  typename std::vector<T>::iterator end() { return data_.end(); }
+  typename std::vector<T>::const_iterator begin() const { return data_.begin(); }
+  typename std::vector<T>::const_iterator end() const { return data_.end(); }
+
+ private:
+  int lo_ = 1;
+  std::vector<T> data_;
+};
+
+/// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, rows one after the other,
+/// all zero when made.
+template <class T>
+class OffsetMatrix {
+ public:
+  OffsetMatrix() = default;
+  OffsetMatrix(int rowLo, int rowHi, int colLo, int colHi)
+      : rowLo_(rowLo), rowHi_(rowHi), colLo_(colLo), colHi_(colHi),
+        data_(rowHi >= rowLo && colHi >= colLo
+                  ? (static_cast<std::size_t>(rowHi) - rowLo + 1) * (static_cast<std::size_t>(colHi) - colLo + 1)
+                  : 0) {}
+
+  T& operator()(int i, int j) { return data_[at(i, j)]; }
+  const T& operator()(int i, int j) const { return data_[at(i, j)]; }
+
+  int rowLo() const { return rowLo_; }
+  int rowHi() const { return rowHi_; }
+  int colLo() const { return colLo_; }
+  int colHi() const { return colHi_; }
+  bool empty() const { return data_.empty(); }
+  T* data() { return data_.data(); }
+  const T* data() const { return data_.data(); }
+  void fill(const T& value) { data_.assign(data_.size(), value); }
+
+ private:
+  std::size_t at(int i, int j) const {
+    CheckOffsetIndex(i, rowLo_, rowHi_);
+    CheckOffsetIndex(j, colLo_, colHi_);
+    return static_cast<std::size_t>(i - rowLo_) * static_cast<std::size_t>(colHi_ - colLo_ + 1) +
+           static_cast<std::size_t>(j - colLo_);
+  }
+  int rowLo_ = 1, rowHi_ = 0, colLo_ = 1, colHi_ = 0;
+  std::vector<T> data_;
+};
+
+/// View of a matrix stored by columns in a vector that counts from 1: element (i, j), both from 1, is
+/// data[(j - 1) * ld + i]. Owns nothing.
+struct FlatMatrix {
+  double* data;  ///< shifted pointer: data[1] is element (1, 1)
+  int ld;        ///< leading dimension, at least the number of rows
+
+  double& operator()(int i, int j) const {
+    return data[static_cast<std::ptrdiff_t>(j - 1) * ld + i];
+  }
+};
+
+}  // namespace sondera
