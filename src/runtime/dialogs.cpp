@@ -1,0 +1,47 @@
+// dialogs.cpp - hands each box to the installed front end. Owns that front end and the message count.
+#include "runtime/dialogs.h"
+
+#include <utility>
+
+namespace sondera {
+namespace {
+
+struct DialogState {
+  FrontEnd frontEnd;
+  int messages = 0;
+  std::string lastMessage;
+};
+DialogState state;
+
+}  // namespace
+
+FrontEnd InstallFrontEnd(FrontEnd next) { return std::exchange(state.frontEnd, std::move(next)); }
+
+const FrontEnd& CurrentFrontEnd() { return state.frontEnd; }
+
+void MessagePopup(std::string_view title, std::string_view text) {
+  ++state.messages;
+  state.lastMessage = text;
+  if (state.frontEnd.message) state.frontEnd.message(title, text);
+}
+
+bool ConfirmPopup(std::string_view title, std::string_view text) {
+  return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
+}
+
+std::optional<std::string> PromptPopup(std::string_view title, std::string_view text, int maxLength) {
+  if (!state.frontEnd.prompt) return std::nullopt;
+  auto answer = state.frontEnd.prompt(title, text, maxLength);
+  if (answer && maxLength >= 0 && answer->size() > static_cast<std::size_t>(maxLength))
+    answer->resize(static_cast<std::size_t>(maxLength));
+  return answer;
+}
+
+FileChoice FileSelectPopup(const FileRequest& request) {
+  return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
+}
+
+int MessageCount() { return state.messages; }
+const std::string& LastMessage() { return state.lastMessage; }
+
+}  // namespace sondera
