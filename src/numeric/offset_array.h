@@ -1,8 +1,8 @@
 // offset_array.h - vectors and matrices with the index ranges of the formulas.
 //
-// Almost every vector of the method counts from 1 (layers, points, observations), some from 0. OffsetVector and
-// OffsetMatrix own their storage, release it by themselves and know their range; in the sanitizer build each
-// access is checked against it. This is the one file that shifts a pointer.
+// Almost every vector of the method counts from 1 (layers, points, observations), some from 0. OffsetVector
+// and OffsetMatrix own their storage, release it by themselves and know their range; in the sanitizer build
+// each access is checked against it. This is the one file that shifts a pointer.
 #pragma once
 
 #include <cstddef>
@@ -64,17 +64,20 @@ class OffsetVector {
   std::vector<T> data_;
 };
 
-/// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, rows one after the other,
-/// all zero when made.
+/// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, rows one after the
+/// other, all zero when made.
 template <class T>
 class OffsetMatrix {
  public:
   OffsetMatrix() = default;
   OffsetMatrix(int rowLo, int rowHi, int colLo, int colHi)
-      : rowLo_(rowLo), rowHi_(rowHi), colLo_(colLo), colHi_(colHi),
-        data_(rowHi >= rowLo && colHi >= colLo
-                  ? (static_cast<std::size_t>(rowHi) - rowLo + 1) * (static_cast<std::size_t>(colHi) - colLo + 1)
-                  : 0) {}
+      : rowLo_(rowLo),
+        rowHi_(rowHi),
+        colLo_(colLo),
+        colHi_(colHi),
+        data_(rowHi >= rowLo && colHi >= colLo ? (static_cast<std::size_t>(rowHi) - rowLo + 1) *
+                                                     (static_cast<std::size_t>(colHi) - colLo + 1)
+                                               : 0) {}
 
   T& operator()(int i, int j) { return data_[at(i, j)]; }
   const T& operator()(int i, int j) const { return data_[at(i, j)]; }
@@ -101,13 +104,18 @@ class OffsetMatrix {
 
 /// View of a matrix stored by columns in a vector that counts from 1: element (i, j), both from 1, is
 /// data[(j - 1) * ld + i]. Owns nothing.
-struct FlatMatrix {
-  double* data;  ///< shifted pointer: data[1] is element (1, 1)
-  int ld;        ///< leading dimension, at least the number of rows
+template <class T>
+struct BasicFlatMatrix {
+  T* data;  ///< shifted pointer: data[1] is element (1, 1)
+  int ld;   ///< leading dimension, at least the number of rows
 
-  double& operator()(int i, int j) const {
-    return data[static_cast<std::ptrdiff_t>(j - 1) * ld + i];
-  }
+  T& operator()(int i, int j) const { return data[static_cast<std::ptrdiff_t>(j - 1) * ld + i]; }
+
+  /// Pointer c with c[i] = element (i, j), for loops that run down a column.
+  T* column(int j) const { return data + static_cast<std::ptrdiff_t>(j - 1) * ld; }
 };
+
+using FlatMatrix = BasicFlatMatrix<double>;
+using ConstFlatMatrix = BasicFlatMatrix<const double>;
 
 }  // namespace sondera

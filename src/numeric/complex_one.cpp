@@ -1,0 +1,38 @@
+// complex_one.cpp - the parts of the pointer family of complex arithmetic that are not hot.
+#include "numeric/complex_one.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace sondera {
+
+void EndOnZeroDivisor() {
+  std::fputs("complex division by zero\n", stdout);
+  std::exit(EXIT_FAILURE);
+}
+
+namespace {
+
+dcomplex Product(dcomplex a, dcomplex b) {
+  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
+}
+
+}  // namespace
+
+void powZI(dcomplex* r, const dcomplex* a, const int* n) {
+  dcomplex power = {1.0, 0.0};
+  dcomplex square = *a;  // a, a^2, a^4, ...
+  unsigned rest = static_cast<unsigned>(*n);
+  if (*n < 0) {
+    rest = 0u - rest;  // unsigned, since the most negative int has no counterpart
+    Zdiv(&square, &power, a);
+  }
+  while (rest != 0) {
+    if ((rest & 1u) != 0) power = Product(power, square);
+    rest >>= 1;
+    if (rest != 0) square = Product(square, square);
+  }
+  *r = power;
+}
+
+}  // namespace sondera

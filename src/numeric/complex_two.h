@@ -1,0 +1,75 @@
+// complex_two.h - complex arithmetic by value, as the point-load solver and its kernel functions use it.
+//
+// Nothing here tests for zero or ends anything: infinities and not-a-numbers run on. The other family,
+// through pointers, is numeric/complex_one.h.
+#pragma once
+
+#include <cmath>
+
+#include "numeric/complex_one.h"
+#include "numeric/dcomplex.h"
+
+namespace sondera {
+
+inline dcomplex Complex(double re, double im) {
+  return {re, im};
+}
+inline double Creal(dcomplex c) {
+  return c.re;
+}
+inline double Cimag(dcomplex c) {
+  return c.im;
+}
+inline dcomplex Conjg(dcomplex c) {
+  return {c.re, -c.im};
+}
+
+inline dcomplex Cadd(dcomplex a, dcomplex b) {
+  return {a.re + b.re, a.im + b.im};
+}
+inline dcomplex Csub(dcomplex a, dcomplex b) {
+  return {a.re - b.re, a.im - b.im};
+}
+inline dcomplex Cmul(dcomplex a, dcomplex b) {
+  return {a.re * b.re - a.im * b.im, a.im * b.re + a.re * b.im};
+}
+
+/// Real x times complex a.
+inline dcomplex RCmul(double x, dcomplex a) {
+  return {x * a.re, x * a.im};
+}
+
+/// a / b, by Smith's division. Kept: no test for zero; a zero divisor gives infinities or not-a-numbers.
+inline dcomplex Cdiv(dcomplex a, dcomplex b) {
+  if (std::fabs(b.re) < std::fabs(b.im)) {
+    const double r = b.re / b.im;
+    const double den = b.im + r * b.re;
+    return {(a.re * r + a.im) / den, (a.im * r - a.re) / den};
+  }
+  const double r = b.im / b.re;
+  const double den = b.re + r * b.im;
+  return {(a.re + r * a.im) / den, (a.im - r * a.re) / den};
+}
+
+/// Modulus, scaled by the larger part so that it neither overflows nor underflows on the way.
+inline double Cabs(dcomplex c) {
+  const double x = std::fabs(c.re), y = std::fabs(c.im);
+  if (x == 0.0) return y;
+  if (y == 0.0) return x;
+  if (x > y) return x * std::sqrt(1.0 + Dsqr(y / x));
+  return y * std::sqrt(1.0 + Dsqr(x / y));
+}
+
+/// Angle in radians, -pi..pi.
+inline double Cangle(dcomplex c) {
+  return std::atan2(c.im, c.re);
+}
+
+/// Square root: the formula of Zsqrt, with its unscaled modulus and its rule for -0.0, on a value.
+inline dcomplex Csqrt(dcomplex c) {
+  dcomplex root;
+  Zsqrt(&root, &c);
+  return root;
+}
+
+}  // namespace sondera

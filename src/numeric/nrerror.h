@@ -1,0 +1,15 @@
+// nrerror.h - the one way in which a numerical routine reports trouble: tell the person, and go on.
+// Callers of the kernels have to expect infinities and not-a-numbers in results; no numerical error ends a
+// run.
+#pragma once
+
+namespace sondera {
+
+/// Title of the pop-ups of the kernels. Kept: a fixed text that does not follow the title of the application.
+inline constexpr const char* kKernelPopupTitle = "Sondera 2.0";
+
+/// Shows the pop-up with the fixed text "Numerical run-time error...\n" and returns.
+/// @param text  what went wrong, for the reader of the calling code. Kept: not shown.
+void nrerror(const char* text);
+
+}  // namespace sondera
