@@ -1,0 +1,338 @@
+// analysis.cpp - see analysis.h. Transforms are FFTW 3's, all else is plain arithmetic.
+//
+// Plans are made in estimate mode and without regard to alignment, so that the same numbers give the same
+// bytes wherever an array happens to lie. Owns the plan cache, which is process-wide.
+#include "runtime/analysis.h"
+
+#include <fftw3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <map>
+#include <numeric>
+#include <utility>
+
+namespace sondera {
+namespace {
+
+constexpr unsigned kPlanFlags = FFTW_ESTIMATE | FFTW_UNALIGNED;
+constexpr std::size_t kMostPlans = 64;  // distinct lengths kept; a project uses a handful
+
+/// The kept plans, by length, and the interleaved work vector that they run on.
+struct FFTPlanCache {
+  std::map<int, fftw_plan> forward;
+  std::vector<dcomplex> work;
+};
+FFTPlanCache fftPlanCache;  // empty at start; emptied by ReleaseFFTPlans
+
+fftw_complex* AsFftw(dcomplex* x) {
+  return reinterpret_cast<fftw_complex*>(x);
+}
+static_assert(sizeof(dcomplex) == sizeof(fftw_complex));
+
+void DropPlans() {
+  for (auto& [n, plan] : fftPlanCache.forward) fftw_destroy_plan(plan);
+  fftPlanCache.forward.clear();
+}
+
+/// Plan of the forward in-place transform of the work vector; null when none can be had.
+fftw_plan ForwardPlan(int n) {
+  if (auto it = fftPlanCache.forward.find(n); it != fftPlanCache.forward.end()) return it->second;
+  if (fftPlanCache.forward.size() >= kMostPlans) DropPlans();
+  fftw_complex* work = AsFftw(fftPlanCache.work.data());
+  fftw_plan plan = fftw_plan_dft_1d(n, work, work, FFTW_FORWARD, kPlanFlags);
+  if (plan) fftPlanCache.forward[n] = plan;
+  return plan;
+}
+
+void Transform(double* re, double* im, int n, double scale) {
+  if (n <= 0) return;
+  std::vector<dcomplex>& work = fftPlanCache.work;
+  if (work.size() < static_cast<std::size_t>(n)) work.resize(n);
+  fftw_plan plan = ForwardPlan(n);
+  if (!plan) throw std::bad_alloc();
+  dcomplex* w = work.data();
+  for (int i = 0; i < n; ++i) w[i] = {re[i], im[i]};
+  fftw_execute_dft(plan, AsFftw(w), AsFftw(w));
+  for (int i = 0; i < n; ++i) {
+    re[i] = w[i].re * scale;
+    im[i] = w[i].im * scale;
+  }
+}
+
+}  // namespace
+
+void FFT(double* re, double* im, int n) {
+  Transform(re, im, n, 1.0);
+}
+
+// The inverse is the forward transform with the parts exchanged before and after.
+void InvFFT(double* re, double* im, int n) {
+  Transform(im, re, n, 1.0 / n);
+}
+
+void ReleaseFFTPlans() {
+  DropPlans();
+  std::vector<dcomplex>().swap(fftPlanCache.work);
+}
+
+void CxMul(double ar, double ai, double br, double bi, double* cr, double* ci) {
+  *cr = ar * br - ai * bi;
+  *ci = ar * bi + ai * br;
+}
+
+void CxDiv(double ar, double ai, double br, double bi, double* cr, double* ci) {
+  const double norm = br * br + bi * bi;
+  *cr = (ar * br + ai * bi) / norm;
+  *ci = (ai * br - ar * bi) / norm;
+}
+
+void FFTTable::PlanRelease::operator()(void* plan) const {
+  fftw_destroy_plan(static_cast<fftw_plan>(plan));
+}
+
+FFTTable CreateFFTTable(int n) {
+  FFTTable table;
+  if (n <= 0) return table;
+  std::vector<dcomplex> x(n), y(n);
+  fftw_plan plan = fftw_plan_dft_1d(n, AsFftw(x.data()), AsFftw(y.data()), FFTW_BACKWARD,
+                                    kPlanFlags | FFTW_PRESERVE_INPUT);
+  if (!plan) throw std::bad_alloc();
+  table.plan_.reset(plan);
+  table.n_ = n;
+  return table;
+}
+
+void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table) {
+  if (table.n_ <= 0) return;
+  fftw_execute_dft(static_cast<fftw_plan>(table.plan_.get()), AsFftw(const_cast<dcomplex*>(x)), AsFftw(y));
+  const double scale = 1.0 / table.n_;
+  for (int i = 0; i < table.n_; ++i) y[i] = {y[i].re * scale, y[i].im * scale};
+}
+
+void DestroyFFTTable(FFTTable& table) {
+  table = FFTTable();
+}
+
+void MaxMin1D(const double* array, int n, double* max, int* maxIndex, double* min, int* minIndex) {
+  if (n <= 0) return;
+  int first = 0;
+  while (first < n && std::isnan(array[first])) ++first;
+  if (first == n) first = 0;
+  int iMax = first, iMin = first;
+  for (int i = first + 1; i < n; ++i) {
+    if (array[i] > array[iMax]) iMax = i;
+    if (array[i] < array[iMin]) iMin = i;
+  }
+  *max = array[iMax];
+  *maxIndex = iMax;
+  *min = array[iMin];
+  *minIndex = iMin;
+}
+
+namespace {
+
+/// y(u) = level + slope u + bend u^2, u counted from the centre of the run.
+struct Parabola {
+  double level = 0.0, slope = 0.0, bend = 0.0;
+  bool OpensDownward() const { return bend < 0.0; }
+  double Vertex() const { return -slope / (2.0 * bend); }
+  double Height() const { return level - slope * slope / (4.0 * bend); }
+};
+
+/// Least-squares parabolas over runs of one width. About the centre the odd moments vanish, which leaves the
+/// slope alone and a 2 by 2 system for level and bend.
+class ParabolaFit {
+ public:
+  explicit ParabolaFit(int width) : width_(width), half_(0.5 * (width - 1)) {
+    for (int i = 0; i < width_; ++i) {
+      const double u = i - half_;
+      s2_ += u * u;
+      s4_ += u * u * u * u;
+    }
+  }
+  Parabola operator()(const double* y, double sign) const {
+    double t0 = 0.0, t1 = 0.0, t2 = 0.0;
+    for (int i = 0; i < width_; ++i) {
+      const double u = i - half_, v = sign * y[i];
+      t0 += v;
+      t1 += u * v;
+      t2 += u * u * v;
+    }
+    const double mean = s2_ / width_;  // of u^2
+    Parabola fit;
+    fit.slope = t1 / s2_;
+    fit.bend = (t2 - mean * t0) / (s4_ - mean * s2_);
+    fit.level = t0 / width_ - fit.bend * mean;
+    return fit;
+  }
+  double half() const { return half_; }
+
+ private:
+  int width_;
+  double half_;
+  double s2_ = 0.0, s4_ = 0.0;
+};
+
+/// Of two neighbouring parabolas the one to take: 0 or 1, -1 when none opens downward.
+int NearerVertex(const Parabola& a, const Parabola& b) {
+  if (!a.OpensDownward()) return b.OpensDownward() ? 1 : -1;
+  if (!b.OpensDownward()) return 0;
+  return std::fabs(b.Vertex()) < std::fabs(a.Vertex()) ? 1 : 0;
+}
+
+/// Puts the peaks in order of location. They nearly always are, since each lies close to its own run.
+void SortByLocation(Peaks& peaks) {
+  if (std::is_sorted(peaks.locations.begin(), peaks.locations.end())) return;
+  std::vector<int> order(peaks.locations.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(),
+                   [&](int i, int j) { return peaks.locations[i] < peaks.locations[j]; });
+  Peaks sorted;
+  for (int i : order) {
+    sorted.locations.push_back(peaks.locations[i]);
+    sorted.amplitudes.push_back(peaks.amplitudes[i]);
+    sorted.secondDerivatives.push_back(peaks.secondDerivatives[i]);
+  }
+  peaks = std::move(sorted);
+}
+
+}  // namespace
+
+Peaks PeakDetector(const double* array, int n, double threshold, int width, int polarity) {
+  Peaks peaks;
+  if (width < 3 || n <= width) return peaks;
+  const double sign = polarity == 0 ? 1.0 : -1.0;  // valleys are the peaks of the mirrored sequence
+  const ParabolaFit fit(width);
+  const double firstAllowed = fit.half(), lastAllowed = n - 1 - fit.half();
+  Parabola here = fit(array, sign);
+  for (int run = 0; run + width < n; ++run) {
+    const Parabola next = fit(array + run + 1, sign);
+    if (here.slope > 0.0 && next.slope <= 0.0) {
+      if (const int which = NearerVertex(here, next); which >= 0) {
+        const Parabola& peak = which == 0 ? here : next;
+        const double location = run + which + fit.half() + peak.Vertex();
+        if (peak.Height() >= sign * threshold && location >= firstAllowed && location <= lastAllowed) {
+          peaks.locations.push_back(location);
+          peaks.amplitudes.push_back(sign * peak.Height());
+          peaks.secondDerivatives.push_back(sign * 2.0 * peak.bend);
+        }
+      }
+    }
+    here = next;
+  }
+  SortByLocation(peaks);
+  return peaks;
+}
+
+void Variance(const double* x, int n, double* mean, double* variance) {
+  *mean = *variance = 0.0;
+  if (n <= 0) return;
+  double sum = 0.0;
+  for (int i = 0; i < n; ++i) sum += x[i];
+  const double m = sum / n;
+  double squares = 0.0;
+  for (int i = 0; i < n; ++i) squares += (x[i] - m) * (x[i] - m);
+  *mean = m;
+  *variance = squares / n;
+}
+
+// Gauss-Jordan in place: after step k, column k holds what the identity has become. Row exchanges come back
+// as column exchanges, last first.
+int GenInvMatrix(const double* a, int n, int /*type*/, double* inverse) {
+  if (n <= 0) return 0;
+  const std::size_t m = static_cast<std::size_t>(n);
+  if (inverse != a) std::copy(a, a + m * m, inverse);
+  std::vector<std::size_t> pivotRow(m);
+  for (std::size_t k = 0; k < m; ++k) {
+    std::size_t p = k;
+    for (std::size_t i = k + 1; i < m; ++i)
+      if (std::fabs(inverse[i * m + k]) > std::fabs(inverse[p * m + k])) p = i;
+    const double pivot = inverse[p * m + k];
+    if (pivot == 0.0 || !std::isfinite(pivot)) {
+      std::fill(inverse, inverse + m * m, std::numeric_limits<double>::quiet_NaN());
+      return -1;
+    }
+    pivotRow[k] = p;
+    double* rowK = inverse + k * m;
+    if (p != k) std::swap_ranges(rowK, rowK + m, inverse + p * m);
+    rowK[k] = 1.0;
+    for (std::size_t j = 0; j < m; ++j) rowK[j] /= pivot;
+    for (std::size_t i = 0; i < m; ++i) {
+      if (i == k) continue;
+      double* rowI = inverse + i * m;
+      const double factor = rowI[k];
+      rowI[k] = 0.0;
+      if (factor == 0.0) continue;
+      for (std::size_t j = 0; j < m; ++j) rowI[j] -= factor * rowK[j];
+    }
+  }
+  for (std::size_t k = m; k-- > 0;)
+    if (pivotRow[k] != k)
+      for (std::size_t i = 0; i < m; ++i) std::swap(inverse[i * m + k], inverse[i * m + pivotRow[k]]);
+  return 0;
+}
+
+int ScaledWindow(double* /*x*/, int /*n*/, int windowType, WindowConst* constants) {
+  if (windowType != 0) return -1;
+  *constants = WindowConst{};
+  return 0;
+}
+
+namespace {
+
+struct UnitTraits {
+  const char* text;
+  bool squared, peak, density;
+};
+
+UnitTraits TraitsOf(VoltUnit unit) {
+  switch (unit) {
+    case VoltUnit::Vrms:
+      return {"Vrms", false, false, false};
+    case VoltUnit::Vpk:
+      return {"Vpk", false, true, false};
+    case VoltUnit::Vrms2:
+      return {"Vrms^2", true, false, false};
+    case VoltUnit::Vpk2:
+      return {"Vpk^2", true, true, false};
+    case VoltUnit::VrmsPerRootHz:
+      return {"Vrms/sqrt(Hz)", false, false, true};
+    case VoltUnit::VpkPerRootHz:
+      return {"Vpk/sqrt(Hz)", false, true, true};
+    case VoltUnit::Vrms2PerHz:
+      return {"Vrms^2/Hz", true, false, true};
+    case VoltUnit::Vpk2PerHz:
+      return {"Vpk^2/Hz", true, true, true};
+  }
+  return {"", false, false, false};
+}
+
+}  // namespace
+
+int SpectrumUnitConversion(const double* spectrum, int n, SpectrumKind kind, VoltUnit unit, double df,
+                           const WindowConst& window, double* converted, std::string* unitText) {
+  const UnitTraits traits = TraitsOf(unit);
+  if (traits.density && !(df > 0.0)) return -1;
+  double powerFactor = 1.0;
+  if (traits.peak) powerFactor *= 2.0;  // the square of a sine's peak is twice its mean square
+  if (traits.density) powerFactor /= window.enbw * df;
+  const double amplitudeFactor = std::sqrt(powerFactor);
+  for (int i = 0; i < n; ++i) {
+    const double v = spectrum[i];
+    if (traits.squared)
+      converted[i] = (kind == SpectrumKind::PowerVrms2 ? v : v * v) * powerFactor;
+    else
+      converted[i] = (kind == SpectrumKind::PowerVrms2 ? std::sqrt(std::max(v, 0.0)) : v) * amplitudeFactor;
+  }
+  if (unitText) *unitText = traits.text;
+  return 0;
+}
+
+int IsNotANumber(double x) {
+  return std::isnan(x) ? 1 : 0;
+}
+
+}  // namespace sondera

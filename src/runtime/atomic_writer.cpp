@@ -1,0 +1,227 @@
+// atomic_writer.cpp - see atomic_writer.h.
+#include "runtime/atomic_writer.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+
+#include "runtime/byte_source.h"
+#include "runtime/file_driver.h"
+#include "runtime/paths.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "byte order conversion is not written");
+
+constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
+constexpr int kMostLinks = 40;             // symbolic links in a row, as the kernel allows
+constexpr int kMostAttempts = 1000;        // names tried for a temporary file
+constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in that of its temporary file
+constexpr mode_t kPermissionBits = 07777;
+
+/// The name behind the symbolic links of `path`; it need not exist. False with errno after too many links.
+bool FollowLinks(std::string path, std::string& target) {
+  char text[4096];
+  for (int i = 0; i < kMostLinks; ++i) {
+    const ssize_t n = ::readlink(path.c_str(), text, sizeof text);
+    if (n < 0 || n == static_cast<ssize_t>(sizeof text)) {  // no link, or one that no path could name
+      target = path;
+      return true;
+    }
+    path = JoinUnlessAbsolute(DirectoryOf(path), std::string_view(text, static_cast<std::size_t>(n)));
+  }
+  errno = ELOOP;
+  return false;
+}
+
+}  // namespace
+
+AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
+  OpenTemporary();
+}
+
+AtomicWriter::~AtomicWriter() {
+  Discard();
+}
+
+void AtomicWriter::Fail(const char* action, const std::string& path, int error) {
+  if (reason_.empty())
+    reason_ = std::string("Cannot ") + action + " " + path + ": " + std::generic_category().message(error);
+}
+
+void AtomicWriter::OpenTemporary() {
+  if (!FollowLinks(path_, target_)) return Fail("write", path_, errno);
+  struct stat old {};
+  targetExists_ = ::stat(target_.c_str(), &old) == 0;
+  if (targetExists_ && S_ISDIR(old.st_mode)) return Fail("write", path_, EISDIR);
+  if (targetExists_ && !S_ISREG(old.st_mode)) {
+    reason_ = "Cannot write " + path_ + ": it is not a plain file";
+    return;
+  }
+  if (targetExists_ && ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0)
+    return Fail("write", path_, errno);
+  const std::string name = FileNameOf(target_);
+  if (name.empty()) return Fail("write", path_, targetExists_ ? EISDIR : ENOENT);
+  const std::string stem = DirectoryOf(target_) + name.substr(0, kLongestStem);
+  const mode_t mode = targetExists_ ? (old.st_mode & 0777) : 0666;
+  for (int k = 0; k < kMostAttempts && fd_ < 0; ++k) {
+    temporary_ = stem + FormatText(".saving-%ld-%d", static_cast<long>(::getpid()), k);
+    fd_ = CurrentFileDriver().open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (fd_ < 0 && errno != EEXIST) break;
+  }
+  if (fd_ < 0) {
+    const int error = errno;
+    temporary_.clear();
+    return Fail("write", path_, error);
+  }
+  if (targetExists_) {
+    // Owner and group only where the system allows it; a changed owner may clear mode bits, so the mode comes
+    // last.
+    if (::fchown(fd_, old.st_uid, old.st_gid) != 0) errno = 0;
+    if (::fchmod(fd_, old.st_mode & kPermissionBits) != 0) Fail("set the permissions of", temporary_, errno);
+  }
+  buffer_.resize(kBufferBytes);
+}
+
+void AtomicWriter::SetNewFileMode(mode_t mode) {
+  if (!Ok() || targetExists_ || fd_ < 0) return;
+  if (::fchmod(fd_, mode & kPermissionBits) != 0) Fail("set the permissions of", temporary_, errno);
+}
+
+void AtomicWriter::WriteThrough(const char* bytes, std::size_t count) {
+  while (count > 0 && Ok()) {
+    const ssize_t n = CurrentFileDriver().write(fd_, bytes, count);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) return Fail("write", path_, n < 0 ? errno : EIO);
+    bytes += n;
+    count -= static_cast<std::size_t>(n);
+  }
+}
+
+void AtomicWriter::Drain() {
+  WriteThrough(buffer_.data(), used_);
+  used_ = 0;
+}
+
+void AtomicWriter::Bytes(const void* bytes, std::size_t count) {
+  if (!Ok() || committed_ || count == 0) return;
+  written_ += static_cast<std::int64_t>(count);
+  if (count > buffer_.size() - used_) Drain();
+  if (!Ok()) return;
+  if (count >= buffer_.size()) return WriteThrough(static_cast<const char*>(bytes), count);
+  std::memcpy(buffer_.data() + used_, bytes, count);
+  used_ += count;
+}
+
+void AtomicWriter::Int32(int value) {
+  Bytes(&value, sizeof value);
+}
+void AtomicWriter::Real(double value) {
+  Bytes(&value, sizeof value);
+}
+void AtomicWriter::Int32s(const int* values, std::size_t count) {
+  Bytes(values, count * sizeof *values);
+}
+void AtomicWriter::Reals(const double* values, std::size_t count) {
+  Bytes(values, count * sizeof *values);
+}
+
+void AtomicWriter::Text(std::string_view text, std::size_t fieldBytes) {
+  if (fieldBytes == 0) return;
+  std::string field(text.substr(0, fieldBytes - 1));
+  field.resize(fieldBytes, '\0');
+  Bytes(field.data(), field.size());
+}
+
+void AtomicWriter::Printf(const char* format, ...) {
+  if (!Ok()) return;
+  std::va_list arguments;
+  va_start(arguments, format);
+  Put(FormatTextV(format, arguments));
+  va_end(arguments);
+}
+
+bool AtomicWriter::Commit(bool flushToDisk) {
+  if (committed_ || !Ok()) return Ok();
+  committed_ = Place(flushToDisk);
+  if (!committed_) Discard();
+  return Ok();
+}
+
+/// All steps to the renamed file; true when the new file is in place, even if the folder could not be
+/// flushed.
+bool AtomicWriter::Place(bool flushToDisk) {
+  const FileDriver& driver = CurrentFileDriver();
+  Drain();
+  if (Ok() && flushToDisk && driver.flush(fd_) != 0) Fail("flush", path_, errno);
+  const int fd = fd_;
+  fd_ = -1;
+  if (driver.close(fd) != 0 && Ok()) Fail("close", path_, errno);
+  if (!Ok()) return false;
+  if (driver.rename(temporary_.c_str(), target_.c_str()) != 0) {
+    Fail("replace", path_, errno);
+    return false;
+  }
+  temporary_.clear();
+  if (flushToDisk) FlushFolder();
+  return true;
+}
+
+/// Makes the rename itself last. Some file systems have no flush for folders (EINVAL); that is no failure.
+void AtomicWriter::FlushFolder() {
+  const FileDriver& driver = CurrentFileDriver();
+  const std::string folder = DirectoryOf(target_).empty() ? "." : DirectoryOf(target_);
+  const int fd = driver.open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  if (fd < 0) {
+    if (errno != EACCES) Fail("flush (the new file is in place)", folder, errno);
+    return;  // a folder that may be written but not read cannot be flushed
+  }
+  if (driver.flush(fd) != 0 && errno != EINVAL) Fail("flush (the new file is in place)", folder, errno);
+  driver.close(fd);
+}
+
+void AtomicWriter::Discard() {
+  if (fd_ >= 0) CurrentFileDriver().close(fd_);
+  fd_ = -1;
+  if (!temporary_.empty()) CurrentFileDriver().remove(temporary_.c_str());
+  temporary_.clear();
+}
+
+void TextWriter::Printf(const char* format, ...) {
+  if (!Ok()) return;
+  std::va_list arguments;
+  va_start(arguments, format);
+  Put(FormatTextV(format, arguments));
+  va_end(arguments);
+}
+
+bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason, bool flushToDisk) {
+  ByteSource source;
+  if (!source.Open(from, &reason)) return false;
+  AtomicWriter writer(to);
+  struct stat info {};
+  if (::stat(from.c_str(), &info) == 0) writer.SetNewFileMode(info.st_mode);
+  for (std::string_view block = source.Window(); !block.empty() && writer.Ok(); block = source.Window()) {
+    writer.Bytes(block.data(), block.size());
+    source.Consume(block.size());
+  }
+  if (source.Failed()) {
+    reason = "Cannot read " + from + " to its end";
+    return false;
+  }
+  if (writer.Commit(flushToDisk)) return true;
+  reason = writer.Reason();
+  return false;
+}
+
+}  // namespace sondera

@@ -1,0 +1,101 @@
+// atomic_writer.h - files that are written whole or not at all.
+//
+// Callers: everything that writes: project saves and backups, exports, result files. The new content goes to
+// a temporary file in the same folder and takes the place of the old one by a rename, at Commit() only.
+// Whatever fails before that leaves the old file as it was.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sondera {
+
+/// Writer of one file, binary (little-endian, no padding) or text.
+///
+/// A failure is remembered: all later writes do nothing and Commit() returns false, Reason() saying in a
+/// sentence what went wrong with which file. A symbolic link is followed, its target replaced. The new file
+/// takes over mode and, where allowed, owner and group of the old one; a write-protected old file is refused,
+/// as opening it would be.
+class AtomicWriter {
+ public:
+  /// Opens a temporary file `<name>.saving-<process>-<number>` beside the target.
+  explicit AtomicWriter(const std::string& path);
+  /// Without a successful Commit(): removes the temporary file.
+  ~AtomicWriter();
+  AtomicWriter(const AtomicWriter&) = delete;
+  AtomicWriter& operator=(const AtomicWriter&) = delete;
+
+  bool Ok() const { return reason_.empty(); }
+  const std::string& Reason() const { return reason_; }
+
+  void Int32(int value);
+  void Real(double value);
+  /// Field of `fieldBytes` bytes: the text (at most fieldBytes - 1 bytes of it), then zeros.
+  void Text(std::string_view text, std::size_t fieldBytes = 256);
+  void Int32s(const int* values, std::size_t count);
+  void Reals(const double* values, std::size_t count);
+  void Bytes(const void* bytes, std::size_t count);
+  /// Plain text, as it is.
+  void Put(std::string_view text) { Bytes(text.data(), text.size()); }
+  /// Formatted text, always in the C locale.
+  void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+  /// Bytes written so far, those in the buffer included.
+  std::int64_t Written() const { return written_; }
+
+  /// Mode bits for a file that does not exist yet; default 0666 less the process's mask. Before Commit().
+  void SetNewFileMode(mode_t mode);
+
+  /// Puts the new file in place: rest of the buffer, flush to disk, rename, flush of the folder (both flushes
+  /// only with flushToDisk). False with Reason() on failure; a second call repeats the first answer.
+  bool Commit(bool flushToDisk = true);
+
+ private:
+  void OpenTemporary();
+  void Fail(const char* action, const std::string& path, int error);
+  void Drain();
+  void WriteThrough(const char* bytes, std::size_t count);
+  bool Place(bool flushToDisk);
+  void FlushFolder();
+  void Discard();
+
+  std::string path_;       // as given, for messages
+  std::string target_;     // behind symbolic links
+  std::string temporary_;  // "" when there is none
+  std::string reason_;
+  std::vector<char> buffer_;
+  std::size_t used_ = 0;
+  std::int64_t written_ = 0;
+  int fd_ = -1;
+  bool targetExists_ = false;
+  bool committed_ = false;
+};
+
+/// Text file on top of AtomicWriter, for the places of a plain open for writing: nothing is flushed to disk,
+/// and a file that is not closed is not written.
+class TextWriter {
+ public:
+  explicit TextWriter(const std::string& path) : writer_(path) {}
+  /// False when the file could not be opened, or a write failed since.
+  bool Ok() const { return writer_.Ok(); }
+  const std::string& Reason() const { return writer_.Reason(); }
+  void Put(std::string_view text) { writer_.Put(text); }
+  void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
+  /// Puts the file in place; false with Reason() on failure.
+  bool Close() { return writer_.Commit(false); }
+
+ private:
+  AtomicWriter writer_;
+};
+
+/// Copies a regular file whole: afterwards `to` is as it was, or a full copy. A new copy has the mode of the
+/// original. False with the reason; a missing `from` is a failure too.
+bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason,
+                    bool flushToDisk = true);
+
+}  // namespace sondera

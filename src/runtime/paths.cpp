@@ -1,0 +1,60 @@
+// paths.cpp - see paths.h.
+#include "runtime/paths.h"
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <system_error>
+
+namespace sondera {
+
+bool IsAbsolutePath(std::string_view path) {
+  return !path.empty() && path.front() == kPathSeparator;
+}
+
+std::string JoinPath(std::string_view dir, std::string_view name) {
+  if (dir.empty()) return std::string(name);
+  std::string path(dir);
+  if (name.empty()) return path;
+  if (path.back() != kPathSeparator) path += kPathSeparator;
+  path += name.substr(name.front() == kPathSeparator ? 1 : 0);
+  return path;
+}
+
+std::string JoinUnlessAbsolute(std::string_view dir, std::string_view name) {
+  return IsAbsolutePath(name) ? std::string(name) : JoinPath(dir, name);
+}
+
+std::string FileNameOf(std::string_view path) {
+  const std::size_t at = path.rfind(kPathSeparator);
+  return std::string(at == std::string_view::npos ? path : path.substr(at + 1));
+}
+
+std::string DirectoryOf(std::string_view path) {
+  const std::size_t at = path.rfind(kPathSeparator);
+  return std::string(at == std::string_view::npos ? std::string_view() : path.substr(0, at + 1));
+}
+
+std::string WithClosingSeparator(std::string_view dir) {
+  std::string path(dir);
+  if (path.empty() || path.back() != kPathSeparator) path += kPathSeparator;
+  return path;
+}
+
+std::string CurrentDirectory() {
+  std::error_code error;
+  const std::filesystem::path here = std::filesystem::current_path(error);
+  return error ? "." : here.string();
+}
+
+bool FileExists(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
+
+bool DirectoryExists(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+}  // namespace sondera

@@ -1,0 +1,72 @@
+// text_reader.h - lines and tokens of text files from elsewhere.
+//
+// Callers: command script, measurement imports, parameter and curve files. Bytes above 127 pass through; CR
+// LF is one line end, as LF is; the last line needs none.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "runtime/byte_source.h"
+
+namespace sondera {
+
+/// Lines of a text file or of a block of memory.
+class TextReader {
+ public:
+  TextReader() = default;
+
+  /// Opens a regular file; false with the reason in *reason (if given).
+  bool Open(const std::string& path, std::string* reason = nullptr);
+  /// Reads a block of memory, which has to outlive the reading.
+  void OpenMemory(std::string_view text);
+  void Close();
+  bool IsOpen() const { return source_.IsOpen(); }
+  /// Back to the first line.
+  void Rewind();
+
+  /// Next line of at most maxBytes bytes, its LF included; a longer line comes in pieces, the last of which
+  /// has the LF. A CR before LF is dropped and not counted. False at the end, with an empty line.
+  bool ReadLine(std::string& line, std::size_t maxBytes = 256);
+
+  /// Next line whole, without its line end. Of a line longer than maxBytes the first maxBytes bytes are
+  /// given, the rest is passed over, and LineWasCut() is true. False at the end, with an empty line.
+  bool ReadPhysicalLine(std::string& line, std::size_t maxBytes = kLongestLine);
+  bool LineWasCut() const { return cut_; }
+
+  /// True after a read error of the system; the text then counts as ended.
+  bool ReadFailed() const { return source_.Failed(); }
+
+  static constexpr std::size_t kLongestLine = std::size_t{1} << 20;
+
+ private:
+  ByteSource source_;
+  bool cut_ = false;
+};
+
+/// Tokens between runs of delimiters, one by one; leading delimiters are passed over, and after a token its
+/// one delimiter is. The text ends at a zero byte. The text is viewed, not copied: it has to outlive the
+/// tokens.
+class Tokenizer {
+ public:
+  explicit Tokenizer(std::string_view text, std::string_view delimiters = " ,\t\n");
+  template <class T>
+  requires std::is_same_v<T, std::string>
+  explicit Tokenizer(T&& temporary, std::string_view delimiters = "") = delete;
+
+  /// Next token, never empty; nothing when the text has no more.
+  std::optional<std::string_view> Next() { return Next(delimiters_); }
+  /// The same with other delimiters for this once.
+  std::optional<std::string_view> Next(std::string_view delimiters);
+  /// The text behind the last token and its delimiter.
+  std::string_view Rest() const { return rest_; }
+
+ private:
+  std::string_view rest_;
+  std::string_view delimiters_;
+};
+
+}  // namespace sondera
