@@ -1,0 +1,120 @@
+// session.h - process-wide state of the session that belongs to no measurement: names, device facts, velocities of
+// the site category, display records of the traces, the buffer of the running measurement.
+//
+// One instance, `session`. ResetSession brings it to the state of a fresh start without a board; StartSession of
+// app/startup does that and makes the first measurement.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace sondera {
+
+/// What a board reported. Without a board: four channels, 102400 Hz, 10 V.
+struct DeviceFacts {
+  std::string devName;         ///< at most four characters; longer names are cut wherever one is read
+  int devCategory = 0;         ///< product category as the driver reports it, 0 without a board
+  std::string devProductType;  ///< e.g. "USB-4432"
+  int maxChannels = 4;
+  double aiMaxRate = 102400.0;
+  double aiMinRate = 0.0;
+  std::array<double, 256> aiVoltageRngs{};  ///< volts; pairs of low and high limit, ended by 0 (no board: all 10)
+  int aiCouplings = 0;
+  std::string aiPhysicalChans;
+};
+
+struct MeasOptions {
+  int nChannels = 4;
+  short word = 1;
+  int previewOn = 0;
+};
+
+/// Settings of one trace's display. Channels count from 0.
+struct DisplayRecord {
+  int key = 0;
+  int refChan = 0;
+  int dspChan = 0;
+  int type = 0;  ///< index in the list of display types
+  std::string measID;
+  int voltUnit = 0;
+  int logLinear = 0;
+  int markersOnOff = 0;
+  int autoScaleX = 1;
+  int autoScaleY = 1;
+  int maskingOn = 0;  ///< masks are drawn on this trace
+  int active = 0;
+};
+
+/// Axis record of a curve page: quantity on each axis and its scale.
+struct AxisRecord {
+  int handle = 0;
+  int xType = 2, yType = 0;            ///< 0 phase velocity, 1 frequency, 2 wavelength
+  int xAutoScale = 1, yLinear = 0;     ///< see plot/
+  int yAutoScale = 1, option = 1, last = 0;
+};
+
+/// Copy of a mask: the one last picked on the graph.
+struct PickedMask {
+  int key = 0, refChan = 0, dspChan = 0;
+  double freqInit = 0.0, freqFinal = 0.0;  ///< Hz
+  int jumpNo = 0;
+};
+
+/// Four-colour scale of an intensity map, 0xRRGGBB.
+struct ColorScale {
+  int lo = 0, int1 = 0xFF, int2 = 0xFF0000, hi = 0xFFFF00;
+};
+
+struct Session {
+  std::string appTitle = "Sondera 4.1";  ///< first argument of every box
+  std::string curProjID = "ProjID";      ///< current selection
+  std::string curMeasID = "measID";
+  std::string projectFileName;           ///< empty: never saved
+  std::vector<int> fileKeyList;          ///< keys met during a project load, in file order
+  int configDone = 0;                    ///< 1: the hardware settings have been validated
+
+  DeviceFacts device;
+  MeasOptions measOptions;
+  int curChannels = 4;
+
+  // Running measurement. measBuffer: channels one after the other, samplesPerChan volts each.
+  int avgCount = 0;           ///< records folded in so far
+  int samplesPerChan = 1024;  ///< with decimation
+  std::vector<double> measBuffer;
+
+  double lengthUnit = 1.0;  ///< metres per unit of length
+
+  // Pseudo velocities of the filter windows, m/s, index 1 to 4 (0 unused): enhanced (sm) and backbone (bb) set.
+  int siteCategory = 0;  ///< 0 geotechnical, 1 concrete, 2 pavement
+  std::array<double, 5> smV{0, 2500, 2400, 35, 30};
+  std::array<double, 5> bbV{0, 1000, 950, 110, 100};
+
+  double alphaWlen = 0.25;  ///< wavelength criterion of the dispersion curves
+
+  int refChan = 0, dspChan = 0;  ///< channels last selected, for routines called from another page
+  std::array<DisplayRecord, 2> display;  ///< traces A and B
+  AxisRecord dispAxis, exdAxis;
+  PickedMask selMask;
+  int maskingColor = (255 << 16) | (153 << 8) | 51;
+
+  ColorScale gaborColor, tomoColor;
+  double gaborThreshold = 75.0;  ///< floor of the 0 to 100 scale, for new pairs
+  double gaborTop = 100.0;
+};
+
+extern Session session;
+
+/// State of a fresh start without a board.
+void ResetSession();
+
+/// Sets the eight pseudo velocities of a site category (m/s); a category that does not exist changes nothing.
+void SetSiteVelocities(int category);
+
+/// A device name as the driver gets it: cut to four characters.
+std::string CutDeviceName(const std::string& name);
+
+/// Title of the main window: "app - project:measurement" before a file is known.
+std::string SessionTitle();
+
+}  // namespace sondera
