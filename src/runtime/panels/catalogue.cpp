@@ -5,20 +5,37 @@
 #include <cstddef>
 #include <iterator>
 
+#include "runtime/panels/aboutpnl.h"
+#include "runtime/panels/analresult.h"
+#include "runtime/panels/asavedlg.h"
+#include "runtime/panels/cdisppnl.h"
+#include "runtime/panels/changeid.h"
+#include "runtime/panels/changeid_1.h"
+#include "runtime/panels/confirmpnl.h"
 #include "runtime/panels/devpanel.h"
 #include "runtime/panels/dispcurv.h"
+#include "runtime/panels/dsp_mscale.h"
+#include "runtime/panels/exd_scale.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
 #include "runtime/panels/gaborpnl.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/hwsetup.h"
+#include "runtime/panels/inversion.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/irfsetpnl2.h"
+#include "runtime/panels/load2chnl.h"
+#include "runtime/panels/loadexd.h"
 #include "runtime/panels/loadtxdata.h"
 #include "runtime/panels/mainmenu.h"
 #include "runtime/panels/measpanel.h"
 #include "runtime/panels/meassetup.h"
+#include "runtime/panels/messagepnl.h"
+#include "runtime/panels/mscalepnl.h"
 #include "runtime/panels/panel.h"
+#include "runtime/panels/pulse.h"
 #include "runtime/panels/sasw.h"
+#include "runtime/panels/tmgrafpnl.h"
 
 namespace sondera {
 namespace {
@@ -42,27 +59,27 @@ constexpr PanelEntry kPanels[] = {
     {Panel::HWSETUP, "HWSETUP", "Hardware Setup", true, hwsetup::kControls},
     {Panel::MEASSETUP, "MEASSETUP", "Measurement Setup", true, meassetup::kControls},
     {Panel::LOADTXDATA, "LOADTXDATA", "Load Measurement Data (Text Format)", false, loadtxdata::kControls},
-    {Panel::LOAD2CHNL, "LOAD2CHNL", "Load Two-Channel Freq. Resp. Data", false, {}},
-    {Panel::LOADEXD, "LOADEXD", "Load EXD File from Sondera Ver. 1", false, {}},
-    {Panel::ASAVEDLG, "ASAVEDLG", "Automated Save", false, {}},
+    {Panel::LOAD2CHNL, "LOAD2CHNL", "Load Two-Channel Freq. Resp. Data", false, load2chnl::kControls},
+    {Panel::LOADEXD, "LOADEXD", "Load EXD File from Sondera Ver. 1", false, loadexd::kControls},
+    {Panel::ASAVEDLG, "ASAVEDLG", "Automated Save", false, asavedlg::kControls},
     {Panel::DEVPANEL, "DEVPANEL", "DAQ Boards Installed ... ", false, devpanel::kControls},
     {Panel::IRFSETPNL, "IRFSETPNL", "Parameters of IR Filtration (IRF)", false, irfsetpnl::kControls},
     {Panel::IRFSETPNL2, "IRFSETPNL2", "Parameters of IR Filtration (IRF)", false, irfsetpnl2::kControls},
     {Panel::GABORPNL, "GABORPNL", "Parameters of Gabor Spectrum", false, gaborpnl::kControls},
-    {Panel::CDISPPNL, "CDISPPNL", "Representative Disp. Curve", false, {}},
-    {Panel::TMGRAFPNL, "TMGRAFPNL", "Tomographic Image of Phase Velocity", false, {}},
-    {Panel::FMODELING, "FMODELING", "Parameters for Forward Modeling Analysis", false, {}},
-    {Panel::INVERSION, "INVERSION", "Parameters for Inversion Analysis", false, {}},
-    {Panel::ANALRESULT, "ANALRESULT", "Tables of Analysis Results", false, {}},
-    {Panel::PULSE, "PULSE", "Generation of Waveform", false, {}},
-    {Panel::MSCALEPNL, "MSCALEPNL", "Axis Attributes", false, {}},
-    {Panel::DSP_MSCALE, "DSP_MSCALE", "Axis Attributes", false, {}},
-    {Panel::EXD_SCALE, "EXD_SCALE", "Axis Attributes", false, {}},
-    {Panel::ABOUTPNL, "ABOUTPNL", "About Sondera 4", false, {}},
-    {Panel::CHANGEID, "CHANGEID", "Change ID ...", false, {}},
-    {Panel::CHANGEID_1, "CHANGEID_1", "Change ID ...", false, {}},
-    {Panel::CONFIRMPNL, "CONFIRMPNL", "Sondera 3.0: Confirm", false, {}},
-    {Panel::MESSAGEPNL, "MESSAGEPNL", "Sondera 3.0", false, {}},
+    {Panel::CDISPPNL, "CDISPPNL", "Representative Disp. Curve", false, cdisppnl::kControls},
+    {Panel::TMGRAFPNL, "TMGRAFPNL", "Tomographic Image of Phase Velocity", false, tmgrafpnl::kControls},
+    {Panel::FMODELING, "FMODELING", "Parameters for Forward Modeling Analysis", false, fmodeling::kControls},
+    {Panel::INVERSION, "INVERSION", "Parameters for Inversion Analysis", false, inversion::kControls},
+    {Panel::ANALRESULT, "ANALRESULT", "Tables of Analysis Results", false, analresult::kControls},
+    {Panel::PULSE, "PULSE", "Generation of Waveform", false, pulse::kControls},
+    {Panel::MSCALEPNL, "MSCALEPNL", "Axis Attributes", false, mscalepnl::kControls},
+    {Panel::DSP_MSCALE, "DSP_MSCALE", "Axis Attributes", false, dsp_mscale::kControls},
+    {Panel::EXD_SCALE, "EXD_SCALE", "Axis Attributes", false, exd_scale::kControls},
+    {Panel::ABOUTPNL, "ABOUTPNL", "About Sondera 4", false, aboutpnl::kControls},
+    {Panel::CHANGEID, "CHANGEID", "Change ID ...", false, changeid::kControls},
+    {Panel::CHANGEID_1, "CHANGEID_1", "Change ID ...", false, changeid_1::kControls},
+    {Panel::CONFIRMPNL, "CONFIRMPNL", "Sondera 3.0: Confirm", false, confirmpnl::kControls},
+    {Panel::MESSAGEPNL, "MESSAGEPNL", "Sondera 3.0", false, messagepnl::kControls},
     {Panel::MAINMENU, "MAINMENU", "Sondera Menu", true, mainmenu::kControls},
 };
 static_assert(std::size(kPanels) == kPanelCount);

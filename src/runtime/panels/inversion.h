@@ -1,0 +1,60 @@
+// inversion.h - "Parameters for Inversion Analysis": starting model, iterations, uncertainty, bounds,
+// constraints.
+//
+// The values here hold until the record of the inversion is written over them, which has other ones for UF_H
+// and UB_VS. Data keep their deviations (CD_COV 0) and the model factors are UF_H and UF_VS (CM_COV 0) at the
+// start, so the factors of the other choices start dimmed.
+#pragma once
+
+#include "runtime/controls.h"
+
+namespace sondera::inversion {
+
+inline constexpr ListItem kStartModels[] = {{"Given Model P.", 0}};
+inline constexpr ListItem kModelParms[] = {{"Vs", 1}, {"H", 2}, {"Vs and H", 3}};
+inline constexpr ListItem kDataCovariances[] = {
+    {"Unity", -1}, {"Deviations of the data", 0}, {"uf x Vph", 1}};
+inline constexpr ListItem kModelCovariances[] = {{"uf of H and Vs", 0}, {"Relative, unit data weights", 1}};
+
+inline constexpr IntControl ALPHA_POINT{Panel::INVERSION, "ALPHA_POINT", "- Depth-to-WaveL Ratios:", 10};
+inline constexpr NumericControl ALPHA_FROM{Panel::INVERSION, "ALPHA_FROM", "from", 0.35};
+inline constexpr NumericControl ALPHA_TO{Panel::INVERSION, "ALPHA_TO", "to", 0.65};
+inline constexpr ButtonControl AUTOSETUPSMP{Panel::INVERSION, "AUTOSETUPSMP", "Set up layers"};
+inline constexpr ButtonControl EVALSMPARAM{Panel::INVERSION, "EVALSMPARAM", "Determine Starting Model"};
+inline constexpr RingControl INV_SMP{Panel::INVERSION, "INV_SMP",
+                                     "- Selection of Starting Model :", kStartModels};
+inline constexpr IntControl NITER{Panel::INVERSION, "NITER", "- No. of Iterations = ", 5};
+inline constexpr RingControl MODELPARM{Panel::INVERSION, "MODELPARM", "- Model Parameters:", kModelParms};
+inline constexpr RingControl CD_COV{Panel::INVERSION, "CD_COV", "Data covariance", kDataCovariances, 1};
+inline constexpr auto UF_VPH =
+    Dimmed(NumericControl{Panel::INVERSION, "UF_VPH", "uf x (Vph, Vs, or H) = Standard Deviation", 0.05});
+inline constexpr RingControl CM_COV{Panel::INVERSION, "CM_COV", "Model covariance", kModelCovariances};
+inline constexpr NumericControl UF_H{Panel::INVERSION, "UF_H", "uf of H", 0.15};
+inline constexpr NumericControl UF_VS{Panel::INVERSION, "UF_VS", "uf of Vs", 0.05};
+inline constexpr auto UF_H_REL =
+    Dimmed(NumericControl{Panel::INVERSION, "UF_H_REL", "uf of H, relative", 0.01});
+inline constexpr auto UF_VS_REL =
+    Dimmed(NumericControl{Panel::INVERSION, "UF_VS_REL", "uf of Vs, relative", 2.5});
+inline constexpr LabelControl BOUNDSTEXT{Panel::INVERSION, "BOUNDSTEXT", "- Lower and Upper Bounds:"};
+inline constexpr NumericControl LB_H{Panel::INVERSION, "LB_H", "H from", 0.01};
+inline constexpr NumericControl UB_H{Panel::INVERSION, "UB_H", "H to", 50.0};
+inline constexpr NumericControl LB_VS{Panel::INVERSION, "LB_VS", "Vs from", 10.0};
+inline constexpr NumericControl UB_VS{Panel::INVERSION, "UB_VS", "Vs to", 10000.0};
+inline constexpr LabelControl CONSTRAINTTEXT{Panel::INVERSION, "CONSTRAINTTEXT", "Constrained Layers:"};
+inline constexpr TextControl CONST_MP_H{Panel::INVERSION, "CONST_MP_H", "H"};
+inline constexpr TextControl CONST_MP_VS{Panel::INVERSION, "CONST_MP_VS", "Vs"};
+inline constexpr ToggleControl UPDATERHONU{Panel::INVERSION, "UPDATERHONU",
+                                           "Density and Poisson's ratio follow Vs", 1};
+inline constexpr ButtonControl PERFORMINV{Panel::INVERSION, "PERFORMINV", "Run"};
+inline constexpr ButtonControl PERFORMINVSAVE{Panel::INVERSION, "PERFORMINVSAVE", "Run and Save"};
+inline constexpr ButtonControl ONECLICK_RUN{Panel::INVERSION, "ONECLICK_RUN", "One-Click Inversion"};
+inline constexpr ButtonControl CLOSE{Panel::INVERSION, "CLOSE", "Close"};
+
+/// All of the above, in the order of the panel.
+inline constexpr const Control* kControls[] = {
+    &ALPHA_POINT, &ALPHA_FROM,  &ALPHA_TO,    &AUTOSETUPSMP, &EVALSMPARAM,    &INV_SMP,      &NITER,
+    &MODELPARM,   &CD_COV,      &UF_VPH,      &CM_COV,       &UF_H,           &UF_VS,        &UF_H_REL,
+    &UF_VS_REL,   &BOUNDSTEXT,  &LB_H,        &UB_H,         &LB_VS,          &UB_VS,        &CONSTRAINTTEXT,
+    &CONST_MP_H,  &CONST_MP_VS, &UPDATERHONU, &PERFORMINV,   &PERFORMINVSAVE, &ONECLICK_RUN, &CLOSE};
+
+}  // namespace sondera::inversion

@@ -1,0 +1,21 @@
+// load2chnl.h - "Load Two-Channel Freq. Resp. Data": an earlier import dialog, whose work LOADTXDATA does
+// now.
+#pragma once
+
+#include "runtime/controls.h"
+
+namespace sondera::load2chnl {
+
+inline constexpr TextControl MEASID{Panel::LOAD2CHNL, "MEASID", "Measurement ID"};
+inline constexpr TextControl FILENAME{Panel::LOAD2CHNL, "FILENAME", "File"};
+inline constexpr NumericControl LOC_SRC{Panel::LOAD2CHNL, "LOC_SRC", "Location of the source"};
+inline constexpr NumericControl LOC_REC1{Panel::LOAD2CHNL, "LOC_REC1", "Location of receiver 1"};
+inline constexpr NumericControl LOC_REC2{Panel::LOAD2CHNL, "LOC_REC2", "Location of receiver 2"};
+inline constexpr ButtonControl LOAD{Panel::LOAD2CHNL, "LOAD", "Load"};
+inline constexpr ButtonControl CANCEL{Panel::LOAD2CHNL, "CANCEL", "Cancel"};
+
+/// All of the above, in the order of the panel.
+inline constexpr const Control* kControls[] = {&MEASID,   &FILENAME, &LOC_SRC, &LOC_REC1,
+                                               &LOC_REC2, &LOAD,     &CANCEL};
+
+}  // namespace sondera::load2chnl
