@@ -7,6 +7,8 @@
 #include <map>
 #include <unordered_map>
 
+#include "runtime/panels/catalogue.h"
+
 namespace sondera {
 namespace {
 
@@ -37,9 +39,18 @@ struct PanelState {
   int activeTab = 0;
 };
 
+std::array<PanelState, kPanelCount> FirstPanels() {
+  std::array<PanelState, kPanelCount> panels;
+  for (int i = 0; i < kPanelCount; ++i) {
+    const auto p = static_cast<Panel>(i);
+    panels[static_cast<std::size_t>(i)] = {PanelStartsShown(p), std::string(DefaultPanelTitle(p)), 0};
+  }
+  return panels;
+}
+
 struct Store {
   std::unordered_map<ControlId, ControlState> controls;
-  std::array<PanelState, kPanelCount> panels;
+  std::array<PanelState, kPanelCount> panels = FirstPanels();
   std::unordered_map<ControlId, Callback> callbacks;
   std::map<int, Observer> observers;
   int nextObserver = 1;
@@ -287,7 +298,7 @@ int SendEvent(const Control& c, Event event, long data) {
 
 void ResetControls() {
   store.controls.clear();
-  store.panels.fill({});
+  store.panels = FirstPanels();
 }
 
 ControlId FindControl(Panel p, std::string_view name) {
