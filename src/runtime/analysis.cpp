@@ -1,7 +1,10 @@
 // analysis.cpp - see analysis.h. Transforms are FFTW 3's, all else is plain arithmetic.
 //
 // Plans are made in estimate mode and without regard to alignment, so that the same numbers give the same
-// bytes wherever an array happens to lie. Owns the plan cache, which is process-wide.
+// bytes wherever an array happens to lie. For the same reason, and because FFTW ties a plan for separate real
+// and imaginary arrays to the distance between the two in memory, a transform runs in place on one
+// interleaved work vector: making a plan costs some hundred transforms, copying in and out less than the
+// interleaved form saves. Owns the plan cache, which is process-wide.
 #include "runtime/analysis.h"
 
 #include <fftw3.h>
@@ -11,6 +14,7 @@
 #include <cstddef>
 #include <limits>
 #include <map>
+#include <new>
 #include <numeric>
 #include <utility>
 
@@ -20,10 +24,12 @@ namespace {
 constexpr unsigned kPlanFlags = FFTW_ESTIMATE | FFTW_UNALIGNED;
 constexpr std::size_t kMostPlans = 64;  // distinct lengths kept; a project uses a handful
 
-/// The kept plans, by length, and the interleaved work vector that they run on.
+using PlanPtr = std::shared_ptr<fftw_plan_s>;
+
+/// The kept plans, by length, and the work vector that the transforms run on.
 struct FFTPlanCache {
-  std::map<int, fftw_plan> forward;
-  std::vector<dcomplex> work;
+  std::map<int, PlanPtr> forward;  // forward transforms, in place, of interleaved numbers
+  std::vector<dcomplex> work;      // grows, does not shrink
 };
 FFTPlanCache fftPlanCache;  // empty at start; emptied by ReleaseFFTPlans
 
@@ -32,50 +38,47 @@ fftw_complex* AsFftw(dcomplex* x) {
 }
 static_assert(sizeof(dcomplex) == sizeof(fftw_complex));
 
-void DropPlans() {
-  for (auto& [n, plan] : fftPlanCache.forward) fftw_destroy_plan(plan);
-  fftPlanCache.forward.clear();
-}
-
-/// Plan of the forward in-place transform of the work vector; null when none can be had.
-fftw_plan ForwardPlan(int n) {
-  if (auto it = fftPlanCache.forward.find(n); it != fftPlanCache.forward.end()) return it->second;
-  if (fftPlanCache.forward.size() >= kMostPlans) DropPlans();
-  fftw_complex* work = AsFftw(fftPlanCache.work.data());
-  fftw_plan plan = fftw_plan_dft_1d(n, work, work, FFTW_FORWARD, kPlanFlags);
-  if (plan) fftPlanCache.forward[n] = plan;
-  return plan;
-}
-
-void Transform(double* re, double* im, int n, double scale) {
-  if (n <= 0) return;
+/// Work vector of at least n elements.
+dcomplex* WorkVector(int n) {
   std::vector<dcomplex>& work = fftPlanCache.work;
-  if (work.size() < static_cast<std::size_t>(n)) work.resize(n);
-  fftw_plan plan = ForwardPlan(n);
+  if (work.size() < static_cast<std::size_t>(n)) work.resize(static_cast<std::size_t>(n));
+  return work.data();
+}
+
+const PlanPtr& ForwardPlan(int n) {
+  auto& plans = fftPlanCache.forward;
+  if (auto it = plans.find(n); it != plans.end()) return it->second;
+  if (plans.size() >= kMostPlans) plans.clear();
+  fftw_complex* work = AsFftw(WorkVector(n));  // untouched: estimate mode only looks at the shape
+  PlanPtr plan(fftw_plan_dft_1d(n, work, work, FFTW_FORWARD, kPlanFlags), fftw_destroy_plan);
   if (!plan) throw std::bad_alloc();
-  dcomplex* w = work.data();
+  return plans[n] = std::move(plan);
+}
+
+/// Forward transform times a factor. The inverse is the same with the parts exchanged before and after.
+void Transform(double* re, double* im, int n, double factor) {
+  fftw_plan plan = ForwardPlan(n).get();
+  dcomplex* w = WorkVector(n);
   for (int i = 0; i < n; ++i) w[i] = {re[i], im[i]};
   fftw_execute_dft(plan, AsFftw(w), AsFftw(w));
   for (int i = 0; i < n; ++i) {
-    re[i] = w[i].re * scale;
-    im[i] = w[i].im * scale;
+    re[i] = w[i].re * factor;
+    im[i] = w[i].im * factor;
   }
 }
 
 }  // namespace
 
 void FFT(double* re, double* im, int n) {
-  Transform(re, im, n, 1.0);
+  if (n > 0) Transform(re, im, n, 1.0);
 }
 
-// The inverse is the forward transform with the parts exchanged before and after.
 void InvFFT(double* re, double* im, int n) {
-  Transform(im, re, n, 1.0 / n);
+  if (n > 0) Transform(im, re, n, 1.0 / n);
 }
 
 void ReleaseFFTPlans() {
-  DropPlans();
-  std::vector<dcomplex>().swap(fftPlanCache.work);
+  fftPlanCache = FFTPlanCache();
 }
 
 void CxMul(double ar, double ai, double br, double bi, double* cr, double* ci) {
@@ -89,27 +92,22 @@ void CxDiv(double ar, double ai, double br, double bi, double* cr, double* ci) {
   *ci = (ai * br - ar * bi) / norm;
 }
 
-void FFTTable::PlanRelease::operator()(void* plan) const {
-  fftw_destroy_plan(static_cast<fftw_plan>(plan));
-}
-
 FFTTable CreateFFTTable(int n) {
   FFTTable table;
   if (n <= 0) return table;
-  std::vector<dcomplex> x(n), y(n);
-  fftw_plan plan = fftw_plan_dft_1d(n, AsFftw(x.data()), AsFftw(y.data()), FFTW_BACKWARD,
-                                    kPlanFlags | FFTW_PRESERVE_INPUT);
-  if (!plan) throw std::bad_alloc();
-  table.plan_.reset(plan);
+  table.plan_ = ForwardPlan(n);
   table.n_ = n;
   return table;
 }
 
+// As in Transform, the inverse exchanges the parts on the way in and out.
 void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table) {
-  if (table.n_ <= 0) return;
-  fftw_execute_dft(static_cast<fftw_plan>(table.plan_.get()), AsFftw(const_cast<dcomplex*>(x)), AsFftw(y));
-  const double scale = 1.0 / table.n_;
-  for (int i = 0; i < table.n_; ++i) y[i] = {y[i].re * scale, y[i].im * scale};
+  const int n = table.n_;
+  if (n <= 0) return;
+  for (int i = 0; i < n; ++i) y[i] = {x[i].im, x[i].re};
+  fftw_execute_dft(table.plan_.get(), AsFftw(y), AsFftw(y));
+  const double factor = 1.0 / n;
+  for (int i = 0; i < n; ++i) y[i] = {y[i].im * factor, y[i].re * factor};
 }
 
 void DestroyFFTTable(FFTTable& table) {

@@ -13,6 +13,8 @@
 
 #include "numeric/dcomplex.h"
 
+struct fftw_plan_s;  // FFTW's own, so that its header stays out of this one
+
 namespace sondera {
 
 /// In-place forward transform, not normalised: X[k] = sum over i of x[i] exp(-j 2 pi k i / n).
@@ -34,22 +36,19 @@ void CxMul(double ar, double ai, double br, double bi, double* cr, double* ci);
 /// A zero divisor gives non-finite parts; callers that want a 0 there test for it first.
 void CxDiv(double ar, double ai, double br, double bi, double* cr, double* ci);
 
-/// Plan of an out-of-place inverse transform of one length. Made by CreateFFTTable; moves, does not copy, and
-/// releases itself.
+/// What CxInvFFTEx needs for one length. Tables of one length share the kept plan; a table lives on through
+/// ReleaseFFTPlans.
 class FFTTable {
  public:
   FFTTable() = default;
+  /// Length of the transform; 0 for an empty table.
   int n() const { return n_; }
 
  private:
   friend FFTTable CreateFFTTable(int n);
   friend void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table);
-  friend void DestroyFFTTable(FFTTable& table);
-  struct PlanRelease {
-    void operator()(void* plan) const;
-  };
   int n_ = 0;
-  std::unique_ptr<void, PlanRelease> plan_;  // an fftw_plan
+  std::shared_ptr<fftw_plan_s> plan_;
 };
 
 /// Table for transforms of length n; an empty table for n <= 0.

@@ -6,9 +6,10 @@
 //     inline constexpr NumericControl BETA{Panel::GABORPNL, "BETA", "Exponent", 3.0};
 //     }
 //
-// and used by that constant: GetCtrlVal(gaborpnl::BETA), SetCtrlVal(gaborpnl::BETA, 2.5). A misspelt or mistyped
-// access does not compile. The store knows no widgets: a front end observes it and writes user input through the
-// same calls. Callbacks of controls are held in a table that app/ fills; Commit runs one, as a press would.
+// and used by that constant: GetCtrlVal(gaborpnl::BETA), SetCtrlVal(gaborpnl::BETA, 2.5). A misspelt or
+// mistyped access does not compile. The store knows no widgets: a front end observes it and writes user input
+// through the same calls. Callbacks of controls are held in a table that app/ fills; Commit runs one, as a
+// press would.
 #pragma once
 
 #include <functional>
@@ -22,13 +23,54 @@ namespace sondera {
 
 /// All panels. MAINMENU holds the menu items of the main window.
 enum class Panel : int {
-  PANEL, MEASPANEL, SASW, DISPCURV, EXDTHD, HMSETUP, HWSETUP, MEASSETUP, LOADTXDATA, LOAD2CHNL, LOADEXD,
-  ASAVEDLG, DEVPANEL, IRFSETPNL, IRFSETPNL2, GABORPNL, CDISPPNL, TMGRAFPNL, FMODELING, INVERSION, ANALRESULT,
-  PULSE, MSCALEPNL, DSP_MSCALE, EXD_SCALE, ABOUTPNL, CHANGEID, CHANGEID_1, CONFIRMPNL, MESSAGEPNL, MAINMENU,
+  PANEL,
+  MEASPANEL,
+  SASW,
+  DISPCURV,
+  EXDTHD,
+  HMSETUP,
+  HWSETUP,
+  MEASSETUP,
+  LOADTXDATA,
+  LOAD2CHNL,
+  LOADEXD,
+  ASAVEDLG,
+  DEVPANEL,
+  IRFSETPNL,
+  IRFSETPNL2,
+  GABORPNL,
+  CDISPPNL,
+  TMGRAFPNL,
+  FMODELING,
+  INVERSION,
+  ANALRESULT,
+  PULSE,
+  MSCALEPNL,
+  DSP_MSCALE,
+  EXD_SCALE,
+  ABOUTPNL,
+  CHANGEID,
+  CHANGEID_1,
+  CONFIRMPNL,
+  MESSAGEPNL,
+  MAINMENU,
 };
 inline constexpr int kPanelCount = static_cast<int>(Panel::MAINMENU) + 1;
 
-enum class ControlKind : int { Numeric, Int, Text, Ring, RealRing, List, Table, Graph, Button, Toggle, Label, Menu };
+enum class ControlKind : int {
+  Numeric,
+  Int,
+  Text,
+  Ring,
+  RealRing,
+  List,
+  Table,
+  Graph,
+  Button,
+  Toggle,
+  Label,
+  Menu
+};
 
 /// Item of a ring or a list. Rings of lengths hold real values, all others whole ones.
 struct ListItem {
@@ -40,15 +82,15 @@ struct ListItem {
 struct Control {
   Panel panel;
   ControlKind kind;
-  std::string_view name;                            ///< the constant's own name, e.g. "BETA"
-  std::string_view label;                           ///< caption shown beside it
-  double number = 0.0;                              ///< first value of Numeric, Int, Toggle; first index of rings
-  std::string_view text = {};                       ///< first value of Text and Label; menu path of Menu
-  std::span<const ListItem> items = {};             ///< first items of a ring or list
-  int rows = 0;                                     ///< first number of rows of a Table; its cells start at 0
-  std::span<const std::string_view> columns = {};   ///< column titles of a Table
-  bool dimmed = false;                              ///< starts dimmed
-  bool hidden = false;                              ///< starts hidden
+  std::string_view name;                 ///< the constant's own name, e.g. "BETA"
+  std::string_view label;                ///< caption shown beside it
+  double number = 0.0;                   ///< first value of Numeric, Int, Toggle; first index of rings
+  std::string_view text = {};            ///< first value of Text and Label; menu path of Menu
+  std::span<const ListItem> items = {};  ///< first items of a ring or list
+  int rows = 0;                          ///< first number of rows of a Table; its cells start at 0
+  std::span<const std::string_view> columns = {};  ///< column titles of a Table
+  bool dimmed = false;                             ///< starts dimmed
+  bool hidden = false;                             ///< starts hidden
 };
 using ControlId = const Control*;
 
@@ -92,11 +134,13 @@ struct TableControl : Control {
 };
 /// Graph; its content is a model of runtime/graphs.h.
 struct GraphControl : Control {
-  constexpr GraphControl(Panel p, std::string_view n, std::string_view l) : Control{p, ControlKind::Graph, n, l} {}
+  constexpr GraphControl(Panel p, std::string_view n, std::string_view l)
+      : Control{p, ControlKind::Graph, n, l} {}
 };
 /// Push button: no value, a callback.
 struct ButtonControl : Control {
-  constexpr ButtonControl(Panel p, std::string_view n, std::string_view l) : Control{p, ControlKind::Button, n, l} {}
+  constexpr ButtonControl(Panel p, std::string_view n, std::string_view l)
+      : Control{p, ControlKind::Button, n, l} {}
 };
 /// On or off (or a small count of states): check box, toggle button, lamp.
 struct ToggleControl : Control {
@@ -126,7 +170,8 @@ constexpr C Dimmed(C control) {
   return control;
 }
 
-// ---- values -------------------------------------------------------------------------------------------------------
+// ---- values
+// -------------------------------------------------------------------------------------------------------
 
 double GetCtrlVal(const NumericControl& c);
 int GetCtrlVal(const IntControl& c);
@@ -152,7 +197,8 @@ bool SetCtrlVal(const ListControl& c, int value);
 void AppendText(const TextControl& c, std::string_view text);
 void ResetTextBox(const TextControl& c, std::string_view text = {});
 
-// ---- items of rings and lists; positions count from 0 ---------------------------------------------------------------
+// ---- items of rings and lists; positions count from 0
+// ---------------------------------------------------------------
 
 template <class C>
 concept ItemControl =
@@ -201,8 +247,8 @@ template <ItemControl C>
 void InsertListItem(const C& c, int index, std::string_view label, double value) {
   items::Insert(c, index, label, value);
 }
-/// Removes one item. The selection stays on its item; when that was the removed one it goes to the item that took
-/// its place, or to the last.
+/// Removes one item. The selection stays on its item; when that was the removed one it goes to the item that
+/// took its place, or to the last.
 template <ItemControl C>
 void DeleteListItem(const C& c, int index) {
   items::Delete(c, index);
@@ -217,7 +263,8 @@ int FindListItem(const C& c, std::string_view label) {
   return items::Find(c, label);
 }
 
-// ---- tables; rows and columns count from 1 --------------------------------------------------------------------------
+// ---- tables; rows and columns count from 1
+// --------------------------------------------------------------------------
 
 inline constexpr int kMaxTableRows = 100000;
 
@@ -234,7 +281,8 @@ bool DeleteTableRow(const TableControl& c, int row);
 std::string GetTableRowLabel(const TableControl& c, int row);
 void SetTableRowLabel(const TableControl& c, int row, std::string_view label);
 
-// ---- attributes -----------------------------------------------------------------------------------------------------
+// ---- attributes
+// -----------------------------------------------------------------------------------------------------
 
 bool IsDimmed(const Control& c);
 void SetDimmed(const Control& c, bool dimmed);
@@ -253,10 +301,17 @@ void SetPanelTitle(Panel p, std::string_view title);
 void SetActiveTabPage(Panel tabs, int page);
 int GetActiveTabPage(Panel tabs);
 
-// ---- callbacks ------------------------------------------------------------------------------------------------------
+// ---- callbacks
+// ------------------------------------------------------------------------------------------------------
 
 enum class Event : int {
-  Commit = 1, ValChanged = 2, LeftClick = 3, GotFocus = 4, LostFocus = 5, RightClick = 6, LeftDoubleClick = 7,
+  Commit = 1,
+  ValChanged = 2,
+  LeftClick = 3,
+  GotFocus = 4,
+  LostFocus = 5,
+  RightClick = 6,
+  LeftDoubleClick = 7,
   Close = 8
 };
 
@@ -269,9 +324,12 @@ Callback CallbackOf(const Control& c);
 /// Runs the control's callback with an event, as a front end does. Without a callback: 0.
 int SendEvent(const Control& c, Event event, long data = 0);
 /// Presses the control: the commit event.
-inline int Commit(const Control& c, long data = 0) { return SendEvent(c, Event::Commit, data); }
+inline int Commit(const Control& c, long data = 0) {
+  return SendEvent(c, Event::Commit, data);
+}
 
-// ---- the whole store ------------------------------------------------------------------------------------------------
+// ---- the whole store
+// ------------------------------------------------------------------------------------------------
 
 /// Brings every control and panel to its declared first state. Callbacks and observers stay.
 void ResetControls();

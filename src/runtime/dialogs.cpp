@@ -15,9 +15,13 @@ DialogState state;
 
 }  // namespace
 
-FrontEnd InstallFrontEnd(FrontEnd next) { return std::exchange(state.frontEnd, std::move(next)); }
+FrontEnd InstallFrontEnd(FrontEnd next) {
+  return std::exchange(state.frontEnd, std::move(next));
+}
 
-const FrontEnd& CurrentFrontEnd() { return state.frontEnd; }
+const FrontEnd& CurrentFrontEnd() {
+  return state.frontEnd;
+}
 
 void MessagePopup(std::string_view title, std::string_view text) {
   ++state.messages;
@@ -41,7 +45,11 @@ FileChoice FileSelectPopup(const FileRequest& request) {
   return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
 }
 
-int MessageCount() { return state.messages; }
-const std::string& LastMessage() { return state.lastMessage; }
+int MessageCount() {
+  return state.messages;
+}
+const std::string& LastMessage() {
+  return state.lastMessage;
+}
 
 }  // namespace sondera

@@ -1,7 +1,8 @@
 // dialogs.h - the boxes that the logic shows, and the front end that stands behind them.
 //
-// The logic calls MessagePopup, ConfirmPopup, PromptPopup and FileSelectPopup. What happens then is the business
-// of the installed front end: the console prints and answers by its rule, windows show real boxes, tests record.
+// The logic calls MessagePopup, ConfirmPopup, PromptPopup and FileSelectPopup. What happens then is the
+// business of the installed front end: the console prints and answers by its rule, windows show real boxes,
+// tests record.
 #pragma once
 
 #include <functional>
@@ -26,13 +27,14 @@ struct FileRequest {
   bool forSaving = false;
 };
 
-/// Everything that needs a person or a display, as one table of functions. An empty slot does nothing: messages are
-/// dropped, questions are answered No, prompts and files are cancelled, run() returns at once.
+/// Everything that needs a person or a display, as one table of functions. An empty slot does nothing:
+/// messages are dropped, questions are answered No, prompts and files are cancelled, run() returns at once.
 struct FrontEnd {
   std::string name = "none";
   std::function<void(std::string_view title, std::string_view text)> message;
   std::function<bool(std::string_view title, std::string_view text)> confirm;
-  std::function<std::optional<std::string>(std::string_view title, std::string_view text, int maxLength)> prompt;
+  std::function<std::optional<std::string>(std::string_view title, std::string_view text, int maxLength)>
+      prompt;
   std::function<FileChoice(const FileRequest&)> selectFile;
   std::function<void()> processEvents;
   std::function<int()> run;       ///< the event loop; its result is that of RunUserInterface
@@ -58,8 +60,8 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
 /// Asks for a file. See FileChoice.
 FileChoice FileSelectPopup(const FileRequest& request);
 
-/// Messages shown since the process began, and the latest text. A script compares the count before and after a
-/// command to learn whether the command complained.
+/// Messages shown since the process began, and the latest text. A script compares the count before and after
+/// a command to learn whether the command complained.
 int MessageCount();
 const std::string& LastMessage();
 

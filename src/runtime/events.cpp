@@ -33,7 +33,9 @@ void QuitUserInterface(int result) {
   if (CurrentFrontEnd().quit) CurrentFrontEnd().quit(result);
 }
 
-bool QuitRequested() { return state.quit.has_value(); }
+bool QuitRequested() {
+  return state.quit.has_value();
+}
 
 void ResetEvents() {
   state = {};
@@ -45,13 +47,19 @@ void SetWaitCursor(bool on) {
   if (CurrentFrontEnd().waitCursor) CurrentFrontEnd().waitCursor(on);
 }
 
-bool WaitCursorShown() { return state.waitCursor; }
+bool WaitCursorShown() {
+  return state.waitCursor;
+}
 
 void RequestInterrupt() {
   if (interruptFlag) std::_Exit(1);
   interruptFlag = 1;
 }
-bool InterruptRequested() { return interruptFlag != 0; }
-void ClearInterrupt() { interruptFlag = 0; }
+bool InterruptRequested() {
+  return interruptFlag != 0;
+}
+void ClearInterrupt() {
+  interruptFlag = 0;
+}
 
 }  // namespace sondera

@@ -3,8 +3,8 @@
 
 namespace sondera {
 
-/// Lets pending user input take effect. Long loops call it at fixed points; it is the only place where a person's
-/// Stop or Halt can get in, besides InterruptRequested.
+/// Lets pending user input take effect. Long loops call it at fixed points; it is the only place where a
+/// person's Stop or Halt can get in, besides InterruptRequested.
 void ProcessSystemEvents();
 
 /// Runs the front end's event loop until QuitUserInterface; returns the value given there.
@@ -23,8 +23,9 @@ void ResetEvents();
 void SetWaitCursor(bool on);
 bool WaitCursorShown();
 
-/// Interrupt of a terminal (Ctrl-C). The signal handler calls RequestInterrupt, which only sets a flag; loops that
-/// can be halted ask for it where they poll events. A second request while the first still waits ends the process.
+/// Interrupt of a terminal (Ctrl-C). The signal handler calls RequestInterrupt, which only sets a flag; loops
+/// that can be halted ask for it where they poll events. A second request while the first still waits ends
+/// the process.
 void RequestInterrupt();
 bool InterruptRequested();
 void ClearInterrupt();

@@ -2,8 +2,11 @@
 #include "runtime/text_format.h"
 
 #include <locale.h>
+
+#include <algorithm>
 #include <charconv>
 #include <clocale>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
