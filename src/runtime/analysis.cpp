@@ -159,11 +159,12 @@ class ParabolaFit {
       t1 += u * v;
       t2 += u * u * v;
     }
-    const double mean = s2_ / width_;  // of u^2
+    // As quotients of sums, so that whole-numbered samples meet a threshold exactly.
+    const double determinant = width_ * s4_ - s2_ * s2_;
     Parabola fit;
     fit.slope = t1 / s2_;
-    fit.bend = (t2 - mean * t0) / (s4_ - mean * s2_);
-    fit.level = t0 / width_ - fit.bend * mean;
+    fit.bend = (width_ * t2 - s2_ * t0) / determinant;
+    fit.level = (s4_ * t0 - s2_ * t2) / determinant;
     return fit;
   }
   double half() const { return half_; }

@@ -40,6 +40,8 @@ RecordingFrontEnd::RecordingFrontEnd() {
   former_ = InstallFrontEnd(std::move(f));
 }
 
-RecordingFrontEnd::~RecordingFrontEnd() { InstallFrontEnd(std::move(former_)); }
+RecordingFrontEnd::~RecordingFrontEnd() {
+  InstallFrontEnd(std::move(former_));
+}
 
 }  // namespace sondera::testing

@@ -1,4 +1,5 @@
-// recording_front_end.h - a front end for tests: records what was shown and gives the answers laid out for it.
+// recording_front_end.h - a front end for tests: records what was shown and gives the answers laid out for
+// it.
 #pragma once
 
 #include <deque>
