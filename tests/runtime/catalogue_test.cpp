@@ -8,11 +8,10 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "runtime/panels/cdisppnl.h"
@@ -60,15 +59,49 @@ struct Declaration {
   std::string name;
 };
 
-std::vector<Declaration> DeclarationsIn(const std::string& header) {
-  // Plain:   inline constexpr IntControl NAME{Panel::P, "NAME", ...
-  // Wrapped: inline constexpr auto NAME = Hidden(IntControl{Panel::P, "NAME", ...
-  static const std::regex pattern(
-      R"re(inline constexpr (?:(\w+)Control (\w+)\{|auto (\w+)\s*=\s*\w+\(\s*(\w+)Control\{)\s*(?:Panel::(\w+),\s*)?"([^"]*)")re");
+/// Takes the identifier at the front of the text off it.
+std::string TakeWord(std::string_view& text) {
+  std::size_t n = 0;
+  while (n < text.size() && (std::isalnum(static_cast<unsigned char>(text[n])) || text[n] == '_')) ++n;
+  std::string word(text.substr(0, n));
+  text.remove_prefix(n);
+  return word;
+}
+
+/// Takes what precedes a mark off the text, and the mark.
+std::string TakeUntil(std::string_view& text, std::string_view mark) {
+  const std::size_t at = std::min(text.find(mark), text.size());
+  std::string before(text.substr(0, at));
+  text.remove_prefix(std::min(at + mark.size(), text.size()));
+  return before;
+}
+
+bool IsControlType(const std::string& type) {
+  return type.ends_with("Control") && type != "Control";
+}
+
+/// Reads the two forms of a declaration:
+///   inline constexpr IntControl NAME{Panel::P, "NAME", ...
+///   inline constexpr auto NAME = Hidden(IntControl{Panel::P, "NAME", ...
+std::vector<Declaration> DeclarationsIn(std::string_view header) {
+  const std::string_view opening = "inline constexpr ";
   std::vector<Declaration> found;
-  for (std::sregex_iterator it(header.begin(), header.end(), pattern), end; it != end; ++it) {
-    const std::smatch& m = *it;
-    found.push_back({m[1].matched ? m[1] : m[4], m[2].matched ? m[2] : m[3], m[5], m[6]});
+  for (TakeUntil(header, opening); !header.empty(); TakeUntil(header, opening)) {
+    std::string_view rest = header;
+    std::string type = TakeWord(rest);
+    TakeUntil(rest, " ");
+    const std::string constant = TakeWord(rest);
+    if (type == "auto") {
+      TakeUntil(rest, "(");
+      type = TakeWord(rest);
+    }
+    if (!IsControlType(type) || !rest.starts_with("{")) continue;
+    std::string_view beforeName = rest;
+    const std::string arguments = TakeUntil(beforeName, "\"");
+    std::string_view panel = arguments;
+    TakeUntil(panel, "Panel::");
+    const std::string panelName = TakeWord(panel);
+    found.push_back({type.substr(0, type.size() - 7), constant, panelName, TakeUntil(beforeName, "\"")});
   }
   return found;
 }
@@ -139,13 +172,13 @@ TEST(Catalogue, EveryDeclaredControlIsListedOnceUnderItsConstantsName) {
 }
 
 TEST(Catalogue, TheReaderOfHeadersMissesNoDeclaration) {
-  // Counts a second way: each declaration names its kind once with an opening brace behind it.
-  static const std::regex opening(R"(Control(?: \w+)?\{)");
+  // Counted a second way: every control begins with its panel; the menu's items with their type's brace.
   for (Panel p : AllPanels()) {
     const std::string header = ReadHeader(p);
-    const auto count =
-        std::distance(std::sregex_iterator(header.begin(), header.end(), opening), std::sregex_iterator());
-    EXPECT_EQ(static_cast<std::size_t>(count), DeclarationsIn(header).size()) << PanelName(p);
+    const std::string mark = p == Panel::MAINMENU ? "inline constexpr MenuControl " : "{Panel::";
+    std::size_t count = 0;
+    for (auto at = header.find(mark); at != std::string::npos; at = header.find(mark, at + 1)) ++count;
+    EXPECT_EQ(count, DeclarationsIn(header).size()) << PanelName(p);
   }
 }
 
