@@ -24,4 +24,20 @@ void UpdateHWSetup(const std::string& projID, const std::string& measID);
 /// @param which  0 trace A, 1 trace B, any other both
 void UpdateMeasSetup(const std::string& projID, const std::string& measID, int which);
 
+// ---- what the set-up dialogs share ------------------------------------------------------------------------------
+
+/// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 for more than the
+/// table has. FreqLinesFromID is the entry at a position, 0 outside.
+int FreqLinesID(int lines);
+int FreqLinesFromID(int index);
+/// Number of the voltage range step: 6 for at most 0.01 V, down to 0 above 3.16 V.
+int VoltRangeID(double range);
+
+/// "Ch  1: AC, F, 5.00 Volts"; a range below 1 V in millivolts. Channel from 0.
+std::string InputChannelText(int channel, const HWSetup& hw);
+void FillInputChannelList(const HWSetup& hw);
+/// Shows coupling, grounding and range of one channel (from 0).
+void ShowInputChannel(const HWSetup& hw, int channel);
+void FillReceiverList(const MeasSetup& ms);
+
 }  // namespace sondera
