@@ -26,6 +26,10 @@ class Scratch {
     CheckOffsetIndex(i, 1, n_);
     return pointer()[i];
   }
+  const T& operator[](int i) const {
+    CheckOffsetIndex(i, 1, n_);
+    return heap_ ? heap_[static_cast<std::size_t>(i)] : stack_[static_cast<std::size_t>(i)];
+  }
 
   /// Pointer p with p[1] .. p[n] the elements; element 0 exists but is not used.
   T* pointer() { return heap_ ? heap_.get() : stack_.data(); }
