@@ -7,7 +7,6 @@
 #include <map>
 #include <unordered_map>
 
-#include "runtime/panels/catalogue.h"
 
 namespace sondera {
 namespace {

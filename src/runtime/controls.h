@@ -338,6 +338,10 @@ void ResetControls();
 std::span<const Control* const> ControlsOf(Panel p);
 ControlId FindControl(Panel p, std::string_view name);
 std::string_view PanelName(Panel p);
+/// Title of a panel before any logic writes one, and whether it starts shown: the main window with its menu and the
+/// tab pages do, dialogs do not. These and the two above are answered by runtime/panels/catalogue.cpp.
+std::string_view DefaultPanelTitle(Panel p);
+bool PanelStartsShown(Panel p);
 
 /// Called after each change of a control (value, items, attributes) or of a panel (control is null).
 using Observer = std::function<void(Panel panel, ControlId control)>;

@@ -1,6 +1,6 @@
 // The catalogue of panels against its own sources: what a header declares is what the store knows, once,
 // under its own name. The headers are read as text, so that a control left out of a list is found.
-#include "runtime/panels/catalogue.h"
+#include "runtime/controls.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // catalogue.cpp - the table of all panels. A panel is added here, as an entry of Panel and as a header of its
 // own; catalogue_test holds the three against each other.
-#include "runtime/panels/catalogue.h"
+#include "runtime/controls.h"
 
 #include <cstddef>
 #include <iterator>
