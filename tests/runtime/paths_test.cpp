@@ -2,7 +2,6 @@
 #include "runtime/paths.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
