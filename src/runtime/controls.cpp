@@ -6,8 +6,6 @@
 #include <array>
 #include <map>
 #include <unordered_map>
-
-
 namespace sondera {
 namespace {
 
