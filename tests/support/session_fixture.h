@@ -1,0 +1,60 @@
+// session_fixture.h - every test of the logic begins here: all process-wide state at its first value, a front
+// end that records, and helpers that put a measurement into the database and on display.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "project/measdb.h"
+#include "runtime/controls.h"
+#include "support/recording_front_end.h"
+
+namespace sondera::testing {
+
+/// Brings session, database, controls, graphs, events, redraw notices and the state of signal/ to a fresh
+/// start. Callbacks in the store stay.
+void ResetEverything();
+
+/// Records of a measurement made for a test; borrowed from MeasDB.
+struct TestMeasurement {
+  int key = -1;
+  std::string projID, measID;
+  HWSetup* hw = nullptr;
+  MeasSetup* setup = nullptr;
+  RawData* raw = nullptr;
+};
+
+/// What AddMeasurement makes. Receivers stand spacing apart, the first one spacing behind the source.
+struct MeasurementPlan {
+  std::string projID = "ProjID", measID = "measID";
+  int nChannels = 2;
+  int nLines = 512;
+  double deltaT = 0.001;  ///< s; freqSpan = 0.5 / deltaT, deltaF = freqSpan / nLines
+  double srcLoc = 0.0;
+  double spacing = 10.0;
+  double lengthUnit = 1.0;
+};
+
+/// Puts a measurement with zero data into the database. An id that is there already keeps its key.
+TestMeasurement AddMeasurement(const MeasurementPlan& plan = {});
+
+/// Makes it the current measurement of the session and of the setup dialog, and puts the pair (channels from
+/// 0) on trace A of the masking and the measurement page. Both traces get the channel lists of the
+/// measurement.
+void SelectPair(const TestMeasurement& m, int refChan, int dspChan);
+
+/// SetUp brings everything to a known state and installs the recording front end.
+class SessionTest : public ::testing::Test {
+ protected:
+  void SetUp() override { ResetEverything(); }
+  void TearDown() override { ResetEverything(); }
+
+  /// Text of the only message so far; says so when there is none or more than one.
+  std::string OnlyMessage() const;
+
+  RecordingFrontEnd frontEnd;
+};
+
+}  // namespace sondera::testing
