@@ -14,8 +14,8 @@ namespace sondera {
 
 namespace {
 
-// Singular values below this fraction of the largest count as 0. In double precision far smaller ones would
-// still be meaningful; this one keeps coefficients that the few points of a window do not determine out.
+// Singular values below this fraction of the largest count as 0. Double precision would bear a far smaller
+// one; this one suppresses coefficients that the few, close points of a window hardly determine.
 constexpr double kSingularValueTolerance = 1.0e-05;
 
 /// Sets to 0 what is strictly below the threshold; a value that equals it stays.

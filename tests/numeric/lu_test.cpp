@@ -120,6 +120,18 @@ TEST(Ludcmp, ScalesRowsImplicitly) {
   EXPECT_EQ(indx[1], 2);
 }
 
+TEST(Ludcmp, ScaleGoesWithItsRow) {
+  Matrix a(3, 3);  // the first row goes to place 3; its 5 is small beside its 100
+  a(1, 1) = 1.0, a(1, 2) = 5.0, a(1, 3) = 100.0;
+  a(2, 1) = 0.0, a(2, 2) = 1.0, a(2, 3) = 1.0;
+  a(3, 1) = 1.0, a(3, 2) = 0.0, a(3, 3) = 0.5;
+  int indx[4] = {};
+  double d;
+  ludcmp(a.data(), 3, indx, &d);
+  EXPECT_EQ(indx[1], 3);
+  EXPECT_EQ(indx[2], 2);
+}
+
 TEST(Ludcmp, EachZeroRowPrintsItsMessageAndTheWorkGoesOn) {
   for (const std::vector<int>& zeroRows :
        {std::vector<int>{2}, std::vector<int>{1, 3}, std::vector<int>{4}}) {
