@@ -46,12 +46,19 @@ struct DisplayRecord {
   int active = 0;
 };
 
-/// Axis record of a curve page: quantity on each axis and its scale.
+/// Range of one axis; equal limits mean automatic.
+struct AxisRange {
+  double min = 0.0, max = 0.0;
+};
+
+/// Axis record of a curve page: quantity on each axis (0 phase velocity, 1 frequency, 2 wavelength), its scale
+/// (0 logarithmic, 1 linear) and whether its limits follow the curves; and the range of each quantity.
 struct AxisRecord {
   int handle = 0;
-  int xType = 2, yType = 0;            ///< 0 phase velocity, 1 frequency, 2 wavelength
-  int xAutoScale = 1, yLinear = 0;     ///< see plot/
-  int yAutoScale = 1, option = 1, last = 0;
+  int xType = 2, xLinear = 0, xAutoScale = 1;
+  int yType = 0, yLinear = 1, yAutoScale = 1;
+  int last = 0;
+  std::array<AxisRange, 3> range{};  ///< by quantity
 };
 
 /// Copy of a mask: the one last picked on the graph.
@@ -95,6 +102,7 @@ struct Session {
   int refChan = 0, dspChan = 0;  ///< channels last selected, for routines called from another page
   std::array<DisplayRecord, 2> display;  ///< traces A and B
   AxisRecord dispAxis, exdAxis;
+  int nextCurveColor = 0;  ///< colour index for the next dispersion curve that has none
   PickedMask selMask;
   int maskingColor = (255 << 16) | (153 << 8) | 51;
 
