@@ -44,6 +44,14 @@ bool FollowLinks(std::string path, std::string& target) {
   return false;
 }
 
+/// Flush to the disk, begun again when a signal (the user's halt) breaks into it.
+int Flush(int fd) {
+  int result = 0;
+  do result = CurrentFileDriver().flush(fd);
+  while (result != 0 && errno == EINTR);
+  return result;
+}
+
 }  // namespace
 
 AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
@@ -163,10 +171,10 @@ bool AtomicWriter::Commit(bool flushToDisk) {
 bool AtomicWriter::Place(bool flushToDisk) {
   const FileDriver& driver = CurrentFileDriver();
   Drain();
-  if (Ok() && flushToDisk && driver.flush(fd_) != 0) Fail("flush", path_, errno);
+  if (Ok() && flushToDisk && Flush(fd_) != 0) Fail("flush", path_, errno);
   const int fd = fd_;
   fd_ = -1;
-  if (driver.close(fd) != 0 && Ok()) Fail("close", path_, errno);
+  if (driver.close(fd) != 0 && errno != EINTR && Ok()) Fail("close", path_, errno);
   if (!Ok()) return false;
   if (driver.rename(temporary_.c_str(), target_.c_str()) != 0) {
     Fail("replace", path_, errno);
@@ -186,7 +194,7 @@ void AtomicWriter::FlushFolder() {
     if (errno != EACCES) Fail("flush (the new file is in place)", folder, errno);
     return;  // a folder that may be written but not read cannot be flushed
   }
-  if (driver.flush(fd) != 0 && errno != EINVAL) Fail("flush (the new file is in place)", folder, errno);
+  if (Flush(fd) != 0 && errno != EINVAL) Fail("flush (the new file is in place)", folder, errno);
   driver.close(fd);
 }
 

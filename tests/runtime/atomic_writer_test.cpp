@@ -392,6 +392,15 @@ TEST(AtomicWriter, ShortAndInterruptedWritesGoOn) {
   EXPECT_TRUE(ReadWhole(folder.File("interrupted")) == content);
 }
 
+TEST(AtomicWriter, InterruptedFlushBeginsAgain) {
+  const TempFolder folder;
+  for (int n : {1, 2}) {
+    const FailingFileDriver driver({.failFlush = n, .error = EINTR});
+    EXPECT_TRUE(SaveInPieces(folder.File("a"), "new"));
+    EXPECT_EQ(driver.Calls().flush, 3);
+  }
+}
+
 TEST(AtomicWriter, FlushesToDiskOnlyWhenAsked) {
   const TempFolder folder;
   for (bool flush : {true, false}) {

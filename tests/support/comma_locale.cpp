@@ -16,10 +16,10 @@ bool UseCommaLocale(const char* name) {
 
 bool UseCompiledLocale() {
   const TempFolder folder;
-  const std::string make = "localedef -i de_DE -f UTF-8 '" + folder.File("de_DE.UTF-8") + "' >/dev/null 2>&1";
+  const std::string make = "localedef -i de_DE -f ISO-8859-1 '" + folder.File("de_DE") + "' >/dev/null 2>&1";
   if (std::system(make.c_str()) != 0) return false;
   ::setenv("LOCPATH", folder.Path().c_str(), 1);
-  const bool used = UseCommaLocale("de_DE.UTF-8");  // read here; the files are not needed afterwards
+  const bool used = UseCommaLocale("de_DE");  // read here; the files are not needed afterwards
   ::unsetenv("LOCPATH");
   return used;
 }
