@@ -1,5 +1,4 @@
-// alloc.h - vectors and matrices by the names of the formulas, the row-major dmMatrix record, and
-// MallocOrDie.
+// alloc.h - vectors and matrices by the names of the formulas, the dmMatrix record, and MallocOrDie.
 //
 // Used by everything that computes. The vectors and matrices own their storage, so the free_ functions only
 // mark (and bring forward) the point where it goes; an object that leaves its scope is released anyway.

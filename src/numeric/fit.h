@@ -30,8 +30,7 @@ void svdfit(const double* x, const double* y, const double* sig, int ndata, doub
 /// @param[in]     y      ordinates, y[0]..y[n]. Kept: one element more than there are points is read, see err
 /// @param[in]     n      number of points, at least 1
 /// @param[in]     order  degree; order + 1 coefficients
-/// @param[in,out] yfit   yfit[0]..yfit[n], one element more than there are points; yfit[0] has to be 0
-/// before.
+/// @param[in,out] yfit   yfit[0]..yfit[n], one element more than there are points; yfit[0] is 0 at entry.
 ///                       Kept: the fit is evaluated with the coefficients in reverse order (the value is that
 ///                       of the polynomial whose coefficient of power p is coef[order - p]), the first
 ///                       element is added to and not set, and yfit[n] becomes 0

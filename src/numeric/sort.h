@@ -1,9 +1,9 @@
 // sort.h - heapsort of doubles by way of an index table, and sorts that carry other arrays along.
 //
-// Used for curves and sections (pairs by spacing, points by wavelength) and by the import of layers. All
-// sorts ascend. Equal keys come out in the order of the heap algorithm, which is not the order in which they
-// came in; stored curves and lists depend on it, so it must not be replaced by another sort. Source:
-// heapsort, Williams 1964, in the index form of the Numerical Recipes family.
+// Used wherever curves and pairs are put in order. All sorts ascend. Equal keys come out in the order of the
+// heap algorithm, which is not the order in which they came in; stored curves and lists depend on it, so it
+// must not be replaced by another sort.
+// Source: heapsort, Williams 1964, in the index form of the Numerical Recipes family.
 #pragma once
 
 namespace sondera {

@@ -2,9 +2,12 @@
 //
 // svdcmp serves the least-squares fits, FS_svdcmp the reports of the inversion. All matrices are flat:
 // element (i, j), both from 1, is a[(j - 1) * ld + i] of a vector that counts from 1. The singular values are
-// not sorted. Kept: the two decompositions differ in argument order, in the leading dimension of v, in the
-// root of a sum of squares (zero test or none), and in what they say when a value does not converge. Source:
-// Golub and Reinsch, Singular value decomposition and least squares solutions, Numer. Math. 14 (1970).
+// not sorted.
+//
+// Kept: the two decompositions differ in argument order, in the leading dimension of v, in the root of a sum
+// of squares (zero test or none), and in what they say when a value does not converge.
+//
+// Source: Golub and Reinsch, Singular value decomposition and least squares solutions, Numer. Math. 14, 1970.
 #pragma once
 
 namespace sondera {
