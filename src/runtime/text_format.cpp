@@ -15,7 +15,9 @@
 namespace sondera {
 namespace {
 
-constexpr std::string_view kWhite = " \t\n\v\f\r";
+bool IsWhite(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -23,7 +25,8 @@ bool IsDigit(char c) {
 
 /// Bytes of white space in front, and the sign behind it.
 std::size_t SkipWhiteAndSign(std::string_view text, bool& negative) {
-  std::size_t at = std::min(text.find_first_not_of(kWhite), text.size());
+  std::size_t at = 0;
+  while (at < text.size() && IsWhite(text[at])) ++at;
   negative = at < text.size() && text[at] == '-';
   if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
   return at;

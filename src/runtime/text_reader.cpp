@@ -42,21 +42,19 @@ bool TextReader::ReadLine(std::string& line, std::size_t maxBytes) {
         continue;
       }
     }
-    const std::size_t room = std::min(window.size(), maxBytes - line.size());
-    const std::string_view piece = window.substr(0, room);
-    const std::size_t stop = piece.find_first_of("\r\n");
-    if (stop == std::string_view::npos) {
-      line += piece;
-      source_.Consume(piece.size());
-      continue;
-    }
-    line += piece.substr(0, stop);
-    heldCR = piece[stop] == '\r';
-    source_.Consume(stop + 1);
-    if (!heldCR) {
+    const std::string_view piece = window.substr(0, maxBytes - line.size());
+    const std::size_t stop = piece.find('\n');
+    const bool ended = stop != std::string_view::npos;
+    std::string_view body = piece.substr(0, stop);
+    const bool endsInCR = !body.empty() && body.back() == '\r';
+    if (endsInCR) body.remove_suffix(1);
+    line += body;
+    source_.Consume(ended ? stop + 1 : piece.size());
+    if (ended) {
       line += '\n';
       return true;
     }
+    heldCR = endsInCR;
   }
   return !line.empty();
 }
@@ -89,13 +87,15 @@ bool TextReader::ReadPhysicalLine(std::string& line, std::size_t maxBytes) {
 Tokenizer::Tokenizer(std::string_view text, std::string_view delimiters)
     : rest_(text.substr(0, text.find('\0'))), delimiters_(delimiters) {}
 
-std::optional<std::string_view> Tokenizer::Next(std::string_view delimiters) {
-  const std::size_t begin = rest_.find_first_not_of(delimiters);
-  if (begin == std::string_view::npos) {
+std::optional<std::string_view> Tokenizer::Next(const ByteSet& delimiters) {
+  std::size_t begin = 0;
+  while (begin < rest_.size() && delimiters.Has(rest_[begin])) ++begin;
+  if (begin == rest_.size()) {
     rest_ = {};
     return std::nullopt;
   }
-  const std::size_t end = std::min(rest_.find_first_of(delimiters, begin), rest_.size());
+  std::size_t end = begin + 1;
+  while (end < rest_.size() && !delimiters.Has(rest_[end])) ++end;
   const std::string_view token = rest_.substr(begin, end - begin);
   rest_.remove_prefix(std::min(end + 1, rest_.size()));
   return token;

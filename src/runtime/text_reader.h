@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -47,6 +48,20 @@ class TextReader {
   bool cut_ = false;
 };
 
+/// Set of byte values, for a quick look whether a byte is in it.
+class ByteSet {
+ public:
+  explicit ByteSet(std::string_view bytes) {
+    for (const char c : bytes) bits_[Word(c)] |= Bit(c);
+  }
+  bool Has(char c) const { return (bits_[Word(c)] & Bit(c)) != 0; }
+
+ private:
+  static std::size_t Word(char c) { return static_cast<unsigned char>(c) / 64; }
+  static std::uint64_t Bit(char c) { return std::uint64_t{1} << (static_cast<unsigned char>(c) % 64); }
+  std::uint64_t bits_[4] = {};
+};
+
 /// Tokens between runs of delimiters, one by one; leading delimiters are passed over, and after a token its
 /// one delimiter is. The text ends at a zero byte. The text is viewed, not copied: it has to outlive the
 /// tokens.
@@ -60,13 +75,15 @@ class Tokenizer {
   /// Next token, never empty; nothing when the text has no more.
   std::optional<std::string_view> Next() { return Next(delimiters_); }
   /// The same with other delimiters for this once.
-  std::optional<std::string_view> Next(std::string_view delimiters);
+  std::optional<std::string_view> Next(std::string_view delimiters) { return Next(ByteSet(delimiters)); }
   /// The text behind the last token and its delimiter.
   std::string_view Rest() const { return rest_; }
 
  private:
+  std::optional<std::string_view> Next(const ByteSet& delimiters);
+
   std::string_view rest_;
-  std::string_view delimiters_;
+  ByteSet delimiters_;
 };
 
 }  // namespace sondera
