@@ -34,14 +34,21 @@ InvRecord FirstRecord() {
 
 }  // namespace
 
+InvTableSizes TableSizes(const InvRecord& r) {
+  const std::int64_t data = std::int64_t{std::max(r.nPoints, 0)} * std::max(r.nCurves, 0);
+  return {std::max({r.maxEntries, r.nEntries, 0}), std::max({r.maxLayers, r.nLayers, 0}),
+          std::max({r.maxPoints, r.nPoints, 0}), std::max<std::int64_t>({r.maxData, data, 0})};
+}
+
 void AllocateInvRecord(InvRecord& r) {
-  const int entries = std::max(r.maxEntries, 0), layers = std::max(r.maxLayers, 0);
-  const OffsetMatrix<double> byLayer(0, entries, 0, layers);
+  const InvTableSizes size = TableSizes(r);
+  const int entries = static_cast<int>(size.entries), data = static_cast<int>(size.data);
+  const OffsetMatrix<double> byLayer(0, entries, 0, static_cast<int>(size.layers));
   for (auto table : kModelTables) (r.*table) = byLayer;
   r.resolution = byLayer;
-  r.freq = OffsetMatrix<double>(0, entries, 0, std::max(r.maxPoints, 0));
-  r.vel = OffsetMatrix<double>(0, entries, 0, std::max(r.maxData, 0));
-  r.waveL = OffsetMatrix<double>(0, entries, 0, std::max(r.maxData, 0));
+  r.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(size.points));
+  r.vel = OffsetMatrix<double>(0, entries, 0, data);
+  r.waveL = OffsetMatrix<double>(0, entries, 0, data);
   r.rms = OffsetVector<double>(0, entries);
 }
 

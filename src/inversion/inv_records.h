@@ -8,6 +8,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "numeric/offset_array.h"
 
@@ -52,7 +53,14 @@ inline constexpr std::array<OffsetMatrix<double> InvRecord::*, 7> kModelTables =
 extern InvRecord InvParam;  ///< iterations of the inversion
 extern InvRecord SMPParam;  ///< evaluated starting profiles
 
-/// Makes all tables of a record afresh, zero, for its capacities (below 0 counts as 0).
+/// Last indices of the tables: the capacities, or the counters where one exceeds its capacity (as the number
+/// of entries wanted does before a run, and the number of points after a growth).
+struct InvTableSizes {
+  std::int64_t entries, layers, points, data;
+};
+InvTableSizes TableSizes(const InvRecord& record);
+
+/// Makes all tables of a record afresh, zero, in those sizes.
 void AllocateInvRecord(InvRecord& record);
 /// First values of both records.
 void InitializeInvAnal();

@@ -1,0 +1,117 @@
+// section_io.cpp - see section_io.h.
+#include "project/section_io.h"
+
+#include <algorithm>
+#include <array>
+
+#include "runtime/text_format.h"
+
+namespace sondera {
+
+namespace {
+
+constexpr std::int64_t kImpliedBytes = std::int64_t{16} << 20;  // what any file may ask for, however small
+constexpr std::int64_t kBytesPerFileByte =
+    4;  // powers of two double a raw block, a pair has arrays behind its data
+
+}  // namespace
+
+bool SectionReader::Open(const std::string& path, std::string* reason) {
+  *this = SectionReader{};
+  if (!in_.Open(path, reason)) return false;
+  size_ = in_.Remaining();
+  return true;
+}
+
+void SectionReader::OpenMemory(const void* bytes, std::size_t count) {
+  *this = SectionReader{};
+  in_.OpenMemory(bytes, count);
+  size_ = static_cast<std::int64_t>(count);
+}
+
+void SectionReader::Close() {
+  in_.Close();
+}
+
+void SectionReader::BeginSection(const char* name, bool optional) {
+  section_ = name;
+  mayEndHere_ = mayEndHere_ || (optional && !Ended() && in_.Remaining() == 0);
+}
+
+void SectionReader::EndSection() {
+  if (!in_.ComesShort() || mayEndHere_ || givenUp_) return;
+  Note(in_.ReadFailed()
+           ? std::string("It could not be read to its end: reading stopped in the ") + section_ + " section."
+           : std::string("It ends early, in the ") + section_ + " section.");
+}
+
+bool SectionReader::CanHold(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach) const {
+  if (rows < 0 || columns < 0) return false;
+  if (rows == 0 || columns == 0) return true;
+  const std::int64_t most = in_.Remaining() / bytesEach;
+  return rows <= most / columns;
+}
+
+bool SectionReader::Afford(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach) {
+  if (rows < 0 || columns < 0) return false;
+  if (rows == 0 || columns == 0) return true;
+  const std::int64_t left = kImpliedBytes + kBytesPerFileByte * size_ - afforded_;
+  if (left < 0 || rows > left / bytesEach / columns) return false;
+  afforded_ += rows * columns * bytesEach;
+  return true;
+}
+
+int SectionReader::Count(const char* items, int most) {
+  const int n = Int32();
+  if (n >= 0 && n <= most) return n;
+  GiveUp(FormatText("it claims %d %s.", n, items));
+  return 0;
+}
+
+void SectionReader::GiveUp(const std::string& what) {
+  if (Ended()) return;  // zeros behind the end are no damage of their own
+  Abandon("It is damaged in the " + std::string(section_) + " section: " + what +
+          " Nothing behind that point could be read.");
+}
+
+void SectionReader::Abandon(const std::string& sentence) {
+  Note(sentence);
+  givenUp_ = true;
+  in_.OpenMemory("", 0);
+}
+
+void SectionReader::Note(const std::string& what) {
+  if (trouble_.empty()) trouble_ = what;
+}
+
+void StoreIArray(const int* a, int n, AtomicWriter& file) {
+  if (n > 0) file.Int32s(a, static_cast<std::size_t>(n));
+}
+void StoreDArray(const double* a, int n, AtomicWriter& file) {
+  if (n > 0) file.Reals(a, static_cast<std::size_t>(n));
+}
+void LoadIArray(int* a, int n, SectionReader& file) {
+  if (n > 0) file.Int32s(a, static_cast<std::size_t>(n));
+}
+void LoadDArray(double* a, int n, SectionReader& file) {
+  if (n > 0) file.Reals(a, static_cast<std::size_t>(n));
+}
+
+void StorePadded(const std::vector<int>& a, std::int64_t n, AtomicWriter& file) {
+  const std::int64_t have = std::clamp<std::int64_t>(n, 0, static_cast<std::int64_t>(a.size()));
+  file.Int32s(a.data(), static_cast<std::size_t>(have));
+  for (std::int64_t i = have; i < n && file.Ok(); ++i) file.Int32(0);
+}
+
+void StorePadded(const double* a, std::size_t have, std::int64_t n, AtomicWriter& file) {
+  static constexpr std::array<double, 512> kZeros{};
+  const std::int64_t some = std::clamp<std::int64_t>(n, 0, static_cast<std::int64_t>(have));
+  file.Reals(a, static_cast<std::size_t>(some));
+  for (std::int64_t i = some; i < n && file.Ok();) {
+    const std::int64_t step = std::min<std::int64_t>(n - i, static_cast<std::int64_t>(kZeros.size()));
+    file.Reals(kZeros.data(), static_cast<std::size_t>(step));
+    i += step;
+  }
+}
+
+}  // namespace sondera

@@ -1,0 +1,92 @@
+// section_io.h - reading and writing the sections of a project file: the bounded reader with a memory of what
+// went wrong, and the array helpers of both directions.
+//
+// Callers: the section files beside this one, and the readers and writers of the single-section files (".ia",
+// ".sms",
+// ".srd"). A project file has no header, no version and no padding, so nothing in it can be found again once
+// a count is wrong: the first trouble decides what is said at the end.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "runtime/atomic_writer.h"
+#include "runtime/byte_reader.h"
+
+namespace sondera {
+
+/// Reads little-endian values in order. Behind the end of the file, and after GiveUp, every value is zero and
+/// every text empty. Nothing is thrown and nothing shown; Trouble() has the one sentence for the person.
+class SectionReader {
+ public:
+  /// Opens a file; false with the reason in *reason (if given).
+  bool Open(const std::string& path, std::string* reason = nullptr);
+  /// Reads a block of memory, which has to outlive the reading.
+  void OpenMemory(const void* bytes, std::size_t count);
+  void Close();
+  bool IsOpen() const { return in_.IsOpen(); }
+
+  /// Names the section that follows, for Trouble(). A file may end right in front of an optional section.
+  void BeginSection(const char* name, bool optional = false);
+  /// Notes it when the file came short within the section.
+  void EndSection();
+
+  int Int32() { return in_.Int32(); }
+  double Real() { return in_.Real(); }
+  std::string Text(std::size_t fieldBytes = 256) { return in_.Text(fieldBytes); }
+  void Int32s(int* destination, std::size_t count) { in_.Int32s(destination, count); }
+  void Reals(double* destination, std::size_t count) { in_.Reals(destination, count); }
+  void Skip(std::int64_t bytes) { in_.Skip(bytes); }
+
+  /// True once nothing more can be read: the file came short, or was given up.
+  bool Ended() const { return in_.ComesShort() || givenUp_; }
+  /// True after GiveUp and Abandon.
+  bool GivenUp() const { return givenUp_; }
+  std::int64_t Remaining() const { return in_.Remaining(); }
+
+  /// Whether rows times columns items of `bytesEach` can still be in the file. Negative sizes say no, empty
+  /// ones yes.
+  bool CanHold(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach) const;
+  /// Asks for memory on behalf of the file: yes while all that was asked for stays within four times the
+  /// file's size and a fixed amount for what a small file may imply (tables by capacity). A yes counts.
+  bool Afford(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach);
+
+  /// Reads a number of items: 0 behind the end; below 0 or above `most` is damage, and 0.
+  /// @param[in] items  what is counted, for the sentence ("measurements")
+  int Count(const char* items, int most);
+
+  /// Damage behind which no position can be trusted: `what` is remembered, all further reads give zeros.
+  void GiveUp(const std::string& what);
+  /// The same for another reason than damage: the sentence is taken as it is.
+  void Abandon(const std::string& sentence);
+  /// Damage that does not stop the reading.
+  void Note(const std::string& what);
+  /// The first trouble as a full sentence, "" when there was none.
+  const std::string& Trouble() const { return trouble_; }
+
+ private:
+  ByteReader in_;
+  std::int64_t size_ = 0;
+  std::int64_t afforded_ = 0;
+  bool givenUp_ = false;
+  bool mayEndHere_ = false;
+  const char* section_ = "first";
+  std::string trouble_;
+};
+
+/// One binary block of n values; n at or below 0: nothing.
+void StoreIArray(const int* a, int n, AtomicWriter& file);
+void StoreDArray(const double* a, int n, AtomicWriter& file);
+void LoadIArray(int* a, int n, SectionReader& file);
+void LoadDArray(double* a, int n, SectionReader& file);
+
+/// Exactly n values from the front of a vector that may be shorter: zeros take the place of what it lacks.
+void StorePadded(const std::vector<int>& a, std::int64_t n, AtomicWriter& file);
+void StorePadded(const double* a, std::size_t have, std::int64_t n, AtomicWriter& file);
+inline void StorePadded(const std::vector<double>& a, std::int64_t n, AtomicWriter& file) {
+  StorePadded(a.data(), a.size(), n, file);
+}
+
+}  // namespace sondera

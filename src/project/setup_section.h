@@ -1,0 +1,58 @@
+// setup_section.h - first section of a project file: hardware and geometry of every measurement.
+//
+// Layout (integers 4 bytes, reals 8 bytes, texts 256 bytes, little-endian, no padding):
+//   A  count, then per measurement: key, ProjID field, MeasID, the fields of HWSetup
+//   B  count, then per measurement: key (not read), srcLoc, recLoc[nChannels], wlenFilter, lengthUnit
+// The ProjID field is the text, "||||", and the decimation by "%4d". The i-th record of part B, and of the
+// raw section, belongs to the i-th measurement of part A: both directions keep to that order.
+#pragma once
+
+#include "project/measdb.h"
+#include "project/section_io.h"
+
+namespace sondera {
+
+/// Reads the section into the database. A pair of texts that is there already is asked about: overwrite, or a
+/// new name. session.fileKeyList gets the key of each measurement of the file, in file order; the first one
+/// is selected and shown. Keys are those of the file, except where one is taken by another measurement.
+/// Returns 0; -1 when the person gave up on a name, or part B has more records than part A.
+int ReadMHWSetup(SectionReader& file);
+void StoreMHWSetup(AtomicWriter& file);
+
+/// The fields of a HWSetup from nChannels to nAverage. withBand: startFreq, stopFreq and spanKind stand
+/// behind a negative freqSpan. A channel count below 1 counts as 8 (useEight), one that no board has ends the
+/// reading.
+void ReadHWSetupFields(SectionReader& file, HWSetup& hw, bool withBand, bool useEight);
+void StoreHWSetupFields(AtomicWriter& file, const HWSetup& hw, bool withBand);
+
+/// Channels that a record of the file is written with: what its reader takes as it stands. 1 without a
+/// HWSetup.
+int StoredChannels(const HWSetup* hw);
+
+/// Part B for the keys of session.fileKeyList. The session's length unit follows each record. -1 for a record
+/// without a measurement.
+int ReadMeasSetups(SectionReader& file);
+void StoreMeasSetups(AtomicWriter& file);
+
+/// Key under which a measurement of a file enters the database: asks about texts that are there already.
+/// -1 when the person gave up.
+int ClaimFileKey(SectionReader& file, int fileKey, const std::string& projID, std::string measID);
+
+/// Most measurements of one file, channels of a measurement and lines of a spectrum that are believed.
+inline constexpr int kMostMeasurements = 10000, kMostChannels = 4096, kMostLines = 1 << 24;
+
+/// The records of a list in the order of idList, as far as the last measurement that has one; null where a
+/// measurement in between has none.
+template <class T>
+std::vector<const T*> InFileOrder(const RecordList<T>& list) {
+  std::vector<const T*> records;
+  std::size_t used = 0;
+  for (const IDInfo& id : MeasDB.idList) {
+    records.push_back(list.at(list.findKey(id.key)));
+    if (records.back()) used = records.size();
+  }
+  records.resize(used);
+  return records;
+}
+
+}  // namespace sondera
