@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "project/measdb.h"
-#include "project/project_file.h"
 #include "project/session.h"
 #include "project/setup_section.h"
 #include "runtime/dialogs.h"

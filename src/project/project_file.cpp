@@ -159,16 +159,6 @@ void ReadProjectSections(SectionReader& file) {
                          static_cast<long long>(file.Remaining())));
 }
 
-std::string NotReadWhole(const std::string& path, const SectionReader& file) {
-  return "The file " + path + " was not read whole. " + file.Trouble() +
-         " Save under another name to keep that file as it is.";
-}
-
-std::string ProjectDirectory() {
-  const std::string directory = DirectoryOf(session.projectFileName);
-  return directory.empty() ? CurrentDirectory() : directory;
-}
-
 void ShowFileTitle(const std::string& path) {
   SetPanelTitle(Panel::PANEL, session.appTitle + " - " + path);
 }

@@ -35,10 +35,6 @@ bool WriteProjectFile(const std::string& path, std::string& reason);
 /// none. Shows nothing but the questions about names that are taken. What was wrong: file.Trouble().
 void ReadProjectSections(SectionReader& file);
 
-/// One sentence or two for a file whose reading met trouble.
-std::string NotReadWhole(const std::string& path, const SectionReader& file);
-/// Where file dialogs start: the folder of the project, the current one without a project.
-std::string ProjectDirectory();
 /// "<app> - <file>" on the main window.
 void ShowFileTitle(const std::string& path);
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "project/session.h"
+#include "runtime/paths.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -82,6 +84,16 @@ void SectionReader::Abandon(const std::string& sentence) {
 
 void SectionReader::Note(const std::string& what) {
   if (trouble_.empty()) trouble_ = what;
+}
+
+std::string NotReadWhole(const std::string& path, const SectionReader& file) {
+  return "The file " + path + " was not read whole. " + file.Trouble() +
+         " Save under another name to keep that file as it is.";
+}
+
+std::string ProjectDirectory() {
+  const std::string directory = DirectoryOf(session.projectFileName);
+  return directory.empty() ? CurrentDirectory() : directory;
 }
 
 void StoreIArray(const int* a, int n, AtomicWriter& file) {
