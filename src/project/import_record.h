@@ -1,0 +1,80 @@
+// import_record.h - the records that an import makes: found or added under its id, filled with the settings
+// that all imports share, shown when all is well, taken away again when a later file fails.
+//
+// The order is that of the readers: first file read, then BeginImport (asks before it overwrites), Make... ,
+// the channels, and at the end FinishImport or AbandonImport. A first file that is refused leaves everything
+// as it was. A later one costs the measurement, also one that was there before: its data were released when
+// the import began.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/import_layout.h"
+#include "project/measdb.h"
+#include "runtime/text_reader.h"
+
+namespace sondera {
+
+/// What is to be imported.
+struct ImportRequest {
+  std::string measID;
+  int nChannels = 0;  ///< receivers
+  bool sourceInstrumented = false;
+  double lengthUnit = 1.0;        ///< metres per unit
+  std::vector<double> locations;  ///< source, then receivers: nChannels + 1
+  std::vector<std::string>
+      files;  ///< rows of the dialog from the first on; a missing or empty name is an empty row
+  /// Opens a row's file; replaced where the bytes are in memory.
+  std::function<bool(const std::string& name, TextReader& text)> open =
+      [](const std::string& name, TextReader& text) { return text.Open(name); };
+};
+
+/// Name in a row, from 0; empty outside.
+const std::string& FileInRow(const ImportRequest& request, int row);
+/// Opens the file of a row; false for an empty row.
+bool OpenRow(const ImportRequest& request, int row, TextReader& text);
+
+/// Texts that refuse an import.
+namespace import_text {
+inline constexpr std::string_view kCannotRead = "Error in reading the file.";
+inline constexpr std::string_view kCannotOpen = "Error in opening the file.";
+inline constexpr std::string_view kNotUff58 = "Error: The file is not in 58 format.";
+inline constexpr std::string_view kWrongType = "Error: The data type is not matched.";
+}  // namespace import_text
+
+/// The records of the measurement in hand, borrowed from MeasDB.
+struct ImportRecords {
+  int key = -1;
+  bool existed = false;  ///< the id was in the list before
+  HWSetup* hw = nullptr;
+  MeasSetup* meas = nullptr;
+  RawData* raw = nullptr;
+};
+
+enum class IfPresent { Ask, Overwrite };
+
+/// Takes curProjID from the setup panel and finds or adds the id. An id that exists is asked about. False
+/// when the answer is no; nothing has changed then.
+bool BeginImport(const ImportRequest& request, IfPresent ifPresent, ImportRecords& records);
+/// The three records of imported spectra, data zero.
+void MakeSpectrumRecords(const ImportRequest& request, const SpectrumLayout& layout, ImportRecords& records);
+/// The three records of an imported time record, data zero; nothing stays of records that were there.
+void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, ImportRecords& records);
+
+/// Brings the pairs of an overwritten measurement to the new size, empty (those of channels that are gone are
+/// removed), and shows the measurement. Returns 0.
+int FinishImport(const ImportRequest& request, const ImportRecords& records);
+/// Refusal before BeginImport: the message and -1.
+int RefuseImport(std::string_view text);
+/// Refusal after it: the message, TrimDataBase, and -1.
+int AbandonImport(const ImportRequest& request, std::string_view text);
+
+/// Removes a measurement after a failed import: data, setups, pairs, identity. Refills the lists, selects the
+/// measurement before it (the first, when it was the first; nothing, when it was the only one) and refreshes
+/// the title.
+void TrimDataBase(const std::string& projID, const std::string& measID);
+
+}  // namespace sondera
