@@ -17,6 +17,7 @@ constexpr std::string_view kLabel = "    58";
 constexpr std::string_view kBinaryLabel = "    58b";
 constexpr std::size_t kLabelWidth = 6;
 constexpr std::size_t kFunctionTypeWidth = 5;
+constexpr std::size_t kFormWidth = 10;
 
 constexpr int kIdLines = 5;
 constexpr int kAxisLines = 4;
@@ -65,13 +66,25 @@ struct Form {
   double minimum = 0.0, step = 0.0;
 };
 
-/// Record 7. Fields that are not numbers count as 0.
+/// A field that holds one whole integer and blanks, no more.
+bool IsIntegerField(std::string_view field) {
+  std::size_t used = 0;
+  ParseInt(field, &used);
+  return used > 0 && IsBlank(field.substr(used));
+}
+
+/// Record 7. Its integers have ten columns each, and may touch; writers that do not keep to columns have
+/// blanks between them. Fields that are not numbers count as 0.
 Form ReadForm(std::string_view record) {
   Form form;
+  const auto column = [&](std::size_t i) {
+    return record.substr(std::min(i * kFormWidth, record.size()), kFormWidth);
+  };
+  const bool inColumns = IsIntegerField(column(0)) && IsIntegerField(column(1)) && IsIntegerField(column(2));
   for (int* field : {&form.ordinateType, &form.points, &form.spacing}) {
-    std::size_t used = 0;
-    *field = ParseInt(record, &used);
-    record.remove_prefix(used);
+    std::size_t used = kFormWidth;
+    *field = inColumns ? ParseInt(column(0)) : ParseInt(record, &used);
+    record.remove_prefix(std::min(used, record.size()));
   }
   bool bad = false;
   if (NextUff58Number(record, form.minimum, bad)) NextUff58Number(record, form.step, bad);
