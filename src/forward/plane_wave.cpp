@@ -1,0 +1,398 @@
+// plane_wave.cpp - roots of the characteristic function of a layered half-space: scan, bisection, choice of a
+// mode.
+//
+// Called by the sweep driver and the starting model. Owns no state. The trial velocities, the midpoints and
+// the stop of the bisection are fixed, since the derivatives of an inversion are differences of these very
+// numbers; the speed comes from evaluating eight of them at once (plane_wave_lanes) and from ending the scan
+// at the first root where only that one goes out. Odd on purpose: limits that were single-precision constants
+// keep the value that they have as doubles.
+#include "forward/plane_wave.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "forward/plane_wave_lanes.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kLowest = 0.800000011920929;      // Kept: single precision; of the smallest shear velocity
+constexpr double kAboveRayleigh = 1.001;           // of the Rayleigh velocity of the stiffest layer
+constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; window of the stray-root sweep
+constexpr double kWindowStart = 2.25, kWindowHigh = 1.5;
+constexpr double kBisectionStop = 1e-07;
+const double kTwoPi = 2.0 * std::acos(-1.0);
+constexpr int kTrials = 101;
+constexpr int cModeLimit = 1;       // the fundamental mode goes out
+constexpr int kMaxHalvings = 2200;  // more than there are between any two doubles
+
+static_assert(kLowest == static_cast<double>(0.8f) && kWindowLow == static_cast<double>(0.666f));
+
+/// Velocity and value of the characteristic function there; of the value only the sign is the same
+/// everywhere.
+struct Sample {
+  double c, g;
+};
+
+/// Working space for count elements, on the stack of the call as long as the count is a usual one.
+template <class T>
+class Scratch {
+ public:
+  explicit Scratch(int count) {
+    if (count > kUsual) overflow_.resize(static_cast<std::size_t>(count));
+  }
+  T* data() { return overflow_.empty() ? usual_ : overflow_.data(); }
+
+ private:
+  static constexpr int kUsual = 256;
+  std::vector<T> overflow_;
+  T usual_[kUsual];
+};
+
+/// The layers above 2 L at one wavelength, with what the formulas need of them.
+class Stack {
+ public:
+  Stack(double L, int n, const double* h, const double* depth, const double* Vs, const double* nu,
+        const double* rho)
+      : half_(HalfSpaceLayer(L, n, depth)),
+        h_(h),
+        Vs_(Vs),
+        nu_(nu),
+        rho_(rho),
+        table_(half_),
+        lanes_{table_.data(), half_},
+        L_(L) {
+    LaneLayer* table = table_.data();
+    const double k = kTwoPi / L;
+    for (int l = 1; l <= half_; ++l) {
+      const double V2 = Vs[l] * Vs[l], iV2 = 1.0 / V2;
+      const double ratio = (1.0 - 2.0 * nu[l]) / (2.0 * (1.0 - nu[l]));  // (Vs / Vp)^2
+      const double iP2 = ratio >= 0.0 ? iV2 * ratio : std::numeric_limits<double>::quiet_NaN();
+      table[l - 1] = {k * h[l], iV2, iP2, V2 * rho[l]};
+    }
+  }
+  Stack(const Stack&) = delete;
+  Stack& operator=(const Stack&) = delete;
+
+  /// Values at c[0..used-1], used up to kLanes. A velocity that hits one of a layer's is nudged in place.
+  void Evaluate(double* c, double* g, int used, LayerStiffness* K) const {
+    for (int i = used; i < kLanes; ++i) c[i] = c[0];
+    const unsigned left = evaluate_(lanes_, c, g);
+    if (left == 0) return;
+    for (int i = 0; i < used; ++i) {
+      if (left >> i & 1u) g[i] = EvaluateComplex(&c[i], K);
+    }
+  }
+
+ private:
+  /// The deepest layer whose top is above 2 L.
+  static int HalfSpaceLayer(double L, int n, const double* depth) {
+    while (n > 1 && !(depth[n] < 2.0 * L)) --n;
+    return n;
+  }
+
+  double EvaluateComplex(double* c, LayerStiffness* K) const {
+    const double omega = kTwoPi * (*c / L_);
+    dcomplex D{1.0, 0.0}, F;
+    int stopLayer = 0;
+    *K = LayerStiffness{};
+    if (half_ > 1) FS_strat_(K, omega, c, h_, Vs_, nu_, rho_, half_ - 1, &stopLayer, &D);
+    FS_hspace_(*K, omega, *c, stopLayer != 0 ? stopLayer : half_, Vs_, nu_, rho_, &F, D);
+    return F.re;
+  }
+
+  int half_;
+  const double *h_, *Vs_, *nu_, *rho_;
+  LaneFunction evaluate_ = BestLanes();
+  Scratch<LaneLayer> table_;
+  LaneStack lanes_;
+  double L_;
+};
+
+/// -1, 0 or 1 as the product of two values would be; 0 for not-a-numbers too.
+int SignOfProduct(double a, double b) {
+  const int sa = (a > 0.0) - (a < 0.0), sb = (b > 0.0) - (b < 0.0);
+  return sa * sb;
+}
+
+bool Wide(double cLow, double cHigh) {
+  return std::fabs((cHigh - cLow) / cHigh) >= kBisectionStop;
+}
+
+/// Looks ahead in a bisection. The midpoints of a bisection are settled only one after the other; but with a
+/// guess of the root the coming ones can be told and evaluated together. A wrong guess costs lanes, never a
+/// digit: the bisection takes the values in its own order and only as long as they are at its own midpoints.
+class LookAhead {
+ public:
+  void Add(Sample s) {
+    if (count_ < kPool) pool_[count_++] = s;
+  }
+
+  /// The midpoints to come between lo and hi, at most kLanes, to c; returns their number, at least 1.
+  int Plan(const Sample& lo, const Sample& hi, double* c) {
+    return lastGain_ < 3 ? PlanTree(lo.c, hi.c, c) : PlanPath(lo.c, hi.c, Guess(lo, hi), c);
+  }
+
+  void SetGain(int halvings) { lastGain_ = halvings; }
+
+ private:
+  static constexpr int kPool = 16;
+  static constexpr int kNearest = 4;
+
+  static int PlanPath(double lo, double hi, double root, double* c) {
+    int n = 0;
+    while (n < kLanes && (n == 0 || Wide(lo, hi))) {
+      const double mid = (lo + hi) / 2.0;
+      c[n++] = mid;
+      ((root > mid) == (hi > lo) ? lo : hi) = mid;
+    }
+    return n;
+  }
+
+  /// Both ways at each of three halvings: for functions that no guess fits, such as the vicinity of a pole.
+  static int PlanTree(double lo, double hi, double* c) {
+    const double mid = (lo + hi) / 2.0, left = (lo + mid) / 2.0, right = (mid + hi) / 2.0;
+    const double all[] = {
+        mid, left, right, (lo + left) / 2.0, (left + mid) / 2.0, (mid + right) / 2.0, (right + hi) / 2.0};
+    std::copy(std::begin(all), std::end(all), c);
+    return static_cast<int>(std::size(all));
+  }
+
+  /// Inverse interpolation through the ends and the nearest samples; the secant where that leaves the
+  /// bracket.
+  double Guess(const Sample& lo, const Sample& hi) {
+    KeepNearest((lo.c + hi.c) / 2.0);
+    double weight[kNearest], root = 0.0;
+    for (int i = 0; i < count_; ++i) weight[i] = pool_[i].c;
+    for (int i = 0; i < count_; ++i) {
+      for (int j = 0; j < i; ++j) {
+        const double inverse = 1.0 / (pool_[j].g - pool_[i].g);
+        weight[i] *= pool_[j].g * inverse;
+        weight[j] *= -pool_[i].g * inverse;
+      }
+    }
+    for (int i = 0; i < count_; ++i) root += weight[i];
+    const double a = std::min(lo.c, hi.c), b = std::max(lo.c, hi.c);
+    if (root > a && root < b) return root;
+    return lo.c - lo.g * ((hi.c - lo.c) / (hi.g - lo.g));
+  }
+
+  void KeepNearest(double c) {
+    const int n = std::min(count_, kNearest);
+    std::partial_sort(pool_, pool_ + n, pool_ + count_, [c](const Sample& a, const Sample& b) {
+      return std::fabs(a.c - c) < std::fabs(b.c - c);
+    });
+    count_ = n;
+  }
+
+  Sample pool_[kPool];
+  int count_ = 0;
+  int lastGain_ = kLanes;
+};
+
+/// Bisection; lo and hi end as the last bracket. Returns the last velocity looked at.
+double Bisect(const Stack& stack, Sample* lo, Sample* hi, LookAhead* ahead, LayerStiffness* K) {
+  double last = hi->c;
+  int halvings = 0;
+  while (Wide(lo->c, hi->c) && halvings < kMaxHalvings) {
+    double mid[kLanes], c[kLanes], g[kLanes];
+    const int n = ahead->Plan(*lo, *hi, mid);
+    std::copy(mid, mid + n, c);
+    stack.Evaluate(c, g, n, K);
+    int gain = 0;
+    do {
+      const double* at = std::find(mid, mid + n, (lo->c + hi->c) / 2.0);
+      if (at == mid + n) break;
+      const auto i = at - mid;
+      last = c[i];
+      const int p = SignOfProduct(hi->g, g[i]);
+      if (p == 0) return last;
+      *(p < 0 ? lo : hi) = {c[i], g[i]};
+      ++gain;
+    } while (Wide(lo->c, hi->c));
+    if (gain == 0) return last;  // ends that have no midpoint: not-a-numbers
+    halvings += gain;
+    ahead->SetGain(gain);
+    for (int i = 0; i < n; ++i) ahead->Add({c[i], g[i]});
+  }
+  return last;
+}
+
+/// All trials so far, and the root between the last two of different sign.
+class Scan {
+ public:
+  Scan(const Stack& stack, double cLow, double cHigh)
+      : stack_(stack), cLow_(cLow), dc_((cHigh - cLow) / (kTrials - 1)), last_{cLow - dc_, 0.0} {}
+
+  /// Next root in *root; false when the trials are used up.
+  bool Next(double* root) {
+    for (; next_ < kTrials; ++next_) {
+      if (next_ == known_) EvaluateMore();
+      const Sample now = trial_[next_];
+      if (next_ == 0) last_.g = now.g;
+      if (std::isnan(last_.g) || std::isnan(now.g)) continue;  // a value that is none changes nothing
+      const Sample before = last_;
+      last_ = now;
+      const int p = SignOfProduct(before.g, now.g);
+      if (p > 0 || before.g == 0.0) continue;
+      *root = p < 0 ? RootBetween(before, now) : now.c;
+      ++next_;
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  void EvaluateMore() {
+    double c[kLanes], g[kLanes];
+    const int used = std::min(kLanes, kTrials - known_);
+    for (int i = 0; i < used; ++i) c[i] = (known_ + i) * dc_ + cLow_;
+    stack_.Evaluate(c, g, used, &K_);
+    for (int i = 0; i < used; ++i) trial_[known_ + i] = {c[i], g[i]};
+    known_ += used;
+  }
+
+  double RootBetween(Sample lo, Sample hi) {
+    LookAhead ahead;
+    for (int i = std::max(0, next_ - 3); i < std::min(known_, next_ + 3); ++i) ahead.Add(trial_[i]);
+    return Bisect(stack_, &lo, &hi, &ahead, &K_);
+  }
+
+  const Stack& stack_;
+  double cLow_, dc_;
+  Sample last_;
+  int next_ = 0, known_ = 0;
+  LayerStiffness K_;
+  Sample trial_[kTrials];
+};
+
+/// Upper end of the scan; false when the stiffest layer has no Rayleigh velocity.
+bool FastestVelocity(double VsMax, double nu, double rho, double* cMax) {
+  const double none[] = {0.0, 0.0}, V[] = {0.0, VsMax}, nus[] = {0.0, nu}, rhos[] = {0.0, rho};
+  double c[kPlaneWaveMaxRoots + 1], f[kPlaneWaveMaxRoots + 1];
+  int modeCount = 1;
+  FS_search_(1.0, kLowest * VsMax, VsMax, none, none, V, nus, rhos, 1, &modeCount, c, f, 0);
+  if (modeCount == 0) return false;
+  *cMax = c[1] * kAboveRayleigh;
+  return true;
+}
+
+/// The roots of wavelength i that one direction of the stray-root sweep leaves.
+struct Window {
+  double low, high;
+
+  void Apply(int i, const FlatMatrix& F, const double* L, int* modeCount) {
+    int m = modeCount[i];
+    while (m > 0 && F(i, m) * L[i] >= high) --m;
+    if (m > 1) {
+      int first = 1;
+      while (first <= m && !(F(i, first) * L[i] > low)) ++first;
+      for (int k = first; k <= m; ++k) F(i, k - first + 1) = F(i, k);
+      m -= first - 1;
+    }
+    modeCount[i] = m;
+    if (m == 0) return;
+    low = F(i, 1) * L[i] * kWindowLow;
+    high = F(i, m) * L[i] * kWindowHigh;
+  }
+};
+
+Window WindowAt(int i, const FlatMatrix& F, const double* L) {
+  const double low = F(i, 1) * L[i] * kWindowLow;
+  return {low, low * kWindowStart};
+}
+
+}  // namespace
+
+void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, double L, int n, LayerStiffness* K,
+             const double* Vs, const double* nu, const double* rho, const double* h, const double* depth,
+             int) {
+  const Stack stack(L, n, h, depth, Vs, nu, rho);
+  Sample lo{*cLow, fLow->re}, hi{*cHigh, fHigh->re};
+  LookAhead ahead;
+  ahead.Add(lo);
+  ahead.Add(hi);
+  const double root = Bisect(stack, &lo, &hi, &ahead, K);
+  *cLow = lo.c;
+  *cHigh = root;
+  *fLow = {lo.g, 0.0};
+  *fHigh = {hi.g, 0.0};
+}
+
+void FS_search_(double L, double cLow, double cHigh, const double* h, const double* depth, const double* Vs,
+                const double* nu, const double* rho, int n, int* modeCount, double* cRoots, double* fRoots,
+                int) {
+  const int limit = *modeCount == 1 ? 1 : kPlaneWaveMaxRoots;
+  *modeCount = 0;
+  if (n < 1 || !(L > 0.0)) return;
+  const Stack stack(L, n, h, depth, Vs, nu, rho);
+  Scan scan(stack, cLow, cHigh);
+  double root = 0.0;
+  while (*modeCount < limit && scan.Next(&root)) {
+    const int k = ++*modeCount;
+    cRoots[k] = root;
+    fRoots[k] = root / L;
+  }
+}
+
+void FS_clean_(int nWave, const FlatMatrix& F, const double* L, int* modeCount) {
+  if (nWave <= 2) return;
+  Window down = WindowAt(1, F, L), up = WindowAt(nWave, F, L);
+  for (int i = 2; i <= nWave; ++i) {
+    down.Apply(i, F, L, modeCount);
+    up.Apply(nWave - i + 1, F, L, modeCount);
+  }
+}
+
+void FS_intp_(int nWave, const FlatMatrix& F, const double* L, double* c, const int* modeCount, int modeSel) {
+  int before = 0;  // last wavelength with a root
+  for (int i = 1; i <= nWave; ++i) {
+    if (modeCount[i] <= 0) continue;
+    F(i, 1) = F(i, modeSel == 1 ? 1 : modeCount[i]);
+    c[i] = L[i] * F(i, 1);
+    for (int j = before + 1; before > 0 && j < i; ++j) {
+      const double share = (L[j] - L[before]) / (L[i] - L[before]);
+      const double v = c[before] + (c[i] - c[before]) * share;
+      if (!std::isfinite(v)) continue;
+      F(j, 1) = v / L[j];
+      c[j] = L[j] * F(j, 1);
+    }
+    before = i;
+  }
+}
+
+void FS_SASW2D(const int* n, const double* h, const double* Vs, const double*, const double*,
+               const double* rho, const double*, const double* nu, const int* nWave, const double* L,
+               double* c) {
+  const int layers = *n, waves = *nWave;
+  if (layers < 1 || waves < 1) return;
+  double VsMax = Vs[1], VsMin = Vs[1];
+  for (int l = 2; l <= layers; ++l) {
+    if (Vs[l] >= VsMax) VsMax = Vs[l];
+    if (Vs[l] < VsMin) VsMin = Vs[l];
+  }
+  double cMax = 0.0;
+  if (!FastestVelocity(VsMax, nu[1], rho[1], &cMax)) return;
+
+  Scratch<double> depths(layers);
+  double* depth = depths.data() - 1;
+  depth[1] = 0.0;
+  for (int l = 1; l < layers; ++l) depth[l + 1] = depth[l] + h[l];
+  const int kept = waves > 2 ? kPlaneWaveMaxRoots : 1;  // only a longer curve is cleaned with all its roots
+  Scratch<double> roots(waves * kept);
+  Scratch<int> counts(waves);
+  const FlatMatrix F{roots.data() - 1, waves};
+  int* modeCount = counts.data() - 1;
+  for (int i = 1; i <= waves; ++i) {
+    double cRoots[kPlaneWaveMaxRoots + 1], fRoots[kPlaneWaveMaxRoots + 1];
+    modeCount[i] = kept == 1 ? 1 : 0;
+    FS_search_(L[i], VsMin * kLowest, cMax, h, depth, Vs, nu, rho, layers, &modeCount[i], cRoots, fRoots, 0);
+    for (int k = 1; k <= kept; ++k) F(i, k) = k <= modeCount[i] ? fRoots[k] : 0.0;
+  }
+  FS_clean_(waves, F, L, modeCount);
+  FS_intp_(waves, F, L, c, modeCount, cModeLimit);
+}
+
+}  // namespace sondera
