@@ -4,16 +4,16 @@
 // Called by the sweep driver and the starting model. Owns no state. The trial velocities, the midpoints and
 // the stop of the bisection are fixed, since the derivatives of an inversion are differences of these very
 // numbers; the speed comes from evaluating eight of them at once (plane_wave_lanes) and from ending the scan
-// at the first root where only that one goes out. Odd on purpose: limits that were single-precision constants
-// keep the value that they have as doubles.
+// at the first root where only that one goes out.
+// Odd on purpose: limits that were single-precision constants keep the value that they have as doubles.
 #include "forward/plane_wave.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 #include "forward/plane_wave_lanes.h"
+#include "numeric/scratch.h"
 
 namespace sondera {
 namespace {
@@ -24,6 +24,7 @@ constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; wi
 constexpr double kWindowStart = 2.25, kWindowHigh = 1.5;
 constexpr double kBisectionStop = 1e-07;
 const double kTwoPi = 2.0 * std::acos(-1.0);
+constexpr int kUsualLayers = 256;  // more than that are kept on the heap
 constexpr int kTrials = 101;
 constexpr int cModeLimit = 1;       // the fundamental mode goes out
 constexpr int kMaxHalvings = 2200;  // more than there are between any two doubles
@@ -34,21 +35,6 @@ static_assert(kLowest == static_cast<double>(0.8f) && kWindowLow == static_cast<
 /// everywhere.
 struct Sample {
   double c, g;
-};
-
-/// Working space for count elements, on the stack of the call as long as the count is a usual one.
-template <class T>
-class Scratch {
- public:
-  explicit Scratch(int count) {
-    if (count > kUsual) overflow_.resize(static_cast<std::size_t>(count));
-  }
-  T* data() { return overflow_.empty() ? usual_ : overflow_.data(); }
-
- private:
-  static constexpr int kUsual = 256;
-  std::vector<T> overflow_;
-  T usual_[kUsual];
 };
 
 /// The layers above 2 L at one wavelength, with what the formulas need of them.
@@ -62,15 +48,14 @@ class Stack {
         nu_(nu),
         rho_(rho),
         table_(half_),
-        lanes_{table_.data(), half_},
+        lanes_{table_.pointer() + 1, half_},
         L_(L) {
-    LaneLayer* table = table_.data();
     const double k = kTwoPi / L;
     for (int l = 1; l <= half_; ++l) {
       const double V2 = Vs[l] * Vs[l], iV2 = 1.0 / V2;
       const double ratio = (1.0 - 2.0 * nu[l]) / (2.0 * (1.0 - nu[l]));  // (Vs / Vp)^2
       const double iP2 = ratio >= 0.0 ? iV2 * ratio : std::numeric_limits<double>::quiet_NaN();
-      table[l - 1] = {k * h[l], iV2, iP2, V2 * rho[l]};
+      table_[l] = {k * h[l], iV2, iP2, V2 * rho[l]};
     }
   }
   Stack(const Stack&) = delete;
@@ -106,7 +91,7 @@ class Stack {
   int half_;
   const double *h_, *Vs_, *nu_, *rho_;
   LaneFunction evaluate_ = BestLanes();
-  Scratch<LaneLayer> table_;
+  Scratch<LaneLayer, kUsualLayers> table_;
   LaneStack lanes_;
   double L_;
 };
@@ -226,6 +211,21 @@ class Scan {
   Scan(const Stack& stack, double cLow, double cHigh)
       : stack_(stack), cLow_(cLow), dc_((cHigh - cLow) / (kTrials - 1)), last_{cLow - dc_, 0.0} {}
 
+  /// For a function that is known to change its sign once at most: leaves out the trials before the change,
+  /// which all have the sign of the first. A value that is 0 or none leaves the scan as it was.
+  void SkipToOnlyChange() {
+    constexpr int kStep = (kTrials - 1) / (kLanes - 1);
+    double c[kLanes], g[kLanes];
+    for (int i = 0; i < kLanes; ++i) c[i] = i * kStep * dc_ + cLow_;
+    stack_.Evaluate(c, g, kLanes, &K_);
+    int same = 0;
+    while (same < kLanes && SignOfProduct(g[0], g[same]) > 0) ++same;
+    if (same == 0 || (same < kLanes && SignOfProduct(g[0], g[same]) == 0)) return;
+    last_ = trial_[(same - 1) * kStep] = {c[same - 1], g[same - 1]};
+    first_ = (same - 1) * kStep;
+    next_ = known_ = first_ + 1;
+  }
+
   /// Next root in *root; false when the trials are used up.
   bool Next(double* root) {
     for (; next_ < kTrials; ++next_) {
@@ -256,27 +256,34 @@ class Scan {
 
   double RootBetween(Sample lo, Sample hi) {
     LookAhead ahead;
-    for (int i = std::max(0, next_ - 3); i < std::min(known_, next_ + 3); ++i) ahead.Add(trial_[i]);
+    for (int i = std::max(first_, next_ - 3); i < std::min(known_, next_ + 3); ++i) ahead.Add(trial_[i]);
     return Bisect(stack_, &lo, &hi, &ahead, &K_);
   }
 
   const Stack& stack_;
   double cLow_, dc_;
   Sample last_;
-  int next_ = 0, known_ = 0;
+  int first_ = 0, next_ = 0, known_ = 0;  // known are trials first_ to known_ - 1
   LayerStiffness K_;
   Sample trial_[kTrials];
 };
 
-/// Upper end of the scan; false when the stiffest layer has no Rayleigh velocity.
+/// Upper end of the scan; false when the stiffest layer has no Rayleigh velocity. That is the root of a
+/// uniform half-space, on the same trials as any other.
 bool FastestVelocity(double VsMax, double nu, double rho, double* cMax) {
   const double none[] = {0.0, 0.0}, V[] = {0.0, VsMax}, nus[] = {0.0, nu}, rhos[] = {0.0, rho};
-  double c[kPlaneWaveMaxRoots + 1], f[kPlaneWaveMaxRoots + 1];
-  int modeCount = 1;
-  FS_search_(1.0, kLowest * VsMax, VsMax, none, none, V, nus, rhos, 1, &modeCount, c, f, 0);
-  if (modeCount == 0) return false;
-  *cMax = c[1] * kAboveRayleigh;
+  const Stack stack(1.0, 1, none, none, V, nus, rhos);
+  Scan scan(stack, kLowest * VsMax, VsMax);
+  if (nu >= 0.0 && nu <= 0.5) scan.SkipToOnlyChange();  // Rayleigh's equation has one root below Vs
+  double root = 0.0;
+  if (!scan.Next(&root)) return false;
+  *cMax = root * kAboveRayleigh;
   return true;
+}
+
+/// Whether a layer can be one; not-a-numbers cannot.
+bool IsGround(double h, double Vs, double rho, double nu) {
+  return h >= 0.0 && Vs > 0.0 && rho > 0.0 && nu > -1.0 && nu <= 0.5;
 }
 
 /// The roots of wavelength i that one direction of the stray-root sweep leaves.
@@ -309,6 +316,7 @@ Window WindowAt(int i, const FlatMatrix& F, const double* L) {
 void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, double L, int n, LayerStiffness* K,
              const double* Vs, const double* nu, const double* rho, const double* h, const double* depth,
              int) {
+  if (n < 1) return;
   const Stack stack(L, n, h, depth, Vs, nu, rho);
   Sample lo{*cLow, fLow->re}, hi{*cHigh, fHigh->re};
   LookAhead ahead;
@@ -326,7 +334,7 @@ void FS_search_(double L, double cLow, double cHigh, const double* h, const doub
                 int) {
   const int limit = *modeCount == 1 ? 1 : kPlaneWaveMaxRoots;
   *modeCount = 0;
-  if (n < 1 || !(L > 0.0)) return;
+  if (n < 1 || !(L > 0.0) || !std::isfinite(L) || !std::isfinite(cHigh / L)) return;
   const Stack stack(L, n, h, depth, Vs, nu, rho);
   Scan scan(stack, cLow, cHigh);
   double root = 0.0;
@@ -355,7 +363,7 @@ void FS_intp_(int nWave, const FlatMatrix& F, const double* L, double* c, const 
     for (int j = before + 1; before > 0 && j < i; ++j) {
       const double share = (L[j] - L[before]) / (L[i] - L[before]);
       const double v = c[before] + (c[i] - c[before]) * share;
-      if (!std::isfinite(v)) continue;
+      if (!(L[j] > 0.0) || !std::isfinite(v / L[j])) continue;
       F(j, 1) = v / L[j];
       c[j] = L[j] * F(j, 1);
     }
@@ -368,6 +376,9 @@ void FS_SASW2D(const int* n, const double* h, const double* Vs, const double*, c
                double* c) {
   const int layers = *n, waves = *nWave;
   if (layers < 1 || waves < 1) return;
+  for (int l = 1; l <= layers; ++l) {
+    if (!IsGround(l < layers ? h[l] : 0.0, Vs[l], rho[l], nu[l])) return;
+  }
   double VsMax = Vs[1], VsMin = Vs[1];
   for (int l = 2; l <= layers; ++l) {
     if (Vs[l] >= VsMax) VsMax = Vs[l];
@@ -376,15 +387,15 @@ void FS_SASW2D(const int* n, const double* h, const double* Vs, const double*, c
   double cMax = 0.0;
   if (!FastestVelocity(VsMax, nu[1], rho[1], &cMax)) return;
 
-  Scratch<double> depths(layers);
-  double* depth = depths.data() - 1;
+  Scratch<double, kUsualLayers> depths(layers);
+  double* depth = depths.pointer();
   depth[1] = 0.0;
   for (int l = 1; l < layers; ++l) depth[l + 1] = depth[l] + h[l];
   const int kept = waves > 2 ? kPlaneWaveMaxRoots : 1;  // only a longer curve is cleaned with all its roots
   Scratch<double> roots(waves * kept);
   Scratch<int> counts(waves);
-  const FlatMatrix F{roots.data() - 1, waves};
-  int* modeCount = counts.data() - 1;
+  const FlatMatrix F{roots.pointer(), waves};
+  int* modeCount = counts.pointer();
   for (int i = 1; i <= waves; ++i) {
     double cRoots[kPlaneWaveMaxRoots + 1], fRoots[kPlaneWaveMaxRoots + 1];
     modeCount[i] = kept == 1 ? 1 : 0;

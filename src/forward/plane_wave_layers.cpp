@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+#include "numeric/complex_one.h"
+
 namespace sondera {
 namespace {
 
@@ -35,7 +37,8 @@ Z FromOne(Z a) {
   return {1.0 - a.re, -a.im};
 }
 
-/// Smith's division. A zero divisor gives not-a-numbers and no message: they end as "no root".
+/// Zdiv, save that a zero divisor does not end the process: it gives not-a-numbers, and they end as "no
+/// root".
 Z operator/(Z a, Z b) {
   if (std::fabs(b.im) < std::fabs(b.re)) {
     const double t = b.im / b.re, den = (t * t + 1.0) * b.re;
@@ -45,14 +48,12 @@ Z operator/(Z a, Z b) {
   return {(a.im + t * a.re) / den, (t * a.im - a.re) / den};
 }
 
-double Modulus(Z a) {
-  return std::sqrt(a.im * a.im + a.re * a.re);
-}
-
 /// sqrt(1 - c^2 / V^2), real or on the positive imaginary axis.
 Z DecayFactor(double c, double V) {
-  const double x = 1.0 - c * c / (V * V);
-  return x < 0.0 ? Z{0.0, std::sqrt(-x)} : Z{std::sqrt(x), 0.0};
+  const Z square{1.0 - c * c / (V * V), 0.0};
+  Z factor;
+  Zsqrt(&factor, &square);
+  return factor;
 }
 
 struct Hyperbolic {
@@ -60,8 +61,8 @@ struct Hyperbolic {
 };
 
 Hyperbolic CoshSinh(Z a) {
-  const double size = std::exp(a.re);
-  const Z E{size * std::cos(a.im), size * std::sin(a.im)};
+  Z E;
+  Zexp(&E, &a);
   const Z inverse = Z{1.0, 0.0} / E;
   return {(E + inverse) / 2.0, (E - inverse) / 2.0};
 }
@@ -108,7 +109,7 @@ void EliminateTop(LayerStiffness& K, dcomplex* D) {
     }
   }
   *D = *D * K(1, 1) * K(2, 2);
-  *D = *D / Modulus(*D);
+  *D = *D / Zabs(D);
   K(1, 1) = K(3, 3);
   K(1, 2) = K(3, 4);
   K(2, 2) = K(4, 4);
@@ -121,7 +122,7 @@ void FS_strat_(LayerStiffness* K, double omega, double* c, const double* h, cons
   *stopLayer = 0;
   for (int l = 1; l <= nl; ++l) {
     LayerWaves w = WavesOf(omega, *c, Vs[l], nu[l], rho[l]);
-    for (int i = 0; i < kMaxNudges && Modulus(w.r) * Modulus(w.s) == 0.0; ++i) {
+    for (int i = 0; i < kMaxNudges && Zabs(&w.r) * Zabs(&w.s) == 0.0; ++i) {
       *c *= kNudge;
       w = WavesOf(omega, *c, Vs[l], nu[l], rho[l]);
     }
@@ -148,7 +149,7 @@ void FS_hspace_(const LayerStiffness& K, double omega, double c, int hsLayer, co
   const Z K12 = K(1, 2) + Z{H - B, 0.0};
   const Z K22 = K(2, 2) + w.s * H;
   const Z det = (K11 * K22 - K12 * K12) * D;
-  const double size = Modulus(det);
+  const double size = Zabs(&det);
   *F = {size == 0.0 ? 0.0 : det.re / size, 0.0};
 }
 
