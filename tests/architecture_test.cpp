@@ -50,7 +50,8 @@ const std::set<std::string> kRecordStems = {"project/session", "project/measdb",
 
 /// The ladder of the fourth floor, from the ground up; a file may include from its own rung or from below.
 const std::vector<std::set<std::string>> kLadder = {
-    {"forward/system_model", "forward/sublayers", "forward/cylinder_functions"},
+    {"forward/system_model", "forward/system_state", "forward/layer_table", "forward/record_growth",
+     "forward/run_limits", "forward/column_matrix", "forward/sublayers", "forward/cylinder_functions"},
     {"forward/green_kernels"},
     {"forward/plane_wave", "forward/point_load"},
     {"inversion/preliminary_profile"},
