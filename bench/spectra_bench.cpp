@@ -1,0 +1,111 @@
+// Running averages and impulse response filtration against the transforms in them: ratio of the whole routine
+// to its calls of FFT alone, on the same lengths. CalcSpectralFns transforms each channel once, CalcIRF its
+// two windows.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/analysis.h"
+#include "runtime/controls.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/sasw.h"
+#include "signal/irf.h"
+#include "signal/spectra.h"
+
+namespace {
+
+using namespace sondera;
+
+/// Best time of one call, in microseconds.
+double BestMicroseconds(const std::function<void()>& call) {
+  using Clock = std::chrono::steady_clock;
+  call();
+  double best = 1e300, spent = 0.0;
+  while (spent < 3e5) {
+    const auto start = Clock::now();
+    call();
+    const double t = std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+    best = std::min(best, t);
+    spent += t;
+  }
+  return best;
+}
+
+/// A measurement of noise behind a decaying pulse, receivers 10 m apart, 1 ms sampling.
+HWSetup* MakeMeasurement(int frame, int nChannels) {
+  ResetSession();
+  SetupGlobalArrays();
+  ResetControls();
+  const int key = InsertNewIDInfo("ProjID", "measID");
+  HWSetup* hw = SetupHWSetupArrays(key, nChannels);
+  hw->nLines = frame / 2;
+  hw->deltaT = 0.001;
+  hw->freqSpan = hw->stopFreq = 500.0;
+  hw->deltaF = 500.0 / hw->nLines;
+  MeasSetup* setup = SetupMSetupArrays(key);
+  for (int c = 0; c < nChannels; ++c) setup->recLoc[c] = 10.0 * (c + 1);
+  SetupRawDataArrays(key);
+  session.measBuffer.resize(static_cast<std::size_t>(frame) * nChannels);
+  std::mt19937 random(frame + nChannels);
+  std::normal_distribution<double> noise(0.0, 0.01);
+  for (int c = 0; c < nChannels; ++c) {
+    for (int i = 0; i < frame; ++i) {
+      const double t = (i - 100 - 50 * c) * 0.001;
+      session.measBuffer[static_cast<std::size_t>(c) * frame + i] =
+          noise(random) + (t > 0 ? std::exp(-20 * t) * std::sin(200 * t) : 0.0);
+    }
+  }
+  InsertListItem(sasw::DISPAID, -1, "measID", 0);
+  for (int c = 0; c < nChannels; ++c) {
+    InsertListItem(sasw::DISPA_REFCHNL, -1, std::to_string(c + 1), c);
+    InsertListItem(sasw::DISPACHNL, -1, std::to_string(c + 1), c);
+  }
+  SetCtrlVal(sasw::DISPACHNL, 2);
+  return hw;
+}
+
+/// count transforms of real data of length n, as FFT takes them.
+double TransformsAlone(int n, int count) {
+  std::vector<double> samples(n), re(n), im(n);
+  for (int i = 0; i < n; ++i) samples[i] = std::sin(0.1 * i) + 0.1 * std::cos(1.7 * i);
+  return BestMicroseconds([&] {
+    for (int c = 0; c < count; ++c) {
+      std::copy(samples.begin(), samples.end(), re.begin());
+      std::fill(im.begin(), im.end(), 0.0);
+      FFT(re.data(), im.data(), n);
+    }
+  });
+}
+
+}  // namespace
+
+int main() {
+  std::printf("%-18s %8s %9s %12s %12s %8s\n", "routine", "points", "channels", "whole, us", "FFTs, us",
+              "ratio");
+  for (int frame : {1024, 4096, 32768}) {
+    for (int nChannels : {4, 8}) {
+      const HWSetup* hw = MakeMeasurement(frame, nChannels);
+      for (int k : {0, 4}) {
+        session.avgCount = k;
+        const double whole = BestMicroseconds([] { CalcSpectralFns(); });
+        const double alone = TransformsAlone(frame, nChannels);
+        std::printf("%-18s %8d %9d %12.1f %12.1f %8.2f   record %d\n", "CalcSpectralFns", frame, nChannels,
+                    whole, alone, whole / alone, k + 1);
+      }
+      PMeasInfo* pair = nullptr;
+      SetupPMeasDataNode("ProjID", "measID", 0, 2, *hw, pair);
+      const double whole = BestMicroseconds([] { CalcIRF(0, Panel::SASW); });
+      const double alone = TransformsAlone(frame, 2);
+      std::printf("%-18s %8d %9d %12.1f %12.1f %8.2f\n", "CalcIRF", frame, nChannels, whole, alone,
+                  whole / alone);
+    }
+  }
+  return 0;
+}

@@ -1,0 +1,159 @@
+// irf.cpp - impulse response filtration of a receiver pair. See irf.h.
+#include "signal/irf.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "numeric/scale_arithmetic.h"
+#include "project/session.h"
+#include "runtime/analysis.h"
+#include "runtime/panels/irfsetpnl.h"
+#include "signal/phase_unwrap.h"
+#include "signal/signal_state.h"
+#include "signal/spectra.h"
+
+namespace sondera {
+namespace {
+
+const double kPi = 4.0 * std::atan(1.0);
+constexpr int kTimeFigures = 4;
+
+/// Sample nearest to a time, halves upward.
+int SampleAt(double time, double deltaT) {
+  return TruncToInt(time / deltaT + 0.5);
+}
+
+/// Sets samples first to last to one level, as far as they lie within the record.
+void FillLevel(int first, int last, double level, int count, double* window) {
+  first = std::max(first, 0);
+  last = std::min(last, count - 1);
+  if (first <= last) std::fill(window + first, window + last + 1, level);
+}
+
+/// Half a cosine from sample i1 to i2, both included: 0 to 1 when rising, else 1 to 0.
+void FillTaper(int i1, int i2, bool rising, int count, double* window) {
+  const double first = i1, last = i2;
+  const double width = last == first ? 1.0 : last - first;
+  for (int i = std::max(i1, 0); i <= std::min(i2, count - 1); ++i) {
+    const double d = rising ? last - i : i - first;  // from the end that has the level 1
+    window[i] = 0.5 * (1.0 + std::cos(kPi * d / width));
+  }
+}
+
+/// The arrays that one window gives.
+struct FilteredArrays {
+  double *irRe, *irIm, *re, *im, *amp;
+};
+
+/// Windows the impulse response, transforms its real part, takes the magnitudes.
+void FilterResponse(const PMeasInfo& pair, const double* window, int count, const FilteredArrays& out) {
+  const double *irRe = pair.irRe.data(), *irIm = pair.irIm.data();
+  for (int i = 0; i < count; ++i) {
+    out.irRe[i] = irRe[i] * window[i];
+    out.irIm[i] = irIm[i] * window[i];
+  }
+  std::copy_n(out.irRe, count, out.re);
+  std::fill_n(out.im, count, 0.0);
+  FFT(out.re, out.im, count);
+  for (int i = 0; i < count; ++i) out.amp[i] = std::sqrt(out.re[i] * out.re[i] + out.im[i] * out.im[i]);
+}
+
+/// Brings the window times of a pair up to date with the geometry and, where asked, with the velocities.
+void SettleTimes(PMeasInfo& pair, const IrfGeometry& g, bool reset) {
+  const double spacing = std::fabs(g.spacing);
+  if (spacing == 0.0) {
+    pair.irfMode = kLowPass;
+    pair.bbT = pair.enT = {0.0, 0.4 * g.total, 0.45 * g.total, g.total, g.total};
+    return;
+  }
+  if (pair.bbT[4] <= 0.0 || reset) {
+    pair.irfMode = kBandPass;
+    pair.bbT = TimesFromVelocities(spacing, session.bbV, g.velScale);
+  }
+  if (pair.enT[4] <= 0.0 || reset) pair.enT = TimesFromVelocities(spacing, session.smV, g.velScale);
+}
+
+}  // namespace
+
+bool GetIrfGeometry(const CurrentPair& current, IrfGeometry& geometry) {
+  if (current.key == -1 || current.records.hwPos < 0 || current.records.measPos < 0) return false;
+  const HWSetup& hw = *current.records.hwSetup;
+  const MeasSetup& setup = *current.records.measSetup;
+  const int a = current.refChan, b = current.dspChan, known = static_cast<int>(setup.recLoc.size());
+  if (a < 0 || b < 0 || a >= known || b >= known || hw.nLines <= 0) return false;
+  geometry.total = (2.0 * hw.nLines - 1.0) * hw.deltaT;
+  geometry.spacing = setup.recLoc[static_cast<std::size_t>(b)] - setup.recLoc[static_cast<std::size_t>(a)];
+  geometry.velScale = setup.lengthUnit > 0.0 ? setup.lengthUnit : 1.0;
+  return true;
+}
+
+WindowFour TimesFromVelocities(double spacing, const WindowFour& velocity, double velScale) {
+  WindowFour times{};
+  for (std::size_t k = 1; k <= 4; ++k)
+    times[k] = NiceNumber(spacing / (velocity[k] / velScale), kTimeFigures);
+  return times;
+}
+
+void MakeIrfWindow(int mode, const WindowFour& times, double deltaT, int count, double* window) {
+  const int t1 = SampleAt(times[1], deltaT), t2 = SampleAt(times[2], deltaT);
+  const int t3 = SampleAt(times[3], deltaT), t4 = SampleAt(times[4], deltaT);
+  const bool bandPass = mode != kLowPass;
+  const double inside = bandPass ? 1.0 : 0.0;
+  FillLevel(0, count - 1, 1.0 - inside, count, window);
+  FillLevel(t2, t3, inside, count, window);
+  FillTaper(t3, t4, !bandPass, count, window);
+  FillTaper(t1, t2, bandPass, count, window);
+}
+
+int CalcIRF(int reset, Panel panel) {
+  const CurrentPair current = FindCurrentPair(panel);
+  IrfGeometry geometry;
+  if (!current.pair || !GetIrfGeometry(current, geometry)) return -1;
+  PMeasInfo& pair = *current.pair;
+  const HWSetup& hw = *current.records.hwSetup;
+  if (pair.capacity() < hw.nLines) return -1;
+  const int n = hw.nLines, count = 2 * n;
+  SettleTimes(pair, geometry, reset == 1);
+  if (IsNotANumber(pair.irRe[0]))
+    CalcSpectralData(spectral::kImpulseResponse, current.records.projID, current.records.measID, pair.refChan,
+                     pair.dspChan, pair.irRe.data(), pair.irIm.data());
+  if (signalState.window.size() < static_cast<std::size_t>(count))
+    signalState.window.resize(static_cast<std::size_t>(count));
+  double* window = signalState.window.data();
+  MakeIrfWindow(pair.irfMode, pair.bbT, hw.deltaT, count, window);
+  FilterResponse(
+      pair, window, count,
+      {pair.bbIrRe.data(), pair.bbIrIm.data(), pair.bbRe.data(), pair.bbIm.data(), pair.bbAmp.data()});
+  MakeIrfWindow(pair.irfMode, pair.enT, hw.deltaT, count, window);
+  FilterResponse(
+      pair, window, count,
+      {pair.enIrRe.data(), pair.enIrIm.data(), pair.enRe.data(), pair.enIm.data(), pair.enAmp.data()});
+  UnWrap(panel, n, 0.0, hw.deltaF, pair.hRe.data(), pair.hIm.data(), pair.hPhase.data(),
+         pair.phaseOrig.data(), pair.maskFlag.data());
+  UnWrap_BackBone(n, pair.bbRe.data(), pair.bbIm.data(), pair.bbPhase.data(), pair.phaseBB.data());
+  UnWrap(panel, n, 0.0, hw.deltaF, pair.enRe.data(), pair.enIm.data(), pair.enPhase.data(),
+         pair.phaseEn.data(), pair.maskFlag.data());
+  return 0;
+}
+
+double GetIRFVEL(int n, int set) {
+  struct Row {
+    double enhanced[4], backbone[4];
+  };
+  static constexpr Row kTable[2][3] = {
+      {{{1250, 1200, 15, 7.5}, {1000, 950, 110, 100}},       // band-pass: geotechnical,
+       {{4000, 3950, 550, 500}, {3000, 2950, 1550, 1500}},   // concrete,
+       {{3000, 2950, 550, 500}, {2000, 1950, 1050, 1000}}},  // pavement
+      {{{15, 7.5, 5, 2.5}, {350, 250, 10, 5}},               // low-pass
+       {{500, 250, 10, 5}, {1000, 500, 20, 10}},
+       {{500, 250, 100, 5}, {1000, 500, 20, 10}}}};
+  const int mode = GetCtrlVal(irfsetpnl::IRFMODE), site = GetCtrlVal(irfsetpnl::SITECAT);
+  if (n < 1 || n > 4 || mode < 0 || mode > 1 || site < 0 || site > 2) return 0.0;
+  const Row& row = kTable[mode][site];
+  if (set == 0) return row.enhanced[n - 1];
+  if (set == 1) return row.backbone[n - 1];
+  return 0.0;
+}
+
+}  // namespace sondera

@@ -1,0 +1,73 @@
+// irf.h - impulse response filtration: two cosine-tapered time windows on the impulse response of a pair, the
+// filtered spectra, and the three unwrapped phases.
+//
+// The impulse response shows how energy travels from one receiver to the other; what arrives outside the
+// delays that a surface wave can have is noise. The backbone window is wide and safe and tells the number of
+// cycles; the enhanced window is tighter and gives the curve that is used where it is trusted. CalcIRF is the
+// one routine that brings a pair up to date: whatever changes a mask, a window or a spectrum ends with it.
+//
+// Window times T1 <= T2 <= T3 <= T4 are kept per pair, in seconds, from 1 to 4 of bbT and enT; a fourth time
+// of 0 means "not set". Pseudo velocities (spacing / delay) are kept per session in m/s (session.bbV,
+// session.smV) and are divided by the length unit of the measurement here and in RefreshIRFwindow, nowhere
+// else.
+#pragma once
+
+#include <array>
+
+#include "project/selection.h"
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// irfMode of a pair.
+inline constexpr int kBandPass = 0;
+inline constexpr int kLowPass = 1;
+
+/// Times or velocities 1 to 4; entry 0 is unused.
+using WindowFour = std::array<double, 5>;
+
+/// Lengths that the windows of a pair depend on.
+struct IrfGeometry {
+  double total = 0.0;  ///< length of the record, (2 nLines - 1) * deltaT, s
+  double spacing =
+      0.0;  ///< location of the display channel minus that of the reference, length units, signed
+  double velScale = 1.0;  ///< metres per unit; 1 where the record holds none above 0
+};
+/// False when measurement or setup are missing or have no location for one of the channels.
+bool GetIrfGeometry(const CurrentPair& current, IrfGeometry& geometry);
+
+/// Times of a window by pseudo velocities: spacing / (velocity / velScale), to four figures.
+WindowFour TimesFromVelocities(double spacing, const WindowFour& velocity, double velScale);
+
+/// Cosine-tapered window over count samples of deltaT seconds; a time belongs to sample int(T / deltaT +
+/// 0.5). Band-pass: 0 up to T1, rising to 1 at T2, 1 until T3, falling to 0 at T4, 0 after. Low-pass: 1 up to
+/// T1, falling to 0 at T2, 0 until T3, rising to 1 at T4, 1 after. A taper from sample i1 to i2 is (1 +
+/// cos(pi d / (i2 - i1))) / 2 with both ends included; i1 = i2 gives a step of one sample, which is 1. Where
+/// windows overlap the taper T1..T2 is written last. Samples outside the record are left out.
+/// @param[out] window  count values
+void MakeIrfWindow(int mode, const WindowFour& times, double deltaT, int count, double* window);
+
+/// Applies both windows of the selected pair, transforms back and unwraps its three curves.
+/// @param reset  1 makes all window times from the session's velocities, as times that are not set are anyway
+/// @param panel  SASW: the pair on display (LookupID); another page: project of the setup dialog, measurement
+/// and
+///               channels last selected in the session
+/// At a spacing of 0 both windows become low-pass with T1, T2 = 0.4, 0.45 of the record and T3, T4 at its
+/// end. Only the real part of a windowed response is transformed; bbIrIm and enIrIm are for display. An
+/// impulse response that begins with a not-a-number, as a project file may hold it, is made again. Two
+/// transforms of 2 nLines points. Returns 0; -1, with nothing done, without such a measurement or pair
+/// record.
+int CalcIRF(int reset, Panel panel);
+
+/// Default pseudo velocity of the panel, m/s, by IRFMODE and SITECAT as they stand there.
+/// @param n    1 to 4
+/// @param set  0 enhanced, 1 backbone
+/// Any other combination gives 0.
+double GetIRFVEL(int n, int set);
+
+/// Takes the site category of SITECAT: session velocities, all window times of the pair on display, and the
+/// panel. (In irf_panel.cpp, as is the callback, which does this on commit.)
+void SetupSiteCategory();
+int SetupSiteCatCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

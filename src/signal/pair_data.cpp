@@ -1,0 +1,66 @@
+// pair_data.cpp - makes and refreshes the record of a receiver pair. Declared in spectra.h; apart from
+// spectra.cpp because it ends in the impulse response filtration, which itself stands on the spectra.
+#include <memory>
+
+#include "project/session.h"
+#include "runtime/panels/sasw.h"
+#include "signal/irf.h"
+#include "signal/spectra.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kFirstMarker = 12;    // solid circle
+constexpr int kColorNotGiven = -1;  // handed out when the curve is first drawn
+
+/// False, and nothing done, when the measurement has more lines than the record has room for.
+bool FillFromAverages(const std::string& projID, const std::string& measID, PMeasInfo& pair) {
+  const int hwPos = MeasDB.hwSetupList.findKey(pair.key);
+  if (hwPos < 0 || MeasDB.hwSetupList.at(hwPos)->nLines > pair.capacity()) return false;
+  const int a = pair.refChan, b = pair.dspChan;
+  CalcSpectralData(spectral::kTransferFunction, projID, measID, a, b, pair.hRe.data(), pair.hIm.data());
+  CalcSpectralData(spectral::kTransferAmplitude, projID, measID, a, b, pair.hAmp.data(), nullptr);
+  CalcSpectralData(spectral::kTransferPhase, projID, measID, a, b, pair.hPhase.data(), nullptr);
+  CalcSpectralData(spectral::kImpulseResponse, projID, measID, a, b, pair.irRe.data(), pair.irIm.data());
+  return true;
+}
+
+}  // namespace
+
+void SetupPMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
+                        const HWSetup& hwSetup, PMeasInfo*& pair) {
+  const int key = GetKeyFromID(projID, measID);
+  const bool inside = chanA >= 0 && chanB >= 0 && chanA < hwSetup.nChannels && chanB < hwSetup.nChannels;
+  if (key == -1 || !inside || hwSetup.nLines <= 0) return;
+  auto made = std::make_unique<PMeasInfo>();
+  SetupPairMeasArrays(*made, hwSetup.nLines);
+  made->key = key;
+  made->refChan = chanA;
+  made->dspChan = chanB;
+  made->gaborTimeStep = 0.015625;
+  made->gaborFreqStep = 0.0625;
+  made->irfMode = 0;
+  made->phaseOption = GetCtrlVal(sasw::DISPCURV_OPTION);
+  made->wlenCrit = 0.25;
+  made->included = 1;
+  made->marker = kFirstMarker;
+  made->color = kColorNotGiven;
+  made->band = 0.5;
+  made->beta = 3.0;
+  made->timeDiv = made->freqDiv = kGaborDivisions;
+  made->nContLevel = 10;
+  made->cntThreshold = session.gaborThreshold;
+  made->finalTime = made->finalFreq = 0.0;
+  if (!FillFromAverages(projID, measID, *made)) return;
+  pair = MeasDB.pMeasList.append(std::move(made));
+  CalcIRF(0, Panel::SASW);
+}
+
+void UpdatePMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
+                         const HWSetup& hwSetup, PMeasInfo* pair) {
+  if (!pair || pair->key != GetKeyFromID(projID, measID)) return;
+  if (pair->refChan != chanA || pair->dspChan != chanB || pair->capacity() < hwSetup.nLines) return;
+  if (FillFromAverages(projID, measID, *pair)) CalcIRF(0, Panel::SASW);
+}
+
+}  // namespace sondera

@@ -1,0 +1,160 @@
+// phase_unwrap.cpp - wrapped spectrum phase to growing phase lag, for one receiver pair. See phase_unwrap.h.
+#include "signal/phase_unwrap.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "numeric/scale_arithmetic.h"
+#include "project/measdb.h"
+#include "project/selection.h"
+
+namespace sondera {
+namespace {
+
+const double kPi = 4.0 * std::atan(1.0);
+constexpr double kCycle = 360.0;
+constexpr double kJump = 300.0;                    // a larger step between neighbouring lines is a wrap
+constexpr double kHalfJump = kJump / 2;            // bound of the first line; looser jump of the second
+constexpr double kLongStep = 0.8;                  // cycles; a larger step may open a stretch
+constexpr double kDeepBefore = -0.4 * kJump;       // wrapped phase before such a stretch: below -120
+constexpr double kRiseAcross = kLongStep * kJump;  // rise of the wrapped phase across it: above 240
+
+/// Step of more than 300 degrees between two values, taken back by one cycle.
+double RepairedStep(double value, double before) {
+  const double d = value - before;
+  if (!(std::fabs(d) > kJump)) return value;
+  return d >= 0.0 ? value - kCycle : value + kCycle;
+}
+
+}  // namespace
+
+double WrappedPhase(double re, double im) {
+  return re == 0.0 ? 0.0 : std::atan2(im, re) * 180.0 / kPi;
+}
+
+std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, double fStart, double deltaF) {
+  std::vector<CycleMask> masks;
+  if (!(deltaF > 0.0)) return masks;
+  for (const MaskingInfo& m : MeasDB.maskingList) {
+    if (m.key != key || m.refChan != refChan || m.dspChan != dspChan) continue;
+    const int lo = TruncToInt((m.freqInit - fStart) / deltaF + 0.5);
+    const int hi = TruncToInt((m.freqFinal - fStart) / deltaF + 0.5);
+    const CycleMask run{std::max(lo, 0), std::min(hi, n - 1), m.jumpNo};
+    if (run.lineInit <= run.lineFinal) masks.push_back(run);
+  }
+  return masks;
+}
+
+// While the masks are laid out and walked, maskFlag holds the number of the mask on a line, counted from 1.
+void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
+                 double* unwrapped, int* maskFlag) {
+  if (n <= 0) return;
+  for (int i = 0; i < n; ++i) wrapped[i] = WrappedPhase(re[i], im[i]);
+  std::fill_n(maskFlag, n, 0);
+  if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
+  int number = 0;
+  for (const CycleMask& mask : masks) {
+    ++number;
+    for (int i = std::max(mask.lineInit, 0); i <= std::min(mask.lineFinal, n - 1); ++i) maskFlag[i] = number;
+  }
+  long long cycles = 0;
+  int carry = 0;  // number of the masked line before, which is what a masked line gets
+  unwrapped[0] = -wrapped[0];
+  for (int i = 1; i < n; ++i) {
+    if (maskFlag[i] != 0) {
+      cycles = carry;
+      carry = masks[static_cast<std::size_t>(maskFlag[i] - 1)].cycles;
+    } else {
+      const double d = wrapped[i] - wrapped[i - 1];
+      if (d > kJump) ++cycles;
+      if (d < -kJump) --cycles;
+    }
+    unwrapped[i] = static_cast<double>(cycles) * kCycle - wrapped[i];
+  }
+  for (int i = 0; i < n; ++i) maskFlag[i] = maskFlag[i] != 0 ? 1 : 0;
+}
+
+void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
+            double* wrapped, double* unwrapped, int* maskFlag) {
+  const bool lookUp = panel == Panel::SASW || panel == Panel::HMSETUP || panel == Panel::HWSETUP;
+  const CurrentPair current = FindCurrentPair(lookUp ? Panel::SASW : panel);
+  const std::vector<CycleMask> masks =
+      CycleMasksOf(current.key, current.refChan, current.dspChan, n, fStart, deltaF);
+  UnWrapLines(n, re, im, masks, wrapped, unwrapped, maskFlag);
+}
+
+void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped, double* unwrapped) {
+  if (n <= 0) return;
+  wrapped[0] = WrappedPhase(re[0], im[0]);
+  if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
+  unwrapped[0] = -wrapped[0];
+  if (n == 1) return;
+  wrapped[1] = WrappedPhase(re[1], im[1]);
+  // Kept: never true, since such a first line has just been made 0; it states where the count begins.
+  int cycles = wrapped[0] > kHalfJump ? 1 : 0;
+  if (wrapped[1] - wrapped[0] > kHalfJump) ++cycles;
+  unwrapped[1] = cycles * kCycle - wrapped[1];
+  for (int i = 2; i < n; ++i) {
+    wrapped[i] = WrappedPhase(re[i], im[i]);
+    if (wrapped[i] - wrapped[i - 1] > kJump) ++cycles;
+    unwrapped[i] = cycles * kCycle - wrapped[i];
+  }
+  AdjustCycles(n, unwrapped, wrapped);
+  // In place, so that each line is held against its corrected neighbour.
+  for (int i = 3; i < n; ++i) unwrapped[i] = RepairedStep(unwrapped[i], unwrapped[i - 1]);
+}
+
+void AdjustCycles(int n, double* unwrapped, const double* wrapped) {
+  if (n < 3) return;
+  bool inStretch = false;
+  double before = unwrapped[1] / kCycle;  // cycles on the old trend
+  int start = 0, excess = 0;
+  for (int i = 2; i < n; ++i) {
+    const double here = unwrapped[i] / kCycle;
+    const double d = here - before;
+    if (std::fabs(d) > kLongStep) {
+      if (!inStretch && wrapped[i - 1] < kDeepBefore) {
+        excess = TruncToInt(d / kLongStep);
+        before = here - excess;
+        inStretch = true;
+        start = i;
+      }
+      continue;
+    }
+    before = here;
+    if (!inStretch) continue;
+    inStretch = false;
+    const double from = wrapped[excess > 0 ? start - 1 : start];
+    if (wrapped[i] > 0.0 && from < 0.0 && wrapped[i] - from > kRiseAcross)
+      for (int j = start; j < i; ++j) unwrapped[j] -= kCycle * excess;
+    start = 0;
+  }
+}
+
+void UnWrap_Enhanced(int n, double /*argA*/, double /*argB*/, const double* re, const double* im,
+                     double* wrapped, double* unwrapped, const double* wrappedB, const double* ref) {
+  if (n < 2) return;
+  unwrapped[1] = -wrapped[1];
+  unwrapped[2] = -wrapped[2];
+  for (int i = 3; i <= n; ++i) {
+    wrapped[i] = WrappedPhase(re[i], im[i]);
+    const double cycles = ref[i] >= 180.0 ? TruncToInt((ref[i] - 180.0) / kCycle) + 1.0 : 0.0;
+    unwrapped[i] = cycles * kCycle - wrapped[i];
+  }
+  for (int i = 3; i <= n; ++i) {
+    const double trial = RepairedStep(unwrapped[i], unwrapped[i - 1]);
+    if (std::fabs(trial - ref[i]) < kJump) unwrapped[i] = trial;
+  }
+  AdjustCycles(n, unwrapped, wrappedB);
+}
+
+void UnWrap_Enhanced2(int n, const double* wrapped, double* unwrapped, const double* a, const double* b) {
+  for (int i = 0; i < n; ++i) unwrapped[i] = TruncToInt((a[i] + b[i]) / kCycle) * kCycle - wrapped[i];
+  AdjustCycles(n, unwrapped, wrapped);
+  for (int i = 3; i <= n; ++i) {
+    unwrapped[i] = RepairedStep(unwrapped[i], unwrapped[i - 1]);
+    if (std::fabs(unwrapped[i] - b[i]) > kJump) unwrapped[i] += unwrapped[i] > b[i] ? -kCycle : kCycle;
+  }
+}
+
+}  // namespace sondera

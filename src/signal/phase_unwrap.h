@@ -1,0 +1,87 @@
+// phase_unwrap.h - from the wrapped phase of a spectrum to a phase lag that grows with frequency.
+//
+// The unwrappers know what surface waves do: phase is a lag, so the unwrapped value is a whole number of
+// cycles minus the wrapped angle; masks may pin the number of cycles; the backbone curve only climbs and is
+// then repaired. CalcIRF makes three curves per pair with them: original and enhanced by UnWrap, backbone by
+// UnWrap_BackBone.
+//
+// Arrays count from 0, line i at fStart + i * deltaF. Phases in degrees. Jumps are steps of more than 300
+// degrees between neighbouring lines. No state between calls, but for the check boxes (signal_state.h).
+//
+// Odd on purpose: a line whose real part is exactly 0 has phase 0, whatever its imaginary part; the first
+// line of a mask carries the number of the mask before it.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// Wrapped phase of a line: 0 when re is exactly 0, else atan2(im, re) in degrees.
+double WrappedPhase(double re, double im);
+
+/// A run of lines, both ends included, on which the number of cycles is given.
+struct CycleMask {
+  int lineInit = 0, lineFinal = 0;
+  int cycles = 0;
+};
+
+/// The masks of a pair (channels from 0) as runs of lines, in list order, cut to 0..n-1; masks outside are
+/// left out. Frequencies go to the nearest line, halves upward. deltaF <= 0 gives none.
+std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, double fStart, double deltaF);
+
+/// Unwraps n lines by counting jumps, with the cycles pinned inside masks.
+/// A first line beyond 150 degrees counts as 0. Inside a mask no jump is counted; the number is absolute. Its
+/// first line still has the number of the mask before (0 before the first), the others its own; counting goes
+/// on from there. Of masks that share lines the later one holds. Line 0 is never pinned.
+/// @param[in]  re, im     spectrum, n values
+/// @param[in]  masks      within 0..n-1
+/// @param[out] wrapped, unwrapped  n values
+/// @param[out] maskFlag   n values: 1 inside a mask, else 0
+void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
+                 double* unwrapped, int* maskFlag);
+
+/// UnWrapLines with the masks of the pair that a page has selected: panels SASW, HMSETUP and HWSETUP ask the
+/// masking page (LookupID); for any other the measurement and channels stay those last selected in the
+/// session.
+void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
+            double* wrapped, double* unwrapped, int* maskFlag);
+
+/// Unwraps n lines by counting upward jumps only (the second line counts from 150 degrees), then
+/// AdjustCycles, then a pass that takes 360 degrees off each step of more than 300, up or down. The pass
+/// works on values already corrected: a single step goes, a lasting one is carried along to the end. Masks
+/// play no part.
+void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped, double* unwrapped);
+
+/// Takes back stretches in which noise made the number of cycles run away. A stretch begins where a step of
+/// more than 0.8 cycle follows a line below -120 degrees, ends where the curve is back within 0.8 cycle of
+/// the corrected level, and is undone if the wrapped phase rose by more than 240 degrees across it from below
+/// to above 0, as a true wrap does. A stretch open at the last line stays. Fewer than three lines: nothing.
+void AdjustCycles(int n, double* unwrapped, const double* wrapped);
+
+/// Unwraps along a reference curve. Lines count from 1 here: arrays have n + 1 entries, entry 0 is not
+/// touched, and wrapped[1], wrapped[2] are the caller's. argA and argB have no effect. No caller at present.
+/// @param[in]     re, im    spectrum, 3..n are read
+/// @param[in,out] wrapped   3..n are filled
+/// @param[out]    unwrapped 1..n
+/// @param[in]     wrappedB  wrapped phase that AdjustCycles looks at, 0..n-1
+/// @param[in]     ref       unwrapped reference, 3..n
+void UnWrap_Enhanced(int n, double argA, double argB, const double* re, const double* im, double* wrapped,
+                     double* unwrapped, const double* wrappedB, const double* ref);
+
+/// Unwraps by the whole cycles of a + b, 0..n-1, then AdjustCycles, then repairs steps and strays from b
+/// at 3..n, so that unwrapped and b have n + 1 entries. No caller at present.
+void UnWrap_Enhanced2(int n, const double* wrapped, double* unwrapped, const double* a, const double* b);
+
+/// Check boxes PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curve that feeds the dispersion is always
+/// drawn, and one of the three always is. Left click: remembers the boxes; commit: puts them right and
+/// redraws.
+int PhaseOptionCallback(Panel panel, ControlId control, Event event, long data);
+
+/// DISPCURV_OPTION on commit: stores the curve in the pair on display, turns its box on and redraws. Without
+/// a pair: "Perform IRF first.", -1.
+int DispCurveOptionCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

@@ -1,0 +1,295 @@
+// spectra.cpp - running averages of spectra, and the quantities of a pair made from them. See spectra.h.
+//
+// Called by the measurement loop (CalcSpectralFns) and by whatever makes or refreshes a pair
+// (CalcSpectralData). A frame length is a power of two, so that dividing by it is exact and may be done in
+// any order.
+#include "signal/spectra.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "project/session.h"
+#include "runtime/analysis.h"
+#include "runtime/dialogs.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/measpanel.h"
+#include "runtime/redraw.h"
+#include "signal/signal_state.h"
+
+namespace sondera {
+namespace {
+
+const double kPi = 4.0 * std::atan(1.0);
+constexpr int kLongestFrame = 1 << 29;
+
+/// Phase in degrees; 0 for the number 0, whatever the signs of its zeros.
+double Degrees(double re, double im) {
+  return re == 0.0 && im == 0.0 ? 0.0 : std::atan2(im, re) * 180.0 / kPi;
+}
+double Magnitude(double re, double im) {
+  return std::sqrt(re * re + im * im);
+}
+
+// ---- running averages
+// -----------------------------------------------------------------------------------------------
+
+/// Sizes of one record.
+struct FrameSizes {
+  int frame = 0;       // N, samples kept per channel
+  int decimation = 1;  // every n-th sample of the buffer is kept
+  int nChannels = 0;
+  std::size_t Samples() const {
+    return static_cast<std::size_t>(frame) * static_cast<std::size_t>(nChannels);
+  }
+};
+
+/// False when the record or the arrays are shorter than the sizes ask for.
+bool SizesOf(const HWSetup& hw, const RawData& raw, FrameSizes& sizes) {
+  if (hw.nLines <= 0 || hw.nLines > kLongestFrame / 2 || hw.nChannels <= 0) return false;
+  sizes.frame = 2 * FullTimeLines(hw.nLines);
+  sizes.decimation = std::max(hw.decimation, 1);
+  sizes.nChannels = hw.nChannels;
+  const std::size_t samples = sizes.Samples();
+  for (auto block : kRawBlocks)
+    if ((raw.*block).size() < samples) return false;
+  const std::size_t buffered = session.measBuffer.size(), step = static_cast<std::size_t>(sizes.decimation);
+  return buffered > 0 && (buffered - 1) / step >= samples - 1;
+}
+
+void PickSamples(const FrameSizes& sizes, double* timeHist) {
+  const std::size_t samples = sizes.Samples(), step = static_cast<std::size_t>(sizes.decimation);
+  const double* buffer = session.measBuffer.data();
+  if (step == 1) {
+    std::copy_n(buffer, samples, timeHist);
+    return;
+  }
+  for (std::size_t i = 0; i < samples; ++i) timeHist[i] = buffer[i * step];
+}
+
+/// Shows the new record on the measurement page and asks whether to take it.
+bool PreviewAccepted() {
+  using namespace measpanel;
+  const RingControl* const rings[] = {&DISPA_REFCHNL, &DISPB_REFCHNL, &DISPACHNL,
+                                      &DISPBCHNL,     &DISPATYPE,     &DISPBTYPE};
+  const int previewValues[] = {0, 0, 0, 1, spectral::kTimeTrace, spectral::kTimeTrace};
+  int indices[std::size(rings)];
+  for (std::size_t i = 0; i < std::size(rings); ++i) {
+    indices[i] = GetCtrlIndex(*rings[i]);
+    SetCtrlVal(*rings[i], previewValues[i]);
+  }
+  DoPreviewPlotting();
+  const bool accepted = ConfirmPopup(session.appTitle, "Accept the current measurements ?");
+  for (std::size_t i = 0; i < std::size(rings); ++i) SetCtrlIndex(*rings[i], indices[i]);
+  return accepted;
+}
+
+/// Transform of one channel of the record, N values from samples on.
+void TransformFrame(const double* samples, int n, double* re, double* im) {
+  std::copy_n(samples, n, re);
+  std::fill_n(im, n, 0.0);
+  FFT(re, im, n);
+}
+
+/// The five averages of one channel, N values each.
+struct ChannelAverages {
+  double* __restrict linRe;
+  double* __restrict linIm;
+  double* __restrict power;
+  double* __restrict crossRe;
+  double* __restrict crossIm;
+};
+
+/// The first record replaces what stood there, whatever it was; even a not-a-number must not survive a new
+/// run.
+struct Replace {
+  double operator()(double value, double /*stored*/) const { return value; }
+};
+struct RunningMean {
+  double k;
+  double operator()(double value, double stored) const { return (value + stored * k) / (k + 1.0); }
+};
+
+/// Folds the spectrum x of a channel into its averages; r is the spectrum of channel 0.
+template <class Fold>
+void FoldChannel(const double* __restrict xRe, const double* __restrict xIm, const double* __restrict rRe,
+                 const double* __restrict rIm, int n, const ChannelAverages& avg, Fold fold) {
+  const double perFrame = 1.0 / n, root2 = std::sqrt(2.0);
+  const double powerScale = 2.0 * perFrame * perFrame;
+  for (int i = 0; i < n; ++i) {
+    avg.linRe[i] = fold(xRe[i] * perFrame * root2, avg.linRe[i]);
+    avg.linIm[i] = fold(xIm[i] * perFrame * root2, avg.linIm[i]);
+    avg.power[i] = fold((xRe[i] * xRe[i] + xIm[i] * xIm[i]) * powerScale, avg.power[i]);
+    avg.crossRe[i] = fold((xRe[i] * rRe[i] + xIm[i] * rIm[i]) * powerScale, avg.crossRe[i]);
+    avg.crossIm[i] = fold((xIm[i] * rRe[i] - xRe[i] * rIm[i]) * powerScale, avg.crossIm[i]);
+  }
+}
+
+void FoldRecord(const FrameSizes& sizes, RawData& raw) {
+  const int n = sizes.frame;
+  const std::size_t length = static_cast<std::size_t>(n);
+  for (auto* v : {&signalState.refRe, &signalState.refIm, &signalState.workRe, &signalState.workIm})
+    if (v->size() < length) v->resize(length);
+  double *refRe = signalState.refRe.data(), *refIm = signalState.refIm.data();
+  double *workRe = signalState.workRe.data(), *workIm = signalState.workIm.data();
+  TransformFrame(raw.timeHist.data(), n, refRe, refIm);
+  for (int c = 0; c < sizes.nChannels; ++c) {
+    const std::size_t row = static_cast<std::size_t>(c) * length;
+    const double *xRe = refRe, *xIm = refIm;  // channel 0 is the reference itself
+    if (c > 0) {
+      TransformFrame(raw.timeHist.data() + row, n, workRe, workIm);
+      xRe = workRe;
+      xIm = workIm;
+    }
+    const ChannelAverages avg{raw.linSpecRe.data() + row, raw.linSpecIm.data() + row,
+                              raw.powerSpec.data() + row, raw.crossSpecRe.data() + row,
+                              raw.crossSpecIm.data() + row};
+    if (session.avgCount <= 0)
+      FoldChannel(xRe, xIm, refRe, refIm, n, avg, Replace{});
+    else
+      FoldChannel(xRe, xIm, refRe, refIm, n, avg, RunningMean{static_cast<double>(session.avgCount)});
+  }
+}
+
+// ---- quantities of a pair
+// -------------------------------------------------------------------------------------------
+
+/// Rows of the two channels of a pair and of channel 0, with a stride of 2 n.
+struct PairRows {
+  int n = 0;                                                                    // lines
+  const double *aRe = nullptr, *aIm = nullptr, *bRe = nullptr, *bIm = nullptr;  // cross spectra
+  const double *powerA = nullptr, *powerB = nullptr, *power0 = nullptr;         // auto spectra
+};
+
+struct Line {
+  double re = 0.0, im = 0.0;
+};
+
+/// Transfer function at a line: 0 where the reference has no cross power.
+Line Transfer(const PairRows& p, int i) {
+  Line h;
+  if (p.aRe[i] != 0.0 || p.aIm[i] != 0.0) CxDiv(p.bRe[i], p.bIm[i], p.aRe[i], p.aIm[i], &h.re, &h.im);
+  return h;
+}
+
+/// Cross power of the pair through channel 0: 0 where that has no power.
+Line CrossPower(const PairRows& p, int i) {
+  Line g;
+  if (p.power0[i] == 0.0) return g;
+  CxMul(p.bRe[i], p.bIm[i], p.aRe[i], -p.aIm[i], &g.re, &g.im);
+  g.re /= p.power0[i];
+  g.im /= p.power0[i];
+  return g;
+}
+
+double Coherence(const PairRows& p, int i) {
+  if (p.power0[i] == 0.0) return 0.0;
+  const Line ab = CrossPower(p, i);
+  Line ba;
+  CxMul(p.aRe[i], p.aIm[i], p.bRe[i], -p.bIm[i], &ba.re, &ba.im);
+  ba.re /= p.power0[i];
+  ba.im /= p.power0[i];
+  return Magnitude(ab.re, ab.im) * Magnitude(ba.re, ba.im) / (p.powerB[i] * p.powerA[i]);
+}
+
+}  // namespace
+
+int CalcSpectralFns() {
+  MeasRecords records;
+  const int key = GetKeyFromID(GetCtrlVal(hmsetup::PROJID), GetCtrlVal(hmsetup::MEASID));
+  if (GetInfoFromKey(key, records) == -1 || records.hwPos < 0 || records.rawPos < 0) return -1;
+  FrameSizes sizes;
+  if (!SizesOf(*records.hwSetup, *records.rawData, sizes)) return -1;
+  session.samplesPerChan = sizes.frame * sizes.decimation;
+  SetupAuxiallyArrays(sizes.frame);
+  PickSamples(sizes, records.rawData->timeHist.data());
+  if (session.measOptions.previewOn && !PreviewAccepted()) return -1;
+  FoldRecord(sizes, *records.rawData);
+  return 0;
+}
+
+int CalcSpectralData(int type, const std::string& projID, const std::string& measID, int chanA, int chanB,
+                     double* outRe, double* outIm) {
+  MeasRecords records;
+  if (GetInfoFromKey(GetKeyFromID(projID, measID), records) == -1 || records.hwPos < 0 || records.rawPos < 0)
+    return -1;
+  const HWSetup& hw = *records.hwSetup;
+  const RawData& raw = *records.rawData;
+  if (hw.nLines <= 0 || chanA < 0 || chanB < 0 || chanA >= hw.nChannels || chanB >= hw.nChannels) return -1;
+  const int n = hw.nLines;
+  const std::size_t stride = 2 * static_cast<std::size_t>(n);
+  for (auto block : kRawBlocks)
+    if ((raw.*block).size() < stride * static_cast<std::size_t>(hw.nChannels)) return -1;
+  const std::size_t rowA = stride * static_cast<std::size_t>(chanA),
+                    rowB = stride * static_cast<std::size_t>(chanB);
+  const PairRows p{n,
+                   raw.crossSpecRe.data() + rowA,
+                   raw.crossSpecIm.data() + rowA,
+                   raw.crossSpecRe.data() + rowB,
+                   raw.crossSpecIm.data() + rowB,
+                   raw.powerSpec.data() + rowA,
+                   raw.powerSpec.data() + rowB,
+                   raw.powerSpec.data()};
+  const double *linRe = raw.linSpecRe.data() + rowB, *linIm = raw.linSpecIm.data() + rowB;
+  switch (type) {
+    case spectral::kTimeTrace:
+      std::copy_n(raw.timeHist.data() + rowB, stride, outRe);
+      std::fill_n(outIm, stride, 0.0);
+      break;
+    case spectral::kLinearPhase:
+      for (int i = 0; i < n; ++i) outRe[i] = Degrees(linRe[i], linIm[i]);
+      break;
+    case spectral::kLinearAmplitude:
+      for (int i = 0; i < n; ++i) outRe[i] = Magnitude(linRe[i], linIm[i]);
+      break;
+    case spectral::kTransferPhase:
+      for (int i = 0; i < n; ++i) {
+        const Line h = Transfer(p, i);
+        outRe[i] = Degrees(h.re, h.im);
+      }
+      break;
+    case spectral::kTransferAmplitude:
+      for (int i = 0; i < n; ++i) {
+        const Line h = Transfer(p, i);
+        outRe[i] = Magnitude(h.re, h.im);
+      }
+      break;
+    case spectral::kPowerSpectrum:
+      for (int i = 0; i < n; ++i)
+        outRe[i] =
+            std::sqrt(raw.powerSpec[static_cast<std::size_t>(n) * static_cast<std::size_t>(chanB) + i]);
+      break;
+    case spectral::kCrossPhase:
+      for (int i = 0; i < n; ++i) {
+        const Line g = CrossPower(p, i);
+        outRe[i] = Degrees(g.re, g.im);
+      }
+      break;
+    case spectral::kCrossAmplitude:
+      for (int i = 0; i < n; ++i) {
+        const Line g = CrossPower(p, i);
+        outRe[i] = Magnitude(g.re, g.im);
+      }
+      break;
+    case spectral::kCoherence:
+      for (int i = 0; i < n; ++i) outRe[i] = Coherence(p, i);
+      break;
+    case spectral::kImpulseResponse:
+    case spectral::kTransferFunction: {
+      const int points = type == spectral::kImpulseResponse ? 2 * n : n;
+      for (int i = 0; i < points; ++i) {
+        const Line h = Transfer(p, i);
+        outRe[i] = h.re;
+        outIm[i] = h.im;
+      }
+      if (type == spectral::kImpulseResponse) InvFFT(outRe, outIm, points);
+      break;
+    }
+    default:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace sondera
