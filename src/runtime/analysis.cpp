@@ -29,6 +29,7 @@ using PlanPtr = std::shared_ptr<fftw_plan_s>;
 /// The kept plans, by length, and the work vector that the transforms run on.
 struct FFTPlanCache {
   std::map<int, PlanPtr> forward;  // forward transforms, in place, of interleaved numbers
+  std::map<int, PlanPtr> real;     // forward transforms of real sequences into interleaved numbers
   std::vector<dcomplex> work;      // grows, does not shrink
 };
 FFTPlanCache fftPlanCache;  // empty at start; emptied by ReleaseFFTPlans
@@ -55,6 +56,17 @@ const PlanPtr& ForwardPlan(int n) {
   return plans[n] = std::move(plan);
 }
 
+const PlanPtr& RealPlan(int n) {
+  auto& plans = fftPlanCache.real;
+  if (auto it = plans.find(n); it != plans.end()) return it->second;
+  if (plans.size() >= kMostPlans) plans.clear();
+  dcomplex* out = WorkVector(n + 2);
+  double* in = reinterpret_cast<double*>(out + n / 2 + 1);  // behind the result; only its place matters here
+  PlanPtr plan(fftw_plan_dft_r2c_1d(n, in, AsFftw(out), kPlanFlags | FFTW_PRESERVE_INPUT), fftw_destroy_plan);
+  if (!plan) throw std::bad_alloc();
+  return plans[n] = std::move(plan);
+}
+
 /// Forward transform times a factor. The inverse is the same with the parts exchanged before and after.
 void Transform(double* re, double* im, int n, double factor) {
   fftw_plan plan = ForwardPlan(n).get();
@@ -75,6 +87,21 @@ void FFT(double* re, double* im, int n) {
 
 void InvFFT(double* re, double* im, int n) {
   if (n > 0) Transform(im, re, n, 1.0 / n);
+}
+
+void RealFFT(const double* x, double* re, double* im, int n) {
+  if (n <= 0) return;
+  fftw_plan plan = RealPlan(n).get();
+  dcomplex* w = WorkVector(n + 2);
+  fftw_execute_dft_r2c(plan, const_cast<double*>(x), AsFftw(w));  // the plan preserves its input
+  for (int k = 0; k <= n / 2; ++k) {
+    re[k] = w[k].re;
+    im[k] = w[k].im;
+  }
+  for (int k = n / 2 + 1; k < n; ++k) {
+    re[k] = w[n - k].re;
+    im[k] = -w[n - k].im;
+  }
 }
 
 void ReleaseFFTPlans() {
