@@ -1,0 +1,22 @@
+// phase_angle.h - angles of complex numbers in degrees, many at once. Called by the phase unwrappers, where
+// the angle is the larger part of the work. No state.
+#pragma once
+
+namespace sondera {
+
+/// Angle of re + j im in degrees, -180 to 180: 0 when re is exactly 0, whatever im is, else atan2(im, re) *
+/// 180 / pi.
+double PhaseAngle(double re, double im);
+
+/// The same for re[0..n-1], im[0..n-1], by a polynomial that runs on several lines at a time: within 1e-13
+/// degrees of PhaseAngle, exact at whole multiples of 45 degrees, and the same bytes on every processor.
+/// Lines that hold an infinity, a not-a-number or a part beyond 1e300 make the whole call take PhaseAngle
+/// itself.
+/// @param[out] angle  n values; no part of re or im
+void PhaseAngles(const double* re, const double* im, int n, double* angle);
+
+/// PhaseAngles on 2 or 4 lines at a time, for whoever wants to compare them. False, with nothing done, where
+/// the processor cannot do that many.
+bool PhaseAnglesByLanes(int lanes, const double* re, const double* im, int n, double* angle);
+
+}  // namespace sondera
