@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 #include "numeric/scale_arithmetic.h"
 #include "project/session.h"
@@ -53,10 +54,10 @@ void FilterResponse(const PMeasInfo& pair, const double* window, int count, cons
     out.irRe[i] = irRe[i] * window[i];
     out.irIm[i] = irIm[i] * window[i];
   }
-  std::copy_n(out.irRe, count, out.re);
-  std::fill_n(out.im, count, 0.0);
-  FFT(out.re, out.im, count);
-  for (int i = 0; i < count; ++i) out.amp[i] = std::sqrt(out.re[i] * out.re[i] + out.im[i] * out.im[i]);
+  RealFFT(out.irRe, out.re, out.im, count);
+  const int half = count / 2;  // the upper half mirrors the lower one
+  for (int i = 0; i <= half; ++i) out.amp[i] = std::sqrt(out.re[i] * out.re[i] + out.im[i] * out.im[i]);
+  for (int i = half + 1; i < count; ++i) out.amp[i] = out.amp[count - i];
 }
 
 /// Brings the window times of a pair up to date with the geometry and, where asked, with the velocities.
@@ -129,11 +130,12 @@ int CalcIRF(int reset, Panel panel) {
   FilterResponse(
       pair, window, count,
       {pair.enIrRe.data(), pair.enIrIm.data(), pair.enRe.data(), pair.enIm.data(), pair.enAmp.data()});
-  UnWrap(panel, n, 0.0, hw.deltaF, pair.hRe.data(), pair.hIm.data(), pair.hPhase.data(),
-         pair.phaseOrig.data(), pair.maskFlag.data());
+  const std::vector<CycleMask> masks = CycleMasksFor(panel, n, 0.0, hw.deltaF);
+  UnWrapLines(n, pair.hRe.data(), pair.hIm.data(), masks, pair.hPhase.data(), pair.phaseOrig.data(),
+              pair.maskFlag.data());
   UnWrap_BackBone(n, pair.bbRe.data(), pair.bbIm.data(), pair.bbPhase.data(), pair.phaseBB.data());
-  UnWrap(panel, n, 0.0, hw.deltaF, pair.enRe.data(), pair.enIm.data(), pair.enPhase.data(),
-         pair.phaseEn.data(), pair.maskFlag.data());
+  UnWrapLines(n, pair.enRe.data(), pair.enIm.data(), masks, pair.enPhase.data(), pair.phaseEn.data(),
+              pair.maskFlag.data());
   return 0;
 }
 

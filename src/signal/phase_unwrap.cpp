@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "numeric/phase_angle.h"
 #include "numeric/scale_arithmetic.h"
 #include "project/measdb.h"
 #include "project/selection.h"
@@ -11,7 +12,6 @@
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
 constexpr double kCycle = 360.0;
 constexpr double kJump = 300.0;                    // a larger step between neighbouring lines is a wrap
 constexpr double kHalfJump = kJump / 2;            // bound of the first line; looser jump of the second
@@ -27,10 +27,6 @@ double RepairedStep(double value, double before) {
 }
 
 }  // namespace
-
-double WrappedPhase(double re, double im) {
-  return re == 0.0 ? 0.0 : std::atan2(im, re) * 180.0 / kPi;
-}
 
 std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, double fStart, double deltaF) {
   std::vector<CycleMask> masks;
@@ -49,7 +45,7 @@ std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, do
 void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
                  double* unwrapped, int* maskFlag) {
   if (n <= 0) return;
-  for (int i = 0; i < n; ++i) wrapped[i] = WrappedPhase(re[i], im[i]);
+  PhaseAngles(re, im, n, wrapped);
   std::fill_n(maskFlag, n, 0);
   if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
   int number = 0;
@@ -74,28 +70,28 @@ void UnWrapLines(int n, const double* re, const double* im, std::span<const Cycl
   for (int i = 0; i < n; ++i) maskFlag[i] = maskFlag[i] != 0 ? 1 : 0;
 }
 
-void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
-            double* wrapped, double* unwrapped, int* maskFlag) {
+std::vector<CycleMask> CycleMasksFor(Panel panel, int n, double fStart, double deltaF) {
   const bool lookUp = panel == Panel::SASW || panel == Panel::HMSETUP || panel == Panel::HWSETUP;
   const CurrentPair current = FindCurrentPair(lookUp ? Panel::SASW : panel);
-  const std::vector<CycleMask> masks =
-      CycleMasksOf(current.key, current.refChan, current.dspChan, n, fStart, deltaF);
-  UnWrapLines(n, re, im, masks, wrapped, unwrapped, maskFlag);
+  return CycleMasksOf(current.key, current.refChan, current.dspChan, n, fStart, deltaF);
+}
+
+void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
+            double* wrapped, double* unwrapped, int* maskFlag) {
+  UnWrapLines(n, re, im, CycleMasksFor(panel, n, fStart, deltaF), wrapped, unwrapped, maskFlag);
 }
 
 void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped, double* unwrapped) {
   if (n <= 0) return;
-  wrapped[0] = WrappedPhase(re[0], im[0]);
+  PhaseAngles(re, im, n, wrapped);
   if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
   unwrapped[0] = -wrapped[0];
   if (n == 1) return;
-  wrapped[1] = WrappedPhase(re[1], im[1]);
   // Kept: never true, since such a first line has just been made 0; it states where the count begins.
   int cycles = wrapped[0] > kHalfJump ? 1 : 0;
   if (wrapped[1] - wrapped[0] > kHalfJump) ++cycles;
   unwrapped[1] = cycles * kCycle - wrapped[1];
   for (int i = 2; i < n; ++i) {
-    wrapped[i] = WrappedPhase(re[i], im[i]);
     if (wrapped[i] - wrapped[i - 1] > kJump) ++cycles;
     unwrapped[i] = cycles * kCycle - wrapped[i];
   }
@@ -137,7 +133,7 @@ void UnWrap_Enhanced(int n, double /*argA*/, double /*argB*/, const double* re, 
   unwrapped[1] = -wrapped[1];
   unwrapped[2] = -wrapped[2];
   for (int i = 3; i <= n; ++i) {
-    wrapped[i] = WrappedPhase(re[i], im[i]);
+    wrapped[i] = PhaseAngle(re[i], im[i]);
     const double cycles = ref[i] >= 180.0 ? TruncToInt((ref[i] - 180.0) / kCycle) + 1.0 : 0.0;
     unwrapped[i] = cycles * kCycle - wrapped[i];
   }

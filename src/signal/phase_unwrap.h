@@ -19,9 +19,6 @@
 
 namespace sondera {
 
-/// Wrapped phase of a line: 0 when re is exactly 0, else atan2(im, re) in degrees.
-double WrappedPhase(double re, double im);
-
 /// A run of lines, both ends included, on which the number of cycles is given.
 struct CycleMask {
   int lineInit = 0, lineFinal = 0;
@@ -43,9 +40,11 @@ std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, do
 void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
                  double* unwrapped, int* maskFlag);
 
-/// UnWrapLines with the masks of the pair that a page has selected: panels SASW, HMSETUP and HWSETUP ask the
-/// masking page (LookupID); for any other the measurement and channels stay those last selected in the
-/// session.
+/// CycleMasksOf the pair that a page has selected: panels SASW, HMSETUP and HWSETUP ask the masking page
+/// (LookupID); for any other the measurement and channels stay those last selected in the session.
+std::vector<CycleMask> CycleMasksFor(Panel panel, int n, double fStart, double deltaF);
+
+/// UnWrapLines with the masks of CycleMasksFor.
 void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
             double* wrapped, double* unwrapped, int* maskFlag);
 

@@ -85,13 +85,6 @@ bool PreviewAccepted() {
   return accepted;
 }
 
-/// Transform of one channel of the record, N values from samples on.
-void TransformFrame(const double* samples, int n, double* re, double* im) {
-  std::copy_n(samples, n, re);
-  std::fill_n(im, n, 0.0);
-  FFT(re, im, n);
-}
-
 /// The five averages of one channel, N values each.
 struct ChannelAverages {
   double* __restrict linRe;
@@ -133,12 +126,12 @@ void FoldRecord(const FrameSizes& sizes, RawData& raw) {
     if (v->size() < length) v->resize(length);
   double *refRe = signalState.refRe.data(), *refIm = signalState.refIm.data();
   double *workRe = signalState.workRe.data(), *workIm = signalState.workIm.data();
-  TransformFrame(raw.timeHist.data(), n, refRe, refIm);
+  RealFFT(raw.timeHist.data(), refRe, refIm, n);
   for (int c = 0; c < sizes.nChannels; ++c) {
     const std::size_t row = static_cast<std::size_t>(c) * length;
     const double *xRe = refRe, *xIm = refIm;  // channel 0 is the reference itself
     if (c > 0) {
-      TransformFrame(raw.timeHist.data() + row, n, workRe, workIm);
+      RealFFT(raw.timeHist.data() + row, workRe, workIm, n);
       xRe = workRe;
       xIm = workIm;
     }
