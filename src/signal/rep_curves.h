@@ -1,0 +1,126 @@
+// rep_curves.h - the representative dispersion curves: one global curve out of all included pairs (GDisp),
+// and one curve for each pair on the same frequencies (ADisp).
+//
+// PerformAveraging makes both. They are the observations of the inversion, are shown on the dispersion page,
+// saved with the project and written as text (rep_curve_files.h). A GDisp is made afresh each time; ADisp
+// records are kept and overwritten, and one whose pair is no longer included stays in the list: whoever shows
+// or writes an ADisp asks for the inclusion of its pair first.
+//
+// Owns CDispParam. An "included curve" is a pair record with included = 1 and at least one point.
+#pragma once
+
+#include <string>
+
+#include "project/measdb.h"
+
+namespace sondera {
+
+// ---- settings
+// -----------------------------------------------------------------------------------------------
+
+/// Settings of the session; those of the array curves follow the global ones from the first use of the panel.
+struct CDispSettings {
+  int avgDomain = 1;  ///< abscissa of the global fit: 1 frequency, 0 wavelength
+  int nPointsG = 50, nPointsA = 30;
+  int nSpanG = 40, nSpanA = 40;               ///< the fitted window is the whole range divided by this
+  double incRatioG = 1.07, incRatioA = 1.13;  ///< 1 linear, -1 logarithmic, else geometric ratio
+  int globalPolyOrder = 4;                    ///< terms of the polynomial
+  int arrayPolyOrder = 5;                     ///< terms for a pair that has no number of its own
+};
+extern CDispSettings CDispParam;
+
+/// Limits within which PerformAveraging works: a typing error must neither fill the memory nor run for hours.
+inline constexpr int kMaxRepPoints = 100000;
+inline constexpr int kMaxPolyTerms = 64;
+
+/// The defaults above. Leaves the panel alone.
+void SetupCDispParameter();
+
+/// Takes the settings from CDISPPNL. While AVG_LINLOG is not 1 the ratio is -1. Kept: the settings of the
+/// array curves become the global ones.
+void UpdateDispDlgPanel();
+
+// ---- averaging
+// ----------------------------------------------------------------------------------------------
+
+/// Makes the global curve and then the array curves.
+/// @param takeAllG, takeAllA  1: every point is taken as it is, with deviation 0; 0: the windowed fit
+/// @return 0; -1 with one message, and the curves as they were, when a setting is outside its limits. Without
+///         an included curve nothing happens, nothing is said, and the old curves stay
+int PerformAveraging(int takeAllG, int takeAllA);
+
+/// Ranges of the included curves, over points with a velocity above 0: frequencies in Hz, wavelengths in
+/// units of length. Without one: 1e10 and -1.
+void GetMinMaxDisp(double& fMin, double& fMax, double& wMin, double& wMax);
+
+/// Makes the one GDisp of all included curves, by CDispParam.
+/// @param[in]  xMin, xMax  range of the abscissa that avgDomain names
+/// @param[in]  takeAll     as above; 1 sets CDispParam.nPointsG to the number of all points, where it stays
+/// @param[out] grid        1..result: the frequencies of the curve, ascending; untouched for no curve
+/// @return the number of points; 0 without an included curve, and then the old GDisp stays
+/// Only rows with a velocity above 0 are kept. Kept: the stored curve is in the order of its wavelengths, the
+/// grid in that of the frequencies.
+int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& grid);
+
+/// Makes the ADisp of each included curve, pairs of small spacing first, by CDispParam.
+/// @param[in] n           entries of grid
+/// @param[in] fMin, fMax  range of frequencies
+/// @param[in] takeAll     as above; 1 sets CDispParam.nPointsA to the size of the largest curve
+/// @param[in] grid        1..n, frequencies of the rows, ascending; not used with takeAll 1
+/// Kept: rows of velocity 0 stay, so that all curves share the rows of the grid; a row with a negative
+/// velocity (a polynomial may give one) drops out. Kept: the amplitude of point i is that of line i, which is
+/// another line once lines have been masked.
+void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid);
+
+// ---- records
+// ------------------------------------------------------------------------------------------------
+
+/// Points of a pair's curve that are really there: nDispPoints, held to the length of its arrays; 0 when the
+/// pair is not included.
+int IncludedPoints(const PMeasInfo& pair);
+
+/// "MeasID[ref:dsp]" of a pair, with its channels (given from 0) counted from base. An unknown key gives an
+/// empty MeasID.
+std::string RepCurveLabel(int key, int refChan, int dspChan, int base);
+
+/// Lists the included curves of known measurements, by ascending distance of the two receivers; equal ones
+/// come in the order of the heap sort. All outputs 1..result.
+/// @param[out] index         position in the list of pairs
+/// @param[out] chan1, chan2  channels, from 0
+/// @param[out] spacing       distance, absolute; 0 where the receiver locations are not known
+int SearchChannels(OffsetVector<int>& index, OffsetVector<int>& chan1, OffsetVector<int>& chan2,
+                   OffsetVector<double>& spacing);
+
+/// The ADisp of a pair, found, or appended with nPointsA points and the label of the pair.
+void InitArrayCDisp(DispInfo*& ad, int refChan, int dspChan, int key);
+/// Frees every GDisp and appends a new one with nPointsG points, key 0, channels 1 and 1, labelled by the
+/// project.
+void InitGlobalCDisp(DispInfo*& gd);
+
+/// Position of the ADisp of a pair and the record; -1 without one, and ad is left alone.
+int GetADispFromKey(int key, int refChan, int dspChan, DispInfo*& ad);
+
+/// Six zero vectors for nPointsA or nPointsG points, whatever the record held.
+void AllocateADispArray(DispInfo& ad);
+void AllocateGDispArray(DispInfo& gd);
+void ReAllocateADispArray(DispInfo& ad);
+void ReAllocateGDispArray(DispInfo& gd);
+/// Gives the six vectors back; no points are left.
+void FreeGDispSetupArrays(DispInfo& d);
+
+// ---- receiver distances
+// -------------------------------------------------------------------------------------
+
+/// The two receiver lines of the file of array curves, over the included curves of known measurements.
+/// @param[out] line1  number of distinct distances (receiver - source) above 0, then those, ascending
+/// @param[out] line2  number of pairs, then the numbers in line1 of both distances of each pair, from 1
+/// Distances are told apart by exact equality. Kept: a distance of 0 cannot be stored, and a number below 1
+/// stands for a distance that is not above 0.
+void GetReceiverArrays(std::string& line1, std::string& line2);
+
+/// Puts a distance into the first slot that holds 0, unless the table has it.
+void InsertRecLocInArray(OffsetVector<double>& table, double distance);
+/// Index of a distance in the table; 1 when it is not there.
+int ChannelNOofRecLoc(const OffsetVector<double>& table, double distance);
+
+}  // namespace sondera
