@@ -9,6 +9,7 @@
 #include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
+#include "signal/rep_curves.h"
 #include "signal/signal_state.h"
 
 namespace sondera::testing {
@@ -36,6 +37,7 @@ void ResetEverything() {
   ResetEvents();
   InstallRedrawHandlers({});
   ResetSignalState();
+  SetupCDispParameter();
 }
 
 TestMeasurement AddMeasurement(const MeasurementPlan& plan) {
