@@ -10,6 +10,7 @@
 #include "runtime/events.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/text_format.h"
+#include "signal/dispersion_panel.h"
 #include "signal/rep_curve_fit.h"
 
 namespace sondera {
@@ -304,7 +305,7 @@ int IncludedPoints(const PMeasInfo& pair) {
 std::string RepCurveLabel(int key, int refChan, int dspChan, int base) {
   std::string projID, measID;
   GetIDfromKey(key, projID, measID);
-  return FormatText("%s[%d:%d]", measID.c_str(), refChan + base, dspChan + base);
+  return DispCurveLabel(measID, refChan + base - 1, dspChan + base - 1);
 }
 
 int SearchChannels(OffsetVector<int>& index, OffsetVector<int>& chan1, OffsetVector<int>& chan2,
