@@ -101,6 +101,12 @@ void CheckArrayCurves(const ModelRecord& m, Complaint& complaint) {
 
 }  // namespace
 
+std::string CheckRunLayers(const ModelRecord& m) {
+  Complaint complaint;
+  CheckLayers(m, complaint);
+  return complaint.text();
+}
+
 std::string CheckRunSettings(const ModelRecord& m) {
   Complaint complaint;
   CheckSolver(m, complaint);

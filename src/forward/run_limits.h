@@ -22,4 +22,7 @@ inline constexpr double kMaxRunDoubles = 64.0 * 1024 * 1024;  ///< of one run or
 /// points.
 std::string CheckRunSettings(const ModelRecord& record);
 
+/// The part of it about layers.
+std::string CheckRunLayers(const ModelRecord& record);
+
 }  // namespace sondera

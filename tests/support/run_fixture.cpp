@@ -1,0 +1,87 @@
+// run_fixture.cpp - see run_fixture.h.
+#include "support/run_fixture.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "runtime/panels/hmsetup.h"
+
+namespace sondera::testing {
+
+void RunTest::SetUp() {
+  SessionTest::SetUp();
+  InitializeFModel();
+  InitializeTheoDispInfo();
+  InitializeInvAnal();
+  ResetRunState();
+  SetCtrlVal(hmsetup::PROJID, Base());
+}
+
+void RunTest::TearDown() {
+  ResetRunState();
+  SessionTest::TearDown();
+}
+
+void RunTest::SetLayers(const std::vector<LayerRow>& rows) {
+  for (ModelRecord* m : {&FModelParam, &TheoDispInfo}) {
+    m->nLayers = static_cast<int>(rows.size());
+    m->capLayers = std::max(m->capLayers, m->nLayers);
+    for (auto column : kLayerColumns) (m->*column).assign(static_cast<std::size_t>(m->capLayers), 0.0);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      m->thickness[i] = rows[i].thickness;
+      m->Vp[i] = rows[i].Vp;
+      m->Vs[i] = rows[i].Vs;
+      m->density[i] = rows[i].density;
+      m->nu[i] = rows[i].nu;
+      m->damping[i] = rows[i].damping;
+    }
+  }
+}
+
+void RunTest::SetPlainLayers(int n) {
+  std::vector<LayerRow> rows;
+  for (int l = 0; l < n; ++l) rows.push_back({2.0, 0.0, 100.0 + 20.0 * l, 2.0, 0.3, 0.02});
+  SetLayers(rows);
+}
+
+void RunTest::SetGlobalCurve(int n) {
+  for (ModelRecord* m : {&FModelParam, &TheoDispInfo}) {
+    m->dispCurvType = 1;
+    m->DispCurvInfo = 2;
+    m->nDispPointsG = n;
+    for (auto column : kGlobalColumns) (m->*column).assign(static_cast<std::size_t>(std::max(n, 200)), 0.0);
+    for (int i = 1; i <= n; ++i) {
+      const std::size_t k = static_cast<std::size_t>(i - 1);
+      m->globalVel[k] = 100.0 + 10.0 * i;
+      m->globalFreq[k] = 10.0 * i;
+      m->globalWlen[k] = m->globalVel[k] / m->globalFreq[k];
+    }
+  }
+}
+
+void RunTest::SetArrayCurves(int points, int curves, const std::vector<double>& velocities) {
+  for (ModelRecord* m : {&FModelParam, &TheoDispInfo}) {
+    m->dispCurvType = 2;
+    m->DispCurvInfo = 2;
+    m->nDispPoints = points;
+    m->nDispCurves = curves;
+    m->nReceivers = curves + 1;
+    m->recLoc.assign(static_cast<std::size_t>(curves + 1), 0.0);
+    m->freq.assign(static_cast<std::size_t>(std::max(points, 200)), 0.0);
+    m->vel.assign(static_cast<std::size_t>(std::max(points * curves, 4000)), 0.0);
+    m->wlen = m->vel;
+    m->pairRec1.assign(static_cast<std::size_t>(curves), 0);
+    m->pairRec2 = m->pairRec1;
+    m->pairMin.assign(static_cast<std::size_t>(curves), 0.0);
+    m->pairMax = m->pairMin;
+    for (std::size_t r = 0; r < m->recLoc.size(); ++r) m->recLoc[r] = std::ldexp(1.0, static_cast<int>(r));
+    for (int p = 0; p < points; ++p) m->freq[static_cast<std::size_t>(p)] = 5.0 * (p + 1);
+    for (int c = 0; c < curves; ++c) {
+      m->pairRec1[static_cast<std::size_t>(c)] = c + 1;
+      m->pairRec2[static_cast<std::size_t>(c)] = c + 2;
+    }
+    std::copy(velocities.begin(), velocities.end(), m->vel.begin());
+  }
+}
+
+}  // namespace sondera::testing

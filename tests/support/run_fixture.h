@@ -1,0 +1,42 @@
+// run_fixture.h - start of every test of an analysis run: records and run state at their first values, result
+// files in a folder of the test's own, and helpers that put layers and curves into the records.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "forward/model_records.h"
+#include "forward/system_state.h"
+#include "inversion/inv_records.h"
+#include "support/session_fixture.h"
+#include "support/temp_folder.h"
+
+namespace sondera::testing {
+
+/// One row of the layer table, in the order of the panel.
+struct LayerRow {
+  double thickness, Vp, Vs, density, nu, damping;
+};
+
+class RunTest : public SessionTest {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  /// Puts layers into FModelParam and TheoDispInfo.
+  void SetLayers(const std::vector<LayerRow>& rows);
+  /// n layers of 2 thick, Vs 100, 120, 140, ..., Poisson's ratio 0.3, density 2, damping 0.02.
+  void SetPlainLayers(int n);
+  /// A global curve of n points in both records: velocity 100 + 10 i at 10 i Hz (i from 1).
+  void SetGlobalCurve(int n);
+  /// Array curves in both records: velocities point by point, frequency 5 p (p from 1); receivers at 1, 2, 4,
+  /// ...
+  void SetArrayCurves(int points, int curves, const std::vector<double>& velocities);
+
+  /// Name of a result file, without and with extension.
+  std::string Base() const { return folder.File("site"); }
+
+  test::TempFolder folder;
+};
+
+}  // namespace sondera::testing
