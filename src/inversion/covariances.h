@@ -1,0 +1,35 @@
+// covariances.h - observation rows of a run with their covariance, covariance of the model, and the misfit.
+//
+// Callers: drivers of forward runs and inversions, the update of an inversion (FS_Setup_Cm at each
+// iteration). Works on `run`; owns no state. Source of the method: linearised maximum likelihood inversion
+// (Tarantola and Valette, 1982) with Gaussian, uncorrelated data.
+#pragma once
+
+#include "numeric/offset_array.h"
+
+namespace sondera {
+
+/// Fills the observation rows, and in an inversion (iAnalysis above 0) the deviations and the diagonal of Cd;
+/// makes GMatrix for the rows.
+/// @param kind  1 points of the global curve, 2 points of the array curves. Plane-wave analysis always works
+/// on
+///              the global curve.
+/// A deviation that is made here is kept beside its point for the next pass. Kept: on the global curve cdMode
+/// -1 or update formula 4 replace a deviation by 1.0 in any case, on array curves only where it is neither 0
+/// nor replaced by cdMode 1.
+/// @return 0; -1 when there are more rows than the run was sized for (nothing changed)
+int FS_SetUpObsData(int kind);
+
+/// Fills Cm from UFModel and the model as it stands: a factor below 1 is a ratio of the parameter's value,
+/// one of 1 or more a deviation in the parameter's unit; parameters of one quantity are correlated over depth
+/// where a correlation length is set. All zero when the first factor is negative or for update formula 4.
+void FS_Setup_Cm();
+
+/// Misfit of a computed curve against the observation rows, over the rows with a computed velocity.
+/// @param[in]  velocity, amplitude  computed values by row
+/// @param[out] rmsVel  root mean square of the difference, length/s (not a ratio); -1 without any such row
+/// @param[out] rmsAmp  the same of amplitudes over the amplitude scale; 0 without amplitudes, -1 as above
+void FS_RMSerror(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude, double& rmsVel,
+                 double& rmsAmp);
+
+}  // namespace sondera
