@@ -274,7 +274,7 @@ bool FastestVelocity(double VsMax, double nu, double rho, double* cMax) {
   const double none[] = {0.0, 0.0}, V[] = {0.0, VsMax}, nus[] = {0.0, nu}, rhos[] = {0.0, rho};
   const Stack stack(1.0, 1, none, none, V, nus, rhos);
   Scan scan(stack, kLowest * VsMax, VsMax);
-  if (nu >= 0.0 && nu <= 0.5) scan.SkipToOnlyChange();  // Rayleigh's equation has one root below Vs
+  scan.SkipToOnlyChange();  // Rayleigh's equation has one root below Vs, for every Poisson's ratio there is
   double root = 0.0;
   if (!scan.Next(&root)) return false;
   *cMax = root * kAboveRayleigh;

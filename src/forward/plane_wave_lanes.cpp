@@ -21,7 +21,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kThick = 18.0;         // exponent from which on waves do not reach the base of a layer
+constexpr double kThick = 18.0;         // exponent from which on the complex formulas end the stack
 constexpr double kNearVelocity = 1e-9;  // r^2 or s^2 below which the complex formulas look whether to nudge
 constexpr double kDoubt = 1e-14;  // sign in doubt at this part of the terms, times the growth of rounding
 constexpr int kMaxDoublings = 6;
@@ -59,13 +59,13 @@ inline unsigned NativeBits(__m128d x) {
   return static_cast<unsigned>(_mm_movemask_pd(x));
 }
 #else
-#define SONDERA_NATIVE 1
-using One = double __attribute__((vector_size(sizeof(double))));
-inline One NativeSqrt(One x) {
-  return One{std::sqrt(x[0])};
+#define SONDERA_NATIVE 2
+using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+inline Pair NativeSqrt(Pair x) {
+  return Pair{std::sqrt(x[0]), std::sqrt(x[1])};
 }
-inline unsigned NativeBits(One x) {
-  return std::signbit(x[0]) ? 1u : 0u;
+inline unsigned NativeBits(Pair x) {
+  return (std::signbit(x[0]) ? 1u : 0u) | (std::signbit(x[1]) ? 2u : 0u);
 }
 #endif
 #include "forward/plane_wave_lanes.inc"

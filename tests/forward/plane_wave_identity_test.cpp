@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <ostream>
 #include <random>
 #include <vector>
 
@@ -40,6 +41,10 @@ struct Family {
   double stepMin, stepMax;  ///< ratio of a layer's Vs to the one above
   double LMin, LMax;
 };
+
+void PrintTo(const Family& f, std::ostream* out) {
+  *out << f.name;
+}
 
 Ground Make(const Family& f, Random& random) {
   Ground g;
@@ -153,6 +158,25 @@ TEST(PlaneWaveLanes, SignsAreThoseOfThePlainFormulaAtEveryTrial) {
     }
   }
   EXPECT_GT(sure, all - all / 20) << "the complex formulas are for the exceptions";
+}
+
+TEST(PlaneWaveLanes, LayersBeyondTheExponentThatEndsTheStackAreGivenBack) {
+  // k h is 19.8, and the exponent of the compression wave passes 18 within the lanes while the shear wave
+  // turns.
+  const Ground g{{3.0, 1.0}, {100.0, 400.0}, {1.8, 1.8}, {0.45, 0.3}};
+  const auto table = Table(g, 2.0 * std::acos(-1.0) / 6.6);
+  const LaneStack stack{table.data(), 2};
+  double c[kLanes], value[kLanes];
+  for (int k = 0; k < kLanes; ++k) c[k] = 110.0 + 8.0 * k;
+  const unsigned doubt = BestLanes()(stack, c, value);
+  int within = 0;
+  for (int k = 0; k < kLanes; ++k) {
+    const bool ends = std::sqrt(1.0 - c[k] * c[k] * table[0].iP2) * table[0].kh > 18.0;
+    EXPECT_EQ((doubt >> k & 1u) != 0, ends) << c[k];
+    within += !ends;
+  }
+  EXPECT_GT(within, 2);
+  EXPECT_LT(within, kLanes - 2);
 }
 
 TEST(PlaneWaveLanes, DoubtfulLanesAreGivenBack) {

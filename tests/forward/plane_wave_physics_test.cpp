@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ostream>
 #include <vector>
 
 #include "forward/plane_wave.h"
@@ -60,6 +61,10 @@ struct Site {
   Ground ground;
   std::vector<double> leaks;
 };
+
+void PrintTo(const Site& site, std::ostream* out) {
+  *out << site.name;
+}
 
 const std::vector<double> kWavelengths{0.7, 2.0, 5.0, 10.0, 20.0, 40.0, 80.0};
 

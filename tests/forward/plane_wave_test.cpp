@@ -467,6 +467,14 @@ TEST(FsClean, LowEndOfTheWindowIsTheSinglePrecisionFactor) {
   }
 }
 
+TEST(FsClean, HighEndIsOneAndAHalfTimesTheLastRootAndExcluded) {
+  for (auto [v, kept] : {std::pair{149.999, 2}, {150.0, 1}, {153.0, 1}}) {
+    Curve curve({1, 2, 4, 8}, {{100}, {100}, {120, v}, {120}});
+    FS_clean_(curve.waves, curve.F(), curve.L.data(), curve.counts.data());
+    EXPECT_EQ(curve.counts[3], kept) << v;
+  }
+}
+
 TEST(FsClean, LeavesOneAndTwoWavelengthsAlone) {
   Curve curve({1, 2}, {{100}, {10, 105, 900}});
   FS_clean_(curve.waves, curve.F(), curve.L.data(), curve.counts.data());
