@@ -152,12 +152,11 @@ bool NextUff58Number(std::string_view& line, double& value, bool& bad) {
     return false;
   }
   const std::string_view number = line.substr(0, used);
-  if (number.find('.') != std::string_view::npos &&
+  const std::size_t exponent = BareExponent(line.substr(used));
+  if (exponent > 0 && number.find('.') != std::string_view::npos &&
       number.find_first_of("eEdDxX") == std::string_view::npos) {
-    if (const std::size_t exponent = BareExponent(line.substr(used)); exponent > 0) {
-      value = ParseReal(std::string(number) + "e" + std::string(line.substr(used, exponent)));
-      used += exponent;
-    }
+    value = ParseReal(std::string(number).append("e").append(line.substr(used, exponent)));
+    used += exponent;
   }
   line.remove_prefix(used);
   // A number ends at a blank or at the sign of its neighbour; "1.2.3" is none.

@@ -1,0 +1,8 @@
+// gyx_fuzz.cpp - any bytes as cross power spectra in text.
+#include "import_fuzz.h"
+#include "project/import_spectra.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  return sondera::fuzz::RunImport(
+      [](const sondera::ImportRequest& request) { return sondera::LoadGyxData(request); }, data, size);
+}

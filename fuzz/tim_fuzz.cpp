@@ -1,0 +1,8 @@
+// tim_fuzz.cpp - any bytes as time histories.
+#include "import_fuzz.h"
+#include "project/import_time.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  return sondera::fuzz::RunImport(
+      [](const sondera::ImportRequest& request) { return sondera::LoadTimeData(request); }, data, size);
+}
