@@ -179,6 +179,16 @@ TEST(PlaneWaveLanes, LayersBeyondTheExponentThatEndsTheStackAreGivenBack) {
   EXPECT_LT(within, kLanes - 2);
 }
 
+TEST(PlaneWaveLanes, DirectionOfTravelDoesNotMatter) {
+  const Ground g{{4.0, 1.0}, {100.0, 400.0}, {1.8, 1.8}, {0.4, 0.3}};
+  const auto table = Table(g, 5.0);
+  const LaneStack stack{table.data(), 2};
+  double c[kLanes], back[kLanes], value[kLanes], same[kLanes];
+  for (int k = 0; k < kLanes; ++k) back[k] = -(c[k] = 90.0 + 37.0 * k);
+  EXPECT_EQ(BestLanes()(stack, c, value), BestLanes()(stack, back, same));
+  EXPECT_EQ(std::memcmp(value, same, sizeof value), 0);
+}
+
 TEST(PlaneWaveLanes, DoubtfulLanesAreGivenBack) {
   const Ground g{{1.0, 1.0}, {128.0, 300.0}, {1.8, 1.8}, {0.0, 0.3}};
   const auto table = Table(g, 5.0);
