@@ -26,7 +26,7 @@ const std::map<std::string, SourceFile>& Sources() {
     std::map<std::string, SourceFile> found;
     for (const auto& entry : fs::recursive_directory_iterator(kSource)) {
       const std::string ext = entry.path().extension();
-      if (ext != ".h" && ext != ".cpp") continue;
+      if (ext != ".h" && ext != ".cpp" && ext != ".inc") continue;
       SourceFile& file = found[fs::relative(entry.path(), kSource).generic_string()];
       std::ifstream in(entry.path());
       for (std::string line; std::getline(in, line);) {
@@ -55,8 +55,7 @@ const std::vector<std::set<std::string>> kLadder = {
     {"forward/green_kernels"},
     {"forward/plane_wave", "forward/point_load"},
     {"inversion/preliminary_profile"},
-    {"inversion/observations", "inversion/model_setup", "inversion/model_numbers", "inversion/covariances",
-     "inversion/point_grid", "inversion/run_files"},
+    {"inversion/observations"},
     {"forward/sweep"},
     {"inversion/result_files"},
     {"forward/run"},
