@@ -66,8 +66,12 @@ const DaqDriver* installed = &daqNone;
 
 }  // namespace
 
-const DaqDriver* InstallDaqDriver(const DaqDriver* next) { return std::exchange(installed, next ? next : &daqNone); }
-const DaqDriver& Daq() { return *installed; }
+const DaqDriver* InstallDaqDriver(const DaqDriver* next) {
+  return std::exchange(installed, next ? next : &daqNone);
+}
+const DaqDriver& Daq() {
+  return *installed;
+}
 
 std::string DeviceListText(const std::string& devName, int category) {
   for (const CategoryText& row : kCategoryTexts)

@@ -1,7 +1,8 @@
 // daq_driver.h - the seam to a data acquisition board: one table of functions.
 //
-// The logic asks the installed driver and never which one it is. daqNone stands for "no board": every enquiry fails,
-// no device is named, no task can be made. Installing returns the former table, so that a test can put it back.
+// The logic asks the installed driver and never which one it is. daqNone stands for "no board": every enquiry
+// fails, no device is named, no task can be made. Installing returns the former table, so that a test can put
+// it back.
 #pragma once
 
 #include <string>
@@ -14,17 +15,19 @@ namespace daq_category {
 inline constexpr int kDynamicSignal = 14649, kESeries = 14642, kMSeries = 14643, kBSeries = 14662,
                      kSCSeries = 14645, kSSeries = 14644, kUSB = 14646, kCompactDAQ = 14658, kSCXI = 14660;
 /// E and M series boards measure differentially, always by direct coupling, and trigger in another way.
-constexpr bool IsDifferential(int category) { return category == kESeries || category == kMSeries; }
+constexpr bool IsDifferential(int category) {
+  return category == kESeries || category == kMSeries;
+}
 }  // namespace daq_category
 
 /// One input channel of a task.
 struct DaqChannel {
-  std::string physicalName;  ///< "Dev1/ai0"
-  std::string virtualName;   ///< channel number as text
-  double range = 10.0;       ///< volts, -range to +range
-  bool differential = false; ///< else pseudo-differential
+  std::string physicalName;   ///< "Dev1/ai0"
+  std::string virtualName;    ///< channel number as text
+  double range = 10.0;        ///< volts, -range to +range
+  bool differential = false;  ///< else pseudo-differential
   bool accelerometer = false;
-  double excitation = 0.0;   ///< A, for an accelerometer
+  double excitation = 0.0;  ///< A, for an accelerometer
   bool couplingAC = false;
 };
 
@@ -40,7 +43,8 @@ struct DaqDriver {
   int (*devAIPhysicalChans)(const std::string& dev, std::string& channels);  ///< comma separated
   int (*devAIMaxSingleChanRate)(const std::string& dev, double& rate);
   int (*devAIMinRate)(const std::string& dev, double& rate);
-  int (*devAIVoltageRngs)(const std::string& dev, std::vector<double>& limits);  ///< pairs of low and high, volts
+  int (*devAIVoltageRngs)(const std::string& dev,
+                          std::vector<double>& limits);  ///< pairs of low and high, volts
   int (*devAICouplings)(const std::string& dev, int& couplings);
 
   // one task at a time; 0 is no task

@@ -1,4 +1,5 @@
-// parameters.cpp - first values of a measurement's records, and the set-up dialogs filled from them. Owns no state.
+// parameters.cpp - first values of a measurement's records, and the set-up dialogs filled from them. Owns no
+// state.
 #include "acquisition/parameters.h"
 
 #include <algorithm>
@@ -118,7 +119,8 @@ void InitHWSetup(HWSetup& hw) {
   double span = kWorkingSpan;
   hw.freqSpan = 0.0;  // stays 0 where no board says more
   if (differential) hw.freqSpan = span = session.device.aiMaxRate * 0.5 / std::max(hw.nChannels, 1);
-  if (session.device.devCategory == daq_category::kDynamicSignal) hw.freqSpan = span = session.device.aiMaxRate * 0.5;
+  if (session.device.devCategory == daq_category::kDynamicSignal)
+    hw.freqSpan = span = session.device.aiMaxRate * 0.5;
 
   hw.nLines = kFirstLines;
   hw.deltaT = 0.5 / span;
@@ -158,8 +160,9 @@ std::string InputChannelText(int channel, const HWSetup& hw) {
   const char* coupling = hw.coupling[c] == 0 ? "AC" : "DC";
   const char* terminal = hw.grounding[c] == 1 ? "F" : "G";
   const double range = hw.inputRange[c];
-  return range < 1.0 ? FormatText("Ch%3d: %s, %s, %.2lf mVolts", channel + 1, coupling, terminal, range * 1000.0)
-                     : FormatText("Ch%3d: %s, %s, %.2lf Volts", channel + 1, coupling, terminal, range);
+  return range < 1.0
+             ? FormatText("Ch%3d: %s, %s, %.2lf mVolts", channel + 1, coupling, terminal, range * 1000.0)
+             : FormatText("Ch%3d: %s, %s, %.2lf Volts", channel + 1, coupling, terminal, range);
 }
 
 void FillInputChannelList(const HWSetup& hw) {
@@ -202,7 +205,8 @@ void UpdateHWSetup(const std::string& projID, const std::string& measID) {
 
 void UpdateMeasSetup(const std::string& projID, const std::string& measID, int which) {
   MeasRecords records;
-  if (GetInfoFromKey(GetKeyFromID(projID, measID), records) == -1 || records.measPos < 0 || records.hwPos < 0) return;
+  if (GetInfoFromKey(GetKeyFromID(projID, measID), records) == -1 || records.measPos < 0 || records.hwPos < 0)
+    return;
   const MeasSetup& ms = *records.measSetup;
   using namespace meassetup;
 

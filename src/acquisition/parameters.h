@@ -1,7 +1,8 @@
-// parameters.h - the settings of a measurement: first values of its records, and the set-up dialogs that show them.
+// parameters.h - the settings of a measurement: first values of its records, and the set-up dialogs that show
+// them.
 //
-// Callers: start-up and "add measurement" for the first values; a project load, an import and every change of the
-// selection for the two refreshes.
+// Callers: start-up and "add measurement" for the first values; a project load, an import and every change of
+// the selection for the two refreshes.
 #pragma once
 
 #include <string>
@@ -10,10 +11,11 @@
 
 namespace sondera {
 
-/// Fills a record whose key, nChannels and channel arrays are set (SetupHWSetupArrays) with the values of the board,
-/// or of a session without one, and the channel lists of the set-up dialog with its channels.
+/// Fills a record whose key, nChannels and channel arrays are set (SetupHWSetupArrays) with the values of the
+/// board, or of a session without one, and the channel lists of the set-up dialog with its channels.
 void InitHWSetup(HWSetup& hw);
-/// Source and receivers at 0, length unit metre; fills the channel lists. Says so when the key has no HWSetup.
+/// Source and receivers at 0, length unit metre; fills the channel lists. Says so when the key has no
+/// HWSetup.
 void InitMeasSetup(MeasSetup& ms);
 /// Changes nothing: the arrays are zero when they are made. Says so when the record's key is not in the list.
 void InitRawData(RawData& raw);
@@ -24,10 +26,11 @@ void UpdateHWSetup(const std::string& projID, const std::string& measID);
 /// @param which  0 trace A, 1 trace B, any other both
 void UpdateMeasSetup(const std::string& projID, const std::string& measID, int which);
 
-// ---- what the set-up dialogs share ------------------------------------------------------------------------------
+// ---- what the set-up dialogs share
+// ------------------------------------------------------------------------------
 
-/// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 for more than the
-/// table has. FreqLinesFromID is the entry at a position, 0 outside.
+/// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 for more
+/// than the table has. FreqLinesFromID is the entry at a position, 0 outside.
 int FreqLinesID(int lines);
 int FreqLinesFromID(int index);
 /// Number of the voltage range step: 6 for at most 0.01 V, down to 0 above 3.16 V.

@@ -80,7 +80,8 @@ TraceSelection LookupID(Trace trace) {
   const TraceControls controls = ControlsOfTrace(Panel::SASW, trace);
   const int idIndex = GetCtrlIndex(controls.id);
   if (idIndex < 0 || GetCtrlIndex(controls.refChannel) < 0 || GetCtrlIndex(controls.channel) < 0) return {};
-  return {GetLabelFromIndex(controls.id, idIndex), GetCtrlVal(controls.refChannel), GetCtrlVal(controls.channel)};
+  return {GetLabelFromIndex(controls.id, idIndex), GetCtrlVal(controls.refChannel),
+          GetCtrlVal(controls.channel)};
 }
 
 CurrentPair FindCurrentPair(Panel panel) {
@@ -153,6 +154,8 @@ std::string LengthUnitName(double lengthUnit) {
   return "in";
 }
 
-void RefreshWindowTitle() { SetPanelTitle(Panel::PANEL, SessionTitle()); }
+void RefreshWindowTitle() {
+  SetPanelTitle(Panel::PANEL, SessionTitle());
+}
 
 }  // namespace sondera
