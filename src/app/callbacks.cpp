@@ -1,0 +1,217 @@
+// callbacks.cpp - which callback stands behind which control, and which drawing function behind which notice.
+// Front ends, scripts and tests all press buttons through this table.
+#include "app/callbacks.h"
+
+#include "app/devices.h"
+#include "app/inversion_road.h"
+#include "app/measurement_list.h"
+#include "app/shutdown.h"
+#include "app/trace_callbacks.h"
+#include "app/window_modes.h"
+#include "plot/disp_curv_plot.h"
+#include "plot/trace_plot.h"
+#include "project/analysis_section.h"
+#include "project/import.h"
+#include "project/project_file.h"
+#include "runtime/controls.h"
+#include "runtime/panels/cdisppnl.h"
+#include "runtime/panels/devpanel.h"
+#include "runtime/panels/dispcurv.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/inversion.h"
+#include "runtime/panels/irfsetpnl.h"
+#include "runtime/panels/irfsetpnl2.h"
+#include "runtime/panels/loadtxdata.h"
+#include "runtime/panels/mainmenu.h"
+#include "runtime/panels/measpanel.h"
+#include "runtime/panels/meassetup.h"
+#include "runtime/panels/panel.h"
+#include "runtime/panels/sasw.h"
+#include "runtime/redraw.h"
+#include "signal/dispersion.h"
+#include "signal/dispersion_panel.h"
+#include "signal/irf.h"
+#include "signal/irf_panel.h"
+#include "signal/masking_panel.h"
+#include "signal/phase_unwrap.h"
+#include "signal/rep_curve_files.h"
+#include "signal/rep_curve_panel.h"
+
+namespace sondera {
+namespace {
+
+struct CallbackRow {
+  ControlId control;
+  Callback callback;
+};
+
+constexpr CallbackRow kSession[] = {
+    {&mainmenu::QUIT, QuitCallback},
+    {&panel::CLOSE, QuitProgCallback},
+    {&devpanel::OK, DeviceSetupOKCallback},
+};
+
+constexpr CallbackRow kPages[] = {
+    {&mainmenu::MEAS_MODE, MeasModeCallback},
+    {&mainmenu::PERFORM_TEST, PerformTestCallback},
+    {&mainmenu::DISPERSION_MODE, DispersionModeCallback},
+    {&mainmenu::SETUP_HDWARE, SetupHDWareCallback},
+    {&mainmenu::SETUP_MEAS_SETUP, SetupMeasSetupCallback},
+    {&hmsetup::OK, HWSetupOKCallback},
+    {&exdthd::FMDORINV, ChooseAnalysisCallback},
+};
+
+constexpr CallbackRow kProject[] = {
+    {&mainmenu::NEW_MEASUREMENT, NewMeasurementCallback},
+    {&mainmenu::LOAD_RAW_DATA, Load_RawDataCallback},
+    {&mainmenu::SAVE_RAW_DATA, Save_RawDataCallback},
+    {&mainmenu::LOAD_ANALYSIS, Load_Analysis},
+    {&mainmenu::SAVE_ANALYSIS, Save_Analysis},
+    {&measpanel::F6, SaveRawDataCallback},
+    {&measpanel::F7, SaveAsRawDataCallback},
+    {&measpanel::F9, RecallCallback},
+};
+
+constexpr CallbackRow kMeasurements[] = {
+    {&hmsetup::PROJID, UpdateProjIDCallback},
+    {&hmsetup::MEASID, UpdateMeasIDCallback},
+    {&hmsetup::MEASIDLISTBOX, UpdateMeasIDListCallback},
+    {&hmsetup::MEASADD, AddMeasIDCallback},
+    {&hmsetup::MEASUPDATE, RenameMeasIDCallback},
+    {&hmsetup::MEASREMOVE_4, RemoveMeasIDCallback},
+};
+
+constexpr CallbackRow kImport[] = {
+    {&mainmenu::LOAD_TWO_CHNL_DATA, Load_TwoChnlDataCallback},
+    {&loadtxdata::DATATYPE, DataTypeCallback},
+    {&loadtxdata::NCHANS, NoChannelsCallback},
+    {&loadtxdata::SRCINSTRUMENT, SRCINSTRUMENTED},
+    {&loadtxdata::LOAD, LoadTextDataCallback},
+    {&loadtxdata::CANCEL, LoadTxDataCancelCallback},
+    {&loadtxdata::FILEOPEN_SRC, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH1, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH2, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH3, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH4, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH5, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH6, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH7, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH8, FileOpenCallback},
+    {&loadtxdata::FILEOPEN_CH9, FileOpenCallback},
+};
+
+constexpr CallbackRow kTraces[] = {
+    {&sasw::DISPAID, DisplayAMeasIDCallback},
+    {&sasw::DISPBID, DisplayBMeasIDCallback},
+    {&sasw::DISPA_REFCHNL, UpdateARefChannelCallback},
+    {&sasw::DISPB_REFCHNL, UpdateBRefChannelCallback},
+    {&sasw::DISPACHNL, DisplayAChanlCallback},
+    {&sasw::DISPBCHNL, DisplayBChanlCallback},
+    {&sasw::DISPATYPE, DisplayATypeCallback},
+    {&sasw::DISPBTYPE, DisplayBTypeCallback},
+    {&sasw::TRACE_ONOFF, TraceOnOffCallback},
+    {&sasw::LOG_LINEAR, TraceSettingCallback},
+    {&sasw::VOLT_UNIT, TraceSettingCallback},
+    {&sasw::MARKERS_ONOFF, TraceSettingCallback},
+    {&sasw::AUTOSCALE_X, TraceSettingCallback},
+    {&sasw::AUTOSCALE_Y, TraceSettingCallback},
+    {&sasw::REDRAW, RedrawGraphCallback},
+    {&measpanel::DISPAID, DisplayAMeasIDCallback},
+    {&measpanel::DISPBID, DisplayBMeasIDCallback},
+    {&measpanel::DISPA_REFCHNL, UpdateARefChannelCallback},
+    {&measpanel::DISPB_REFCHNL, UpdateBRefChannelCallback},
+    {&measpanel::DISPACHNL, DisplayAChanlCallback},
+    {&measpanel::DISPBCHNL, DisplayBChanlCallback},
+    {&measpanel::DISPATYPE, DisplayATypeCallback},
+    {&measpanel::DISPBTYPE, DisplayBTypeCallback},
+    {&measpanel::TRACE_ONOFF, TraceOnOffCallback},
+    {&measpanel::LOG_LINEAR, TraceSettingCallback},
+    {&measpanel::VOLT_UNIT, TraceSettingCallback},
+    {&measpanel::MARKERS_ONOFF, TraceSettingCallback},
+    {&measpanel::AUTOSCALE_X, TraceSettingCallback},
+    {&measpanel::AUTOSCALE_Y, TraceSettingCallback},
+    {&measpanel::REDRAW, RedrawGraphCallback},
+};
+
+constexpr CallbackRow kMasking[] = {
+    {&sasw::MASKINGNEW, MaskingNewCallback},           {&sasw::MASKINGUPDATE, MaskingUpdateCallback},
+    {&sasw::MASKINGDEL, MaskingDeleteCallback},        {&sasw::MASKINGRESET, MaskingResetCallback},
+    {&sasw::MASKINGSHOW, MaskingOnOffCallback},        {&sasw::MASKING_FREQINIT, MaskFreqInitCallback},
+    {&sasw::MASKING_FREQFINAL, MaskFreqFinalCallback}, {&sasw::MASKING_JUMPNO, MaskJumpNoCallback},
+    {&sasw::PHASE_ORIGINAL, PhaseOptionCallback},      {&sasw::PHASE_ENHANCED, PhaseOptionCallback},
+    {&sasw::PHASE_BACKBONE, PhaseOptionCallback},      {&sasw::DISPCURV_OPTION, DispCurveOptionCallback},
+};
+
+constexpr CallbackRow kFiltration[] = {
+    {&sasw::MASKINGLIST, CalcIRFCallback},        {&mainmenu::IRF_SETUP, IRFSetupCallback},
+    {&irfsetpnl::SITECAT, SetupSiteCatCallback},  {&irfsetpnl::IRFMODE, SetIRFModeCallback},
+    {&irfsetpnl::APPLY, UpdateIrfParamCallback},  {&irfsetpnl::OK, IRFsetupOkCallback},
+    {&irfsetpnl::CANCEL, IRFsetupCancelCallback}, {&irfsetpnl::COMMANDBUTTON_3, DefaultIRFparmCallback},
+    {&irfsetpnl2::APPLY, IRFApplyCallback},       {&irfsetpnl2::CLOSE, CloseIRFCallback},
+};
+
+constexpr CallbackRow kDispersion[] = {
+    {&sasw::MASKINGCALCDISP, MaskingCalcDispCallback},
+    {&mainmenu::MASKING_CALC_DISP_MENU, MaskingCalcDispMenuCallback},
+    {&mainmenu::REDRAW_MENU, RedrawDispCurvCallback},
+    {&dispcurv::INCLUDE, IncludeDispCurveCallback},
+    {&dispcurv::EXCLUDE, ExludeDispCurveCallback},
+    {&dispcurv::LIST_INCLUDED, IncludedDispCurveListCallback},
+    {&dispcurv::LIST_EXCLUDED, ExcludedDispCurveListCallback},
+    {&dispcurv::COLOR, DispCurveColorCallback},
+    {&dispcurv::MARKER, DispCurveMarkerCallback},
+    {&dispcurv::DISPCURVTYPE, SetDispCurveTypeCallback},
+    {&dispcurv::DISPGRAPH, SetupDispCurveCallback},
+    {&dispcurv::REDRAW, RedrawDispCurvCallback},
+    {&meassetup::HYX_WLENFILTER, UpdateWLenFilterCallback},
+    {&meassetup::RSPACING, RSpacingOptionCallback},
+};
+
+constexpr CallbackRow kRepresentative[] = {
+    {&dispcurv::COMPDISPCURV, SetupCompDispCurveCallback},
+    {&mainmenu::CALC_REP_DISP_MENU, CalcRepDispMenuCallback},
+    {&cdisppnl::CALC, CDispCalcCallback},
+    {&cdisppnl::UPDATE, CDispCalcUpdateCallback},
+    {&cdisppnl::CANCEL, CDispCancelCallback},
+    {&cdisppnl::ARRAY_DISPCURVELIST, IndDispCurvListCallback},
+    {&cdisppnl::ARRAY_POLYORDER, IndPolyOrderCallback},
+    {&cdisppnl::AVG_LINLOG, SwitchAvgLinLogCallback},
+    {&cdisppnl::SAVEGCD, SaveGCDCallback},
+    {&cdisppnl::SAVEICD, SaveICDCallback},
+    {&cdisppnl::SAVERED, SaveREDCallback},
+};
+
+constexpr CallbackRow kInversion[] = {
+    {&inversion::ONECLICK_RUN, OneClickInversionCallback},
+    {&inversion::PERFORMINVSAVE, PerformInvInvSaveCallback},
+};
+
+template <std::size_t N>
+void Install(const CallbackRow (&rows)[N]) {
+  for (const CallbackRow& row : rows) InstallCallback(*row.control, row.callback);
+}
+
+}  // namespace
+
+void InstallCallbacks() {
+  Install(kSession);
+  Install(kPages);
+  Install(kProject);
+  Install(kMeasurements);
+  Install(kImport);
+  Install(kTraces);
+  Install(kMasking);
+  Install(kFiltration);
+  Install(kDispersion);
+  Install(kRepresentative);
+  Install(kInversion);
+
+  RedrawHandlers redraw;
+  redraw.doPlotting = DrawTraces;
+  redraw.doPreviewPlotting = DrawPreview;
+  redraw.dispCurvPlot = DrawDispCurvPage;
+  InstallRedrawHandlers(std::move(redraw));
+}
+
+}  // namespace sondera

@@ -1,0 +1,123 @@
+// command_line.cpp - from the words of the command line to the exit status.
+#include "app/command_line.h"
+
+#include <cstdio>
+
+#include "app/commands.h"
+#include "app/console.h"
+#include "app/startup.h"
+#include "project/project_file.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/panels/measpanel.h"
+
+namespace sondera {
+namespace {
+
+constexpr const char* kHelp = R"(Sondera - analysis of surface-wave tests (SASW)
+
+  sondera                                    interactive session
+  sondera <file.da>                          opens a project
+  sondera auto new <name> <script>           makes the project <name>.da here and runs a command script
+  sondera auto old <file.da> <script>        opens a project and runs a command script
+  sondera export <file.da> <outfile> <measID> <refChan> <dspChan> <type>
+                                             writes what a trace would show (channels count from 1)
+
+Options
+  --batch      never open a window
+  --yes        answer questions with Yes; without it an unattended run answers No
+  --help       this text
+  --version    the version
+
+The exit status is 0 when everything asked for was done, else 1, with the reason on standard error.
+)";
+
+/// Messages shown by an action count as its failure.
+template <class Action>
+bool WorksWithoutMessage(Action action) {
+  const int before = MessageCount();
+  action();
+  return MessageCount() == before;
+}
+
+void NewProjectFile(const std::string& name) {
+  session.projectFileName = JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
+  Commit(measpanel::F6);
+}
+
+int RunAuto(const std::vector<std::string>& arguments) {
+  const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
+  bool prepared = true;
+  if (how == "old") prepared = WorksWithoutMessage([&] { OpenFileProc(name); });
+  if (how == "new") prepared = WorksWithoutMessage([&] { NewProjectFile(name); });
+  const int result = ProcessCommands(0, script);
+  return prepared && result == 0 ? 0 : 1;
+}
+
+int RunExport(const std::vector<std::string>& arguments) {
+  const bool opened = WorksWithoutMessage([&] { OpenFileProc(arguments[2]); });
+  std::string line;
+  for (std::size_t i = 3; i < 8; ++i) line += (line.empty() ? "" : " ") + arguments[i];
+  const int result = ProcessCommands(1, line);
+  return opened && result == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& words) {
+  CommandLine line;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (i == 0 || !word.starts_with("--"))
+      line.arguments.push_back(word);
+    else if (word == "--help")
+      line.help = true;
+    else if (word == "--version")
+      line.version = true;
+    else if (word == "--batch")
+      line.batch = true;
+    else if (word == "--yes")
+      line.assumeYes = true;
+    else if (line.unknownOption.empty())
+      line.unknownOption = word;
+  }
+  return line;
+}
+
+std::string HelpText() {
+  return kHelp;
+}
+std::string VersionText() {
+  return Session{}.appTitle + "\n";
+}
+
+int DispatchCommandLine(const std::vector<std::string>& arguments) {
+  const std::size_t count = arguments.size();
+  if (count == 2) return WorksWithoutMessage([&] { OpenFileProc(arguments[1]); }) ? 0 : 1;
+  if (count == 5 && arguments[1] == "auto") return RunAuto(arguments);
+  if (count == 8 && arguments[1] == "export") return RunExport(arguments);
+  return 0;
+}
+
+int RunProgram(const std::vector<std::string>& words) {
+  const CommandLine line = ParseCommandLine(words);
+  if (!line.unknownOption.empty()) {
+    std::fprintf(stderr, "sondera: unknown option %s; sondera --help lists the options.\n",
+                 line.unknownOption.c_str());
+    return 1;
+  }
+  if (line.help || line.version) {
+    std::fputs((line.help ? HelpText() : VersionText()).c_str(), stdout);
+    return 0;
+  }
+  InstallConsole({line.assumeYes});
+  StartSession();
+  const int dispatched = DispatchCommandLine(line.arguments);
+  const int status = RunUserInterface();
+  FinishProgressLine();
+  return dispatched != 0 || status != 0 ? 1 : 0;
+}
+
+}  // namespace sondera

@@ -1,0 +1,34 @@
+// command_line.h - options and arguments of the program, and what is done with them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sondera {
+
+struct CommandLine {
+  bool help = false, version = false;
+  bool batch = false;      ///< never open a window
+  bool assumeYes = false;  ///< answer questions with Yes
+  std::string unknownOption;
+  /// Program name and the arguments, options taken off: their number chooses the form.
+  std::vector<std::string> arguments;
+};
+
+/// Splits a command line. Whatever begins with "--" is an option and does not count as an argument.
+CommandLine ParseCommandLine(const std::vector<std::string>& words);
+
+/// Text of --help, and of --version.
+std::string HelpText();
+std::string VersionText();
+
+/// Opens the file, makes the project or runs the script that the arguments ask for. A form that does not
+/// match does nothing: the plain session goes on. Returns 1 when something asked for could not be done, else
+/// 0.
+int DispatchCommandLine(const std::vector<std::string>& arguments);
+
+/// The program: session, dispatch, event loop, shutdown. The exit status: 0 for a finished script or a closed
+/// window, 1 for anything that stopped early.
+int RunProgram(const std::vector<std::string>& words);
+
+}  // namespace sondera

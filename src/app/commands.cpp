@@ -1,0 +1,281 @@
+// commands.cpp - the command script. Owns no state: the variables of a script live in one ScriptRun.
+//
+// Odd on purpose: an argument that is missing leaves its variable as it was, and the variables are shared by
+// all lines, so that a value given once stays in force. An unknown word is passed over in silence.
+#include "app/commands.h"
+
+#include <cstdio>
+#include <vector>
+
+#include "app/inversion_road.h"
+#include "app/shutdown.h"
+#include "project/session.h"
+#include "runtime/controls.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/irfsetpnl.h"
+#include "runtime/panels/loadtxdata.h"
+#include "runtime/panels/mainmenu.h"
+#include "runtime/panels/measpanel.h"
+#include "runtime/panels/sasw.h"
+
+namespace sondera {
+namespace {
+
+constexpr std::string_view kDelimiters = " ,\t\r\n";
+constexpr std::size_t kLongestLine = 256;
+constexpr double kTimeForZero = 0.000001;   // a first window time of exactly 0 would mean "not set"
+constexpr double kSmallestVelocity = 10.0;  // above it, window limits are velocities and not times
+constexpr int kDoublingLayers = 1;          // layering mode of preInversion that makes its own list
+constexpr int kMostLayers = 400;            // as many as that list can have
+
+/// One run of a script: its variables, its arguments, and what went wrong.
+class ScriptRun {
+ public:
+  int run(const std::string& path);
+  int exportLine(const std::string& text);
+
+ private:
+  struct Command {
+    const char* word;
+    int id;
+    int (ScriptRun::*run)();
+  };
+  static const Command kCommands[];
+  friend int sondera::getCommandID(const std::string& word);
+
+  // Arguments, token by token; a missing one leaves the variable.
+  void take(std::string& variable) {
+    if (auto token = tokens_->Next()) variable = std::string(*token);
+  }
+  void take(double& variable) {
+    if (auto token = tokens_->Next()) variable = ParseReal(*token);
+  }
+  void take(int& variable) {
+    if (auto token = tokens_->Next()) variable = ParseInt(*token);
+  }
+
+  /// Presses a control; a callback that refused marks the command as failed.
+  void press(const Control& control, long data = 0) {
+    if (!CallbackOf(control) || Commit(control, data) < 0) commandFailed_ = true;
+  }
+  Press presser() {
+    return [this](const Control& control, long data) { press(control, data); };
+  }
+
+  int runCommand(const Command& command);
+  int finish();
+
+  int runExport();
+  int runImport();
+  int runMasking();
+  int runCalcVel();
+  int runPreInversion();
+  int runInversion();
+
+  Tokenizer* tokens_ = nullptr;
+  int lineNumber_ = 0;
+  bool commandFailed_ = false;
+  std::vector<std::string> failed_;
+
+  // Variables of the script.
+  std::string fileName_, measID_;
+  int refNumber_ = -1, dspNumber_ = -1, type_ = -1;
+  double rec1_ = 0.0, rec2_ = 0.0;
+  int irfMode_ = 0;
+  double t_[4] = {0.0, 0.0, 0.0, 0.0};
+  double firstThickness_ = 0.0, depth_ = 0.0, depthRatio_ = 0.5;
+  int layering_ = 0, nLayers_ = 0;
+  std::vector<double> thicknesses_;
+};
+
+const ScriptRun::Command ScriptRun::kCommands[] = {
+    {"export", 1, &ScriptRun::runExport},
+    {"import", 2, &ScriptRun::runImport},
+    {"masking", 3, &ScriptRun::runMasking},
+    {"calcVel", 4, &ScriptRun::runCalcVel},
+    {"preInversion", 5, &ScriptRun::runPreInversion},
+    {"inversion", 6, &ScriptRun::runInversion},
+};
+
+int ScriptRun::run(const std::string& path) {
+  TextReader file;
+  std::string reason;
+  if (!file.Open(path, &reason)) {
+    MessagePopup(session.appTitle, "Error in reading the command file " + path + ": " + reason);
+    return -1;
+  }
+  std::string line;
+  while (file.ReadPhysicalLine(line)) {
+    ++lineNumber_;
+    if (line.starts_with("*")) continue;
+    if (line.size() > kLongestLine) {
+      MessagePopup(session.appTitle,
+                   FormatText("Line %d of the command file is longer than 256 characters.", lineNumber_));
+      failed_.push_back(FormatText("line %d", lineNumber_));
+      continue;
+    }
+    Tokenizer tokens(line, kDelimiters);
+    tokens_ = &tokens;
+    const auto word = tokens.Next();
+    if (!word) break;
+    const int id = getCommandID(std::string(*word));
+    for (const Command& command : kCommands)
+      if (command.id == id && runCommand(command) < 0) return -1;
+    if (InterruptRequested()) {
+      MessagePopup(session.appTitle, FormatText("Halted after line %d of the command file.", lineNumber_));
+      failed_.push_back("halted");
+      break;
+    }
+  }
+  return finish();
+}
+
+int ScriptRun::exportLine(const std::string& text) {
+  Tokenizer tokens(text, kDelimiters);
+  tokens_ = &tokens;
+  const int result = runCommand(kCommands[0]);
+  return result < 0 ? result : finish();
+}
+
+int ScriptRun::runCommand(const Command& command) {
+  const int messagesBefore = MessageCount();
+  commandFailed_ = false;
+  const int result = (this->*command.run)();
+  if (result < 0 || commandFailed_ || MessageCount() != messagesBefore)
+    failed_.push_back(lineNumber_ > 0 ? FormatText("line %d %s", lineNumber_, command.word) : command.word);
+  if (result < 0) std::fprintf(stderr, "sondera: the run stopped at %s.\n", failed_.back().c_str());
+  return result;
+}
+
+/// Closes the program; says which commands failed, if any did.
+int ScriptRun::finish() {
+  if (!failed_.empty()) {
+    std::string list;
+    for (const std::string& f : failed_) list += (list.empty() ? "" : ", ") + f;
+    std::fprintf(stderr, "sondera: not everything was done: %s.\n", list.c_str());
+  }
+  QuitApp(failed_.empty() ? 0 : 1);
+  return 0;
+}
+
+// ---- the commands
+// ---------------------------------------------------------------------------------------------------
+
+/// export <file> <measurement id> <reference channel> <display channel> <display type>, channels from 1
+int ScriptRun::runExport() {
+  take(fileName_);
+  take(measID_);
+  take(refNumber_);
+  take(dspNumber_);
+  if (refNumber_ > 0 && dspNumber_ > 0) take(type_);
+  if (type_ < 0) return -1;
+  MessagePopup(session.appTitle, "This command is not available in this version.");
+  return 0;
+}
+
+/// import <base name> <measurement id> <receiver 1> <receiver 2>
+int ScriptRun::runImport() {
+  take(fileName_);
+  take(measID_);
+  take(rec1_);
+  take(rec2_);
+  press(mainmenu::LOAD_TWO_CHNL_DATA);
+  SetCtrlVal(loadtxdata::NCHANS, 2);
+  press(loadtxdata::NCHANS);
+  SetCtrlVal(loadtxdata::MEASID, measID_);
+  SetCtrlVal(loadtxdata::FNAMESRC, JoinUnlessAbsolute(CurrentDirectory(), fileName_) + ".hyx");
+  SetCtrlVal(loadtxdata::LOC_SRC, 0.0);
+  SetCtrlVal(loadtxdata::LOC_REC1, rec1_);
+  SetCtrlVal(loadtxdata::LOC_REC2, rec2_);
+  press(loadtxdata::LOAD);
+  press(loadtxdata::CANCEL);
+  return 0;
+}
+
+/// masking <measurement id> <IRF mode> <T1> <T2> <T3> <T4>, times in seconds or, with T1 > 10, velocities
+int ScriptRun::runMasking() {
+  take(measID_);
+  session.curMeasID = measID_;
+  SetCtrlVal(hmsetup::MEASID, measID_);
+  if (GetNumListItems(hmsetup::MEASIDLISTBOX) == 0) return -1;
+  const int index = FindListItem(hmsetup::MEASIDLISTBOX, measID_);
+  if (index >= 0) SetCtrlIndex(hmsetup::MEASIDLISTBOX, index);
+  press(hmsetup::MEASIDLISTBOX);
+
+  take(irfMode_);
+  for (double& t : t_) take(t);
+  if (t_[0] == 0.0) t_[0] = kTimeForZero;
+  press(sasw::MASKINGLIST);
+  SetCtrlVal(irfsetpnl::IRFMODE, irfMode_);
+  if (t_[0] > kSmallestVelocity) {
+    const NumericControl* const velocities[] = {&irfsetpnl::SMIRF_V1, &irfsetpnl::SMIRF_V2,
+                                                &irfsetpnl::SMIRF_V3, &irfsetpnl::SMIRF_V4};
+    for (int k = 0; k < 4; ++k) SetCtrlVal(*velocities[k], t_[k]);
+    press(irfsetpnl::OK);
+  } else {
+    const NumericControl* const times[] = {&irfsetpnl::SMIRF_T1, &irfsetpnl::SMIRF_T2, &irfsetpnl::SMIRF_T3,
+                                           &irfsetpnl::SMIRF_T4};
+    for (int k = 0; k < 4; ++k) SetCtrlVal(*times[k], t_[k]);
+    press(irfsetpnl::APPLY);
+  }
+  SetCtrlIndex(sasw::TRACE_ONOFF, 0);
+  press(irfsetpnl::CANCEL);
+  press(sasw::MASKINGCALCDISP);
+  press(measpanel::F6);
+  return 0;
+}
+
+/// calcVel
+int ScriptRun::runCalcVel() {
+  RunCalcVel(presser());
+  return 0;
+}
+
+/// preInversion <first thickness> <depth> <layering> <ratio> [<layers> <thickness> ...]; a depth of 0 is the
+/// ratio times the largest wavelength; layering 1 doubles the thickness every four layers, another takes the
+/// list
+int ScriptRun::runPreInversion() {
+  take(firstThickness_);
+  take(depth_);
+  take(layering_);
+  take(depthRatio_);
+  const double depth = depth_ == 0.0 ? depthRatio_ * LargestArrayWavelength() : depth_;
+  if (layering_ == kDoublingLayers) {
+    RunPreInversion(LayersToDepth(firstThickness_, depth), presser());
+    return 0;
+  }
+  take(nLayers_);
+  if (nLayers_ < 1 || nLayers_ > kMostLayers) {
+    MessagePopup(session.appTitle, FormatText("The number of layers must be from 1 to %d.", kMostLayers));
+    return 0;
+  }
+  thicknesses_.resize(static_cast<std::size_t>(nLayers_));
+  for (double& thickness : thicknesses_) take(thickness);
+  RunPreInversion(thicknesses_, presser());
+  return 0;
+}
+
+/// inversion
+int ScriptRun::runInversion() {
+  RunInversionAndSave(presser());
+  return 0;
+}
+
+}  // namespace
+
+int getCommandID(const std::string& word) {
+  for (const auto& command : ScriptRun::kCommands)
+    if (word == command.word) return command.id;
+  return -1;
+}
+
+int ProcessCommands(int mode, const std::string& text) {
+  ScriptRun script;
+  if (mode == 1) return script.exportLine(text);
+  return script.run(JoinUnlessAbsolute(CurrentDirectory(), text));
+}
+
+}  // namespace sondera

@@ -1,0 +1,110 @@
+// console.cpp - the console front end. Owns the state of its progress line.
+#include "app/console.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+
+#include "runtime/controls.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/panels/exdthd.h"
+
+namespace sondera {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds kTerminalInterval{100};
+constexpr std::chrono::seconds kLogInterval{10};
+
+struct ConsoleState {
+  ConsoleOptions options;
+  int observer = 0;
+  bool lineOpen = false;
+  Clock::time_point lastProgress{};
+};
+ConsoleState console;
+
+void PrintLine(std::string_view title, std::string_view text) {
+  FinishProgressLine();
+  while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+  std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(title.size()), title.data(),
+               static_cast<int>(text.size()), text.data());
+}
+
+bool Confirm(std::string_view title, std::string_view text) {
+  PrintLine(title, std::string(text) + (console.options.assumeYes ? " Yes" : " No"));
+  return console.options.assumeYes;
+}
+
+std::optional<std::string> Prompt(std::string_view title, std::string_view text, int) {
+  PrintLine(title, std::string(text) + " (cancelled)");
+  return std::nullopt;
+}
+
+FileChoice SelectFile(const FileRequest& request) {
+  PrintLine(request.title, "no file chosen (cancelled)");
+  return {};
+}
+
+int Run() {
+  FinishProgressLine();
+  std::fputs("sondera: there is no display to show windows on; give a command script (sondera --help).\n",
+             stderr);
+  return 1;
+}
+
+/// Progress boxes of the results page: shown at most every so often, the latest text only.
+void ShowProgress(Panel, ControlId control) {
+  const TextControl* box = nullptr;
+  if (control == &exdthd::STATUSMSG) box = &exdthd::STATUSMSG;
+  if (control == &exdthd::PROCESSMSG) box = &exdthd::PROCESSMSG;
+  if (!box) return;
+  const bool terminal = isatty(STDERR_FILENO) == 1;
+  const auto now = Clock::now();
+  if (now - console.lastProgress <
+      (terminal ? Clock::duration(kTerminalInterval) : Clock::duration(kLogInterval)))
+    return;
+  const std::string text = GetCtrlVal(*box);
+  if (text.empty()) return;
+  console.lastProgress = now;
+  if (terminal) {
+    std::fprintf(stderr, "\r\033[K%.120s", text.c_str());
+    console.lineOpen = true;
+  } else {
+    std::fprintf(stderr, "%s\n", text.c_str());
+  }
+}
+
+extern "C" void OnInterrupt(int) {
+  RequestInterrupt();
+}
+
+}  // namespace
+
+void FinishProgressLine() {
+  if (console.lineOpen) std::fputc('\n', stderr);
+  console.lineOpen = false;
+}
+
+void InstallConsole(const ConsoleOptions& options) {
+  if (console.observer) RemoveObserver(console.observer);
+  console = {options, AddObserver(ShowProgress), false, {}};
+
+  FrontEnd f;
+  f.name = "console";
+  f.message = PrintLine;
+  f.confirm = Confirm;
+  f.prompt = Prompt;
+  f.selectFile = SelectFile;
+  f.run = Run;
+  InstallFrontEnd(std::move(f));
+
+  struct sigaction action = {};
+  action.sa_handler = OnInterrupt;
+  sigaction(SIGINT, &action, nullptr);
+}
+
+}  // namespace sondera

@@ -1,0 +1,81 @@
+// devices.cpp - the boards of the machine and the one in use. Owns no state besides the session's device
+// facts.
+#include "app/devices.h"
+
+#include <algorithm>
+
+#include "acquisition/daq_driver.h"
+#include "acquisition/parameters.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/panels/devpanel.h"
+
+namespace sondera {
+namespace {
+
+/// Device name in the list of boards: the text before the colon, cut to four characters.
+std::string SelectedDeviceName() {
+  const std::string text = GetLabelFromIndex(devpanel::DEVICEID, GetCtrlIndex(devpanel::DEVICEID));
+  return CutDeviceName(text.substr(0, text.find(':')));
+}
+
+}  // namespace
+
+bool HasDevice() {
+  return GetNumListItems(devpanel::DEVICEID) > 0;
+}
+
+void ReadDeviceFacts() {
+  DeviceFacts& d = session.device;
+  const DaqDriver& daq = Daq();
+  int triggerSupported = 0;
+  daq.devProductCategory(d.devName, d.devCategory);
+  daq.devAnlgTrigSupported(d.devName, triggerSupported);
+  daq.devAIPhysicalChans(d.devName, d.aiPhysicalChans);
+  d.maxChannels = static_cast<int>(std::count(d.aiPhysicalChans.begin(), d.aiPhysicalChans.end(), ',')) + 1;
+  if (daq_category::IsDifferential(d.devCategory)) d.maxChannels /= 2;
+  if (d.devProductType.starts_with("USB-4432")) d.maxChannels = 4;
+  d.maxChannels = std::max(d.maxChannels, 1);
+  daq.devAIMaxSingleChanRate(d.devName, d.aiMaxRate);
+  daq.devAIMinRate(d.devName, d.aiMinRate);
+  std::vector<double> limits;
+  daq.devAIVoltageRngs(d.devName, limits);
+  limits.resize(std::min(limits.size(), d.aiVoltageRngs.size() - 1));
+  d.aiVoltageRngs.fill(0.0);
+  std::copy(limits.begin(), limits.end(), d.aiVoltageRngs.begin());
+  daq.devAICouplings(d.devName, d.aiCouplings);
+}
+
+void FindDevices() {
+  SetupDevPanel();
+  if (GetNumListItems(devpanel::DEVICEID) > 1) DisplayPanel(Panel::DEVPANEL);
+  if (!HasDevice()) return;
+  session.device.devName = SelectedDeviceName();
+  Daq().devProductCategory(session.device.devName, session.device.devCategory);
+  Daq().devProductType(session.device.devName, session.device.devProductType);
+}
+
+void SetupDevPanel() {
+  std::string names;
+  Daq().sysDevNames(names);
+  ClearListCtrl(devpanel::DEVICEID);
+  int number = 0;
+  for (const std::string& name : SplitDaqNames(names)) {
+    int category = 0;
+    Daq().devProductCategory(CutDeviceName(name), category);
+    InsertListItem(devpanel::DEVICEID, -1, DeviceListText(name, category), number++);
+  }
+  SetCtrlIndex(devpanel::DEVICEID, 0);
+}
+
+int DeviceSetupOKCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  session.device.devName = SelectedDeviceName();
+  MeasRecords records;
+  if (GetInfoFromKey(GetKeyFromID(session.curProjID, session.curMeasID), records) != -1 && records.hwPos > 0)
+    InitHWSetup(*records.hwSetup);
+  HidePanel(Panel::DEVPANEL);
+  return 0;
+}
+
+}  // namespace sondera

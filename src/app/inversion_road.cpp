@@ -1,0 +1,140 @@
+// inversion_road.cpp - sequences of presses from curves to a profile. Owns no state.
+#include "app/inversion_road.h"
+
+#include <algorithm>
+
+#include "forward/model_records.h"
+#include "inversion/inv_records.h"
+#include "project/measdb.h"
+#include "runtime/panels/analresult.h"
+#include "runtime/panels/cdisppnl.h"
+#include "runtime/panels/dispcurv.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
+#include "runtime/panels/inversion.h"
+#include "runtime/panels/measpanel.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kGroups = 100, kLayersPerGroup = 4;
+constexpr double kSearchFrom = 1e30;
+constexpr int kCompositeAndArray = 4;  // what the dispersion page shows after calcVel
+constexpr int kArrayCurves = 2;
+constexpr long kNoFileDialog = -1;
+
+/// Properties of a new layer, columns 2 to 6 of the soil table: P-wave velocity 0 so that it follows from
+/// Poisson's ratio, S-wave velocity, density, Poisson's ratio, damping.
+constexpr double kNewLayer[] = {0.0, 180.0, 1.8, 0.3333, 0.02};
+
+void FillSoilTable(const std::vector<double>& thicknesses) {
+  for (int row = 1; row <= static_cast<int>(thicknesses.size()); ++row) {
+    SetTableCellVal(fmodeling::SOILPROFILE, row, 1, thicknesses[static_cast<std::size_t>(row - 1)]);
+    for (int k = 0; k < 5; ++k) SetTableCellVal(fmodeling::SOILPROFILE, row, k + 2, kNewLayer[k]);
+  }
+}
+
+/// Number of the starting profile with the smallest misfit, the first of equals; 0 when none has one.
+int BestStartingProfile() {
+  const int count = std::min(GetCtrlVal(inversion::ALPHA_POINT), SMPParam.rms.hi());
+  double smallest = kSearchFrom;
+  int best = 0;
+  for (int k = 1; k <= count; ++k) {
+    if (!(SMPParam.rms[k] < smallest)) continue;
+    smallest = SMPParam.rms[k];
+    best = k;
+  }
+  return best;
+}
+
+/// Presses straight through the table of callbacks; remembers a refusal.
+struct PlainPress {
+  int result = 0;
+  void operator()(const Control& control, long data) {
+    if (Commit(control, data) < 0) result = -1;
+  }
+};
+
+}  // namespace
+
+std::vector<double> LayersToDepth(double firstThickness, double depth) {
+  std::vector<double> layers;
+  double thickness = firstThickness, sum = 0.0;
+  for (int group = 0; group < kGroups; ++group) {
+    if (group > 0) thickness *= 2.0;
+    for (int k = 0; k < kLayersPerGroup; ++k) {
+      layers.push_back(thickness);
+      sum += thickness;
+      if (sum > depth) return layers;
+    }
+  }
+  return layers;
+}
+
+double LargestArrayWavelength() {
+  double largest = -kSearchFrom;
+  for (const DispInfo& curve : MeasDB.aDispList) {
+    PMeasInfo* pair = nullptr;
+    if (!CheckifIncluded(curve.key, curve.refChan, curve.dspChan, pair)) continue;
+    for (int i = 1; i <= curve.nPoints; ++i) largest = std::max(largest, curve.wlen[i]);
+  }
+  return largest;
+}
+
+void RunCalcVel(const Press& press) {
+  press(dispcurv::COMPDISPCURV, 0);
+  press(cdisppnl::UPDATE, 0);
+  press(cdisppnl::CANCEL, 0);
+  SetCtrlVal(dispcurv::DISPCURVTYPE, kCompositeAndArray);
+  SetActiveTabPage(Panel::PANEL, 2);
+  press(measpanel::F6, 0);
+}
+
+void RunPreInversion(const std::vector<double>& thicknesses, const Press& press) {
+  using namespace fmodeling;
+  SetActiveTabPage(Panel::PANEL, 3);
+  press(exdthd::FMODELPARAM, 0);
+  SetCtrlVal(NLAYERS, static_cast<int>(thicknesses.size()));
+  press(NLAYERS, 0);
+  FillSoilTable(thicknesses);
+  SetCtrlVal(GLOBAL_ARRAY, kArrayCurves);
+  press(LOADDISPCURV, 0);
+  press(GLOBAL_ARRAY, 0);
+  press(UPDATE, 0);
+  press(CLOSE, 0);
+
+  press(exdthd::RUN_INVERSION, 0);
+  press(inversion::EVALSMPARAM, 0);
+  const int best = BestStartingProfile();
+  if (best > 0) SetCtrlIndex(COPYPRF, best - 1);
+  press(NLAYERS, 0);
+  press(COPYFROMPRF, 0);
+  press(UPDATE_PROFILE2, 0);
+  press(UPDATE, 0);
+  press(CLOSE, 0);
+  press(measpanel::F6, 0);
+}
+
+void RunInversionAndSave(const Press& press) {
+  press(inversion::PERFORMINV, 0);
+  press(measpanel::F6, 0);
+  press(exdthd::RESULTBOX, 0);
+  press(analresult::SAVE, kNoFileDialog);
+}
+
+int OneClickInversionCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  PlainPress press;
+  press(inversion::EVALSMPARAM, 0);
+  RunInversionAndSave(std::ref(press));
+  return press.result;
+}
+
+int PerformInvInvSaveCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  PlainPress press;
+  RunInversionAndSave(std::ref(press));
+  return press.result;
+}
+
+}  // namespace sondera

@@ -1,0 +1,36 @@
+// shutdown.cpp - the end of a session.
+#include "app/shutdown.h"
+
+#include "forward/model_records.h"
+#include "inversion/inv_records.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/graphs.h"
+
+namespace sondera {
+
+void ClearAllMemories() {
+  FreeGlobalArrays();
+  FinalizeFModel();
+  FinalizeTheoDispInfo();
+  FinalizeInvAnal();
+  ResetGraphs();
+}
+
+void QuitApp(int status) {
+  ClearAllMemories();
+  QuitUserInterface(status);
+}
+
+int QuitCallback(Panel, ControlId, Event, long) {
+  if (ConfirmPopup(session.appTitle, "Do you want to exit the program ?")) QuitApp(0);
+  return 0;
+}
+
+int QuitProgCallback(Panel panel, ControlId control, Event event, long data) {
+  return event == Event::Commit || event == Event::Close ? QuitCallback(panel, control, event, data) : 0;
+}
+
+}  // namespace sondera

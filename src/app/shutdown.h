@@ -1,0 +1,17 @@
+// shutdown.h - the ways out of the program.
+#pragma once
+
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// Releases everything the session holds. StartSession may follow.
+void ClearAllMemories();
+
+/// Ends the program without a question; status becomes the result of RunUserInterface.
+void QuitApp(int status = 0);
+/// Menu item and close control: ask first.
+int QuitCallback(Panel panel, ControlId control, Event event, long data);
+int QuitProgCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

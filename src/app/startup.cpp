@@ -1,0 +1,74 @@
+// startup.cpp - session start. Owns no state; brings that of all others to a known one.
+#include "app/startup.h"
+
+#include "acquisition/parameters.h"
+#include "app/callbacks.h"
+#include "app/devices.h"
+#include "forward/model_records.h"
+#include "inversion/inv_records.h"
+#include "project/measdb.h"
+#include "project/selection.h"
+#include "project/session.h"
+#include "runtime/events.h"
+#include "runtime/graphs.h"
+#include "runtime/panels/fmodeling.h"
+#include "runtime/panels/meassetup.h"
+#include "signal/irf.h"
+#include "signal/rep_curves.h"
+
+namespace sondera {
+namespace {
+
+void MakeFirstMeasurement() {
+  const int key = InsertNewIDInfo(session.curProjID, session.curMeasID, 0);
+  HWSetup* hw = SetupHWSetupArrays(key, session.measOptions.nChannels);
+  InitHWSetup(*hw);
+  InitMeasSetup(*SetupMSetupArrays(key));
+  InitRawData(*SetupRawDataArrays(key));
+}
+
+/// Controls of the settings page for receivers at even spacing.
+void ShowEvenSpacing() {
+  using namespace meassetup;
+  SetCtrlVal(RSPACING, 1);
+  SetVisible(EVENSPACING, true);
+  SetVisible(CHNLLOC, false);
+  SetVisible(NCHANNELS3, false);
+  SetVisible(CHNLLOCLABEL, false);
+}
+
+void InitVariables() {
+  if (HasDevice()) ReadDeviceFacts();
+  session.measOptions = {session.device.maxChannels, 1, 0};
+  session.curChannels = session.device.maxChannels;
+  session.samplesPerChan = 1024;
+  session.measBuffer.assign(static_cast<std::size_t>(session.samplesPerChan) * session.curChannels, 0.0);
+  SetupGlobalArrays();
+  RefreshWindowTitle();
+  MakeFirstMeasurement();
+  UpdateHWSetup(session.curProjID, session.curMeasID);
+  UpdateMeasSetup(session.curProjID, session.curMeasID, 2);
+  SetupCDispParameter();
+  SetupSiteCategory();
+  ShowEvenSpacing();
+  InitializeFModel();
+  InitializeTheoDispInfo();
+  InitializeInvAnal();
+  SetCtrlVal(fmodeling::GLOBAL_ARRAY, FModelParam.dispCurvType);
+}
+
+}  // namespace
+
+void StartSession() {
+  ResetEvents();
+  ResetControls();
+  ResetGraphs();
+  ResetSession();
+  InstallCallbacks();
+  FindDevices();
+  DisplayPanel(Panel::PANEL);
+  InitVariables();
+  SetActiveTabPage(Panel::PANEL, HasDevice() ? 0 : 1);
+}
+
+}  // namespace sondera

@@ -1,0 +1,12 @@
+// startup.h - the beginning of a session.
+#pragma once
+
+namespace sondera {
+
+/// Everything up to the dispatch on the command line: installs callbacks and redraw handlers, brings the
+/// settings store to its first state, finds the boards, fills the session with its defaults and makes
+/// measurement key 1 ("ProjID", "measID"). May be called again at any time for a fresh start; tests begin
+/// with it.
+void StartSession();
+
+}  // namespace sondera

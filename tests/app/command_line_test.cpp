@@ -1,0 +1,93 @@
+// Tests of the options and of the forms of the command line.
+#include "app/command_line.h"
+
+#include "app/app_fixture.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/events.h"
+
+namespace sondera {
+namespace {
+
+class CommandLineForms : public testing::AppTest {};
+
+TEST(ParseCommandLine, OptionsDoNotCountAsArguments) {
+  const CommandLine line =
+      ParseCommandLine({"sondera", "--batch", "auto", "--yes", "new", "site", "job.txt"});
+  EXPECT_TRUE(line.batch);
+  EXPECT_TRUE(line.assumeYes);
+  EXPECT_EQ(line.arguments, (std::vector<std::string>{"sondera", "auto", "new", "site", "job.txt"}));
+  EXPECT_TRUE(line.unknownOption.empty());
+}
+
+TEST(ParseCommandLine, AnUnknownOptionIsNamed) {
+  EXPECT_EQ(ParseCommandLine({"sondera", "--yse"}).unknownOption, "--yse");
+}
+
+TEST(ParseCommandLine, AProgramNameThatLooksLikeAnOptionIsNone) {
+  EXPECT_EQ(ParseCommandLine({"--odd"}).arguments.size(), 1u);
+}
+
+TEST_F(CommandLineForms, ArgumentCountsWithoutAFormAreIgnored) {
+  for (std::size_t extra : {2u, 3u, 5u, 6u}) {
+    std::vector<std::string> arguments = {"sondera"};
+    for (std::size_t i = 0; i < extra; ++i) arguments.push_back(i == 0 ? "auto" : "missing.da");
+    EXPECT_EQ(DispatchCommandLine(arguments), 0) << arguments.size();
+    EXPECT_TRUE(frontEnd.messages.empty());
+    EXPECT_FALSE(QuitRequested());
+    EXPECT_EQ(MeasDB.idList.count(), 1);
+  }
+}
+
+TEST_F(CommandLineForms, AnotherFirstWordOpensNothing) {
+  EXPECT_EQ(DispatchCommandLine({"sondera", "Auto", "old", "missing.da", "job.txt"}), 0);
+  EXPECT_EQ(DispatchCommandLine({"sondera", "exporting", "missing.da", "out", "id", "1", "2", "3"}), 0);
+  EXPECT_TRUE(frontEnd.messages.empty());
+  EXPECT_FALSE(QuitRequested());
+}
+
+TEST_F(CommandLineForms, AutoWithAnotherWordRunsTheScriptOnTheEmptySession) {
+  Write("job.txt", "* nothing to do\n");
+  EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "other", "x", "job.txt"}), 0);
+  EXPECT_TRUE(QuitRequested());
+  EXPECT_TRUE(session.projectFileName.empty());
+}
+
+TEST_F(CommandLineForms, AutoNewOverwritesWithABackupAndWithoutAQuestion) {
+  Write("x.da", "an older project");
+  Write("job.txt", "");
+  EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "new", "x", "job.txt"}), 0);
+  EXPECT_TRUE(frontEnd.questions.empty());
+  std::ifstream backup(folder.File("x.da.bkup"));
+  std::string text;
+  std::getline(backup, text);
+  EXPECT_EQ(text, "an older project");
+  EXPECT_GT(std::filesystem::file_size(folder.File("x.da")), 1000u);
+  EXPECT_EQ(session.projectFileName, folder.File("x") + ".da");
+}
+
+TEST_F(CommandLineForms, AutoOldOfAMissingFileSaysSoAndFails) {
+  Write("job.txt", "* nothing to do\n");
+  EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "old", "none.da", "job.txt"}), 1);
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"File does not exist."});
+  EXPECT_EQ(MeasDB.idList.count(), 0);
+}
+
+TEST_F(CommandLineForms, AMissingScriptLeavesTheProgramOpen) {
+  EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "other", "x", "none.txt"}), 1);
+  EXPECT_FALSE(QuitRequested());
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+}
+
+TEST_F(CommandLineForms, AProjectThatWasSavedOpensAgain) {
+  Write("job.txt", "");
+  ASSERT_EQ(DispatchCommandLine({"sondera", "auto", "new", "site", "job.txt"}), 0);
+  StartSession();
+  EXPECT_EQ(DispatchCommandLine({"sondera", "site.da"}), 0);
+  EXPECT_EQ(MeasDB.idList.count(), 1);
+  EXPECT_EQ(GetKeyFromID("ProjID", "measID"), 1);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+}  // namespace
+}  // namespace sondera

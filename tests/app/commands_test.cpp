@@ -1,0 +1,200 @@
+// Tests of the command script: frame, tokens, shared variables, import and masking on the real record.
+#include "app/commands.h"
+
+#include <cmath>
+
+#include "app/app_fixture.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/events.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/irfsetpnl.h"
+#include "runtime/panels/loadtxdata.h"
+
+namespace sondera {
+namespace {
+
+const std::string kExample = std::string(SONDERA_SOURCE_DIR) + "/examples/oysand/";
+
+class CommandScript : public testing::AppTest {
+ protected:
+  void SetUp() override {
+    AppTest::SetUp();
+    Fetch(kExample + "H31.hyx", "H31.hyx");
+    session.projectFileName = folder.File("site.da");
+  }
+  /// Runs a script; returns the exit status it asked for, or -1 when it stopped early.
+  int Run(const std::string& text) {
+    Write("job.txt", text);
+    ResetEvents();
+    if (ProcessCommands(0, "job.txt") < 0) return -1;
+    EXPECT_TRUE(QuitRequested());
+    return RunUserInterface();
+  }
+  /// Runs a script that ends with an early stop, so that the session stays for a look at it.
+  void RunAndStay(const std::string& text) { EXPECT_EQ(Run(text + "\nexport out ID 1 2 -1\n"), -1); }
+};
+
+TEST(getCommandID, KnowsItsSixWordsExactly) {
+  EXPECT_EQ(getCommandID("export"), 1);
+  EXPECT_EQ(getCommandID("import"), 2);
+  EXPECT_EQ(getCommandID("masking"), 3);
+  EXPECT_EQ(getCommandID("calcVel"), 4);
+  EXPECT_EQ(getCommandID("preInversion"), 5);
+  EXPECT_EQ(getCommandID("inversion"), 6);
+  EXPECT_EQ(getCommandID("Import"), -1);
+  EXPECT_EQ(getCommandID("calcvel"), -1);
+  EXPECT_EQ(getCommandID(""), -1);
+}
+
+TEST_F(CommandScript, EndOfFileQuitsWithSuccess) {
+  EXPECT_EQ(Run("* only a comment\n"), 0);
+  EXPECT_EQ(Run(""), 0);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, AStarBehindABlankIsAnUnknownCommandAndSkippedAllTheSame) {
+  EXPECT_EQ(Run(" * import H31 H31 20 50\n"), 0);
+  EXPECT_EQ(Run("unknown words here\n"), 0);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, ATrulyEmptyLineEndsTheScriptAtOnce) {
+  EXPECT_EQ(Run("* first\n\nimport none none 1 2\n"), 0) << "the import behind the empty line is not reached";
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, ALineOfDelimitersOnlyEndsItToo) {
+  EXPECT_EQ(Run(" ,\t \nimport none none 1 2\n"), 0);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, CarriageReturnsAreWhiteSpace) {
+  EXPECT_EQ(Run("* comment\r\nimport H31,H31\t20, 50\r\n"), 0);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, ImportReadsTheRecordBehindTheInitialOne) {
+  RunAndStay("import H31 shot 20 50");
+  EXPECT_EQ(GetKeyFromID("ProjID", "measID"), 1);
+  const int key = GetKeyFromID("ProjID", "shot");
+  ASSERT_EQ(key, 2);
+  MeasRecords r;
+  GetInfoFromKey(key, r);
+  EXPECT_EQ(r.hwSetup->nChannels, 2);
+  EXPECT_EQ(r.hwSetup->nLines, 1024);
+  EXPECT_EQ(r.measSetup->srcLoc, 0.0);
+  EXPECT_EQ(r.measSetup->recLoc, (std::vector<double>{20.0, 50.0}));
+}
+
+TEST_F(CommandScript, AMissingDataFileFailsTheRunWhichGoesOn) {
+  EXPECT_EQ(Run("import none none 20 50\n* after it\n"), 1);
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Error in reading the file."});
+}
+
+TEST_F(CommandScript, BadLocationsFailTheRun) {
+  EXPECT_EQ(Run("import H31 shot 20 -50\n"), 1);
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Invalid source or receiver location !"});
+}
+
+TEST_F(CommandScript, ARefusedOverwriteFailsTheRun) {
+  EXPECT_EQ(Run("import H31 shot 20 50\nimport H31 shot 20 40\n"), 1);
+  EXPECT_EQ(frontEnd.questions,
+            std::vector<std::string>{"The same measurement ID is in the list. Overwrite it ?"});
+}
+
+TEST_F(CommandScript, ArgumentsOfAnEarlierLineStayInForce) {
+  RunAndStay("import H31 one 20 50\nimport H31 two");
+  MeasRecords r;
+  ASSERT_NE(GetInfoFromKey(GetKeyFromID("ProjID", "two"), r), -1);
+  EXPECT_EQ(r.measSetup->recLoc, (std::vector<double>{20.0, 50.0}));
+}
+
+TEST_F(CommandScript, MaskingByVelocitiesComputesTheCurveAndSaves) {
+  RunAndStay("import H31 H31 20 50\nmasking H31 0 400 300 90 70");
+  PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_NEAR(pair->enT[1], 30.0 / 400, 1e-12);
+  EXPECT_NEAR(pair->enT[4], 30.0 / 70, 1e-12);
+  EXPECT_GT(pair->nDispPoints, 50);
+  EXPECT_EQ(pair->included, 1);
+  EXPECT_TRUE(Exists("site.da"));
+}
+
+TEST_F(CommandScript, MaskingWithAFirstTimeOfZeroTakesTheTimeBranch) {
+  RunAndStay("import H31 H31 20 50\nmasking H31 0 0 0.1 0.3 0.4");
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_EQ(pair->enT[1], 0.000001);
+  EXPECT_EQ(pair->enT[2], 0.1);
+  EXPECT_EQ(pair->enT[4], 0.4);
+}
+
+TEST_F(CommandScript, MaskingWithExactlyTenTakesTheTimeBranch) {
+  RunAndStay("import H31 H31 20 50\nmasking H31 0 10 0.1 0.3 0.4");
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_EQ(pair->enT[1], 10.0) << "a time, though beyond the record";
+}
+
+TEST_F(CommandScript, MaskingByTimesUsesAllFourInLowPassToo) {
+  RunAndStay("import H31 H31 20 50\nmasking H31 1 0.1 0.2 1.8 1.9");
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_EQ(pair->irfMode, 1);
+  EXPECT_EQ(pair->enT[3], 1.8);
+  EXPECT_EQ(pair->enT[4], 1.9);
+}
+
+TEST_F(CommandScript, MaskingOfAnUnknownIdWorksOnTheSelectedMeasurement) {
+  RunAndStay("import H31 H31 20 50\nmasking nobody 0 400 300 90 70");
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_GT(pair->nDispPoints, 0);
+}
+
+TEST_F(CommandScript, MaskingWithAnEmptyListStopsAndLeavesTheProgramOpen) {
+  ClearListCtrl(hmsetup::MEASIDLISTBOX);
+  EXPECT_EQ(Run("masking measID 0 400 300 90 70\n* never reached\n"), -1);
+  EXPECT_FALSE(QuitRequested());
+}
+
+TEST_F(CommandScript, MaskingWithoutLocationsFailsWithItsMessage) {
+  EXPECT_EQ(Run("masking measID 0 400 300 90 70\n"), 1);
+  EXPECT_FALSE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, AnExportWithoutATypeEndsTheScriptAndLeavesTheProgramOpen) {
+  EXPECT_EQ(Run("export out measID 1 2\nimport none none 1 2\n"), -1);
+  EXPECT_FALSE(QuitRequested());
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, ALineThatIsTooLongIsRefusedWhole) {
+  EXPECT_EQ(Run("import " + std::string(300, 'x') + " id 1 2\n"), 1);
+  ASSERT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_EQ(frontEnd.messages[0], "Line 1 of the command file is longer than 256 characters.");
+}
+
+TEST_F(CommandScript, AnInterruptHaltsAtTheNextPoll) {
+  Write("job.txt", "* one\nimport H31 a 20 50\nimport H31 b 20 50\n");
+  ResetEvents();
+  RequestInterrupt();
+  EXPECT_EQ(ProcessCommands(0, "job.txt"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Halted after line 2 of the command file."});
+}
+
+TEST_F(CommandScript, HostileScriptsEndWithoutHarm) {
+  for (const std::string text :
+       {"masking", "import", "import \xff\xfe", "masking measID 99 nan inf -1e308 1e308",
+        "masking measID 0 1e999 1 2 3", "import H31 H31 1e308 -1e308", "import /dev/null x 1 2"}) {
+    SCOPED_TRACE(text);
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    Run(text + "\n");
+  }
+}
+
+}  // namespace
+}  // namespace sondera
