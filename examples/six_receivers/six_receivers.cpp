@@ -1,0 +1,106 @@
+// six_receivers.cpp - six time records of one blow, masks, and the dispersion curves of five pairs, by the
+// settings and buttons that a person would use.
+//   six_receivers <folder with rec1.tim to rec6.tim> <project file to write> [<published curve>]
+#include <cstdio>
+#include <string>
+
+#include "app/console.h"
+#include "app/startup.h"
+#include "curve_report.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/files.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/loadtxdata.h"
+#include "runtime/panels/mainmenu.h"
+#include "runtime/panels/measpanel.h"
+#include "runtime/panels/sasw.h"
+
+namespace {
+
+using namespace sondera;
+using namespace sondera::example;
+
+constexpr int kTimeHistories = 0;
+constexpr double kReceivers[] = {20, 24, 34, 40, 50, 66};  // m from the source
+
+constexpr double kTopFrequency = 500.0;  // Hz, end of the records' band
+
+/// A pair (receivers counted from 1) with its two masks. The first, from 0 Hz on, covers lines without a
+/// clear wave and says how many cycles have passed at its end; the second covers all above the band in which
+/// the phase holds.
+struct PairPlan {
+  int reference, display;
+  double bandBegin;  ///< Hz
+  int jumps;
+  double bandEnd;  ///< Hz
+};
+constexpr PairPlan kPairs[] = {{1, 4, 7.324, 1, 51.5},
+                               {1, 5, 9.766, 2, 24.6},
+                               {2, 5, 9.766, 2, 27.5},
+                               {3, 6, 8.789, 2, 27.5},
+                               {4, 6, 7.324, 1, 27.5}};
+
+bool Import(const std::string& folder) {
+  using namespace loadtxdata;
+  Commit(mainmenu::LOAD_TWO_CHNL_DATA);
+  SetCtrlVal(DATATYPE, kTimeHistories);
+  SetCtrlVal(NCHANS, 6);
+  Commit(NCHANS);
+  SetCtrlVal(MEASID, "six");
+  const TextControl* const files[] = {&FNAMESRC, &FNAMECH1, &FNAMECH2, &FNAMECH3, &FNAMECH4, &FNAMECH5};
+  const NumericControl* const locations[] = {&LOC_REC1, &LOC_REC2, &LOC_REC3,
+                                             &LOC_REC4, &LOC_REC5, &LOC_REC6};
+  SetCtrlVal(LOC_SRC, 0.0);
+  for (int i = 0; i < 6; ++i) {
+    SetCtrlVal(*files[i], JoinPath(folder, FormatText("rec%d.tim", i + 1)));
+    SetCtrlVal(*locations[i], kReceivers[i]);
+  }
+  const int result = Commit(LOAD);
+  Commit(CANCEL);
+  return result == 0;
+}
+
+bool AddMask(double from, double to, int jumps) {
+  using namespace sasw;
+  SetCtrlVal(MASKING_FREQINIT, from);
+  SetCtrlVal(MASKING_FREQFINAL, to);
+  SetCtrlVal(MASKING_JUMPNO, jumps);
+  return Commit(MASKINGNEW) == 0;
+}
+
+bool ComputeCurve(const PairPlan& plan) {
+  using namespace sasw;
+  SetCtrlVal(DISPA_REFCHNL, plan.reference - 1);
+  SetCtrlVal(DISPACHNL, plan.display - 1);
+  Commit(DISPACHNL);
+  SetCtrlIndex(TRACE_ONOFF, 0);
+  SetCtrlVal(DISPCURV_OPTION, 0);  // the phase as it was measured
+  return AddMask(0.0, plan.bandBegin, plan.jumps) && AddMask(plan.bandEnd, kTopFrequency, 0) &&
+         Commit(MASKINGCALCDISP) == 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 3) {
+    std::fputs("six_receivers <folder> <project file> [<published curve>]\n", stderr);
+    return 1;
+  }
+  InstallConsole({});
+  StartSession();
+  if (!Import(argv[1])) return 1;
+  SetCtrlIndex(hmsetup::MEASIDLISTBOX, FindListItem(hmsetup::MEASIDLISTBOX, "six"));
+  Commit(hmsetup::MEASIDLISTBOX);
+  for (const PairPlan& plan : kPairs)
+    if (!ComputeCurve(plan)) return 1;
+  session.projectFileName = argv[2];
+  if (Commit(measpanel::F6) < 0) return 1;
+
+  const std::vector<CurvePoint> published = argc > 3 ? ReadPublished(argv[3]) : std::vector<CurvePoint>{};
+  PrintTableHead();
+  for (const PMeasInfo& pair : MeasDB.pMeasList)
+    if (pair.nDispPoints > 0) PrintTableRow(PairLabel(pair), PointsOf(pair), published);
+  if (!published.empty()) PrintTableRow("published", published, published);
+  return 0;
+}
