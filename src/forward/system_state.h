@@ -25,7 +25,7 @@ inline constexpr int kQuantities = 4;
 struct ObsCurve {
   int nFreq = 0;                     ///< frequency points of every curve
   int nCurves = 0;                   ///< curves, one per receiver pair
-  int nReceivers = 0;                ///<
+  int nReceivers = 0;                ///< entries of recLoc
   OffsetVector<int> rec1, rec2;      ///< [nCurves] numbers of a pair's receivers, from 1
   OffsetVector<double> recLoc;       ///< [nReceivers] distance from the source
   OffsetVector<double> freq;         ///< [nFreq] Hz
@@ -66,7 +66,7 @@ struct RunVectors {
   std::array<double, kQuantities + 1> parmMin{};  ///< bounds by quantity; H and Vs alone are set
   std::array<double, kQuantities + 1> parmMax{};
   ColumnMatrix Cm;                    ///< prior covariance, nModelParm square
-  ColumnMatrix GMatrix;               ///< rows: observations, columns: parameters; see SizeGMatrix
+  ColumnMatrix GMatrix;               ///< ldObs by nModelParm, sized by FS_SetUpObsData
   ColumnMatrix Hessian, InvH, InvCm;  ///< nModelParm square; InvH is the posterior covariance
   ColumnMatrix Weight;                ///< nModelParm by active rows, made by each update
   ColumnMatrix GActive;               ///< active rows by nModelParm, made by each update
@@ -88,7 +88,7 @@ struct RunVectors {
   OffsetVector<double> arrayAmp, arrayAmpDev;  ///< filled when iUseAmplitude is 1
   OffsetMatrix<int> iArrayIndex;               ///< (curve, point) -> place in the flat vectors, 0: no point
 
-  // --- Observations of the run [nObsRows] ---
+  // --- Observations of the run [nObsRows]; vectors of computed values are made as long as runVel ---
   int nObsRows = 0;
   int ldObs = 0;  ///< nObsRows, twice that when iUseAmplitude is 1
   OffsetVector<double> runVel, runAmp, runFreq, runLambda;
