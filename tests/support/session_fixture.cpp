@@ -1,6 +1,7 @@
 // session_fixture.cpp - see session_fixture.h.
 #include "support/session_fixture.h"
 
+#include "forward/system_state.h"
 #include "project/session.h"
 #include "runtime/events.h"
 #include "runtime/graphs.h"
@@ -37,6 +38,7 @@ void ResetEverything() {
   ResetEvents();
   InstallRedrawHandlers({});
   ResetSignalState();
+  ResetRunState();
   SetupCDispParameter();
 }
 
