@@ -68,7 +68,7 @@ inline unsigned NativeBits(Pair x) {
   return (std::signbit(x[0]) ? 1u : 0u) | (std::signbit(x[1]) ? 2u : 0u);
 }
 #endif
-#include "forward/plane_wave_lanes.inc"
+#include "forward/plane_wave_lane_body.h"
 #undef SONDERA_NATIVE
 }  // namespace portable
 
@@ -83,7 +83,7 @@ inline __m256d NativeSqrt(__m256d x) {
 inline unsigned NativeBits(__m256d x) {
   return static_cast<unsigned>(_mm256_movemask_pd(x));
 }
-#include "forward/plane_wave_lanes.inc"
+#include "forward/plane_wave_lane_body.h"
 #undef SONDERA_NATIVE
 }  // namespace avx2
 #pragma GCC pop_options
@@ -98,7 +98,7 @@ inline __m512d NativeSqrt(__m512d x) {
 inline unsigned NativeBits(__m512d x) {
   return _mm512_movepi64_mask((__m512i)x);
 }
-#include "forward/plane_wave_lanes.inc"
+#include "forward/plane_wave_lane_body.h"
 #undef SONDERA_NATIVE
 }  // namespace avx512
 #pragma GCC pop_options

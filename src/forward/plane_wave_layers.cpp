@@ -1,7 +1,7 @@
 // plane_wave_layers.cpp - condensation of the layers and the half-space, in complex arithmetic.
 //
 // Called by the starting model, and by plane_wave.cpp for the few trial velocities that the eight-lane real
-// formulas leave out. Owns no state. The order of operations is the one that plane_wave_lanes.inc repeats
+// formulas leave out. Owns no state. The order of operations is the one that plane_wave_lane_body.h repeats
 // with real numbers; a change here is a change there.
 #include "forward/plane_wave.h"
 

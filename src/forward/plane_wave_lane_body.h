@@ -1,6 +1,6 @@
-// plane_wave_lanes.inc - body of the eight-lane characteristic function, included once for each instruction
-// set by plane_wave_lanes.cpp, within a namespace of its own and with SONDERA_NATIVE doubles to a native
-// vector.
+// plane_wave_lane_body.h - body of the eight-lane characteristic function. For plane_wave_lanes.cpp alone,
+// which includes it once for each instruction set, within a namespace of its own and with SONDERA_NATIVE
+// doubles to a native vector. So there is no guard against a second inclusion, on purpose.
 
 #define SONDERA_LANE inline __attribute__((always_inline))
 
