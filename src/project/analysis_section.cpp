@@ -5,6 +5,7 @@
 #include <array>
 #include <climits>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -69,6 +70,8 @@ void StoreMasks(AtomicWriter& file) {
 // ---- Gabor maps
 // -----------------------------------------------------------------------------------------------
 
+constexpr std::array<double, 3 * kGaborDivisions> kZeroRow{};
+
 /// Reads rows of interleaved cells; those beyond the maps are passed over. Maps that are zero throughout stay
 /// away.
 void ReadGaborMaps(SectionReader& file, PMeasInfo& pair) {
@@ -83,7 +86,8 @@ void ReadGaborMaps(SectionReader& file, PMeasInfo& pair) {
     file.Reals(row.data(), static_cast<std::size_t>(3 * columns));
     file.Skip((std::int64_t{pair.timeDiv} - columns) * kCellBytes);
     if (i >= kGaborDivisions) continue;
-    const bool zero = std::all_of(row.data(), row.data() + 3 * columns, [](double v) { return v == 0.0; });
+    const std::size_t rowBytes = static_cast<std::size_t>(3 * columns) * sizeof(double);
+    const bool zero = std::memcmp(row.data(), kZeroRow.data(), rowBytes) == 0;  // bit by bit: -0.0 is a value
     if (zero && !pair.gabor) continue;
     if (!pair.gabor && !file.Afford(1, 1, sizeof(*pair.gabor))) {
       file.GiveUp("its Gabor maps take more room than the file can fill.");

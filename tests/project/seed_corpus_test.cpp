@@ -1,0 +1,62 @@
+// The seeds of the fuzz targets, small files of every kind that the writers make: they are what the tables
+// say, and with SONDERA_WRITE_CORPUS set to a folder they are written there anew.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+#include "forward/model_records.h"
+#include "inversion/inv_records.h"
+#include "project/analysis_section.h"
+#include "project/project_file.h"
+#include "project_bytes.h"
+#include "support/session_fixture.h"
+#include "support/temp_folder.h"
+
+namespace sondera::testing {
+namespace {
+
+/// File names below the corpus folder and their bytes.
+std::map<std::string, std::string> Seeds() {
+  std::map<std::string, std::string> seeds;
+  MakeSmallProject();
+  const std::string setup = SetupBytes().bytes, raw = RawBytes().bytes, analysis = AnalysisBytes().bytes,
+                    modelling = ModelingBytes().bytes;
+  seeds["project/small.da"] = setup + raw + analysis + modelling;
+  seeds["project/without_models.da"] = setup + raw + analysis;
+  seeds["project/without_analysis.da"] = setup + raw;
+  seeds["project/cut_in_the_models.da"] = setup + raw + analysis + modelling.substr(0, modelling.size() / 3);
+  std::string ia = analysis;
+  PutInt(ia, 4 + 40 + 4, 2);
+  seeds["analysis/small.ia"] = ia;
+  seeds["analysis/cut.ia"] = ia.substr(0, ia.size() / 2);
+  for (unsigned seed : {3u, 8u}) {
+    MakeRandomProject(seed);
+    for (PMeasInfo& p : MeasDB.pMeasList) p.timeDiv = p.freqDiv = 3;
+    seeds["project/random" + std::to_string(seed) + ".da"] = ProjectBytes().bytes;
+  }
+  StartEmptyProject();
+  InvParam.nEntries = SMPParam.nEntries = 1;
+  seeds["project/empty.da"] = ProjectBytes().bytes;
+  seeds["analysis/empty.ia"] = AnalysisBytes().bytes;
+  return seeds;
+}
+
+TEST(SeedCorpus, IsWhatTheWritersMakeToday) {
+  const char* target = std::getenv("SONDERA_WRITE_CORPUS");
+  for (const auto& [name, bytes] : Seeds()) {
+    if (target) {
+      test::WriteWhole(std::string(target) + "/" + name, bytes);
+      continue;
+    }
+    const std::string path = std::string(SONDERA_SOURCE_DIR) + "/fuzz/corpus/" + name;
+    ASSERT_TRUE(std::filesystem::exists(path)) << path;
+    EXPECT_TRUE(test::ReadWhole(path) == bytes) << name << " differs";
+  }
+  EXPECT_EQ(target, nullptr)
+      << "the seeds were written; look at them and run again without SONDERA_WRITE_CORPUS";
+}
+
+}  // namespace
+}  // namespace sondera::testing
