@@ -97,7 +97,7 @@ bool AffordModel(SectionReader& file, ModelRecord& m) {
   }
   if (!file.Afford(m.capCurve, 2, sizeof(double))) {
     file.Note(FormatText("A model has a capacity of %d points by curves.", m.capCurve));
-    m.capCurve = 0;
+    m.capCurve = 1;  // not 0, which would stand for the capacity of the other record
   }
   return true;
 }
