@@ -153,7 +153,38 @@ struct PairRows {
   int n = 0;                                                                    // lines
   const double *aRe = nullptr, *aIm = nullptr, *bRe = nullptr, *bIm = nullptr;  // cross spectra
   const double *powerA = nullptr, *powerB = nullptr, *power0 = nullptr;         // auto spectra
+  const double *linRe = nullptr, *linIm = nullptr, *timeHist = nullptr;         // of the display channel
+  const double* halfRow = nullptr;  // auto spectrum of the display channel with a stride of n
 };
+
+/// False without such a measurement, a channel outside it, or data too short.
+bool FindRows(const std::string& projID, const std::string& measID, int chanA, int chanB, PairRows& p) {
+  MeasRecords records;
+  if (GetInfoFromKey(GetKeyFromID(projID, measID), records) == -1) return false;
+  if (records.hwPos < 0 || records.rawPos < 0) return false;
+  const HWSetup& hw = *records.hwSetup;
+  const RawData& raw = *records.rawData;
+  if (hw.nLines <= 0 || chanA < 0 || chanB < 0 || chanA >= hw.nChannels || chanB >= hw.nChannels)
+    return false;
+  const std::size_t n = static_cast<std::size_t>(hw.nLines);
+  for (auto block : kRawBlocks)
+    if ((raw.*block).size() < 2 * n * static_cast<std::size_t>(hw.nChannels)) return false;
+  const std::size_t rowA = 2 * n * static_cast<std::size_t>(chanA),
+                    rowB = 2 * n * static_cast<std::size_t>(chanB);
+  p.n = hw.nLines;
+  p.aRe = raw.crossSpecRe.data() + rowA;
+  p.aIm = raw.crossSpecIm.data() + rowA;
+  p.bRe = raw.crossSpecRe.data() + rowB;
+  p.bIm = raw.crossSpecIm.data() + rowB;
+  p.powerA = raw.powerSpec.data() + rowA;
+  p.powerB = raw.powerSpec.data() + rowB;
+  p.power0 = raw.powerSpec.data();
+  p.linRe = raw.linSpecRe.data() + rowB;
+  p.linIm = raw.linSpecIm.data() + rowB;
+  p.timeHist = raw.timeHist.data() + rowB;
+  p.halfRow = raw.powerSpec.data() + rowB / 2;
+  return true;
+}
 
 struct Line {
   double re = 0.0, im = 0.0;
@@ -186,14 +217,27 @@ double Coherence(const PairRows& p, int i) {
   return Magnitude(ab.re, ab.im) * Magnitude(ba.re, ba.im) / (p.powerB[i] * p.powerA[i]);
 }
 
+template <class Value>
+void FillLines(int n, double* out, Value value) {
+  for (int i = 0; i < n; ++i) out[i] = value(i);
+}
+
+void FillTransfer(const PairRows& p, int points, double* outRe, double* outIm) {
+  for (int i = 0; i < points; ++i) {
+    const Line h = Transfer(p, i);
+    outRe[i] = h.re;
+    outIm[i] = h.im;
+  }
+}
+
 }  // namespace
 
 int CalcSpectralFns() {
   MeasRecords records;
   const int key = GetKeyFromID(GetCtrlVal(hmsetup::PROJID), GetCtrlVal(hmsetup::MEASID));
-  if (GetInfoFromKey(key, records) == -1 || records.hwPos < 0 || records.rawPos < 0) return -1;
+  if (GetInfoFromKey(key, records) == -1 || records.hwPos < 0 || records.rawPos < 0) return -2;
   FrameSizes sizes;
-  if (!SizesOf(*records.hwSetup, *records.rawData, sizes)) return -1;
+  if (!SizesOf(*records.hwSetup, *records.rawData, sizes)) return -2;
   session.samplesPerChan = sizes.frame * sizes.decimation;
   SetupAuxiallyArrays(sizes.frame);
   PickSamples(sizes, records.rawData->timeHist.data());
@@ -204,81 +248,47 @@ int CalcSpectralFns() {
 
 int CalcSpectralData(int type, const std::string& projID, const std::string& measID, int chanA, int chanB,
                      double* outRe, double* outIm) {
-  MeasRecords records;
-  if (GetInfoFromKey(GetKeyFromID(projID, measID), records) == -1 || records.hwPos < 0 || records.rawPos < 0)
-    return -1;
-  const HWSetup& hw = *records.hwSetup;
-  const RawData& raw = *records.rawData;
-  if (hw.nLines <= 0 || chanA < 0 || chanB < 0 || chanA >= hw.nChannels || chanB >= hw.nChannels) return -1;
-  const int n = hw.nLines;
-  const std::size_t stride = 2 * static_cast<std::size_t>(n);
-  for (auto block : kRawBlocks)
-    if ((raw.*block).size() < stride * static_cast<std::size_t>(hw.nChannels)) return -1;
-  const std::size_t rowA = stride * static_cast<std::size_t>(chanA),
-                    rowB = stride * static_cast<std::size_t>(chanB);
-  const PairRows p{n,
-                   raw.crossSpecRe.data() + rowA,
-                   raw.crossSpecIm.data() + rowA,
-                   raw.crossSpecRe.data() + rowB,
-                   raw.crossSpecIm.data() + rowB,
-                   raw.powerSpec.data() + rowA,
-                   raw.powerSpec.data() + rowB,
-                   raw.powerSpec.data()};
-  const double *linRe = raw.linSpecRe.data() + rowB, *linIm = raw.linSpecIm.data() + rowB;
+  PairRows p;
+  if (!FindRows(projID, measID, chanA, chanB, p)) return -1;
+  const int n = p.n;
+  const auto phase = [](Line x) { return Degrees(x.re, x.im); };
+  const auto size = [](Line x) { return Magnitude(x.re, x.im); };
   switch (type) {
     case spectral::kTimeTrace:
-      std::copy_n(raw.timeHist.data() + rowB, stride, outRe);
-      std::fill_n(outIm, stride, 0.0);
+      FillLines(2 * n, outRe, [&](int i) { return p.timeHist[i]; });
+      FillLines(2 * n, outIm, [](int) { return 0.0; });
       break;
     case spectral::kLinearPhase:
-      for (int i = 0; i < n; ++i) outRe[i] = Degrees(linRe[i], linIm[i]);
+      FillLines(n, outRe, [&](int i) { return Degrees(p.linRe[i], p.linIm[i]); });
       break;
     case spectral::kLinearAmplitude:
-      for (int i = 0; i < n; ++i) outRe[i] = Magnitude(linRe[i], linIm[i]);
+      FillLines(n, outRe, [&](int i) { return Magnitude(p.linRe[i], p.linIm[i]); });
       break;
     case spectral::kTransferPhase:
-      for (int i = 0; i < n; ++i) {
-        const Line h = Transfer(p, i);
-        outRe[i] = Degrees(h.re, h.im);
-      }
+      FillLines(n, outRe, [&](int i) { return phase(Transfer(p, i)); });
       break;
     case spectral::kTransferAmplitude:
-      for (int i = 0; i < n; ++i) {
-        const Line h = Transfer(p, i);
-        outRe[i] = Magnitude(h.re, h.im);
-      }
+      FillLines(n, outRe, [&](int i) { return size(Transfer(p, i)); });
       break;
     case spectral::kPowerSpectrum:
-      for (int i = 0; i < n; ++i)
-        outRe[i] =
-            std::sqrt(raw.powerSpec[static_cast<std::size_t>(n) * static_cast<std::size_t>(chanB) + i]);
+      FillLines(n, outRe, [&](int i) { return std::sqrt(p.halfRow[i]); });
       break;
     case spectral::kCrossPhase:
-      for (int i = 0; i < n; ++i) {
-        const Line g = CrossPower(p, i);
-        outRe[i] = Degrees(g.re, g.im);
-      }
+      FillLines(n, outRe, [&](int i) { return phase(CrossPower(p, i)); });
       break;
     case spectral::kCrossAmplitude:
-      for (int i = 0; i < n; ++i) {
-        const Line g = CrossPower(p, i);
-        outRe[i] = Magnitude(g.re, g.im);
-      }
+      FillLines(n, outRe, [&](int i) { return size(CrossPower(p, i)); });
       break;
     case spectral::kCoherence:
-      for (int i = 0; i < n; ++i) outRe[i] = Coherence(p, i);
+      FillLines(n, outRe, [&](int i) { return Coherence(p, i); });
       break;
     case spectral::kImpulseResponse:
-    case spectral::kTransferFunction: {
-      const int points = type == spectral::kImpulseResponse ? 2 * n : n;
-      for (int i = 0; i < points; ++i) {
-        const Line h = Transfer(p, i);
-        outRe[i] = h.re;
-        outIm[i] = h.im;
-      }
-      if (type == spectral::kImpulseResponse) InvFFT(outRe, outIm, points);
+      FillTransfer(p, 2 * n, outRe, outIm);
+      InvFFT(outRe, outIm, 2 * n);
       break;
-    }
+    case spectral::kTransferFunction:
+      FillTransfer(p, n, outRe, outIm);
+      break;
     default:
       break;
   }

@@ -40,8 +40,8 @@ inline constexpr int kTransferFunction = 24;
 ///   linear X sqrt(2) / N, auto 2 |X|^2 / N^2, cross 2 X conj(X0) / N^2.
 /// Sets session.samplesPerChan to N * decimation. With session.measOptions.previewOn the record is shown
 /// first and the user asked. Returns 0; -1 when the user rejects the record (timeHist keeps it, the averages
-/// stay), when there is no such measurement, or when buffer or arrays are shorter than such a record (nothing
-/// is changed then).
+/// stay); -2, with nothing changed, when there is no such measurement or when buffer or arrays are shorter
+/// than such a record, so that another record would fare no better.
 int CalcSpectralFns();
 
 /// Writes one quantity of a pair, made from the averages. n = nLines; channel rows start at 2 n c. Lines

@@ -147,18 +147,18 @@ TEST_F(CalcSpectralFnsTest, ShortBufferOrUnknownMeasurementChangesNothing) {
   const TestMeasurement m = AddMeasurement(Plan(2, 16));
   ASSERT_EQ(Fold(Noise(2, 32, 1)), 0);
   const RawData before = *m.raw;
-  EXPECT_EQ(Fold(Noise(2, 31, 2)), -1);
-  EXPECT_EQ(Fold({}), -1);
+  EXPECT_EQ(Fold(Noise(2, 31, 2)), -2);
+  EXPECT_EQ(Fold({}), -2);
   m.hw->nChannels = 3;
-  EXPECT_EQ(Fold(Noise(3, 32, 2)), -1);
+  EXPECT_EQ(Fold(Noise(3, 32, 2)), -2);
   m.hw->nChannels = 2;
   m.hw->nLines = 0;
-  EXPECT_EQ(Fold(Noise(2, 32, 2)), -1);
+  EXPECT_EQ(Fold(Noise(2, 32, 2)), -2);
   m.hw->nLines = 2000000000;
-  EXPECT_EQ(Fold(Noise(2, 32, 2)), -1);
+  EXPECT_EQ(Fold(Noise(2, 32, 2)), -2);
   m.hw->nLines = 16;
   SetCtrlVal(hmsetup::MEASID, "nobody");
-  EXPECT_EQ(Fold(Noise(2, 32, 2)), -1);
+  EXPECT_EQ(Fold(Noise(2, 32, 2)), -2);
   for (auto block : kRawBlocks) EXPECT_EQ(m.raw->*block, before.*block);
 }
 
