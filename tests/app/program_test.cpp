@@ -12,7 +12,7 @@
 namespace sondera {
 namespace {
 
-const std::string kExample = std::string(SONDERA_SOURCE_DIR) + "/examples/oysand/";
+const std::string kExample = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/oysand/").string();
 
 struct Outcome {
   int status = -1;
