@@ -2,6 +2,7 @@
 #include "app/shutdown.h"
 
 #include "forward/model_records.h"
+#include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/measdb.h"
 #include "project/session.h"
@@ -16,6 +17,7 @@ void ClearAllMemories() {
   FinalizeFModel();
   FinalizeTheoDispInfo();
   FinalizeInvAnal();
+  ResetRunState();
   ResetGraphs();
 }
 

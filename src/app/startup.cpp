@@ -5,6 +5,7 @@
 #include "app/callbacks.h"
 #include "app/devices.h"
 #include "forward/model_records.h"
+#include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/measdb.h"
 #include "project/selection.h"
@@ -54,6 +55,7 @@ void InitVariables() {
   InitializeFModel();
   InitializeTheoDispInfo();
   InitializeInvAnal();
+  ResetRunState();
   SetCtrlVal(fmodeling::GLOBAL_ARRAY, FModelParam.dispCurvType);
 }
 
