@@ -139,10 +139,18 @@ class Points {
     }
   }
 
+  /// Points of the blocks that touch the window.
+  int CountNear(const Cell& cell) const {
+    std::size_t count = 0;
+    for (const Block& block : blocks_)
+      if (block.touches(cell.from, cell.to)) count += block.end - block.first;
+    return static_cast<int>(count);
+  }
+
  private:
   /// Points of a block: along a smooth curve some tens of neighbours span little, and testing blocks costs
   /// little against testing points.
-  static constexpr std::size_t kBlock = 32;
+  static constexpr std::size_t kBlock = 16;
 
   struct Block {
     std::size_t first, end;
@@ -228,13 +236,10 @@ class Condenser {
  private:
   int Terms(int windowCount) const { return std::max(std::min(windowCount, polyOrder_), 0); }
 
+  /// No window holds more points.
   int LargestWindow(const CellPlan& cells, int nPts) const {
     int largest = 0;
-    for (int k = 1; k <= nPts; ++k) {
-      int count = 0;
-      points_.Scan(cells(k), [&count](const Points::Point&, bool, bool inWindow) { count += inWindow; });
-      largest = std::max(largest, count);
-    }
+    for (int k = 1; k <= nPts; ++k) largest = std::max(largest, points_.CountNear(cells(k)));
     return largest;
   }
 

@@ -176,8 +176,7 @@ bool HasKnownKey(const PMeasInfo& pair) {
 
 }  // namespace
 
-// ---- settings
-// -----------------------------------------------------------------------------------------------
+// ---- settings ---------------------------------------------------------------------------------------
 
 void SetupCDispParameter() {
   CDispParam = CDispSettings{};
@@ -197,8 +196,7 @@ void UpdateDispDlgPanel() {
   p.incRatioA = p.incRatioG;
 }
 
-// ---- averaging
-// ----------------------------------------------------------------------------------------------
+// ---- averaging --------------------------------------------------------------------------------------
 
 int PerformAveraging(int takeAllG, int takeAllA) {
   std::string fault = takeAllG == 1 ? "" : GlobalFault();
@@ -293,8 +291,7 @@ void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVecto
   }
 }
 
-// ---- records
-// ------------------------------------------------------------------------------------------------
+// ---- records ----------------------------------------------------------------------------------------
 
 int IncludedPoints(const PMeasInfo& pair) {
   if (pair.included != 1) return 0;
@@ -381,8 +378,7 @@ void FreeGDispSetupArrays(DispInfo& d) {
   SetupDispArrays(d, 0);
 }
 
-// ---- receiver distances
-// -------------------------------------------------------------------------------------
+// ---- receiver distances -----------------------------------------------------------------------------
 
 void GetReceiverArrays(std::string& line1, std::string& line2) {
   // 1. Distances of both receivers of each pair from the source.

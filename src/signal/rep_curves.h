@@ -15,8 +15,7 @@
 
 namespace sondera {
 
-// ---- settings
-// -----------------------------------------------------------------------------------------------
+// ---- settings ---------------------------------------------------------------------------------------
 
 /// Settings of the session; those of the array curves follow the global ones from the first use of the panel.
 struct CDispSettings {
@@ -40,8 +39,7 @@ void SetupCDispParameter();
 /// array curves become the global ones.
 void UpdateDispDlgPanel();
 
-// ---- averaging
-// ----------------------------------------------------------------------------------------------
+// ---- averaging --------------------------------------------------------------------------------------
 
 /// Makes the global curve and then the array curves.
 /// @param takeAllG, takeAllA  1: every point is taken as it is, with deviation 0; 0: the windowed fit
@@ -72,8 +70,7 @@ int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& gr
 /// another line once lines have been masked.
 void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid);
 
-// ---- records
-// ------------------------------------------------------------------------------------------------
+// ---- records ----------------------------------------------------------------------------------------
 
 /// Points of a pair's curve that are really there: nDispPoints, held to the length of its arrays; 0 when the
 /// pair is not included.
@@ -108,8 +105,7 @@ void ReAllocateGDispArray(DispInfo& gd);
 /// Gives the six vectors back; no points are left.
 void FreeGDispSetupArrays(DispInfo& d);
 
-// ---- receiver distances
-// -------------------------------------------------------------------------------------
+// ---- receiver distances -----------------------------------------------------------------------------
 
 /// The two receiver lines of the file of array curves, over the included curves of known measurements.
 /// @param[out] line1  number of distinct distances (receiver - source) above 0, then those, ascending

@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 
+#include "numeric/allocation_count.h"
 #include "signal/plain_rep_curve.h"
 
 namespace sondera {
@@ -60,8 +61,7 @@ PlainInput Even(double first, double step, int n, double v) {
   return Points(x, values);
 }
 
-// ---- cells
-// ----------------------------------------------------------------------------------------------------
+// ---- cells ------------------------------------------------------------------------------------------
 
 TEST(CompactDsp, LinearSpacingGivesEqualCellsWithCentresMidway) {
   PlainInput in = Even(10, 0.5, 81, 200);
@@ -131,8 +131,7 @@ TEST(CompactDsp, TheLastCellIsHalfOpenSoThatThePointAtTheUpperLimitLiesInNone) {
   EXPECT_NEAR(out.v[2], 200.0, 1e-9);  // but the window [15 - 5, 35) has it
 }
 
-// ---- windows
-// --------------------------------------------------------------------------------------------------
+// ---- windows ----------------------------------------------------------------------------------------
 
 TEST(CompactDsp, AWindowAtTheLowerEndIsWidenedOnItsUpperSideOnly) {
   // Cell 1 of 10 over 0.1..100.1: centre 5.1, window [-19.9, 30.1), grown by 20 on its upper side to 50.1.
@@ -176,8 +175,7 @@ TEST(CompactDsp, InTheLogSpacingTheWindowIsCutAndGrownInLogTerms) {
   EXPECT_NEAR(Compact(in).v[1], 200.0, 1e-9);
 }
 
-// ---- what counts
-// ----------------------------------------------------------------------------------------------
+// ---- what counts ------------------------------------------------------------------------------------
 
 TEST(CompactDsp, OverFrequencyAnEmptyWindowWritesNothingAndCounts) {
   PlainInput in = Even(40, 1, 11, 200);
@@ -344,8 +342,25 @@ TEST(CompactDsp, TheModeDoesNotMatterOverWavelength) {
   EXPECT_EQ(one.v, Compact(in, true).v);
 }
 
-// ---- against the plain scan
-// -----------------------------------------------------------------------------------
+TEST(CompactDsp, AllocatesAsOftenForAThousandCellsAsForTen) {
+  PlainInput in = Even(10, 0.1, 401, 200);
+  std::vector<double> x(1001), v(1001), sd(1001);
+  const auto allocations = [&](int nPts, bool wavelength) {
+    const long before = test::AllocationCount();
+    if (wavelength)
+      CompactDsp_w(x.data(), v.data(), sd.data(), 10, 50, nPts, 10, 4, 401, in.x.data(), in.v.data(), 1, 1.0);
+    else
+      CompactDsp_f(x.data(), v.data(), sd.data(), 10, 50, nPts, 10, 4, 401, in.x.data(), in.v.data(), 1, 1.0,
+                   nullptr);
+    return test::AllocationCount() - before;
+  };
+  for (bool wavelength : {false, true}) {
+    EXPECT_EQ(allocations(1000, wavelength), allocations(10, wavelength));
+    EXPECT_GT(allocations(10, wavelength), 0);
+  }
+}
+
+// ---- against the plain scan -------------------------------------------------------------------------
 
 bool SameBits(const std::vector<double>& a, const std::vector<double>& b) {
   if (a.size() != b.size()) return false;
@@ -440,8 +455,7 @@ TEST(CompactDsp, IsThePlainScanOnHostileNumbersToo) {
   }
 }
 
-// ---- against other least-squares solutions
-// --------------------------------------------------------------------
+// ---- against other least-squares solutions ----------------------------------------------------------
 
 TEST(CompactDsp, AgreesWithTheQrSolutionWhereNothingIsSuppressed) {
   // Windows over half the range or all of it, up to four terms: the singular values lie close together.

@@ -118,8 +118,7 @@ void UseLaw(const Law& law) {
   SetCtrlVal(cdisppnl::GLOBAL_INCRATIO, law.ratio);
 }
 
-// ---- sites
-// ----------------------------------------------------------------------------------------------------
+// ---- sites ------------------------------------------------------------------------------------------
 
 TEST_F(RepCurvesOfRecords, WghsWithTheLowMasksOnlyLiesWithinItsSiteWhereThePairsAreRight) {
   onlyLowMasks = true;
@@ -198,8 +197,7 @@ TEST_F(RepCurvesOfRecords, ArrayCurvesStandOnTheFrequenciesOfTheGlobalOneInOrder
   }
 }
 
-// ---- fits
-// -----------------------------------------------------------------------------------------------------
+// ---- fits -------------------------------------------------------------------------------------------
 
 /// Fits over all pairs, and over each by itself, with the windows that the panel starts with and wider ones.
 int CompareFits(int& suppressed) {

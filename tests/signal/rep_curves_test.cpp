@@ -64,8 +64,7 @@ class RepCurves : public testing::RepCurveTest {
   PMeasInfo* second = nullptr;
 };
 
-// ---- settings
-// -------------------------------------------------------------------------------------------------
+// ---- settings ---------------------------------------------------------------------------------------
 
 TEST_F(RepCurves, SettingsStartWithTheirDefaults) {
   CDispParam.nPointsA = 7;
@@ -118,8 +117,7 @@ TEST_F(RepCurves, WithoutTheRatioTheSpacingIsLogarithmic) {
   EXPECT_EQ(CDispParam.incRatioA, -1.0);
 }
 
-// ---- ranges
-// ---------------------------------------------------------------------------------------------------
+// ---- ranges -----------------------------------------------------------------------------------------
 
 TEST_F(RepCurves, RangesAreThoseOfIncludedPointsWithAVelocity) {
   m = Measurement("m1", {10, 20, 40});
@@ -142,8 +140,7 @@ TEST_F(RepCurves, WithoutPointsTheRangesStandAtTheirStartValues) {
   EXPECT_EQ(wMax, -1);
 }
 
-// ---- global curve
-// ---------------------------------------------------------------------------------------------
+// ---- global curve -----------------------------------------------------------------------------------
 
 TEST_F(RepCurves, TheGlobalCurveIsTheFitOverAllIncludedPoints) {
   TwoConstantCurves();
@@ -292,8 +289,7 @@ TEST_F(RepCurves, AllSpacingLawsInBothDomainsAgreeWithThePlainForm) {
     }
 }
 
-// ---- array curves
-// ---------------------------------------------------------------------------------------------
+// ---- array curves -----------------------------------------------------------------------------------
 
 TEST_F(RepCurves, ArrayCurvesHaveVelocityAmplitudeAndDeviationsOnTheGlobalFrequencies) {
   TwoConstantCurves();
@@ -424,8 +420,7 @@ TEST_F(RepCurves, InTheWavelengthDomainArrayCurvesStillStandOnTheFrequenciesOfTh
   EXPECT_EQ(Values(Array(1), &DispInfo::freq), f);
 }
 
-// ---- searches and records
-// -------------------------------------------------------------------------------------
+// ---- searches and records ---------------------------------------------------------------------------
 
 TEST_F(RepCurves, PairsComeByAbsoluteSpacing) {
   m = Measurement("m1", {10, 20, 50, 45});
@@ -506,8 +501,7 @@ TEST_F(RepCurves, VectorsAreMadeForTheSizesOfTheSettings) {
   EXPECT_TRUE(d.freq.empty());
 }
 
-// ---- receiver lines
-// -------------------------------------------------------------------------------------------
+// ---- receiver lines ---------------------------------------------------------------------------------
 
 TEST_F(RepCurves, ReceiverLinesListDistancesAndTheNumbersOfEachPair) {
   m = Measurement("m1", {10, 20, 40});
@@ -561,8 +555,7 @@ TEST_F(RepCurves, TheTableTakesEachDistanceOnceAndNoZero) {
   EXPECT_EQ(ChannelNOofRecLoc(table, 77), 1);
 }
 
-// ---- what goes wrong
-// ------------------------------------------------------------------------------------------
+// ---- what goes wrong --------------------------------------------------------------------------------
 
 TEST_F(RepCurves, WithoutIncludedCurvesTheOldCurvesStayAndNothingIsSaid) {
   TwoConstantCurves();
