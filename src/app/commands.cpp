@@ -34,7 +34,7 @@ constexpr int kMostLayers = 400;            // as many as that list can have
 /// One run of a script: its variables, its arguments, and what went wrong.
 class ScriptRun {
  public:
-  int run(const std::string& path);
+  int run(TextReader& file);
   int exportLine(const std::string& text);
 
  private:
@@ -100,13 +100,7 @@ const ScriptRun::Command ScriptRun::kCommands[] = {
     {"inversion", 6, &ScriptRun::runInversion},
 };
 
-int ScriptRun::run(const std::string& path) {
-  TextReader file;
-  std::string reason;
-  if (!file.Open(path, &reason)) {
-    MessagePopup(session.appTitle, "Error in reading the command file " + path + ": " + reason);
-    return -1;
-  }
+int ScriptRun::run(TextReader& file) {
   std::string line;
   while (file.ReadPhysicalLine(line)) {
     ++lineNumber_;
@@ -273,9 +267,21 @@ int getCommandID(const std::string& word) {
 }
 
 int ProcessCommands(int mode, const std::string& text) {
-  ScriptRun script;
-  if (mode == 1) return script.exportLine(text);
-  return script.run(JoinUnlessAbsolute(CurrentDirectory(), text));
+  if (mode == 1) return ScriptRun().exportLine(text);
+  const std::string path = JoinUnlessAbsolute(CurrentDirectory(), text);
+  TextReader file;
+  std::string reason;
+  if (!file.Open(path, &reason)) {
+    MessagePopup(session.appTitle, "Error in reading the command file: " + reason);
+    return -1;
+  }
+  return ScriptRun().run(file);
+}
+
+int ProcessScriptText(std::string_view script) {
+  TextReader file;
+  file.OpenMemory(script);
+  return ScriptRun().run(file);
 }
 
 }  // namespace sondera

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace sondera {
 
@@ -14,6 +15,9 @@ namespace sondera {
 /// and the program stays open. The status it quits with is 1 when a command did not do its work, and a
 /// closing line on stderr names those that did not.
 int ProcessCommands(int mode, const std::string& text);
+
+/// The same for a script that is at hand as text.
+int ProcessScriptText(std::string_view script);
 
 /// Number of a command word: "export" 1, "import" 2, "masking" 3, "calcVel" 4, "preInversion" 5, "inversion"
 /// 6, any other -1. Exact comparison.
