@@ -51,7 +51,7 @@ bool LayOutSpectrum(double f0, double f1, double df, int count, int channels, Sp
   }
   // A file of 2^k + 1 lines reaches one line further than a record of 2^k lines.
   // Kept: the rule also holds for a band that does not start at zero, though its upper lines are lost by it.
-  if (s.nLines == 2 * (count - 1)) {
+  if (s.nLines == 2 * (std::int64_t{count} - 1)) {
     s.nLines = count - 1;
     s.stopFreq = (count - 2) * df;
   }

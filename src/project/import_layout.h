@@ -9,8 +9,9 @@
 
 namespace sondera {
 
-/// Most numbers in one block of a record (2 * nLines * nChannels); six blocks take 3 GB then.
-inline constexpr std::int64_t kMostBlockValues = std::int64_t{1} << 26;
+/// Most numbers in one block of a record (2 * nLines * nChannels): more than an hour of eight channels at 1
+/// kHz. The six blocks take 1.6 GB then.
+inline constexpr std::int64_t kMostBlockValues = std::int64_t{1} << 25;
 /// A band that starts far above zero asks for lines that its file does not hold. So many are granted to any
 /// file, however short; a file with more lines may have twice its own number.
 inline constexpr int kFreeSpectrumLines = 1 << 18;

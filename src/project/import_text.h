@@ -31,8 +31,8 @@ struct ColumnRule {
   int maxLines = 0;      ///< no line from this index on is read; 0: up to kMostTextLines, more are damage
 };
 
-/// More lines than any record here can hold.
-inline constexpr int kMostTextLines = 1 << 25;
+/// More lines than any record of two channels can hold.
+inline constexpr int kMostTextLines = (1 << 24) + 2;
 /// A longer line is not of these formats: it is damage, not a reason to guess where it goes on.
 inline constexpr int kLongestTextLine = 256;
 

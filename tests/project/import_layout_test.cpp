@@ -121,8 +121,8 @@ TEST(LayOutSpectrum, AFewLinesFarAboveZeroDoNotBuyMemory) {
 
 TEST(LayOutSpectrum, ARecordThatIsTooLargeIsRefused) {
   SpectrumLayout s;
-  EXPECT_TRUE(LayOutSpectrum(0, (1 << 22) - 1, 1, 1 << 22, 8, s));
-  EXPECT_FALSE(LayOutSpectrum(0, 1 << 23, 1, (1 << 23) + 2, 8, s));
+  EXPECT_TRUE(LayOutSpectrum(0, (1 << 21) - 1, 1, 1 << 21, 8, s));
+  EXPECT_FALSE(LayOutSpectrum(0, 1 << 22, 1, (1 << 22) + 2, 8, s));
   EXPECT_FALSE(LayOutSpectrum(0, 2e9, 1, 2000000000, 1, s));
 }
 
@@ -165,7 +165,8 @@ TEST(LayOutTimeRecord, TimesThatDoNotGrowAreRefused) {
   EXPECT_FALSE(LayOutTimeRecord(0, 1e-320, 10, 1, t));
   EXPECT_FALSE(LayOutTimeRecord(0, 1, 10, 0, t));
   EXPECT_FALSE(LayOutTimeRecord(0, 1, 2000000000, 1, t));
-  EXPECT_FALSE(LayOutTimeRecord(0, 1, 1 << 25, 8, t));
+  EXPECT_TRUE(LayOutTimeRecord(0, 4194.303, 1 << 22, 8, t)) << "70 minutes of eight channels";
+  EXPECT_FALSE(LayOutTimeRecord(0, 1, 1 << 23, 8, t));
 }
 
 TEST(SpectrumRow, StoresLinesWithTheirConjugatesAndNothingOutside) {

@@ -19,7 +19,7 @@ constexpr char kWrongType[] = "Error: The data type is not matched.";
 constexpr char kNot58[] = "Error: The file is not in 58 format.";
 
 Complex Value(int channel, int i) {
-  return {0.5 + channel + 0.25 * i, 0.125 * ((i * 7 + channel) % 9)};
+  return {0.5 + channel + 0.25 * i, 0.125 * ((i % 9 * 7 + channel) % 9)};
 }
 
 struct UffPlan {
