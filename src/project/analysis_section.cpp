@@ -186,15 +186,18 @@ void ReadPairs(SectionReader& file, Source source) {
       return;
     }
     auto pair = std::make_unique<PMeasInfo>();
-    SetupPairMeasArrays(*pair, lines);
+    SetupPairMeasArrays(*pair, 1);  // first values; the arrays come with their data
     pair->key = key;
     pair->refChan = file.Int32();
     pair->dspChan = file.Int32();
-    for (auto array : kPairArrays) LoadDArray(((*pair).*array).data(), 2 * lines, file);
+    const std::size_t n = static_cast<std::size_t>(lines),
+                      room = static_cast<std::size_t>(FullTimeLines(lines));
+    for (auto array : kPairArrays) LoadVector((*pair).*array, 2 * n, 2 * room, file);
+    pair->maskFlag.assign(room, 0);
     LoadIArray(pair->maskFlag.data(), lines, file);
-    LoadDArray(pair->dispVel.data(), lines, file);
-    LoadDArray(pair->dispFreq.data(), lines, file);
-    LoadDArray(pair->dispWlen.data(), lines, file);
+    LoadVector(pair->dispVel, n, room, file);
+    LoadVector(pair->dispFreq, n, room, file);
+    LoadVector(pair->dispWlen, n, room, file);
     ReadPairSettings(file, *pair, source);
     if (file.Ended()) return;  // results that are cut can be calculated again; half of them would look whole
     HoldCounters(file, *pair);

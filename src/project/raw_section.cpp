@@ -1,6 +1,8 @@
 // raw_section.cpp - see raw_section.h.
 #include "project/raw_section.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdint>
 
 #include "project/measdb.h"
@@ -17,6 +19,14 @@ constexpr std::int64_t kBlocks = static_cast<std::int64_t>(kRawBlocks.size());
 /// Entries of one block in the file.
 std::int64_t BlockLength(const HWSetup& hw) {
   return hw.nLines > 0 ? std::int64_t{2} * hw.nLines * StoredChannels(&hw) : 0;
+}
+
+/// The record of a key, appended where it is missing. What SetupRawDataArrays does, but for the zeros.
+RawData& RecordOf(int key) {
+  const int position = MeasDB.rawDataList.findKey(key);
+  RawData& raw = position > 0 ? *MeasDB.rawDataList.at(position) : *MeasDB.rawDataList.append();
+  raw.key = key;
+  return raw;
 }
 
 }  // namespace
@@ -38,8 +48,12 @@ int ReadRawData(SectionReader& file) {
                              hw->nLines, hw->nChannels));
       break;
     }
-    RawData& raw = *SetupRawDataArrays(key);
-    for (auto block : kRawBlocks) file.Reals((raw.*block).data(), static_cast<std::size_t>(BlockLength(*hw)));
+    RawData& raw = RecordOf(key);
+    const std::size_t length = hw->nLines > 0 ? static_cast<std::size_t>(inMemory) : 0;
+    for (auto block : kRawBlocks) (raw.*block) = {};  // of an overwritten measurement: room for the new data
+    for (auto block : kRawBlocks)
+      LoadVector(raw.*block, static_cast<std::size_t>(BlockLength(*hw)), length, file);
+    SetupAuxiallyArrays(static_cast<int>(std::min<std::size_t>(length, INT_MAX)));
   }
   return 0;
 }

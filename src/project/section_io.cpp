@@ -16,6 +16,8 @@ constexpr std::int64_t kImpliedBytes = std::int64_t{16} << 20;  // what any file
 constexpr std::int64_t kBytesPerFileByte =
     4;  // powers of two double a raw block, a pair has arrays behind its data
 
+constexpr std::size_t kPiece = 32768;  // values; 256 kB stay in the cache until they are read over
+
 }  // namespace
 
 bool SectionReader::Open(const std::string& path, std::string* reason) {
@@ -107,6 +109,17 @@ void LoadIArray(int* a, int n, SectionReader& file) {
 }
 void LoadDArray(double* a, int n, SectionReader& file) {
   if (n > 0) file.Reals(a, static_cast<std::size_t>(n));
+}
+
+void LoadVector(std::vector<double>& a, std::size_t n, std::size_t length, SectionReader& file) {
+  a = {};
+  a.reserve(length);
+  while (a.size() < n) {
+    const std::size_t done = a.size(), piece = std::min(n - done, kPiece);
+    a.resize(done + piece);
+    file.Reals(a.data() + done, piece);
+  }
+  a.resize(length);
 }
 
 void StorePadded(const std::vector<int>& a, std::int64_t n, AtomicWriter& file) {

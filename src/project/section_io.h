@@ -88,6 +88,10 @@ void StoreDArray(const double* a, int n, AtomicWriter& file);
 void LoadIArray(int* a, int n, SectionReader& file);
 void LoadDArray(double* a, int n, SectionReader& file);
 
+/// Makes `a` anew with `length` values: the next n of the file, then zeros. n is at most length. Piece by
+/// piece, so that the zeros that a vector is made of do not cost a second pass through memory.
+void LoadVector(std::vector<double>& a, std::size_t n, std::size_t length, SectionReader& file);
+
 /// Exactly n values from the front of a vector that may be shorter: zeros take the place of what it lacks.
 void StorePadded(const std::vector<int>& a, std::int64_t n, AtomicWriter& file);
 void StorePadded(const double* a, std::size_t have, std::int64_t n, AtomicWriter& file);
