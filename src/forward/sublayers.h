@@ -1,0 +1,88 @@
+// sublayers.h - how the layered ground is cut into the thin sublayers of the point-load solver.
+//
+// Type 3 cuts each layer evenly for the wavelength; type 4 grades the mesh: zones of growing thickness,
+// measured from the surface, each cut into the same number of sublayers. Both end at the depth of wavelength
+// * fDispBulb. Called by the point-load solver; owns no state. Depths and thicknesses are in the unit of the
+// layer table.
+#pragma once
+
+#include <vector>
+
+namespace sondera {
+
+/// The layers as the solver reads them: pointers p with p[1] the surface layer, p[nLayersCur] the half-space
+/// (whose thickness is used as the table gives it: a thin last row ends the mesh early). Owns nothing.
+struct LayerTable {
+  int nLayersCur = 0;
+  const double* layerH = nullptr;     ///< thickness
+  const double* layerVs = nullptr;    ///< shear-wave velocity
+  const double* layerG = nullptr;     ///< shear modulus, rho * Vs * Vs
+  const double* layerRho = nullptr;   ///< mass density
+  const double* layerNu = nullptr;    ///< Poisson's ratio, below 0.5
+  const double* layerDamp = nullptr;  ///< damping ratio
+};
+
+struct MeshSettings {
+  int nSubLayers = 16;       ///< sublayers per wavelength (type 3) or per zone (type 4)
+  double fDispBulb = 1.75;   ///< depth of the mesh over the wavelength
+  bool iMeshGraded = false;  ///< type 4
+};
+
+/// Most sublayers of one mesh. A mesh that needs more is not made: the eigenproblem grows with the square.
+constexpr int kMaxSubLayers = 1000;
+
+/// The mesh: vectors over the sublayers, indices 1..count used. The storage only grows.
+struct SubLayerMesh {
+  int count = 0;
+  double depth = 0.0;  ///< bottom of the last sublayer
+  std::vector<double> thick, G, rho, nu, damp, Vs, bottom, lambda, bulk, top;
+
+  /// Empties the mesh and makes room for n sublayers.
+  void Start(int n);
+};
+
+/// Number of sublayers for a ratio x of thickness to target thickness: the next integer above, at least 1,
+/// where an excess of up to 1e-9 over an integer counts as rounding noise. At most 2 billion, also for a
+/// not-a-number.
+int SubLayerCount(double x);
+
+/// Thickness of zone k (from 1) of the graded mesh: t0, then t0 doubling from zone 3, never more than nSub *
+/// t0.
+double ZoneThickness(int k, int nSub, double t0);
+
+/// How one layer meets the zones of the graded mesh.
+/// @param[in]  layer     1..nLayersCur
+/// @param[in]  nSub, t0  sublayers per zone; thickness of the first zone
+/// @param[in]  maxDepth  depth where the mesh ends
+/// @param[out] nTop, hTop      sublayers and their thickness in the zone that holds the layer's top
+/// @param[out] nBot, hBot      the same for the zone that holds its bottom (or maxDepth)
+/// @param[out] zoneTop, zoneBot  numbers of these zones
+/// All six are 0 for a layer that starts at maxDepth or below. A part of at most 1e-9 of its zone counts as
+/// nothing. Beyond zone 100 the outputs stay as they were: callers clear them. Kept: the part in the top zone
+/// is limited by the layer's whole thickness, not by maxDepth; the mesh is cut where it is filled.
+void FS_GetSubLParm(const LayerTable& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
+                    double& hTop, int& nBot, double& hBot, int& zoneTop, int& zoneBot);
+
+/// Adds up to nSub sublayers of one thickness to a count, ending as soon as cumDepth reaches maxDepth (after
+/// the sublayer that reaches it) or the count exceeds kMaxSubLayers.
+void FS_CountNLA(const int* nSub, double* cumDepth, const double* thick, int* nSublayers,
+                 const double* maxDepth);
+
+/// The recording twin of FS_CountNLA: appends up to nSub sublayers of one thickness with the properties of a
+/// layer.
+void FS_SetMesh(const LayerTable& layers, int layer, const int* nSub, double* cumDepth, const double* thick,
+                SubLayerMesh& mesh, const double* maxDepth);
+
+/// Sublayers of the even mesh for the wavelength x[iNode] / 4; halfSpace adds the element below.
+int FS_CalcNLA(const LayerTable& layers, const MeshSettings& settings, const double* x, int iNode,
+               bool halfSpace);
+
+/// Fills the even mesh for wavelength L (no half-space element).
+void FillEvenMesh(const LayerTable& layers, const MeshSettings& settings, double L, SubLayerMesh& mesh);
+
+/// Graded mesh for wavelength L: mode 1 returns the count, one more with halfSpace; mode 0 fills the mesh (no
+/// half-space element) and returns 0.
+int FS_DiscritizLayers(int mode, const LayerTable& layers, const MeshSettings& settings, double L,
+                       bool halfSpace, SubLayerMesh* mesh);
+
+}  // namespace sondera
