@@ -1,0 +1,197 @@
+// green_kernels.cpp - matrices of the thin-layer method and the sum over its modes.
+//
+// Called by the point-load solver: FS_Boupro and FS_Wave once a pass, then FS_Green. The search for the modes
+// is in green_modes.cpp. Owns no state. Odd on purpose: the factor -i pi / 2 of the radial functions has
+// seven digits, so that on the disk itself (r <= r0), where it meets 1 / x0, a small disk keeps an error of
+// 2e-7 / (k r0).
+#include "forward/green_kernels.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "forward/cylinder_functions.h"
+#include "numeric/complex_two.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kNegligible =
+    46.0;  // a term exp(46) times smaller than the largest one changes no digit of the sum
+constexpr double kHalfPiTruncated =
+    1.570796;  // Kept: not pi / 2; c = -kHalfPiTruncated * i in all radial functions
+
+inline dcomplex TimesC(dcomplex z) {
+  return {kHalfPiTruncated * z.im, -kHalfPiTruncated * z.re};
+}
+
+/// x times i
+inline dcomplex TimesI(dcomplex z) {
+  return {-z.im, z.re};
+}
+
+}  // namespace
+
+void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex* B1, dcomplex* B2,
+               dcomplex* A_d, dcomplex* A_o, const double* t, const double* G, const double* lambda,
+               const double* damp, const double* rho, int n, int N, int hsFlag) {
+  std::fill(M_d + 1, M_d + N + 3, 0.0);
+  std::fill(M_o + 1, M_o + N + 3, 0.0);
+  for (dcomplex* v : {G_d, G_o, B1, B2, A_d, A_o}) std::fill(v + 1, v + N + 3, dcomplex{});
+
+  const int elements = hsFlag ? n - 1 : n;
+  for (int j = 1; j <= elements; ++j) {
+    const dcomplex c = Complex(1.0, 2.0 * damp[j]);
+    const dcomplex S = RCmul(G[j] * t[j] / 3.0, c);
+    const dcomplex P = RCmul((2.0 * G[j] + lambda[j]) * t[j] / 3.0, c);
+    const dcomplex Gs = RCmul(G[j] / t[j], c);
+    const dcomplex Gp = RCmul((2.0 * G[j] + lambda[j]) / t[j], c);
+    const dcomplex Bm = RCmul((G[j] - lambda[j]) / 2.0, c);
+    const dcomplex Bp = RCmul((G[j] + lambda[j]) / 2.0, c);
+    const double m = t[j] * rho[j] / 3.0;
+    const int h = 2 * j - 1, v = 2 * j;  // upper node; h + 2, v + 2 the lower one
+
+    A_d[h] = Cadd(A_d[h], P);
+    A_d[v] = Cadd(A_d[v], S);
+    A_d[h + 2] = P;
+    A_d[v + 2] = S;
+    A_o[h] = RCmul(0.5, P);
+    A_o[v] = RCmul(0.5, S);
+    G_d[h] = Cadd(G_d[h], Gs);
+    G_d[v] = Cadd(G_d[v], Gp);
+    G_d[h + 2] = Gs;
+    G_d[v + 2] = Gp;
+    G_o[h] = RCmul(-1.0, Gs);
+    G_o[v] = RCmul(-1.0, Gp);
+    M_d[j] += m;
+    M_d[j + 1] = m;
+    M_o[j] = 0.5 * m;
+    B1[h] = Csub(Bm, B1[h]);
+    B1[v] = RCmul(-1.0, Bp);
+    B1[h + 2] = Bm;
+    B2[h] = Bp;
+    B2[v] = {};
+  }
+
+  // couplings that would reach beyond node n, and what a rigid base takes
+  M_o[n] = 0.0;
+  A_o[N - 1] = A_o[N] = {};
+  B1[N] = {};
+  B2[N] = B2[N - 1] = {};
+  if (N > 2) B2[N - 2] = {};
+  G_o[N] = G_o[N - 1] = {};
+}
+
+void FormBoundary(const double* M_d, const double* M_o, const dcomplex* G_d, const dcomplex* G_o,
+                  dcomplex* B1, dcomplex* A_d, dcomplex* D_d, dcomplex* D_o, double omega2, int N, int hsFlag,
+                  dcomplex Gstar, dcomplex VsStar, dcomplex VpStar) {
+  const double omega = std::sqrt(omega2);
+  for (int i = 1; i <= N; ++i) {
+    const int m = (i + 1) / 2;
+    D_d[i] = {G_d[i].re - omega2 * M_d[m], G_d[i].im};
+    D_o[i] = {G_o[i].re - omega2 * M_o[m], G_o[i].im};
+  }
+  if (!hsFlag) return;
+
+  const dcomplex q = Cdiv(VpStar, VsStar), q2 = Cmul(q, q), q3 = Cmul(q2, q);
+  const dcomplex shear = Cdiv(Gstar, VsStar);  // G / Vs = rho Vs
+  const dcomplex iGV = RCmul(0.5 / omega, TimesI(Cmul(Gstar, VsStar)));
+  D_d[N - 1] = Cadd(D_d[N - 1], RCmul(omega, TimesI(shear)));
+  D_d[N] = Cadd(D_d[N], RCmul(omega, TimesI(Cmul(shear, q))));
+  A_d[N - 1] = Csub(A_d[N - 1], Cmul(iGV, Csub(RCmul(2.0, q), {1.0, 0.0})));
+  A_d[N] = Cadd(A_d[N], Cmul(iGV, Csub(q3, RCmul(2.0, q2))));
+  B1[N - 1] = Csub(Cmul(Gstar, Csub({2.0, 0.0}, q)), B1[N - 1]);
+}
+
+void FS_Wave(dcomplex* k, dcomplex* Phi, int ld, const double* M_d, const double* M_o, const dcomplex* G_d,
+             const dcomplex* G_o, dcomplex* B1, const dcomplex* B2, dcomplex* A_d, const dcomplex* A_o,
+             dcomplex* D_d, dcomplex* D_o, double omega2, int N, int hsFlag, dcomplex Gstar, dcomplex VsStar,
+             dcomplex VpStar, ModeWork& work, int& ok) {
+  FormBoundary(M_d, M_o, G_d, G_o, B1, A_d, D_d, D_o, omega2, N, hsFlag, Gstar, VsStar, VpStar);
+  FS_Raylgh(A_d, A_o, B1, B2, D_d, D_o, k, Phi, ld, work, N, ok);
+}
+
+void FS_evint(dcomplex& I1, dcomplex& I2, dcomplex& I3, dcomplex& I4, dcomplex k, double r, double r0) {
+  const dcomplex x = RCmul(r, k), x0 = RCmul(r0, k);
+  const bool outside = r0 < r;
+  const dcomplex& argJ = outside ? x0 : x;
+  const dcomplex& argH = outside ? x : x0;
+  dcomplex J0{1.0, 0.0}, J1{0.0, 0.0}, H0, H1;
+  if (outside || r != 0.0) BesselScaled(argJ, J0, J1);
+  HankelScaled(argH, H0, H1);
+  // c times the exponentials of both scaled functions: their sum never grows
+  const double decay = std::exp(std::fabs(argJ.im) + argH.im);
+  const dcomplex cE = TimesC({decay * std::cos(argH.re), -decay * std::sin(argH.re)});
+
+  const dcomplex cJ1 = Cmul(cE, J1), cJ0 = Cmul(cE, J0);
+  const dcomplex cJ1H1 = Cmul(cJ1, H1);
+  if (outside) {
+    I1 = Cdiv(Cmul(cJ1, H0), k);
+    I3 = Cdiv(Csub(cJ1H1, {0.5 * r0 / r, 0.0}), Cmul(k, k));
+  } else {
+    I1 = Cdiv(Csub(Cmul(cJ0, H1), Cdiv({1.0, 0.0}, x0)), k);
+    I3 = Cdiv(Csub(cJ1H1, {0.5 * r / r0, 0.0}), Cmul(k, k));
+  }
+  I2 = cJ1H1;
+  I4 = Cmul(cJ0, H0);
+}
+
+void FS_Green(const double* x, int nNodes, const dcomplex* k, const dcomplex* Phi, int ld, double r0,
+              int nModes, dcomplex* u, GreenWork& work) {
+  // What does not depend on the distance: the participation Phi(2,m)^2 and, outside the disk, c J1(k r0) / k
+  // (scaled); and the logarithm of the size that the term has at distance 1 without its decay.
+  work.Size(nModes);
+  GreenWork::Mode* mode = work.mode.data();
+  for (int m = 1; m <= nModes; ++m) {
+    const dcomplex phi = Phi[static_cast<std::ptrdiff_t>(m - 1) * ld + 2];
+    dcomplex J0, J1;
+    BesselScaled(RCmul(r0, k[m]), J0, J1);
+    mode[m].phi2 = Cmul(phi, phi);
+    mode[m].factor = Cmul(mode[m].phi2, Cdiv(TimesC(J1), k[m]));
+    mode[m].size = std::log(Cabs(mode[m].factor)) - 0.5 * std::log(Cabs(k[m]));
+  }
+
+  const double scale = 1.0 / (kPi * r0);
+  for (int i = 1; i <= nNodes; ++i) {
+    const double r = x[i];
+    dcomplex sum{};
+    if (r0 < r) {
+      const double far = r - r0;
+      double largest = -HUGE_VAL;
+      for (int m = 1; m <= nModes; ++m) {
+        // an infinite or undefined size must not hide the others
+        const double size = mode[m].size + k[m].im * far;
+        if (size > largest && size < HUGE_VAL) largest = size;
+      }
+      for (int m = 1; m <= nModes; ++m) {
+        if (mode[m].size + k[m].im * far < largest - kNegligible) continue;
+        const dcomplex H0 = Hankel0Scaled(RCmul(r, k[m]));
+        const double decay = std::exp(k[m].im * far), phase = k[m].re * r;
+        sum = Cadd(sum, Cmul(mode[m].factor, Cmul(H0, {decay * std::cos(phase), -decay * std::sin(phase)})));
+      }
+    } else {
+      for (int m = 1; m <= nModes; ++m) {
+        dcomplex I1, I2, I3, I4;
+        FS_evint(I1, I2, I3, I4, k[m], r, r0);
+        sum = Cadd(sum, Cmul(mode[m].phi2, I1));
+      }
+    }
+    u[i] = RCmul(scale, sum);
+  }
+}
+
+double FS_SmoothPhase(const double* x, const double* y, int i1, int i2, double xa, double xb) {
+  const double n = i2 - i1 + 1;
+  double mx = 0.0, my = 0.0, sxx = 0.0, sxy = 0.0;
+  for (int i = i1; i <= i2; ++i) {
+    mx += x[i] / n;
+    my += y[i] / n;
+  }
+  for (int i = i1; i <= i2; ++i) {
+    sxx += (x[i] - mx) * (x[i] - mx);
+    sxy += (x[i] - mx) * (y[i] - my);
+  }
+  return sxx > 0.0 ? sxy / sxx * (xa - xb) : 0.0;
+}
+
+}  // namespace sondera
