@@ -80,6 +80,8 @@ constexpr CallbackRow kMeasurements[] = {
     {&hmsetup::MEASADD, AddMeasIDCallback},
     {&hmsetup::MEASUPDATE, RenameMeasIDCallback},
     {&hmsetup::MEASREMOVE_4, RemoveMeasIDCallback},
+    {&measpanel::F1, F1Callback},
+    {&measpanel::F2, F2Callback},
 };
 
 constexpr CallbackRow kImport[] = {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "acquisition/daq_driver.h"
 #include "acquisition/parameters.h"
 #include "project/measdb.h"
 #include "project/selection.h"
@@ -10,6 +11,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/files.h"
 #include "runtime/panels/hmsetup.h"
+#include "runtime/panels/hwsetup.h"
 
 namespace sondera {
 namespace {
@@ -106,6 +108,24 @@ int AddMeasIDCallback(Panel, ControlId, Event event, long) {
   UpdateHWSetup(session.curProjID, *id);
   UpdateMeasSetup(session.curProjID, *id, 2);
   RefreshWindowTitle();
+  return 0;
+}
+
+int F1Callback(Panel panel, ControlId control, Event event, long data) {
+  if (event != Event::Commit) return 0;
+  DisplayPanel(Panel::HMSETUP);
+  DisplayPanel(Panel::HWSETUP);
+  HidePanel(Panel::MEASSETUP);
+  return AddMeasIDCallback(panel, control, event, data);
+}
+
+int F2Callback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  DisplayPanel(Panel::HMSETUP);
+  DisplayPanel(Panel::HWSETUP);
+  HidePanel(Panel::MEASSETUP);
+  // These boards are always coupled directly.
+  SetDimmed(hwsetup::ACDC, daq_category::IsDifferential(session.device.devCategory));
   return 0;
 }
 

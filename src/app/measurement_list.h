@@ -16,6 +16,9 @@ int UpdateMeasIDCallback(Panel panel, ControlId control, Event event, long data)
 
 /// Adds an empty measurement under an id that is asked for; a known id is refused.
 int AddMeasIDCallback(Panel panel, ControlId control, Event event, long data);
+/// Buttons of the measurement page: "New" shows the hardware settings and adds a measurement, "Setup" shows them.
+int F1Callback(Panel panel, ControlId control, Event event, long data);
+int F2Callback(Panel panel, ControlId control, Event event, long data);
 /// Asks, then renames the current measurement.
 int RenameMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 /// Asks, then removes the current measurement with its data and pairs; the last one stays.
