@@ -28,7 +28,7 @@ struct Row {
 
 std::vector<Row> Table() {
   std::vector<Row> rows;
-  std::ifstream in(std::string(SONDERA_TEST_DATA) + "/cylinder_functions.txt");
+  std::ifstream in(SONDERA_TEST_DATA "/cylinder_functions.txt");
   std::string line;
   while (std::getline(in, line)) {
     if (line.empty() || line[0] == '#') continue;
