@@ -16,6 +16,7 @@
 #include "runtime/panels/meassetup.h"
 #include "signal/irf.h"
 #include "signal/rep_curves.h"
+#include "signal/signal_state.h"
 
 namespace sondera {
 namespace {
@@ -66,6 +67,7 @@ void StartSession() {
   ResetControls();
   ResetGraphs();
   ResetSession();
+  ResetSignalState();
   InstallCallbacks();
   FindDevices();
   DisplayPanel(Panel::PANEL);
