@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
+#include "plot/gabor_plot.h"
 #include "project/measdb.h"
 #include "project/selection.h"
 #include "project/session.h"
@@ -20,6 +21,7 @@ namespace sondera {
 namespace {
 
 constexpr int kColorOriginal = 0x0000FF, kColorEnhanced = 0xFF0000, kColorBackbone = 0x00A000;
+constexpr int kMaskingPage = 1;
 constexpr std::size_t kLowBins = 9;  // of a trace of more than ten points: they do not set the scale
 
 struct GraphOfTrace {
@@ -34,7 +36,7 @@ struct GraphOfTrace {
 
 GraphOfTrace GraphFor(int page, Trace trace) {
   const bool a = trace == Trace::A;
-  if (page == 1) {
+  if (page == kMaskingPage) {
     using namespace sasw;
     return a ? GraphOfTrace{Panel::SASW, trace, DISPLAY_A, DISPAID, DISPA_REFCHNL, DISPACHNL, DISPATYPE}
              : GraphOfTrace{Panel::SASW, trace, DISPLAY_B, DISPBID, DISPB_REFCHNL, DISPBCHNL, DISPBTYPE};
@@ -187,7 +189,8 @@ int DrawTrace(int page, Trace trace) {
     if (!shown.pair) return -1;
     PlotPairTraces(g, shown, type);
   } else if (type == DisplayType::Gabor) {
-    return -2;
+    if (page == kMaskingPage) return PlotGaborMap(g.graph, shown.pair);
+    PlotNoGaborMap(g.graph, *shown.records.hwSetup);
   } else {
     PlotChannelTrace(g, shown, type);
   }

@@ -1,0 +1,60 @@
+// gabor_plot.cpp - see gabor_plot.h. Owns no state.
+#include "plot/gabor_plot.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "signal/gabor.h"
+#include "signal/gabor_panel.h"
+
+namespace sondera {
+
+// A column of the image is a frequency, so a row of the map.
+IntensityModel GaborImage(const PMeasInfo& pair) {
+  IntensityModel image;
+  image.columns = std::clamp(pair.freqDiv, 0, kGaborDivisions);
+  image.rows = std::clamp(pair.timeDiv, 0, kGaborDivisions);
+  image.xMin = pair.initFreq;
+  image.xMax = pair.finalFreq;
+  image.yMin = pair.initTime;
+  image.yMax = pair.finalTime;
+  image.colorMap = MakeGaborColorMap(pair.cntThreshold);
+  const int option = pair.phaseOption == 1 || pair.phaseOption == 2 ? pair.phaseOption : 0;
+  for (int r = 0; r < image.columns; ++r) {
+    for (int c = 0; c < image.rows; ++c) {
+      const auto cell = static_cast<std::size_t>(r * kGaborDivisions + c);
+      image.z.push_back(pair.gabor ? (*pair.gabor)[static_cast<std::size_t>(option)][cell] : 0.0);
+    }
+  }
+  ScalezArray(image.z.data(), image.columns, image.rows, pair.cntThreshold);
+  return image;
+}
+
+int PlotGaborMap(const GraphControl& graph, const PMeasInfo* pair) {
+  if (!pair) {
+    MessagePopup(session.appTitle, "Calcualte Gabor spectrum, first.");
+    return -2;
+  }
+  IntensityModel image = GaborImage(*pair);
+  SetAxisRange(graph, true, image.xMin, image.xMax);
+  SetAxisRange(graph, false, image.yMin, image.yMax);
+  GraphModel& model = GraphOf(graph);
+  model.xAxis.label = "Frequency, Hz";
+  model.yAxis.label = "Time, sec";
+  PlotIntensity(graph, std::move(image));
+  return 0;
+}
+
+void PlotNoGaborMap(const GraphControl& graph, const HWSetup& hw) {
+  MessagePopup(session.appTitle, "Turn on the masking mode, first.");
+  const auto n = static_cast<std::size_t>(std::max(hw.nLines, 0));
+  std::vector<double> x(n);
+  for (std::size_t i = 0; i < n; ++i) x[i] = static_cast<double>(i) * hw.deltaF;
+  PlotXY(graph, std::move(x), std::vector<double>(n, 0.0));
+}
+
+}  // namespace sondera
