@@ -1,0 +1,37 @@
+// result_text.h - the tables of an entry as text: for the box of the results, and for the file that is saved
+// from it.
+//
+// Callers: callbacks of the results page, drivers of runs. Everything comes from the stored entries, so any
+// entry can be shown at any time. Owned state: none.
+#pragma once
+
+#include <string>
+
+#include "inversion/inv_records.h"
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// Tables, by the values of SEL_RESULT.
+inline constexpr int kModelTable = 0, kProfileTable = 1, kCurveTable = 2, kResolutionTable = 3;
+
+/// Appends one table of an entry to text.
+/// @param type    kModelTable ... kResolutionTable; others append nothing
+/// @param index   entry as the lists have it: at or above 0 of InvParam, below 0 of SMPParam
+/// @param record  the record of that index; a record without the entry gives the head lines alone
+/// The observed columns of curves come from FModelParam for entry 0. Kept: for all others they are what entry
+/// 0 of the record holds, the curves computed for the given model.
+void GetResultTextBox(int type, int index, std::string& text, const InvRecord& record);
+
+/// Puts the table chosen by SEL_RESULT, for the entry chosen in ITERNO (0 while that list is hidden), into
+/// the box RESULTS.
+void PutTextResultsInBox();
+
+/// Saves all four tables of that entry. data -1: without a dialog, as "<project file>_f.results" in the
+/// current folder; otherwise under a name that is asked for. @return 0; -1 after a message
+int SaveInvResultCallback(Panel panel, ControlId control, Event event, long data);
+
+/// A span of time, seconds, with the unit that suits it: "%.2lf sec", "%.2lf msec", "%.2lf usec".
+void GetNiceTimeStr(double seconds, std::string& text);
+
+}  // namespace sondera
