@@ -26,8 +26,8 @@ class ModeWork {
  public:
   ModeWork();
   ~ModeWork();
-  ModeWork(const ModeWork&) = delete;
-  ModeWork& operator=(const ModeWork&) = delete;
+  ModeWork(ModeWork&&) noexcept;
+  ModeWork& operator=(ModeWork&&) noexcept;
 
   /// Rayleigh-quotient passes of the last search: its cost is passes times N.
   long passes() const;

@@ -128,6 +128,8 @@ struct ModeWork::Storage {
 
 ModeWork::ModeWork() : storage_(std::make_unique<Storage>()) {}
 ModeWork::~ModeWork() = default;
+ModeWork::ModeWork(ModeWork&&) noexcept = default;
+ModeWork& ModeWork::operator=(ModeWork&&) noexcept = default;
 long ModeWork::passes() const {
   return storage_->passes;
 }

@@ -128,7 +128,7 @@ Complex DiskLoad(const std::vector<Layer>& layers, double omega, double r, doubl
   }
   // All poles and branch points lie below k = 1.3 omega / slow, at a distance of damping times k from the
   // path.
-  const double kWaves = 1.3 * omega / slow, kEnd = 100.0 * omega / slow;  // rest: 2e-6
+  const double kWaves = 1.3 * omega / slow, kEnd = 50.0 * omega / slow;  // rest: 1e-5
   Complex sum = 0.0;
   double k = 0.0;
   while (k < kEnd) {
