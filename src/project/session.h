@@ -91,6 +91,7 @@ struct Session {
   std::vector<double> measBuffer;
 
   double lengthUnit = 1.0;  ///< metres per unit of length
+  double rawFileReal = 0.0;  ///< last number of a ".srd" file: carried from load to save, without use
 
   // Pseudo velocities of the filter windows, m/s, index 1 to 4 (0 unused): enhanced (sm) and backbone (bb) set.
   int siteCategory = 0;  ///< 0 geotechnical, 1 concrete, 2 pavement
