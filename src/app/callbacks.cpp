@@ -13,6 +13,7 @@
 #include "project/analysis_section.h"
 #include "project/import.h"
 #include "project/project_file.h"
+#include "project/trace_export.h"
 #include "runtime/controls.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/devpanel.h"
@@ -71,6 +72,11 @@ constexpr CallbackRow kProject[] = {
     {&measpanel::F6, SaveRawDataCallback},
     {&measpanel::F7, SaveAsRawDataCallback},
     {&measpanel::F9, RecallCallback},
+};
+
+constexpr CallbackRow kExport[] = {
+    {&mainmenu::SAVE_TRACE_A, Save_TraceACallback},
+    {&mainmenu::SAVE_TRACE_B, Save_TraceBCallback},
 };
 
 constexpr CallbackRow kMeasurements[] = {
@@ -200,6 +206,7 @@ void InstallCallbacks() {
   Install(kSession);
   Install(kPages);
   Install(kProject);
+  Install(kExport);
   Install(kMeasurements);
   Install(kImport);
   Install(kTraces);

@@ -9,7 +9,9 @@
 
 #include "app/inversion_road.h"
 #include "app/shutdown.h"
+#include "project/selection.h"
 #include "project/session.h"
+#include "project/trace_export.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
@@ -28,6 +30,7 @@ constexpr std::string_view kDelimiters = " ,\t\r\n";
 constexpr std::size_t kLongestLine = 256;
 constexpr double kTimeForZero = 0.000001;   // a first window time of exactly 0 would mean "not set"
 constexpr double kSmallestVelocity = 10.0;  // above it, window limits are velocities and not times
+constexpr int kMaskingTab = 1;              // page of the traces
 constexpr int kDoublingLayers = 1;          // layering mode of preInversion that makes its own list
 constexpr int kMostLayers = 400;            // as many as that list can have
 
@@ -69,6 +72,8 @@ class ScriptRun {
   int finish();
 
   int runExport();
+  void takeExportArguments();
+  bool selectChannels();
   int runImport();
   int runMasking();
   int runCalcVel();
@@ -160,14 +165,42 @@ int ScriptRun::finish() {
 
 /// export <file> <measurement id> <reference channel> <display channel> <display type>, channels from 1
 int ScriptRun::runExport() {
+  takeExportArguments();
+  if (type_ < 0) return -1;
+  SetActiveTabPage(Panel::PANEL, kMaskingTab);
+  bool channelsFound = selectChannels();
+  const int item = FindListItem(sasw::DISPAID, measID_);
+  if (item >= 0) SetCtrlIndex(sasw::DISPAID, item);  // Kept: without such a measurement the selection stays
+  if (!channelsFound) {                              // the lists may be those of another measurement
+    UpdateSASWwinASetup(session.curProjID, GetLabelFromIndex(sasw::DISPAID, GetCtrlIndex(sasw::DISPAID)));
+    channelsFound = selectChannels();
+  }
+  // What cannot be selected would leave the former selection, and other data than were asked for in the file.
+  if (!channelsFound || !SetCtrlIndex(sasw::DISPATYPE, type_)) {
+    MessagePopup(session.appTitle, FormatText("There is no display of type %d for the channels %d and %d.",
+                                              type_, refNumber_, dspNumber_));
+    return 0;
+  }
+  if (SaveTraceA(fileName_) < 0) commandFailed_ = true;
+  return 0;
+}
+
+/// A single export goes on to the next argument only while file name and id are there, and to the type only
+/// with two channels; a script's line just takes what it has.
+void ScriptRun::takeExportArguments() {
+  const bool single = lineNumber_ == 0;
   take(fileName_);
+  if (single && fileName_.empty()) return;
   take(measID_);
+  if (single && measID_.empty()) return;
   take(refNumber_);
   take(dspNumber_);
-  if (refNumber_ > 0 && dspNumber_ > 0) take(type_);
-  if (type_ < 0) return -1;
-  MessagePopup(session.appTitle, "This command is not available in this version.");
-  return 0;
+  if (!single || (refNumber_ > 0 && dspNumber_ > 0)) take(type_);
+}
+
+bool ScriptRun::selectChannels() {
+  const bool reference = SetCtrlIndex(sasw::DISPA_REFCHNL, refNumber_ - 1);
+  return SetCtrlIndex(sasw::DISPACHNL, dspNumber_ - 1) && reference;
 }
 
 /// import <base name> <measurement id> <receiver 1> <receiver 2>

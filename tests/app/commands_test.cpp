@@ -2,6 +2,7 @@
 #include "app/commands.h"
 
 #include <cmath>
+#include <sstream>
 
 #include "app/app_fixture.h"
 #include "project/measdb.h"
@@ -10,6 +11,7 @@
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/loadtxdata.h"
+#include "runtime/panels/mainmenu.h"
 
 namespace sondera {
 namespace {
@@ -168,6 +170,111 @@ TEST_F(CommandScript, AnExportWithoutATypeEndsTheScriptAndLeavesTheProgramOpen) 
   EXPECT_EQ(Run("export out measID 1 2\nimport none none 1 2\n"), -1);
   EXPECT_FALSE(QuitRequested());
   EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+/// Numbers of a text file, row by row.
+std::vector<std::vector<double>> RowsOf(const std::string& path) {
+  std::vector<std::vector<double>> rows;
+  std::istringstream text(test::ReadWhole(path));
+  for (std::string line; std::getline(text, line);) {
+    std::istringstream words(line);
+    rows.emplace_back();
+    for (double v = 0; words >> v;) rows.back().push_back(v);
+  }
+  return rows;
+}
+
+/// The file holds the first nLines values of each array behind the frequencies, to its seven digits.
+void ExpectColumns(const std::string& path, double df,
+                   const std::vector<const std::vector<double>*>& arrays) {
+  const auto rows = RowsOf(path);
+  ASSERT_EQ(rows.size(), 1024u) << path;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    ASSERT_EQ(rows[i].size(), arrays.size() + 1) << path << " row " << i;
+    ASSERT_NEAR(rows[i][0], static_cast<double>(i) * df, 1e-3);
+    for (std::size_t c = 0; c < arrays.size(); ++c)
+      ASSERT_NEAR(rows[i][c + 1], (*arrays[c])[i], 1e-6 * std::fabs((*arrays[c])[i])) << path << " row " << i;
+  }
+}
+
+class Export : public CommandScript {
+ protected:
+  /// The example's measurement with its curve, selected.
+  void SetUp() override {
+    CommandScript::SetUp();
+    RunAndStay("import H31 H31 20 50\nmasking H31 0 400 300 90 70");
+    ResetEvents();
+  }
+  void ExpectPairFiles(const std::string& name) {
+    const PMeasInfo* p = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+    ASSERT_NE(p, nullptr);
+    MeasRecords r;
+    GetInfoFromKey(p->key, r);
+    const double df = r.hwSetup->deltaF;
+    ExpectColumns(folder.File(name + ".TFp"), df, {&p->hPhase, &p->phaseOrig, &p->enPhase, &p->phaseEn});
+    ExpectColumns(folder.File(name + ".TFa"), df, {&p->hAmp, &p->enAmp});
+    ExpectColumns(folder.File(name + ".hyxSM"), df, {&p->enRe, &p->enIm});
+    ExpectColumns(folder.File(name + ".hyx"), df, {&p->hRe, &p->hIm});
+  }
+};
+
+TEST_F(Export, OneLineWritesTheFourFilesOfThePairAndQuits) {
+  EXPECT_EQ(ProcessCommands(1, "out H31 1 2 3"), 0);
+  EXPECT_TRUE(QuitRequested());
+  EXPECT_EQ(RunUserInterface(), 0);
+  EXPECT_EQ(GetActiveTabPage(Panel::PANEL), 1);
+  EXPECT_TRUE(frontEnd.files.empty()) << "a name that is given needs no dialog";
+}
+
+TEST_F(Export, InAScriptTheNextLineFollows) {
+  RunAndStay("export out H31 1 2 3\nexport coh H31 1 2 8");
+  ExpectPairFiles("out");
+  EXPECT_EQ(RowsOf(folder.File("coh.coh")).size(), 1024u);
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(Export, FilesThatExistAreOverwrittenWithoutAQuestion) {
+  Write("out.hyx", "old");
+  RunAndStay("export out H31 1 2 3");
+  ExpectPairFiles("out");
+  EXPECT_TRUE(frontEnd.questions.empty());
+}
+
+TEST_F(Export, AnUnknownIdLeavesTheSelectionAsItIs) {
+  RunAndStay("export out nobody 1 2 3");
+  ExpectPairFiles("out");
+}
+
+TEST_F(Export, ChannelsAndTypesThatDoNotExistWriteNothingAndSaySo) {
+  EXPECT_EQ(Run("export out H31 1 3 3\nexport out H31 0 2 3\nexport out H31 1 2 11\n"), 1);
+  EXPECT_EQ(frontEnd.messages,
+            (std::vector<std::string>{"There is no display of type 3 for the channels 1 and 3.",
+                                      "There is no display of type 3 for the channels 0 and 2.",
+                                      "There is no display of type 11 for the channels 1 and 2."}));
+  EXPECT_FALSE(Exists("out.TFp"));
+}
+
+TEST_F(Export, ASingleLineReadsItsTypeOnlyBehindTwoChannels) {
+  for (const char* line : {"out H31 0 2 3", "out H31 1 0 3", "out H31 1 x 3", "out H31 1", "out", ""}) {
+    EXPECT_EQ(ProcessCommands(1, line), -1) << line;
+    EXPECT_FALSE(QuitRequested());
+  }
+  EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(Export, NumbersEndAtTheFirstOtherCharacter) {
+  EXPECT_EQ(ProcessCommands(1, "out H31 1st 2nd 3rd"), 0);
+  EXPECT_TRUE(Exists("out.TFp"));
+}
+
+TEST_F(Export, TheMenuItemsAskForAName) {
+  frontEnd.fileAnswers = {{FileAnswer::IsNew, folder.File("menu.txt")}};
+  EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_A), 0);
+  ASSERT_EQ(frontEnd.files.size(), 1u);
+  EXPECT_EQ(frontEnd.files[0].title, "Save the Data on Display A");
+  ExpectPairFiles("menu");
+  EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_B), -1) << "cancelled";
+  EXPECT_EQ(frontEnd.files[1].title, "Save the Data on Display B");
 }
 
 TEST_F(CommandScript, ALineThatIsTooLongIsRefusedWhole) {

@@ -69,6 +69,16 @@ TEST_F(Program, TheExampleRunsFromImportToCurve) {
   EXPECT_TRUE(std::filesystem::exists(folder.File("oysand.da.bkup")));
 }
 
+TEST_F(Program, ExportsThePairOfTheExample) {
+  FetchExample();
+  ASSERT_EQ(Run("auto new oysand job.txt").status, 0);
+  const Outcome o = Run("export oysand.da out H31 1 2 3");
+  EXPECT_EQ(o.status, 0) << o.err;
+  EXPECT_EQ(o.err, "");
+  for (const char* name : {"out.TFp", "out.TFa", "out.hyxSM", "out.hyx"})
+    EXPECT_GT(std::filesystem::file_size(folder.File(name)), 1024u * 3 * 13) << name;
+}
+
 TEST_F(Program, AFailedCommandGivesStatusOneAndAClosingLineWithItsName) {
   Write("job.txt", "import none none 20 50\n");
   const Outcome o = Run("auto new site job.txt");

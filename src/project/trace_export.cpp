@@ -1,0 +1,331 @@
+// trace_export.cpp - see trace_export.h.
+#include "project/trace_export.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "project/section_io.h"
+#include "project/selection.h"
+#include "project/session.h"
+#include "project/text_helpers.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/panels/sasw.h"
+#include "signal/spectra.h"
+
+namespace sondera {
+namespace {
+
+using namespace export_type;
+using namespace spectral;
+
+constexpr char kOverwrite[] = "File already exists. Do you want to overwrite it ?";
+constexpr int kRectangular = 0;  // the data window of all spectra
+
+/// Extension of a series; null for a type that does not exist.
+const char* ExtensionOf(int type) {
+  static constexpr const char* kByDisplay[] = {"tim", "Hp", "Ha",  "TFp", "TFa", "Gxx",
+                                               "Gp",  "Ga", "coh", "ir",  "gab"};
+  if (type >= 0 && type <= kGabor) return kByDisplay[type];
+  return type == kLinearComplex     ? "H"
+         : type == kTransferComplex ? "hyx"
+         : type == kCrossComplex    ? "gyx"
+                                    : nullptr;
+}
+
+bool IsTime(int type) {
+  return type == kTimeTrace || type == kImpulseResponse;
+}
+
+std::size_t PointsOf(int type, const HWSetup& hw) {
+  return static_cast<std::size_t>(IsTime(type) ? 2 * FullTimeLines(hw.nLines) : std::max(hw.nLines, 0));
+}
+
+/// First line that imported data hold; 0 for measured ones.
+std::size_t FirstLine(const HWSetup& hw) {
+  const double line = hw.freqSpan < 0 ? std::round(hw.startFreq / hw.deltaF) : 0.0;
+  return line > 0.0 ? static_cast<std::size_t>(std::min(line, static_cast<double>(hw.nLines))) : 0;
+}
+
+std::vector<double> Abscissas(int type, const HWSetup& hw) {
+  std::vector<double> x(PointsOf(type, hw));
+  const double step = IsTime(type) ? hw.deltaT : hw.deltaF;
+  const double trigger =
+      type == kTimeTrace ? std::round(static_cast<double>(x.size()) * hw.triggerDelay / 100.0) : 0.0;
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = (static_cast<double>(i) - trigger) * step;
+  return x;
+}
+
+/// Brings an amplitude display from rms volts to the unit of the trace.
+void ConvertUnit(int type, VoltUnit unit, const HWSetup& hw, std::vector<double>& y) {
+  SpectrumKind kind = SpectrumKind::PowerVrms2;
+  if (type == kLinearAmplitude)
+    kind = SpectrumKind::AmplitudeVrms;
+  else if (type == kCrossAmplitude)
+    unit = unit == VoltUnit::Vpk || unit == VoltUnit::Vpk2 ? VoltUnit::Vpk2 : VoltUnit::Vrms2;
+  else if (type != kPowerSpectrum)
+    return;
+  WindowConst window;
+  const int n = static_cast<int>(y.size());
+  ScaledWindow(y.data(), n, kRectangular, &window);
+  SpectrumUnitConversion(y.data(), n, kind, unit, hw.deltaF, window, y.data(), nullptr);
+}
+
+/// Rows of the display channel in the averages, as CalcSpectralData takes them.
+const double* RowOf(const std::vector<double>& block, const HWSetup& hw, int channel) {
+  const std::size_t row = 2 * static_cast<std::size_t>(hw.nLines);
+  const std::size_t at = row * static_cast<std::size_t>(channel);
+  return block.size() >= at + row ? block.data() + at : nullptr;
+}
+
+bool CopyRow(const std::vector<double>& block, const HWSetup& hw, int channel, std::vector<double>& out) {
+  const double* row = RowOf(block, hw, channel);
+  if (row) std::copy_n(row, out.size(), out.begin());
+  return row != nullptr;
+}
+
+/// Cross power of the pair through channel 0; 0 where that has no power.
+bool FillCrossPower(const MeasRecords& r, int refChan, int dspChan, PlotSeries& out) {
+  const HWSetup& hw = *r.hwSetup;
+  const RawData& raw = *r.rawData;
+  const double *aRe = RowOf(raw.crossSpecRe, hw, refChan), *aIm = RowOf(raw.crossSpecIm, hw, refChan);
+  const double *bRe = RowOf(raw.crossSpecRe, hw, dspChan), *bIm = RowOf(raw.crossSpecIm, hw, dspChan);
+  const double* power = RowOf(raw.powerSpec, hw, 0);
+  if (!aRe || !aIm || !bRe || !bIm || !power) return false;
+  for (std::size_t i = 0; i < out.x.size(); ++i) {
+    if (power[i] == 0.0) continue;
+    CxMul(bRe[i], bIm[i], aRe[i], -aIm[i], &out.y[i], &out.y2[i]);
+    out.y[i] /= power[i];
+    out.y2[i] /= power[i];
+  }
+  return true;
+}
+
+/// Real and imaginary part of a complex spectrum.
+bool FillComplex(int type, const MeasRecords& r, int refChan, int dspChan, PlotSeries& out) {
+  const HWSetup& hw = *r.hwSetup;
+  if (type == kLinearComplex)
+    return CopyRow(r.rawData->linSpecRe, hw, dspChan, out.y) &&
+           CopyRow(r.rawData->linSpecIm, hw, dspChan, out.y2);
+  BringBandLimitsUpToDate(*r.hwSetup);
+  if (type == kCrossComplex ? !FillCrossPower(r, refChan, dspChan, out)
+                            : CalcSpectralData(kTransferFunction, r.projID, r.measID, refChan, dspChan,
+                                               out.y.data(), out.y2.data()) < 0)
+    return false;
+  const std::size_t first = FirstLine(hw);
+  std::fill_n(out.y.begin(), first, 0.0);
+  std::fill_n(out.y2.begin(), first, 0.0);
+  return true;
+}
+
+/// A Gabor map as a row per cell, frequency by frequency.
+bool FillGabor(PMeasInfo* pair, PlotSeries& out) {
+  if (!pair || !pair->gabor) return false;
+  const GaborMap& map = pair->gaborMap(std::clamp(pair->phaseOption, 0, 2));
+  if (std::all_of(map.begin(), map.end(), [](double v) { return v == 0.0; })) return false;
+  const int rows = std::clamp(pair->freqDiv, 0, kGaborDivisions);
+  const int columns = std::clamp(pair->timeDiv, 0, kGaborDivisions);
+  const double df = rows > 1 ? (pair->finalFreq - pair->initFreq) / (rows - 1) : 0.0;
+  const double dt = columns > 1 ? (pair->finalTime - pair->initTime) / (columns - 1) : 0.0;
+  for (int j = 0; j < rows; ++j) {
+    for (int i = 0; i < columns; ++i) {
+      out.x.push_back(pair->initTime + i * dt);
+      out.y.push_back(pair->initFreq + j * df);
+      out.y2.push_back(map[static_cast<std::size_t>(j * kGaborDivisions + i)]);
+    }
+  }
+  return !out.x.empty();
+}
+
+// ---- files
+// --------------------------------------------------------------------------------------------------
+
+using Columns = std::vector<const std::vector<double>*>;
+
+struct ExportFile {
+  std::string ext;
+  Columns columns;
+  std::size_t zeroRows = 0;  ///< rows in front that hold no data: 0 behind the abscissa
+};
+
+/// What one display type makes: its files, and the series that are not arrays of a record.
+struct Export {
+  std::vector<PlotSeries> series;
+  std::vector<ExportFile> files;
+};
+
+int Refuse(const std::string& text) {
+  MessagePopup(session.appTitle, text);
+  return -1;
+}
+
+double At(const std::vector<double>& column, std::size_t i) {
+  return i < column.size() ? column[i] : 0.0;
+}
+
+bool WriteColumns(const std::string& path, const ExportFile& file, std::string& reason) {
+  TextWriter text(path);
+  const CNumberScope decimalPoint;
+  const std::size_t rows = file.columns.front()->size();
+  for (std::size_t i = 0; i < rows && text.Ok(); ++i) {
+    for (std::size_t c = 0; c < file.columns.size(); ++c)
+      text.Printf(c == 0 ? "%le" : "\t%le", c > 0 && i < file.zeroRows ? 0.0 : At(*file.columns[c], i));
+    text.Put("\n");
+  }
+  const bool written = text.Close();
+  if (!written) reason = text.Reason();
+  return written;
+}
+
+/// The pair's record, made when there is none. While it is made its trace is the selected one, since the
+/// filtration works on that.
+PMeasInfo* PairOf(const MeasRecords& r, int key, int refChan, int dspChan, Trace trace) {
+  PMeasInfo* pair = FindPair(key, refChan, dspChan);
+  if (pair) return pair;
+  const int selected = GetCtrlVal(sasw::TRACE_ONOFF);
+  SetCtrlVal(sasw::TRACE_ONOFF, static_cast<int>(trace));
+  SetupPMeasDataNode(r.projID, r.measID, refChan, dspChan, *r.hwSetup, pair);
+  SetCtrlVal(sasw::TRACE_ONOFF, selected);
+  return pair;
+}
+
+/// Files of the displays that show the arrays of the pair's record.
+void AddPairFiles(int type, const PMeasInfo& p, const HWSetup& hw, Export& out) {
+  out.series.emplace_back().x = Abscissas(type, hw);
+  const std::vector<double>* x = &out.series.back().x;
+  if (type == kImpulseResponse) {
+    out.files.push_back({"ir", {x, &p.irRe, &p.irIm, &p.enIrRe, &p.enIrIm}});
+    return;
+  }
+  const std::size_t first = FirstLine(hw);
+  out.files.push_back({"TFp", {x, &p.hPhase, &p.phaseOrig, &p.enPhase, &p.phaseEn}, first});
+  out.files.push_back({"TFa", {x, &p.hAmp, &p.enAmp}, first});
+  out.files.push_back({"hyxSM", {x, &p.enRe, &p.enIm}, first});
+  out.files.push_back({"hyx", {x, &p.hRe, &p.hIm}, first});
+}
+
+/// Series behind the files of the other displays.
+std::vector<int> SeriesOf(int type) {
+  if (type == kLinearPhase || type == kLinearAmplitude)
+    return {kLinearPhase, kLinearAmplitude, kLinearComplex};
+  if (type == kCrossPhase || type == kCrossAmplitude) return {kCrossPhase, kCrossAmplitude, kCrossComplex};
+  return {type};
+}
+
+bool AddSeriesFiles(int type, int refChan, int dspChan, const MeasRecords& r, VoltUnit unit, Export& out) {
+  const std::vector<int> wanted = SeriesOf(type);
+  out.series.reserve(wanted.size());
+  for (int t : wanted) {
+    PlotSeries& s = out.series.emplace_back();
+    if (GetPlotInfo(refChan, dspChan, t, r, unit, s) < 0) return false;
+    Columns columns{&s.x, &s.y};
+    if (t == kGabor || t > kGabor) columns.push_back(&s.y2);
+    out.files.push_back({s.ext, columns});
+  }
+  return true;
+}
+
+/// Name from the dialog; empty after a cancel, or when something that exists is to stay.
+std::string AskForName(std::string_view label, const std::vector<ExportFile>& files) {
+  const FileChoice choice = FileSelectPopup(
+      {ProjectDirectory(), "*." + files.front().ext, "Save the Data on Display " + std::string(label), true});
+  if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return {};
+  bool exists = choice.answer == FileAnswer::Exists;
+  for (const ExportFile& f : files) exists = exists || FileExists(PlaceFileExtName(choice.path, f.ext));
+  return exists && !ConfirmPopup(session.appTitle, kOverwrite) ? std::string() : choice.path;
+}
+
+int WriteFiles(const std::string& name, const std::vector<ExportFile>& files) {
+  std::string reason;
+  SetWaitCursor(true);
+  for (const ExportFile& f : files) {
+    std::string why;
+    if (!WriteColumns(PlaceFileExtName(name, f.ext), f, why) && reason.empty()) reason = why;
+  }
+  SetWaitCursor(false);
+  return reason.empty() ? 0 : Refuse("The data could not be saved. " + reason + ".");
+}
+
+VoltUnit UnitOf(Trace trace) {
+  const int unit = session.display[static_cast<std::size_t>(trace)].voltUnit;
+  return static_cast<VoltUnit>(std::clamp(unit, 0, static_cast<int>(VoltUnit::Vpk2)));
+}
+
+int SaveTrace(Trace trace, const std::string& name) {
+  const TraceSelection selection = LookupID(trace);
+  const RingControl& type = trace == Trace::B ? sasw::DISPBTYPE : sasw::DISPATYPE;
+  return SaveTraceData(selection.refChan, selection.dspChan, GetCtrlVal(type), trace == Trace::B ? "B" : "A",
+                       name);
+}
+
+}  // namespace
+
+int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, VoltUnit unit,
+                PlotSeries& out) {
+  out = {};
+  if (!ExtensionOf(type)) return -1;
+  out.ext = ExtensionOf(type);
+  if (records.hwPos < 0 || records.rawPos < 0) return -1;
+  const HWSetup& hw = *records.hwSetup;
+  if (std::min(refChan, dspChan) < 0 || std::max(refChan, dspChan) >= hw.nChannels) return -1;
+  if (type == kGabor) return FillGabor(FindPair(hw.key, refChan, dspChan), out) ? 0 : -1;
+  out.x = Abscissas(type, hw);
+  out.y.assign(out.x.size(), 0.0);
+  out.y2 = out.y;
+  if (type > kGabor) return FillComplex(type, records, refChan, dspChan, out) ? 0 : -1;
+  // The power spectrum has its own row here: CalcSpectralData takes it right for the first channel only.
+  const bool filled = type == kPowerSpectrum ? CopyRow(records.rawData->powerSpec, hw, dspChan, out.y)
+                                             : CalcSpectralData(type, records.projID, records.measID, refChan,
+                                                                dspChan, out.y.data(), out.y2.data()) == 0;
+  if (filled) ConvertUnit(type, unit, hw, out.y);
+  return filled ? 0 : -1;
+}
+
+int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, const std::string& name) {
+  const Trace trace = label == "B" ? Trace::B : Trace::A;
+  const std::string display = trace == Trace::B ? "B" : "A";
+  const TraceSelection selection = LookupID(trace);
+  MeasRecords r;
+  const int key = selection.empty() ? -1 : GetKeyFromID(session.curProjID, selection.measID);
+  if (GetInfoFromKey(key, r) == -1 || r.hwPos < 0 || r.rawPos < 0 || r.hwSetup->nLines <= 0)
+    return Refuse("There are no data on display " + display + ".");
+  const int channels = r.hwSetup->nChannels;
+  if (std::min(refChan, dspChan) < 0 || std::max(refChan, dspChan) >= channels)
+    return Refuse(FormatText("The measurement %s has channels 1 to %d.", r.measID.c_str(), channels));
+  if (type < 0 || type > kGabor) return Refuse(FormatText("There is no display type %d.", type));
+
+  Export out;
+  if (type == kTransferPhase || type == kTransferAmplitude || type == kImpulseResponse) {
+    const PMeasInfo* pair = PairOf(r, key, refChan, dspChan, trace);
+    if (!pair) return Refuse("There are no data on display " + display + ".");
+    AddPairFiles(type, *pair, *r.hwSetup, out);
+  } else if (!AddSeriesFiles(type, refChan, dspChan, r, UnitOf(trace), out)) {
+    return Refuse(type == kGabor ? std::string("Calcualte Gabor spectrum, first.")
+                                 : "There are no data on display " + display + ".");
+  }
+  const std::string path = name.empty() ? AskForName(display, out.files) : name;
+  return path.empty() ? -1 : WriteFiles(path, out.files);
+}
+
+int SaveTraceA(const std::string& name) {
+  return SaveTrace(Trace::A, name);
+}
+int SaveTraceB(const std::string& name) {
+  return SaveTrace(Trace::B, name);
+}
+
+int Save_TraceACallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? SaveTraceA({}) : 0;
+}
+int Save_TraceBCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? SaveTraceB({}) : 0;
+}
+int SaveAs_TraceACallback(Panel panel, ControlId control, Event event, long data) {
+  return Save_TraceACallback(panel, control, event, data);
+}
+int SaveAs_TraceBCallback(Panel panel, ControlId control, Event event, long data) {
+  return Save_TraceBCallback(panel, control, event, data);
+}
+
+}  // namespace sondera
