@@ -11,6 +11,7 @@
 #include "project/analysis_section.h"
 #include "project/project_file.h"
 #include "project_bytes.h"
+#include "runtime/paths.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
@@ -50,7 +51,7 @@ TEST(SeedCorpus, IsWhatTheWritersMakeToday) {
       test::WriteWhole(std::string(target) + "/" + name, bytes);
       continue;
     }
-    const std::string path = std::string(SONDERA_SOURCE_DIR) + "/fuzz/corpus/" + name;
+    const std::string path = JoinPath(SONDERA_SOURCE_DIR, "fuzz/corpus/" + name);
     ASSERT_TRUE(std::filesystem::exists(path)) << path;
     EXPECT_TRUE(test::ReadWhole(path) == bytes) << name << " differs";
   }

@@ -13,6 +13,7 @@
 #include "project/project_file.h"
 #include "project/session.h"
 #include "project_bytes.h"
+#include "runtime/paths.h"
 #include "runtime/text_format.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
@@ -55,8 +56,11 @@ class Dump {
       std::string hex;
       for (std::size_t j = i; j < std::min(i + 8, shown); ++j)
         hex += FormatText(" %02x", static_cast<unsigned>(static_cast<unsigned char>(field[j])));
-      lines += FormatText("%05x %-24s", static_cast<unsigned>(bytes.size() + i), hex.c_str());
-      lines += i == 0 ? "  " + meaning + "\n" : "\n";
+      const unsigned offset = static_cast<unsigned>(bytes.size() + i);
+      if (i == 0) hex.resize(24, ' ');
+      lines += FormatText("%05x%s", offset, hex.c_str());
+      if (i == 0) lines += FormatText("  %s", meaning.c_str());
+      lines += '\n';
     }
     if (shown < field.size()) lines += FormatText("      ... zeros up to 256 bytes\n");
     bytes += field;
@@ -192,7 +196,7 @@ TEST(WorkedDump, IsReadAsItSays) {
 }
 
 TEST(WorkedDump, StandsInTheDocumentAsItIs) {
-  const std::string path = std::string(SONDERA_SOURCE_DIR) + "/docs/file-formats.md";
+  const std::string path = JoinPath(SONDERA_SOURCE_DIR, "docs/file-formats.md");
   std::string document = test::ReadWhole(path);
   const std::size_t begin = document.find(kBegin);
   ASSERT_NE(begin, std::string::npos);
