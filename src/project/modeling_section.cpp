@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "forward/model_records.h"
+#include "forward/theo_disp_info.h"
 #include "inversion/inv_records.h"
 #include "runtime/controls.h"
 #include "runtime/panels/exdthd.h"
@@ -324,6 +326,16 @@ void ReadStartingModels(SectionReader& file) {
   ReadEntries(file, inversion::INV_SMP, count - 1);
 }
 
+/// Brings panel and curve lists up to date with records that were read whole.
+void ShowModels() {
+  // Every run makes the twin ready for itself, which empties its curves. Here the lists are what is wanted:
+  // the curves of the last run are in the file to be seen again, and the next save has to write the same
+  // bytes.
+  ModelRecord read = TheoDispInfo;
+  static_cast<void>(ResetTheoDispInfo());
+  TheoDispInfo = std::move(read);
+}
+
 }  // namespace
 
 int ReadModeling(SectionReader& file) {
@@ -336,6 +348,7 @@ int ReadModeling(SectionReader& file) {
   ReadEntries(file, exdthd::ITERNO, count);
   ReadEntries(file, fmodeling::COPYPRF, file.Count("profiles", kMostListItems));
   ReadStartingModels(file);
+  ShowModels();
   return 0;
 }
 

@@ -42,7 +42,7 @@ class MeasDBTest : public SessionTest {
 // --------------------------------------------------------------------------------------------------
 
 TEST(FullTimeLines, LeavesAPowerOfTwoUnchanged) {
-  for (int n = 1; n <= 1 << 30 && n > 0; n *= 2) EXPECT_EQ(FullTimeLines(n), n);
+  for (int e = 0; e <= 30; ++e) EXPECT_EQ(FullTimeLines(1 << e), 1 << e);
 }
 
 TEST(FullTimeLines, GoesUpToTheNextPowerOfTwo) {

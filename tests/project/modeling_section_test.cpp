@@ -264,6 +264,20 @@ TEST_F(ModelingSection, TheDefaultRecordsAreReadAsTheyWere) {
   EXPECT_THAT(TheoDispInfo.recLoc, ::testing::SizeIs(16));
 }
 
+TEST_F(ModelingSection, ACompleteReadFillsTheCurveListsAndKeepsTheCurves) {
+  FModelParam.dispCurvType = 2;
+  FModelParam.pairRec1[0] = 3;
+  FModelParam.pairRec2[0] = 5;
+  const double velocity = TheoDispInfo.vel[1];
+  const std::string plain = ModelingBytes().bytes;
+  ASSERT_EQ(Read(plain), 0);
+  EXPECT_EQ(GetLabelFromIndex(exdthd::THDTYPE, 0), "Not Displayed");
+  EXPECT_GE(FindListItem(exdthd::THDTYPE, "Theoretical [3:5]"), 0);
+  EXPECT_GE(FindListItem(exdthd::ARRAYDISPID, "Array R. [3:5]"), 0);
+  EXPECT_EQ(TheoDispInfo.vel[1], velocity);
+  EXPECT_TRUE(ModelingBytes().bytes == plain);
+}
+
 TEST_F(ModelingSection, BytesBehindTheLastListAreTold) {
   EXPECT_EQ(Open(ModelingBytes().bytes + "12345"), -1);
   EXPECT_THAT(OnlyMessage(), HasSubstr("5 bytes"));
