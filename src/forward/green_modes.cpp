@@ -69,7 +69,10 @@ SONDERA_INLINE double Lane(const Lanes& a, int i) {
   return i < 2 ? a.h[i] : a.v[i - 2];
 }
 SONDERA_INLINE void SetLane(Lanes& a, int i, double x) {
-  (i < 2 ? a.h[i] : a.v[i - 2]) = x;
+  if (i < 2)
+    a.h[i] = x;
+  else
+    a.v[i - 2] = x;
 }
 /// The halves change places.
 SONDERA_INLINE Lanes Swap(const Lanes& a) {

@@ -22,7 +22,6 @@ namespace sondera {
 namespace {
 
 constexpr int kFixedPair = 4;  // GlobalRecType, and number of the first explicit set-up
-constexpr int kBuiltInSetups = 3;
 constexpr double kDerivativeStep = 6e-6;
 constexpr double kInversionAlpha = 0.53;
 

@@ -6,7 +6,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <ranges>
 
 #include "numeric/scale_arithmetic.h"
 #include "project/session.h"
@@ -162,6 +161,24 @@ void CalcGaborMaps(Panel panel) {
   if (pair()) pair()->phaseOption = option;
 }
 
+namespace {
+
+/// First of the lines 0..count-1 for which a test that holds up to some line fails; count when it never does.
+template <class Test>
+int FirstLineNot(int count, Test holds) {
+  int low = 0, high = count;
+  while (low < high) {
+    const int middle = low + (high - low) / 2;
+    if (holds(middle))
+      low = middle + 1;
+    else
+      high = middle;
+  }
+  return low;
+}
+
+}  // namespace
+
 void GaussFilter(double f, double band, double beta, double f1, double f2, double deltaT, int N, double* out,
                  int mode) {
   if (N <= 0) return;
@@ -171,11 +188,8 @@ void GaussFilter(double f, double band, double beta, double f1, double f2, doubl
                 : w0 * band;
   const double from = w0 - dw, to = w0 + dw, length = N * deltaT;
   const auto w = [length](int i) { return i * 2.0 * kPi / length; };
-  const auto lines = std::views::iota(0, N);
-  const int first = static_cast<int>(std::ranges::partition_point(lines, [&](int i) { return w(i) < from; }) -
-                                     lines.begin());
-  const int end = static_cast<int>(std::ranges::partition_point(lines, [&](int i) { return w(i) <= to; }) -
-                                   lines.begin());
+  const int first = FirstLineNot(N, [&](int i) { return w(i) < from; });
+  const int end = FirstLineNot(N, [&](int i) { return w(i) <= to; });
   std::fill_n(out, N, 0.0);
   const double exponent = -(beta / (band * band));
   for (int i = first; i < end; ++i) {
