@@ -1,0 +1,112 @@
+// sweep.cpp - sweeps of runs with data; see sweep.h. Those without data stand in sweep_free.cpp.
+#include "forward/sweep.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+
+#include "forward/layer_table.h"
+#include "forward/receiver_setups.h"
+#include "forward/sweep_solvers.h"
+#include "forward/system_state.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+
+SweepState sweepState;
+
+namespace {
+
+constexpr std::size_t kMostNamed = 8;
+
+std::string Named(const std::vector<std::string>& points, const char* what) {
+  std::string text = FormatText("%zu %s %s: ", points.size(), points.size() == 1 ? "point" : "points", what);
+  for (std::size_t i = 0; i < std::min(points.size(), kMostNamed); ++i) text += (i ? ", " : "") + points[i];
+  return points.size() > kMostNamed ? text + ", ..." : text;
+}
+
+double Ratio(double value, double by) {
+  return by > 0.0 ? value / by : 0.0;
+}
+
+int SweepPlaneWaves(SweepSolvers& solvers, OffsetVector<double>& vel) {
+  FS_SetupReceivers(0);
+  for (int i = 1; i <= run.nDispPoints; ++i) {
+    const double freq = run.runFreq[i];
+    const bool going = solvers.PlaneWave(Ratio(run.runVel[i], freq), vel[i]);
+    run.runLambda2[i] = Ratio(vel[i], freq);
+    if (vel[i] == 0.0) {
+      run.iNoVelocity[i] = 1;
+      sweepState.noResult.push_back(FormatText("%d", i));
+    }
+    if (run.iInvScheme == 0) ShowGlobalProgress(i, freq, run.runLambda2[i], vel[i]);
+    if (!going) return -1;
+  }
+  return 0;
+}
+
+int SweepGlobal(SweepSolvers& solvers, OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  FS_SetupReceivers(0);
+  const int n = run.nDispPoints;
+  for (int i = 1; i <= n; ++i) {
+    for (int k = 1; k <= run.nRecCfgPerPoint[i]; ++k) {
+      const double freq = run.runFreq[i], seed = run.runVel[i];
+      const PairAnswer a = solvers.PointLoad({i, k, freq, seed, Ratio(seed, freq), FormatText("%d", i)});
+      const int at = (k - 1) * n + i;
+      vel[at] = a.vel;
+      amp[at] = a.amp * kAmplitudeFactor;
+      run.runLambda2[at] = Ratio(a.vel, freq);
+      if (a.vel == 0.0) run.iNoVelocity[i] = 1;
+      if (run.iInvScheme == 0) ShowGlobalProgress(i, freq, run.runLambda2[at], a.vel);
+      if (a.halted) return -1;
+    }
+  }
+  return 0;
+}
+
+int SweepArray(SweepSolvers& solvers, int curveId, const ObsCurve& curve, OffsetVector<double>& vel,
+               OffsetVector<double>& amp) {
+  FS_SetupReceivers(curveId);
+  solvers.SetStride(curve.nFreq);
+  for (int row = 1; row <= run.nObsRows; ++row) {
+    int iFreq = 0, iPair = 0;
+    FS_GetFreqIDAndRecPairID(curve, row, &iFreq, &iPair);
+    if (iFreq == 0) break;
+    const double freq = run.runFreq[row], seed = run.runVel[row];
+    const PairAnswer a =
+        solvers.PointLoad({iFreq, iPair, freq, seed, Ratio(seed, freq), FormatText("(%d,%d)", iFreq, iPair)});
+    vel[row] = a.vel;
+    amp[row] = a.amp * kAmplitudeFactor;
+    run.runLambda2[row] = Ratio(a.vel, freq);
+    if (a.vel == 0.0) run.iNoVelocity[row] = 1;
+    if (run.iInvScheme == 0) ShowArrayProgress(true, iFreq, iPair, freq, run.runLambda2[row], a.vel);
+    if (a.halted) return -1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string SweepReport() {
+  std::string text;
+  const auto add = [&text](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
+  if (!sweepState.noResult.empty()) add(Named(sweepState.noResult, "without a result"));
+  if (!sweepState.seedKept.empty()) add(Named(sweepState.seedKept, "kept at the seed (incomplete modes)"));
+  return text;
+}
+
+int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  if (run.iInvScheme == 0) SetCtrlVal(exdthd::STATUSMSG, "Performing F. Modeling Analysis ...");
+  DeriveLayerProperties(true);
+  vel = amp = OffsetVector<double>(1, run.runVel.size());
+  SweepSolvers solvers(run.nDispPoints);
+  if (std::abs(run.iAnalysis) == 2) return SweepPlaneWaves(solvers, vel);
+  if (run.iDispSource == 1) return SweepGlobal(solvers, vel, amp);
+  for (std::size_t c = 0; c < run.obsCurves.size(); ++c) {
+    if (SweepArray(solvers, static_cast<int>(c) + 1, run.obsCurves[c], vel, amp) < 0) return -1;
+  }
+  return 0;
+}
+
+}  // namespace sondera

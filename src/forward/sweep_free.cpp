@@ -1,0 +1,209 @@
+// sweep_free.cpp - sweeps of runs without data, in the wavelength and the frequency domain; see sweep.h.
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+#include <string>
+
+#include "forward/layer_table.h"
+#include "forward/model_records.h"
+#include "forward/receiver_setups.h"
+#include "forward/sampled_curve.h"
+#include "forward/sweep.h"
+#include "forward/sweep_solvers.h"
+#include "forward/system_state.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kFreeDeviation = 0.01;  // of points that no measurement stands behind
+constexpr double kNoMinimum = 1e+36, kNoMaximum = 0.0;
+constexpr int kWavelengthDomain = 1, kArrayCurves = 2;
+
+double Ratio(double value, double by) {
+  return by > 0.0 ? value / by : 0.0;
+}
+
+bool UsesPointLoad() {
+  return std::abs(run.iAnalysis) != 2;
+}
+
+/// Plane-wave values of a point of the global curve, which stand as its observation.
+void RecordGlobalPoint(int i, double vel, double freq, double wavelength) {
+  run.runVel[i] = run.globalVel[i] = vel;
+  run.runFreq[i] = run.globalFreq[i] = freq;
+  run.runLambda[i] = run.runLambda2[i] = run.globalLambda[i] = wavelength;
+}
+
+void RecordNoResult(int row, const std::string& name) {
+  run.iNoVelocity[row] = 1;
+  sweepState.noResult.push_back(name);
+}
+
+/// Point-load velocities of all set-ups of a point of the global curve. @return false when halted
+bool SolveGlobalPairs(SweepSolvers& solvers, int i, bool byFrequency, OffsetVector<double>& vel,
+                      OffsetVector<double>& amp) {
+  const int n = run.nDispPoints;
+  const double freq = run.runFreq[i], seed = run.runVel[i], wavelength = run.runLambda[i];
+  for (int k = 1; k <= run.nRecCfgPerPoint[i]; ++k) {
+    const PairAnswer a = solvers.PointLoad({i, k, freq, seed, wavelength, FormatText("%d", i)});
+    const int at = (k - 1) * n + i;
+    vel[at] = a.vel;
+    amp[at] = a.amp * kAmplitudeFactor;
+    run.runLambda2[at] = Ratio(a.vel, freq);
+    if (a.vel == 0.0) run.iNoVelocity[i] = 1;
+    if (run.iUseAmplitude == 1) {
+      sweepState.recAmp[(2 * k - 2) * n + i] = a.recAmp[1];
+      sweepState.recAmp[(2 * k - 1) * n + i] = a.recAmp[2];
+    }
+    if (byFrequency) {
+      ShowSlotProgress(i, k, freq, run.runLambda2[at], a.vel);
+    } else {
+      ShowGlobalProgress(i, freq, run.runLambda2[at], a.vel);
+    }
+    if (a.halted) return false;
+  }
+  return true;
+}
+
+/// The result of a point after its plane-wave values have been recorded. @return false when halted
+bool FinishGlobalPoint(SweepSolvers& solvers, int i, bool byFrequency, OffsetVector<double>& vel,
+                       OffsetVector<double>& amp) {
+  if (UsesPointLoad()) return SolveGlobalPairs(solvers, i, byFrequency, vel, amp);
+  vel[i] = run.runVel[i];
+  if (vel[i] == 0.0) RecordNoResult(i, FormatText("%d", i));
+  ShowGlobalProgress(i, run.runFreq[i], run.runLambda[i], vel[i]);
+  return true;
+}
+
+int SweepByWavelength(SweepSolvers& solvers, OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  FS_SetupReceivers(0);
+  for (int i = 1; i <= run.nDispPoints; ++i) {
+    const double wavelength = run.runLambda[i];
+    double c = 0.0;
+    if (!solvers.PlaneWave(wavelength, c)) return -1;
+    RecordGlobalPoint(i, c, Ratio(c, wavelength), wavelength);
+    if (!FinishGlobalPoint(solvers, i, false, vel, amp)) return -1;
+  }
+  return 0;
+}
+
+int SweepGlobalByFrequency(SweepSolvers& solvers, const SampledCurve& curve, OffsetVector<double>& vel,
+                           OffsetVector<double>& amp) {
+  for (int i = 1; i <= run.nDispPoints; ++i) {
+    const double freq = run.runFreq[i], c = VelocityAt(curve, freq);
+    RecordGlobalPoint(i, c, freq, Ratio(c, freq));
+    if (!FinishGlobalPoint(solvers, i, true, vel, amp)) return -1;
+  }
+  return 0;
+}
+
+/// Makes the marked points of the array curves the rows of the run, with plane-wave velocities.
+void MakeArrayRows(ObsCurve& o, const SampledCurve& curve) {
+  run.nObs = 0;
+  for (int p = 1; p <= o.nFreq; ++p) {
+    const double freq = o.freq[p], c = VelocityAt(curve, freq);
+    for (int k = 1; k <= o.nCurves; ++k) {
+      double& mark = o.vel[o.At(p, k)];
+      if (mark == 0.0) continue;
+      mark = c;
+      const int row = run.iArrayIndex(k, p) = ++run.nObs;
+      run.runVel[row] = run.arrayVel[row] = c;
+      run.runFreq[row] = run.arrayFreq[row] = freq;
+      run.runLambda[row] = run.runLambda2[row] = Ratio(c, freq);
+      run.arrayDev[row] = kFreeDeviation;
+      if (run.iUseAmplitude != 1) continue;
+      run.runAmp[row] = run.arrayAmp[row] = 1.0;
+      run.arrayAmpDev[row] = kFreeDeviation;
+    }
+  }
+  run.nObsRows = run.nObs;
+  run.ldObs = run.iUseAmplitude == 1 ? 2 * run.nObs : run.nObs;
+}
+
+/// Result of one array row. @return false when halted
+bool FinishArrayRow(SweepSolvers& solvers, int row, int p, int k, OffsetVector<double>& vel,
+                    OffsetVector<double>& amp) {
+  const std::string name = FormatText("(%d,%d)", p, k);
+  const double freq = run.runFreq[row], seed = run.runVel[row];
+  bool going = true;
+  if (UsesPointLoad()) {
+    const PairAnswer a = solvers.PointLoad({p, k, freq, seed, run.runLambda[row], name});
+    vel[row] = a.vel;
+    amp[row] = a.amp * kAmplitudeFactor;
+    if (a.vel == 0.0) run.iNoVelocity[row] = 1;
+    going = !a.halted;
+  } else {
+    vel[row] = seed;
+    if (seed == 0.0) RecordNoResult(row, name);
+  }
+  run.runLambda2[row] = Ratio(vel[row], freq);
+  if (run.iInvScheme == 0) ShowArrayProgress(false, p, k, freq, run.runLambda2[row], vel[row]);
+  return going;
+}
+
+int SweepArrayByFrequency(SweepSolvers& solvers, int curveId, ObsCurve& o, const SampledCurve& curve,
+                          OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  MakeArrayRows(o, curve);
+  FS_SetupReceivers(curveId);
+  solvers.SetStride(o.nFreq);
+  for (int p = 1; p <= o.nFreq; ++p) {
+    for (int k = 1; k <= o.nCurves; ++k) {
+      const int row = run.iArrayIndex(k, p);
+      if (row > 0 && !FinishArrayRow(solvers, row, p, k, vel, amp)) return -1;
+    }
+  }
+  return 0;
+}
+
+struct Range {
+  double min, max;
+};
+
+/// Frequencies of the run, Hz.
+Range WantedFrequencies() {
+  const ModelRecord& m = FModelParam;
+  if (run.iDispSource != kArrayCurves) return {m.xMinGlobal, m.xMaxGlobal};
+  Range r{kNoMinimum, kNoMaximum};
+  for (std::size_t c = 0; c < static_cast<std::size_t>(m.nDispCurves); ++c) {
+    r.min = std::min(r.min, m.pairMin[c]);
+    r.max = std::max(r.max, m.pairMax[c]);
+  }
+  return r;
+}
+
+int SweepByFrequency(SweepSolvers& solvers, OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  FS_SetupReceivers(0);
+  const Range wanted = WantedFrequencies();
+  if (!(wanted.min > 0.0 && wanted.max > 0.0 && std::isfinite(wanted.max))) {
+    MessagePopup(session.appTitle,
+                 FormatText("The frequencies from %g to %g Hz make no range. Both ends must "
+                            "be above 0.",
+                            wanted.min, wanted.max));
+    return -1;
+  }
+  SampledCurve curve;
+  if (!SampleCurve(solvers, wanted.min, wanted.max, curve)) return -1;
+  if (run.iDispSource != kArrayCurves) return SweepGlobalByFrequency(solvers, curve, vel, amp);
+  for (std::size_t c = 0; c < run.obsCurves.size(); ++c) {
+    const int id = static_cast<int>(c) + 1;
+    if (SweepArrayByFrequency(solvers, id, run.obsCurves[c], curve, vel, amp) < 0) return -1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int FS_rWave3D_F(OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  DeriveLayerProperties(false);
+  vel = amp = OffsetVector<double>(1, run.runVel.size());
+  SweepSolvers solvers(run.nDispPoints);
+  if (run.iUseAmplitude == 1) sweepState.recAmp = OffsetVector<double>(1, 2 * run.runVel.size());
+  return run.xDomain == kWavelengthDomain ? SweepByWavelength(solvers, vel, amp)
+                                          : SweepByFrequency(solvers, vel, amp);
+}
+
+}  // namespace sondera

@@ -1,0 +1,62 @@
+// sweep_solvers.h - both solvers on the layers of a run, with the poll for a halt after each call, and the
+// progress line. Callers: the sweeps. Owned state: none of its own; enters doubts into sweepState.
+#pragma once
+
+#include <string>
+
+#include "forward/point_load.h"
+
+namespace sondera {
+
+/// Starting values of the point-load solver, and the place of a point.
+struct PairQuestion {
+  int iPoint = 0, iSlot = 0;  ///< point (or frequency) and slot of its tables, from 1
+  double freq = 0.0, vel = 0.0, wavelength = 0.0;
+  std::string name;  ///< for the list of doubts
+};
+
+struct PairAnswer {
+  double vel = 0.0;  ///< 0: no result
+  double amp = 0.0;  ///< amplitude ratio of farther over nearer receiver
+  double recAmp[3] = {0.0, 0.0, 0.0};
+  bool halted = false;
+};
+
+/// The solvers of one sweep, with their work space.
+class SweepSolvers {
+ public:
+  /// Empties sweepState.
+  /// @param nPoints  stride of the set-up tables: points of the global curve, frequencies of array curves
+  explicit SweepSolvers(int nPoints);
+  void SetStride(int nPoints) { input_.nPoints = nPoints; }
+
+  /// Plane-wave velocity at a wavelength, 0 without a root; then the poll. @return false when halted
+  bool PlaneWave(double wavelength, double& velocity);
+
+  /// Apparent velocity of a receiver pair; then the poll. Enters a doubt into sweepState.
+  PairAnswer PointLoad(const PairQuestion& question);
+
+ private:
+  PointLoadInput input_;
+  PointLoadWork work_;
+  bool usable_ = true;  ///< the solver takes settings and layers
+};
+
+/// Lets events in; true when a halt is asked for. Takes the request back.
+bool HaltAsked();
+
+/// Progress on the status line of the results page.
+void ShowGlobalProgress(int iPoint, double freq, double wavelength, double vel);
+/// Array curves, "(F,D)" in a run without data and "[F,D]" in one with data.
+void ShowArrayProgress(bool withData, int iFreq, int iPair, double freq, double wavelength, double vel);
+/// Global curve by frequency.
+void ShowSlotProgress(int iPoint, int iSlot, double freq, double wavelength, double vel);
+
+/// Amplitude factor of stored results.
+inline constexpr double kAmplitudeFactor = 1.0;
+
+/// Smallest and largest Vs of the layers.
+double SmallestVs();
+double LargestVs();
+
+}  // namespace sondera
