@@ -8,6 +8,7 @@
 #include "app/shutdown.h"
 #include "app/trace_callbacks.h"
 #include "app/window_modes.h"
+#include "inversion/result_text.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
 #include "project/analysis_section.h"
@@ -15,6 +16,7 @@
 #include "project/project_file.h"
 #include "project/trace_export.h"
 #include "runtime/controls.h"
+#include "runtime/panels/analresult.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/devpanel.h"
 #include "runtime/panels/dispcurv.h"
@@ -190,6 +192,10 @@ constexpr CallbackRow kRepresentative[] = {
     {&cdisppnl::SAVERED, SaveREDCallback},
 };
 
+constexpr CallbackRow kResults[] = {
+    {&analresult::SAVE, SaveInvResultCallback},
+};
+
 constexpr CallbackRow kInversion[] = {
     {&inversion::ONECLICK_RUN, OneClickInversionCallback},
     {&inversion::PERFORMINVSAVE, PerformInvInvSaveCallback},
@@ -214,6 +220,7 @@ void InstallCallbacks() {
   Install(kFiltration);
   Install(kDispersion);
   Install(kRepresentative);
+  Install(kResults);
   Install(kInversion);
 
   RedrawHandlers redraw;
