@@ -46,7 +46,7 @@ ModelRecord FirstModel() {
   m.closingWord1 = 2;
   m.closingWord2 = 12;
   AllocateModelRecord(m);
-  double location = 0.5;  // 0.5, 1, 2, 4 ... : eight of them are in use
+  double location = 0.5;
   for (double& r : m.recLoc) {
     r = location;
     location *= 2.0;
@@ -84,18 +84,6 @@ void InitializeTheoDispInfo() {
   TheoDispInfo.dispCurvType = 1;
   TheoDispInfo.closingWord1 = 0;
   TheoDispInfo.closingWord2 = 11;
-}
-
-void ResetFModel_D() {
-  const bool rebuild = FModelParam.nReceivers > 0;
-  FModelParam = FirstModel();
-  if (rebuild) {
-    InitializeTheoDispInfo();
-    InitializeInvAnal();
-  }
-  FModelParam.dispCurvType = 2;
-  FModelParam.DispCurvInfo = 0;
-  FModelParam.nDispPointsG = FModelParam.nDispPoints = 50;
 }
 
 void FinalizeFModel() {

@@ -74,10 +74,6 @@ void AllocateModelRecord(ModelRecord& record);
 void InitializeFModel();
 /// First values of the twin: those of FModelParam but for dispCurvType 1 and the closing words.
 void InitializeTheoDispInfo();
-/// Takes FModelParam back to first values before curves are brought in: receivers at eight doubling locations
-/// from 0.5, array curves, points from the settings, 50 points of either kind. A record that had receivers is
-/// rebuilt, and TheoDispInfo and the records of results with it, whose contents go.
-void ResetFModel_D();
 /// Empties the record.
 void FinalizeFModel();
 void FinalizeTheoDispInfo();

@@ -135,21 +135,5 @@ TEST_F(ReceiverSetups, ResetForAGlobalCurveHasOneCurveAndTheFixedItems) {
   EXPECT_EQ(GetNumListItems(exdthd::ARRAYDISPID), 1);
 }
 
-TEST_F(ReceiverSetups, ResetOfTheRecordMakesRoomForOtherCurves) {
-  SetPlainLayers(3);
-  SetGlobalCurve(2);
-  InvParam.nLayers = 3;
-  FModelParam.recLoc[0] = 99.0;
-  ResetFModel_D();
-  EXPECT_EQ(FModelParam.dispCurvType, 2);
-  EXPECT_EQ(FModelParam.DispCurvInfo, 0);
-  EXPECT_EQ(FModelParam.nDispPointsG, 50);
-  EXPECT_EQ(FModelParam.nDispPoints, 50);
-  EXPECT_EQ(FModelParam.nReceivers, 8);
-  EXPECT_DOUBLE_EQ(FModelParam.recLoc[0], 0.5);
-  EXPECT_DOUBLE_EQ(FModelParam.recLoc[7], 64.0);
-  EXPECT_EQ(InvParam.nLayers, 0);
-}
-
 }  // namespace
 }  // namespace sondera::testing
