@@ -1,7 +1,6 @@
 // sweep.cpp - sweeps of runs with data; see sweep.h. Those without data stand in sweep_free.cpp.
 #include "forward/sweep.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 
@@ -14,17 +13,7 @@
 
 namespace sondera {
 
-SweepState sweepState;
-
 namespace {
-
-constexpr std::size_t kMostNamed = 8;
-
-std::string Named(const std::vector<std::string>& points, const char* what) {
-  std::string text = FormatText("%zu %s %s: ", points.size(), points.size() == 1 ? "point" : "points", what);
-  for (std::size_t i = 0; i < std::min(points.size(), kMostNamed); ++i) text += (i ? ", " : "") + points[i];
-  return points.size() > kMostNamed ? text + ", ..." : text;
-}
 
 double Ratio(double value, double by) {
   return by > 0.0 ? value / by : 0.0;
@@ -87,14 +76,6 @@ int SweepArray(SweepSolvers& solvers, int curveId, const ObsCurve& curve, Offset
 }
 
 }  // namespace
-
-std::string SweepReport() {
-  std::string text;
-  const auto add = [&text](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
-  if (!sweepState.noResult.empty()) add(Named(sweepState.noResult, "without a result"));
-  if (!sweepState.seedKept.empty()) add(Named(sweepState.seedKept, "kept at the seed (incomplete modes)"));
-  return text;
-}
 
 int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp) {
   if (run.iInvScheme == 0) SetCtrlVal(exdthd::STATUSMSG, "Performing F. Modeling Analysis ...");

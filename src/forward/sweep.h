@@ -3,30 +3,14 @@
 //
 // Callers: the driver of forward runs; the inversion, for which FS_rWave3D is the forward function. Works on
 // `run`, whose observation rows are set up. After each solver call events are polled; run.iHaltRequest, or an
-// interrupt of the terminal, ends a sweep then. Owned state: sweepState, what the solvers doubted in the
-// sweep that ran last.
+// interrupt of the terminal, ends a sweep then. Owned state: none; what the solvers doubted goes to
+// sweep_state.h.
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include "forward/sweep_state.h"
 #include "numeric/offset_array.h"
 
 namespace sondera {
-
-/// Points that a sweep has no value, or only a starting value, for. Points of the global curve are named by
-/// their number, those of array curves as (frequency,pair).
-struct SweepState {
-  std::vector<std::string> noResult;  ///< velocity 0
-  std::vector<std::string> seedKept;  ///< modes incomplete: the seed stands as the velocity
-  std::string refusal;                ///< why the point-load solver refused settings or layers; "" if not
-  OffsetVector<double> recAmp;  ///< with amplitudes in use: moduli at both receivers, nearer one of slot k
-                                ///< and point i at (2 k - 2) * points + i, farther one a block behind
-};
-extern SweepState sweepState;
-
-/// "" when there was no doubt; otherwise counts and names of such points, for the status line.
-std::string SweepReport();
 
 /// Sweep of a run without data: velocities at the points of run's grid, which get plane-wave velocities as
 /// their observation (deviation 0.01 on array curves), and point-load ones as the result for analysis 3 and

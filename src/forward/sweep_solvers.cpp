@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
-#include "forward/sweep.h"
+#include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
