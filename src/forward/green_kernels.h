@@ -58,9 +58,8 @@ struct GreenWork {
 /// @param[in]  t, G, lambda, damp, rho   sublayer thickness, shear modulus, Lame constant, damping ratio,
 /// density; 1..n
 /// @param[in]  n, N       nodes, N = 2n
-/// @param[in]  hsFlag     1: node n is the surface of the half-space below sublayer n - 1 (FS_Wave adds its
-/// boundary);
-///                        0: sublayer n rests on rigid ground
+/// @param[in]  hsFlag     1: node n is the surface of the half-space below sublayer n - 1 (its boundary comes
+///                        with FS_Wave); 0: sublayer n rests on rigid ground
 void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex* B1, dcomplex* B2,
                dcomplex* A_d, dcomplex* A_o, const double* t, const double* G, const double* lambda,
                const double* damp, const double* rho, int n, int N, int hsFlag);
@@ -85,12 +84,10 @@ void FormBoundary(const double* M_d, const double* M_o, const dcomplex* G_d, con
 /// vectors.
 /// @param[in]  A_d .. D_o   matrices by diagonals; even entries of B2 are 0
 /// @param[out] k            1..N
-/// @param[out] Phi          columns of ld rows, element (i, mode j) at Phi[(j-1) * ld + i]; ld = N for whole
-/// modes, ld = 2
-///                          for the motion of the surface alone
-/// @param[out] ok           1 if all N modes converged and are orthogonal to each other, otherwise 0: then
-/// the search
-///                          ended early and k, Phi are incomplete
+/// @param[out] Phi          columns of ld rows, element (i, mode j) at Phi[(j-1) * ld + i]; ld = N for
+///                          whole modes, ld = 2 for the motion of the surface alone
+/// @param[out] ok           1 if all N modes converged and are orthogonal to each other, otherwise 0:
+///                          then the search ended early and k, Phi are incomplete
 /// Normalised so that Phi^T (2 k A + B) Phi = 2 k for the pair as it was found. At the end a pair with Im k >
 /// 0 has its k negated and any other its even rows, which is the same to the pencil but for the sign of B:
 /// the pairs given out belong to D - k B + k^2 A, with Phi^T (2 k A - B) Phi = 2 k.

@@ -90,16 +90,16 @@ bool CheckPointLoadInput(const PointLoadInput& in, std::string* why);
 
 /// One dispersion point.
 /// @param[in]     freq        frequency, element 1
-/// @param[in,out] vel         apparent phase velocity, element 1; 0 without a result; kept as it was when the
-/// modes fail
+/// @param[in,out] vel         apparent phase velocity, element 1; 0 without a result; as it was when the
+/// modes
+///                            fail
 /// @param[in,out] amp         amplitude ratio of farther over nearer receiver, element 1; as vel
 /// @param[in]     wavelength  seed wavelength, element 1
 /// @param[in]     iPoint      minus the number of the point
 /// @param[in]     iSlot       slot of the point whose set-up is evaluated
 /// @param[out]    stack       0..nStackRec, written only with stackRec
-/// @param[out]    recAmp      moduli of displacement at both receivers, elements 1 and 2; unit: force over
-/// modulus times
-///                            length, for a unit force
+/// @param[out]    recAmp      moduli of displacement at both receivers for a unit force, elements 1 and 2;
+///                            unit: force over modulus times length
 /// Returns 0; work.status says more.
 int FS_SASW3D(const PointLoadInput& in, PointLoadWork& work, const double* freq, double* vel, double* amp,
               const double* wavelength, int iPoint, int iSlot, dcomplex* stack, double* recAmp);
