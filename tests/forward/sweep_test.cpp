@@ -148,6 +148,30 @@ TEST_F(Sweep, PointWithoutRootStoresZeroVelocityAndFrequency) {
   EXPECT_EQ(SweepReport(), "2 points without a result: 1, 2");
 }
 
+TEST_F(Sweep, GroundWithoutVsEndsWithoutResultInTheFrequencyDomainToo) {
+  SetRange(1, 2, 5.0, 50.0, 2);
+  FModelParam.Vp[0] = 300.0;
+  FModelParam.Vs[0] = 0.0;
+  FModelParam.nu[0] = 0.0;
+  Start(2);
+  ASSERT_EQ(FS_rWave3D_F(vel, amp), 0);
+  EXPECT_EQ(vel[1], 0.0);
+  EXPECT_EQ(vel[2], 0.0);
+  EXPECT_EQ(SweepReport(), "2 points without a result: 1, 2");
+}
+
+TEST_F(Sweep, ObservationWithoutFrequencyHasNoResult) {
+  SetPlainLayers(3);
+  SetGlobalCurve(2);
+  FModelParam.globalFreq[0] = 0.0;
+  Start(2);
+  ASSERT_EQ(FS_rWave3D(vel, amp), 0);
+  EXPECT_EQ(vel[1], 0.0);
+  EXPECT_GT(vel[2], 0.0);
+  EXPECT_EQ(run.iNoVelocity[1], 1);
+  EXPECT_EQ(run.runLambda2[1], 0.0);
+}
+
 TEST_F(Sweep, PlaneWavesWithDataAreSolvedAtTheObservedWavelength) {
   SetPlainLayers(3);
   SetGlobalCurve(3);
@@ -235,6 +259,18 @@ TEST_F(Sweep, PointThatThePointLoadSolverRefusesIsNamed) {
   EXPECT_EQ(run.iNoVelocity[1], 0);
   EXPECT_EQ(run.iNoVelocity[2], 1);
   EXPECT_EQ(SweepReport(), "1 point without a result: 2");
+}
+
+TEST_F(Sweep, IncompleteModesKeepTheSeedAndAreNamed) {
+  SetPlainLayers(3);
+  SetGlobalCurve(2);
+  FModelParam.globalVel[1] = 20.0 * 1e-150;  // stiffnesses of this wavelength are beyond a double
+  FModelParam.nSubLayers = 6;
+  Start(3);
+  ASSERT_EQ(FS_rWave3D(vel, amp), 0);
+  EXPECT_EQ(vel[2], 20.0 * 1e-150);
+  EXPECT_EQ(run.iNoVelocity[2], 0);
+  EXPECT_EQ(SweepReport(), "1 point kept at the seed (incomplete modes): 2");
 }
 
 TEST_F(Sweep, ManyDoubtsAreCountedAndTheFirstOnesNamed) {
