@@ -12,11 +12,15 @@
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
 #include "project/analysis_section.h"
+#include "project/auto_save.h"
+#include "project/exd_files.h"
 #include "project/import.h"
+#include "project/legacy_files.h"
 #include "project/project_file.h"
 #include "project/trace_export.h"
 #include "runtime/controls.h"
 #include "runtime/panels/analresult.h"
+#include "runtime/panels/asavedlg.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/devpanel.h"
 #include "runtime/panels/dispcurv.h"
@@ -79,6 +83,15 @@ constexpr CallbackRow kProject[] = {
 constexpr CallbackRow kExport[] = {
     {&mainmenu::SAVE_TRACE_A, Save_TraceACallback},
     {&mainmenu::SAVE_TRACE_B, Save_TraceBCallback},
+    {&mainmenu::LOAD_EXD_FILE_MENU, LoadExdFileMenuCallback},
+    {&mainmenu::EXPORT_EXD_DATA, Export_ExdDataCallback},
+    {&mainmenu::LOAD_PREV_RAW_DATA, Load_PrevRawDataCallback},
+    {&mainmenu::LOAD_MHW_SETUP, Load_MHWSetupCallback},
+    {&mainmenu::SAVE_MHW_SETUP, Save_MHWSetupCallback},
+    {&measpanel::F10, AutoSaveDlgCallback},
+    {&asavedlg::SAVE, AutoSaveCallback},
+    {&asavedlg::CHANGEPATH, ChangePathCallback},
+    {&asavedlg::CLOSE, AutoSaveCloseCallback},
 };
 
 constexpr CallbackRow kMeasurements[] = {

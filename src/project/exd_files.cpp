@@ -1,0 +1,269 @@
+// exd_files.cpp - see exd_files.h.
+#include "project/exd_files.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "project/import_record.h"
+#include "project/measdb.h"
+#include "project/section_io.h"
+#include "project/session.h"
+#include "project/text_helpers.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/meassetup.h"
+#include "runtime/redraw.h"
+#include "signal/spectra.h"
+
+namespace sondera {
+namespace {
+
+constexpr std::string_view kHeading = "ID : ";
+constexpr int kHeaderRest = 4;        // lines between the number of points and the first point
+constexpr int kMostPoints = 1 << 18;  // records of a measurement are made for each; no instrument gives more
+constexpr int kIdLength = 80;
+constexpr int kMostPrompts = 10;  // new ids asked for in a row
+constexpr int kDispersionTab = 2;
+constexpr double kFoot = 0.3048;
+
+struct ExdCurve {
+  std::string measID;
+  std::vector<double> velocity, frequency, wavelength;
+};
+
+/// Metres per unit by a line like "unit = 1"; nothing without a number.
+std::optional<double> UnitOf(const std::string& line) {
+  const auto token = Tokenizer(line, "unit =\r\n").Next();
+  if (!token) return std::nullopt;
+  return ParseInt(*token) == 0 ? kFoot : 1.0;
+}
+
+bool TakeNumber(Tokenizer& tokens, std::vector<double>& out) {
+  const auto token = tokens.Next();
+  std::size_t used = 0;
+  const double value = token ? ParseReal(*token, &used) : 0.0;
+  if (used == 0 || !std::isfinite(value)) return false;
+  out.push_back(value);
+  return true;
+}
+
+/// One file in the course of reading.
+class ExdReader {
+ public:
+  ExdReader(TextReader& text, const std::string& fname) : text_(text), fname_(fname) {}
+  std::string run();
+
+ private:
+  bool nextLine() {
+    if (!text_.ReadLine(line_)) return false;
+    ++lineNumber_;
+    return true;
+  }
+  /// Remembers the first trouble.
+  void note(const std::string& what) {
+    if (trouble_.empty()) trouble_ = what;
+  }
+  bool readPoints(ExdCurve& curve);
+  bool readCurve();
+  bool claim(std::string measID, ImportRequest& request, ImportRecords& records);
+  void store(const ExdCurve& curve);
+
+  TextReader& text_;
+  const std::string& fname_;
+  std::string line_, trouble_, lastID_;
+  int lineNumber_ = 0;
+  std::optional<double> unit_;
+};
+
+/// Header behind its first line, and the points. False when there are fewer than claimed; line_ then holds
+/// the line that was none.
+bool ExdReader::readPoints(ExdCurve& curve) {
+  const int start = lineNumber_;
+  const std::size_t colon = nextLine() ? line_.find(':') : std::string::npos;
+  std::size_t used = 0;
+  const int n = colon == std::string::npos ? -1 : ParseInt(std::string_view(line_).substr(colon + 1), &used);
+  if (used == 0 || n < 0 || n > kMostPoints) {
+    note(FormatText("The curve in line %d has no number of points.", start));
+    return false;
+  }
+  for (int i = 0; i < kHeaderRest; ++i) nextLine();
+  for (int i = 0; i < n; ++i) {
+    Tokenizer tokens(std::string_view{});
+    const bool there =
+        nextLine() && line_.ends_with('\n');  // a last line that is cut may end within a number
+    if (there) tokens = Tokenizer(std::string_view(line_), " ,\t\r\n");
+    if (!there || !TakeNumber(tokens, curve.velocity) || !TakeNumber(tokens, curve.frequency) ||
+        !TakeNumber(tokens, curve.wavelength)) {
+      note(FormatText("The curve in line %d claims %d points and has %d.", start, n, i));
+      return false;
+    }
+  }
+  return true;
+}
+
+/// Curve whose heading is in line_. True when line_ has been dealt with, false when it is to be looked at
+/// anew.
+bool ExdReader::readCurve() {
+  ExdCurve curve;
+  const std::string heading = line_;
+  const auto token = Tokenizer(std::string_view(heading).substr(kHeading.size()), "_[").Next();
+  curve.measID = ExtractMeasID(token.value_or(std::string_view())) + "@" + fname_;
+  while (!curve.measID.empty() && (curve.measID.back() == '\n' || curve.measID.back() == '\r'))
+    curve.measID.pop_back();
+  if (!readPoints(curve)) return !line_.starts_with(kHeading) || line_ == heading;
+  if (!curve.velocity.empty()) store(curve);
+  return true;
+}
+
+/// Settles under which id a curve comes in. False when it stays out.
+bool ExdReader::claim(std::string measID, ImportRequest& request, ImportRecords& records) {
+  for (int tries = 0; tries < kMostPrompts; ++tries) {
+    request.measID = measID;
+    if (BeginImport(request, IfPresent::Ask, records)) return true;
+    const auto answer = PromptPopup(session.appTitle, "Please enter a new measurement ID.", kIdLength);
+    if (!answer || answer->empty()) break;
+    measID = answer->substr(0, kIdLength);
+  }
+  note("The curve " + measID + " was not loaded: its ID is in the list already.");
+  return false;
+}
+
+void ExdReader::store(const ExdCurve& curve) {
+  const int n = static_cast<int>(curve.velocity.size());
+  ImportRequest request;
+  request.nChannels = 2;
+  ImportRecords records;
+  if (!claim(curve.measID, request, records)) return;
+
+  SpectrumLayout layout;
+  layout.nLines = n + 1;
+  layout.freqSpan = n * 1.0;
+  layout.stopFreq = layout.freqSpan;
+  layout.deltaT = 0.5 / layout.freqSpan;
+  layout.timeLength = (2 * (n + 1) - 1) * layout.deltaT;
+  layout.deltaF = 1.0;
+  MakeSpectrumRecords(request, layout, records);
+  FinishImport(request, records);
+  lastID_ = request.measID;
+
+  PMeasInfo* pair = FindPair(records.key, 0, 1);
+  if (!pair) SetupPMeasDataNode(session.curProjID, request.measID, 0, 1, *records.hw, pair);
+  if (!pair) return;
+  const auto put = [](const std::vector<double>& from, std::vector<double>& to) {
+    std::fill(std::copy(from.begin(), from.end(), to.begin()), to.end(), 0.0);
+  };
+  put(curve.velocity, pair->dispVel);
+  put(curve.frequency, pair->dispFreq);
+  put(curve.wavelength, pair->dispWlen);
+  pair->nDispPoints = n;
+  pair->included = 1;
+}
+
+std::string ExdReader::run() {
+  bool fetch = true;
+  while (!fetch || nextLine()) {
+    fetch = true;
+    if (line_.starts_with("u")) {
+      if (const auto unit = UnitOf(line_)) unit_ = unit;
+    } else if (line_.starts_with(kHeading)) {
+      fetch = readCurve();
+    } else if (line_.find_first_not_of(" \t\r\n") != std::string::npos) {
+      note(FormatText("Line %d belongs to no curve.", lineNumber_));
+    }
+  }
+  if (text_.ReadFailed()) note("It could not be read to its end.");
+  if (unit_) {  // behind the records, which show a unit of their own
+    session.lengthUnit = *unit_;
+    SetCtrlVal(meassetup::LENGTHUNIT, *unit_);
+  }
+  return trouble_;
+}
+
+/// Amplitude of the phase in use on the line of a frequency: points have no line numbers of their own, since
+/// a curve leaves lines out.
+double AmplitudeAt(const PMeasInfo& p, double frequency) {
+  const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(p.key));
+  const std::vector<double>& amplitude = p.phaseOption == 0 ? p.hAmp : p.phaseOption == 1 ? p.enAmp : p.bbAmp;
+  const double line = hw && hw->deltaF > 0.0 ? std::round(frequency / hw->deltaF) : -1.0;
+  const bool inside = line >= 0.0 && line < static_cast<double>(amplitude.size());
+  return inside ? amplitude[static_cast<std::size_t>(line)] : 0.0;
+}
+
+void WriteCurve(TextWriter& text, const PMeasInfo& p, const std::string& measID) {
+  const std::size_t n = std::min(static_cast<std::size_t>(p.nDispPoints), p.dispVel.size());
+  text.Printf("ID : %s_[%d:%d]\n", measID.c_str(), p.refChan, p.dspChan);
+  text.Printf("No. of Points in Dispersion Curve : %d\n", static_cast<int>(n));
+  text.Printf("markerType: 0\nmarkerLine: 0\ncolorType: %d\n", p.color);
+  text.Put("     Vel         Freq       waveL       TRFamp\n");
+  for (std::size_t i = 0; i < n; ++i)
+    text.Printf("%lg \t%lg \t%lg \t%lg \n", p.dispVel[i], p.dispFreq[i], p.dispWlen[i],
+                AmplitudeAt(p, p.dispFreq[i]));
+}
+
+}  // namespace
+
+std::string ReadExdCurves(TextReader& text, const std::string& fname) {
+  return ExdReader(text, fname).run();
+}
+
+int LoadExdData(const std::string& path, const std::string& fname) {
+  TextReader text;
+  if (!text.Open(path)) {
+    MessagePopup(session.appTitle, "Error in reading the file.");
+    return -1;
+  }
+  SetWaitCursor(true);
+  const std::string trouble = ReadExdCurves(text, fname);
+  SetWaitCursor(false);
+  DispCurvPlot(1);
+  if (trouble.empty()) return 0;
+  MessagePopup(session.appTitle, "The file " + path + " was not read whole. " + trouble);
+  return -1;
+}
+
+int ExportExdData(const std::string& path) {
+  TextWriter text(path);
+  for (const PMeasInfo& p : MeasDB.pMeasList) {
+    std::string projID, measID;
+    if (p.included != 1 || p.nDispPoints < 0) continue;
+    GetIDfromKey(p.key, projID, measID);
+    WriteCurve(text, p, measID);
+  }
+  if (text.Close()) return 0;
+  MessagePopup(session.appTitle,
+               FormatText("Error in saving the exp. disp. curve into file %s.", path.c_str()));
+  return -1;
+}
+
+int LoadExdFileMenuCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const FileChoice choice =
+      FileSelectPopup({ProjectDirectory(), "*.exd", "Load EXD file from Sondera Ver 1.", false});
+  if (choice.answer == FileAnswer::IsNew) {
+    MessagePopup(session.appTitle, "File does not exist.");
+    return -1;
+  }
+  if (choice.answer != FileAnswer::Exists) return -1;
+  const int result = LoadExdData(choice.path, ExtractFName(choice.path));
+  SetActiveTabPage(Panel::PANEL, kDispersionTab);
+  DisplayPanel(Panel::DISPCURV);
+  DisplayPanel(Panel::MEASSETUP);
+  return result;
+}
+
+int Export_ExdDataCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const FileChoice choice =
+      FileSelectPopup({ProjectDirectory(), "*.exd", "Export Experimental Dispersion Curve.", true});
+  if (choice.answer == FileAnswer::Cancelled) return -1;
+  if (choice.answer == FileAnswer::Exists &&
+      !ConfirmPopup(session.appTitle, "File already exists. Do you want to overwrite it ?"))
+    return -1;
+  return ExportExdData(choice.path);
+}
+
+}  // namespace sondera
