@@ -197,17 +197,24 @@ TEST_F(LegacyFiles, SavingAsksBeforeItOverwrites) {
   EXPECT_TRUE(test::ReadWhole(Sms()) == SmsBytes().bytes);
 }
 
-TEST_F(LegacyFiles, EveryCutOfASetupFileIsOneMessageAndWholeMeasurements) {
+TEST_F(LegacyFiles, EveryCutOfASetupFileIsToldAndLeavesWholeMeasurements) {
   const std::string whole = SmsBytes().bytes;
   for (std::size_t cut = 0; cut < whole.size(); ++cut) {
     SetupGlobalArrays();
-    frontEnd.messages.clear();
-    test::WriteWhole(Sms(), whole.substr(0, cut));
-    ASSERT_EQ(LoadMHWSetup(Sms()), -1) << cut;
-    ASSERT_EQ(frontEnd.messages.size(), 1u) << cut;
+    SectionReader file;
+    file.OpenMemory(whole.data(), cut);
+    ReadLegacySetups(file);
+    ASSERT_NE(file.Trouble(), "") << cut;
     ASSERT_EQ(MeasDB.idList.count(), MeasDB.hwSetupList.count()) << cut;
     for (const HWSetup& hw : MeasDB.hwSetupList) ASSERT_EQ(hw.nAverage, 5) << cut;
   }
+}
+
+TEST_F(LegacyFiles, ACutSetupFileIsOneMessage) {
+  test::WriteWhole(Sms(), SmsBytes().bytes.substr(0, 700));
+  SetupGlobalArrays();
+  EXPECT_EQ(LoadMHWSetup(Sms()), -1);
+  EXPECT_EQ(OnlyMessage(), "The file " + Sms() + " was not read whole. It ends early, in the setup section.");
 }
 
 TEST_F(LegacyFiles, EveryCutOfARawFileIsOneMessageWithZerosBehindIt) {
