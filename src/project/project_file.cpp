@@ -40,6 +40,7 @@ int LoadProject() {
   const std::string path = session.projectFileName;
   ProcessSystemEvents();
   session.fileKeyList.clear();
+  session.readInPart = session.backupHeld = false;
   SectionReader file;
   std::string reason;
   const bool opened = file.Open(path, &reason);
@@ -56,6 +57,7 @@ int LoadProject() {
     return -1;
   }
   if (file.Trouble().empty()) return 0;
+  session.readInPart = true;
   MessagePopup(session.appTitle, NotReadWhole(path, file));
   return -1;
 }
@@ -65,13 +67,16 @@ bool BackUp(const std::string& path, std::string& reason) {
   return !FileExists(path) || CopyFileAtomic(path, path + ".bkup", reason);
 }
 
-/// Steps common to both saves, once the name is settled and may be written.
+/// Steps common to both saves, once the name is settled and may be written. Over a file that was read in part the
+/// first save needs its copy, and later ones leave that copy alone: it holds what could not be read.
 int SaveProject(bool backUp) {
   const std::string path = session.projectFileName;
   std::string noBackup, reason;
   SetWaitCursor(true);
-  const bool backedUp = !backUp || BackUp(path, noBackup);
-  const bool saved = WriteProjectFile(path, reason);
+  const bool backedUp = !backUp || session.backupHeld || BackUp(path, noBackup);
+  if (!backedUp && session.readInPart) reason = noBackup;
+  const bool saved = reason.empty() && WriteProjectFile(path, reason);
+  if (saved) session.backupHeld = session.readInPart;
   SetWaitCursor(false);
   if (!saved) {
     MessagePopup(session.appTitle, "The project could not be saved. " + reason + ".");
@@ -119,6 +124,7 @@ int SaveRawData() {
   const FileChoice choice = AskForName("File Save");
   if (choice.answer == FileAnswer::Cancelled || !MayOverwrite(choice)) return -1;
   session.projectFileName = choice.path;
+  session.readInPart = session.backupHeld = false;
   return SaveProject(choice.answer == FileAnswer::Exists);
 }
 
@@ -126,6 +132,7 @@ int SaveAsRawData() {
   const FileChoice choice = AskForName("File Save As");
   if (choice.answer == FileAnswer::Cancelled) return -1;
   session.projectFileName = choice.path;  // Kept: also when the next answer is no
+  session.readInPart = session.backupHeld = false;
   if (!MayOverwrite(choice)) return -1;
   return SaveProject(choice.answer == FileAnswer::Exists);
 }
@@ -198,6 +205,7 @@ int NewMeasurementCallback(Panel, ControlId, Event event, long) {
   SetActiveTabPage(Panel::PANEL, 0);
   DisplayPanel(Panel::MEASPANEL);
   session.projectFileName.clear();
+  session.readInPart = session.backupHeld = false;
   SetPanelTitle(Panel::PANEL, session.appTitle);
   return 0;
 }

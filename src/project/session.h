@@ -78,6 +78,8 @@ struct Session {
   std::string curProjID = "ProjID";      ///< current selection
   std::string curMeasID = "measID";
   std::string projectFileName;           ///< empty: never saved
+  bool readInPart = false;  ///< the open file was damaged: what stands in it is more than what was read
+  bool backupHeld = false;  ///< its copy is the ".bkup" now, and no later save may replace it
   std::vector<int> fileKeyList;          ///< keys met during a project load, in file order
   int configDone = 0;                    ///< 1: the hardware settings have been validated
 
