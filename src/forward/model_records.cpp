@@ -18,7 +18,8 @@ std::size_t Entries(std::int64_t capacity, std::int64_t used = 0) {
   return static_cast<std::size_t>(std::max<std::int64_t>({capacity, used, 0}));
 }
 
-/// What both records start with.
+}  // namespace
+
 ModelRecord FirstModel() {
   ModelRecord m;
   m.capLayers = 50;
@@ -57,8 +58,6 @@ ModelRecord FirstModel() {
   }
   return m;
 }
-
-}  // namespace
 
 void AllocateModelRecord(ModelRecord& m) {
   for (auto column : kLayerColumns) (m.*column).assign(Entries(m.capLayers, m.nLayers), 0.0);

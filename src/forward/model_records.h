@@ -70,6 +70,8 @@ extern ModelRecord TheoDispInfo;  ///< what the last run worked with, and its cu
 /// Makes all vectors of a record afresh, zero, for its capacities (below 0 counts as 0) and its counters.
 void AllocateModelRecord(ModelRecord& record);
 
+/// What both records start with.
+ModelRecord FirstModel();
 /// First values; empties the lists of iterations and starting profiles on the panels.
 void InitializeFModel();
 /// First values of the twin: those of FModelParam but for dispCurvType 1 and the closing words.

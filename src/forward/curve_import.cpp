@@ -1,0 +1,337 @@
+// curve_import.cpp - see curve_import.h.
+#include "forward/curve_import.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "forward/model_records.h"
+#include "forward/parameter_room.h"
+#include "forward/run_limits.h"
+#include "forward/system_state.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/text_format.h"
+#include "runtime/text_reader.h"
+#include "signal/rep_curves.h"
+
+namespace sondera {
+namespace {
+
+constexpr const char* kNoReceivers = "Please configure the receiver setup.";
+constexpr const char* kBadReceivers = "Please configure the receiver setup properly.";
+constexpr const char* kSeparators = ",\t\n";
+constexpr double kSameFrequency = 1e-9;  // relative; rows of a common grid are equal to the last bit
+
+int Refuse(const std::string& text) {
+  MessagePopup(session.appTitle, text);
+  return -1;
+}
+
+// ---- global curve -----------------------------------------------------------------------------------
+
+struct GlobalCurve {
+  std::vector<double> vel, freq, wlen;
+};
+
+void TakeGlobalCurve(ModelRecord& m, const GlobalCurve& curve) {
+  const int n = static_cast<int>(curve.vel.size());
+  RoomForPoints(m, n);
+  m.nDispPointsG = n;
+  std::copy(curve.vel.begin(), curve.vel.end(), m.globalVel.begin());
+  std::copy(curve.freq.begin(), curve.freq.end(), m.globalFreq.begin());
+  std::copy(curve.wlen.begin(), curve.wlen.end(), m.globalWlen.begin());
+  if (n > 0) {
+    const auto [low, high] = std::minmax_element(curve.wlen.begin(), curve.wlen.end());
+    m.xMinGlobal = *low;
+    m.xMaxGlobal = *high;
+  }
+  m.xDomainType = 1;
+}
+
+/// Points that are really there.
+int Points(const DispInfo& curve) {
+  return std::clamp(curve.nPoints, 0, std::min({curve.freq.hi(), curve.vel.hi(), curve.wlen.hi()}));
+}
+
+GlobalCurve CopyOf(const DispInfo& gd) {
+  GlobalCurve curve;
+  for (int i = 1; i <= Points(gd); ++i) {
+    curve.vel.push_back(gd.vel[i]);
+    curve.freq.push_back(gd.freq[i]);
+    curve.wlen.push_back(gd.wlen[i]);
+  }
+  return curve;
+}
+
+// ---- receivers --------------------------------------------------------------------------------------
+
+int NextInt(Tokenizer& tokens) {
+  const auto token = tokens.Next();
+  return token ? ParseInt(*token) : 0;
+}
+
+/// Reads the two lines of receivers and pairs. "" or what is wrong with them.
+std::string TakeReceivers(ModelRecord& m, const std::string& line1, const std::string& line2) {
+  Tokenizer places(line1, kSeparators);
+  const int receivers = NextInt(places);
+  if (receivers < 1) return kNoReceivers;
+  std::string complaint = CheckArrayCounts(0, 0, receivers);
+  if (!complaint.empty()) return complaint;
+  RoomForReceivers(m, receivers);
+  m.nReceivers = receivers;
+  for (std::size_t r = 0; r < static_cast<std::size_t>(receivers); ++r) {
+    const auto token = places.Next();
+    if (!token) return kBadReceivers;
+    m.recLoc[r] = ParseReal(*token);
+    if (r > 0 && !(m.recLoc[r] >= m.recLoc[r - 1])) return kBadReceivers;
+  }
+
+  Tokenizer pairs(line2, kSeparators);
+  const int curves = NextInt(pairs);
+  complaint = CheckArrayCounts(0, curves, receivers);
+  if (!complaint.empty()) return complaint;
+  RoomForPairs(m, curves);
+  m.nDispCurves = curves;
+  for (std::size_t c = 0; c < static_cast<std::size_t>(curves); ++c) {
+    const auto token = pairs.Next();
+    if (!token) return kBadReceivers;
+    std::size_t used = 0;
+    m.pairRec1[c] = ParseInt(*token, &used);
+    m.pairRec2[c] = ParseInt(token->substr(used));
+    if (m.pairRec1[c] < 0 || m.pairRec2[c] < 0) return kBadReceivers;
+  }
+  return "";
+}
+
+// ---- array curves -----------------------------------------------------------------------------------
+
+/// Ratio of a geometric grid between the limits, and the range of each pair.
+void FinishArrayCurves(ModelRecord& m) {
+  const std::size_t points = static_cast<std::size_t>(m.nDispPoints);
+  const std::size_t curves = static_cast<std::size_t>(m.nDispCurves);
+  for (std::size_t p = 0; p < points; ++p)
+    for (std::size_t c = 0; c < curves; ++c)
+      m.wlen[p * curves + c] = m.freq[p] != 0.0 ? m.vel[p * curves + c] / m.freq[p] : 0.0;
+
+  if (points > 0) {
+    const auto end = m.freq.begin() + static_cast<std::ptrdiff_t>(points);
+    const auto [low, high] = std::minmax_element(m.freq.begin(), end);
+    if (*low > 0.0) m.incRatio = std::pow(*high / *low, 1.0 / (m.nDispPoints - 1));
+  }
+
+  for (std::size_t c = 0; c < curves; ++c) {
+    double low = 1e35, high = 0.0;
+    for (std::size_t p = 0; p < points; ++p) {
+      if (!(m.vel[p * curves + c] > 0.0)) continue;
+      low = std::min(low, m.freq[p]);
+      high = std::max(high, m.freq[p]);
+    }
+    if (high == 0.0) continue;  // no velocity: the pair keeps its limits
+    m.pairMin[c] = low;
+    m.pairMax[c] = high;
+  }
+}
+
+std::string MakeRoom(ModelRecord& m, int points) {
+  const std::string complaint = CheckArrayCounts(points, m.nDispCurves, m.nReceivers);
+  if (!complaint.empty()) return complaint;
+  RoomForPoints(m, points);
+  RoomForCurves(m, points, m.nDispCurves);
+  m.nDispPoints = points;
+  for (auto table : {&ModelRecord::vel, &ModelRecord::wlen})
+    std::fill((m.*table).begin(), (m.*table).end(), 0.0);
+  return "";
+}
+
+/// The pairs of the receiver lines, with the array curve of each or null.
+std::vector<const DispInfo*> CurvesOfPairs() {
+  std::vector<const DispInfo*> curves;
+  for (const PMeasInfo& pair : MeasDB.pMeasList) {
+    std::string projID, measID;
+    if (IncludedPoints(pair) == 0 || !GetIDfromKey(pair.key, projID, measID)) continue;
+    DispInfo* ad = nullptr;
+    curves.push_back(GetADispFromKey(pair.key, pair.refChan, pair.dspChan, ad) > 0 ? ad : nullptr);
+  }
+  return curves;
+}
+
+/// Row of a frequency among the rows, which usually is where the search begins; -1 when there is none.
+int RowOf(const std::vector<double>& freq, int rows, int guess, double f) {
+  const auto same = [&](int row) {
+    const double g = freq[static_cast<std::size_t>(row)];
+    return std::fabs(f - g) <= kSameFrequency * std::fabs(g);
+  };
+  if (guess < rows && same(guess)) return guess;
+  for (int row = 0; row < rows; ++row)
+    if (same(row)) return row;
+  return -1;
+}
+
+/// Points of a curve that found no row.
+int TakeArrayCurve(ModelRecord& m, const DispInfo& ad, std::size_t column) {
+  const std::size_t curves = static_cast<std::size_t>(m.nDispCurves);
+  const int n = Points(ad);
+  int lost = 0;
+  for (int i = n; i >= 1; --i) {
+    const int row = RowOf(m.freq, m.nDispPoints, n - i, ad.freq[i]);
+    if (row >= 0)
+      m.vel[static_cast<std::size_t>(row) * curves + column] = ad.vel[i];
+    else if (ad.vel[i] > 0.0)
+      ++lost;
+  }
+  return lost;
+}
+
+std::string TakeArrayCurves(ModelRecord& m, int& lost) {
+  std::vector<const DispInfo*> list = CurvesOfPairs();
+  list.resize(static_cast<std::size_t>(m.nDispCurves), nullptr);
+  const auto first = std::find_if(list.begin(), list.end(), [](const DispInfo* ad) { return ad != nullptr; });
+  const int points = first == list.end() ? 0 : Points(**first);
+  std::string complaint = MakeRoom(m, points);
+  if (!complaint.empty()) return complaint;
+  for (int i = points; i >= 1; --i) m.freq[static_cast<std::size_t>(points - i)] = (*first)->freq[i];
+  for (std::size_t c = 0; c < list.size(); ++c)
+    if (list[c]) lost += TakeArrayCurve(m, *list[c], c);
+  return "";
+}
+
+// ---- file -------------------------------------------------------------------------------------------
+
+/// Real numbers of a line; "," and white space between them.
+std::vector<double> NumbersOf(const std::string& line) {
+  std::vector<double> numbers;
+  Tokenizer tokens(line, " ,\t\n\r");
+  while (const auto token = tokens.Next()) {
+    std::size_t used = 0;
+    numbers.push_back(ParseReal(*token, &used));
+    if (used != token->size()) return {};
+  }
+  return numbers;
+}
+
+/// Next line that is not blank; false at the end of the text, or before a line of absurd length.
+bool NextLine(TextReader& file, std::string& line) {
+  while (file.ReadPhysicalLine(line)) {
+    if (file.LineWasCut()) return false;
+    if (line.find_first_not_of(" \t\r") != std::string::npos) return true;
+  }
+  return false;
+}
+
+bool NextCount(TextReader& file, int& n) {
+  std::string line;
+  std::size_t used = 0;
+  if (!NextLine(file, line)) return false;
+  n = ParseInt(line, &used);
+  return used > 0 && n >= 0;
+}
+
+/// Rows of at least `columns` numbers, of as many all; the text has to have them all.
+bool ReadRows(TextReader& file, int rows, std::size_t columns, std::vector<std::vector<double>>& table) {
+  std::string line;
+  for (int i = 0; i < rows; ++i) {
+    if (!NextLine(file, line)) return false;
+    table.push_back(NumbersOf(line));
+    if (table.back().size() < columns) return false;
+  }
+  return true;
+}
+
+bool ReadGlobalCurve(TextReader& file, ModelRecord& m) {
+  std::string names;
+  int n = 0;
+  if (!FS_FilePointer(file, "GCD")) return false;
+  if (!NextLine(file, names) || !NextCount(file, n)) return false;
+  std::vector<std::vector<double>> rows;
+  if (!ReadRows(file, n, 3, rows)) return false;
+  GlobalCurve curve;
+  for (const std::vector<double>& row : rows) {
+    curve.vel.push_back(row[0]);
+    curve.freq.push_back(row[1]);
+    curve.wlen.push_back(row[2]);
+  }
+  TakeGlobalCurve(m, curve);
+  return true;
+}
+
+bool ReadArrayCurves(TextReader& file, ModelRecord& m) {
+  std::string line1, line2, heading;
+  int kind = 0, n = 0;
+  if (!FS_FilePointer(file, "ICD")) return false;
+  if (!NextCount(file, kind) || !NextLine(file, line1) || !NextLine(file, line2)) return false;
+  if (!TakeReceivers(m, line1, line2).empty()) return false;
+  if (!NextCount(file, n) || !NextLine(file, heading) || heading.rfind("[Velocity]", 0) != 0) return false;
+  const std::size_t curves = static_cast<std::size_t>(m.nDispCurves);
+  std::vector<std::vector<double>> rows;
+  if (!ReadRows(file, n, curves + 1, rows) || !MakeRoom(m, n).empty()) return false;
+  for (std::size_t p = 0; p < rows.size(); ++p) {
+    m.freq[p] = rows[p][0];
+    std::copy_n(rows[p].begin() + 1, m.nDispCurves, m.vel.begin() + static_cast<std::ptrdiff_t>(p * curves));
+  }
+  return true;
+}
+
+void MarkAsData(ModelRecord& m) {
+  m.DispCurvInfo = 1;
+  run.iHaveData = 1;
+}
+
+}  // namespace
+
+int RetrieveDispCurvInfoFromMemory() {
+  ModelRecord& m = FModelParam;
+  if (MeasDB.gDispList.empty()) return Refuse("No dispersion curves available in memory.");
+  for (const DispInfo& gd : MeasDB.gDispList) TakeGlobalCurve(m, CopyOf(gd));
+  if (MeasDB.aDispList.empty()) return -1;
+
+  std::string line1, line2;
+  GetReceiverArrays(line1, line2);
+  std::string complaint = TakeReceivers(m, line1, line2);
+  int lost = 0;
+  if (complaint.empty()) complaint = TakeArrayCurves(m, lost);
+  if (!complaint.empty()) return Refuse(complaint);
+  FinishArrayCurves(m);
+  MarkAsData(m);
+  if (lost > 0)
+    MessagePopup(session.appTitle,
+                 FormatText("%d points of the array curves are left out: the first curve has no point at "
+                            "their frequencies.",
+                            lost));
+  return 0;
+}
+
+int RetrieveDispCurvInfoFromFile(const std::string& path) {
+  const std::string name = path + ".red";
+  TextReader file;
+  if (file.Open(name) && RetrieveDispCurvInfoFrom(file) == 0) return 0;
+  return Refuse("Error in reading the array rep. disp. curve into file " + name + ".");
+}
+
+int RetrieveDispCurvInfoFrom(TextReader& file) {
+  ModelRecord m = FModelParam;
+  if (!ReadGlobalCurve(file, m) || !ReadArrayCurves(file, m) || file.ReadFailed()) return -1;
+  FinishArrayCurves(m);
+  FModelParam = std::move(m);
+  MarkAsData(FModelParam);
+  return 0;
+}
+
+void RetrieveDispCurvInfoFromTable() {}
+
+bool FS_FilePointer(TextReader& file, std::string_view key) {
+  file.Rewind();
+  std::string line;
+  while (file.ReadLine(line, 256)) {
+    if (line.front() != '*') continue;
+    Tokenizer tokens(line, ",\t\n*");
+    const auto word = tokens.Next();
+    if (word && *word == key) return true;
+  }
+  return false;
+}
+
+}  // namespace sondera
