@@ -8,6 +8,7 @@
 #include "app/shutdown.h"
 #include "app/trace_callbacks.h"
 #include "app/window_modes.h"
+#include "forward/parameters_panel.h"
 #include "inversion/result_text.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
@@ -25,6 +26,7 @@
 #include "runtime/panels/devpanel.h"
 #include "runtime/panels/dispcurv.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/inversion.h"
 #include "runtime/panels/irfsetpnl.h"
@@ -209,6 +211,39 @@ constexpr CallbackRow kResults[] = {
     {&analresult::SAVE, SaveInvResultCallback},
 };
 
+constexpr CallbackRow kModelParameters[] = {
+    {&mainmenu::FMODEL_PARAM, FModelParamCallback},
+    {&mainmenu::READ_FMODEL_PARAM_MENU, ReadFModelParamMenuCallback},
+    {&mainmenu::SAVE_FMODEL_PARAM_MENU, SaveFModelParamMenuCallback},
+    {&exdthd::FMODELPARAM, OpenFModelParamCallback},
+    {&fmodeling::NLAYERS, UpdateFModelNLayersCallback},
+    {&fmodeling::NRECEIVERS, FM_nReceiversUpdateCallback},
+    {&fmodeling::NDISPCURVES, FM_nDispCurvesCallback},
+    {&fmodeling::GLOBAL_ARRAY, FM_GlobalArrayDispOption},
+    {&fmodeling::UPDATE, FM_DispCurvUpdateCallback},
+    {&fmodeling::GLOBAL_REC_TYPE, GlobalRecTypeCallback},
+    {&fmodeling::R1_LOC, GlobalRecTypeCallback},
+    {&fmodeling::R2_LOC, GlobalRecTypeCallback},
+    {&fmodeling::XDOMAIN_TYPE, SetFreqWaveLTextCallback},
+    {&fmodeling::XMIN, SetFreqWaveLTextCallback},
+    {&fmodeling::XMAX, SetFreqWaveLTextCallback},
+    {&fmodeling::UPDATE_PROFILE1, ApplyDefaultVal2ColCallback},
+    {&fmodeling::UPDATE_PROFILE2, ApplyDefaultVal2ColCallback},
+    {&fmodeling::UPDATE_PROFILE3, ApplyDefaultVal2ColCallback},
+    {&fmodeling::UPDATE_PROFILE4, ApplyDefaultVal2ColCallback},
+    {&fmodeling::UPDATE_PROFILE5, ApplyDefaultVal2ColCallback},
+    {&fmodeling::UPDATE_PROFILE6, ApplyDefaultVal2ColCallback},
+    {&fmodeling::INSERTLAYER, InsertLayerCallback},
+    {&fmodeling::DELETEROW, DeleteRowCallback},
+    {&fmodeling::CLEARROW, ClearRowCallback},
+    {&fmodeling::SETUPLAYERING, SetupLayeringCallback},
+    {&fmodeling::DISPCURVINFOIN, DispCurveInfoInCallback},
+    {&fmodeling::LOADDISPCURV, DispCurveLoadCallback},
+    {&fmodeling::SAVE, SaveFModelParamCallback},
+    {&fmodeling::READ, ReadFModelParamCallback},
+    {&fmodeling::CLOSE, FModelParamCloseCallback},
+};
+
 constexpr CallbackRow kInversion[] = {
     {&inversion::ONECLICK_RUN, OneClickInversionCallback},
     {&inversion::PERFORMINVSAVE, PerformInvInvSaveCallback},
@@ -233,6 +268,7 @@ void InstallCallbacks() {
   Install(kFiltration);
   Install(kDispersion);
   Install(kRepresentative);
+  Install(kModelParameters);
   Install(kResults);
   Install(kInversion);
 
