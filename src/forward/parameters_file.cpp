@@ -165,8 +165,10 @@ class Scanner {
   /// are there.
   void DemandWholeNumber() {
     if (!ok_ || line_.back() == '\n') return;
-    const std::size_t dot = line_.rfind('.', at_);
-    ok_ = dot != std::string::npos && at_ - dot > 4;
+    const std::string_view read = std::string_view(line_).substr(0, at_);
+    const std::string_view number = read.substr(read.find_last_of(" \t") + 1);
+    const std::size_t dot = number.find('.');
+    ok_ = dot != std::string_view::npos && number.size() - dot > 4;
   }
 
  private:

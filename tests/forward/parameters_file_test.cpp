@@ -379,7 +379,7 @@ TEST_F(ParameterFile, ReadOfSettingsThatNoRunTakesNamesOneOfThem) {
       {"*analysis         : 4", "*analysis         : 7"},
       {"*nSubLayers       : 12", "*nSubLayers       : 1000000"},
       {"*fDispBulb        : 2.250000", "*fDispBulb        : 1000000000"},
-      {"        180.00\t", "       -180.00\t"}};
+      {"      180.00\t", "     -180.00\t"}};
   for (const auto& [what, by] : damages) {
     WriteWhole(path, Replaced(GoldenText(), what, by));
     frontEnd.fileAnswers.push_back({FileAnswer::Exists, path});
