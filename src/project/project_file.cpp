@@ -34,6 +34,13 @@ void MendModels(int status) {
   if (status == -1 || status == -2 || status == -3) InitializeInvAnal();
 }
 
+/// Measurements whose geometry a damaged file does not give stand at 0. Without any geometry the lists would not
+/// count as filled, and the next project would be read into this one.
+void CompleteGeometry() {
+  for (const IDInfo& id : MeasDB.idList)
+    if (MeasDB.measSetupList.findKey(id.key) < 0) SetupMSetupArrays(id.key);
+}
+
 /// Reads session.projectFileName. The end state is the same for a file that cannot be opened: an empty
 /// project.
 int LoadProject() {
@@ -164,6 +171,7 @@ void ReadProjectSections(SectionReader& file) {
   if (!file.Ended() && file.Remaining() > 0)
     file.Note(FormatText("It has %lld bytes that belong to none of its records.",
                          static_cast<long long>(file.Remaining())));
+  if (!file.Trouble().empty()) CompleteGeometry();
 }
 
 void ShowFileTitle(const std::string& path) {

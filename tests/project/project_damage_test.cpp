@@ -164,6 +164,19 @@ TEST_F(Damage, WhatStandsInFrontOfACutIsThere) {
   EXPECT_EQ(MeasDB.rawDataList.at(1)->timeHist[1], 0.0);
 }
 
+TEST_F(Damage, AProjectWithoutItsGeometryDoesNotMixWithTheNextOne) {
+  const std::string cut = folder.File("cut.da"), sound = folder.File("sound.da");
+  test::WriteWhole(cut, whole.bytes.substr(0, endOfSetup - 10));
+  MeasDB.idList.at(1)->MeasID = "another";
+  test::WriteWhole(sound, ProjectBytes().bytes);
+  EXPECT_EQ(OpenFileProc(cut), -1);
+  EXPECT_EQ(MeasDB.idList.count(), 1);
+  EXPECT_EQ(MeasDB.measSetupList.count(), 1);
+  EXPECT_EQ(OpenFileProc(sound), 0);
+  ASSERT_EQ(MeasDB.idList.count(), 1);
+  EXPECT_EQ(MeasDB.idList.at(1)->MeasID, "another");
+}
+
 TEST_F(Damage, EveryWrongCountIsToldOrGivesAFileThatIsSoundInItself) {
   const int kWrong[] = {
       INT_MIN, -2000000000, -100,          -1,         0,      1, 2, 3, 5, 49, 51, 100, 1000, 1 << 16,
