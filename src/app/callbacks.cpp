@@ -9,6 +9,7 @@
 #include "app/trace_callbacks.h"
 #include "app/window_modes.h"
 #include "forward/parameters_panel.h"
+#include "forward/run.h"
 #include "inversion/result_text.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
@@ -208,6 +209,8 @@ constexpr CallbackRow kRepresentative[] = {
 };
 
 constexpr CallbackRow kResults[] = {
+    {&exdthd::RUN_FMODEL, RunFModelCallback},
+    {&mainmenu::RUN_FMODELING_MENU, RunFModelingMenuCallback},
     {&analresult::SAVE, SaveInvResultCallback},
 };
 
