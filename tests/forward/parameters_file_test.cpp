@@ -131,9 +131,18 @@ class ParameterFile : public testing::SessionTest {
   void ExpectRefused(const std::string& text, const std::string& what) {
     FModelParam = GoldenRecord();
     FModelParam.Vs[0] = 77.0;
-    const std::string before = Saved();
+    const ModelRecord before = FModelParam;
     EXPECT_EQ(Read(text), -1) << what;
-    EXPECT_EQ(Saved(), before) << what;
+    const ModelRecord& m = FModelParam;
+    for (auto count : {&ModelRecord::nLayers, &ModelRecord::analysis, &ModelRecord::nDispPointsG,
+                       &ModelRecord::nReceivers, &ModelRecord::nDispPoints, &ModelRecord::nDispCurves,
+                       &ModelRecord::capLayers, &ModelRecord::capPoints, &ModelRecord::capCurve})
+      EXPECT_EQ(m.*count, before.*count) << what;
+    for (auto column : kLayerColumns) EXPECT_EQ(m.*column, before.*column) << what;
+    for (auto column : kGlobalColumns) EXPECT_EQ(m.*column, before.*column) << what;
+    for (auto column : {&ModelRecord::recLoc, &ModelRecord::freq, &ModelRecord::vel, &ModelRecord::wlen,
+                        &ModelRecord::pairMin, &ModelRecord::pairMax})
+      EXPECT_EQ(m.*column, before.*column) << what;
   }
 
   test::TempFolder folder;
