@@ -1,0 +1,47 @@
+// fmd_fuzz.cpp - any bytes as a parameter file of a forward run (".fmd"): it is read or refused without harm;
+// what was read can be saved, and the saved file is read again.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "forward/model_records.h"
+#include "forward/parameters_file.h"
+#include "forward/run_limits.h"
+#include "memory_file_driver.h"
+#include "project/session.h"
+#include "runtime/text_reader.h"
+
+using namespace sondera;
+
+namespace {
+
+void Demand(bool holds) {
+  if (!holds) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  ResetSession();
+  InstallFileDriver(&fuzz::memoryFileDriver);
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  InitializeFModel();
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  TextReader file;
+  file.OpenMemory(text);
+  if (ReadFModelParamFrom(file) != 0) {
+    Demand(FModelParam.nLayers == 10 && FModelParam.capLayers == 50 && FModelParam.vel.size() == 4000);
+    return 0;
+  }
+  CheckRunSettings(FModelParam);
+  const int layers = FModelParam.nLayers, curves = FModelParam.nDispCurves;
+  Demand(SaveFModelParam("/nowhere/x.fmd") == 0);
+  const std::string saved = fuzz::writtenBytes;
+  file.OpenMemory(saved);
+  Demand(ReadFModelParamFrom(file) == 0);
+  Demand(FModelParam.nLayers == layers && FModelParam.nDispCurves == curves);
+  return 0;
+}
