@@ -9,6 +9,7 @@
 
 #include "app/inversion_road.h"
 #include "app/shutdown.h"
+#include "forward/sweep_state.h"
 #include "project/selection.h"
 #include "project/session.h"
 #include "project/trace_export.h"
@@ -156,6 +157,9 @@ int ScriptRun::finish() {
     for (const std::string& f : failed_) list += (list.empty() ? "" : ", ") + f;
     std::fprintf(stderr, "sondera: not everything was done: %s.\n", list.c_str());
   }
+  // A number that its solver doubts must not go into a report unseen.
+  const std::string doubts = SweepReport();
+  if (!doubts.empty()) std::fprintf(stderr, "sondera: in the last analysis: %s.\n", doubts.c_str());
   QuitApp(failed_.empty() ? 0 : 1);
   return 0;
 }

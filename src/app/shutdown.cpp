@@ -2,6 +2,7 @@
 #include "app/shutdown.h"
 
 #include "forward/model_records.h"
+#include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/measdb.h"
@@ -18,6 +19,7 @@ void ClearAllMemories() {
   FinalizeTheoDispInfo();
   FinalizeInvAnal();
   ResetRunState();
+  sweepState = SweepState{};
   ResetGraphs();
 }
 

@@ -5,6 +5,7 @@
 #include "app/callbacks.h"
 #include "app/devices.h"
 #include "forward/model_records.h"
+#include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/measdb.h"
@@ -57,6 +58,7 @@ void InitVariables() {
   InitializeTheoDispInfo();
   InitializeInvAnal();
   ResetRunState();
+  sweepState = SweepState{};
   SetCtrlVal(fmodeling::GLOBAL_ARRAY, FModelParam.dispCurvType);
 }
 

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "app/app_fixture.h"
+#include "forward/sweep_state.h"
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/events.h"
@@ -53,6 +54,14 @@ TEST_F(CommandScript, EndOfFileQuitsWithSuccess) {
   EXPECT_EQ(Run("* only a comment\n"), 0);
   EXPECT_EQ(Run(""), 0);
   EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST_F(CommandScript, ClosingLineNamesPointsThatTheSolverDoubts) {
+  sweepState.noResult = {"3", "(2,1)"};
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(Run("* only a comment\n"), 0);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "sondera: in the last analysis: 2 points without a result: 3, (2,1).\n");
 }
 
 TEST_F(CommandScript, AStarBehindABlankIsAnUnknownCommandAndSkippedAllTheSame) {

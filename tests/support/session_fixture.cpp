@@ -1,6 +1,7 @@
 // session_fixture.cpp - see session_fixture.h.
 #include "support/session_fixture.h"
 
+#include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "project/session.h"
 #include "runtime/events.h"
@@ -39,6 +40,7 @@ void ResetEverything() {
   InstallRedrawHandlers({});
   ResetSignalState();
   ResetRunState();
+  sweepState = SweepState{};
   SetupCDispParameter();
 }
 
