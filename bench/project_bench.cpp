@@ -1,5 +1,6 @@
 // Saving and loading a project of about 100 MB against plain writing and reading of the same bytes: ratio of
-// the times, the flush to disk shown apart, and peak memory of a load as a multiple of the file's size.
+// the processor times, the flush to disk shown apart, and peak memory of a load as a multiple of the file's
+// size.
 #include <time.h>
 
 #include <algorithm>

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "forward/model_records.h"
+#include "forward/parameters.h"
 #include "forward/theo_disp_info.h"
 #include "inversion/inv_records.h"
 #include "runtime/controls.h"
@@ -334,6 +335,7 @@ void ShowModels() {
   ModelRecord read = TheoDispInfo;
   static_cast<void>(ResetTheoDispInfo());
   TheoDispInfo = std::move(read);
+  SetFModelParam();
 }
 
 }  // namespace

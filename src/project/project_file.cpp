@@ -2,6 +2,7 @@
 #include "project/project_file.h"
 
 #include "forward/model_records.h"
+#include "forward/parameters.h"
 #include "inversion/inv_records.h"
 #include "project/analysis_section.h"
 #include "project/measdb.h"
@@ -24,7 +25,8 @@ namespace {
 constexpr char kFilter[] = "*.da";
 constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
 
-/// Makes afresh what the modelling section did not give.
+/// Makes afresh what the modelling section did not give. The panel follows, since a run takes the panel's
+/// layers: it must not keep those of the former project.
 void MendModels(int status) {
   if (status == -1) {
     FinalizeFModel();
@@ -32,10 +34,11 @@ void MendModels(int status) {
   }
   if (status == -1 || status == -2) InitializeTheoDispInfo();
   if (status == -1 || status == -2 || status == -3) InitializeInvAnal();
+  if (status != 0) SetFModelParam();
 }
 
-/// Measurements whose geometry a damaged file does not give stand at 0. Without any geometry the lists would not
-/// count as filled, and the next project would be read into this one.
+/// Measurements whose geometry a damaged file does not give stand at 0. Without any geometry the lists would
+/// not count as filled, and the next project would be read into this one.
 void CompleteGeometry() {
   for (const IDInfo& id : MeasDB.idList)
     if (MeasDB.measSetupList.findKey(id.key) < 0) SetupMSetupArrays(id.key);
@@ -74,8 +77,8 @@ bool BackUp(const std::string& path, std::string& reason) {
   return !FileExists(path) || CopyFileAtomic(path, path + ".bkup", reason);
 }
 
-/// Steps common to both saves, once the name is settled and may be written. Over a file that was read in part the
-/// first save needs its copy, and later ones leave that copy alone: it holds what could not be read.
+/// Steps common to both saves, once the name is settled and may be written. Over a file that was read in part
+/// the first save needs its copy, and later ones leave that copy alone: it holds what could not be read.
 int SaveProject(bool backUp) {
   const std::string path = session.projectFileName;
   std::string noBackup, reason;

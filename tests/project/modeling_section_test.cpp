@@ -278,6 +278,20 @@ TEST_F(ModelingSection, ACompleteReadFillsTheCurveListsAndKeepsTheCurves) {
   EXPECT_TRUE(ModelingBytes().bytes == plain);
 }
 
+TEST_F(ModelingSection, ThePanelShowsTheModelOfTheFileAndNeverThatOfTheFormerProject) {
+  const double Vs = FModelParam.Vs[1];
+  const std::string plain = ModelingBytes().bytes;
+  EXPECT_EQ(Open(plain), 0);
+  EXPECT_EQ(GetCtrlVal(fmodeling::NLAYERS), 2);
+  ASSERT_EQ(GetNumTableRows(fmodeling::SOILPROFILE), 2);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 2, 3), Vs);
+  const std::string path = folder.File("old.da");
+  test::WriteWhole(path, SetupBytes().Add(RawBytes()).Add(AnalysisBytes()).bytes);
+  EXPECT_EQ(OpenFileProc(path), 0);
+  EXPECT_EQ(GetCtrlVal(fmodeling::NLAYERS), 10);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 2, 3), 0.0);
+}
+
 TEST_F(ModelingSection, BytesBehindTheLastListAreTold) {
   EXPECT_EQ(Open(ModelingBytes().bytes + "12345"), -1);
   EXPECT_THAT(OnlyMessage(), HasSubstr("5 bytes"));
