@@ -114,7 +114,7 @@ bool ExdReader::readCurve() {
   curve.measID = ExtractMeasID(token.value_or(std::string_view())) + "@" + fname_;
   while (!curve.measID.empty() && (curve.measID.back() == '\n' || curve.measID.back() == '\r'))
     curve.measID.pop_back();
-  if (!readPoints(curve)) return !line_.starts_with(kHeading) || line_ == heading;
+  if (!readPoints(curve)) return false;  // it has taken a line at least, or the text is at its end
   if (!curve.velocity.empty()) store(curve);
   return true;
 }

@@ -141,6 +141,14 @@ TEST_F(ExdFiles, ACurveThatClaimsTooManyPointsDoesNotSwallowTheNextOne) {
   EXPECT_NE(OnlyMessage().find("claims 7 points and has 5"), std::string::npos);
 }
 
+TEST_F(ExdFiles, ThatHoldsForTwoCurvesOfOneIdToo) {
+  EXPECT_EQ(Load(CurveText("a", 5, 7) + CurveText("a", 3)), -1);
+  ASSERT_NE(PairNamed("a@site"), nullptr);
+  EXPECT_EQ(PairNamed("a@site")->nDispPoints, 3);
+  EXPECT_EQ(Load(CurveText("b", 5, 7) + "unit = 0\n"), -1);
+  EXPECT_EQ(session.lengthUnit, 0.3048) << "nor the line of the unit";
+}
+
 TEST_F(ExdFiles, EveryCutEndsInAtMostOneMessageAndWholeCurves) {
   const std::string whole = "unit = 1\n" + CurveText("a", 3) + CurveText("b", 4);
   for (std::size_t cut = 0; cut < whole.size(); ++cut) {
