@@ -28,6 +28,7 @@
 #include "runtime/panels/dispcurv.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
+#include "runtime/panels/gaborpnl.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/inversion.h"
 #include "runtime/panels/irfsetpnl.h"
@@ -39,8 +40,10 @@
 #include "runtime/panels/panel.h"
 #include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
+#include "signal/auto_masking.h"
 #include "signal/dispersion.h"
 #include "signal/dispersion_panel.h"
+#include "signal/gabor_panel.h"
 #include "signal/irf.h"
 #include "signal/irf_panel.h"
 #include "signal/masking_panel.h"
@@ -177,6 +180,19 @@ constexpr CallbackRow kFiltration[] = {
     {&irfsetpnl2::APPLY, IRFApplyCallback},       {&irfsetpnl2::CLOSE, CloseIRFCallback},
 };
 
+constexpr CallbackRow kGabor[] = {
+    {&sasw::MASKINGAUTO, MaskingAutoCallback},
+    {&mainmenu::GABOR_SETUP, GaborSetupCallback},
+    {&gaborpnl::CALC, GaborCalcCallback},
+    {&gaborpnl::UPDATE, GaborSetupUpdateCallback},
+    {&gaborpnl::DEFAULTVALUE, GaborDefaultCallback},
+    {&gaborpnl::CLOSE, GaborSetupCancelCallback},
+    {&gaborpnl::LOCOLOR, AdjustIntenseColor},
+    {&gaborpnl::INTCOLOR1, AdjustIntenseColor},
+    {&gaborpnl::INTCOLOR2, AdjustIntenseColor},
+    {&gaborpnl::HICOLOR, AdjustIntenseColor},
+};
+
 constexpr CallbackRow kDispersion[] = {
     {&sasw::MASKINGCALCDISP, MaskingCalcDispCallback},
     {&mainmenu::MASKING_CALC_DISP_MENU, MaskingCalcDispMenuCallback},
@@ -269,6 +285,7 @@ void InstallCallbacks() {
   Install(kTraces);
   Install(kMasking);
   Install(kFiltration);
+  Install(kGabor);
   Install(kDispersion);
   Install(kRepresentative);
   Install(kModelParameters);
