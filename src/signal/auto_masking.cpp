@@ -39,6 +39,11 @@ bool MapIsUsable(const PMeasInfo& pair) {
   return inOrder(pair.initTime, pair.finalTime) && inOrder(pair.initFreq, pair.finalFreq);
 }
 
+int RefuseMap() {
+  MessagePopup(session.appTitle, "The Gabor spectrum has no range or no divisions. Please check its setup.");
+  return -1;
+}
+
 /// The pair on display with its windows at the velocities of the site; made when there is none.
 bool StartPair(CurrentPair& current) {
   if (current.pair) return CalcIRF(1, Panel::SASW) == 0;
@@ -71,11 +76,7 @@ WaveGroups ReplaceMasks(const CurrentPair& current, double spacing, const MapSte
 int MaskPair(int rangesLeft) {
   CurrentPair current = FindCurrentPair(Panel::SASW);
   if (!current.complete()) return -1;
-  if (current.pair && !MapIsUsable(*current.pair)) {
-    MessagePopup(session.appTitle,
-                 "The Gabor spectrum has no range or no divisions. Please check its setup.");
-    return -1;
-  }
+  if (current.pair && !MapIsUsable(*current.pair)) return RefuseMap();
   IrfGeometry geometry;
   if (!StartPair(current) || !GetIrfGeometry(current, geometry)) return -1;
   const double spacing = std::fabs(geometry.spacing);
@@ -83,7 +84,8 @@ int MaskPair(int rangesLeft) {
   CalcGaborMaps(Panel::SASW);
   SetWaitCursor(false);
   current = FindCurrentPair(Panel::SASW);  // events were handled
-  if (!current.complete() || !current.pair || !MapIsUsable(*current.pair)) return -1;
+  if (!current.complete() || !current.pair) return -1;
+  if (!MapIsUsable(*current.pair)) return RefuseMap();  // a measurement without an analysis band
   PMeasInfo& pair = *current.pair;
   const MapSteps step = {MapStep(pair.initFreq, pair.finalFreq, pair.freqDiv),
                          MapStep(pair.initTime, pair.finalTime, pair.timeDiv)};

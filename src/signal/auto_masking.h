@@ -20,8 +20,8 @@ namespace sondera {
 /// on, as the calculation of the curve does it.
 /// Where the time range of the map does not suit the strongest group it asks "Need to recalculate Gabor
 /// spectrum. Allow to do it ?"; on Yes it begins anew with a better finalTime, 16 times at most.
-/// 0; -1 without a measurement, or, with a message and nothing changed, when range or divisions of the pair's
-/// map are none.
+/// 0; -1 without a measurement, or, with a message and the masks as they were, when the pair's map has no
+/// range or no divisions.
 int AutoMasking();
 
 /// Gives every mask of the pair's measurement the cycle number of the backbone phase at its last line: int((p

@@ -298,6 +298,14 @@ TEST_F(AutoMaskingTest, MapWithoutDivisionsOrRangeIsRefusedAndNothingChanges) {
   }
 }
 
+TEST_F(AutoMaskingTest, MeasurementWithoutAnAnalysisBandIsRefused) {
+  LayTransfer(TwoBands);
+  m.hw->freqSpan = 0.0;
+  EXPECT_EQ(AutoMasking(), -1);
+  EXPECT_EQ(OnlyMessage(), "The Gabor spectrum has no range or no divisions. Please check its setup.");
+  EXPECT_TRUE(MeasDB.maskingList.empty());
+}
+
 TEST_F(AutoMaskingTest, DivisionsAboveFiftyBecomeFifty) {
   PMeasInfo& pair = MakePair(TwoBands);
   pair.timeDiv = 999;
