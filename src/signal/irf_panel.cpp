@@ -8,7 +8,6 @@
 #include "project/selection.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
-#include "runtime/events.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/irfsetpnl2.h"
@@ -173,15 +172,6 @@ void MirrorLowPass(WindowFour& times, double total) {
   times[4] = total - times[1];
 }
 
-/// The Gabor maps of all three curves of the selected pair.
-void RefreshGaborMaps(Panel panel, PMeasInfo& pair) {
-  SetWaitCursor(true);
-  const int option = pair.phaseOption;
-  for (pair.phaseOption = 0; pair.phaseOption <= 2; ++pair.phaseOption) CalcGabor(panel);
-  pair.phaseOption = option;
-  SetWaitCursor(false);
-}
-
 /// Stores both windows in the pair on display and brings everything that hangs on them up to date.
 int StoreWindows(PMeasInfo& pair, WindowFour bb, WindowFour en, double total, const Fields& shownTimes) {
   if (!WithinRecord(bb, en, total)) return -1;
@@ -195,7 +185,7 @@ int StoreWindows(PMeasInfo& pair, WindowFour bb, WindowFour en, double total, co
   pair.bbT = bb;
   pair.enT = en;
   CalcIRF(0, Panel::SASW);
-  RefreshGaborMaps(Panel::SASW, pair);
+  CalcGaborMaps(Panel::SASW);
   DoPlotting(kMaskingPage);
   return 0;
 }
@@ -260,7 +250,7 @@ int UpdateIrfParamCallback(Panel, ControlId, Event event, long) {
     SetCtrlVal(*kSmV[k], guard > 0.0 ? std::fabs(g.spacing) / pair.enT[k] : kShownByApply);
   }
   CalcIRF(0, Panel::IRFSETPNL);
-  RefreshGaborMaps(Panel::IRFSETPNL, pair);
+  CalcGaborMaps(Panel::IRFSETPNL);
   DoPlotting(kMaskingPage);
   return 0;
 }
