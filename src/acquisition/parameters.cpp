@@ -47,11 +47,7 @@ void RefreshDeviceFacts() {
   const DaqDriver& daq = Daq();
   daq.devAIMaxSingleChanRate(d.devName, d.aiMaxRate);
   daq.devProductCategory(d.devName, d.devCategory);
-  std::vector<double> limits;
-  if (daq.devAIVoltageRngs(d.devName, limits) < 0) return;
-  limits.resize(std::min(limits.size(), d.aiVoltageRngs.size() - 1));
-  d.aiVoltageRngs.fill(0.0);
-  std::copy(limits.begin(), limits.end(), d.aiVoltageRngs.begin());
+  ReadVoltageRanges();
 }
 
 /// Channel ring with labels from 1 and values from 0, behind an optional first item with the value -1.
@@ -90,6 +86,15 @@ void DimTriggerControls(bool freeRun) {
 }
 
 }  // namespace
+
+void ReadVoltageRanges() {
+  DeviceFacts& d = session.device;
+  std::vector<double> limits;
+  if (Daq().devAIVoltageRngs(d.devName, limits) < 0) return;
+  limits.resize(std::min(limits.size(), d.aiVoltageRngs.size() - 1));  // the last entry stays 0 and ends the table
+  d.aiVoltageRngs.fill(0.0);
+  std::copy(limits.begin(), limits.end(), d.aiVoltageRngs.begin());
+}
 
 int FreqLinesID(int lines) {
   for (std::size_t i = 0; i < std::size(kLinesTable); ++i)

@@ -29,6 +29,9 @@ void UpdateMeasSetup(const std::string& projID, const std::string& measID, int w
 // ---- what the set-up dialogs share
 // ------------------------------------------------------------------------------
 
+/// Takes the input ranges of the board in use into session.device, V. A driver that refuses leaves them as they were.
+void ReadVoltageRanges();
+
 /// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 for more
 /// than the table has. FreqLinesFromID is the entry at a position, 0 outside.
 int FreqLinesID(int lines);

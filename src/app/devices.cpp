@@ -38,11 +38,7 @@ void ReadDeviceFacts() {
   d.maxChannels = std::max(d.maxChannels, 1);
   daq.devAIMaxSingleChanRate(d.devName, d.aiMaxRate);
   daq.devAIMinRate(d.devName, d.aiMinRate);
-  std::vector<double> limits;
-  daq.devAIVoltageRngs(d.devName, limits);
-  limits.resize(std::min(limits.size(), d.aiVoltageRngs.size() - 1));
-  d.aiVoltageRngs.fill(0.0);
-  std::copy(limits.begin(), limits.end(), d.aiVoltageRngs.begin());
+  ReadVoltageRanges();
   daq.devAICouplings(d.devName, d.aiCouplings);
 }
 
