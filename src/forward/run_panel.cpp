@@ -21,19 +21,7 @@ void ShowResult(int iProfile) {
   SetCtrlIndex(exdthd::ARRAYDISPID, 0);
   DisplayPanel(Panel::EXDTHD);
   ExdThdCurvPlot();
-  switch (GetCtrlVal(exdthd::PLOT_INV)) {
-    case 0:
-      DrawProfile(iProfile);
-      break;
-    case 1:
-      DrawResolution(iProfile);
-      break;
-    case 2:
-      DrawRMSerror(iProfile);
-      break;
-    default:
-      break;
-  }
+  DrawSideGraph(iProfile);
 }
 
 int RunFromPanel() {

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
+#include "forward/run_progress.h"
 #include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "runtime/events.h"
@@ -78,6 +79,7 @@ PairAnswer SweepSolvers::PointLoad(const PairQuestion& question) {
 }
 
 bool HaltAsked() {
+  CountSolve();
   ProcessSystemEvents();
   const bool asked = run.iHaltRequest == 1 || InterruptRequested();
   if (asked) run.iHaltRequest = 0;

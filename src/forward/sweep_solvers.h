@@ -42,7 +42,7 @@ class SweepSolvers {
   bool usable_ = true;  ///< the solver takes settings and layers
 };
 
-/// Lets events in; true when a halt is asked for. Takes the request back.
+/// After a solve: counts it, lets events in; true when a halt is asked for. Takes the request back.
 bool HaltAsked();
 
 /// Progress on the status line of the results page.

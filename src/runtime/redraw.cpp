@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "runtime/panels/exdthd.h"
+
 namespace sondera {
 namespace {
 
@@ -28,6 +30,12 @@ void DrawResolution(int entry) {
 }
 void DrawRMSerror(int entry) {
   if (handlers.drawRMSerror) handlers.drawRMSerror(entry);
+}
+
+void DrawSideGraph(int entry) {
+  void (*const kDraw[])(int) = {DrawProfile, DrawResolution, DrawRMSerror};
+  const int choice = GetCtrlVal(exdthd::PLOT_INV);
+  if (choice >= 0 && choice < 3) kDraw[choice](entry);
 }
 
 }  // namespace sondera

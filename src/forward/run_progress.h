@@ -1,0 +1,30 @@
+// run_progress.h - how far a run is whose number of solves is known beforehand: share done and time left
+// beside the text of the status box.
+//
+// Callers: the driver of an inversion begins and ends it and sets the status text, the sweeps count their
+// solves. Owned state: the progress of the present run. Without a run under way counting does nothing.
+#pragma once
+
+#include <string>
+
+namespace sondera {
+
+/// Solver calls of one sweep over the observation rows: rows of array curves, points times set-ups of a
+/// global curve, points alone with plane waves.
+long SolvesOfSweep();
+
+/// Starts to count towards a number of solves.
+void BeginRunProgress(long solves);
+void EndRunProgress();
+
+/// One more solve is done. Renews the status box, at most twice a second.
+void CountSolve();
+
+/// Puts a text into STATUSMSG; while a run is under way with the share done and the time left behind it.
+void ShowRunStatus(const std::string& text);
+
+/// "     37 % done, 2 min 05 s left" for a share of solves and the time that they took, seconds; without the
+/// time while there is nothing to judge it by.
+std::string ProgressText(long done, long solves, double elapsed);
+
+}  // namespace sondera

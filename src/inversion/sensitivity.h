@@ -1,0 +1,18 @@
+// sensitivity.h - derivatives of the computed phase velocities by the free model parameters.
+//
+// Callers: the iteration of an inversion, once at its start. Works on `run`; owns no state. Nearly all of a
+// run's time is spent here: two sweeps of the forward solver for each free parameter. Each perturbed layer
+// changes every mesh, so that nothing is carried over from one sweep to the next.
+#pragma once
+
+namespace sondera {
+
+/// Fills run.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
+/// FS_rWave3D with the relative steps of the run, and with amplitudes the rows behind run.nObsRows. Before
+/// that, where UPDATERHONU is on, density and Poisson's ratio of every layer follow its present Vs. Layer
+/// values are restored by adding the step back, so up to rounding. A row without a velocity in one of the
+/// sweeps is flagged in run.iNoVelocity by it; its derivatives mean nothing.
+/// @return 0; -1 when halted: the perturbed value and the unfinished matrix stay as they stand
+int FS_Gmatrix();
+
+}  // namespace sondera

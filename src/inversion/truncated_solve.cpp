@@ -1,0 +1,71 @@
+// truncated_solve.cpp - see truncated_solve.h.
+#include "inversion/truncated_solve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "forward/system_state.h"
+#include "numeric/svd.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kMostRetries = 10;
+constexpr double kSmallestEps = 1.0;
+
+}  // namespace
+
+TruncatedSolve::TruncatedSolve()
+    : U_(run.Hessian),
+      V_(run.nModelParm, run.nModelParm),
+      w_(1, run.nModelParm),
+      entryEps_(run.epsSVD) {
+  FS_svdcmp(run.nModelParm, run.nModelParm, U_.shifted(), w_.shifted(), V_.shifted());
+  Count();
+}
+
+TruncatedSolve::~TruncatedSolve() {
+  run.epsSVD = entryEps_;
+}
+
+void TruncatedSolve::Tighten(int violations) {
+  if (++retries_ >= kMostRetries || count_ < run.nModelParm - violations + 1) {
+    Loosen();
+    Count();
+    return;
+  }
+  std::printf("*** %d layer(s) violated layer property constraints.\n", violations);
+  Invert(violations);
+}
+
+/// Position of the first value beyond the limit, and the inverse of what lies before it.
+void TruncatedSolve::Count() {
+  retries_ = 0;
+  count_ = run.nModelParm + 1;
+  for (int k = run.nModelParm; k >= 2; --k)
+    if (w_[1] / w_[k] >= run.epsSVD) count_ = k;
+  Invert(0);
+}
+
+void TruncatedSolve::Loosen() {
+  run.epsSVD /= std::sqrt(10.0);
+  if (run.epsSVD < kSmallestEps) {
+    std::printf("*** epsSVD is less than 1.0. Inversion Stopped.\n");
+    std::exit(1);
+  }
+  std::printf("*** epsSVD is adjusted to %lg.\n", run.epsSVD);
+}
+
+void TruncatedSolve::Invert(int violations) {
+  const int m = run.nModelParm;
+  const int cutOff = std::min(count_, m - violations + 1);
+  std::printf("*** No. of singular values for Hessian matrix ... %ld\n", static_cast<long>(cutOff - 1));
+  run.InvH.fill(0.0);
+  for (int l = 1; l < cutOff; ++l)
+    for (int c = 1; c <= m; ++c)
+      for (int r = 1; r <= m; ++r) run.InvH(r, c) += V_(r, l) * U_(c, l) / w_[l];
+}
+
+}  // namespace sondera

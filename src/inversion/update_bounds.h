@@ -1,0 +1,27 @@
+// update_bounds.h - the step of an update, held inside the bounds of the model.
+//
+// Callers: the update of an inversion. Works on `run`; owns no state besides run.iTrapCount.
+#pragma once
+
+namespace sondera {
+
+enum class Move {
+  kMoved,
+  kNotFinite,  ///< the correction is not finite: told in a message, nothing moved
+  kViolated,   ///< bounds were crossed in a truncated solve (run.iUseSVD 1): nothing moved
+  kTrapped,    ///< held at a bound three times in a row: told in a message, the layers stay
+};
+
+/// Whether every element of run.deltaModel is finite.
+bool CorrectionIsFinite();
+
+/// Subtracts run.deltaModel from the model and writes it to the layers. A parameter that would leave its
+/// bounds shortens the step of all parameters alike, so that they move along one line; where a parameter
+/// already sits on its bound and wants past it, the others take their full step and those outside are held
+/// at their bound. Then Vp follows from Poisson's ratio or the ratio from the velocities; one that is not
+/// physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not take that over.
+/// A start outside its bounds gives whatever the factor comes to, a negative one among others.
+/// @param[out] violations  parameters outside their bounds at the full step
+Move MoveModel(int& violations);
+
+}  // namespace sondera
