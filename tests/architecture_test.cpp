@@ -57,11 +57,12 @@ const std::vector<std::set<std::string>> kLadder = {
      "forward/point_load"},
     {"inversion/preliminary_profile"},
     {"inversion/observations"},
-    {"forward/sweep"},
+    {"forward/sweep", "forward/run_progress"},
     {"inversion/result_files"},
     {"forward/run"},
     {"inversion/sensitivity"},
-    {"inversion/max_likelihood"},
+    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/update_bounds", "inversion/truncated_solve",
+     "inversion/update_dump"},
     {"inversion/inv_session"},
 };
 

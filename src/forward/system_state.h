@@ -21,6 +21,13 @@ namespace sondera {
 inline constexpr int kQuantityH = 1, kQuantityVs = 2, kQuantityVp = 3, kQuantityDensity = 4;
 inline constexpr int kQuantities = 4;
 
+/// Update formulas of an inversion, values of RunState::iInvScheme. An inversion runs with kDamped; nothing
+/// selects the others. The step starts from the present model, with kPrior from the prior one.
+inline constexpr int kDamped = 1;        ///< Cm as damping alone, no pull to the prior model
+inline constexpr int kPrior = 2;         ///< total step from the prior model
+inline constexpr int kDampedPrior = 3;   ///< as kDamped, with a pull to the prior model
+inline constexpr int kLeastSquares = 4;  ///< no prior, unit deviations
+
 /// Array curves of a run as one item. Points and curves count from 1.
 struct ObsCurve {
   int nFreq = 0;                     ///< frequency points of every curve
@@ -111,7 +118,7 @@ struct RunVectors {
 struct RunState : RunVectors {
   // --- Set by FS_RetrieveSystemPM ---
   int runKind = 0;                 ///< 1 forward modelling, 2 inversion, 3 full waveform
-  int iInvScheme = 0;              ///< update formula; 0: not an inversion
+  int iInvScheme = 0;              ///< update formula (kDamped ...); 0: not an inversion
   int iHaveData = 0;               ///< 1: points from stored curves
   int preliminaryProfileType = 0;  ///< 0 layers as given, 1 empirical profile, 2 analytic profile
   int iProfileShape = 1;           ///< 1: the preliminary profile is set on the given layering

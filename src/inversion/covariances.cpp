@@ -13,7 +13,6 @@ namespace {
 
 /// Smoothing over iterations would divide the scale of Cm by two to this power. Kept: it is 0 in every run.
 constexpr int kSmoothingPower = 0;
-constexpr int kNoPriorScheme = 4;  // iInvScheme: least squares without prior, unit weights
 
 /// Whether a deviation follows from the velocity.
 bool DeviationFromValue(double deviation) {
@@ -21,7 +20,7 @@ bool DeviationFromValue(double deviation) {
 }
 /// Whether all deviations are to be 1.
 bool UnitDeviations() {
-  return run.cdMode == -1 || run.iInvScheme == kNoPriorScheme;
+  return run.cdMode == -1 || run.iInvScheme == kLeastSquares;
 }
 
 /// Deviation by the two tests in turn: the second one wins.
@@ -110,7 +109,7 @@ void FS_Setup_Cm() {
   const int m = run.nModelParm;
   if (run.Cm.rows() != m) run.Cm = ColumnMatrix(m, m);
   run.Cm.fill(0.0);
-  if (m == 0 || run.UFModel[1] < 0.0 || run.iInvScheme == kNoPriorScheme) return;
+  if (m == 0 || run.UFModel[1] < 0.0 || run.iInvScheme == kLeastSquares) return;
 
   const OffsetVector<double> z = MidDepths();
   const double scale = kSmoothingPower > 0 ? std::ldexp(1.0, -kSmoothingPower) : 1.0;

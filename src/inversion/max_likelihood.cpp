@@ -182,9 +182,10 @@ Move Apply(const OffsetVector<double>& velocity, int& violations) {
   if (CorrectionIsFinite()) {
     FS_SaveGaussParam(run.GActive, velocity);
   } else {
-    MessagePopup(session.appTitle,
-                 "The correction of the model is not finite: a parameter has no influence on the curve and "
-                 "no deviation of its own, or a sensitivity could not be computed. The model stays as it is.");
+    MessagePopup(
+        session.appTitle,
+        "The correction of the model is not finite: a parameter has no influence on the curve and "
+        "no deviation of its own, or a sensitivity could not be computed. The model stays as it is.");
   }
   return MoveModel(violations);
 }

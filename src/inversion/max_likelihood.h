@@ -9,13 +9,6 @@
 
 namespace sondera {
 
-/// Values of run.iInvScheme. An inversion runs with kDamped; the others are formulas that nothing selects.
-/// Base of the step is the present model, for kPrior the prior one.
-inline constexpr int kDamped = 1;         ///< Cm as damping alone, no pull to the prior model
-inline constexpr int kPrior = 2;          ///< total step from the prior model
-inline constexpr int kDampedPrior = 3;    ///< as kDamped, with a pull to the prior model
-inline constexpr int kLeastSquares = 4;   ///< no prior, unit deviations
-
 /// A whole inversion on TheoDispInfo, FModelParam and InvParam as they stand and on the vectors of
 /// FS_AllocMemoryBlocks: the starting model as entry 0, then up to NITER iterations, each with its entry, its
 /// blocks in the result files and its item in the lists. It ends by the count, by an RMS at or below

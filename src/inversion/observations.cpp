@@ -39,13 +39,6 @@ double At(const std::vector<double>& v, int i) {
   return v[static_cast<std::size_t>(i - 1)];
 }
 
-/// Title in the head lines of result files. Kept: "Enhanced3-D" of inversions has no blank.
-std::string RunTitle(int analysis, bool inversion) {
-  if (analysis == 2) return inversion ? "2-D Inversion" : "2-D";
-  if (analysis == 3) return inversion ? "3-D Inversion" : "3-D";
-  return inversion ? "Enhanced3-D Inversion" : "Enhanced 3-D";
-}
-
 void SetSwitches(int kind, int prePrfType, const ModelRecord& r) {
   const bool inversion = kind == kInversionRun, waveform = kind == kWaveformRun;
   run.runKind = kind;
@@ -210,6 +203,12 @@ void FlattenArrayCurves(const ObsCurve& o) {
 }
 
 }  // namespace
+
+std::string RunTitle(int analysis, bool inversion) {
+  if (analysis == 2) return inversion ? "2-D Inversion" : "2-D";
+  if (analysis == 3) return inversion ? "3-D Inversion" : "3-D";
+  return inversion ? "Enhanced3-D Inversion" : "Enhanced 3-D";
+}
 
 int FS_RetrieveSystemPM(int kind, int prePrfType) {
   if (kind < kForwardRun || kind > kWaveformRun) return -1;

@@ -8,6 +8,8 @@
 // stands beside it: run_files.h, point_grid.h, model_setup.h, model_numbers.h, covariances.h.
 #pragma once
 
+#include <string>
+
 #include "inversion/covariances.h"
 #include "inversion/model_numbers.h"
 #include "inversion/model_setup.h"
@@ -15,6 +17,9 @@
 namespace sondera {
 
 inline constexpr int kForwardRun = 1, kInversionRun = 2, kWaveformRun = 3;  ///< kinds of a run
+
+/// Title of a run in the head lines of result files. Kept: "Enhanced3-D" of inversions has no blank.
+std::string RunTitle(int analysis, bool inversion);
 
 /// Sets the switches of a run (see RunState), the title of its head lines and iAnalysis, empties its result
 /// files and reads the receivers. Switches that a kind of run has no value for stay as they are.

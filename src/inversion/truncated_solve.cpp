@@ -18,10 +18,7 @@ constexpr double kSmallestEps = 1.0;
 }  // namespace
 
 TruncatedSolve::TruncatedSolve()
-    : U_(run.Hessian),
-      V_(run.nModelParm, run.nModelParm),
-      w_(1, run.nModelParm),
-      entryEps_(run.epsSVD) {
+    : U_(run.Hessian), V_(run.nModelParm, run.nModelParm), w_(1, run.nModelParm), entryEps_(run.epsSVD) {
   FS_svdcmp(run.nModelParm, run.nModelParm, U_.shifted(), w_.shifted(), V_.shifted());
   Count();
 }

@@ -9,7 +9,6 @@
 
 #include "forward/layer_table.h"
 #include "forward/system_state.h"
-#include "inversion/max_likelihood.h"
 #include "inversion/model_numbers.h"
 #include "runtime/dialogs.h"
 #include "runtime/panels/exdthd.h"
@@ -61,9 +60,9 @@ void TellTrap(int quantity, bool atMinimum, double unclamped) {
   std::printf("\n\n\n*** Warning ***\nInversion analysis is trapped. Please %s constraint for %s.\n",
               atMinimum ? "increase the minimum" : "decrease the maximum", name);
   std::fflush(stdout);
-  MessagePopup(kTrapTitle,
-               atMinimum ? FormatText("Warning: Reduce the uncertainty factor for %s.", name)
-                         : FormatText("Warning: Increase the uncertainty factor for %s: %lf", name, unclamped));
+  MessagePopup(kTrapTitle, atMinimum ? FormatText("Warning: Reduce the uncertainty factor for %s.", name)
+                                     : FormatText("Warning: Increase the uncertainty factor for %s: %lf",
+                                                  name, unclamped));
 }
 
 /// Full step, parameters outside held at their bound. False when that happens too often.
