@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 
 #include "forward/model_records.h"
 #include "forward/receiver_setups.h"
@@ -93,7 +94,7 @@ InvRecord& RecordOfIndex(int index) {
 }
 
 int EntryOfIndex(int index) {
-  return std::abs(index);
+  return index >= 0 ? index : -std::max(index, -std::numeric_limits<int>::max());
 }
 
 bool RowsAreGlobal() {
