@@ -10,6 +10,7 @@
 #include "app/window_modes.h"
 #include "forward/parameters_panel.h"
 #include "forward/run.h"
+#include "inversion/inv_session.h"
 #include "inversion/result_text.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
@@ -227,7 +228,14 @@ constexpr CallbackRow kRepresentative[] = {
 constexpr CallbackRow kResults[] = {
     {&exdthd::RUN_FMODEL, RunFModelCallback},
     {&mainmenu::RUN_FMODELING_MENU, RunFModelingMenuCallback},
+    {&exdthd::RUN_INVERSION, RunInvAnalCallback},
+    {&exdthd::HALT, HaltProcessCallback},
+    {&exdthd::ITERNO, InvAnalIterNoCallback},
+    {&exdthd::PLOT_INV, PlotInvResultCallback},
+    {&exdthd::RESULTBOX, ResultBoxCallback},
+    {&analresult::SEL_RESULT, ResultModelParamCallback},
     {&analresult::SAVE, SaveInvResultCallback},
+    {&analresult::CLOSE, ResultBoxCloseCallback},
 };
 
 constexpr CallbackRow kModelParameters[] = {
@@ -264,6 +272,14 @@ constexpr CallbackRow kModelParameters[] = {
 };
 
 constexpr CallbackRow kInversion[] = {
+    {&mainmenu::OPEN_INV_ANAL_WIN, OpenInvAnalWincallback},
+    {&mainmenu::INV_ANALYSIS_PARAM, InvAnalysisParamCallback},
+    {&mainmenu::RUN_INV_ANAL, Run_InvAnalCallback},
+    {&fmodeling::COPYFROMPRF, CopyFromGivenPRFCallback},
+    {&inversion::CD_COV, DataCovMatCallback},
+    {&inversion::CM_COV, MParmCovMatCallback},
+    {&inversion::PERFORMINV, PerformInvAnalCallback},
+    {&inversion::CLOSE, InvAnalCloseCallback},
     {&inversion::ONECLICK_RUN, OneClickInversionCallback},
     {&inversion::PERFORMINVSAVE, PerformInvInvSaveCallback},
 };

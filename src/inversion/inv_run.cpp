@@ -1,0 +1,136 @@
+// inv_run.cpp - an inversion from the panel to FS_RunIAnal; see inv_session.h.
+//
+// The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
+// sizes from there; the given model is put back each time before anything else can look at it.
+#include <algorithm>
+
+#include "forward/model_records.h"
+#include "forward/parameters.h"
+#include "forward/record_growth.h"
+#include "forward/system_model.h"
+#include "forward/theo_disp_info.h"
+#include "inversion/inv_entries.h"
+#include "inversion/inv_records.h"
+#include "inversion/inv_session.h"
+#include "inversion/max_likelihood.h"
+#include "project/session.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/panels/inversion.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kGlobalCurve = 1;
+constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
+
+class WaitCursor {
+ public:
+  WaitCursor() { SetWaitCursor(true); }
+  ~WaitCursor() { SetWaitCursor(false); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+/// The chosen model to FModelParam and through the checks of its panel.
+int CheckStartingModel() {
+  const GivenLayers given;
+  const bool ready = UpdateMParm() == 0 && GetFModelParam_AS() == 0 && GetFModelParam_RD() == 0;
+  if (InvParam.iSelected != 0) {
+    given.PutBack();
+    SetFModelParam_AS();
+  }
+  return ready ? 0 : -1;
+}
+
+/// Room for the counters as they stand. FS_UpdateINVarray alone would make the tables anew, and with them
+/// lose an iteration that this run is to begin from.
+int UpdateTables() {
+  if (RoomForEntries(InvParam, InvParam.nEntries) < 0) return -1;
+  return FS_UpdateINVarray();
+}
+
+int TakeIterations() {
+  const int wanted = GetCtrlVal(inversion::NITER);
+  if (wanted > 0 && RoomForEntries(InvParam, wanted) < 0) return -1;
+  InvParam.nEntries = std::max(wanted, 0);
+  InvParam.MODELPARM = GetCtrlVal(inversion::MODELPARM);
+  return 0;
+}
+
+void TakeDataCovariance() {
+  run.ufVph = GetCtrlVal(inversion::UF_VPH);
+  run.cdMode = GetCtrlVal(inversion::CD_COV);
+}
+
+void TakeFactors(bool relative) {
+  InvParam.ufH = GetCtrlVal(relative ? inversion::UF_H_REL : inversion::UF_H);
+  InvParam.ufVs = GetCtrlVal(relative ? inversion::UF_VS_REL : inversion::UF_VS);
+}
+
+void TakeBounds() {
+  InvParam.minH = GetCtrlVal(inversion::LB_H);
+  InvParam.maxH = GetCtrlVal(inversion::UB_H);
+  InvParam.minVs = GetCtrlVal(inversion::LB_VS);
+  InvParam.maxVs = GetCtrlVal(inversion::UB_VS);
+}
+
+int RunUnlessNoIterations() {
+  if (InvParam.nEntries > 0) return RunInvAnal();
+  MessagePopup(session.appTitle, "Please enter the number of iterations.");
+  return -1;
+}
+
+void SelectCurveDisplay() {
+  SetCtrlIndex(exdthd::EXDTYPE, FModelParam.dispCurvType == kGlobalCurve ? kGlobalR : kArrayR);
+  SetCtrlIndex(exdthd::THDTYPE, 1);
+  SetCtrlIndex(exdthd::ARRAYDISPID, 0);
+}
+
+/// Records, display, lists and vectors, with the layers of the run in FModelParam.
+int SetUpRun() {
+  if (InvParam.iSelected != 0 && TakeProfile(InvParam.iSelected, FModelParam) < 0) return -1;
+  if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo() < 0) return -1;
+  CopyCurvesToTheoDispInfo();
+  SelectCurveDisplay();
+  ClearIterBox(1);
+  return FS_AllocMemoryBlocks();
+}
+
+}  // namespace
+
+void ClearIterBox(int) {
+  ClearEntryLists();
+}
+
+int RunInvAnal() {
+  const GivenLayers given;
+  const int ready = SetUpRun();
+  given.PutBack();
+  return ready < 0 ? -1 : FS_RunIAnal();
+}
+
+int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const WaitCursor wait;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
+  TakeDataCovariance();
+  const bool relative = GetCtrlVal(inversion::CM_COV) != 0;
+  SetDimmed(inversion::UF_VPH, relative);
+  TakeFactors(relative);
+  TakeBounds();
+  return RunUnlessNoIterations();
+}
+
+int Run_InvAnalCallback(Panel, ControlId, Event, long) {
+  const WaitCursor wait;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
+  ClearIterBox(1);
+  if (TakeIterations() < 0) return -1;
+  TakeFactors(false);
+  TakeBounds();
+  return RunUnlessNoIterations();
+}
+
+}  // namespace sondera
