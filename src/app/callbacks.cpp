@@ -12,6 +12,7 @@
 #include "forward/run.h"
 #include "inversion/inv_session.h"
 #include "inversion/result_text.h"
+#include "inversion/starting_model.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
 #include "project/analysis_section.h"
@@ -271,6 +272,12 @@ constexpr CallbackRow kModelParameters[] = {
     {&fmodeling::CLOSE, FModelParamCloseCallback},
 };
 
+constexpr CallbackRow kStartingModel[] = {
+    {&inversion::AUTOSETUPSMP, AutoSetupSMPCallback},
+    {&inversion::EVALSMPARAM, EvalSMParamCallback},
+    {&mainmenu::DETERMINE_SMP, DetermineSMPCallback},
+};
+
 constexpr CallbackRow kInversion[] = {
     {&mainmenu::OPEN_INV_ANAL_WIN, OpenInvAnalWincallback},
     {&mainmenu::INV_ANALYSIS_PARAM, InvAnalysisParamCallback},
@@ -306,6 +313,7 @@ void InstallCallbacks() {
   Install(kRepresentative);
   Install(kModelParameters);
   Install(kResults);
+  Install(kStartingModel);
   Install(kInversion);
 
   RedrawHandlers redraw;

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "forward/model_records.h"
-#include "inversion/inv_records.h"
+#include "inversion/starting_model.h"
 #include "project/measdb.h"
 #include "runtime/panels/analresult.h"
 #include "runtime/panels/cdisppnl.h"
@@ -17,7 +17,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kGroups = 100, kLayersPerGroup = 4;
 constexpr double kSearchFrom = 1e30;
 constexpr int kCompositeAndArray = 4;  // what the dispersion page shows after calcVel
 constexpr int kArrayCurves = 2;
@@ -34,19 +33,6 @@ void FillSoilTable(const std::vector<double>& thicknesses) {
   }
 }
 
-/// Number of the starting profile with the smallest misfit, the first of equals; 0 when none has one.
-int BestStartingProfile() {
-  const int count = std::min(GetCtrlVal(inversion::ALPHA_POINT), SMPParam.rms.hi());
-  double smallest = kSearchFrom;
-  int best = 0;
-  for (int k = 1; k <= count; ++k) {
-    if (!(SMPParam.rms[k] < smallest)) continue;
-    smallest = SMPParam.rms[k];
-    best = k;
-  }
-  return best;
-}
-
 /// Presses straight through the table of callbacks; remembers a refusal.
 struct PlainPress {
   int result = 0;
@@ -58,17 +44,8 @@ struct PlainPress {
 }  // namespace
 
 std::vector<double> LayersToDepth(double firstThickness, double depth) {
-  std::vector<double> layers;
-  double thickness = firstThickness, sum = 0.0;
-  for (int group = 0; group < kGroups; ++group) {
-    if (group > 0) thickness *= 2.0;
-    for (int k = 0; k < kLayersPerGroup; ++k) {
-      layers.push_back(thickness);
-      sum += thickness;
-      if (sum > depth) return layers;
-    }
-  }
-  return layers;
+  double sum = 0.0;
+  return DoublingThicknesses(firstThickness, depth, sum);
 }
 
 double LargestArrayWavelength() {

@@ -21,8 +21,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kEmpirical = 1, kAnalytic = 2;  // preliminaryProfileType
-
 int Refuse(const std::string& text) {
   MessagePopup(session.appTitle, text);
   return -1;
@@ -109,9 +107,10 @@ int FS_PrelimAnal() {
   FS_AllocatePropLayer(run.nLayersCur);
   if (FS_ReadLayerProp() < 0) return -1;
   const int type = run.preliminaryProfileType;
-  if ((type == kEmpirical || type == kAnalytic) && (run.iProfileShape == 1 || run.iProfileShape == 2)) {
+  if ((type == kEmpiricalProfile || type == kAnalyticProfile) &&
+      (run.iProfileShape == kOnGivenLayers || run.iProfileShape == kAsFound)) {
     if (FS_SetUpObsData(1) < 0) return -1;
-    if ((type == kEmpirical ? FS_EmpPrePrf() : FS_AnalPrePrf()) < 0) return -1;
+    if ((type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf()) < 0) return -1;
   } else {
     // The depth that goes with a layer is one and a half times its thickness, wherever it lies.
     for (int l = 1; l <= run.nLayersCur; ++l)

@@ -2,20 +2,43 @@
 #include "inversion/preliminary_profile.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "forward/layer_table.h"
 #include "forward/system_state.h"
-#include "project/session.h"
-#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kAnalytic = 2;  // preliminaryProfileType
+/// What a completed layer takes over.
+struct Source {
+  bool densityDerived, poissonGiven;
+  double rho, nu, Vp, damp;
+};
 
-int NotMadeYet() {
-  MessagePopup(session.appTitle, "A starting profile from the dispersion curve cannot be made yet.");
-  return -1;
+Source LayerAsSource(int j) {
+  return {run.iDensityDerived[j] == 1,
+          run.iPoissonGiven[j] == 1,
+          run.layerRho[j],
+          run.layerNu[j],
+          run.layerVp[j],
+          run.layerDamp[j]};
+}
+
+Source StratumAsSource(int j) {
+  const StrataTables& s = run.strata;
+  return {s.iDensityDerived[j] == 1, s.iPoissonGiven[j] == 1, s.rho[j], s.nu[j], s.Vp[j], s.damp[j]};
+}
+
+Source SourceOf(double depth, int i) {
+  const bool replaces = run.preliminaryProfileType != 0 && run.iProfileShape != kOnGivenLayers;
+  if (replaces && run.strata.nStrata > 0) return StratumAsSource(FS_GetStrataID(depth));
+  if (run.preliminaryProfileType == kAnalyticProfile) return LayerAsSource(FS_GetLayerID(depth));
+  return LayerAsSource(std::min(i, run.nLayersCur));
+}
+
+bool IsAbove0(double x) {
+  return x > 0.0 && std::isfinite(x);
 }
 
 }  // namespace
@@ -26,31 +49,34 @@ LayerColumns RunLayerColumns() {
 }
 
 void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out) {
-  const int j = run.preliminaryProfileType == kAnalytic ? FS_GetLayerID(depth) : std::min(i, run.nLayersCur);
+  const Source from = SourceOf(depth, i);
   out.Vs[i] = Vs;
-  out.rho[i] = run.iDensityDerived[j] == 1 ? DensityFromVs(Vs) : run.layerRho[j];
-  if (run.iPoissonGiven[j] == 1) {
-    out.nu[i] = run.layerNu[j];
+  out.rho[i] = from.densityDerived ? DensityFromVs(Vs) : from.rho;
+  if (from.poissonGiven) {
+    out.nu[i] = from.nu;
     out.Vp[i] = VpFromPoisson(Vs, out.nu[i]);
   } else {
-    out.Vp[i] = run.layerVp[j];
+    out.Vp[i] = from.Vp;
     out.nu[i] = PoissonFromVelocities(out.Vp[i], Vs);
     if (PoissonIsUnphysical(out.nu[i])) {
       out.nu[i] = kGuardedNu;
       out.Vs[i] = GuardedVs(out.Vp[i]);
     }
   }
-  out.damp[i] = run.layerDamp[j];
+  out.damp[i] = from.damp;
   out.G[i] = out.rho[i] * out.Vs[i] * out.Vs[i];
   out.E[i] = 2.0 * out.G[i] * (1.0 + out.nu[i]);
 }
 
-int FS_EmpPrePrf() {
-  return NotMadeYet();
-}
-
-int FS_AnalPrePrf() {
-  return NotMadeYet();
+std::vector<CurvePoint> ObservedCurve() {
+  std::vector<CurvePoint> curve;
+  for (int p = 1; p <= run.nObsRows; ++p) {
+    const CurvePoint point{run.runVel[p], run.runFreq[p], run.runLambda[p]};
+    if (IsAbove0(point.c) && IsAbove0(point.f) && IsAbove0(point.w)) curve.push_back(point);
+  }
+  std::stable_sort(curve.begin(), curve.end(),
+                   [](const CurvePoint& a, const CurvePoint& b) { return a.w < b.w; });
+  return curve;
 }
 
 }  // namespace sondera
