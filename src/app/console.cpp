@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <string>
 
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
@@ -56,18 +57,21 @@ int Run() {
   return 1;
 }
 
-/// Progress boxes of the results page: shown at most every so often, the latest text only.
+/// Both boxes of the results page as one line: how far the run is, then what it is doing.
+std::string ProgressLine() {
+  const std::string status = GetCtrlVal(exdthd::STATUSMSG), process = GetCtrlVal(exdthd::PROCESSMSG);
+  return status + (status.empty() || process.empty() ? "" : "   ") + process;
+}
+
+/// Shown at most every so often, the latest text only.
 void ShowProgress(Panel, ControlId control) {
-  const TextControl* box = nullptr;
-  if (control == &exdthd::STATUSMSG) box = &exdthd::STATUSMSG;
-  if (control == &exdthd::PROCESSMSG) box = &exdthd::PROCESSMSG;
-  if (!box) return;
+  if (control != &exdthd::STATUSMSG && control != &exdthd::PROCESSMSG) return;
   const bool terminal = isatty(STDERR_FILENO) == 1;
   const auto now = Clock::now();
   if (now - console.lastProgress <
       (terminal ? Clock::duration(kTerminalInterval) : Clock::duration(kLogInterval)))
     return;
-  const std::string text = GetCtrlVal(*box);
+  const std::string text = ProgressLine();
   if (text.empty()) return;
   console.lastProgress = now;
   if (terminal) {

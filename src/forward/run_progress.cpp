@@ -39,7 +39,7 @@ long SolvesOfSweep() {
   if (std::abs(run.iAnalysis) == 2) return run.nDispPoints;
   if (run.iDispSource != 1) return run.nObsRows;
   long solves = 0;
-  for (int i = 1; i <= run.nDispPoints; ++i) solves += run.nRecCfgPerPoint[i];
+  for (int i = 1; i <= run.nDispPoints; ++i) solves += run.globalRecCount[i];
   return solves;
 }
 

@@ -27,6 +27,9 @@ std::string SweepReport() {
   const auto add = [&text](const std::string& part) { text += (text.empty() ? "" : "; ") + part; };
   if (!sweepState.noResult.empty()) add(Named(sweepState.noResult, "without a result"));
   if (!sweepState.seedKept.empty()) add(Named(sweepState.seedKept, "kept at the seed (incomplete modes)"));
+  if (!sweepState.shallowMesh.empty())
+    add(Named(sweepState.shallowMesh,
+              "over a table that ends less than a wavelength down (make its last layer thicker)"));
   return text;
 }
 

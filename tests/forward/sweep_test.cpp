@@ -250,6 +250,7 @@ TEST_F(Sweep, ArrayCurvesWithoutDataGoThroughThePointLoadSolver) {
 
 TEST_F(Sweep, PointThatThePointLoadSolverRefusesIsNamed) {
   SetPlainLayers(3);
+  FModelParam.thickness[2] = 40.0;
   SetGlobalCurve(2);
   FModelParam.globalVel[1] = 0.0;
   FModelParam.nSubLayers = 6;
@@ -263,6 +264,7 @@ TEST_F(Sweep, PointThatThePointLoadSolverRefusesIsNamed) {
 
 TEST_F(Sweep, IncompleteModesKeepTheSeedAndAreNamed) {
   SetPlainLayers(3);
+  FModelParam.thickness[2] = 40.0;
   SetGlobalCurve(2);
   FModelParam.globalVel[1] = 20.0 * 1e-150;  // stiffnesses of this wavelength are beyond a double
   FModelParam.nSubLayers = 6;
@@ -271,6 +273,20 @@ TEST_F(Sweep, IncompleteModesKeepTheSeedAndAreNamed) {
   EXPECT_EQ(vel[2], 20.0 * 1e-150);
   EXPECT_EQ(run.iNoVelocity[2], 0);
   EXPECT_EQ(SweepReport(), "1 point kept at the seed (incomplete modes): 2");
+}
+
+TEST_F(Sweep, TableThatEndsLessThanAWavelengthDownIsTold) {
+  SetRange(1, 1, 4.0, 40.0, 2);  // 22 deep: enough for a wavelength of 4, not for one of 40
+  FModelParam.nSubLayers = 8;
+  Start(3);
+  ASSERT_EQ(FS_rWave3D_F(vel, amp), 0);
+  EXPECT_EQ(SweepReport(),
+            "1 point over a table that ends less than a wavelength down (make its last layer thicker): 2");
+
+  FModelParam.thickness[1] = 200.0;
+  Start(3);
+  ASSERT_EQ(FS_rWave3D_F(vel, amp), 0);
+  EXPECT_EQ(SweepReport(), "");
 }
 
 TEST_F(Sweep, ManyDoubtsAreCountedAndTheFirstOnesNamed) {
