@@ -117,7 +117,8 @@ Move MoveModel(int& violations) {
   if (!CorrectionIsFinite()) return Move::kNotFinite;
   if (run.iCurIterNo == 1) run.iTrapCount = 0;
   const double factor = StepFactor(violations);
-  if (run.iUseSVD == 1 && violations >= 1) return Move::kViolated;
+  const bool dataSpace = run.GActive.rows() < run.nModelParm;  // nothing is truncated there
+  if (run.iUseSVD == 1 && !dataSpace && violations >= 1) return Move::kViolated;
   if (factor != 0.0) {
     for (int p = 1; p <= run.nModelParm; ++p) run.rModel[p] = Base(p) - run.deltaModel[p] * factor;
     run.iTrapCount = 0;
