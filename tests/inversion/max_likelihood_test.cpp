@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "inversion/inv_records.h"
-#include "inversion/inversion_fixture.h"
+#include "inversion/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "forward/plane_wave.h"
 #include "forward/rayleigh_modes.cpp"  // the second route to phase velocities
-#include "inversion/inversion_fixture.h"
+#include "inversion/kernel_fixture.h"
 #include "runtime/events.h"
 #include "runtime/panels/meassetup.h"
 
@@ -24,7 +24,7 @@ const std::vector<LayerRow> kSite = {{1.5, 0.0, 120.0, 1.8, 0.3, 0.0},
                                      {4.0, 0.0, 210.0, 1.9, 0.35, 0.0},
                                      {5.0, 0.0, 300.0, 2.0, 0.3, 0.0}};
 
-class FS_GmatrixTest : public InversionTest {
+class FS_GmatrixTest : public KernelTest {
  protected:
   /// Plane waves on the site, observed values somewhere near the computed ones, so that wavelengths are
   /// given. Density and Poisson's ratio stay.

@@ -2,7 +2,7 @@
 // trap, and starting values outside their bounds.
 #include <cmath>
 
-#include "inversion/inversion_fixture.h"
+#include "inversion/kernel_fixture.h"
 #include "inversion/max_likelihood.h"
 
 namespace sondera::testing {

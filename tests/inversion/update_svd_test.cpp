@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "inversion/inversion_fixture.h"
+#include "inversion/kernel_fixture.h"
 #include "inversion/max_likelihood.h"
 #include "numeric/svd.h"
 

@@ -1,4 +1,4 @@
-// inversion_fixture.h - runs of an inversion prepared up to the point where the sensitivities or an update
+// kernel_fixture.h - runs of an inversion prepared up to the point where the sensitivities or an update
 // begin, and what the progress boxes showed on the way.
 #pragma once
 
@@ -18,7 +18,7 @@
 
 namespace sondera::testing {
 
-class InversionTest : public RunTest {
+class KernelTest : public RunTest {
  protected:
   void SetUp() override {
     RunTest::SetUp();
@@ -66,7 +66,7 @@ class InversionTest : public RunTest {
 };
 
 /// An update on sensitivities and velocities of the test's own: no solver is asked.
-class UpdateTest : public InversionTest {
+class UpdateTest : public KernelTest {
  protected:
   /// Layers of Vs 100, 120, ... and `points` observations on a global curve; factors of the prior below 1.
   void Start(int layers, int points, int modelParm = 1, double factor = 0.3) {
