@@ -93,6 +93,12 @@ class Strip {
   double z_ = 0.0;  // depth of the stack
 };
 
+/// Whether a mean velocity can be had from a travel time: not from one that is lost below the smallest number
+/// or beyond the largest.
+bool TakesTime(double time) {
+  return time > 0.0 && std::isfinite(time);
+}
+
 /// Takes layers off the top of a stack, part by part.
 class TravelTime {
  public:
@@ -110,7 +116,7 @@ class TravelTime {
       if (left_ > 0.0) break;
       if (++layer_ <= stack_.n) left_ = stack_.H[layer_];
     }
-    return time > 0.0 ? h / time : before;
+    return TakesTime(time) ? h / time : before;
   }
 
  private:
@@ -141,7 +147,7 @@ void MergeInto(LayerStack& merged, const LayerStack& found, int from, int to, do
   }
   const int L = ++merged.n;
   merged.H[L] = h;
-  FS_PropLayer(top + h / 2.0, L, h / time, merged.columns());
+  FS_PropLayer(top + h / 2.0, L, TakesTime(time) ? h / time : found.Vs[from], merged.columns());
 }
 
 bool IsFinite(const LayerStack& stack) {
