@@ -2,7 +2,7 @@
 //
 // The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
 // sizes from there; the given model is put back each time before anything else can look at it.
-#include <algorithm>
+#include <string>
 
 #include "forward/model_records.h"
 #include "forward/parameters.h"
@@ -24,6 +24,13 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
+/// A press that comes in by an event poll of the run itself: there is one set of working vectors.
+constexpr const char* kRunning = "An analysis is running. Please halt it first.";
+
+int Refuse(const std::string& text) {
+  MessagePopup(session.appTitle, text);
+  return -1;
+}
 
 class WaitCursor {
  public:
@@ -51,10 +58,12 @@ int UpdateTables() {
   return FS_UpdateINVarray();
 }
 
+/// NITER and MODELPARM. Without iterations the record stays: what it holds is still there to be saved.
 int TakeIterations() {
   const int wanted = GetCtrlVal(inversion::NITER);
-  if (wanted > 0 && RoomForEntries(InvParam, wanted) < 0) return -1;
-  InvParam.nEntries = std::max(wanted, 0);
+  if (wanted <= 0) return Refuse("Please enter the number of iterations.");
+  if (RoomForEntries(InvParam, wanted) < 0) return -1;
+  InvParam.nEntries = wanted;
   InvParam.MODELPARM = GetCtrlVal(inversion::MODELPARM);
   return 0;
 }
@@ -76,21 +85,24 @@ void TakeBounds() {
   InvParam.maxVs = GetCtrlVal(inversion::UB_VS);
 }
 
-int RunUnlessNoIterations() {
-  if (InvParam.nEntries > 0) return RunInvAnal();
-  MessagePopup(session.appTitle, "Please enter the number of iterations.");
-  return -1;
-}
-
 void SelectCurveDisplay() {
   SetCtrlIndex(exdthd::EXDTYPE, FModelParam.dispCurvType == kGlobalCurve ? kGlobalR : kArrayR);
   SetCtrlIndex(exdthd::THDTYPE, 1);
   SetCtrlIndex(exdthd::ARRAYDISPID, 0);
 }
 
+/// Room in InvParam for all that the run is going to write, so that no iteration ends for want of it.
+int MakeRoomForResults() {
+  const ModelRecord& m = FModelParam;
+  const bool global = m.dispCurvType == kGlobalCurve;
+  return MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers, global ? m.nDispPointsG : m.nDispPoints,
+                       global ? 1 : m.nDispCurves);
+}
+
 /// Records, display, lists and vectors, with the layers of the run in FModelParam.
 int SetUpRun() {
   if (InvParam.iSelected != 0 && TakeProfile(InvParam.iSelected, FModelParam) < 0) return -1;
+  if (MakeRoomForResults() < 0) return -1;
   if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo() < 0) return -1;
   CopyCurvesToTheoDispInfo();
   SelectCurveDisplay();
@@ -113,24 +125,25 @@ int RunInvAnal() {
 
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  if (WaitCursorShown()) return Refuse(kRunning);
   const WaitCursor wait;
-  if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
   TakeDataCovariance();
   const bool relative = GetCtrlVal(inversion::CM_COV) != 0;
   SetDimmed(inversion::UF_VPH, relative);
   TakeFactors(relative);
   TakeBounds();
-  return RunUnlessNoIterations();
+  return TakeIterations() < 0 ? -1 : RunInvAnal();
 }
 
 int Run_InvAnalCallback(Panel, ControlId, Event, long) {
+  if (WaitCursorShown()) return Refuse(kRunning);
   const WaitCursor wait;
-  if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
   ClearIterBox(1);
-  if (TakeIterations() < 0) return -1;
   TakeFactors(false);
   TakeBounds();
-  return RunUnlessNoIterations();
+  return RunInvAnal();
 }
 
 }  // namespace sondera

@@ -28,7 +28,8 @@ int GetInvParams();
 /// Opens the panel, from the button and from the menu: SetInvParams; empties STATUSMSG and PROCESSMSG.
 int RunInvAnalCallback(Panel panel, ControlId control, Event event, long data);
 int InvAnalysisParamCallback(Panel panel, ControlId control, Event event, long data);
-/// Takes the settings over and closes the panel.
+/// Takes the settings over and closes the panel. Entries that are listed stay within the number wanted, which
+/// is also the number that a project file holds.
 int InvAnalCloseCallback(Panel panel, ControlId control, Event event, long data);
 /// Brings the results page to the front, in the face of the inversion.
 int OpenInvAnalWincallback(Panel panel, ControlId control, Event event, long data);
@@ -65,11 +66,12 @@ void ClearIterBox(int which);
 /// @return 0; -1 after a message, or when halted
 int RunInvAnal();
 
-/// Start from the panel, PERFORMINV. NITER must be above 0. Kept: the start makes UF_VPH live with CM_COV 0
-/// and dims it otherwise, the reverse of MParmCovMatCallback.
+/// Start from the panel, PERFORMINV. NITER must be above 0, and nothing else be running. Kept: the start
+/// makes UF_VPH live with CM_COV 0 and dims it otherwise, the reverse of MParmCovMatCallback.
 int PerformInvAnalCallback(Panel panel, ControlId control, Event event, long data);
 /// Start from the menu. Kept: it does not look at CD_COV, UF_VPH and CM_COV; run.cdMode and run.ufVph are
-/// those of the last start from the panel (0 and 0 before), and the factors are UF_H and UF_VS.
+/// those of the last start from the panel (0 and 0 before), and the factors are UF_H and UF_VS. The
+/// lists are emptied before the choice of INV_SMP is used; it is the one that stood there.
 int Run_InvAnalCallback(Panel panel, ControlId control, Event event, long data);
 
 // --- Results page ---------------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include "inversion/inv_entries.h"
 #include "inversion/inv_records.h"
 #include "inversion/inv_session.h"
+#include "inversion/result_entries.h"
 #include "runtime/graphs.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/inversion.h"
@@ -56,6 +57,21 @@ int SeedGivenModel() {
   const double last = r.H(0, n - 1), above = n > 1 ? r.H(0, n - 2) : last;
   r.depth(0, n) = depth + (last <= 2.0 * above ? last : above);
   return 0;
+}
+
+/// Largest numbers of the iterations and of the starting profiles that the list of the results page names.
+struct Listed {
+  int iterations = 0, profiles = 0;
+};
+
+Listed ListedEntries() {
+  Listed listed;
+  for (int i = 0; i < GetNumListItems(exdthd::ITERNO); ++i) {
+    const int index = static_cast<int>(GetValueFromIndex(exdthd::ITERNO, i));
+    int& last = index < 0 ? listed.profiles : listed.iterations;
+    last = std::max(last, EntryOfIndex(index));
+  }
+  return listed;
 }
 
 bool FactorsAreRelative() {
@@ -122,7 +138,13 @@ int RunInvAnalCallback(Panel panel, ControlId control, Event event, long data) {
 
 int InvAnalCloseCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  // The project file holds as many entries as the records want: a smaller number on a panel that was closed
+  // without a run must not drop results that are still listed.
+  const Listed listed = ListedEntries();
+  const int iterations = InvParam.nEntries, profiles = SMPParam.nEntries;
   const int result = GetInvParams();
+  InvParam.nEntries = std::max(InvParam.nEntries, std::min(iterations, listed.iterations));
+  SMPParam.nEntries = std::max(SMPParam.nEntries, std::min(profiles, listed.profiles));
   HidePanel(Panel::INVERSION);
   return result;
 }

@@ -1,0 +1,126 @@
+// Tests of the inversion as a person works with it: its buttons, lists and menu items through the table of
+// callbacks, and a whole run from the first press to the saved project.
+#include <algorithm>
+#include <vector>
+
+#include "app/app_fixture.h"
+#include "forward/model_records.h"
+#include "forward/system_state.h"
+#include "inversion/inv_records.h"
+#include "runtime/panels/analresult.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/panels/inversion.h"
+#include "runtime/panels/mainmenu.h"
+
+namespace sondera::testing {
+namespace {
+
+class InversionButtons : public AppTest {
+ protected:
+  void SetUp() override {
+    AppTest::SetUp();
+    SetCtrlVal(hmsetup::PROJID, "site");
+  }
+
+  /// Soil table of the panel with these Vs, and Update pressed.
+  static void EnterLayers(const std::vector<double>& Vs) {
+    SetCtrlVal(fmodeling::NLAYERS, static_cast<int>(Vs.size()));
+    Commit(fmodeling::NLAYERS);
+    for (int row = 1; row <= static_cast<int>(Vs.size()); ++row) {
+      const double cells[] = {2.0 * row, 0.0, Vs[static_cast<std::size_t>(row - 1)], 1800.0, 0.3333333, 0.02};
+      for (int k = 0; k < 6; ++k) SetTableCellVal(fmodeling::SOILPROFILE, row, k + 1, cells[k]);
+    }
+    ASSERT_EQ(Commit(fmodeling::UPDATE), 0);
+  }
+
+  /// Plane-wave curve of known ground as the measured one, a uniform start on the panel.
+  void EnterCase() {
+    SetCtrlVal(fmodeling::ANALYSISTYPE, 2);
+    SetCtrlVal(fmodeling::GLOBAL_ARRAY, 1);
+    Commit(fmodeling::GLOBAL_ARRAY);
+    SetCtrlVal(fmodeling::NDISPPOINTS, 12);
+    SetCtrlVal(fmodeling::XMIN, 2.0);
+    SetCtrlVal(fmodeling::XMAX, 40.0);
+    SetCtrlVal(fmodeling::INCRATIO, -1.0);
+    FModelParam.DispCurvInfo = 0;
+    EnterLayers({160.0, 230.0, 310.0});
+    ASSERT_EQ(Commit(exdthd::RUN_FMODEL), 0) << frontEnd.messages.size();
+    for (auto column : kGlobalColumns) FModelParam.*column = TheoDispInfo.*column;
+    InitializeInvAnal();
+    EnterLayers({190.0, 190.0, 190.0});
+    FModelParam.DispCurvInfo = 2;
+  }
+};
+
+TEST_F(InversionButtons, EveryControlOfTheSessionHasItsCallback) {
+  for (const Control* c : std::vector<const Control*>{
+           &exdthd::RUN_INVERSION, &exdthd::HALT, &exdthd::ITERNO, &exdthd::PLOT_INV, &exdthd::RESULTBOX,
+           &analresult::SEL_RESULT, &analresult::CLOSE, &inversion::PERFORMINV, &inversion::CD_COV,
+           &inversion::CM_COV, &inversion::CLOSE, &fmodeling::COPYFROMPRF, &mainmenu::OPEN_INV_ANAL_WIN,
+           &mainmenu::INV_ANALYSIS_PARAM, &mainmenu::RUN_INV_ANAL})
+    EXPECT_NE(CallbackOf(*c), nullptr) << c->name;
+}
+
+TEST_F(InversionButtons, RunFromTheFirstPressToTheSavedResults) {
+  EnterCase();
+  ASSERT_EQ(Commit(exdthd::RUN_INVERSION), 0);
+  EXPECT_EQ(InvParam.nLayers, 3);
+  EXPECT_EQ(GetCtrlVal(inversion::UB_VS), 100000.0);
+  SetCtrlVal(inversion::NITER, 5);
+  SetCtrlVal(inversion::UF_VS, 0.4);
+  ASSERT_EQ(Commit(inversion::PERFORMINV), 0) << (frontEnd.messages.empty() ? "" : frontEnd.messages[0]);
+  const int last = GetNumListItems(exdthd::ITERNO) - 1;
+  EXPECT_LT(InvParam.rms[last], 0.02 * InvParam.rms[0]);
+  for (const char* extension : {".fdp", ".fmp", ".pfl", ".fsp", ".pcm", ".n", ".r"})
+    EXPECT_TRUE(Exists(std::string("site") + extension)) << extension;
+
+  SetCtrlVal(exdthd::ITERNO, 0);
+  ASSERT_EQ(Commit(exdthd::ITERNO), 0);
+  EXPECT_EQ(GetCtrlVal(exdthd::RMSERROR), InvParam.rms[0]);
+  ASSERT_EQ(Commit(exdthd::RESULTBOX), 0);
+  SetCtrlIndex(analresult::SEL_RESULT, 3);
+  ASSERT_EQ(Commit(analresult::SEL_RESULT), 0);
+  EXPECT_NE(GetCtrlVal(analresult::RESULTS).find("Resolution"), std::string::npos);
+  ASSERT_EQ(Commit(analresult::CLOSE), 0);
+  EXPECT_FALSE(IsPanelShown(Panel::ANALRESULT));
+
+  SetCtrlVal(fmodeling::COPYPRF, last);
+  ASSERT_EQ(Commit(fmodeling::COPYFROMPRF), 0);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 3), InvParam.Vs(last, 0));
+  ASSERT_EQ(Commit(inversion::CLOSE), 0);
+  EXPECT_FALSE(IsPanelShown(Panel::INVERSION));
+}
+
+TEST_F(InversionButtons, MenuItemOpensTheResultsPageInTheFaceOfTheInversion) {
+  SetCtrlVal(exdthd::FMDORINV, 1);
+  Commit(exdthd::FMDORINV);
+  ASSERT_FALSE(IsVisible(exdthd::ITERNO));
+  EXPECT_EQ(Commit(mainmenu::OPEN_INV_ANAL_WIN), 0);
+  EXPECT_TRUE(IsVisible(exdthd::ITERNO));
+  EXPECT_FALSE(IsDimmed(exdthd::RUN_INVERSION));
+  EXPECT_TRUE(IsDimmed(exdthd::RUN_FMODEL));
+  EXPECT_EQ(GetActiveTabPage(Panel::PANEL), 3);
+}
+
+TEST_F(InversionButtons, ChoiceOfTheModelCovarianceReachesTheRun) {
+  EnterCase();
+  SetCtrlVal(inversion::CM_COV, 1);
+  ASSERT_EQ(Commit(inversion::CM_COV), 0);
+  EXPECT_EQ(GetCtrlVal(inversion::CD_COV), -1);
+  SetCtrlVal(inversion::NITER, 1);
+  ASSERT_EQ(Commit(inversion::PERFORMINV), 0) << (frontEnd.messages.empty() ? "" : frontEnd.messages[0]);
+  EXPECT_EQ(run.cdMode, -1);
+  EXPECT_EQ(run.Cd(1, 1), 1.0);
+}
+
+TEST_F(InversionButtons, HaltIsAskedFor) {
+  frontEnd.confirmAnswers = {true};
+  EXPECT_EQ(Commit(exdthd::HALT), 0);
+  EXPECT_EQ(run.iHaltRequest, 1);
+  EXPECT_EQ(frontEnd.questions, std::vector<std::string>{"Do you want to halt the process ?"});
+}
+
+}  // namespace
+}  // namespace sondera::testing
