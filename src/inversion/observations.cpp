@@ -62,16 +62,26 @@ void SetSwitches(int kind, int prePrfType, const ModelRecord& r) {
   }
 }
 
-/// Complaint about a number of the measured points that is not finite, or a point without a frequency.
+/// Largest value of a measured point. No curve comes near it; the squares of larger ones are not finite.
+constexpr double kLargestDatum = 1e100;
+
+/// Whether anything can be computed with a number of the measured points.
+bool IsUsable(double x) {
+  return std::fabs(x) <= kLargestDatum;
+}
+
+/// Complaint about a number of the measured points that is not usable, or a point without a frequency.
 std::string CheckArrayData(const ModelRecord& r) {
   for (int p = 1; p <= r.nDispPoints; ++p) {
     for (int c = 1; c <= r.nDispCurves; ++c) {
       const double v = At(r.vel, (p - 1) * r.nDispCurves + c), f = At(r.freq, p);
       if (v == 0.0) continue;
-      if (!std::isfinite(v))
-        return FormatText("The velocity of array curve %d at point %d is %g. It must be a number.", c, p, v);
-      if (!(std::isfinite(f) && f > 0.0))
-        return FormatText("The frequency of the array curves at point %d is %g. It must be above 0.", p, f);
+      if (!IsUsable(v))
+        return FormatText(
+            "The velocity of array curve %d at point %d is %g. It must be a number below 1e100.", c, p, v);
+      if (!(IsUsable(f) && f > 0.0))
+        return FormatText(
+            "The frequency of the array curves at point %d is %g. It must be above 0 and below 1e100.", p, f);
     }
   }
   return {};
@@ -81,8 +91,9 @@ std::string CheckGlobalData(const ModelRecord& r) {
   for (auto column : kGlobalColumns) {
     for (int p = 1; p <= r.nDispPointsG; ++p) {
       const double x = At(r.*column, p);
-      if (!std::isfinite(x))
-        return FormatText("Point %d of the global curve has the value %g. It must be a number.", p, x);
+      if (!IsUsable(x))
+        return FormatText("Point %d of the global curve has the value %g. It must be a number below 1e100.",
+                          p, x);
     }
   }
   return {};
