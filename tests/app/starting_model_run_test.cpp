@@ -1,0 +1,107 @@
+// Starting models of a real record, by the road of the command script: import, curves, layers, profiles.
+//
+// Oysand, Norway: published profiles have 110 m/s at the surface, 130 to 190 below 0.8 m, near 195 below 1.8
+// m (see the notes in tests/data). The pair sees wavelengths of 3 to 20 m well, and so depths of 1.5 to 8 m.
+#include <cmath>
+
+#include "app/app_fixture.h"
+#include "app/commands.h"
+#include "forward/model_records.h"
+#include "inversion/inv_records.h"
+#include "inversion/starting_model.h"
+#include "project/measdb.h"
+#include "project/session.h"
+#include "runtime/events.h"
+#include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
+#include "runtime/panels/inversion.h"
+
+namespace sondera {
+namespace {
+
+const std::string kRecord = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/oysand/H31.hyx").string();
+constexpr const char* kToCurves = "import H31 H31 20 50\nmasking H31 0 400 300 90 70\ncalcVel\n";
+constexpr const char* kStop = "export x H31 1 2 -1\n";  // ends the script early, so that the session stays
+
+class StartingModelRun : public testing::AppTest {
+ protected:
+  void RunScript(const std::string& commands) {
+    Fetch(kRecord, "H31.hyx");
+    Write("job.txt", commands + kStop);
+    session.projectFileName = folder.File("site.da");
+    ASSERT_EQ(ProcessCommands(0, "job.txt"), -1);
+  }
+  /// Mean of 1 / Vs over a range of depths, as the velocity that a wave takes through it.
+  static double VsBetween(int slot, double top, double bottom) {
+    double time = 0.0;
+    for (int l = 0; l < SMPParam.nLayers; ++l) {
+      const double from = SMPParam.depth(slot, l);
+      const double to = l + 1 < SMPParam.nLayers ? from + SMPParam.H(slot, l) : 1e9;
+      const double part = std::min(to, bottom) - std::max(from, top);
+      if (part > 0.0) time += part / SMPParam.Vs(slot, l);
+    }
+    return (bottom - top) / time;
+  }
+};
+
+TEST_F(StartingModelRun, CurvesBringALayerTableWithThem) {
+  RunScript(kToCurves);
+  ASSERT_GT(MeasDB.aDispList.count(), 0);
+  const double depth = GetCtrlVal(fmodeling::MAXDEPTH);
+  EXPECT_GT(depth, 5.0);
+  EXPECT_LT(depth, 100.0);
+  const int n = GetCtrlVal(fmodeling::NLAYERS);
+  ASSERT_GT(n, 5);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 1), 0.5);
+  EXPECT_GT(GetCtrlVal(fmodeling::TOTALDEPTH), depth);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, n, 1), 1000.0 * GetCtrlVal(fmodeling::TOTALDEPTH));
+  EXPECT_EQ(FModelParam.nLayers, n);
+}
+
+TEST_F(StartingModelRun, ProfilesLieWhereThePublishedOnesDo) {
+  // Layers given: a thick last one, so that the mesh of the solver reaches down.
+  RunScript(std::string(kToCurves) + "preInversion 0 0 0 0.5 9 0.5 0.5 1 1 1 2 2 4 500\n");
+  EXPECT_TRUE(frontEnd.messages.empty()) << frontEnd.messages.front();
+  ASSERT_EQ(SMPParam.nEntries, 10);
+  ASSERT_EQ(SMPParam.nLayers, 9);
+  for (int k = 1; k <= 10; ++k) {
+    EXPECT_GT(SMPParam.rms[k], 0.0);
+    EXPECT_LT(SMPParam.rms[k], 40.0) << "velocities are some 150 m/s";
+    for (int l = 0; l < 9; ++l) EXPECT_TRUE(SMPParam.Vs(k, l) > 20.0 && SMPParam.Vs(k, l) < 400.0);
+    EXPECT_GT(VsBetween(k, 1.0, 2.0), 100.0) << k;
+    EXPECT_LT(VsBetween(k, 1.0, 2.0), 185.0) << k;
+    EXPECT_GT(VsBetween(k, 2.0, 8.0), 155.0) << k;
+    EXPECT_LT(VsBetween(k, 2.0, 8.0), 215.0) << k;
+  }
+}
+
+TEST_F(StartingModelRun, BestProfileIsOnThePanelAndInTheProject) {
+  RunScript(std::string(kToCurves) + "preInversion 1 0 1 0.5\n");
+  EXPECT_TRUE(frontEnd.messages.empty()) << frontEnd.messages.front();
+  const int best = BestStartingProfile();
+  ASSERT_GE(best, 1);
+  for (int k = 1; k <= 10; ++k) EXPECT_GE(SMPParam.rms[k], SMPParam.rms[best]);
+  EXPECT_EQ(GetCtrlVal(fmodeling::COPYPRF), -best);
+  for (int l = 0; l < SMPParam.nLayers; ++l)
+    EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, l + 1, 3), SMPParam.Vs(best, l));
+  EXPECT_TRUE(Exists("site.da"));
+  for (const char* name : {"ProjID.fdp", "ProjID.fmp", "ProjID.pfl"}) EXPECT_TRUE(Exists(name)) << name;
+}
+
+TEST_F(StartingModelRun, HaltInTheMiddleKeepsTheFinishedProfiles) {
+  frontEnd.onProcessEvents = [] {
+    if (GetNumListItems(exdthd::ITERNO) == 3) RequestInterrupt();
+  };
+  RunScript(kToCurves);
+  EXPECT_EQ(Commit(inversion::EVALSMPARAM), -1);
+  frontEnd.onProcessEvents = nullptr;
+  ClearInterrupt();
+  EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 3);
+  for (int k = 1; k <= 10; ++k) EXPECT_EQ(SMPParam.rms[k] > 0.0, k <= 3) << k;
+  EXPECT_LE(BestStartingProfile(), 3);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 3), SMPParam.Vs(BestStartingProfile(), 0));
+  EXPECT_TRUE(Exists("site.da"));
+}
+
+}  // namespace
+}  // namespace sondera
