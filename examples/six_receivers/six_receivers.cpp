@@ -1,10 +1,12 @@
-// six_receivers.cpp - six time records of one blow, masks, and the dispersion curves of five pairs, by the
-// settings and buttons that a person would use.
+// six_receivers.cpp - six time records of one blow, masks, the dispersion curves of five pairs, and the profile
+// that fits them all, by the settings and buttons that a person would use. The result files of the inversion
+// go to the current folder.
 //   six_receivers <folder with rec1.tim to rec6.tim> <project file to write> [<published curve>]
 #include <cstdio>
 #include <string>
 
 #include "app/console.h"
+#include "app/inversion_road.h"
 #include "app/startup.h"
 #include "curve_report.h"
 #include "project/session.h"
@@ -40,6 +42,10 @@ constexpr PairPlan kPairs[] = {{1, 4, 7.324, 1, 51.5},
                                {2, 5, 9.766, 2, 27.5},
                                {3, 6, 8.789, 2, 27.5},
                                {4, 6, 7.324, 1, 27.5}};
+
+/// Layers of the model, m. The last one stands for the half-space and is thick, so that the mesh of the solver
+/// finds ground down to two of the longest wavelengths.
+const std::vector<double> kLayers = {1, 1, 1, 1, 2, 2, 2, 2, 100};
 
 bool Import(const std::string& folder) {
   using namespace loadtxdata;
@@ -80,6 +86,21 @@ bool ComputeCurve(const PairPlan& plan) {
          Commit(MASKINGCALCDISP) == 0;
 }
 
+/// From the five curves to a profile: representative curves, starting profiles, inversion, result files.
+bool Invert() {
+  bool good = true;
+  const Press press = [&good](const Control& control, long data) {
+    if (Commit(control, data) < 0) good = false;
+  };
+  SetCtrlVal(hmsetup::PROJID, "six");  // first part of the names of the result files
+  press(hmsetup::PROJID, 0);
+  RunCalcVel(press);
+  RunPreInversion(kLayers, press);
+  RunInversionAndSave(press);
+  FinishProgressLine();
+  return good;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -102,5 +123,6 @@ int main(int argc, char** argv) {
   for (const PMeasInfo& pair : MeasDB.pMeasList)
     if (pair.nDispPoints > 0) PrintTableRow(PairLabel(pair), PointsOf(pair), published);
   if (!published.empty()) PrintTableRow("published", published, published);
-  return 0;
+  std::fflush(stdout);
+  return Invert() ? 0 : 1;
 }

@@ -163,6 +163,13 @@ int Refuse(const std::string& text) {
   return -1;
 }
 
+/// File name of the project without folder and ".da".
+std::string ProjectName() {
+  std::string name = FileNameOf(session.projectFileName);
+  if (name.ends_with(".da")) name.resize(name.size() - 3);
+  return name;
+}
+
 }  // namespace
 
 void GetResultTextBox(int type, int index, std::string& text, const InvRecord& record) {
@@ -184,7 +191,7 @@ int SaveInvResultCallback(Panel, ControlId, Event event, long data) {
   if (event != Event::Commit) return 0;
   std::string path;
   if (data == kNoFileDialog) {
-    path = JoinPath(CurrentDirectory(), FileNameOf(session.projectFileName) + "_f.results");
+    path = JoinPath(CurrentDirectory(), ProjectName() + "_f.results");
   } else {
     const FileChoice choice =
         FileSelectPopup({DirectoryOf(session.projectFileName), "*.results", "File Save", true});

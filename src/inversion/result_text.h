@@ -27,8 +27,8 @@ void GetResultTextBox(int type, int index, std::string& text, const InvRecord& r
 /// the box RESULTS.
 void PutTextResultsInBox();
 
-/// Saves all four tables of that entry. data -1: without a dialog, as "<project file>_f.results" in the
-/// current folder; otherwise under a name that is asked for. @return 0; -1 after a message
+/// Saves all four tables of that entry. data -1: without a dialog, as "<project>_f.results" in the
+/// current folder, the project's file name going without its ".da"; otherwise under a name that is asked for. @return 0; -1 after a message
 int SaveInvResultCallback(Panel panel, ControlId control, Event event, long data);
 
 /// A span of time, seconds, with the unit that suits it: "%.2lf sec", "%.2lf msec", "%.2lf usec".

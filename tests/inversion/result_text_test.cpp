@@ -258,7 +258,7 @@ TEST_F(ResultText, SavesAllTablesWithoutADialog) {
   SetGlobalCurve(2);
   Start(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
-  session.projectFileName = "/elsewhere/site";
+  session.projectFileName = "/elsewhere/site.da";
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(folder.Path());
   EXPECT_EQ(SaveInvResultCallback(Panel::ANALRESULT, &analresult::SAVE, Event::Commit, -1), 0);
