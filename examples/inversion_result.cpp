@@ -2,6 +2,7 @@
 // with its band, and on request two pictures.
 //   inversion_result <base name of the files> [<picture base name> <title>]
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "result_files.h"
@@ -85,7 +86,8 @@ bool DrawCurvePicture(const std::string& path, const std::string& title,
     }
   }
   SvgPlot plot(title, {"Wavelength, m", 0.9 * shortest, 1.1 * longest, 0.0, true},
-               {"Phase velocity, m/s", RoundUp(0.9 * least - 20.0, 20.0), RoundUp(1.15 * most, 20.0), 20.0});
+               {"Phase velocity, m/s", std::max(0.0, RoundUp(0.9 * least - 20.0, 20.0)),
+                RoundUp(1.15 * most, 20.0), 20.0});
   plot.add(Dots("measured", "#ff7f0e", last.observed));
   plot.add(Dots("computed", "#1f77b4", last.computed));
   return plot.write(path);

@@ -57,8 +57,9 @@ inline std::vector<IterationBlock> ReadModels(const std::string& base) {
 }
 
 /// Adds the points of one row: array curves have wavelength and velocity, observed and computed, for each
-/// curve; a point that does not exist is dashes.
-inline void AddArrayRow(const std::string& line, IterationBlock& block) {
+/// curve; a point that does not exist is four dashes, which touch those of the next one.
+inline void AddArrayRow(std::string line, IterationBlock& block) {
+  for (std::size_t at; (at = line.find("--")) != std::string::npos;) line.insert(at + 1, " ");
   std::istringstream in(line);
   for (std::string word[4]; in >> word[0] >> word[1] >> word[2] >> word[3];) {
     if (word[0] == "-") continue;

@@ -45,7 +45,7 @@ constexpr PairPlan kPairs[] = {{1, 4, 7.324, 1, 51.5},
 
 /// Layers of the model, m. The last one stands for the half-space and is thick, so that the mesh of the solver
 /// finds ground down to two of the longest wavelengths.
-const std::vector<double> kLayers = {1, 1, 1, 1, 2, 2, 2, 2, 100};
+const std::vector<double> kLayers = {1, 1.5, 2.5, 3, 4, 100};
 
 bool Import(const std::string& folder) {
   using namespace loadtxdata;
