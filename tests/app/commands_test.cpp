@@ -17,13 +17,13 @@
 namespace sondera {
 namespace {
 
-const std::string kExample = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/oysand/").string();
+const std::string kRecords = std::filesystem::absolute(SONDERA_TEST_DATA "/oysand/").string();
 
 class CommandScript : public testing::AppTest {
  protected:
   void SetUp() override {
     AppTest::SetUp();
-    Fetch(kExample + "H31.hyx", "H31.hyx");
+    Fetch(kRecords + "H31.Hyx", "H31.hyx");
     session.projectFileName = folder.File("site.da");
   }
   /// Runs a script; returns the exit status it asked for, or -1 when it stopped early.

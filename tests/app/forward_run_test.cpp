@@ -15,7 +15,7 @@ namespace {
 
 using namespace fmodeling;
 
-const std::string kRecord = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/oysand/H31.hyx").string();
+const std::string kRecord = std::filesystem::absolute(SONDERA_TEST_DATA "/oysand/H31.Hyx").string();
 
 class ForwardRun : public testing::AppTest {
  protected:
