@@ -29,8 +29,8 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
 /// Layers of a curve, from the top, for points in ascending wavelength.
 /// @param[in]  curve  points; at most one layer comes of each, none of the last
 /// @param[in]  ratio  depth over wavelength, above 0
-/// @param[out] found  layers 1..n, and behind them, as layer n + 1, the extra deep one; found.n counts it.
-///                    No layer: found.n is 0
+/// @param[out] found  room for one layer more than there are points. Layers 1..n - 1 are those of the curve,
+///                    layer n is the extra deep one. No layer: n is 0
 /// @return 0, or -1 when halted
 /// A point within 5 % of the velocity that made the last layer extends that layer. A point without a root, or
 /// with a layer that its wave does not get through, is passed over, and so is one no deeper than the layers.
@@ -38,9 +38,8 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
 
 /// The found layers on the layering of the run: each of its layers gets the travel-time mean velocity of what
 /// lies in it, the one of the layer above where nothing does.
-/// @return nLayersCur + 1 layers; the last one is a half-space with the deepest found velocity, a hundred
-/// times
-///         as thick as the stripped depth. Kept: the run goes on counting nLayersCur layers, so that this one
+/// @return nLayersCur + 1 layers; the last one is a half-space with the deepest found velocity, 100 times as
+///         thick as the stripped depth. Kept: the run goes on counting nLayersCur layers, so that this one
 ///         takes no part, and the last layer of the table is the half-space of the solvers.
 LayerStack OnGivenLayering(const LayerStack& found);
 

@@ -15,8 +15,6 @@
 namespace sondera {
 namespace {
 
-constexpr double kMostContrast = 1e4;
-
 /// A column of the run in n entries, the first ones from `from` (all zero without).
 void Resize(OffsetVector<double>& column, int n, const OffsetVector<double>* from = nullptr) {
   OffsetVector<double> made(1, n);
@@ -107,12 +105,6 @@ int ReplaceRunLayers(const LayerStack& stack) {
 int RefuseProfile(const std::string& why) {
   MessagePopup(session.appTitle, why);
   return -1;
-}
-
-bool IsOneGround(const std::vector<CurvePoint>& curve) {
-  const auto [low, high] = std::minmax_element(
-      curve.begin(), curve.end(), [](const CurvePoint& a, const CurvePoint& b) { return a.c < b.c; });
-  return low == curve.end() || high->c <= kMostContrast * low->c;
 }
 
 }  // namespace sondera

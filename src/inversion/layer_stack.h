@@ -33,8 +33,4 @@ void KeepGivenLayersAsStrata();
 /// Refuses with a message; -1.
 int RefuseProfile(const std::string& why);
 
-/// Whether the velocities of a curve are those of one ground: more than the factor 10^4 between them is no
-/// measurement, and would keep a search with steps of the smallest busy without end.
-bool IsOneGround(const std::vector<CurvePoint>& curve);
-
 }  // namespace sondera

@@ -10,6 +10,8 @@
 namespace sondera {
 namespace {
 
+constexpr double kMostContrast = 1e4;  // between velocities of one curve
+
 /// What a completed layer takes over.
 struct Source {
   bool densityDerived, poissonGiven;
@@ -77,6 +79,12 @@ std::vector<CurvePoint> ObservedCurve() {
   std::stable_sort(curve.begin(), curve.end(),
                    [](const CurvePoint& a, const CurvePoint& b) { return a.w < b.w; });
   return curve;
+}
+
+bool IsOneGround(const std::vector<CurvePoint>& curve) {
+  const auto [low, high] = std::minmax_element(
+      curve.begin(), curve.end(), [](const CurvePoint& a, const CurvePoint& b) { return a.c < b.c; });
+  return low == curve.end() || high->c <= kMostContrast * low->c;
 }
 
 }  // namespace sondera

@@ -52,6 +52,10 @@ struct CurvePoint {
 /// in which one of the three numbers is none of a wave are left out.
 std::vector<CurvePoint> ObservedCurve();
 
+/// Whether the velocities of a curve are those of one ground: more than the factor 10^4 between them is no
+/// measurement, and would keep a search with steps of the smallest busy without end.
+bool IsOneGround(const std::vector<CurvePoint>& curve);
+
 /// Starting profile from the observed global curve into the layers of the run: FS_AnalPrePrf by stripping
 /// layers from the top (see analytic_profile.h), with point p standing for the depth alphaDepth * w(p);
 /// FS_EmpPrePrf by the mean velocity of the points between w / 3 of top and bottom of each layer, times 1.1.

@@ -40,9 +40,8 @@ int SetupStartingModelParameters();
 /// One forward run per ratio of ALPHA_POINT, ALPHA_FROM, ALPHA_TO, each with the analytic profile of its
 /// ratio, into the slots of SMPParam; the lists of entries name those that are done. Slots without a result
 /// have the misfit -1. A run that fails or is halted ends the loop, and what is done stays.
-/// @return 0; -1 when there is no global curve or no such number of ratios (then nothing has changed), or
-/// when
-///         the loop ended early
+/// @return 0; -1 when there is no global curve or no such number of ratios, and then nothing has changed; -1
+///         too when the loop ended early
 int EvalSMParam();
 
 /// Slot of SMPParam with the smallest misfit among 1..ALPHA_POINT, the first of equals; 0 when none has one
