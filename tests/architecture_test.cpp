@@ -1,5 +1,5 @@
-// Holds the include lines of src/ against the floors of the house: nothing runs back up, no two files include each
-// other in a circle, Qt is seen in gui/ only, and only main knows gui.
+// Holds the include lines of src/ against the floors of the house: nothing runs back up, no two files include
+// each other in a circle, Qt is seen in gui/ only, and only main knows gui.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -41,8 +41,12 @@ const std::map<std::string, SourceFile>& Sources() {
   return sources;
 }
 
-std::string Stem(const std::string& path) { return path.substr(0, path.rfind('.')); }
-std::string Folder(const std::string& path) { return path.substr(0, path.find('/')); }
+std::string Stem(const std::string& path) {
+  return path.substr(0, path.rfind('.'));
+}
+std::string Folder(const std::string& path) {
+  return path.substr(0, path.find('/'));
+}
 
 /// Records stand below the signal floor though they live in folders of higher ones.
 const std::set<std::string> kRecordStems = {"project/session", "project/measdb", "project/selection",
@@ -51,20 +55,21 @@ const std::set<std::string> kRecordStems = {"project/session", "project/measdb",
 /// The ladder of the fourth floor, from the ground up; a file may include from its own rung or from below.
 const std::vector<std::set<std::string>> kLadder = {
     {"forward/system_model", "forward/system_state", "forward/layer_table", "forward/record_growth",
-     "forward/run_limits", "forward/column_matrix", "forward/sublayers", "forward/cylinder_functions"},
+     "forward/run_limits", "forward/run_progress", "forward/column_matrix", "forward/sublayers",
+     "forward/cylinder_functions"},
     {"forward/green_kernels"},
-    {"forward/plane_wave", "forward/plane_wave_layers", "forward/plane_wave_lanes", "forward/plane_wave_lane_body",
-     "forward/point_load"},
+    {"forward/plane_wave", "forward/plane_wave_layers", "forward/plane_wave_lanes",
+     "forward/plane_wave_lane_body", "forward/point_load"},
     {"inversion/preliminary_profile", "inversion/layer_stack", "inversion/analytic_profile",
      "inversion/empirical_profile"},
     {"inversion/observations"},
-    {"forward/sweep", "forward/run_progress"},
+    {"forward/sweep"},
     {"inversion/result_files"},
     {"forward/run"},
     {"inversion/starting_model"},
     {"inversion/sensitivity"},
-    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/update_bounds", "inversion/truncated_solve",
-     "inversion/update_dump"},
+    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/update_bounds",
+     "inversion/truncated_solve", "inversion/update_dump"},
     {"inversion/inv_session", "inversion/inv_entries", "inversion/inv_settings", "inversion/inv_run",
      "inversion/inv_view"},
 };

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "forward/system_state.h"
+#include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/text_format.h"
 
@@ -52,6 +53,13 @@ void BeginRunProgress(long solves) {
 
 void EndRunProgress() {
   state = ProgressState{};
+}
+
+bool HaltAsked() {
+  ProcessSystemEvents();
+  const bool asked = run.iHaltRequest == 1 || InterruptRequested();
+  if (asked) run.iHaltRequest = 0;
+  return asked;
 }
 
 void CountSolve() {

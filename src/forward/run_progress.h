@@ -1,5 +1,5 @@
-// run_progress.h - how far a run is whose number of solves is known beforehand: share done and time left
-// beside the text of the status box.
+// run_progress.h - how far a run is whose number of solves is known beforehand, share done and time left
+// beside the text of the status box; and whether it is to be halted.
 //
 // Callers: the driver of an inversion begins and ends it and sets the status text, the sweeps count their
 // solves. Owned state: the progress of the present run. Without a run under way counting does nothing.
@@ -16,6 +16,10 @@ long SolvesOfSweep();
 /// Starts to count towards a number of solves.
 void BeginRunProgress(long solves);
 void EndRunProgress();
+
+/// Lets events in; true when a halt is asked for, by run.iHaltRequest, which is taken back, or by an
+/// interrupt of the terminal, which stays for the script.
+bool HaltAsked();
 
 /// One more solve is done. Renews the status box, at most twice a second.
 void CountSolve();

@@ -8,7 +8,6 @@
 #include "forward/run_progress.h"
 #include "forward/sweep_state.h"
 #include "forward/system_state.h"
-#include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/text_format.h"
 
@@ -38,6 +37,11 @@ bool UsesPointLoad() {
   return std::abs(run.iAnalysis) != 2;
 }
 
+bool HaltAfterSolve() {
+  CountSolve();
+  return HaltAsked();
+}
+
 void Show(const std::string& line) {
   SetCtrlVal(exdthd::STATUSMSG, line);
 }
@@ -57,7 +61,7 @@ bool SweepSolvers::PlaneWave(double wavelength, double& velocity) {
             run.layerG.shifted(), run.layerRho.shifted(), run.layerE.shifted(), run.layerNu.shifted(), &one,
             L, c);
   velocity = std::isfinite(c[1]) ? c[1] : 0.0;
-  return !HaltAsked();
+  return !HaltAfterSolve();
 }
 
 PairAnswer SweepSolvers::PointLoad(const PairQuestion& question) {
@@ -81,16 +85,8 @@ PairAnswer SweepSolvers::PointLoad(const PairQuestion& question) {
              std::min(kMeshDepthNeeded, run.fDispBulb) * (1.0 - 1e-6) * answer.vel / question.freq) {
     sweepState.shallowMesh.push_back(question.name);
   }
-  answer.halted = HaltAsked();
+  answer.halted = HaltAfterSolve();
   return answer;
-}
-
-bool HaltAsked() {
-  CountSolve();
-  ProcessSystemEvents();
-  const bool asked = run.iHaltRequest == 1 || InterruptRequested();
-  if (asked) run.iHaltRequest = 0;
-  return asked;
 }
 
 void ShowGlobalProgress(int iPoint, double freq, double wavelength, double vel) {

@@ -42,9 +42,6 @@ class SweepSolvers {
   bool usable_ = true;  ///< the solver takes settings and layers
 };
 
-/// After a solve: counts it, lets events in; true when a halt is asked for. Takes the request back.
-bool HaltAsked();
-
 /// Progress on the status line of the results page.
 void ShowGlobalProgress(int iPoint, double freq, double wavelength, double vel);
 /// Array curves, "(F,D)" in a run without data and "[F,D]" in one with data.

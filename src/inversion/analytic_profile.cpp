@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
+#include "forward/run_progress.h"
 #include "forward/system_model.h"
-#include "runtime/events.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -19,13 +19,6 @@ constexpr double kNarrow = 1e-5;              // step that ends a search, of the
 constexpr double kSameLow = 0.95, kSameHigh = 1.05;  // velocities that belong to one layer
 constexpr double kDeepThickness = 1000000.0, kHalfSpaceThickness = 100.0;
 constexpr double kClassWidth = 0.339;
-
-bool Halted() {
-  ProcessSystemEvents();
-  const bool asked = run.iHaltRequest == 1 || InterruptRequested();
-  if (asked) run.iHaltRequest = 0;
-  return asked;
-}
 
 /// The walk down the curve, and where it stands.
 class Strip {
@@ -218,7 +211,7 @@ int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& 
       strip.Extend(curve[p]);
       continue;
     }
-    if (Halted()) return -1;
+    if (HaltAsked()) return -1;
     strip.Search(curve[p], strip.cMax(), -kStep * strip.cMax());
   }
   strip.Finish();

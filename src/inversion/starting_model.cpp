@@ -181,22 +181,6 @@ void ListSlot(int k) {
   SetCtrlVal(exdthd::ITERNO, -k);
 }
 
-void DrawSlot(int k) {
-  switch (GetCtrlVal(exdthd::PLOT_INV)) {
-    case 0:
-      DrawProfile(-k);
-      break;
-    case 1:
-      DrawResolution(-k);
-      break;
-    case 2:
-      DrawRMSerror(-k);
-      break;
-    default:
-      break;
-  }
-}
-
 struct Evaluation {
   int result = -1;       ///< 0: all ratios are done
   bool started = false;  ///< whether the slots are those of this evaluation
@@ -224,7 +208,7 @@ Evaluation Evaluate() {
       return {-1, true};
     }
     ListSlot(k);
-    DrawSlot(k);
+    DrawSideGraph(-k);
   }
   return {0, true};
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "forward/sweep_solvers.h"
+#include "forward/system_model.h"
 #include "runtime/panels/exdthd.h"
 #include "support/run_fixture.h"
 
@@ -51,8 +52,13 @@ TEST_F(RunProgress, WithoutARunTheTextStandsAloneAndNothingIsCounted) {
 
 TEST_F(RunProgress, EverySolveOfASweepIsCounted) {
   BeginRunProgress(4);
-  HaltAsked();
-  HaltAsked();
+  SetPlainLayers(2);
+  ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
+  run.iAnalysis = -2;
+  SweepSolvers solvers(1);
+  double velocity = 0.0;
+  solvers.PlaneWave(10.0, velocity);
+  solvers.PlaneWave(10.0, velocity);
   ShowRunStatus("x");
   EXPECT_EQ(Status(), "x     50 % done");
 }
