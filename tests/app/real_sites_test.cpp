@@ -13,7 +13,7 @@
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
-#include "runtime/panels/analresult.h"
+#include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/inversion.h"
@@ -91,13 +91,15 @@ class RealSite : public testing::AppTest {
     SetCtrlVal(MASKING_JUMPNO, jumps);
     ASSERT_EQ(Commit(MASKINGNEW), 0);
   }
-  /// Representative curves, starting profiles and inversion, with fewer of both than a person would take.
+  /// Representative curves, starting profiles and inversion, with fewer points, ratios and iterations than a
+  /// person would take.
   void InvertShort(const std::vector<double>& layers) {
     session.projectFileName = "site.da";
     SMPParam.nEntries = 3;
     InvParam.nEntries = 3;
     SetCtrlVal(inversion::ALPHA_POINT, 3);
     const Press press = [](const Control& control, long data) { EXPECT_EQ(Commit(control, data), 0); };
+    SetCtrlVal(cdisppnl::GLOBAL_NPOINTS, 20);
     RunCalcVel(press);
     RunPreInversion(layers, press);
     RunInversionAndSave(press);
@@ -142,6 +144,7 @@ TEST_F(RealSite, OysandUnattendedGivesTheProfileOfThePublishedCurve) {
 
 TEST_F(RealSite, WghsUnattendedGivesAProfileOfThePublishedRange) {
   FetchLines("wghs/H21.Hyx", "H21", 129);
+  SetCtrlVal(cdisppnl::GLOBAL_NPOINTS, 30);
   EXPECT_EQ(RunScript("import H21 H21 10 20\nmasking H21 0 400 220 150 100\ncalcVel\n"
                       "preInversion 1 0 2 0.5 6 1 2 2 4 4 100\ninversion\nexport out H21 1 2 3\n"),
             0);
