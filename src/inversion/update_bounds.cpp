@@ -10,6 +10,7 @@
 #include "forward/layer_table.h"
 #include "forward/system_state.h"
 #include "inversion/model_numbers.h"
+#include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/text_format.h"
@@ -85,6 +86,22 @@ bool ClampModel() {
   return true;
 }
 
+/// Part of the step for all parameters alike. False, the model untouched, when a value would not be finite: a
+/// start outside its bounds that the step hardly moves makes the factor as large as can be.
+bool StepModel(double factor) {
+  const auto moved = [factor](int p) { return Base(p) - run.deltaModel[p] * factor; };
+  for (int p = 1; p <= run.nModelParm; ++p) {
+    if (std::isfinite(moved(p))) continue;
+    MessagePopup(session.appTitle,
+                 "The step of the model is not finite: a value of the starting model lies outside its bounds "
+                 "and has no influence on the curve. The model stays as it is.");
+    return false;
+  }
+  for (int p = 1; p <= run.nModelParm; ++p) run.rModel[p] = moved(p);
+  run.iTrapCount = 0;
+  return true;
+}
+
 void WriteToLayers() {
   for (int l = 1; l <= run.nLayersCur; ++l) {
     double* const values[] = {&run.layerH[l], &run.layerVs[l], &run.layerVp[l], &run.layerRho[l]};
@@ -120,8 +137,7 @@ Move MoveModel(int& violations) {
   const bool dataSpace = run.GActive.rows() < run.nModelParm;  // nothing is truncated there
   if (run.iUseSVD == 1 && !dataSpace && violations >= 1) return Move::kViolated;
   if (factor != 0.0) {
-    for (int p = 1; p <= run.nModelParm; ++p) run.rModel[p] = Base(p) - run.deltaModel[p] * factor;
-    run.iTrapCount = 0;
+    if (!StepModel(factor)) return Move::kNotFinite;
   } else if (!ClampModel()) {
     return Move::kTrapped;
   }

@@ -7,7 +7,7 @@ namespace sondera {
 
 enum class Move {
   kMoved,
-  kNotFinite,  ///< the correction is not finite: told in a message, nothing moved
+  kNotFinite,  ///< the correction or the step is not finite: told in a message, nothing moved
   kViolated,   ///< bounds were crossed in a truncated solve (run.iUseSVD 1): nothing moved
   kTrapped,    ///< held at a bound three times in a row: told in a message, the layers stay
 };
@@ -20,7 +20,8 @@ bool CorrectionIsFinite();
 /// already sits on its bound and wants past it, the others take their full step and those outside are held
 /// at their bound. Then Vp follows from Poisson's ratio or the ratio from the velocities; one that is not
 /// physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not take that over.
-/// A start outside its bounds gives whatever the factor comes to, a negative one among others.
+/// A start outside its bounds gives whatever the factor comes to, a negative one among others; one that
+/// takes the model beyond all numbers ends in a message.
 /// @param[out] violations  parameters outside their bounds at the full step
 Move MoveModel(int& violations);
 
