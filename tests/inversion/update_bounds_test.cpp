@@ -336,6 +336,16 @@ TEST_F(UpdateBounds, ValueOutsideItsBoundsAndOnTheWayInTakesTheWholeStep) {
   EXPECT_NEAR(run.rModel[1], 102.0, 0.01);
 }
 
+TEST_F(UpdateBounds, ValueOutsideItsBoundsWithoutInfluenceEndsInAMessageAndTheModelStays) {
+  StartPlain(3, 1, {0.0, 10.0, 10.0});  // the first layer's correction is 0: the factor is infinite
+  SetVsBounds(105.0, 1000.0);
+  EXPECT_EQ(Call(), -1);
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.rModel[p], run.rModelPrior[p]);
+  EXPECT_EQ(run.layerVs[2], 120.0);
+  EXPECT_EQ(run.nObsRows, 3);
+}
+
 TEST_F(UpdateBounds, SchemeTwoStepsFromThePrior) {
   StartPlain(3, 1, {20.0, 5.0, 5.0});
   run.iInvScheme = 2;
