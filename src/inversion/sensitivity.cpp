@@ -88,7 +88,7 @@ void ReportQuantity(ReportFile& file, const char* head, int quantity, int firstR
     for (int l = 1; l <= run.nLayersCur; ++l) {
       const int p = run.MapEntry(quantity, l);
       if (p == 0) continue;
-      file.Printf("%12.7le", run.GMatrix(firstRow + r, p));
+      file.Printf("%12.7le ", run.GMatrix(firstRow + r, p));
       any = true;
     }
     if (any) file.Put("\n");
