@@ -102,7 +102,7 @@ void ReportSingularValues() {
     FS_svdcmp(rows, m, U.shifted(), w.shifted(), V.shifted());
     const auto put = [&file](const ColumnMatrix& a, int n, int cols) {
       for (int i = 1; i <= n; ++i) {
-        for (int j = 1; j <= cols; ++j) file.Printf("%lf", a(i, j));
+        for (int j = 1; j <= cols; ++j) file.Printf("%lf ", a(i, j));
         file.Put("\n");
       }
     };
