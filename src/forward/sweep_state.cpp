@@ -30,6 +30,7 @@ std::string SweepReport() {
   if (!sweepState.shallowMesh.empty())
     add(Named(sweepState.shallowMesh,
               "over a table that ends less than a wavelength down (make its last layer thicker)"));
+  if (!sweepState.note.empty()) add(sweepState.note);
   return text;
 }
 

@@ -16,13 +16,14 @@ struct SweepState {
   std::vector<std::string> noResult;     ///< velocity 0
   std::vector<std::string> seedKept;     ///< modes incomplete: the seed stands as the velocity
   std::vector<std::string> shallowMesh;  ///< the layer table ends less than a wavelength down
-  std::string refusal;                   ///< why the point-load solver refused settings or layers; "" if not
+  std::string note;             ///< what the driver of the run has to say beside the points; "" if nothing
+  std::string refusal;          ///< why the point-load solver refused settings or layers; "" if not
   OffsetVector<double> recAmp;  ///< with amplitudes in use: moduli at both receivers, nearer one of slot k
                                 ///< and point i at (2 k - 2) * points + i, farther one a block behind
 };
 extern SweepState sweepState;
 
-/// "" when there was no doubt; otherwise counts and names of such points, for the status line.
+/// "" when there was no doubt; otherwise counts and names of such points, and the note, for the status line.
 std::string SweepReport();
 
 }  // namespace sondera

@@ -8,6 +8,7 @@
 #include "forward/run_clock.h"
 #include "forward/run_progress.h"
 #include "forward/sweep.h"
+#include "forward/sweep_state.h"
 #include "forward/system_model.h"
 #include "inversion/max_likelihood.h"
 #include "inversion/observations.h"
@@ -102,7 +103,7 @@ void ReportSingularValues() {
     FS_svdcmp(rows, m, U.shifted(), w.shifted(), V.shifted());
     const auto put = [&file](const ColumnMatrix& a, int n, int cols) {
       for (int i = 1; i <= n; ++i) {
-        for (int j = 1; j <= cols; ++j) file.Printf("%lf ", a(i, j));
+        for (int j = 1; j <= cols; ++j) file.Printf(j > 1 ? " %lf" : "%lf", a(i, j));
         file.Put("\n");
       }
     };
@@ -134,6 +135,24 @@ std::string CutShortText(int iteration, const Evaluation& e) {
          KeptText(iteration - 1);
 }
 
+/// Kept: with fewer rows than parameters the update measures its correction from the prior model but takes it
+/// off the present one, so that only the first is a step towards the curve. Told at the end of the run.
+void NoteDataSpace() {
+  const int rows = run.CdActive.size();
+  if (run.iCurIterNo > 1 && rows < run.nModelParm)
+    sweepState.note = FormatText(
+        "fewer points (%d) than free parameters (%d): only iteration 1 is a step towards the curve", rows,
+        run.nModelParm);
+}
+
+/// Status at the end of an iteration, with what its sweep doubted.
+void ShowEndOfIteration(int iteration) {
+  const std::string doubts = SweepReport();
+  ShowRunStatus(FormatText("End of the iteration No. %d:     The computation time : %s", iteration,
+                           run.timeText.c_str()) +
+                (doubts.empty() ? "" : "     ") + doubts);
+}
+
 enum class Step { kGoOn, kConverged, kEnd };
 
 /// One iteration on the curves of the present model, which become those of the new one.
@@ -151,6 +170,7 @@ Step Iterate(Evaluation& e) {
   if (FS_MaxLiklihood(e.vel, e.amp) < 0) return Step::kEnd;
   ShowProcess("Evaluating the updated layer system...");
   e.Sweep();
+  NoteDataSpace();
   e.Judge();
   if (Store(iteration, e) < 0) return Step::kEnd;
   ShowProcess("Refreshing the plots...");
@@ -160,8 +180,7 @@ Step Iterate(Evaluation& e) {
     return Step::kEnd;
   }
   if (e.rmsVel <= run.epsConverge) return Step::kConverged;
-  ShowRunStatus(FormatText("End of the iteration No. %d:     The computation time : %s", iteration,
-                           run.timeText.c_str()));
+  ShowEndOfIteration(iteration);
   return Step::kGoOn;
 }
 

@@ -19,7 +19,7 @@
 namespace sondera {
 namespace {
 
-const std::string kRecord = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/oysand/H31.hyx").string();
+const std::string kRecord = std::filesystem::absolute(SONDERA_TEST_DATA "/oysand/H31.Hyx").string();
 constexpr const char* kToCurves = "import H31 H31 20 50\nmasking H31 0 400 300 90 70\ncalcVel\n";
 constexpr const char* kStop = "export x H31 1 2 -1\n";  // ends the script early, so that the session stays
 

@@ -8,8 +8,10 @@
 #include <csignal>
 #include <limits>
 
+#include "forward/sweep_state.h"
 #include "inversion/run_case.h"
 #include "runtime/events.h"
+#include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/redraw.h"
 
@@ -349,6 +351,13 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
   EXPECT_GT(InvParam.rms[3], InvParam.rms[2]);
   EXPECT_EQ(run.InvHData.rows(), 4);
   EXPECT_EQ(Listed(), 4);  // worse steps are kept
+  const std::string note =
+      "fewer points (4) than free parameters (9): only iteration 1 is a step towards the curve";
+  EXPECT_EQ(SweepReport(), note);
+  EXPECT_TRUE(GetCtrlVal(exdthd::STATUSMSG).find(note) != std::string::npos) << GetCtrlVal(exdthd::STATUSMSG);
+
+  ASSERT_EQ(RunIterations(1), 0);  // nothing to tell of the first one
+  EXPECT_EQ(SweepReport(), "");
   ExpectFiniteResults();
 }
 

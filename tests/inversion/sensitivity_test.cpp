@@ -383,7 +383,7 @@ std::string Row(std::initializer_list<double> values) {
   std::string text;
   for (const double v : values) {
     char number[40];
-    std::snprintf(number, sizeof number, "%12.7le", v);
+    std::snprintf(number, sizeof number, "%12.7le ", v);
     text += number;
   }
   return text + "\n";
