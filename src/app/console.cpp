@@ -95,7 +95,7 @@ void FinishProgressLine() {
 
 void InstallConsole(const ConsoleOptions& options) {
   if (console.observer) RemoveObserver(console.observer);
-  console = {options, AddObserver(ShowProgress), false, {}};
+  console = {options, AddObserver(ShowProgress), false, Clock::now()};  // a short run shows nothing
 
   FrontEnd f;
   f.name = "console";
