@@ -9,6 +9,7 @@
 #include "app/inversion_road.h"
 #include "app/startup.h"
 #include "curve_report.h"
+#include "forward/sweep_state.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/files.h"
@@ -98,6 +99,8 @@ bool Invert() {
   RunPreInversion(kLayers, press);
   RunInversionAndSave(press);
   FinishProgressLine();
+  const std::string doubts = SweepReport();
+  if (!doubts.empty()) std::fprintf(stderr, "six_receivers: in the last analysis: %s.\n", doubts.c_str());
   return good;
 }
 

@@ -318,6 +318,25 @@ TEST_F(FS_RunIAnalTest, RowOutsideTheScanOfTheStartingModelStaysOutWhenTheModelH
   EXPECT_EQ(run.iNoVelocity[15], 1);
   EXPECT_EQ(run.iNoVelocity[1], 0);
   EXPECT_LT(run.GActive.rows(), 15);
+  EXPECT_EQ(SweepReport(), "");  // nothing stands behind the lost points
+}
+
+/// Kept: the residuals are laid out by the computed velocities, so that a lost point that is found again puts
+/// all behind it beside the wrong points. The run says so.
+TEST_F(FS_RunIAnalTest, LostPointThatIsFoundAgainIsTold) {
+  std::vector<LayerRow> heavier = kTruth;
+  heavier[2].density = 2.0;
+  SetLayers(Uniform(heavier, 180.0));
+  SetCurveOf(heavier, Wavelengths(25.0, 2.0, 15));  // the long waves, which get lost, in front
+  ASSERT_EQ(RunIterations(3), 0) << Messages();
+  EXPECT_EQ(InvParam.vel(0, 0), 0.0);
+  EXPECT_GT(InvParam.vel(1, 0), 0.0);
+  EXPECT_EQ(
+      SweepReport(),
+      "from iteration 2 on a point that had dropped out was found again and put measured velocities beside "
+      "the wrong points: start again from iteration 1");
+  EXPECT_NE(GetCtrlVal(exdthd::STATUSMSG).find("start again from iteration 1"), std::string::npos);
+  EXPECT_GT(InvParam.rms[3], InvParam.rms[1]);
 }
 
 TEST_F(FS_RunIAnalTest, FlagOfAnEarlierRunDoesNotOutliveIt) {
