@@ -29,11 +29,10 @@ void SetupArrayReceivers(const ObsCurve& curve) {
 }  // namespace
 
 void FS_SetupReceivers(int curveId) {
-  if (curveId == 0) {
-    SetupGlobalReceivers();
-  } else if (curveId >= 1 && curveId <= static_cast<int>(run.obsCurves.size())) {
-    SetupArrayReceivers(run.obsCurves[static_cast<std::size_t>(curveId - 1)]);
-  }
+  if (curveId == 0) SetupGlobalReceivers();
+  int id = 0;
+  for (const ObsCurve& curve : run.obsCurves)
+    if (++id == curveId) SetupArrayReceivers(curve);
 }
 
 void FS_SearchReceivers(OffsetVector<int>& list) {

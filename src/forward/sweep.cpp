@@ -1,7 +1,6 @@
 // sweep.cpp - sweeps of runs with data; see sweep.h. Those without data stand in sweep_free.cpp.
 #include "forward/sweep.h"
 
-#include <cstddef>
 #include <cstdlib>
 
 #include "forward/layer_table.h"
@@ -84,9 +83,9 @@ int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp) {
   SweepSolvers solvers(run.nDispPoints);
   if (std::abs(run.iAnalysis) == 2) return SweepPlaneWaves(solvers, vel);
   if (run.iDispSource == 1) return SweepGlobal(solvers, vel, amp);
-  for (std::size_t c = 0; c < run.obsCurves.size(); ++c) {
-    if (SweepArray(solvers, static_cast<int>(c) + 1, run.obsCurves[c], vel, amp) < 0) return -1;
-  }
+  int curveId = 0;
+  for (const ObsCurve& curve : run.obsCurves)
+    if (SweepArray(solvers, ++curveId, curve, vel, amp) < 0) return -1;
   return 0;
 }
 

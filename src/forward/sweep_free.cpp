@@ -188,10 +188,9 @@ int SweepByFrequency(SweepSolvers& solvers, OffsetVector<double>& vel, OffsetVec
   SampledCurve curve;
   if (!SampleCurve(solvers, wanted.min, wanted.max, curve)) return -1;
   if (run.iDispSource != kArrayCurves) return SweepGlobalByFrequency(solvers, curve, vel, amp);
-  for (std::size_t c = 0; c < run.obsCurves.size(); ++c) {
-    const int id = static_cast<int>(c) + 1;
-    if (SweepArrayByFrequency(solvers, id, run.obsCurves[c], curve, vel, amp) < 0) return -1;
-  }
+  int curveId = 0;
+  for (ObsCurve& item : run.obsCurves)
+    if (SweepArrayByFrequency(solvers, ++curveId, item, curve, vel, amp) < 0) return -1;
   return 0;
 }
 

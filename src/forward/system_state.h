@@ -14,6 +14,7 @@
 
 #include "forward/column_matrix.h"
 #include "numeric/offset_array.h"
+#include "runtime/linked_list.h"
 
 namespace sondera {
 
@@ -90,7 +91,7 @@ struct RunVectors {
 
   // --- Points of the array curves, without the empty ones [nObs] ---
   int nObs = 0;
-  std::vector<ObsCurve> obsCurves;  ///< one item in a run on array curves, else none
+  LList<ObsCurve> obsCurves;  ///< one item in a run on array curves, else none
   OffsetVector<double> arrayVel, arrayFreq, arrayDev;
   OffsetVector<double> arrayAmp, arrayAmpDev;  ///< filled when iUseAmplitude is 1
   OffsetMatrix<int> iArrayIndex;               ///< (curve, point) -> place in the flat vectors, 0: no point

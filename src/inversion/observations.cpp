@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -275,8 +276,8 @@ int FS_ReadCompDispCurve() {
     return -1;
   }
   FlattenArrayCurves(o);
-  run.obsCurves.clear();
-  run.obsCurves.push_back(std::move(o));
+  run.obsCurves = LList<ObsCurve>();
+  PtrEnlist(run.obsCurves, std::make_unique<ObsCurve>(std::move(o)));
   return 0;
 }
 
@@ -286,7 +287,7 @@ int FS_GetStartMP() {
   if (!complaint.empty()) return Refuse(complaint);
   if (FillGlobalCurve(r) < 0) return -1;
   run.nObs = 0;
-  run.obsCurves.clear();
+  run.obsCurves = LList<ObsCurve>();
   if (run.iDispSource == 2 && FS_ReadCompDispCurve() < 0) return -1;
   return FS_PrelimAnal();
 }

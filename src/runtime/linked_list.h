@@ -1,7 +1,7 @@
 // linked_list.h - a plain singly linked list with head and tail, which owns its items.
 //
-// Made for lists that grow at the end and are emptied from the front. The array curves of a run, which once
-// were such a list, stand in a vector (RunVectors::obsCurves); nothing else keeps its data here.
+// Made for lists that grow at the end and are emptied from the front: the array curves of a run
+// (RunVectors::obsCurves of forward/system_state.h) stand in one.
 #pragma once
 
 #include <memory>
@@ -15,15 +15,36 @@ struct LList {
     std::unique_ptr<T> item;
     Node* next = nullptr;
   };
+  /// Walks the items for a range-based loop.
+  struct Iterator {
+    Node* node;
+    T& operator*() const { return *node->item; }
+    Iterator& operator++() {
+      node = node->next;
+      return *this;
+    }
+    bool operator!=(const Iterator& other) const { return node != other.node; }
+  };
+
   Node* head = nullptr;
   Node* tail = nullptr;
 
   LList() = default;
-  LList(const LList&) = delete;
-  LList& operator=(const LList&) = delete;
+  LList(LList&& other) noexcept
+      : head(std::exchange(other.head, nullptr)), tail(std::exchange(other.tail, nullptr)) {}
+  LList& operator=(LList&& other) noexcept {
+    std::swap(head, other.head);
+    std::swap(tail, other.tail);
+    return *this;
+  }
   ~LList() {  // node by node: a long list must not become a deep recursion
     while (head != nullptr) delete std::exchange(head, head->next);
   }
+
+  bool empty() const { return head == nullptr; }
+  T& front() const { return *head->item; }  ///< of a list that is not empty
+  Iterator begin() const { return {head}; }
+  Iterator end() const { return {nullptr}; }
 };
 
 /// An empty list.

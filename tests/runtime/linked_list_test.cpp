@@ -90,5 +90,30 @@ TEST(LListFree, FreesEveryItemOfALongList) {
   LListFree(list);  // once more is no harm
 }
 
+TEST(LList, WalksItsItemsAndKnowsWhetherThereAreAny) {
+  LList<Item> list;
+  EXPECT_TRUE(list.empty());
+  for (int v : {7, 3}) PtrEnlist(list, Make(v));
+  EXPECT_FALSE(list.empty());
+  EXPECT_EQ(list.front().value, 7);
+  std::vector<int> values;
+  for (const Item& item : list) values.push_back(item.value);
+  EXPECT_EQ(values, (std::vector<int>{7, 3}));
+}
+
+TEST(LList, MoveTakesTheItemsAlong) {
+  {
+    LList<Item> list;
+    for (int v : {7, 3}) PtrEnlist(list, Make(v));
+    LList<Item> other = std::move(list);
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(ValuesOf(other), (std::vector<int>{7, 3}));
+    EXPECT_EQ(other.tail->item->value, 3);
+    other = LList<Item>();
+    EXPECT_TRUE(other.empty());
+  }
+  EXPECT_EQ(Item::living, 0);
+}
+
 }  // namespace
 }  // namespace sondera
