@@ -16,6 +16,11 @@ void PrintRms(const std::vector<IterationBlock>& blocks) {
   std::printf("  RMS, m/s, from the starting model on:");
   for (const IterationBlock& b : blocks) std::printf(" %.2f", b.rms);
   std::printf("\n");
+  const auto best = std::min_element(blocks.begin(), blocks.end(),
+                                     [](const auto& a, const auto& b) { return a.rms < b.rms; });
+  if (best->number != blocks.back().number)
+    std::printf("  The smallest is that of iteration %d. The profile is that of the last one.\n",
+                best->number);
 }
 
 void PrintProfile(const IterationBlock& last) {
@@ -103,6 +108,10 @@ int main(int argc, char** argv) {
   const std::vector<IterationBlock> blocks = ReadRun(argv[1]);
   if (blocks.empty() || blocks.back().layers.empty()) {
     std::fprintf(stderr, "inversion_result: there is no inversion in %s.fmp\n", argv[1]);
+    return 1;
+  }
+  if (blocks.back().number < 1 || blocks.back().rms < 0.0) {
+    std::fprintf(stderr, "inversion_result: no iteration was finished in %s.fmp\n", argv[1]);
     return 1;
   }
   PrintRms(blocks);

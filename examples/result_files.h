@@ -17,9 +17,10 @@ struct LayerLine {
   double resolution = 1.0;  ///< of Vs; 1 for a fixed layer
 };
 
-/// One iteration of a run: 0 is the starting model.
+/// One iteration of a run: 0 is the starting model, a number below 0 a starting profile.
 struct IterationBlock {
-  double rms = 0.0;  ///< m/s
+  int number = 0;
+  double rms = 0.0;  ///< m/s; below 0 without a computed velocity
   std::vector<LayerLine> layers;
   std::vector<CurvePoint> observed, computed;
 };
@@ -47,6 +48,7 @@ inline std::vector<IterationBlock> ReadModels(const std::string& base) {
     if (IsHead(line, rms)) {
       blocks.emplace_back();
       blocks.back().rms = rms;
+      blocks.back().number = std::atoi(line.c_str() + line.find(':') + 1);
       continue;
     }
     const std::vector<double> x = NumbersOf(line);  // number, depth, H, Vp, Vs, lower, upper, ...

@@ -52,6 +52,13 @@ int RunAuto(const std::vector<std::string>& arguments) {
   bool prepared = true;
   if (how == "old") prepared = WorksWithoutMessage([&] { OpenFileProc(name); });
   if (how == "new") prepared = WorksWithoutMessage([&] { NewProjectFile(name); });
+  if (how != "old" && how != "new") {
+    std::fprintf(stderr,
+                 "sondera: auto takes \"old\" or \"new\"; the script works on a project without a name.\n");
+  } else if (!prepared) {
+    std::fprintf(stderr, "sondera: %s was not %s; the script works on an empty project.\n", name.c_str(),
+                 how == "old" ? "opened" : "made");
+  }
   const int result = ProcessCommands(0, script);
   return prepared && result == 0 ? 0 : 1;
 }

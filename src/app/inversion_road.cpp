@@ -2,6 +2,7 @@
 #include "app/inversion_road.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "forward/model_records.h"
 #include "inversion/starting_model.h"
@@ -53,7 +54,8 @@ double LargestArrayWavelength() {
   for (const DispInfo& curve : MeasDB.aDispList) {
     PMeasInfo* pair = nullptr;
     if (!CheckifIncluded(curve.key, curve.refChan, curve.dspChan, pair)) continue;
-    for (int i = 1; i <= curve.nPoints; ++i) largest = std::max(largest, curve.wlen[i]);
+    for (int i = 1; i <= std::min(curve.nPoints, curve.wlen.hi()); ++i)
+      if (std::isfinite(curve.wlen[i])) largest = std::max(largest, curve.wlen[i]);
   }
   return largest;
 }

@@ -7,6 +7,7 @@
 #include "forward/model_records.h"
 #include "forward/receiver_setups.h"
 #include "forward/run_clock.h"
+#include "forward/run_progress.h"
 #include "forward/sweep.h"
 #include "forward/system_model.h"
 #include "inversion/observations.h"
@@ -43,6 +44,7 @@ int Finish(int iProfile, const OffsetVector<double>& vel, const OffsetVector<dou
 }  // namespace
 
 int FS_fModel(int prePrfType, int iProfile) {
+  const AnalysisLock lock;
   if (FS_RetrieveSystemPM(kForwardRun, prePrfType) < 0 || FS_GetStartMP() < 0) return -1;
   std::fill(run.iNoVelocity.begin(), run.iNoVelocity.end(), 0);
   if (run.iDispSource == kGlobalCurve) FS_SearchReceivers(run.recSetupList);
@@ -50,7 +52,11 @@ int FS_fModel(int prePrfType, int iProfile) {
   if (FS_SetUpObsData(run.iDispSource) < 0) return -1;
   OffsetVector<double> vel, amp;
   int result = run.iHaveData == 0 ? FS_rWave3D_F(vel, amp) : FS_rWave3D(vel, amp);
-  if (result >= 0) result = Finish(iProfile, vel, amp);
+  if (result >= 0) {
+    result = Finish(iProfile, vel, amp);
+  } else {
+    SetCtrlVal(exdthd::STATUSMSG, "The analysis was halted; nothing of it is kept.");
+  }
   FS_DeAllocatePropLayer();
   FS_DeAllocateObsData();
   FS_DeAllocateRecSetup();

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "forward/system_state.h"
+#include "project/session.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/text_format.h"
@@ -53,6 +54,11 @@ void BeginRunProgress(long solves) {
 
 void EndRunProgress() {
   state = ProgressState{};
+}
+
+AnalysisLock::AnalysisLock()
+    : OnlyControl(exdthd::HALT, session.appTitle, "An analysis is running. Please halt it first.") {
+  run.iHaltRequest = 0;
 }
 
 bool HaltAsked() {

@@ -3,6 +3,7 @@
 // The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
 // sizes from there; the given model is put back each time before anything else can look at it.
 #include <string>
+#include <vector>
 
 #include "forward/model_records.h"
 #include "forward/parameters.h"
@@ -17,6 +18,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
 #include "runtime/panels/inversion.h"
 
 namespace sondera {
@@ -110,6 +112,47 @@ int SetUpRun() {
   return FS_AllocMemoryBlocks();
 }
 
+/// What the lists of entries name, to be put back when a run ends before it has an entry of its own: the
+/// former run's results are all there then.
+class EntryLists {
+ public:
+  EntryLists() {
+    Keep(exdthd::ITERNO, iterations_);
+    Keep(fmodeling::COPYPRF, profiles_);
+    Keep(inversion::INV_SMP, starts_);
+  }
+  void PutBack() const {
+    Fill(exdthd::ITERNO, iterations_);
+    Fill(fmodeling::COPYPRF, profiles_);
+    Fill(inversion::INV_SMP, starts_);
+  }
+
+ private:
+  struct Item {
+    std::string label;
+    double value;
+  };
+  struct List {
+    std::vector<Item> items;
+    int index = -1;
+  };
+
+  template <class C>
+  static void Keep(const C& list, List& to) {
+    for (int i = 0; i < GetNumListItems(list); ++i)
+      to.items.push_back({GetLabelFromIndex(list, i), static_cast<double>(GetValueFromIndex(list, i))});
+    to.index = GetCtrlIndex(list);
+  }
+  template <class C>
+  static void Fill(const C& list, const List& from) {
+    ClearListCtrl(list);
+    for (const Item& item : from.items) InsertListItem(list, -1, item.label, item.value);
+    SetCtrlIndex(list, from.index);
+  }
+
+  List iterations_, profiles_, starts_;
+};
+
 }  // namespace
 
 void ClearIterBox(int) {
@@ -118,9 +161,16 @@ void ClearIterBox(int) {
 
 int RunInvAnal() {
   const GivenLayers given;
+  const EntryLists former;
   const int ready = SetUpRun();
   given.PutBack();
-  return ready < 0 ? -1 : FS_RunIAnal();
+  const int result = ready < 0 ? -1 : FS_RunIAnal();
+  if (GetNumListItems(exdthd::ITERNO) == 0) {
+    former.PutBack();
+  } else {
+    InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
+  }
+  return result;
 }
 
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {

@@ -39,7 +39,12 @@ struct Evaluation {
   bool halted = false;
   int firstShifted = 0;  ///< iteration from which on updates had their residuals at other rows, 0 if none
 
-  void Sweep() { halted = FS_rWave3D(vel, amp) < 0; }
+  SweepState doubts;  ///< of the sweep behind these curves
+
+  void Sweep() {
+    halted = FS_rWave3D(vel, amp) < 0;
+    doubts = sweepState;
+  }
   void Judge() {
     FS_RMSerror(vel, amp, rmsVel, rmsAmp);
     SetCtrlVal(exdthd::RMSERROR, rmsVel);
@@ -60,7 +65,6 @@ int Prepare() {
   if (FS_RetrieveSystemPM(kInversionRun, 0) < 0) return -1;
   run.iAnalysis = run.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.iCurIterNo = 0;
-  run.iHaltRequest = 0;  // one that came while nothing was running is not meant for this run
   if (FS_GetStartMP() < 0) return -1;
   std::fill(run.iNoVelocity.begin(), run.iNoVelocity.end(), 0);
   if (run.iDispSource == kGlobalCurve) FS_SearchReceivers(run.recSetupList);
@@ -195,7 +199,7 @@ Step Iterate(Evaluation& e) {
   if (e.firstShifted == 0 && ResidualsAreShifted(e.vel)) e.firstShifted = iteration;
   ShowProcess("Evaluating the updated layer system...");
   e.Sweep();
-  sweepState.note = RunNote(e.firstShifted);
+  e.doubts.note = sweepState.note = RunNote(e.firstShifted);
   e.Judge();
   if (Store(iteration, e) < 0) return Step::kEnd;
   ShowProcess("Refreshing the plots...");
@@ -204,14 +208,22 @@ Step Iterate(Evaluation& e) {
     TellHalt(CutShortText(iteration, e));
     return Step::kEnd;
   }
+  if (e.rmsVel < 0.0) {
+    MessagePopup(
+        session.appTitle,
+        FormatText("No point has a velocity after iteration %d: its model is no ground. Iteration %d is the "
+                   "last one with a curve.",
+                   iteration, iteration - 1));
+    return Step::kEnd;
+  }
   if (e.rmsVel <= run.epsConverge) return Step::kConverged;
   ShowEndOfIteration(iteration);
   return Step::kGoOn;
 }
 
-int IterateAll(Evaluation& e) {
+int IterateAll(Evaluation& e, int wanted) {
   if (run.iUseAmplitude == 0) run.ldObs = run.nObsRows;
-  for (int k = 0; k < InvParam.nEntries; ++k) {
+  for (int k = 0; k < wanted; ++k) {
     run.iCurIterNo = k + 1;
     const Step step = Iterate(e);
     if (step == Step::kConverged) return 0;
@@ -220,7 +232,7 @@ int IterateAll(Evaluation& e) {
   return 0;
 }
 
-int EvaluateAndIterate() {
+int EvaluateAndIterate(int wanted) {
   ClearBoxes();
   ShowRunStatus("Inv. Analysis: ");
   ShowProcess("Evaluating the initial layer system. ");
@@ -233,16 +245,21 @@ int EvaluateAndIterate() {
   e.Judge();
   if (Store(0, e) < 0) return -1;
   Present(0);
-  return IterateAll(e);
+  const int result = IterateAll(e, wanted);
+  sweepState =
+      e.doubts;  // not those of a perturbed model, where a run ends in the middle of its sensitivities
+  return result;
 }
 
 }  // namespace
 
 int FS_RunIAnal() {
+  const AnalysisLock lock;
   if (Prepare() < 0) return -1;
-  const long sweeps = 1 + static_cast<long>(std::max(InvParam.nEntries, 0)) * (2L * run.nModelParm + 1);
+  const int wanted = std::max(InvParam.nEntries, 0);
+  const long sweeps = 1 + wanted * (2L * run.nModelParm + 1);
   BeginRunProgress(sweeps * SolvesOfSweep());
-  const int result = EvaluateAndIterate();
+  const int result = EvaluateAndIterate(wanted);
   EndRunProgress();
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();

@@ -59,6 +59,10 @@ std::string CheckInvSettings(const InvRecord& r) {
   for (const auto& [what, value] : values) {
     if (!std::isfinite(value)) return FormatText("%s is %g. It must be a finite number.", what, value);
   }
+  const bool freeH = r.MODELPARM == 2 || r.MODELPARM == 3, freeVs = r.MODELPARM == 1 || r.MODELPARM == 3;
+  if (freeH && !(r.minH > 0.0)) return FormatText("The lower bound of H is %g. It must be above 0.", r.minH);
+  if (freeVs && !(r.minVs > 0.0))
+    return FormatText("The lower bound of Vs is %g. It must be above 0.", r.minVs);
   return {};
 }
 

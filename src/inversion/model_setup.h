@@ -13,7 +13,8 @@ namespace sondera {
 
 /// In an inversion (iAnalysis above 0): bounds and uncertainty factors of InvParam, the numbering of the
 /// model, the model vectors and Cm.
-/// @return 0; -1 after a message when nothing is left to vary, or a factor or bound is not a number
+/// @return 0; -1 after a message when nothing is left to vary, a factor or bound is not a number, or
+/// the lower bound of what is free is not above 0
 [[nodiscard]] int FS_ReadModelParmF();
 
 /// Layer state, starting profile (as given, or made from the observed curve by preliminaryProfileType 1 and

@@ -6,6 +6,8 @@
 #include <array>
 #include <map>
 #include <unordered_map>
+
+#include "runtime/dialogs.h"
 namespace sondera {
 namespace {
 
@@ -45,12 +47,19 @@ std::array<PanelState, kPanelCount> FirstPanels() {
   return panels;
 }
 
+/// The one control that answers, if there is a lock, and what the others say.
+struct PressLock {
+  ControlId allowed = nullptr;
+  std::string title, refusal;
+};
+
 struct Store {
   std::unordered_map<ControlId, ControlState> controls;
   std::array<PanelState, kPanelCount> panels = FirstPanels();
   std::unordered_map<ControlId, Callback> callbacks;
   std::map<int, Observer> observers;
   int nextObserver = 1;
+  PressLock lock;
 };
 Store store;
 
@@ -288,7 +297,17 @@ Callback CallbackOf(const Control& c) {
   return found == store.callbacks.end() ? nullptr : found->second;
 }
 
+OnlyControl::OnlyControl(const Control& allowed, std::string_view title, std::string_view refusal) {
+  store.lock = {&allowed, std::string(title), std::string(refusal)};
+}
+OnlyControl::~OnlyControl() { store.lock = {}; }
+
 int SendEvent(const Control& c, Event event, long data) {
+  if (store.lock.allowed && store.lock.allowed != &c) {
+    if (event != Event::Commit) return 0;
+    MessagePopup(store.lock.title, store.lock.refusal);
+    return -1;
+  }
   const Callback callback = CallbackOf(c);
   return callback ? callback(c.panel, &c, event, data) : 0;
 }

@@ -323,6 +323,16 @@ void InstallCallback(const Control& c, Callback callback);
 Callback CallbackOf(const Control& c);
 /// Runs the control's callback with an event, as a front end does. Without a callback: 0.
 int SendEvent(const Control& c, Event event, long data = 0);
+/// While it lives only one control answers: a press of any other is refused with a message and -1, other
+/// events of them do nothing. For work that lets events in and must keep what it works on. Does not nest.
+class OnlyControl {
+ public:
+  OnlyControl(const Control& allowed, std::string_view title, std::string_view refusal);
+  ~OnlyControl();
+  OnlyControl(const OnlyControl&) = delete;
+  OnlyControl& operator=(const OnlyControl&) = delete;
+};
+
 /// Presses the control: the commit event.
 inline int Commit(const Control& c, long data = 0) {
   return SendEvent(c, Event::Commit, data);

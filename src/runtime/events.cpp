@@ -1,6 +1,9 @@
 // events.cpp - event polls and the way out. Owns the quit and interrupt flags.
 #include "runtime/events.h"
 
+#include <time.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <optional>
@@ -15,7 +18,9 @@ struct EventState {
   bool waitCursor = false;
 };
 EventState state;
-volatile std::sig_atomic_t interruptFlag = 0;  // set from a signal handler
+volatile std::sig_atomic_t interruptFlag = 0;  // set from a signal handler, as the time is
+volatile time_t interruptTime = 0;
+constexpr time_t kPatience = 2;  // seconds in which a repeated request means the same one
 
 }  // namespace
 
@@ -51,8 +56,16 @@ bool WaitCursorShown() {
   return state.waitCursor;
 }
 
+// All of it may run in a signal handler.
 void RequestInterrupt() {
-  if (interruptFlag) std::_Exit(1);
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  if (interruptFlag && now.tv_sec - interruptTime > kPatience) {
+    constexpr char kText[] = "\nsondera: interrupted twice; what was not saved is lost.\n";
+    [[maybe_unused]] const ssize_t n = ::write(STDERR_FILENO, kText, sizeof kText - 1);
+    std::_Exit(1);
+  }
+  if (!interruptFlag) interruptTime = now.tv_sec;
   interruptFlag = 1;
 }
 bool InterruptRequested() {

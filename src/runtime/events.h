@@ -24,8 +24,9 @@ void SetWaitCursor(bool on);
 bool WaitCursorShown();
 
 /// Interrupt of a terminal (Ctrl-C). The signal handler calls RequestInterrupt, which only sets a flag; loops
-/// that can be halted ask for it where they poll events. A second request while the first still waits ends
-/// the process.
+/// that can be halted ask for it where they poll events. A second request that comes more than two seconds
+/// later, while the first still waits, ends the process; earlier ones mean the first (a terminal's wrapper
+/// may send it twice, and what is kept is being saved then).
 void RequestInterrupt();
 bool InterruptRequested();
 void ClearInterrupt();

@@ -119,7 +119,31 @@ TEST_F(Program, AMissingProjectGivesStatusOne) {
   Write("job.txt", "* nothing\n");
   const Outcome o = Run("--batch auto old none.da job.txt");
   EXPECT_EQ(o.status, 1);
-  EXPECT_EQ(o.err, "Sondera 4.1: File does not exist.\n");
+  EXPECT_EQ(o.err,
+            "Sondera 4.1: File does not exist.\n"
+            "sondera: none.da was not opened; the script works on an empty project.\n");
+}
+
+TEST_F(Program, AnotherWordBehindAutoIsTold) {
+  Write("job.txt", "* nothing\n");
+  const Outcome o = Run("--batch auto neu site job.txt");
+  EXPECT_NE(o.err.find("auto takes \"old\" or \"new\""), std::string::npos) << o.err;
+}
+
+TEST_F(Program, ASecondInterruptAtOnceMeansTheFirst) {
+  FetchExample();
+  // Both signals come while the run is on, or the script is over before: what was kept is saved in any case.
+  const std::string command =
+      "cd '" + folder.Path() +
+      "' && { '" SONDERA_PROGRAM
+      "' --batch auto new oysand job.txt >out.log 2>err.log </dev/null & p=$!; "
+      "while [ ! -s ProjID.pcm ]; do sleep 0.02; done; kill -INT $p; kill -INT $p; wait $p; }";
+  const int raw = std::system(command.c_str());
+  EXPECT_EQ(WEXITSTATUS(raw), 1);
+  const std::string err = Read("err.log");
+  EXPECT_NE(err.find("is kept"), std::string::npos) << err;
+  EXPECT_NE(err.find("not everything was done"), std::string::npos) << err;
+  EXPECT_TRUE(std::filesystem::exists(folder.File("oysand_f.results")));
 }
 
 TEST_F(Program, AQuestionIsPrintedWithTheAnswerThatItGot) {

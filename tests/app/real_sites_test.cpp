@@ -15,6 +15,7 @@
 #include "runtime/events.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/panels/fmodeling.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/inversion.h"
 #include "runtime/panels/loadtxdata.h"
@@ -178,6 +179,36 @@ TEST_F(RealSite, WghsFivePairsWithMasksGiveAProfileOfThePublishedRange) {
   EXPECT_NEAR(MeanVs(3, 0.0, 5.0), 200.0, 20.0);
   EXPECT_NEAR(MeanVs(3, 5.0, 12.0), 225.0, 30.0);
   EXPECT_LT(InvParam.rms[3], 25.0);  // the pairs scatter by 10 to 15 % about the site's curve
+}
+
+// The presses of the manual: load, choose the global curve, update, open the inversion, run.
+TEST_F(RealSite, GlobalCurveIsInvertedByPlaneWavesAsTheManualSays) {
+  using namespace fmodeling;
+  FetchLines("oysand/H21.Hyx", "H21", 129);
+  session.projectFileName = "site.da";
+  ProcessScriptText("import H21 H21 20 40\nmasking H21 0 400 180 90 40\ncalcVel\nexport x H21 1 2 -1\n");
+  Commit(exdthd::FMODELPARAM);
+  ASSERT_EQ(Commit(LOADDISPCURV), 0);
+  SetCtrlVal(GLOBAL_ARRAY, 1);
+  Commit(GLOBAL_ARRAY);
+  SetCtrlVal(ANALYSISTYPE, 2);
+  SetCtrlVal(NLAYERS, 5);
+  Commit(NLAYERS);
+  constexpr double kH[] = {1.0, 1.0, 2.0, 5.0, 100.0};
+  for (int row = 1; row <= 5; ++row) {
+    const double cells[] = {kH[row - 1], 0.0, 160.0, 1800.0, 0.3333, 0.02};
+    for (int c = 1; c <= 6; ++c) SetTableCellVal(SOILPROFILE, row, c, cells[c - 1]);
+  }
+  ASSERT_EQ(Commit(UPDATE), 0);
+  ASSERT_EQ(Commit(CLOSE), 0);
+  ASSERT_EQ(Commit(exdthd::RUN_INVERSION), 0);
+  EXPECT_EQ(GetCtrlVal(inversion::UF_VS), 0.05);
+  SetCtrlVal(inversion::UF_VS, 0.2);
+  ASSERT_EQ(Commit(inversion::PERFORMINV), 0);
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{});
+  EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 6);
+  EXPECT_NEAR(MeanVs(5, 0.0, 1.8), 118.0, 12.0);
+  EXPECT_NEAR(MeanVs(5, 1.8, 9.0), 178.0, 20.0);
 }
 
 TEST_F(RealSite, AnInterruptKeepsTheLastFinishedIterationAndSavesIt) {

@@ -105,7 +105,7 @@ TEST_F(PerformInvAnal, BeginsFromTheSelectedStartingProfileAndTheGivenModelStays
   ASSERT_EQ(Perform(), 0) << Messages();
   EXPECT_EQ(EntryVs(0), (std::vector<double>{130.0, 190.0, 240.0}));
   EXPECT_EQ(InvParam.damping(0, 0), 0.03);
-  EXPECT_EQ(InvParam.iSelected, -3);
+  EXPECT_EQ(InvParam.iSelected, 0);  // as the new list has it
   EXPECT_EQ(VsOf(FModelParam), kStartVs);
   EXPECT_EQ(VsOnPanel(), kStartVs);
   EXPECT_EQ(GetLabelFromIndex(inversion::INV_SMP, 0), "Given Model P.");
@@ -262,6 +262,33 @@ TEST_F(PerformInvAnal, IsRefusedWhileAnAnalysisRuns) {
   ASSERT_EQ(Perform(), 0) << Messages();
   EXPECT_EQ(nested, -1);
   EXPECT_EQ(OnlyMessage(), "An analysis is running. Please halt it first.");
+}
+
+TEST_F(PerformInvAnal, RunThatIsRefusedLeavesTheFormerOneInTheLists) {
+  ASSERT_EQ(Perform(), 0) << Messages();
+  const std::vector<int> listed = ValuesOf(exdthd::ITERNO);
+  const std::vector<double> first = EntryVs(1);
+  SetCtrlVal(inversion::CONST_MP_VS, "1 2 3");
+  EXPECT_EQ(Perform(), -1);
+  EXPECT_EQ(ValuesOf(exdthd::ITERNO), listed);
+  EXPECT_EQ(ValuesOf(inversion::INV_SMP).size(), listed.size() + 1);
+  EXPECT_EQ(ValuesOf(fmodeling::COPYPRF), listed);
+  EXPECT_EQ(EntryVs(1), first);
+}
+
+TEST_F(PerformInvAnal, HaltInTheFirstSweepLeavesTheFormerRunInTheLists) {
+  ASSERT_EQ(Perform(), 0) << Messages();
+  const std::vector<int> listed = ValuesOf(exdthd::ITERNO);
+  frontEnd.onProcessEvents = [] { run.iHaltRequest = 1; };
+  EXPECT_EQ(Perform(), -1);
+  EXPECT_EQ(ValuesOf(exdthd::ITERNO), listed);
+}
+
+TEST_F(PerformInvAnal, NumberOfIterationsIsThatOfTheStart) {
+  SetCtrlVal(inversion::NITER, 3);
+  frontEnd.onProcessEvents = [] { InvParam.nEntries = 1; };
+  ASSERT_EQ(Perform(), 0) << Messages();
+  EXPECT_EQ(ValuesOf(exdthd::ITERNO), (std::vector<int>{0, 1, 2, 3}));
 }
 
 TEST_F(PerformInvAnal, HaltKeepsWhatWasFinished) {

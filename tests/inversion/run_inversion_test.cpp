@@ -380,6 +380,50 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
   ExpectFiniteResults();
 }
 
+TEST_F(FS_RunIAnalTest, ModelWithoutAnyVelocityIsNoConvergence) {
+  SetKnownSite();
+  AtPoll(15 * 7 + 1, [] {  // behind the sensitivities: the points of the next sweep have no wavelength
+    for (int i = 1; i <= 15; ++i) run.runFreq[i] = 0.0;
+  });
+  EXPECT_EQ(RunIterations(5), -1);
+  EXPECT_NE(Messages().find("No point has a velocity after iteration 1"), std::string::npos) << Messages();
+  EXPECT_EQ(Listed(), 2);
+}
+
+TEST_F(FS_RunIAnalTest, LowerBoundOfWhatIsFreeIsAboveZero) {
+  for (const double bound : {0.0, -50.0}) {
+    SetKnownSite();
+    InvParam.minVs = bound;
+    EXPECT_EQ(RunIterations(2), -1);
+    EXPECT_NE(Messages().find("The lower bound of Vs is"), std::string::npos) << Messages();
+    InvParam.minVs = 10.0;
+    InvParam.minH = bound;  // not free
+    SetKnownSite();
+    EXPECT_EQ(RunIterations(1), 0);
+    InvParam.minH = 0.01;
+  }
+}
+
+TEST_F(FS_RunIAnalTest, OfAllButtonsOnlyHaltAnswersDuringARun) {
+  SetKnownSite();
+  int pressed = 0;
+  AtPoll(20, [&pressed] {
+    ++pressed;
+    EXPECT_EQ(Commit(exdthd::RUN_FMODEL), -1);
+    EXPECT_EQ(SendEvent(exdthd::RUN_FMODEL, Event::LeftClick), 0);
+  });
+  EXPECT_EQ(RunIterations(1), 0);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(OnlyMessage(), "An analysis is running. Please halt it first.");
+  EXPECT_EQ(Commit(exdthd::RUN_FMODEL), 0);  // no callback here: nothing refuses it any more
+}
+
+TEST_F(FS_RunIAnalTest, HaltFromBeforeIsForgotten) {
+  SetKnownSite();
+  run.iHaltRequest = 1;
+  EXPECT_EQ(RunIterations(1), 0);
+}
+
 // --- Curves that make no sense ---
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
