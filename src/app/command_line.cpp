@@ -2,6 +2,8 @@
 #include "app/command_line.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include "app/commands.h"
 #include "app/console.h"
@@ -12,6 +14,7 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/panels/measpanel.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -42,8 +45,27 @@ bool WorksWithoutMessage(Action action) {
   return MessageCount() == before;
 }
 
+/// Keeps a project that a new one of its name is going to replace. The copy beside it (".bkup") lasts for one
+/// save only, and a script saves more than once. False after a message when it cannot be kept.
+bool KeepFormerProject(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (!fs::exists(path, error)) return true;
+  std::string kept = path + ".former";
+  for (int k = 2; fs::exists(kept, error); ++k) kept = path + FormatText(".former%d", k);
+  if (!fs::copy_file(path, kept, error)) {
+    MessagePopup(session.appTitle,
+                 "The project of this name cannot be kept, so no new one is made: " + error.message());
+    return false;
+  }
+  std::fprintf(stderr, "sondera: the former project is kept as %s.\n", FileNameOf(kept).c_str());
+  return true;
+}
+
 void NewProjectFile(const std::string& name) {
-  session.projectFileName = JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
+  const std::string path = JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
+  if (!KeepFormerProject(path)) return;
+  session.projectFileName = path;
   Commit(measpanel::F6);
 }
 

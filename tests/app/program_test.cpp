@@ -124,6 +124,22 @@ TEST_F(Program, AMissingProjectGivesStatusOne) {
             "sondera: none.da was not opened; the script works on an empty project.\n");
 }
 
+TEST_F(Program, NewProjectOfAnOldNameKeepsTheOldOne) {
+  FetchExample();
+  Write("curve.txt", kToTheCurve);
+  ASSERT_EQ(Run("auto new oysand curve.txt").status, 0);
+  const std::string first = Read("oysand.da");
+  Write("nothing.txt", "import H21 other 20 40\nmasking other 0 400 180 90 40\n");
+  const Outcome o = Run("auto new oysand nothing.txt");
+  EXPECT_EQ(o.status, 0) << o.err;
+  EXPECT_EQ(o.err, "sondera: the former project is kept as oysand.da.former.\n");
+  EXPECT_NE(Read("oysand.da"), first);
+  EXPECT_TRUE(Read("oysand.da.former") == first);
+  ASSERT_EQ(Run("auto new oysand nothing.txt").status, 0);
+  EXPECT_TRUE(Read("oysand.da.former") == first);
+  EXPECT_TRUE(std::filesystem::exists(folder.File("oysand.da.former2")));
+}
+
 TEST_F(Program, AnotherWordBehindAutoIsTold) {
   Write("job.txt", "* nothing\n");
   const Outcome o = Run("--batch auto neu site job.txt");
