@@ -2,12 +2,12 @@
 // takes, one per row; and ratio of the plain form of the envelope, with two transforms and all magnitudes, to
 // a map. Aim: a map within 1.5 times its transforms.
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <functional>
 #include <vector>
 
+#include "best_time.h"
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/analysis.h"
@@ -22,19 +22,8 @@ namespace {
 
 using namespace sondera;
 
-/// Best time of one call, in microseconds.
 double BestMicroseconds(const std::function<void()>& call) {
-  using Clock = std::chrono::steady_clock;
-  call();
-  double best = 1e300, spent = 0.0;
-  while (spent < 6e5) {
-    const auto start = Clock::now();
-    call();
-    const double t = std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-    best = std::min(best, t);
-    spent += t;
-  }
-  return best;
+  return bench::BestMicroseconds(call, 6e5);
 }
 
 /// A pair on display, 10 m apart, 1 ms sampling, with two arrivals.

@@ -2,7 +2,6 @@
 // to its calls of FFT alone, on the same lengths. CalcSpectralFns transforms each channel once, CalcIRF its
 // two windows.
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <functional>
@@ -10,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "best_time.h"
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/analysis.h"
@@ -23,19 +23,8 @@ namespace {
 
 using namespace sondera;
 
-/// Best time of one call, in microseconds.
 double BestMicroseconds(const std::function<void()>& call) {
-  using Clock = std::chrono::steady_clock;
-  call();
-  double best = 1e300, spent = 0.0;
-  while (spent < 3e5) {
-    const auto start = Clock::now();
-    call();
-    const double t = std::chrono::duration<double, std::micro>(Clock::now() - start).count();
-    best = std::min(best, t);
-    spent += t;
-  }
-  return best;
+  return bench::BestMicroseconds(call, 3e5);
 }
 
 /// A measurement of noise behind a decaying pulse, receivers 10 m apart, 1 ms sampling.
