@@ -26,8 +26,6 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
-/// A press that comes in by an event poll of the run itself: there is one set of working vectors.
-constexpr const char* kRunning = "An analysis is running. Please halt it first.";
 
 int Refuse(const std::string& text) {
   MessagePopup(session.appTitle, text);
@@ -175,7 +173,6 @@ int RunInvAnal() {
 
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  if (WaitCursorShown()) return Refuse(kRunning);
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
   TakeDataCovariance();
@@ -187,7 +184,6 @@ int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
 }
 
 int Run_InvAnalCallback(Panel, ControlId, Event, long) {
-  if (WaitCursorShown()) return Refuse(kRunning);
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
   ClearIterBox(1);

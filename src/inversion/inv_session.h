@@ -66,7 +66,7 @@ void ClearIterBox(int which);
 /// @return 0; -1 after a message, or when halted
 int RunInvAnal();
 
-/// Start from the panel, PERFORMINV. NITER must be above 0, and nothing else be running. Kept: the start
+/// Start from the panel, PERFORMINV. NITER must be above 0. Kept: the start
 /// makes UF_VPH live with CM_COV 0 and dims it otherwise, the reverse of MParmCovMatCallback.
 int PerformInvAnalCallback(Panel panel, ControlId control, Event event, long data);
 /// Start from the menu. Kept: it does not look at CD_COV, UF_VPH and CM_COV; run.cdMode and run.ufVph are

@@ -13,6 +13,7 @@
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
+#include "runtime/panels/mainmenu.h"
 #include "runtime/panels/inversion.h"
 
 namespace sondera::testing {
@@ -24,9 +25,16 @@ class InvRunTest : public InversionTest {
     InversionTest::SetUp();
     SetUpCase();
     SetCtrlVal(inversion::NITER, 1);
+    InstallCallback(inversion::PERFORMINV, PerformInvAnalCallback);
+    InstallCallback(mainmenu::RUN_INV_ANAL, Run_InvAnalCallback);
   }
-  int Perform() { return PerformInvAnalCallback(Panel::INVERSION, &inversion::PERFORMINV, Event::Commit, 0); }
-  int StartFromMenu() { return Run_InvAnalCallback(Panel::MAINMENU, nullptr, Event::Commit, 0); }
+  void TearDown() override {
+    InstallCallback(inversion::PERFORMINV, nullptr);
+    InstallCallback(mainmenu::RUN_INV_ANAL, nullptr);
+    InversionTest::TearDown();
+  }
+  int Perform() { return Commit(inversion::PERFORMINV); }
+  int StartFromMenu() { return Commit(mainmenu::RUN_INV_ANAL); }
 
   /// Puts starting profiles 1 to 3 into their record and the lists.
   void StoreProfiles() {
@@ -370,10 +378,15 @@ TEST_F(RunInvAnalMenu, WithoutIterationsRefusesAndTheListsStay) {
 }
 
 TEST_F(RunInvAnalMenu, IsRefusedWhileAnAnalysisRuns) {
-  SetWaitCursor(true);
-  EXPECT_EQ(StartFromMenu(), -1);
+  int nested = 0;
+  frontEnd.onProcessEvents = [&] {
+    frontEnd.onProcessEvents = nullptr;
+    nested = StartFromMenu();
+    EXPECT_TRUE(WaitCursorShown());  // it belongs to the run
+  };
+  ASSERT_EQ(Perform(), 0) << Messages();
+  EXPECT_EQ(nested, -1);
   EXPECT_EQ(OnlyMessage(), "An analysis is running. Please halt it first.");
-  EXPECT_TRUE(WaitCursorShown());  // it belongs to the run
 }
 
 // ---- by the records ------------------------------------------------------------------------------------
