@@ -14,6 +14,7 @@
 #include "runtime/panels/fmodeling.h"
 #include "runtime/text_format.h"
 #include "runtime/text_reader.h"
+#include "forward/parameters_fixture.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
@@ -31,15 +32,10 @@ struct Row {
   double freq, vel;
 };
 
-class CurveImport : public testing::SessionTest {
+class CurveImport : public testing::ModelParameters {
  protected:
   void SetUp() override {
-    SessionTest::SetUp();
-    InitializeFModel();
-    InitializeTheoDispInfo();
-    InitializeInvAnal();
-    ResetRunState();
-    InstallCallbacks();
+    ModelParameters::SetUp();
     testing::MeasurementPlan plan;
     plan.nChannels = 3;
     site = testing::AddMeasurement(plan);

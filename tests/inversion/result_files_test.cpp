@@ -21,22 +21,6 @@ class ResultFiles : public RunTest {
     SetPlainLayers(2);
   }
 
-  void Start(int kind, int analysis) {
-    FModelParam.analysis = TheoDispInfo.analysis = analysis;
-    ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-    ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
-    ASSERT_EQ(FS_GetStartMP(), 0);
-    ASSERT_EQ(FS_SetUpObsData(run.iDispSource), 0);
-    FS_SetupReceivers(0);
-    FS_SearchReceivers(run.recSetupList);
-  }
-
-  static OffsetVector<double> Values(std::initializer_list<double> list) {
-    OffsetVector<double> v(1, static_cast<int>(list.size()));
-    std::copy(list.begin(), list.end(), v.begin());
-    return v;
-  }
-
   std::string File(const char* extension) const { return test::ReadWhole(Base() + extension); }
 
   const OffsetVector<double> none;
@@ -52,7 +36,7 @@ TEST_F(ResultFiles, HeadLineHasTheAmplitudeOnlyWhereItIsInUse) {
 
 TEST_F(ResultFiles, PlaneWaveCurveByWavelength) {
   SetGlobalCurve(2);
-  Start(kForwardRun, 2);
+  StartRun(kForwardRun, 2);
   FS_SaveDspCurve(0, Values({99.0, 126.0}), none, 2.5, 0.0);
   EXPECT_EQ(File(".fdp"),
             "Iteration no. :  0 (2-D) ... RMS error (Vel=2.5)\n"
@@ -64,7 +48,7 @@ TEST_F(ResultFiles, PlaneWaveCurveByWavelength) {
 
 TEST_F(ResultFiles, WavelengthOfZeroHasNoFrequency) {
   SetGlobalCurve(1);
-  Start(kForwardRun, 2);
+  StartRun(kForwardRun, 2);
   run.runLambda[1] = 0.0;
   FS_SaveDspCurve(0, Values({99.0}), none, 1.0, 0.0);
   EXPECT_EQ(File(".fdp").substr(File(".fdp").find("vel(cal)   \n") + 12),
@@ -73,7 +57,7 @@ TEST_F(ResultFiles, WavelengthOfZeroHasNoFrequency) {
 
 TEST_F(ResultFiles, PointWithoutComputedVelocityPrintsZeros) {
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   FS_SaveDspCurve(0, Values({0.0, 130.0}), none, 10.0, 0.0);
   EXPECT_EQ(File(".fdp"),
             "Iteration no. :  0 (3-D) ... RMS error (Vel=10)\n"
@@ -84,7 +68,7 @@ TEST_F(ResultFiles, PointWithoutComputedVelocityPrintsZeros) {
 
 TEST_F(ResultFiles, ArrayCurvesStandInThreeBlocks) {
   SetArrayCurves(2, 2, {100.0, 0.0, 110.0, 120.0});
-  Start(kForwardRun, 4);
+  StartRun(kForwardRun, 4);
   FS_SaveDspCurve(0, Values({101.0, 111.0, 0.0}), Values({0.5, 0.25, 0.0}), 1.0, 0.0);
   EXPECT_EQ(
       File(".fdp"),
@@ -107,7 +91,7 @@ TEST_F(ResultFiles, ArrayCurvesStandInThreeBlocks) {
 
 TEST_F(ResultFiles, ModelTableOfAForwardRun) {
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   FS_SaveModelPar(0, 0.5, 0.0);
   EXPECT_EQ(
@@ -128,7 +112,7 @@ TEST_F(ResultFiles, ModelTableOfAForwardRun) {
 
 TEST_F(ResultFiles, BandIsTwoDeviationsOfTheEntryBefore) {
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   run.layerVs[1] = 140.0;
   ASSERT_EQ(FS_RefreshModelPar(1), 0);
@@ -143,7 +127,7 @@ TEST_F(ResultFiles, BandIsTwoDeviationsOfTheEntryBefore) {
 
 TEST_F(ResultFiles, FactorOfExactlyOneIsARatioAndAboveAnAbsoluteDeviation) {
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   ASSERT_EQ(FS_RefreshModelPar(1), 0);
   InvParam.ufVs = 1.0;
@@ -157,7 +141,7 @@ TEST_F(ResultFiles, FactorOfExactlyOneIsARatioAndAboveAnAbsoluteDeviation) {
 TEST_F(ResultFiles, ProfileIsAStairThatEndsOnTheTopOfTheHalfSpace) {
   SetPlainLayers(3);
   SetGlobalCurve(2);
-  Start(kForwardRun, 2);
+  StartRun(kForwardRun, 2);
   FS_SaveProfile(0, 0.5, 0.0);
   EXPECT_EQ(File(".pfl"),
             "Iteration no. :  0 (2-D) ... RMS error (Vel=0.5)\n"
@@ -173,7 +157,7 @@ TEST_F(ResultFiles, ProfileIsAStairThatEndsOnTheTopOfTheHalfSpace) {
 TEST_F(ResultFiles, ProfileOfOneLayerPrintsOnlyTheHalfSpaceRow) {
   SetPlainLayers(1);
   SetGlobalCurve(2);
-  Start(kForwardRun, 2);
+  StartRun(kForwardRun, 2);
   FS_SaveProfile(0, 0.5, 0.0);
   EXPECT_EQ(File(".pfl"),
             "Iteration no. :  0 (2-D) ... RMS error (Vel=0.5)\nVelocity  Depth\n"
@@ -183,7 +167,7 @@ TEST_F(ResultFiles, ProfileOfOneLayerPrintsOnlyTheHalfSpaceRow) {
 TEST_F(ResultFiles, ForwardModelColumnsGiveDerivedValuesAsZero) {
   SetLayers({{2.0, 0.0, 100.0, 2.0, 0.3, 0.02}, {2.0, 400.0, 200.0, 0.0, 0.0, 0.03}});
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   FS_SaveSMPfile(1, 0.5, 0.0);
   EXPECT_EQ(File(".fsp"),
             "Iteration no. :  1 (3-D Inversion) ... RMS error (Vel=0.5)\n"
@@ -194,7 +178,7 @@ TEST_F(ResultFiles, ForwardModelColumnsGiveDerivedValuesAsZero) {
 
 TEST_F(ResultFiles, IterationsStandOneAfterTheOther) {
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   for (int i = 0; i <= 5; ++i) FS_SaveDspCurve(i, Values({100.0, 110.0}), none, 1.0, 0.0);
   const std::string text = File(".fdp");
   int heads = 0;
@@ -205,7 +189,7 @@ TEST_F(ResultFiles, IterationsStandOneAfterTheOther) {
 
 TEST_F(ResultFiles, FilesThatCannotBeWrittenAreToldAndTheRunGoesOn) {
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   run.baseName = folder.File("missing/site");
   FS_SaveDspCurve(0, Values({100.0, 110.0}), none, 1.0, 0.0);
   EXPECT_EQ(OnlyMessage(), "Error in opening file " + run.baseName + ".fdp\n");
@@ -216,7 +200,7 @@ TEST_F(ResultFiles, FilesThatCannotBeWrittenAreToldAndTheRunGoesOn) {
 
 TEST_F(ResultFiles, ForwardModelFileThatCannotBeWrittenEndsTheProcess) {
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   run.baseName = folder.File("missing/site");
   EXPECT_EXIT(FS_SaveSMPfile(1, 1.0, 0.0), ::testing::ExitedWithCode(1), "Error in opening file .*site.fsp");
 }

@@ -19,20 +19,6 @@ namespace {
 
 class ResultText : public RunTest {
  protected:
-  void Start(int kind, int analysis) {
-    FModelParam.analysis = TheoDispInfo.analysis = analysis;
-    ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-    ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
-    ASSERT_EQ(FS_GetStartMP(), 0);
-    ASSERT_EQ(FS_SetUpObsData(run.iDispSource), 0);
-    FS_SetupReceivers(0);
-    FS_SearchReceivers(run.recSetupList);
-  }
-  static OffsetVector<double> Values(std::initializer_list<double> list) {
-    OffsetVector<double> v(1, static_cast<int>(list.size()));
-    std::copy(list.begin(), list.end(), v.begin());
-    return v;
-  }
   static std::string Text(int type, int index) {
     std::string text = "so far\n";
     GetResultTextBox(type, index, text, RecordOfIndex(index));
@@ -43,7 +29,7 @@ class ResultText : public RunTest {
 TEST_F(ResultText, PlaneWaveRefreshKeepsTheWavelength) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 2);
+  StartRun(kForwardRun, 2);
   ASSERT_EQ(FS_RefreshDspCurve(0, Values({99.0, 0.0}), 1.5), 0);
   EXPECT_DOUBLE_EQ(TheoDispInfo.globalVel[0], 99.0);
   EXPECT_DOUBLE_EQ(TheoDispInfo.globalFreq[0], 9.0);
@@ -58,7 +44,7 @@ TEST_F(ResultText, PlaneWaveRefreshKeepsTheWavelength) {
 TEST_F(ResultText, PointLoadRefreshKeepsTheFrequency) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshDspCurve(-3, Values({99.0, 0.0}), 1.5), 0);
   EXPECT_DOUBLE_EQ(SMPParam.freq(3, 0), 10.0);
   EXPECT_DOUBLE_EQ(SMPParam.waveL(3, 0), 9.9);
@@ -71,7 +57,7 @@ TEST_F(ResultText, PointLoadRefreshKeepsTheFrequency) {
 TEST_F(ResultText, ArrayRefreshGoesThroughTheMapOfPoints) {
   SetPlainLayers(2);
   SetArrayCurves(2, 2, {100.0, 0.0, 110.0, 120.0});
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   ASSERT_EQ(FS_RefreshDspCurve(2, Values({101.0, 111.0, 121.0}), 1.5), 0);
   EXPECT_DOUBLE_EQ(InvParam.vel(2, 0), 101.0);
   EXPECT_DOUBLE_EQ(InvParam.vel(2, 1), 0.0);
@@ -90,7 +76,7 @@ TEST_F(ResultText, ArrayRefreshGoesThroughTheMapOfPoints) {
 TEST_F(ResultText, ThickHalfSpaceEndsHalfALayerBelowItsTop) {
   SetLayers({{2.0, 0.0, 100.0, 2.0, 0.3, 0.02}, {4.0, 0.0, 120.0, 2.0, 0.3, 0.02}});
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   EXPECT_DOUBLE_EQ(InvParam.depth(0, 0), 0.0);
   EXPECT_DOUBLE_EQ(InvParam.depth(0, 1), 2.0);
@@ -103,7 +89,7 @@ TEST_F(ResultText, ThickHalfSpaceEndsHalfALayerBelowItsTop) {
 TEST_F(ResultText, EntryBeyondTheTablesMakesRoomAndKeepsTheOthers) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   ASSERT_EQ(FS_RefreshModelPar(200), 0);
   EXPECT_DOUBLE_EQ(InvParam.Vs(0, 1), 120.0);
@@ -113,7 +99,7 @@ TEST_F(ResultText, EntryBeyondTheTablesMakesRoomAndKeepsTheOthers) {
 TEST_F(ResultText, RecallOfTheModelLeavesTheSurfaceLayer) {
   SetPlainLayers(3);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(1), 0);
   SetLayers({{9.0, 0.0, 900.0, 2.0, 0.3, 0.02}, {9.0, 0.0, 901.0, 2.0, 0.3, 0.02}});
   FS_RecallModelPar(1);
@@ -137,7 +123,7 @@ TEST_F(ResultText, RecallOfWhatWasNeverStoredDoesNothing) {
 TEST_F(ResultText, ModelTableHasTheUpperLimitFirst) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kInversionRun, 3);
+  StartRun(kInversionRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   ASSERT_EQ(FS_RefreshModelPar(1), 0);
   InvParam.ufVs = 0.05;
@@ -159,7 +145,7 @@ TEST_F(ResultText, ModelTableHasTheUpperLimitFirst) {
 TEST_F(ResultText, ProfileTableEndsAtTheReachedDepth) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   EXPECT_EQ(Text(kProfileTable, 0),
             "so far\n"
@@ -176,7 +162,7 @@ TEST_F(ResultText, ProfileTableEndsAtTheReachedDepth) {
 TEST_F(ResultText, PointLoadCurveOfTheGivenModelHasTheMeasuredColumns) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshDspCurve(0, Values({99.0, 0.0}), 1.5), 0);
   EXPECT_EQ(Text(kCurveTable, 0),
             "so far\n"
@@ -188,7 +174,7 @@ TEST_F(ResultText, PointLoadCurveOfTheGivenModelHasTheMeasuredColumns) {
 TEST_F(ResultText, LaterEntriesShowTheGivenModelAsObserved) {
   SetPlainLayers(2);
   SetGlobalCurve(1);
-  Start(kInversionRun, 2);
+  StartRun(kInversionRun, 2);
   ASSERT_EQ(FS_RefreshDspCurve(0, Values({99.0}), 1.5), 0);
   ASSERT_EQ(FS_RefreshDspCurve(1, Values({110.0}), 1.0), 0);
   EXPECT_EQ(Text(kCurveTable, 1),
@@ -200,7 +186,7 @@ TEST_F(ResultText, LaterEntriesShowTheGivenModelAsObserved) {
 TEST_F(ResultText, ArrayCurvesStandInTwoBlocks) {
   SetPlainLayers(2);
   SetArrayCurves(2, 2, {100.0, 0.0, 110.0, 120.0});
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshDspCurve(0, Values({101.0, 111.0, 121.0}), 1.5), 0);
   EXPECT_EQ(
       Text(kCurveTable, 0),
@@ -219,7 +205,7 @@ TEST_F(ResultText, ArrayCurvesStandInTwoBlocks) {
 TEST_F(ResultText, ResolutionTableCountsLayersFromZero) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(1), 0);
   InvParam.resolution(1, 1) = 0.5;
   EXPECT_EQ(Text(kResolutionTable, 1),
@@ -230,7 +216,7 @@ TEST_F(ResultText, ResolutionTableCountsLayersFromZero) {
 TEST_F(ResultText, BoxShowsTheGivenModelWhileTheListIsHidden) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   run.layerVs[1] = 555.0;
   ASSERT_EQ(FS_RefreshModelPar(-1), 0);
@@ -248,7 +234,7 @@ TEST_F(ResultText, BoxShowsTheGivenModelWhileTheListIsHidden) {
 TEST_F(ResultText, BoxHoldsAWholeTableOfManyLayers) {
   SetPlainLayers(400);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   EXPECT_NE(Text(kModelTable, 0).find("\n  400  "), std::string::npos);
 }
@@ -256,7 +242,7 @@ TEST_F(ResultText, BoxHoldsAWholeTableOfManyLayers) {
 TEST_F(ResultText, SavesAllTablesWithoutADialog) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
-  Start(kForwardRun, 3);
+  StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   session.projectFileName = "/elsewhere/site.da";
   const std::filesystem::path before = std::filesystem::current_path();

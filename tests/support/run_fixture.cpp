@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "forward/receiver_setups.h"
+#include "forward/system_model.h"
+#include "inversion/observations.h"
 #include "runtime/panels/hmsetup.h"
 
 namespace sondera::testing {
@@ -82,6 +85,22 @@ void RunTest::SetArrayCurves(int points, int curves, const std::vector<double>& 
     }
     std::copy(velocities.begin(), velocities.end(), m->vel.begin());
   }
+}
+
+void RunTest::StartRun(int kind, int analysis) {
+  FModelParam.analysis = TheoDispInfo.analysis = analysis;
+  ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
+  ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
+  ASSERT_EQ(FS_GetStartMP(), 0);
+  ASSERT_EQ(FS_SetUpObsData(run.iDispSource), 0);
+  FS_SetupReceivers(0);
+  FS_SearchReceivers(run.recSetupList);
+}
+
+OffsetVector<double> RunTest::Values(std::initializer_list<double> list) {
+  OffsetVector<double> v(1, static_cast<int>(list.size()));
+  std::copy(list.begin(), list.end(), v.begin());
+  return v;
 }
 
 }  // namespace sondera::testing

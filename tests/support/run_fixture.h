@@ -2,6 +2,7 @@
 // files in a folder of the test's own, and helpers that put layers and curves into the records.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,12 @@ class RunTest : public SessionTest {
   /// Array curves in both records: velocities point by point, frequency 5 p (p from 1); receivers at 1, 2, 4,
   /// ...
   void SetArrayCurves(int points, int curves, const std::vector<double>& velocities);
+
+  /// A run as its driver has it before the solvers: everything from the sizes to the receivers.
+  /// @param kind  kForwardRun, kInversionRun or kWaveformRun
+  void StartRun(int kind, int analysis);
+  /// Vector 1..n of the values.
+  static OffsetVector<double> Values(std::initializer_list<double> list);
 
   /// Name of a result file, without and with extension.
   std::string Base() const { return folder.File("site"); }
