@@ -34,14 +34,6 @@ void FillSoilTable(const std::vector<double>& thicknesses) {
   }
 }
 
-/// Presses straight through the table of callbacks; remembers a refusal.
-struct PlainPress {
-  int result = 0;
-  void operator()(const Control& control, long data) {
-    if (Commit(control, data) < 0) result = -1;
-  }
-};
-
 }  // namespace
 
 std::vector<double> LayersToDepth(double firstThickness, double depth) {
@@ -103,17 +95,17 @@ void RunInversionAndSave(const Press& press) {
 
 int OneClickInversionCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  PlainPress press;
+  Presses press;
   press(inversion::EVALSMPARAM, 0);
   RunInversionAndSave(std::ref(press));
-  return press.result;
+  return press.result();
 }
 
 int PerformInvInvSaveCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  PlainPress press;
+  Presses press;
   RunInversionAndSave(std::ref(press));
-  return press.result;
+  return press.result();
 }
 
 }  // namespace sondera

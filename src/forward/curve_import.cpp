@@ -26,11 +26,6 @@ constexpr const char* kBadReceivers = "Please configure the receiver setup prope
 constexpr const char* kSeparators = ",\t\n";
 constexpr double kSameFrequency = 1e-9;  // relative; rows of a common grid are equal to the last bit
 
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 // ---- global curve -----------------------------------------------------------------------------------
 
 struct GlobalCurve {

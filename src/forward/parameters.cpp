@@ -13,7 +13,6 @@
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/text_format.h"
 
@@ -26,11 +25,6 @@ constexpr int kGlobal = 1, kArray = 2;
 constexpr int kFixedReceivers = 4;
 constexpr int kReceiversAtReset = 8, kPointsAtReset = 50;
 constexpr double kFirstReceiver = 0.5;
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 /// Entry of a vector that a damaged file may have left too short.
 template <class T>

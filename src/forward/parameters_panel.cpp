@@ -24,11 +24,6 @@ using namespace fmodeling;
 constexpr int kGlobal = 1;
 constexpr int kFixedReceivers = 4;
 
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 // ---- rows of tables ---------------------------------------------------------------------------------
 
 /// Rows of a table follow its number; a number that cannot be is put back.

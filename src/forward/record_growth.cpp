@@ -9,16 +9,10 @@
 #include "forward/model_records.h"
 #include "forward/run_limits.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 constexpr int kMostBelieved = kMaxRunPoints * 512;
 

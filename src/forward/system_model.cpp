@@ -8,7 +8,6 @@
 #include "forward/run_limits.h"
 #include "inversion/inv_records.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -89,11 +88,6 @@ double DoublesOf(const RunSizes& size) {
   const double rows = ObservationRows(size), m = size.nModel;
   const double active = std::min(rows, m);  // the data-space form has fewer rows than parameters
   return 30.0 * size.nLayersCur + 12.0 * rows + 4.0 * m * m + 3.0 * m * rows + 2.0 * active * active;
-}
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "forward/plane_wave.h"
 #include "forward/run_progress.h"
 #include "forward/system_model.h"
+#include "project/session.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -167,7 +168,7 @@ int MakeProfile(const std::vector<CurvePoint>& curve) {
   LayerStack found(static_cast<int>(curve.size()) + 1);
   if (StripLayers(curve, run.alphaDepth, found) < 0) return -1;
   if (found.n == 0 || !IsFinite(found))
-    return RefuseProfile(
+    return Refuse(
         FormatText("The global dispersion curve gives no layer of a starting profile for the "
                    "Depth-to-WaveL ratio %g.",
                    run.alphaDepth));
@@ -255,12 +256,12 @@ LayerStack MergedLayers(const LayerStack& found, int shape) {
 
 int FS_AnalPrePrf() {
   if (!(run.alphaDepth > 0.0) || !std::isfinite(run.alphaDepth))
-    return RefuseProfile(FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.alphaDepth));
+    return Refuse(FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.alphaDepth));
   const std::vector<CurvePoint> curve = ObservedCurve();
   if (curve.size() < 2)
-    return RefuseProfile("A starting profile needs a global dispersion curve of two points or more.");
+    return Refuse("A starting profile needs a global dispersion curve of two points or more.");
   if (!IsOneGround(curve))
-    return RefuseProfile("The velocities of the global dispersion curve are too far apart for one ground.");
+    return Refuse("The velocities of the global dispersion curve are too far apart for one ground.");
   const bool replaces = run.iProfileShape != kOnGivenLayers;
   if (replaces) KeepGivenLayersAsStrata();
   const int result = MakeProfile(curve);

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "forward/system_model.h"
+#include "project/session.h"
 
 namespace sondera {
 namespace {
@@ -72,7 +73,7 @@ std::vector<double> BoundsFromCurve(const std::vector<CurvePoint>& curve, int mo
 
 int FS_EmpPrePrf() {
   const std::vector<CurvePoint> curve = ObservedCurve();
-  if (curve.empty()) return RefuseProfile("A starting profile needs a global dispersion curve.");
+  if (curve.empty()) return Refuse("A starting profile needs a global dispersion curve.");
   if (run.iProfileShape == kBoundsFromCurve) return FillBounds(curve);
   FillLayers(curve, run.layerH.shifted(), run.nLayersCur, RunLayerColumns());
   return 0;

@@ -13,7 +13,6 @@
 #include "inversion/inv_session.h"
 #include "inversion/result_entries.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/panels/inversion.h"
 #include "runtime/panels/meassetup.h"
@@ -25,11 +24,6 @@ namespace {
 /// Tables of a stored profile, in the order of kLayerColumns.
 constexpr OffsetMatrix<double> InvRecord::*kProfileTables[] = {
     &InvRecord::H, &InvRecord::Vp, &InvRecord::Vs, &InvRecord::density, &InvRecord::nu, &InvRecord::damping};
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 /// A list may name, and a counter claim, what a damaged file does not have.
 bool IsStored(const InvRecord& r, int entry) {

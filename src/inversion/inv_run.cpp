@@ -15,7 +15,6 @@
 #include "inversion/inv_session.h"
 #include "inversion/max_likelihood.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
@@ -26,11 +25,6 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 class WaitCursor {
  public:

@@ -9,7 +9,6 @@
 #include "forward/run_limits.h"
 #include "forward/system_model.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -76,8 +75,7 @@ void KeepGivenLayersAsStrata() {
 int ReplaceRunLayers(const LayerStack& stack) {
   const int n = stack.n;
   if (n < 1 || n > kMaxRunLayers)
-    return RefuseProfile(
-        FormatText("The starting profile has %d layers. It must have 1 to %d.", n, kMaxRunLayers));
+    return Refuse(FormatText("The starting profile has %d layers. It must have 1 to %d.", n, kMaxRunLayers));
   Resize(run.layerH, n, &stack.H);
   Resize(run.layerVs, n, &stack.Vs);
   Resize(run.layerVp, n, &stack.Vp);
@@ -100,11 +98,6 @@ int ReplaceRunLayers(const LayerStack& stack) {
   run.lastLayerH = stack.H[n];
   CopyToTheoDispInfo();
   return 0;
-}
-
-int RefuseProfile(const std::string& why) {
-  MessagePopup(session.appTitle, why);
-  return -1;
 }
 
 }  // namespace sondera

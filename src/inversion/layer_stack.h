@@ -3,8 +3,6 @@
 // Callers: the two makers of starting profiles. Owns no state.
 #pragma once
 
-#include <string>
-
 #include "inversion/preliminary_profile.h"
 #include "numeric/offset_array.h"
 
@@ -29,8 +27,5 @@ void KeepGivenLayersAsStrata();
 /// completed properties, and the flags of the stratum at each mid-depth.
 /// @return 0; -1 after a message when no run takes that many layers
 [[nodiscard]] int ReplaceRunLayers(const LayerStack& stack);
-
-/// Refuses with a message; -1.
-int RefuseProfile(const std::string& why);
 
 }  // namespace sondera

@@ -15,16 +15,10 @@
 #include "inversion/model_numbers.h"
 #include "inversion/preliminary_profile.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 void CompleteLayer(int l) {
   double& Vp = run.layerVp[l];

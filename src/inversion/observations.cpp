@@ -15,7 +15,6 @@
 #include "inversion/point_grid.h"
 #include "inversion/run_files.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/text_format.h"
 
@@ -25,11 +24,6 @@ namespace {
 constexpr int kFixedPair = 4;  // GlobalRecType, and number of the first explicit set-up
 constexpr double kDerivativeStep = 6e-6;
 constexpr double kInversionAlpha = 0.53;
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 /// The record that the points of the run come from.
 ModelRecord& SourceRecord() {

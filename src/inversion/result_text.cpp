@@ -158,11 +158,6 @@ int ShownIndex() {
   return IsVisible(exdthd::ITERNO) ? GetCtrlVal(exdthd::ITERNO) : 0;
 }
 
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 /// File name of the project without folder and ".da".
 std::string ProjectName() {
   std::string name = FileNameOf(session.projectFileName);

@@ -16,7 +16,6 @@
 #include "numeric/scale_arithmetic.h"
 #include "project/measdb.h"
 #include "project/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
@@ -44,11 +43,6 @@ struct UnitDefaults {
 constexpr UnitDefaults kUnitDefaults[] = {
     {0.5, 150.0, 1800.0}, {50.0, 15000.0, 0.0018}, {2.0, 450.0, 112.5}, {24.0, 1143.0, 0.0651}};
 constexpr double kPoisson = 0.3333, kDamping = 0.02;
-
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 // ---- table of layers --------------------------------------------------------------------------------
 
@@ -85,18 +79,6 @@ int TakeTable(Layering& layers) {
   }
   return 0;
 }
-
-/// Remembers a refusal among several presses that all have to be made.
-class Presses {
- public:
-  void operator()(const Control& control) {
-    if (Commit(control) < 0) result_ = -1;
-  }
-  int result() const { return result_; }
-
- private:
-  int result_ = 0;
-};
 
 int WriteTable(const Layering& layers, const UnitDefaults& unit) {
   using namespace fmodeling;

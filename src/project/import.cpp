@@ -253,10 +253,10 @@ int LoadTextDataCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   const ImportKind kind = CurrentKind();
   const ImportRequest request = ReadDialog(kind);
-  if (request.measID.empty()) return RefuseImport("Empty ID String !");
+  if (request.measID.empty()) return Refuse("Empty ID String !");
   // A cross spectrum that is missing means something to its readers.
   if (request.nChannels < 1 || (!IsCrossSpectrum(kind) && HasEmptyRow(request)))
-    return RefuseImport(import_text::kCannotRead);
+    return Refuse(import_text::kCannotRead);
   const double unitBefore = session.lengthUnit;
   SetSessionUnit(request.lengthUnit);
   int status = -1;

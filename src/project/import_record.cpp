@@ -140,11 +140,6 @@ int FinishImport(const ImportRequest& request, const ImportRecords& records) {
   return 0;
 }
 
-int RefuseImport(std::string_view text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 int AbandonImport(const ImportRequest& request, std::string_view text) {
   MessagePopup(session.appTitle, text);
   TrimDataBase(session.curProjID, request.measID);

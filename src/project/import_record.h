@@ -67,9 +67,7 @@ void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, Imp
 /// Brings the pairs of an overwritten measurement to the new size, empty (those of channels that are gone are
 /// removed), and shows the measurement. Returns 0.
 int FinishImport(const ImportRequest& request, const ImportRecords& records);
-/// Refusal before BeginImport: the message and -1.
-int RefuseImport(std::string_view text);
-/// Refusal after it: the message, TrimDataBase, and -1.
+/// Refusal after BeginImport (before it: Refuse): the message, TrimDataBase, and -1.
 int AbandonImport(const ImportRequest& request, std::string_view text);
 
 /// Removes a measurement after a failed import: data, setups, pairs, identity. Refills the lists, selects the

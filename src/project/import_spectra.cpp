@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "project/import_text.h"
+#include "project/session.h"
 
 namespace sondera {
 namespace {
@@ -109,7 +110,7 @@ int FirstRowOfCrossSpectra(const ImportRequest& request) {
 
 int LoadHyxData(const ImportRequest& request) {
   FirstFile first;
-  if (!ReadFirstFile(request, 0, ZeroLine::AsRead, first)) return RefuseImport(kCannotRead);
+  if (!ReadFirstFile(request, 0, ZeroLine::AsRead, first)) return Refuse(kCannotRead);
   ImportRecords records;
   const IfPresent ifPresent = request.measID == kFirstMeasID ? IfPresent::Overwrite : IfPresent::Ask;
   if (!BeginImport(request, ifPresent, records)) return -1;
@@ -130,7 +131,7 @@ int LoadHyxData(const ImportRequest& request) {
 int LoadGyxData(const ImportRequest& request) {
   FirstFile first;
   if (!ReadFirstFile(request, FirstRowOfCrossSpectra(request), ZeroLine::Real, first))
-    return RefuseImport(kCannotRead);
+    return Refuse(kCannotRead);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
   MakeSpectrumRecords(request, first.layout, records);

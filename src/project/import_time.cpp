@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "project/import_text.h"
+#include "project/session.h"
 #include "runtime/analysis.h"
 
 namespace sondera {
@@ -76,7 +77,7 @@ int LoadTimeData(const ImportRequest& request) {
   TimeLayout layout;
   if (!ReadFirstFile(request, first) ||
       !LayOutTimeRecord(first.axis.front(), first.axis.back(), first.count(), request.nChannels, layout))
-    return RefuseImport(kCannotRead);
+    return Refuse(kCannotRead);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
   MakeTimeRecords(request, layout, records);

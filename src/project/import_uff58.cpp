@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "project/import_spectra.h"
+#include "project/session.h"
 
 namespace sondera {
 namespace {
@@ -75,7 +76,7 @@ std::string_view ReadChannel(const ImportRequest& request, const Run& run, int r
 int ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
             bool firstRowMayBeEmpty) {
   const std::string_view refusal = ReadFirstFile(request, run);
-  if (!refusal.empty()) return RefuseImport(refusal);
+  if (!refusal.empty()) return Refuse(refusal);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
   MakeSpectrumRecords(request, run.layout, records);

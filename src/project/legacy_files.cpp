@@ -25,11 +25,6 @@ constexpr int kBothTraces = 2;
 constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
 constexpr char kNotThere[] = "File does not exist.";
 
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 /// Opens a file, or says why not.
 bool OpenOrTell(SectionReader& file, const std::string& path) {
   std::string reason;

@@ -1,6 +1,8 @@
 // session.cpp - defaults of the session state.
 #include "project/session.h"
 
+#include "runtime/dialogs.h"
+
 namespace sondera {
 
 Session session;
@@ -33,6 +35,11 @@ void SetSiteVelocities(int category) {
 }
 
 std::string CutDeviceName(const std::string& name) { return name.substr(0, 4); }
+
+int Refuse(std::string_view text) {
+  MessagePopup(session.appTitle, text);
+  return -1;
+}
 
 std::string SessionTitle() { return session.appTitle + " - " + session.curProjID + ":" + session.curMeasID; }
 

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sondera {
@@ -124,6 +125,9 @@ void SetSiteVelocities(int category);
 
 /// A device name as the driver gets it: cut to four characters.
 std::string CutDeviceName(const std::string& name);
+
+/// Shows a message under the title of the application. @return -1, the result of whatever refuses
+int Refuse(std::string_view text);
 
 /// Title of the main window: "app - project:measurement" before a file is known.
 std::string SessionTitle();

@@ -155,11 +155,6 @@ struct Export {
   std::vector<ExportFile> files;
 };
 
-int Refuse(const std::string& text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 double At(const std::vector<double>& column, std::size_t i) {
   return i < column.size() ? column[i] : 0.0;
 }

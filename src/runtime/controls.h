@@ -338,6 +338,18 @@ inline int Commit(const Control& c, long data = 0) {
   return SendEvent(c, Event::Commit, data);
 }
 
+/// Presses several controls, each of them whatever the others said, and remembers a refusal.
+class Presses {
+ public:
+  void operator()(const Control& c, long data = 0) {
+    if (Commit(c, data) < 0) result_ = -1;
+  }
+  int result() const { return result_; }  ///< 0, or -1 when one refused
+
+ private:
+  int result_ = 0;
+};
+
 // ---- the whole store
 // ------------------------------------------------------------------------------------------------
 

@@ -48,11 +48,6 @@ void Show(const Fields& fields, const WindowFour& values) {
   for (std::size_t k = 1; k <= 4; ++k) SetCtrlVal(*fields[k], values[k]);
 }
 
-int Refuse(const char* text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
 // ---- which pair
 // -----------------------------------------------------------------------------------------------------
 
