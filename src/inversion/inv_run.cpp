@@ -145,15 +145,9 @@ class EntryLists {
   List iterations_, profiles_, starts_;
 };
 
-}  // namespace
-
-void ClearIterBox(int) {
-  ClearEntryLists();
-}
-
-int RunInvAnal() {
+/// The run, with the lists to put back if it never gets an entry.
+int RunWithFormerLists(const EntryLists& former) {
   const GivenLayers given;
-  const EntryLists former;
   const int ready = SetUpRun();
   given.PutBack();
   const int result = ready < 0 ? -1 : FS_RunIAnal();
@@ -163,6 +157,16 @@ int RunInvAnal() {
     InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
   }
   return result;
+}
+
+}  // namespace
+
+void ClearIterBox(int) {
+  ClearEntryLists();
+}
+
+int RunInvAnal() {
+  return RunWithFormerLists(EntryLists());
 }
 
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
@@ -180,10 +184,11 @@ int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
 int Run_InvAnalCallback(Panel, ControlId, Event, long) {
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
+  const EntryLists former;
   ClearIterBox(1);
   TakeFactors(false);
   TakeBounds();
-  return RunInvAnal();
+  return RunWithFormerLists(former);
 }
 
 }  // namespace sondera

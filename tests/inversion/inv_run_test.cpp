@@ -377,6 +377,14 @@ TEST_F(RunInvAnalMenu, WithoutIterationsRefusesAndTheListsStay) {
   EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 3);
 }
 
+TEST_F(RunInvAnalMenu, RunThatIsRefusedLeavesTheFormerOneInTheLists) {
+  ASSERT_EQ(Perform(), 0) << Messages();
+  const std::vector<int> listed = ValuesOf(exdthd::ITERNO);
+  SetCtrlVal(inversion::CONST_MP_VS, "1 2 3");
+  EXPECT_EQ(StartFromMenu(), -1);
+  EXPECT_EQ(ValuesOf(exdthd::ITERNO), listed);
+}
+
 TEST_F(RunInvAnalMenu, IsRefusedWhileAnAnalysisRuns) {
   int nested = 0;
   frontEnd.onProcessEvents = [&] {
