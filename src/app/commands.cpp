@@ -10,6 +10,7 @@
 #include "app/inversion_road.h"
 #include "app/shutdown.h"
 #include "forward/sweep_state.h"
+#include "inversion/starting_model.h"
 #include "project/selection.h"
 #include "project/session.h"
 #include "project/trace_export.h"
@@ -275,7 +276,8 @@ int ScriptRun::runPreInversion() {
   take(depthRatio_);
   const double depth = depth_ == 0.0 ? depthRatio_ * LargestArrayWavelength() : depth_;
   if (layering_ == kDoublingLayers) {
-    RunPreInversion(LayersToDepth(firstThickness_, depth), presser());
+    double sum = 0.0;
+    RunPreInversion(DoublingThicknesses(firstThickness_, depth, sum), presser());
     return 0;
   }
   take(nLayers_);

@@ -36,11 +36,6 @@ void FillSoilTable(const std::vector<double>& thicknesses) {
 
 }  // namespace
 
-std::vector<double> LayersToDepth(double firstThickness, double depth) {
-  double sum = 0.0;
-  return DoublingThicknesses(firstThickness, depth, sum);
-}
-
 double LargestArrayWavelength() {
   double largest = -kSearchFrom;
   for (const DispInfo& curve : MeasDB.aDispList) {

@@ -1,8 +1,7 @@
 // inversion_road.h - the way from representative curves to a profile in a few presses: what the script
 // commands calcVel, preInversion and inversion do, and the buttons that do the same for a person.
 //
-// All of it writes settings and presses buttons, in a fixed order, and has no analysis of its own besides the
-// rule that makes a list of layers from a first thickness and a depth.
+// All of it writes settings and presses buttons, in a fixed order, and has no analysis of its own.
 #pragma once
 
 #include <functional>
@@ -14,10 +13,6 @@ namespace sondera {
 
 /// Presses a control; how a caller learns that one refused is its own business.
 using Press = std::function<void(const Control& control, long data)>;
-
-/// Layer thicknesses for a depth: groups of four layers, t in the first group, doubled in each further one,
-/// until their sum exceeds the depth; the layer that did it is kept. At most 100 groups, 400 layers.
-std::vector<double> LayersToDepth(double firstThickness, double depth);
 
 /// Largest wavelength over all points of the array curves of included pairs; -1e30 without one.
 double LargestArrayWavelength();
