@@ -47,7 +47,9 @@ void PrintVector(const char* head, int n, Element element) {
 
 void WriteVelocities(const OffsetVector<double>& velocity) {
   std::string text = "compvel\tobsvel\n";
-  for (int i = 1; i <= std::min(velocity.hi(), run.runVel.hi()); ++i)
+  // Cd has the rows of the run; nObsRows counts those in use while an update is made.
+  const int rows = run.iUseAmplitude == 1 ? run.Cd.size() / 2 : run.Cd.size();
+  for (int i = 1; i <= std::min(rows, velocity.hi()); ++i)
     text += FormatText("%lf\t%lf\n", velocity[i], run.runVel[i]);
   WriteText("compvel_obsvel.dat", text);
 }
