@@ -12,6 +12,7 @@
 #include "project/selection.h"
 #include "project/session.h"
 #include "runtime/events.h"
+#include "runtime/findings.h"
 #include "runtime/graphs.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/panels/meassetup.h"
@@ -66,6 +67,7 @@ void InitVariables() {
 
 void StartSession() {
   ResetEvents();
+  ClearFindings();
   ResetControls();
   ResetGraphs();
   ResetSession();
