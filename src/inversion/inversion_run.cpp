@@ -10,6 +10,7 @@
 #include "forward/sweep.h"
 #include "forward/sweep_state.h"
 #include "forward/system_model.h"
+#include "inversion/active_rows.h"
 #include "inversion/max_likelihood.h"
 #include "inversion/observations.h"
 #include "inversion/report_file.h"
@@ -37,8 +38,6 @@ struct Evaluation {
   OffsetVector<double> vel, amp;
   double rmsVel = 0.0, rmsAmp = 0.0;
   bool halted = false;
-  int firstShifted = 0;  ///< iteration from which on updates had their residuals at other rows, 0 if none
-
   SweepState doubts;  ///< of the sweep behind these curves
 
   void Sweep() {
@@ -140,32 +139,11 @@ std::string CutShortText(int iteration, const Evaluation& e) {
          KeptText(iteration - 1);
 }
 
-/// Whether the last update had residuals at rows that they do not belong to. Kept: they are laid out by the
-/// computed velocities, the rows in use by the flags, and the two part behind a point that had dropped out
-/// and is found again.
-bool ResidualsAreShifted(const OffsetVector<double>& velocity) {
-  const int n = run.nObsRows;
-  for (int i = 0, j = 0;;) {
-    do ++i;
-    while (i <= n && run.iNoVelocity[i] != 0);
-    if (i > n) return false;
-    do ++j;
-    while (j <= n && velocity[j] == 0.0);
-    if (i != j) return true;
-  }
-}
-
 /// What the numbers of the run suffer from, for its end. Kept: with fewer rows than parameters the update
 /// measures its correction from the prior model but takes it off the present one, so that only the first is a
 /// step towards the curve.
-std::string RunNote(int firstShifted) {
+std::string RunNote() {
   const int rows = run.CdActive.size();
-  if (firstShifted > 0)
-    return FormatText(
-        "from iteration %d on a point that had dropped out was found again and put measured velocities "
-        "beside "
-        "the wrong points: start again from iteration %d",
-        firstShifted, firstShifted - 1);
   if (run.iCurIterNo > 1 && rows < run.nModelParm)
     return FormatText(
         "fewer points (%d) than free parameters (%d): only iteration 1 is a step towards the curve", rows,
@@ -195,11 +173,10 @@ Step Iterate(Evaluation& e) {
     return Step::kEnd;
   }
   if (run.reportSwitch[kSwitchSvd]) ReportSingularValues();
-  if (FS_MaxLiklihood(e.vel, e.amp) < 0) return Step::kEnd;
-  if (e.firstShifted == 0 && ResidualsAreShifted(e.vel)) e.firstShifted = iteration;
+  if (FS_MaxLiklihood(CurveOfActiveRows(e.vel), e.amp) < 0) return Step::kEnd;
   ShowProcess("Evaluating the updated layer system...");
   e.Sweep();
-  e.doubts.note = sweepState.note = RunNote(e.firstShifted);
+  e.doubts.note = sweepState.note = RunNote();
   e.Judge();
   if (Store(iteration, e) < 0) return Step::kEnd;
   ShowProcess("Refreshing the plots...");

@@ -2,6 +2,7 @@
 #include "inversion/max_likelihood.h"
 
 #include "forward/system_state.h"
+#include "inversion/active_rows.h"
 #include "inversion/covariances.h"
 #include "inversion/result_statistics.h"
 #include "inversion/truncated_solve.h"
@@ -20,10 +21,6 @@ constexpr const char* kWarningTitle = "Sondera 4";
 
 void ShowStep(const char* text) {
   SetCtrlVal(exdthd::PROCESSMSG, text);
-}
-
-bool RowIsActive(int i) {
-  return run.iNoVelocity[i] == 0 && run.Cd.diag(i) > 0.0;
 }
 
 int CountActive() {

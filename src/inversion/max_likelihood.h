@@ -23,7 +23,7 @@ int FS_RunIAnal();
 /// parameters InvHData instead), Weight and deltaModel in `run`.
 /// A row without velocity or with deviation 0 is flagged in run.iNoVelocity and out for the rest of the run.
 /// Kept: the residuals go to the rows in use in the order of the computed velocities that are not 0, whatever
-/// the flags say.
+/// the flags say. So the velocities have to be 0 where a row is out: see CurveOfActiveRows.
 /// @return 0; -1 after a message: no row left, a correction that is not finite (the model stays), or trapped
 /// at a bound (nObsRows and ldObs stay at the numbers of rows in use)
 int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude);

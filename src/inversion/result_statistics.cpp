@@ -9,6 +9,7 @@
 
 #include "forward/record_growth.h"
 #include "forward/system_state.h"
+#include "inversion/active_rows.h"
 #include "inversion/inv_records.h"
 #include "inversion/report_file.h"
 
@@ -62,18 +63,8 @@ void WriteDataResolution(const ColumnMatrix& G) {
   file.AppendOrPrint();
 }
 
-/// Observation rows that are in use, in order.
-std::vector<int> RowsInUse() {
-  std::vector<int> rows;
-  const int n = std::min(run.iNoVelocity.hi(), run.Cd.size());
-  for (int i = 1; i <= n; ++i) {
-    if (run.iNoVelocity[i] == 0 && run.Cd.diag(i) > 0.0) rows.push_back(i);
-  }
-  return rows;
-}
-
 void WriteDataDiagonal(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
-  const std::vector<int> rows = RowsInUse();
+  const std::vector<int> rows = ActiveRows();
   const bool byWavelength = run.iDispSource == 1 && std::abs(run.iAnalysis) == 2;
   ReportFile file(".n");
   file.Printf("\n\nIteration no. : %2ld ...\n", static_cast<long>(run.iCurIterNo));
