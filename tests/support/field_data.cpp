@@ -1,4 +1,3 @@
-// field_data.cpp - see field_data.h.
 #include "support/field_data.h"
 
 #include <cstdlib>
@@ -6,18 +5,38 @@
 namespace sondera::test {
 namespace {
 
-/// Taken when the program starts: tests change the current folder.
-const std::filesystem::path kBesideTree = std::filesystem::absolute(SONDERA_SOURCE_DIR) / "../shared/data";
+namespace fs = std::filesystem;
+
+/// Any folder may be called ../shared/data; the folder of the records holds this one.
+constexpr const char* kOneOfTheSites = "oysand_src20m";
+
+const std::optional<fs::path>& Folder() {
+  static const std::optional<fs::path> folder = FieldFolder(std::getenv("SONDERA_FIELD_DATA"));
+  return folder;
+}
+
+// Looked for before main: tests change the working folder.
+[[maybe_unused]] const bool kFoundAtStart = Folder().has_value();
 
 }  // namespace
 
-std::optional<std::filesystem::path> FieldData(std::string_view relative) {
-  const char* named = std::getenv("SONDERA_FIELD_DATA");
-  const std::filesystem::path folder = named != nullptr && *named != '\0' ? named : kBesideTree;
+std::optional<fs::path> FieldFolder(const char* named) {
+  if (named && !*named) return std::nullopt;
+  const fs::path folder =
+      fs::absolute(named ? named : SONDERA_SOURCE_DIR "/../shared/data").lexically_normal();
   std::error_code error;
-  const auto path = std::filesystem::weakly_canonical(folder / relative, error);
-  if (error || !std::filesystem::exists(path, error)) return std::nullopt;
-  return path;
+  if (!fs::is_directory(folder / kOneOfTheSites, error)) return std::nullopt;
+  return folder;
+}
+
+std::optional<fs::path> FieldData(std::string_view relativePath) {
+  if (!Folder()) return std::nullopt;
+  return *Folder() / relativePath;
+}
+
+std::string FieldFile(std::string_view relativePath) {
+  const auto path = FieldData(relativePath);
+  return path ? path->string() : std::string();
 }
 
 }  // namespace sondera::test

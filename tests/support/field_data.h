@@ -1,24 +1,33 @@
-// field_data.h - published field records, which lie beside the tree and are no part of it.
+// field_data.h - where the field records of others lie. They are not part of the tree:
+// docs/published-records.md tells where they come from and how the folder is laid out.
 //
-// They are looked for in the folder that the environment variable SONDERA_FIELD_DATA names, without it in
-// ../shared/data beside the tree's top folder. A test on them is reported as skipped where they are not.
+// The folder is SONDERA_FIELD_DATA, else ../shared/data beside the top folder of the tree. Tests on these
+// records run wherever it is there. Elsewhere they are reported as skipped, with one line.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace sondera::test {
 
-/// Full path of a file or folder of the field data; nothing where it is not there.
-std::optional<std::filesystem::path> FieldData(std::string_view relative);
+/// Full path of a file below the folder of field records; nothing where there is no such folder. A file that
+/// the folder lacks has a path all the same: the test that reads it fails and does not hide.
+std::optional<std::filesystem::path> FieldData(std::string_view relativePath);
+
+/// The same as text, "" without the folder. For constants and helpers of tests that skip in their first line.
+std::string FieldFile(std::string_view relativePath);
+
+/// The folder that would be taken with `named` as SONDERA_FIELD_DATA; null: not set, "": none.
+std::optional<std::filesystem::path> FieldFolder(const char* named);
 
 }  // namespace sondera::test
 
-/// First line of a test, or of SetUp, that needs a file or folder of the field data: skips it with one line
-/// where that is not there.
+/// First line of a test or of its SetUp that needs a file or folder of the field data: skips it with one line
+/// where they are not there.
 #define SKIP_WITHOUT_FIELD_DATA(relative)    \
   if (!::sondera::test::FieldData(relative)) \
   GTEST_SKIP() << "no field data: " << (relative) << " (SONDERA_FIELD_DATA, ../shared/data)"
