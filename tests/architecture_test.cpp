@@ -60,6 +60,8 @@ const std::vector<std::set<std::string>> kLadder = {
     {"forward/green_kernels"},
     {"forward/plane_wave", "forward/plane_wave_layers", "forward/plane_wave_lanes",
      "forward/plane_wave_lane_body", "forward/point_load"},
+    {"forward/synthetic_site"},
+    {"forward/site_files"},
     {"inversion/preliminary_profile", "inversion/layer_stack", "inversion/analytic_profile",
      "inversion/empirical_profile"},
     {"inversion/observations"},
