@@ -28,6 +28,7 @@ inline const FileDriver memoryFileDriver = {
     .flush = [](int) { return 0; },
     .close = [](int) { return 0; },
     .rename = [](const char*, const char*) { return 0; },
-    .remove = [](const char*) { return 0; }};
+    .remove = [](const char*) { return 0; },
+    .lock = nullptr};
 
 }  // namespace sondera::fuzz

@@ -24,33 +24,9 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "byte order conversion is not written");
 
 constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
-constexpr int kMostLinks = 40;             // symbolic links in a row, as the kernel allows
 constexpr int kMostAttempts = 1000;        // names tried for a temporary file
 constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in that of its temporary file
 constexpr mode_t kPermissionBits = 07777;
-
-/// The name behind the symbolic links of `path`; it need not exist. False with errno after too many links.
-bool FollowLinks(std::string path, std::string& target) {
-  char text[4096];
-  for (int i = 0; i < kMostLinks; ++i) {
-    const ssize_t n = ::readlink(path.c_str(), text, sizeof text);
-    if (n < 0 || n == static_cast<ssize_t>(sizeof text)) {  // no link, or one that no path could name
-      target = path;
-      return true;
-    }
-    path = JoinUnlessAbsolute(DirectoryOf(path), std::string_view(text, static_cast<std::size_t>(n)));
-  }
-  errno = ELOOP;
-  return false;
-}
-
-/// Flush to the disk, begun again when a signal (the user's halt) breaks into it.
-int Flush(int fd) {
-  int result = 0;
-  do result = CurrentFileDriver().flush(fd);
-  while (result != 0 && errno == EINTR);
-  return result;
-}
 
 }  // namespace
 
@@ -84,7 +60,7 @@ void AtomicWriter::OpenTemporary() {
   const mode_t mode = targetExists_ ? (old.st_mode & 0777) : 0666;
   for (int k = 0; k < kMostAttempts && fd_ < 0; ++k) {
     temporary_ = stem + FormatText(".saving-%ld-%d", static_cast<long>(::getpid()), k);
-    fd_ = CurrentFileDriver().open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    fd_ = OpenFile(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (fd_ < 0 && errno != EEXIST) break;
   }
   if (fd_ < 0) {
@@ -107,13 +83,7 @@ void AtomicWriter::SetNewFileMode(mode_t mode) {
 }
 
 void AtomicWriter::WriteThrough(const char* bytes, std::size_t count) {
-  while (count > 0 && Ok()) {
-    const ssize_t n = CurrentFileDriver().write(fd_, bytes, count);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) return Fail("write", path_, n < 0 ? errno : EIO);
-    bytes += n;
-    count -= static_cast<std::size_t>(n);
-  }
+  if (Ok() && !WriteFile(fd_, bytes, count)) Fail("write", path_, errno);
 }
 
 void AtomicWriter::Drain() {
@@ -169,14 +139,13 @@ bool AtomicWriter::Commit(bool flushToDisk) {
 /// All steps to the renamed file; true when the new file is in place, even if the folder could not be
 /// flushed.
 bool AtomicWriter::Place(bool flushToDisk) {
-  const FileDriver& driver = CurrentFileDriver();
   Drain();
-  if (Ok() && flushToDisk && Flush(fd_) != 0) Fail("flush", path_, errno);
+  if (Ok() && flushToDisk && FlushFile(fd_) != 0) Fail("flush", path_, errno);
   const int fd = fd_;
   fd_ = -1;
-  if (driver.close(fd) != 0 && errno != EINTR && Ok()) Fail("close", path_, errno);
+  if (CloseFile(fd) != 0 && Ok()) Fail("close", path_, errno);
   if (!Ok()) return false;
-  if (driver.rename(temporary_.c_str(), target_.c_str()) != 0) {
+  if (RenameFile(temporary_, target_) != 0) {
     Fail("replace", path_, errno);
     return false;
   }
@@ -187,21 +156,20 @@ bool AtomicWriter::Place(bool flushToDisk) {
 
 /// Makes the rename itself last. Some file systems have no flush for folders (EINVAL); that is no failure.
 void AtomicWriter::FlushFolder() {
-  const FileDriver& driver = CurrentFileDriver();
   const std::string folder = DirectoryOf(target_).empty() ? "." : DirectoryOf(target_);
-  const int fd = driver.open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  const int fd = OpenFile(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd < 0) {
     if (errno != EACCES) Fail("flush (the new file is in place)", folder, errno);
     return;  // a folder that may be written but not read cannot be flushed
   }
-  if (Flush(fd) != 0 && errno != EINVAL) Fail("flush (the new file is in place)", folder, errno);
-  driver.close(fd);
+  if (FlushFile(fd) != 0 && errno != EINVAL) Fail("flush (the new file is in place)", folder, errno);
+  CloseFile(fd);
 }
 
 void AtomicWriter::Discard() {
-  if (fd_ >= 0) CurrentFileDriver().close(fd_);
+  if (fd_ >= 0) CloseFile(fd_);
   fd_ = -1;
-  if (!temporary_.empty()) CurrentFileDriver().remove(temporary_.c_str());
+  if (!temporary_.empty()) RemoveFile(temporary_);
   temporary_.clear();
 }
 

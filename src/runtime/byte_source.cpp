@@ -46,12 +46,12 @@ ByteSource& ByteSource::operator=(ByteSource&& other) noexcept {
 bool ByteSource::Open(const std::string& path, std::string* reason) {
   Close();
   // Without O_NONBLOCK, opening a pipe would wait for its other end.
-  const int fd = CurrentFileDriver().open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK, 0);
+  const int fd = OpenFile(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) return Refuse(reason, path, std::generic_category().message(errno));
   struct stat info {};
   const bool known = fstat(fd, &info) == 0;
   if (!known || !S_ISREG(info.st_mode)) {
-    CurrentFileDriver().close(fd);
+    CloseFile(fd);
     return Refuse(reason, path, known && S_ISDIR(info.st_mode) ? "it is a folder" : "it is not a plain file");
   }
   fd_ = fd;
@@ -68,7 +68,7 @@ void ByteSource::OpenMemory(const void* bytes, std::size_t count) {
 }
 
 void ByteSource::Close() {
-  if (fd_ >= 0) CurrentFileDriver().close(fd_);
+  if (fd_ >= 0) CloseFile(fd_);
   open_ = failed_ = false;
   fd_ = -1;
   size_ = position_ = 0;
@@ -76,13 +76,13 @@ void ByteSource::Close() {
   window_ = memory_ = {};
 }
 
-std::size_t ByteSource::ReadFile(void* destination, std::size_t count) {
+std::size_t ByteSource::Fill(void* destination, std::size_t count) {
   std::size_t got = 0;
   while (fd_ >= 0 && !failed_ && got < count) {
-    const ssize_t n = CurrentFileDriver().read(fd_, static_cast<char*>(destination) + got, count - got);
+    const ssize_t n = ReadFile(fd_, static_cast<char*>(destination) + got, count - got);
     if (n > 0) got += static_cast<std::size_t>(n);
     if (n == 0) break;
-    if (n < 0 && errno != EINTR) failed_ = true;
+    if (n < 0) failed_ = true;
   }
   return got;
 }
@@ -90,7 +90,7 @@ std::size_t ByteSource::ReadFile(void* destination, std::size_t count) {
 std::string_view ByteSource::Window() {
   if (!window_.empty() || fd_ < 0) return window_;
   buffer_.resize(kBufferBytes);
-  window_ = std::string_view(buffer_.data(), ReadFile(buffer_.data(), buffer_.size()));
+  window_ = std::string_view(buffer_.data(), Fill(buffer_.data(), buffer_.size()));
   return window_;
 }
 
@@ -105,7 +105,7 @@ std::size_t ByteSource::Read(void* destination, std::size_t count) {
   std::size_t got = 0;
   while (got < count) {
     if (window_.empty() && fd_ >= 0 && count - got >= kBufferBytes) {
-      const std::size_t direct = ReadFile(to + got, count - got);
+      const std::size_t direct = Fill(to + got, count - got);
       position_ += static_cast<std::int64_t>(direct);
       return got + direct;
     }

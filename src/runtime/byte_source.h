@@ -47,7 +47,7 @@ class ByteSource {
   bool Failed() const { return failed_; }
 
  private:
-  std::size_t ReadFile(void* destination, std::size_t count);
+  std::size_t Fill(void* destination, std::size_t count);
 
   bool open_ = false;
   bool failed_ = false;

@@ -2,8 +2,10 @@
 #include "runtime/file_driver.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 
 namespace sondera {
@@ -13,7 +15,19 @@ int PosixOpen(const char* path, int flags, mode_t mode) {
   return ::open(path, flags, mode);
 }
 
+int PosixLock(int fd) {
+  return ::flock(fd, LOCK_EX | LOCK_NB);
+}
+
 const FileDriver* fileDriver = &posixFileDriver;
+
+/// The result of the call, which is made again as long as a signal breaks into it.
+template <class Call>
+auto Uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
 
 }  // namespace
 
@@ -24,7 +38,8 @@ const FileDriver posixFileDriver = {.name = "posix",
                                     .flush = ::fsync,
                                     .close = ::close,
                                     .rename = std::rename,
-                                    .remove = ::unlink};
+                                    .remove = ::unlink,
+                                    .lock = PosixLock};
 
 const FileDriver* InstallFileDriver(const FileDriver* next) {
   const FileDriver* previous = fileDriver;
@@ -34,6 +49,44 @@ const FileDriver* InstallFileDriver(const FileDriver* next) {
 
 const FileDriver& CurrentFileDriver() {
   return *fileDriver;
+}
+
+int OpenFile(const std::string& path, int flags, mode_t mode) {
+  return Uninterrupted([&] { return fileDriver->open(path.c_str(), flags, mode); });
+}
+
+ssize_t ReadFile(int fd, void* bytes, std::size_t count) {
+  return Uninterrupted([&] { return fileDriver->read(fd, bytes, count); });
+}
+
+bool WriteFile(int fd, const void* bytes, std::size_t count) {
+  const char* from = static_cast<const char*>(bytes);
+  while (count > 0) {
+    const ssize_t n = Uninterrupted([&] { return fileDriver->write(fd, from, count); });
+    if (n == 0) errno = EIO;  // nothing written and no reason given
+    if (n <= 0) return false;
+    from += n;
+    count -= static_cast<std::size_t>(n);
+  }
+  return true;
+}
+
+int FlushFile(int fd) {
+  return Uninterrupted([&] { return fileDriver->flush(fd); });
+}
+
+int CloseFile(int fd) {
+  // Not again: after EINTR the descriptor is gone, and may be another file's already.
+  const int result = fileDriver->close(fd);
+  return result != 0 && errno == EINTR ? 0 : result;
+}
+
+int RenameFile(const std::string& from, const std::string& to) {
+  return Uninterrupted([&] { return fileDriver->rename(from.c_str(), to.c_str()); });
+}
+
+int RemoveFile(const std::string& path) {
+  return Uninterrupted([&] { return fileDriver->remove(path.c_str()); });
 }
 
 }  // namespace sondera

@@ -2,11 +2,18 @@
 #include "runtime/paths.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
 namespace sondera {
+namespace {
+
+constexpr int kMostLinks = 40;  // symbolic links in a row, as the kernel allows
+
+}  // namespace
 
 bool IsAbsolutePath(std::string_view path) {
   return !path.empty() && path.front() == kPathSeparator;
@@ -55,6 +62,20 @@ bool FileExists(const std::string& path) {
 bool DirectoryExists(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool FollowLinks(std::string path, std::string& target) {
+  char text[4096];
+  for (int i = 0; i < kMostLinks; ++i) {
+    const ssize_t n = ::readlink(path.c_str(), text, sizeof text);
+    if (n < 0 || n == static_cast<ssize_t>(sizeof text)) {  // no link, or one that no path could name
+      target = path;
+      return true;
+    }
+    path = JoinUnlessAbsolute(DirectoryOf(path), std::string_view(text, static_cast<std::size_t>(n)));
+  }
+  errno = ELOOP;
+  return false;
 }
 
 }  // namespace sondera

@@ -35,4 +35,8 @@ bool FileExists(const std::string& path);
 /// Whether a folder stands there. Looks at the disk.
 bool DirectoryExists(const std::string& path);
 
+/// The name behind the symbolic links of `path`, which need not exist. Looks at the disk. False with errno
+/// after too many links.
+bool FollowLinks(std::string path, std::string& target);
+
 }  // namespace sondera

@@ -56,8 +56,13 @@ int Rename(const char* from, const char* to) {
 }
 
 int Remove(const char* path) {
-  ++state.calls.remove;
+  if (Fails(state.calls.remove, state.plan.failRemove)) return -1;
   return posixFileDriver.remove(path);
+}
+
+int Lock(int fd) {
+  if (Fails(state.calls.lock, state.plan.failLock)) return -1;
+  return posixFileDriver.lock(fd);
 }
 
 const FileDriver failingDriver = {.name = "failing",
@@ -67,7 +72,8 @@ const FileDriver failingDriver = {.name = "failing",
                                   .flush = Flush,
                                   .close = Close,
                                   .rename = Rename,
-                                  .remove = Remove};
+                                  .remove = Remove,
+                                  .lock = Lock};
 
 }  // namespace
 

@@ -16,6 +16,8 @@ struct FilePlan {
   int failOpen = 0;
   int failClose = 0;
   int failRead = 0;
+  int failRemove = 0;
+  int failLock = 0;
   bool everAfter = false;
   int error = EIO;
   bool halfWrite = false;        // the failing write puts half of its bytes down first
@@ -24,7 +26,7 @@ struct FilePlan {
 
 /// Counts of the calls made since installation.
 struct FileCalls {
-  int open = 0, read = 0, write = 0, flush = 0, close = 0, rename = 0, remove = 0;
+  int open = 0, read = 0, write = 0, flush = 0, close = 0, rename = 0, remove = 0, lock = 0;
 };
 
 /// Installs the failing driver for its own lifetime. Only one at a time.
