@@ -285,7 +285,8 @@ int RetrieveDispCurvInfoFromMemory() {
 
   std::string line1, line2;
   GetReceiverArrays(line1, line2);
-  std::string complaint = TakeReceivers(m, line1, line2);
+  std::string complaint = ReceiverLinesFault();
+  if (complaint.empty()) complaint = TakeReceivers(m, line1, line2);
   int lost = 0;
   if (complaint.empty()) complaint = TakeArrayCurves(m, lost);
   if (!complaint.empty()) return Refuse(complaint);

@@ -74,6 +74,13 @@ int WriteFile(const std::string& path, const char* failure, void (*save)(TextWri
   return -1;
 }
 
+/// Array curves whose receivers a file cannot name would be read back with wrong distances.
+bool RefuseArrayCurves() {
+  const std::string fault = MeasDB.aDispList.empty() ? "" : ReceiverLinesFault();
+  if (!fault.empty()) MessagePopup(session.appTitle, fault);
+  return !fault.empty();
+}
+
 void SaveBoth(TextWriter& file) {
   file.Put("*GCD\n");
   SaveGCD(file);
@@ -125,6 +132,7 @@ int SaveGCDCallback(Panel, ControlId, Event event, long) {
 
 int SaveICDCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  if (RefuseArrayCurves()) return -1;
   const FileChoice choice = AskForFile("*.icd", "Save an Array Rep. Dispersion Curve.");
   if (!MayOverwrite(choice)) return -1;
   return WriteFile(choice.path, kArrayFailure, SaveICD);
@@ -132,6 +140,7 @@ int SaveICDCallback(Panel, ControlId, Event event, long) {
 
 int SaveREDCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  if (RefuseArrayCurves()) return -1;
   const FileChoice choice = AskForFile("*.red", "Save a Global and Array Rep. Dispersion Curve.");
   if (choice.answer == FileAnswer::Cancelled) return 0;
   return WriteFile(choice.path, kGlobalFailure, SaveBoth);

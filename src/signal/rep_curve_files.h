@@ -26,7 +26,8 @@ void SaveICD(TextWriter& file);
 /// overwritten, or (with a message) when it cannot be written. Kept: a cancelled dialog goes on with the name
 /// that it left, usually none, which is such a failure.
 int SaveGCDCallback(Panel panel, ControlId control, Event event, long data);
-/// Button SAVEICD: the same for the array curves.
+/// Button SAVEICD: the same for the array curves. -1 with a message, before a file is asked for, for a pair
+/// with the source between its receivers; SAVERED the same.
 int SaveICDCallback(Panel panel, ControlId control, Event event, long data);
 /// Button SAVERED: both in one file, after "*GCD" and "*ICD". Nothing happens after Cancel. Kept: an existing
 /// file is overwritten without a question (the dialog has its own).

@@ -380,15 +380,31 @@ void FreeGDispSetupArrays(DispInfo& d) {
 
 // ---- receiver distances -----------------------------------------------------------------------------
 
+std::string ReceiverLinesFault() {
+  for (const PMeasInfo& pair : MeasDB.pMeasList) {
+    if (IncludedPoints(pair) == 0 || !HasKnownKey(pair)) continue;
+    const MeasSetup* setup = LocationsOf(pair);
+    if (!setup) continue;
+    const double d1 = LocationOf(*setup, pair.refChan) - setup->srcLoc;
+    const double d2 = LocationOf(*setup, pair.dspChan) - setup->srcLoc;
+    if ((d1 < 0.0 && d2 > 0.0) || (d1 > 0.0 && d2 < 0.0))
+      return FormatText(
+          "The source of %s stands between its receivers, so the wave does not run from one to the "
+          "other: leave this pair out.",
+          RepCurveLabel(pair.key, pair.refChan, pair.dspChan, 1).c_str());
+  }
+  return "";
+}
+
 void GetReceiverArrays(std::string& line1, std::string& line2) {
-  // 1. Distances of both receivers of each pair from the source.
+  // 1. Distances of both receivers of each pair from the source. A line may be shot from either end.
   std::vector<std::pair<double, double>> distances;
   for (const PMeasInfo& pair : MeasDB.pMeasList) {
     if (IncludedPoints(pair) == 0 || !HasKnownKey(pair)) continue;
     const MeasSetup* setup = LocationsOf(pair);
     if (setup)
-      distances.emplace_back(LocationOf(*setup, pair.refChan) - setup->srcLoc,
-                             LocationOf(*setup, pair.dspChan) - setup->srcLoc);
+      distances.emplace_back(std::fabs(LocationOf(*setup, pair.refChan) - setup->srcLoc),
+                             std::fabs(LocationOf(*setup, pair.dspChan) - setup->srcLoc));
     else
       distances.emplace_back(0.0, 0.0);
   }

@@ -107,11 +107,15 @@ void FreeGDispSetupArrays(DispInfo& d);
 
 // ---- receiver distances -----------------------------------------------------------------------------
 
+/// Why the included curves have no receiver lines, or "": a source stands between the receivers of a pair.
+/// Whoever takes or writes array curves asks first.
+std::string ReceiverLinesFault();
+
 /// The two receiver lines of the file of array curves, over the included curves of known measurements.
-/// @param[out] line1  number of distinct distances (receiver - source) above 0, then those, ascending
+/// @param[out] line1  number of distinct distances |receiver - source| above 0, then those, ascending
 /// @param[out] line2  number of pairs, then the numbers in line1 of both distances of each pair, from 1
-/// Distances are told apart by exact equality. Kept: a distance of 0 cannot be stored, and a number below 1
-/// stands for a distance that is not above 0.
+/// The distances are absolute, so a line counts the same whichever end it is shot from. They are told apart
+/// by exact equality. Kept: a distance of 0 cannot be stored, and a number below 1 stands for it.
 void GetReceiverArrays(std::string& line1, std::string& line2);
 
 /// Puts a distance into the first slot that holds 0, unless the table has it.

@@ -7,6 +7,7 @@
 #include "forward/curve_import.h"
 #include "forward/model_records.h"
 #include "forward/parameters.h"
+#include "forward/parameters_fixture.h"
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/session.h"
@@ -14,7 +15,7 @@
 #include "runtime/panels/fmodeling.h"
 #include "runtime/text_format.h"
 #include "runtime/text_reader.h"
-#include "forward/parameters_fixture.h"
+#include "signal/rep_curves.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
@@ -199,16 +200,30 @@ TEST_F(CurveImport, VelocitiesAreOnlyPutAtTheirOwnFrequency) {
             "2 points of the array curves are left out: the first curve has no point at their frequencies.");
 }
 
-TEST_F(CurveImport, ReceiversThatAreNotBehindTheSourceAreRefused) {
+TEST_F(CurveImport, ALineShotInReverseComesAsItsMirrorImage) {
   TwoArrays();
-  site.setup->srcLoc = 100.0;
-  EXPECT_EQ(RetrieveDispCurvInfoFromMemory(), -1);
-  EXPECT_EQ(OnlyMessage(), "Please configure the receiver setup.");
+  ASSERT_EQ(RetrieveDispCurvInfoFromMemory(), 0);
+  const ModelRecord forward = FModelParam;
+  for (double& location : site.setup->recLoc) location = -location;
+  FModelParam.recLoc[1] = 0.0;
+  ASSERT_EQ(RetrieveDispCurvInfoFromMemory(), 0);
+  EXPECT_EQ(FModelParam.recLoc, forward.recLoc);
+  EXPECT_EQ(FModelParam.pairRec1, forward.pairRec1);
+  EXPECT_EQ(FModelParam.pairRec2, forward.pairRec2);
+  EXPECT_EQ(FModelParam.vel, forward.vel);
 }
 
-TEST_F(CurveImport, AReceiverNumberBelowZeroIsRefused) {
+TEST_F(CurveImport, ASourceBetweenItsReceiversIsRefusedWithTheReason) {
   TwoArrays();
-  site.setup->srcLoc = 30.0;  // two of three receivers before the source
+  site.setup->srcLoc = 30.0;
+  EXPECT_EQ(RetrieveDispCurvInfoFromMemory(), -1);
+  EXPECT_EQ(OnlyMessage(), ReceiverLinesFault());
+  EXPECT_NE(OnlyMessage().find("[2:3] stands between its receivers"), std::string::npos) << OnlyMessage();
+}
+
+TEST_F(CurveImport, AReceiverAtTheSourceIsRefused) {
+  TwoArrays();
+  site.setup->recLoc = {0.0, 0.0, 40.0};  // table 0 0 0 40: the number of the receivers at 0 is below 0
   EXPECT_EQ(RetrieveDispCurvInfoFromMemory(), -1);
   EXPECT_EQ(OnlyMessage(), "Please configure the receiver setup properly.");
 }

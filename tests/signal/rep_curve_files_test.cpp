@@ -212,6 +212,15 @@ TEST_F(RepCurveFiles, TheCombinedFileIsOverwrittenWithoutAQuestion) {
   EXPECT_THAT(frontEnd.questions, IsEmpty());
 }
 
+TEST_F(RepCurveFiles, ASourceBetweenTheReceiversOfAPairIsRefusedBeforeAFileIsAskedFor) {
+  AllPoints();
+  m.setup->srcLoc = 30;
+  for (int (*press)(Event) : {PressSaveICD, PressSaveRED}) EXPECT_EQ(press(Event::Commit), -1);
+  EXPECT_THAT(frontEnd.messages, ::testing::ElementsAre(ReceiverLinesFault(), ReceiverLinesFault()));
+  EXPECT_THAT(frontEnd.messages.front(), ::testing::HasSubstr("m1[2:3] stands between its receivers"));
+  EXPECT_THAT(frontEnd.files, IsEmpty());
+}
+
 TEST_F(RepCurveFiles, ACancelledDialogGoesOnWithTheNameThatItLeft) {
   AllPoints();
   EXPECT_EQ(PressSaveGCD(), -1);

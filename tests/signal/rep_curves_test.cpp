@@ -524,15 +524,50 @@ TEST_F(RepCurves, DistancesOfTwoMeasurementsShareOneList) {
   EXPECT_EQ(line2, "2\t1  2\t1  2\t");
 }
 
-TEST_F(RepCurves, DistancesNotAboveZeroStandOutsideTheList) {
-  m = Measurement("m1", {0, -5, 8});
+TEST_F(RepCurves, ADistanceOfZeroStandsOutsideTheList) {
+  m = Measurement("m1", {0, 5, 8});
   Pair(m, 1, 2, {10}, {200});
   Pair(m, 0, 2, {10}, {200});
   std::string line1, line2;
   GetReceiverArrays(line1, line2);
-  // Table -5, 0, 0, 8: the list begins at 4.
-  EXPECT_EQ(line1, "1\t8.000000\t");
-  EXPECT_EQ(line2, "2\t-2  1\t-1  1\t");
+  // Table 0, 0, 5, 8: the list begins at 3.
+  EXPECT_EQ(line1, "2\t5.000000\t8.000000\t");
+  EXPECT_EQ(line2, "2\t1  2\t-1  2\t");
+}
+
+TEST_F(RepCurves, ALineShotFromItsOtherEndHasTheSameDistances) {
+  m = Measurement("m1", {-10, -20, -40});
+  Pair(m, 1, 2, {10}, {200});
+  Pair(m, 0, 1, {10}, {200});
+  std::string line1, line2;
+  GetReceiverArrays(line1, line2);
+  EXPECT_EQ(line1, "3\t10.000000\t20.000000\t40.000000\t");
+  EXPECT_EQ(line2, "2\t2  3\t1  2\t");
+  EXPECT_EQ(ReceiverLinesFault(), "");
+}
+
+TEST_F(RepCurves, AForwardAndAReverseShotShareOneList) {
+  const TestMeasurement a = Measurement("a", {10, 20}), b = Measurement("b", {20, 10});
+  b.setup->srcLoc = 30;
+  Pair(a, 0, 1, {10}, {200});
+  Pair(b, 0, 1, {10}, {200});
+  std::string line1, line2;
+  GetReceiverArrays(line1, line2);
+  EXPECT_EQ(line1, "2\t10.000000\t20.000000\t");
+  EXPECT_EQ(line2, "2\t1  2\t1  2\t");
+}
+
+TEST_F(RepCurves, ASourceBetweenTheReceiversOfAPairIsAFault) {
+  m = Measurement("m1", {0, -5, 8});
+  Pair(m, 0, 2, {10}, {200});
+  EXPECT_EQ(ReceiverLinesFault(), "") << "a receiver at the source is not a source between receivers";
+  PMeasInfo& across = Pair(m, 1, 2, {10}, {200});
+  EXPECT_EQ(ReceiverLinesFault(),
+            "The source of m1[2:3] stands between its receivers, so the wave does not run from one to the "
+            "other: leave "
+            "this pair out.");
+  across.included = 0;
+  EXPECT_EQ(ReceiverLinesFault(), "");
 }
 
 TEST_F(RepCurves, ReceiverLinesWithoutPairsHoldCountsOfZero) {
