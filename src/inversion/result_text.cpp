@@ -2,6 +2,7 @@
 #include "inversion/result_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int kPlaneWaves = 2;
 constexpr long kNoFileDialog = -1;
+constexpr double kSameAbscissa = 1e-9;  // relative
 
 /// An entry of a record, with its counters held against the tables.
 struct StoredEntry {
@@ -74,10 +76,19 @@ double At(const std::vector<double>& v, int i) {
   return i >= 0 && static_cast<std::size_t>(i) < v.size() ? v[static_cast<std::size_t>(i)] : 0.0;
 }
 
-/// Observed velocity at a place of the curves.
-double Observed(const StoredEntry& e, bool global, int at) {
-  if (e.index == 0) return At(global ? FModelParam.globalVel : FModelParam.vel, at);
-  return at <= e.record.vel.colHi() ? e.record.vel(0, at) : 0.0;
+bool SameAbscissa(double a, double b) {
+  return std::fabs(a - b) <= kSameAbscissa * std::fabs(a);
+}
+
+/// Measured velocity at a place of the curves, whichever entry is shown; 0 where the loaded curves have no
+/// such point.
+double Observed(const StoredEntry& e, bool global, int point, int at) {
+  const ModelRecord& m = FModelParam;
+  if (!global) return SameAbscissa(e.record.freq(e.entry, point), At(m.freq, point)) ? At(m.vel, at) : 0.0;
+  const bool same = TheoDispInfo.analysis == kPlaneWaves
+                        ? SameAbscissa(e.record.waveL(e.entry, point), At(m.globalWlen, point))
+                        : SameAbscissa(e.record.freq(e.entry, point), At(m.globalFreq, point));
+  return same ? At(m.globalVel, at) : 0.0;
 }
 
 double Ratio(double value, double by) {
@@ -88,7 +99,7 @@ void AppendPlaneWaveCurve(const StoredEntry& e, std::string& text) {
   text += "wavelength  freq(obs)   vel(obs)  freq(cal) vel(cal)   \n";
   for (int p = 0; p < e.Points(); ++p) {
     const double wavelength = e.record.waveL(e.entry, p), computed = e.record.vel(e.entry, p);
-    const double observed = Observed(e, true, p);
+    const double observed = Observed(e, true, p, p);
     text += FormatText("%11.5lf %11.5lf %11.5lf %11.5lf %11.5lf\n", wavelength, Ratio(observed, wavelength),
                        observed, Ratio(computed, wavelength), computed);
   }
@@ -99,7 +110,7 @@ void AppendPointLoadCurve(const StoredEntry& e, std::string& text) {
   for (int c = 0; c < e.Curves(); ++c) text += "wavel(cal) vel(cal)   ";
   text += "\n";
   for (int p = 0; p < e.Points(); ++p) {
-    const double frequency = e.record.freq(e.entry, p), observed = Observed(e, true, p);
+    const double frequency = e.record.freq(e.entry, p), observed = Observed(e, true, p, p);
     text += FormatText("%11.5lf %11.5lf %11.5lf %11.5lf %11.5lf\n", frequency, Ratio(observed, frequency),
                        observed, e.record.waveL(e.entry, p), e.record.vel(e.entry, p));
   }
@@ -113,7 +124,7 @@ void AppendArrayCurves(const StoredEntry& e, std::string& text) {
   for (int p = 0; p < e.Points(); ++p) {
     text += FormatText("%11.5lf ", e.record.freq(e.entry, p));
     for (int at = p * curves; at < (p + 1) * curves; ++at) {
-      const double observed = Observed(e, false, at), computed = e.record.vel(e.entry, at);
+      const double observed = Observed(e, false, p, at), computed = e.record.vel(e.entry, at);
       const bool empty = observed == 0.0 && computed == 0.0;
       text += empty ? kNoVelocities : FormatText("%11.5lf %11.5lf ", observed, computed);
     }
@@ -125,7 +136,7 @@ void AppendArrayCurves(const StoredEntry& e, std::string& text) {
   for (int p = 0; p < e.Points(); ++p) {
     const double frequency = e.record.freq(e.entry, p);
     for (int at = p * curves; at < (p + 1) * curves; ++at) {
-      const double observed = Observed(e, false, at), computed = e.record.vel(e.entry, at);
+      const double observed = Observed(e, false, p, at), computed = e.record.vel(e.entry, at);
       const bool empty = observed == 0.0 && computed == 0.0;
       text += empty ? kNoWavelengths
                     : FormatText("%11.5lf %11.5lf %11.5lf %11.5lf   ", Ratio(observed, frequency), observed,

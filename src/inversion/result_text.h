@@ -19,8 +19,8 @@ inline constexpr int kModelTable = 0, kProfileTable = 1, kCurveTable = 2, kResol
 /// @param type    kModelTable ... kResolutionTable; others append nothing
 /// @param index   entry as the lists have it: at or above 0 of InvParam, below 0 of SMPParam
 /// @param record  the record of that index; a record without the entry gives the head lines alone
-/// The observed columns of curves come from FModelParam for entry 0. Kept: for all others they are what entry
-/// 0 of the record holds, the curves computed for the given model.
+/// The observed columns of curves are the measured velocities of FModelParam for every entry, 0 where the
+/// curves there have no point at the frequency (plane waves: wavelength) of the entry's.
 void GetResultTextBox(int type, int index, std::string& text, const InvRecord& record);
 
 /// Puts the table chosen by SEL_RESULT, for the entry chosen in ITERNO (0 while that list is hidden), into
@@ -28,7 +28,8 @@ void GetResultTextBox(int type, int index, std::string& text, const InvRecord& r
 void PutTextResultsInBox();
 
 /// Saves all four tables of that entry. data -1: without a dialog, as "<project>_f.results" in the
-/// current folder, the project's file name going without its ".da"; otherwise under a name that is asked for. @return 0; -1 after a message
+/// current folder, the project's file name going without its ".da"; otherwise under a name that is asked for.
+/// @return 0; -1 after a message
 int SaveInvResultCallback(Panel panel, ControlId control, Event event, long data);
 
 /// A span of time, seconds, with the unit that suits it: "%.2lf sec", "%.2lf msec", "%.2lf usec".

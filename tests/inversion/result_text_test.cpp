@@ -171,7 +171,7 @@ TEST_F(ResultText, PointLoadCurveOfTheGivenModelHasTheMeasuredColumns) {
             "   20.00000     6.00000   120.00000     0.00000     0.00000\n");
 }
 
-TEST_F(ResultText, LaterEntriesShowTheGivenModelAsObserved) {
+TEST_F(ResultText, EveryEntryShowsTheMeasuredVelocitiesAsObserved) {
   SetPlainLayers(2);
   SetGlobalCurve(1);
   StartRun(kInversionRun, 2);
@@ -180,7 +180,36 @@ TEST_F(ResultText, LaterEntriesShowTheGivenModelAsObserved) {
   EXPECT_EQ(Text(kCurveTable, 1),
             "so far\n"
             "wavelength  freq(obs)   vel(obs)  freq(cal) vel(cal)   \n"
-            "   11.00000     9.00000    99.00000    10.00000   110.00000\n");
+            "   11.00000    10.00000   110.00000    10.00000   110.00000\n");
+  // A starting profile too, though its record has no entry 0.
+  ASSERT_EQ(FS_RefreshDspCurve(-2, Values({88.0}), 1.0), 0);
+  EXPECT_EQ(Text(kCurveTable, -2),
+            "so far\n"
+            "wavelength  freq(obs)   vel(obs)  freq(cal) vel(cal)   \n"
+            "   11.00000    10.00000   110.00000     8.00000    88.00000\n");
+}
+
+TEST_F(ResultText, ArrayCurvesOfAnIterationShowTheMeasuredVelocities) {
+  SetPlainLayers(2);
+  SetArrayCurves(2, 2, {100.0, 0.0, 110.0, 120.0});
+  StartRun(kInversionRun, 3);
+  ASSERT_EQ(FS_RefreshDspCurve(0, Values({101.0, 111.0, 121.0}), 1.5), 0);
+  ASSERT_EQ(FS_RefreshDspCurve(1, Values({102.0, 112.0, 122.0}), 1.5), 0);
+  EXPECT_NE(Text(kCurveTable, 1)
+                .find("    5.00000   100.00000   102.00000 -           -\n"
+                      "   10.00000   110.00000   112.00000   120.00000   122.00000 \n"),
+            std::string::npos)
+      << Text(kCurveTable, 1);
+}
+
+TEST_F(ResultText, OtherCurvesThanThoseOfTheEntryAreNotShownAsObserved) {
+  SetPlainLayers(2);
+  SetArrayCurves(1, 1, {100.0});
+  StartRun(kInversionRun, 3);
+  ASSERT_EQ(FS_RefreshDspCurve(0, Values({101.0}), 1.5), 0);
+  FModelParam.freq[0] = 7.0;  // loaded after the run
+  EXPECT_NE(Text(kCurveTable, 0).find("    5.00000     0.00000   101.00000 \n"), std::string::npos)
+      << Text(kCurveTable, 0);
 }
 
 TEST_F(ResultText, ArrayCurvesStandInTwoBlocks) {
