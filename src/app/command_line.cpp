@@ -31,10 +31,13 @@ constexpr const char* kHelp = R"(Sondera - analysis of surface-wave tests (SASW)
 Options
   --batch      never open a window
   --yes        answer questions with Yes; without it an unattended run answers No
+  --quiet      at the end of a script print doubts only, without summary and notes
+  --strict     end with status 3 when everything was done but something is doubtful
   --help       this text
   --version    the version
 
-The exit status is 0 when everything asked for was done, else 1, with the reason on standard error.
+The exit status is 0 when everything asked for was done, else 1, with the reason on standard error; with --strict
+it is 3 when everything was done and there are doubts.
 )";
 
 /// Messages shown by an action count as its failure.
@@ -109,6 +112,10 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.batch = true;
     else if (word == "--yes")
       line.assumeYes = true;
+    else if (word == "--quiet")
+      line.report.quiet = true;
+    else if (word == "--strict")
+      line.report.strict = true;
     else if (line.unknownOption.empty())
       line.unknownOption = word;
   }
@@ -141,12 +148,14 @@ int RunProgram(const std::vector<std::string>& words) {
     std::fputs((line.help ? HelpText() : VersionText()).c_str(), stdout);
     return 0;
   }
+  SetRunReportOptions(line.report);
   InstallConsole({line.assumeYes});
   StartSession();
   const int dispatched = DispatchCommandLine(line.arguments);
   const int status = RunUserInterface();
   FinishProgressLine();
-  return dispatched != 0 || status != 0 ? 1 : 0;
+  if (dispatched != 0) return kNotAllDone;
+  return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
 }
 
 }  // namespace sondera

@@ -4,12 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "app/run_report.h"
+
 namespace sondera {
 
 struct CommandLine {
   bool help = false, version = false;
   bool batch = false;      ///< never open a window
   bool assumeYes = false;  ///< answer questions with Yes
+  RunReportOptions report;
   std::string unknownOption;
   /// Program name and the arguments, options taken off: their number chooses the form.
   std::vector<std::string> arguments;
@@ -28,7 +31,8 @@ std::string VersionText();
 int DispatchCommandLine(const std::vector<std::string>& arguments);
 
 /// The program: session, dispatch, event loop, shutdown. The exit status: 0 for a finished script or a closed
-/// window, 1 for anything that stopped early.
+/// window, 1 for anything that was not done, 3 for a
+/// script that was done with doubts, when they count.
 int RunProgram(const std::vector<std::string>& words);
 
 }  // namespace sondera

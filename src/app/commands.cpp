@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "app/inversion_road.h"
+#include "app/run_report.h"
 #include "app/shutdown.h"
-#include "forward/sweep_state.h"
 #include "inversion/starting_model.h"
 #include "project/selection.h"
 #include "project/session.h"
@@ -72,6 +72,7 @@ class ScriptRun {
 
   int runCommand(const Command& command);
   int finish();
+  int stop();
 
   int runExport();
   void takeExportArguments();
@@ -124,7 +125,7 @@ int ScriptRun::run(TextReader& file) {
     if (!word) break;
     const int id = getCommandID(std::string(*word));
     for (const Command& command : kCommands)
-      if (command.id == id && runCommand(command) < 0) return -1;
+      if (command.id == id && runCommand(command) < 0) return stop();
     if (InterruptRequested()) {
       MessagePopup(session.appTitle, FormatText("Halted after line %d of the command file.", lineNumber_));
       failed_.push_back("halted");
@@ -151,17 +152,22 @@ int ScriptRun::runCommand(const Command& command) {
   return result;
 }
 
-/// Closes the program; says which commands failed, if any did.
+/// Ends the script early; the program stays open.
+int ScriptRun::stop() {
+  ReportRun(false);
+  return -1;
+}
+
+/// Closes the program; says what the run found, and which commands failed, if any did.
 int ScriptRun::finish() {
+  const bool isScript = lineNumber_ > 0, allDone = failed_.empty();
+  const int status = isScript ? ReportRun(allDone) : ReportFindings(allDone);
   if (!failed_.empty()) {
     std::string list;
     for (const std::string& f : failed_) list += (list.empty() ? "" : ", ") + f;
     std::fprintf(stderr, "sondera: not everything was done: %s.\n", list.c_str());
   }
-  // A number that its solver doubts must not go into a report unseen.
-  const std::string doubts = SweepReport();
-  if (!doubts.empty()) std::fprintf(stderr, "sondera: in the last analysis: %s.\n", doubts.c_str());
-  QuitApp(failed_.empty() ? 0 : 1);
+  QuitApp(status);
   return 0;
 }
 

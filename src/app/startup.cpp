@@ -8,6 +8,7 @@
 #include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
+#include "inversion/run_history.h"
 #include "project/measdb.h"
 #include "project/selection.h"
 #include "project/session.h"
@@ -16,6 +17,7 @@
 #include "runtime/graphs.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/panels/meassetup.h"
+#include "runtime/written_files.h"
 #include "signal/irf.h"
 #include "signal/rep_curves.h"
 #include "signal/signal_state.h"
@@ -68,6 +70,8 @@ void InitVariables() {
 void StartSession() {
   ResetEvents();
   ClearFindings();
+  ClearWrittenFiles();
+  ClearInversionHistories();
   ResetControls();
   ResetGraphs();
   ResetSession();

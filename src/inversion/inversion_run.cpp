@@ -17,6 +17,7 @@
 #include "inversion/result_entries.h"
 #include "inversion/result_files.h"
 #include "inversion/result_statistics.h"
+#include "inversion/run_history.h"
 #include "inversion/sensitivity.h"
 #include "numeric/svd.h"
 #include "project/session.h"
@@ -74,6 +75,7 @@ int Prepare() {
 /// Result of an iteration into its entry and the files.
 int Store(int iteration, const Evaluation& e) {
   if (FS_RefreshDspCurve(iteration, e.vel, e.rmsVel) < 0 || FS_RefreshModelPar(iteration) < 0) return -1;
+  NoteIteration(iteration, e.vel, e.rmsVel);
   FS_SaveDspCurve(iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp);
   FS_SaveModelPar(iteration, e.rmsVel, e.rmsAmp);
   FS_SaveProfile(iteration, e.rmsVel, e.rmsAmp);

@@ -13,6 +13,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/file_driver.h"
 #include "runtime/text_format.h"
+#include "runtime/written_files.h"
 
 namespace sondera {
 
@@ -35,7 +36,9 @@ bool ReportFile::Append() const {
     written = n > 0;
     if (written) at += static_cast<std::size_t>(n);
   }
-  return driver.close(fd) == 0 && written;
+  if (driver.close(fd) != 0 || !written) return false;
+  NoteWrittenFile(path_);
+  return true;
 }
 
 std::string ReportFile::Complaint() const {

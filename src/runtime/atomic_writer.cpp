@@ -17,6 +17,7 @@
 #include "runtime/file_driver.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
+#include "runtime/written_files.h"
 
 namespace sondera {
 namespace {
@@ -132,7 +133,10 @@ void AtomicWriter::Printf(const char* format, ...) {
 bool AtomicWriter::Commit(bool flushToDisk) {
   if (committed_ || !Ok()) return Ok();
   committed_ = Place(flushToDisk);
-  if (!committed_) Discard();
+  if (committed_)
+    NoteWrittenFile(path_);
+  else
+    Discard();
   return Ok();
 }
 

@@ -61,7 +61,7 @@ TEST_F(CommandScript, ClosingLineNamesPointsThatTheSolverDoubts) {
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(Run("* only a comment\n"), 0);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-            "sondera: in the last analysis: 2 points without a result: 3, (2,1).\n");
+            "doubt: in the last analysis: 2 points without a result: 3, (2,1)\n");
 }
 
 TEST_F(CommandScript, AStarBehindABlankIsAnUnknownCommandAndSkippedAllTheSame) {

@@ -112,7 +112,32 @@ TEST_F(Program, AFailedCommandGivesStatusOneAndAClosingLineWithItsName) {
   const Outcome o = Run("auto new site job.txt");
   EXPECT_EQ(o.status, 1);
   EXPECT_EQ(o.err,
-            "Sondera 4.1: Error in reading the file.\nsondera: not everything was done: line 1 import.\n");
+            "Sondera 4.1: Error in reading the file.\nfile: site.da\n"
+            "sondera: not everything was done: line 1 import.\n");
+}
+
+TEST_F(Program, StrictGivesDoubtsAStatusAndQuietLeavesThemAlone) {
+  std::string lines;
+  unsigned state = 1;  // random numbers for a transfer function
+  for (int i = 0; i <= 128; ++i) {
+    lines += std::to_string(0.5 * i);
+    for (int k = 0; k < 2; ++k) {
+      state = state * 1664525u + 1013904223u;
+      lines += " " + std::to_string((state >> 8) / 8388608.0 - 1.0);
+    }
+    lines += "\n";
+  }
+  Write("noise.hyx", lines);
+  Write("job.txt", "import noise noise 20 40\nmasking noise 0 400 180 90 40\n");
+  EXPECT_EQ(Run("auto new noise job.txt").status, 0);
+  EXPECT_EQ(Run("--strict auto new noise job.txt").status, 3);
+  const Outcome o = Run("--quiet --strict auto old noise.da job.txt --yes");
+  EXPECT_EQ(o.status, 3) << o.err;
+  EXPECT_NE(o.err.find("\ndoubt: noise[1:2]: the filter window keeps "), std::string::npos) << o.err;
+  for (const char* dropped : {"pair ", "file: ", "note: "})
+    EXPECT_EQ(o.err.find(dropped), std::string::npos) << o.err;
+  Write("bad.txt", "import none none 1 2\n");
+  EXPECT_EQ(Run("--strict auto old noise.da bad.txt").status, 1) << "not done comes before doubtful";
 }
 
 TEST_F(Program, AMissingProjectGivesStatusOne) {
@@ -130,7 +155,7 @@ TEST_F(Program, NewProjectOfAnOldNameKeepsTheOldOne) {
   ASSERT_EQ(Run("auto new oysand curve.txt").status, 0);
   const std::string first = Read("oysand.da");
   Write("nothing.txt", "import H21 other 20 40\nmasking other 0 400 180 90 40\n");
-  const Outcome o = Run("auto new oysand nothing.txt");
+  const Outcome o = Run("--quiet auto new oysand nothing.txt");
   EXPECT_EQ(o.status, 0) << o.err;
   EXPECT_EQ(o.err, "sondera: the former project is kept as oysand.da.former.\n");
   EXPECT_NE(Read("oysand.da"), first);

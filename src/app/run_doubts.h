@@ -1,0 +1,34 @@
+// run_doubts.h - holds what a run has left in the records against the table of limits
+// (runtime/doubt_limits.h) and reports what it finds as notes and doubts.
+//
+// Callers: the report at the end of an unattended run. Reads the records only; owns no state.
+#pragma once
+
+#include <vector>
+
+#include "inversion/run_history.h"
+#include "signal/pair_figures.h"
+
+namespace sondera {
+
+/// Window, coherence and reach of each pair; then how far pairs disagree.
+void DoubtPairs(const std::vector<PairFigures>& pairs, const std::vector<Disagreement>& disagreements);
+
+/// Fit, points, resolution and depth of the last inversion, whose profile is the last entry of InvParam.
+/// Nothing for a history without iterations.
+void DoubtInversion(const InversionHistory& history);
+
+/// Points of the last sweep of the solvers that it could not compute, or not well.
+void DoubtSweep();
+
+/// "m", "cm", "ft" or "in" by metres per unit.
+const char* UnitSign(double unit);
+
+/// Longest wavelength among the data of the last inversion, in units of length; 0 without one.
+double LongestObservedWavelength();
+/// Last iteration of the history as entry of InvParam, held to its tables; -1 without one.
+int LastEntry(const InversionHistory& history);
+/// Depth of the top of the half-space of an entry of InvParam.
+double HalfSpaceDepth(int entry);
+
+}  // namespace sondera

@@ -1,0 +1,32 @@
+// run_report.h - what an unattended run says at its end, on standard error, and the status it ends with.
+//
+// Lines of the summary begin with "pair ID REF CHANNEL:", "inversion:", "profile:" or "file:", those of the
+// findings with "note:" or "doubt:". Other programs read them, so the beginnings do not change.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sondera {
+
+struct RunReportOptions {
+  bool quiet = false;   ///< doubts only
+  bool strict = false;  ///< doubts change the status
+};
+/// Kept over StartSession(): they come from the command line.
+void SetRunReportOptions(const RunReportOptions& options);
+
+/// Statuses of an unattended run.
+inline constexpr int kAllDone = 0, kNotAllDone = 1, kDoneWithDoubts = 3;
+
+/// Summary of the present records, line by line, without findings.
+std::vector<std::string> RunSummary();
+
+/// Judges what the run left (run_doubts.h), prints summary and findings, and returns the status: kNotAllDone
+/// unless all was done; else kDoneWithDoubts where there are doubts and they count (strict, or doubtsCount).
+int ReportRun(bool allDone, bool doubtsCount = false);
+
+/// The same with the findings that are there, without summary and judgement: for a run that computes nothing.
+int ReportFindings(bool allDone, bool doubtsCount = false);
+
+}  // namespace sondera

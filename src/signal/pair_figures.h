@@ -1,0 +1,48 @@
+// pair_figures.h - what the curve of a receiver pair stands on, in figures: how much of it, how far its waves
+// reach, how much of the response and which coherence is behind it; and how well pairs agree.
+//
+// Callers: the summary at the end of an unattended run and its doubts. Owned state: none.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "project/measdb.h"
+
+namespace sondera {
+
+struct PairFigures {
+  std::string measID;
+  std::string label;             ///< "H21[1:2]", channels from 1
+  int refChan = 0, dspChan = 0;  ///< from 0
+  double unit = 1.0;             ///< metres per unit of length
+  int points = 0;
+  double freqFrom = 0.0, freqTo = 0.0;  ///< Hz
+  double longest = 0.0;                 ///< longest wavelength
+  double spacing = 0.0;                 ///< distance of the receivers
+  double srcToR1 = 0.0;                 ///< distance from the source to the nearer receiver
+  double windowShare = -1.0;  ///< energy of the filtered over that of the whole impulse response; -1: no
+                              ///< window is in use (original phase), or there is no response
+  double lowCoherence =
+      -1.0;       ///< share of the lines of the curve with a coherence below kDoubtLimits.coherence; -1:
+                  ///< not known (no auto spectra, or a single blow, where it is 1 by definition)
+  int noted = 0;  ///< points with wavelengths beyond kDoubtLimits.noteSpacings
+  int far = 0;    ///< points with wavelengths beyond either far limit
+};
+
+/// Figures of the included pairs of known measurements that have points, in the order of the list of pairs.
+std::vector<PairFigures> FiguresOfIncludedPairs();
+
+/// Where two curves are furthest apart.
+struct Disagreement {
+  std::string first, second;                                  ///< labels of the pairs
+  double wavelength = 0.0, velocity1 = 0.0, velocity2 = 0.0;  ///< m, m/s
+  double share = 0.0;                                         ///< difference over the mean of both
+};
+
+/// One entry for each two included pairs with a shared wavelength. Both curves are compared on a grid of
+/// wavelengths with steps of 5 %; there each is the straight line of velocity against ln wavelength through
+/// its points within 10 %, and only where it has points on both sides.
+std::vector<Disagreement> DisagreementsOfPairs();
+
+}  // namespace sondera
