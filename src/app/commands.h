@@ -12,8 +12,8 @@ namespace sondera {
 
 /// mode 1: text is one export line. Any other mode: text is the name of a script file in the current
 /// directory. 0 when the work came to its end and the program has been told to quit; -1 when it stopped early
-/// and the program stays open. The status it quits with is 1 when a command did not do its work, and a
-/// closing line on stderr names those that did not.
+/// and the program stays open. The status it quits with is that of the report at the end (run_report.h): 1
+/// when a command did not do its work, and a closing line on stderr names those that did not.
 int ProcessCommands(int mode, const std::string& text);
 
 /// The same for a script that is at hand as text.

@@ -2,7 +2,6 @@
 // doubtful, noise for which much is, and the statuses.
 #include "app/run_report.h"
 
-#include <complex>
 #include <functional>
 #include <random>
 #include <set>
@@ -10,7 +9,7 @@
 
 #include "app/app_fixture.h"
 #include "app/commands.h"
-#include "forward/plane_wave.h"
+#include "forward/synthetic_site.h"
 #include "inversion/run_history.h"
 #include "project/measdb.h"
 #include "project/selection.h"
@@ -28,37 +27,8 @@ using testing::AddMeasurement;
 using testing::MeasurementPlan;
 using testing::TestMeasurement;
 
-constexpr double kPi = 3.14159265358979323846;
 const std::string kRoad =
     "masking site 0 600 400 100 60\ncalcVel\npreInversion 1 0 2 0.5 4 2 3 4 100\ninversion\n";
-
-/// Phase velocity of plane waves over frequency, of a ground of four layers; straight lines between
-/// wavelengths that are 2 % apart.
-class Ground {
- public:
-  Ground() {
-    const double h[] = {0, 2, 3, 4, 100}, Vs[] = {0, 150, 200, 260, 330}, rho[] = {0, 1.8, 1.8, 1.8, 1.8},
-                 nu[] = {0, 0.3333, 0.3333, 0.3333, 0.3333};
-    const int n = 4, one = 1;
-    for (double L = 300.0; L > 0.3; L /= 1.02) {
-      const double wave[2] = {0.0, L};
-      double c[2] = {0.0, 0.0};
-      FS_SASW2D(&n, h, Vs, nullptr, nullptr, rho, nullptr, nu, &one, wave, c);
-      points_.emplace_back(c[1] / L, c[1]);
-    }
-  }
-  double Velocity(double f) const {
-    auto above = std::lower_bound(points_.begin(), points_.end(), std::make_pair(f, 0.0));
-    if (above == points_.begin()) return points_.front().second;
-    if (above == points_.end()) return points_.back().second;
-    const auto below = above - 1;
-    return below->second +
-           (above->second - below->second) * (f - below->first) / (above->first - below->first);
-  }
-
- private:
-  std::vector<std::pair<double, double>> points_;
-};
 
 class RunReport : public testing::AppTest {
  protected:
@@ -98,32 +68,18 @@ class RunReport : public testing::AppTest {
     }
   }
 
-  /// A blow on the ground, with every frequency of the band equally strong: the wave arrives with the phase
-  /// 2 pi f x / c and decays by 1 / sqrt(x).
-  static std::vector<double> Blow(const Ground& ground, const std::vector<double>& places) {
-    std::vector<double> all;
-    for (const double place : places) {
-      const double x = std::fabs(place);
-      for (int s = 0; s < kSamples; ++s) {
-        double sum = 0.0;
-        for (int i = 1; i < kLines; ++i) {
-          const double f = i / (kSamples * kStep);
-          sum += std::cos(2.0 * kPi * f * (s * kStep - x / ground.Velocity(f)));
-        }
-        all.push_back(sum / std::sqrt(x));
-      }
-    }
-    return all;
-  }
-  /// Averages of blows with noise of 1 % of the largest value.
+  /// Averages of blows at a synthetic site with noise of 1 %, measured from 0 on.
   void MeasureBlows(int blows, const std::vector<double>& places) {
-    const std::vector<double> quiet = Blow(Ground(), places);
-    std::mt19937 random(11);
-    std::normal_distribution<double> noise(0.0, 0.01 * *std::max_element(quiet.begin(), quiet.end()));
-    Measure(blows, [&](int) {
-      std::vector<double> blow = quiet;
-      for (double& v : blow) v += noise(random);
-      return blow;
+    SiteRecording recording;
+    recording.receivers = places;
+    recording.deltaT = kStep;
+    recording.nSamples = kSamples;
+    const SiteSimulator site{SyntheticSite{}};
+    Measure(blows, [&](int b) {
+      std::vector<double> all;
+      for (const std::vector<double>& trace : site.Record(recording, b))
+        all.insert(all.end(), trace.begin(), trace.end());
+      return all;
     });
   }
 
