@@ -2,7 +2,8 @@
 //
 // A script is a text file, one command a line; a line that begins with "*" is a comment; words are separated
 // by blanks, commas or tabs. Commands write settings and press buttons, nothing else. A line without a word
-// ends the script, as the end of the file does. docs/script.md has all commands with their arguments.
+// ends the script, as the end of the file does; at a read error or a zero byte it stops as a failure.
+// docs/script.md has all commands with their arguments.
 #pragma once
 
 #include <string>

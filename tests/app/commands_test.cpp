@@ -1,6 +1,7 @@
 // Tests of the command script: frame, tokens, shared variables, import and masking on the real record.
 #include "app/commands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -9,10 +10,14 @@
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/findings.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/loadtxdata.h"
 #include "runtime/panels/mainmenu.h"
+#include "runtime/panels/sasw.h"
+#include "support/failing_file_driver.h"
 
 namespace sondera {
 namespace {
@@ -157,11 +162,84 @@ TEST_F(CommandScript, MaskingByTimesUsesAllFourInLowPassToo) {
   EXPECT_EQ(pair->enT[4], 1.9);
 }
 
-TEST_F(CommandScript, MaskingOfAnUnknownIdWorksOnTheSelectedMeasurement) {
-  RunAndStay("import H31 H31 20 50\nmasking nobody 0 400 300 90 70");
+TEST_F(CommandScript, MaskingOfAnUnknownIdIsToldAndLeavesTheSelectedMeasurementAlone) {
+  RunAndStay("import H31 H31 20 50\nmasking H3l 0 400 300 90 70");
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"There is no measurement \"H3l\" in the project."});
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  EXPECT_TRUE(pair == nullptr || pair->nDispPoints == 0);
+  EXPECT_EQ(session.curMeasID, "H31");
+  StartSession();
+  session.projectFileName = folder.File("site.da");
+  EXPECT_EQ(Run("import H31 H31 20 50\nmasking H3l 0 400 300 90 70\n"), 1);
+}
+
+TEST_F(CommandScript, ArgumentsOfARefusedMaskingStayInForceAllTheSame) {
+  RunAndStay("import H31 H31 20 50\nmasking H3l 0 400 300 90 70\nmasking H31");
   const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
   ASSERT_NE(pair, nullptr);
   EXPECT_GT(pair->nDispPoints, 0);
+}
+
+TEST_F(CommandScript, AScriptThatCannotBeReadToItsEndIsAFailure) {
+  // Two reads of the reader's buffer: the second begins in the middle of a command.
+  constexpr std::size_t kBuffer = std::size_t{1} << 17;
+  std::string text;
+  while (text.size() + 24 < kBuffer) text += "* a comment\n";
+  text.resize(kBuffer - 11, '*');
+  const long lines = std::count(text.begin(), text.end(), '\n') + 2;
+  text += "\nimport H31 half 20 50\n";
+  Write("job.txt", text);
+  ResetEvents();
+  const test::FailingFileDriver driver({.failRead = 2, .everAfter = true});
+  EXPECT_EQ(ProcessCommands(0, "job.txt"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{
+                FormatText("The command file cannot be read behind line %ld; the rest is not run.", lines)});
+  EXPECT_EQ(GetKeyFromID("ProjID", ""), -1) << "half a command is not run";
+}
+
+TEST_F(CommandScript, AReadThatFailsBetweenTwoLinesIsAFailureToo) {
+  std::string text((std::size_t{1} << 17) - 1, '*');
+  Write("job.txt", text + "\nimport H31 never 20 50\n");
+  ResetEvents();
+  const test::FailingFileDriver driver({.failRead = 2, .everAfter = true});
+  EXPECT_EQ(ProcessCommands(0, "job.txt"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"The command file cannot be read behind line 1; the rest is not run."});
+}
+
+TEST_F(CommandScript, AFolderInPlaceOfAScriptIsRefused) {
+  std::filesystem::create_directory(folder.File("jobs"));
+  EXPECT_EQ(ProcessCommands(0, "jobs"), -1);
+  ASSERT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_TRUE(frontEnd.messages[0].ends_with("it is a folder")) << frontEnd.messages[0];
+}
+
+TEST_F(CommandScript, AZeroByteIsNoEndOfAScript) {
+  const std::string zero(1, '\0');
+  for (const std::string& line :
+       {zero, "* comment" + zero, "import H31 " + zero + " 20 50", zero + "calcVel"}) {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    frontEnd.messages.clear();
+    EXPECT_EQ(Run("* one\n" + line + "\nimport H31 behind 20 50\n"), 1);
+    EXPECT_EQ(frontEnd.messages,
+              std::vector<std::string>{
+                  "The command file holds a zero byte in line 2; it is not run from there on."});
+    EXPECT_EQ(GetKeyFromID("ProjID", "behind"), -1);
+  }
+}
+
+TEST_F(CommandScript, CommandsBehindAnEmptyLineAreNoted) {
+  EXPECT_EQ(Run("* one\n\nimport H31 a 20 50\n* comment\n\ncalcVel\n"), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_EQ(Findings()[0].kind, FindingKind::Note);
+  EXPECT_EQ(Findings()[0].text, "the script ended at line 2, which is empty; lines with a word behind it: 2");
+  StartSession();
+  EXPECT_EQ(Run("* one\n\n\n* the end\n"), 0);
+  EXPECT_TRUE(Findings().empty());
 }
 
 TEST_F(CommandScript, MaskingWithAnEmptyListStopsAndLeavesTheProgramOpen) {
@@ -211,6 +289,12 @@ class Export : public CommandScript {
   /// The example's measurement with its curve, selected.
   void SetUp() override {
     CommandScript::SetUp();
+    StartSessionWithH31();
+  }
+  void StartSessionWithH31() {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    frontEnd.messages.clear();
     RunAndStay("import H31 H31 20 50\nmasking H31 0 400 300 90 70");
     ResetEvents();
   }
@@ -236,9 +320,9 @@ TEST_F(Export, OneLineWritesTheFourFilesOfThePairAndQuits) {
 }
 
 TEST_F(Export, InAScriptTheNextLineFollows) {
-  RunAndStay("export out H31 1 2 3\nexport coh H31 1 2 8");
+  RunAndStay("export out H31 1 2 3\nexport ir H31 1 2 9");
   ExpectPairFiles("out");
-  EXPECT_EQ(RowsOf(folder.File("coh.coh")).size(), 1024u);
+  EXPECT_EQ(RowsOf(folder.File("ir.ir")).size(), 2048u);
   EXPECT_TRUE(frontEnd.messages.empty());
 }
 
@@ -249,9 +333,56 @@ TEST_F(Export, FilesThatExistAreOverwrittenWithoutAQuestion) {
   EXPECT_TRUE(frontEnd.questions.empty());
 }
 
-TEST_F(Export, AnUnknownIdLeavesTheSelectionAsItIs) {
-  RunAndStay("export out nobody 1 2 3");
-  ExpectPairFiles("out");
+TEST_F(Export, AnUnknownIdIsToldAndLeavesTheFilesThatExist) {
+  Write("out.hyx", "a good file");
+  EXPECT_EQ(Run("export out nobody 1 2 3\n"), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"There is no measurement \"nobody\" in the project."});
+  EXPECT_EQ(test::ReadWhole(folder.File("out.hyx")), "a good file");
+  EXPECT_FALSE(Exists("out.TFp"));
+}
+
+TEST_F(Export, ASingleLineOfAnUnknownIdEndsWithStatusOne) {
+  EXPECT_EQ(ProcessCommands(1, "out nobody 1 2 3"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_FALSE(Exists("out.TFp"));
+}
+
+TEST_F(Export, WhatATransferFunctionDoesNotHoldIsToldAndNotWritten) {
+  const struct {
+    int type;
+    const char *missing, *file;
+  } cases[] = {{0, "time records", "out.tim"},  {1, "linear spectra", "out.Hp"},
+               {2, "linear spectra", "out.Ha"}, {5, "power spectra", "out.Gxx"},
+               {6, "power spectra", "out.Gp"},  {7, "power spectra", "out.gyx"},
+               {8, "power spectra", "out.coh"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.type);
+    Write(c.file, "a good file");
+    frontEnd.messages.clear();
+    ResetEvents();
+    EXPECT_EQ(ProcessCommands(1, FormatText("out H31 1 2 %d", c.type)), 0);
+    EXPECT_EQ(RunUserInterface(), 1);
+    EXPECT_EQ(frontEnd.messages,
+              std::vector<std::string>{std::string("The measurement H31 has no ") + c.missing +
+                                       ": there is nothing to write for this display."});
+    EXPECT_EQ(test::ReadWhole(folder.File(c.file)), "a good file");
+    StartSessionWithH31();
+  }
+}
+
+TEST_F(Export, TheMenuItemRefusesWhatWasNeverMeasuredBeforeItAsksForAName) {
+  ASSERT_TRUE(SetCtrlIndex(sasw::DISPATYPE, 8));
+  EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_A), -1);
+  EXPECT_TRUE(frontEnd.files.empty());
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+}
+
+TEST_F(Export, ChannelNumbersAtTheEndsOfTheirRangeAreRefused) {
+  EXPECT_EQ(Run("export out H31 -99999999999 2 3\nexport out H31 1 99999999999 3\nexport out H31 1 -1 3\n"),
+            1);
+  EXPECT_EQ(frontEnd.messages.size(), 3u);
+  EXPECT_FALSE(Exists("out.TFp"));
 }
 
 TEST_F(Export, ChannelsAndTypesThatDoNotExistWriteNothingAndSaySo) {
@@ -282,6 +413,7 @@ TEST_F(Export, TheMenuItemsAskForAName) {
   ASSERT_EQ(frontEnd.files.size(), 1u);
   EXPECT_EQ(frontEnd.files[0].title, "Save the Data on Display A");
   ExpectPairFiles("menu");
+  ASSERT_TRUE(SetCtrlIndex(sasw::DISPBTYPE, 3));
   EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_B), -1) << "cancelled";
   EXPECT_EQ(frontEnd.files[1].title, "Save the Data on Display B");
 }
