@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <sstream>
 
 #include "app/app_fixture.h"
@@ -105,7 +106,9 @@ TEST_F(CommandScript, ImportReadsTheRecordBehindTheInitialOne) {
 
 TEST_F(CommandScript, AMissingDataFileFailsTheRunWhichGoesOn) {
   EXPECT_EQ(Run("import none none 20 50\n* after it\n"), 1);
-  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Error in reading the file."});
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"Error in reading the file.\nCannot read " + folder.File("none.hyx") +
+                                     ": No such file or directory"});
 }
 
 TEST_F(CommandScript, BadLocationsFailTheRun) {
@@ -416,6 +419,71 @@ TEST_F(Export, TheMenuItemsAskForAName) {
   ASSERT_TRUE(SetCtrlIndex(sasw::DISPBTYPE, 3));
   EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_B), -1) << "cancelled";
   EXPECT_EQ(frontEnd.files[1].title, "Save the Data on Display B");
+}
+
+/// A ground whose waves go at 240 m/s at low frequencies and at 140 m/s at high ones.
+double PhaseVelocity(double f) {
+  return 140.0 + 100.0 / (1.0 + f / 17.1);
+}
+
+/// The transfer function of two receivers 20 m apart on it, from a frequency on.
+std::string ComputedRecord(double from) {
+  constexpr double kStep = 0.25, kSpacing = 20.0;
+  std::string text;
+  for (int i = static_cast<int>(std::lround(from / kStep)); i < 512; ++i) {
+    const double f = i * kStep, phase = 2.0 * std::numbers::pi * f * kSpacing / PhaseVelocity(f);
+    text += FormatText("%.4f %.9f %.9f\n", f, std::cos(phase), -std::sin(phase));
+  }
+  return text;
+}
+
+class LowLines : public CommandScript {
+ protected:
+  /// Velocity of the pair's curve at a frequency, from the phase without a window.
+  double VelocityAt(const std::string& id, double f) {
+    SetCtrlVal(sasw::DISPCURV_OPTION, 0);
+    EXPECT_EQ(Commit(sasw::MASKINGCALCDISP), 0);
+    const PMeasInfo* p = FindPair(GetKeyFromID("ProjID", id), 0, 1);
+    for (int k = 0; p && k < p->nDispPoints; ++k)
+      if (std::fabs(p->dispFreq[static_cast<std::size_t>(k)] - f) < 0.01)
+        return p->dispVel[static_cast<std::size_t>(k)];
+    return 0.0;
+  }
+  void Import(const std::string& id, double from) {
+    Write(id + ".hyx", ComputedRecord(from));
+    RunAndStay("import " + id + " " + id + " 20 40\nmasking " + id + " 0 400 300 90 70");
+    ResetEvents();
+  }
+  /// Doubts about a band in the list.
+  int DoubtsOfBand() {
+    return static_cast<int>(std::count_if(Findings().begin(), Findings().end(), [](const Finding& f) {
+      return f.kind == FindingKind::Doubt &&
+             f.text.find("begins at 6 Hz: cycles below 6 Hz cannot be counted") != std::string::npos;
+    }));
+  }
+};
+
+TEST_F(LowLines, ACutAtSixHertzTakesACycleAndTurns181Into286MetresPerSecond) {
+  constexpr double kFrequency = 24.5;
+  ASSERT_NEAR(PhaseVelocity(kFrequency), 181.1, 0.1);
+  Import("whole", 0.0);
+  EXPECT_NEAR(VelocityAt("whole", kFrequency), PhaseVelocity(kFrequency), 0.5);
+  EXPECT_EQ(DoubtsOfBand(), 0);
+  Import("cut", 6.0);
+  EXPECT_NEAR(VelocityAt("cut", kFrequency), 287.0, 1.5) << "one cycle of 2.71 is missing";
+  EXPECT_EQ(DoubtsOfBand(), 1);
+}
+
+TEST_F(LowLines, AMaskOverTheCutGivesTheCycleBackAndTakesTheDoubtAway) {
+  Import("cut", 6.0);
+  ClearFindings();
+  SetCtrlIndex(sasw::TRACE_ONOFF, 0);
+  SetCtrlVal(sasw::MASKING_FREQINIT, 0.0);
+  SetCtrlVal(sasw::MASKING_FREQFINAL, 8.0);
+  SetCtrlVal(sasw::MASKING_JUMPNO, 1);
+  ASSERT_EQ(Commit(sasw::MASKINGNEW), 0);
+  EXPECT_NEAR(VelocityAt("cut", 24.5), PhaseVelocity(24.5), 0.5);
+  EXPECT_EQ(DoubtsOfBand(), 0);
 }
 
 TEST_F(CommandScript, ALineThatIsTooLongIsRefusedWhole) {
