@@ -131,9 +131,9 @@ TEST_F(Program, AFailedCommandGivesStatusOneAndAClosingLineWithItsName) {
   Write("job.txt", "import none none 20 50\n");
   const Outcome o = Run("auto new site job.txt");
   EXPECT_EQ(o.status, 1);
-  EXPECT_EQ(o.err,
-            "Sondera 4.1: Error in reading the file.\nfile: site.da\n"
-            "sondera: not everything was done: line 1 import.\n");
+  EXPECT_EQ(o.err, "Sondera 4.1: Error in reading the file.\nCannot read " + folder.File("none.hyx") +
+                       ": No such file or directory\nfile: site.da\n"
+                       "sondera: not everything was done: line 1 import.\n");
 }
 
 TEST_F(Program, StrictGivesDoubtsAStatusAndQuietLeavesThemAlone) {
