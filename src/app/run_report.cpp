@@ -81,7 +81,8 @@ void AddProfile(const InversionHistory& history, std::vector<std::string>& lines
   if (entry < 0) return;
   const char* unit = UnitSign(session.lengthUnit);
   lines.push_back(
-      FormatText("profile: layer  from %s    to %s  Vs %s/s   lower   upper  resolution", unit, unit, unit));
+      FormatText("profile: layer  from %s    to %s  Vs %s/s   lower   upper  resolution (iteration %d)", unit,
+                 unit, unit, entry));
   double top = 0.0;
   const int n = std::min(InvParam.nLayers, InvParam.Vs.colHi() + 1);
   for (int l = 0; l < n; ++l) {

@@ -76,7 +76,7 @@ int Prepare() {
 /// Result of an iteration into its entry and the files.
 int Store(int iteration, const Evaluation& e) {
   if (FS_RefreshDspCurve(iteration, e.vel, e.rmsVel) < 0 || FS_RefreshModelPar(iteration) < 0) return -1;
-  NoteIteration(iteration, e.vel, e.rmsVel);
+  if (!e.halted) NoteIteration(iteration, e.vel, e.rmsVel);
   FS_SaveDspCurve(iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp);
   FS_SaveModelPar(iteration, e.rmsVel, e.rmsAmp);
   FS_SaveProfile(iteration, e.rmsVel, e.rmsAmp);

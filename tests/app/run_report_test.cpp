@@ -44,8 +44,8 @@ class RunReport : public testing::AppTest {
     AppTest::TearDown();
   }
 
-  /// A measurement "site" with receivers at the given places and the source at 0, on display.
-  TestMeasurement AddSite(const std::vector<double>& places, const char* id = "site") {
+  /// A measurement with receivers and source at the given places, on display.
+  TestMeasurement AddSite(const std::vector<double>& places, const char* id = "site", double source = 0.0) {
     MeasurementPlan plan;
     plan.measID = id;
     plan.nChannels = static_cast<int>(places.size());
@@ -53,6 +53,7 @@ class RunReport : public testing::AppTest {
     plan.deltaT = kStep;
     const TestMeasurement m = AddMeasurement(plan);
     m.setup->recLoc = places;
+    m.setup->srcLoc = source;
     FillMeasIDListBox(Panel::SASW, m.projID);
     FillMeasIDListBox(Panel::MEASPANEL, m.projID);
     testing::SelectPair(m, 0, 1);
@@ -69,8 +70,9 @@ class RunReport : public testing::AppTest {
   }
 
   /// Averages of blows at a synthetic site with noise of 1 %, measured from 0 on.
-  void MeasureBlows(int blows, const std::vector<double>& places) {
+  void MeasureBlows(int blows, const std::vector<double>& places, double source = 0.0) {
     SiteRecording recording;
+    recording.source = source;
     recording.receivers = places;
     recording.deltaT = kStep;
     recording.nSamples = kSamples;
@@ -213,6 +215,39 @@ TEST_F(RunReport, ALineShotInReverseGivesTheSameProfileToTheDigit) {
   const std::string forward = results(1.0);
   EXPECT_GT(forward.size(), 1000u);
   EXPECT_EQ(forward, results(-1.0));
+}
+
+TEST_F(RunReport, AForwardAndAReverseShotAreInvertedTogether) {
+  const auto results = [&](const std::vector<double>& places, double source) {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    AddSite({8.0, 16.0}, "forward");
+    MeasureBlows(3, {8.0, 16.0});
+    AddSite(places, "second", source);
+    MeasureBlows(3, places, source);
+    EXPECT_EQ(Run("masking forward 0 600 400 100 60\nmasking second\ncalcVel\n"
+                  "preInversion 1 0 2 0.5 4 2 3 4 100\ninversion\n"),
+              kAllDone)
+        << printed;
+    EXPECT_EQ(LinesWith("pair ").size(), 2u);
+    return test::ReadWhole(folder.File("site_f.results")) + test::ReadWhole(folder.File("ProjID.fdp"));
+  };
+  const std::string twice = results({8.0, 16.0}, 0.0);
+  EXPECT_GT(twice.size(), 1000u);
+  EXPECT_EQ(twice, results({16.0, 8.0}, 24.0));
+}
+
+TEST_F(RunReport, ANewSessionBeginsWithNothingToReport) {
+  AddSite({8.0, 16.0});
+  MeasureBlows(1, {8.0, 16.0});
+  ASSERT_EQ(Run(kRoad), kAllDone);
+  EXPECT_FALSE(InversionHistories().empty());
+  EXPECT_FALSE(WrittenFiles().empty());
+  EXPECT_FALSE(Findings().empty());
+  StartSession();
+  EXPECT_TRUE(InversionHistories().empty());
+  EXPECT_TRUE(WrittenFiles().empty());
+  EXPECT_TRUE(Findings().empty());
 }
 
 }  // namespace
