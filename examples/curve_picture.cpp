@@ -1,13 +1,13 @@
 // curve_picture.cpp - draws the dispersion curves of a project's pairs as an SVG picture.
-//   curve_picture <file.da> <picture.svg> <title> [<published curve>]
+//   curve_picture <file.da> <picture.svg> <title> [<known curve>]
 #include <algorithm>
 #include <cstdio>
 
 #include "app/console.h"
 #include "app/startup.h"
+#include "curve_plot.h"
 #include "curve_report.h"
 #include "project/project_file.h"
-#include "svg_plot.h"
 
 namespace {
 
@@ -30,23 +30,24 @@ SvgSeries Series(const std::string& label, const std::string& color, const std::
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fputs("curve_picture <file.da> <picture.svg> <title> [<published curve>]\n", stderr);
+    std::fputs("curve_picture <file.da> <picture.svg> <title> [<known curve>]\n", stderr);
     return 1;
   }
   InstallConsole({});
   StartSession();
   OpenFileProc(argv[1]);
 
-  SvgPlot plot(argv[3], {"Wavelength, m", 1.5, 40.0, 0.0, true}, {"Phase velocity, m/s", 80.0, 240.0, 20.0});
-  std::size_t color = 0;
-  for (const PMeasInfo& pair : MeasDB.pMeasList)
-    if (pair.nDispPoints > 0)
-      plot.add(Series(PairLabel(pair), kColors[color++ % std::size(kColors)], PointsOf(pair)));
-  if (argc > 4) {
-    SvgSeries published = Series("published site curve", "black", ReadPublished(argv[4]));
-    published.line = true;
-    plot.add(std::move(published));
+  std::vector<SvgSeries> pairs;
+  std::vector<CurvePoint> all;
+  for (const PMeasInfo& pair : MeasDB.pMeasList) {
+    if (pair.nDispPoints <= 0) continue;
+    const std::vector<CurvePoint> points = PointsOf(pair);
+    all.insert(all.end(), points.begin(), points.end());
+    pairs.push_back(Series(PairLabel(pair), kColors[pairs.size() % std::size(kColors)], points));
   }
+  SvgPlot plot = CurvePlot(argv[3], all);
+  for (SvgSeries& s : pairs) plot.add(std::move(s));
+  if (argc > 4) plot.add(KnownCurve("known curve", ReadCurve(argv[4]), all));
   if (!plot.write(argv[2])) {
     std::fprintf(stderr, "curve_picture: cannot write %s\n", argv[2]);
     return 1;

@@ -17,14 +17,14 @@ struct CurvePoint {
   double frequency, wavelength, velocity;
 };
 
-/// Points of a pair's curve; of a published curve (frequency, velocity, half width, wavelength, ...).
+/// Points of a pair's curve; of a curve in a file (frequency, velocity, half width, wavelength, ...).
 inline std::vector<CurvePoint> PointsOf(const PMeasInfo& pair) {
   std::vector<CurvePoint> points;
   for (std::size_t i = 0; i < static_cast<std::size_t>(pair.nDispPoints); ++i)
     points.push_back({pair.dispFreq[i], pair.dispWlen[i], pair.dispVel[i]});
   return points;
 }
-inline std::vector<CurvePoint> ReadPublished(const std::string& path) {
+inline std::vector<CurvePoint> ReadCurve(const std::string& path) {
   std::vector<CurvePoint> points;
   std::ifstream in(path);
   for (std::string line; std::getline(in, line);) {
@@ -51,7 +51,7 @@ inline double VelocityAt(const std::vector<CurvePoint>& curve, double wavelength
   return Median(near);
 }
 
-/// Velocity of a published curve at a wavelength, by linear interpolation; 0 outside it.
+/// Velocity of a known curve at a wavelength, by linear interpolation; 0 outside it.
 inline double Interpolate(const std::vector<CurvePoint>& curve, double wavelength) {
   for (std::size_t i = 1; i < curve.size(); ++i) {
     const CurvePoint &a = curve[i - 1], &b = curve[i];
@@ -62,19 +62,19 @@ inline double Interpolate(const std::vector<CurvePoint>& curve, double wavelengt
   return 0.0;
 }
 
-/// Median of the ratio of a curve to a published one (frequency ascending) over the lines that the latter
+/// Median of the ratio of a curve to a known one (frequency ascending) over the lines that the latter
 /// covers.
-inline double MedianRatio(const std::vector<CurvePoint>& curve, const std::vector<CurvePoint>& published) {
+inline double MedianRatio(const std::vector<CurvePoint>& curve, const std::vector<CurvePoint>& known) {
   std::vector<double> ratios;
   for (const CurvePoint& p : curve) {
-    if (p.frequency < published.front().frequency || p.frequency > published.back().frequency) continue;
-    const double v = Interpolate(published, p.wavelength);
+    if (p.frequency < known.front().frequency || p.frequency > known.back().frequency) continue;
+    const double v = Interpolate(known, p.wavelength);
     if (v > 0.0) ratios.push_back(p.velocity / v);
   }
   return Median(ratios);
 }
 
-inline constexpr double kTableWavelengths[] = {4, 5, 6, 8, 10, 12, 15, 18, 20, 25, 30};
+inline constexpr double kTableWavelengths[] = {3, 4, 5, 6, 8, 10, 12, 15, 20, 25, 30, 40};
 
 inline void PrintTableHead() {
   std::printf("%-22s %6s ", "velocity, m/s, at", "points");
@@ -82,10 +82,10 @@ inline void PrintTableHead() {
   std::printf("  ratio\n");
 }
 
-/// One row: velocity at the wavelengths of the head, then the median ratio to a published curve when there is
+/// One row: velocity at the wavelengths of the head, then the median ratio to a known curve when there is
 /// one.
 inline void PrintTableRow(const std::string& label, const std::vector<CurvePoint>& curve,
-                          const std::vector<CurvePoint>& published) {
+                          const std::vector<CurvePoint>& known) {
   std::printf("%-22s %6zu ", label.c_str(), curve.size());
   for (double w : kTableWavelengths) {
     const double v = VelocityAt(curve, w);
@@ -94,7 +94,7 @@ inline void PrintTableRow(const std::string& label, const std::vector<CurvePoint
     else
       std::printf("      -");
   }
-  if (!published.empty() && &published != &curve) std::printf("  %5.3f", MedianRatio(curve, published));
+  if (!known.empty() && &known != &curve) std::printf("  %5.3f", MedianRatio(curve, known));
   std::printf("\n");
 }
 

@@ -1,12 +1,13 @@
 // inversion_result.cpp - what an inversion found, from the text files that it left: RMS by iteration, profile
-// with its band, and on request two pictures.
-//   inversion_result <base name of the files> [<picture base name> <title>]
+// with its band, and on request two pictures. Where the ground is known, it stands beside what was found.
+//   inversion_result <base name of the files> [<picture base name> <title> [<folder with the truth>]]
+// The folder holds true_layers.txt and true_curve.txt, as make_records writes them.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 
+#include "curve_plot.h"
 #include "result_files.h"
-#include "svg_plot.h"
 
 namespace {
 
@@ -23,8 +24,20 @@ void PrintRms(const std::vector<IterationBlock>& blocks) {
                 best->number);
 }
 
-void PrintProfile(const IterationBlock& last) {
-  std::printf("  %-16s %8s   %-16s %s\n", "depth, m", "Vs, m/s", "95 % band", "resolution");
+/// Mean Vs of the known ground between two depths, by the travel time; the half-space goes on for ever.
+double TrueVs(const std::vector<LayerLine>& truth, double top, double bottom) {
+  double time = 0.0;
+  for (std::size_t i = 0; i < truth.size(); ++i) {
+    const double end = i + 1 < truth.size() ? truth[i].depth + truth[i].thickness : bottom;
+    const double part = std::min(end, bottom) - std::max(truth[i].depth, top);
+    if (part > 0.0) time += part / truth[i].Vs;
+  }
+  return (bottom - top) / time;
+}
+
+void PrintProfile(const IterationBlock& last, const std::vector<LayerLine>& truth) {
+  std::printf("  %-16s %8s   %-16s %s%s\n", "depth, m", "Vs, m/s", "95 % band", "resolution",
+              truth.empty() ? "" : "   true Vs");
   for (std::size_t i = 0; i < last.layers.size(); ++i) {
     const LayerLine& l = last.layers[i];
     char depth[32], band[32];
@@ -34,7 +47,10 @@ void PrintProfile(const IterationBlock& last) {
       std::snprintf(depth, sizeof depth, "below %.1f", l.depth);
     }
     std::snprintf(band, sizeof band, "%.0f to %.0f", l.lower, l.upper);
-    std::printf("  %-16s %8.1f   %-16s %.2f\n", depth, l.Vs, band, l.resolution);
+    std::printf("  %-16s %8.1f   %-16s %-10.2f", depth, l.Vs, band, l.resolution);
+    const double bottom = i + 1 < last.layers.size() ? l.depth + l.thickness : l.depth + 1.0;
+    if (!truth.empty()) std::printf("   %.0f", TrueVs(truth, l.depth, bottom));
+    std::printf("\n");
   }
 }
 
@@ -50,12 +66,8 @@ SvgSeries Stairs(const std::string& label, const std::string& color, bool dashed
   return s;
 }
 
-double RoundUp(double value, double step) {
-  return step * std::ceil(value / step);
-}
-
 bool DrawProfilePicture(const std::string& path, const std::string& title,
-                        const std::vector<IterationBlock>& blocks) {
+                        const std::vector<IterationBlock>& blocks, const std::vector<LayerLine>& truth) {
   const IterationBlock& last = blocks.back();
   const double end = std::max(1.0, 1.25 * last.layers.back().depth);
   double most = 0.0;
@@ -66,6 +78,7 @@ bool DrawProfilePicture(const std::string& path, const std::string& title,
   plot.add(Stairs("95 % band", "#1f77b4", true, last.layers, &LayerLine::lower, end));
   plot.add(Stairs("", "#1f77b4", true, last.layers, &LayerLine::upper, end));
   plot.add(Stairs("last iteration", "#1f77b4", false, last.layers, &LayerLine::Vs, end));
+  if (!truth.empty()) plot.add(Stairs("the ground", "black", false, truth, &LayerLine::Vs, end));
   return plot.write(path);
 }
 
@@ -79,30 +92,23 @@ SvgSeries Dots(const std::string& label, const std::string& color, const std::ve
 }
 
 bool DrawCurvePicture(const std::string& path, const std::string& title,
-                      const std::vector<IterationBlock>& blocks) {
+                      const std::vector<IterationBlock>& blocks, const std::vector<CurvePoint>& truth) {
   const IterationBlock& last = blocks.back();
-  double shortest = 1e30, longest = 0.0, least = 1e30, most = 0.0;
-  for (const auto* points : {&last.observed, &last.computed}) {
-    for (const CurvePoint& p : *points) {
-      shortest = std::min(shortest, p.wavelength);
-      longest = std::max(longest, p.wavelength);
-      least = std::min(least, p.velocity);
-      most = std::max(most, p.velocity);
-    }
-  }
-  SvgPlot plot(title, {"Wavelength, m", 0.9 * shortest, 1.1 * longest, 0.0, true},
-               {"Phase velocity, m/s", std::max(0.0, RoundUp(0.9 * least - 20.0, 20.0)),
-                RoundUp(1.15 * most, 20.0), 20.0});
+  std::vector<CurvePoint> all = last.observed;
+  all.insert(all.end(), last.computed.begin(), last.computed.end());
+  SvgPlot plot = CurvePlot(title, all);
   plot.add(Dots("measured", "#ff7f0e", last.observed));
   plot.add(Dots("computed", "#1f77b4", last.computed));
+  if (!truth.empty()) plot.add(KnownCurve("the ground's own", truth, all));
   return plot.write(path);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2 && argc != 4) {
-    std::fputs("inversion_result <base name> [<picture base name> <title>]\n", stderr);
+  if (argc != 2 && argc != 4 && argc != 5) {
+    std::fputs("inversion_result <base name> [<picture base name> <title> [<folder with the truth>]]\n",
+               stderr);
     return 1;
   }
   const std::vector<IterationBlock> blocks = ReadRun(argv[1]);
@@ -114,13 +120,23 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "inversion_result: no iteration was finished in %s.fmp\n", argv[1]);
     return 1;
   }
+  std::vector<LayerLine> truth;
+  std::vector<CurvePoint> trueCurve;
+  if (argc == 5) {
+    truth = ReadLayers(std::string(argv[4]) + "/true_layers.txt");
+    trueCurve = ReadCurve(std::string(argv[4]) + "/true_curve.txt");
+    if (truth.empty() || trueCurve.empty()) {
+      std::fprintf(stderr, "inversion_result: there is no truth about the ground in %s\n", argv[4]);
+      return 1;
+    }
+  }
   PrintRms(blocks);
-  PrintProfile(blocks.back());
+  PrintProfile(blocks.back(), truth);
   if (argc == 2) return 0;
   const std::string base = argv[2], title = argv[3];
-  if (!DrawProfilePicture(base + "_profile.svg", title + ": profile", blocks) ||
+  if (!DrawProfilePicture(base + "_profile.svg", title + ": profile", blocks, truth) ||
       (!blocks.back().observed.empty() &&
-       !DrawCurvePicture(base + "_fit.svg", title + ": measured and computed curve", blocks))) {
+       !DrawCurvePicture(base + "_fit.svg", title + ": measured and computed curve", blocks, trueCurve))) {
     std::fprintf(stderr, "inversion_result: cannot write the pictures %s_*.svg\n", argv[2]);
     return 1;
   }

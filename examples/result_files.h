@@ -58,6 +58,17 @@ inline std::vector<IterationBlock> ReadModels(const std::string& base) {
   return blocks;
 }
 
+/// Layers of a text table: depth of the top, thickness, Vs. Lines that begin with # are skipped.
+inline std::vector<LayerLine> ReadLayers(const std::string& path) {
+  std::vector<LayerLine> layers;
+  std::ifstream in(path);
+  for (std::string line; std::getline(in, line);) {
+    const std::vector<double> x = NumbersOf(line);
+    if (x.size() == 3) layers.push_back({x[0], x[1], x[2], x[2], x[2]});
+  }
+  return layers;
+}
+
 /// Adds the points of one row: array curves have wavelength and velocity, observed and computed, for each
 /// curve; a point that does not exist is four dashes, which touch those of the next one.
 inline void AddArrayRow(std::string line, IterationBlock& block) {

@@ -1,5 +1,5 @@
 // show_project.cpp - prints the measurements of a project file and the dispersion curves of its pairs.
-//   show_project <file.da> [<published curve>]
+//   show_project <file.da> [<known curve>]
 #include <cstdio>
 
 #include "app/console.h"
@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
   using namespace sondera;
   using namespace sondera::example;
   if (argc < 2) {
-    std::fputs("show_project <file.da> [<published curve>]\n", stderr);
+    std::fputs("show_project <file.da> [<known curve>]\n", stderr);
     return 1;
   }
   InstallConsole({});
@@ -27,10 +27,10 @@ int main(int argc, char** argv) {
     std::printf("  measurement \"%s\": %d channels, %d lines of %.6g Hz\n", id.MeasID.c_str(),
                 r.hwSetup->nChannels, r.hwSetup->nLines, r.hwSetup->deltaF);
   }
-  const std::vector<CurvePoint> published = argc > 2 ? ReadPublished(argv[2]) : std::vector<CurvePoint>{};
+  const std::vector<CurvePoint> known = argc > 2 ? ReadCurve(argv[2]) : std::vector<CurvePoint>{};
   PrintTableHead();
   for (const PMeasInfo& pair : MeasDB.pMeasList)
-    if (pair.nDispPoints > 0) PrintTableRow(PairLabel(pair), PointsOf(pair), published);
-  if (!published.empty()) PrintTableRow("published", published, published);
+    if (pair.nDispPoints > 0) PrintTableRow(PairLabel(pair), PointsOf(pair), known);
+  if (!known.empty()) PrintTableRow("the ground", known, known);
   return 0;
 }

@@ -27,7 +27,7 @@ SyntheticSite ExampleSite() {
   site.lowNoise = 0.02;
   site.lowNoiseTo = 6.0;
   site.hum = 0.002;
-  site.seed = 1;
+  site.seed = 9;
   return site;
 }
 
@@ -77,6 +77,12 @@ SiteSpectra MeanSpectra(const SiteSimulator& site, const SiteRecording& recordin
     }
   }
   return mean;
+}
+
+SiteSpectra ExamplePair(const SiteSimulator& site) {
+  SiteRecording recording = ExampleRecording();
+  recording.receivers = {14.0, 30.0};
+  return MeanSpectra(site, recording, 5);
 }
 
 std::string TimFileText(const SiteRecording& recording, const std::vector<double>& samples) {

@@ -32,6 +32,11 @@ struct SiteSpectra {
 /// Blows 1..nBlows at the site. Empty where the simulator has a fault or nBlows is below 1.
 SiteSpectra MeanSpectra(const SiteSimulator& site, const SiteRecording& recording, int nBlows);
 
+/// The pair of the examples: the receivers at 14 and 30 m, five blows; its transfer function is cut to the
+/// band that carries the wave, 0 to 62.5 Hz.
+SiteSpectra ExamplePair(const SiteSimulator& site);
+inline constexpr std::size_t kExamplePairLines = 129;
+
 /// Time record (.tim): time and value.
 std::string TimFileText(const SiteRecording& recording, const std::vector<double>& samples);
 

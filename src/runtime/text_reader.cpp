@@ -7,26 +7,22 @@
 namespace sondera {
 
 bool TextReader::Open(const std::string& path, std::string* reason) {
-  cut_ = ended_ = false;
-  linesRead_ = 0;
+  cut_ = false;
   return source_.Open(path, reason);
 }
 
 void TextReader::OpenMemory(std::string_view text) {
-  cut_ = ended_ = false;
-  linesRead_ = 0;
+  cut_ = false;
   source_.OpenMemory(text.data(), text.size());
 }
 
 void TextReader::Close() {
   source_.Close();
-  cut_ = ended_ = false;
-  linesRead_ = 0;
+  cut_ = false;
 }
 
 void TextReader::Rewind() {
-  cut_ = ended_ = false;
-  linesRead_ = 0;
+  cut_ = false;
   source_.Rewind();
 }
 
@@ -85,8 +81,6 @@ bool TextReader::ReadPhysicalLine(std::string& line, std::size_t maxBytes) {
     cut_ = true;
     line.resize(maxBytes);
   }
-  ended_ = ended;
-  if (any) ++linesRead_;
   return any;
 }
 

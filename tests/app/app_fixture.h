@@ -30,10 +30,6 @@ class AppTest : public ::testing::Test {
 
   void Write(const std::string& name, const std::string& text) { std::ofstream(folder.File(name)) << text; }
   bool Exists(const std::string& name) { return std::filesystem::exists(folder.File(name)); }
-  /// Copies a file of tests/data or of the examples into the folder.
-  void Fetch(const std::string& from, const std::string& name) {
-    std::filesystem::copy_file(from, folder.File(name), std::filesystem::copy_options::overwrite_existing);
-  }
 
   test::TempFolder folder;
   RecordingFrontEnd frontEnd;

@@ -9,18 +9,17 @@
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
+#include "support/site_records.h"
 
 namespace sondera {
 namespace {
 
 using namespace fmodeling;
 
-const std::string kRecord = std::filesystem::absolute(SONDERA_TEST_DATA "/oysand/H31.Hyx").string();
-
 class ForwardRun : public testing::AppTest {
  protected:
-  /// Ground that stiffens with depth: 100, 150, 200 m/s; nu 0.3333, damping 0.02. The thickness of the last layer
-  /// is the depth to which the point-load solver may mesh it.
+  /// Ground that stiffens with depth: 100, 150, 200 m/s; nu 0.3333, damping 0.02. The thickness of the last
+  /// layer is the depth to which the point-load solver may mesh it.
   void EnterGround() {
     constexpr double kThickness[] = {1.0, 3.0, 1000.0}, kVs[] = {100.0, 150.0, 200.0};
     Commit(exdthd::FMODELPARAM);
@@ -88,7 +87,7 @@ TEST_F(ForwardRun, BothSolversAgreeWhereTheWaveIsPlane) {
 }
 
 TEST_F(ForwardRun, AMeasuredRecordIsComparedWithItsGround) {
-  Fetch(kRecord, "H31.hyx");
+  test::WriteSitePair(folder.File("H31.hyx"), 20.0, 50.0);
   Write("job.txt", "import H31 H31 20 50\nmasking H31 0 400 300 90 70\ncalcVel\nexport x H31 1 2 -1\n");
   session.projectFileName = folder.File("site.da");
   ASSERT_EQ(ProcessCommands(0, "job.txt"), -1) << "stops at its last line, so that the session stays";

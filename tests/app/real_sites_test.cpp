@@ -5,9 +5,9 @@
 #include <fstream>
 #include <vector>
 
-#include "app/app_fixture.h"
 #include "app/commands.h"
 #include "app/inversion_road.h"
+#include "app/profile_fixture.h"
 #include "inversion/inv_records.h"
 #include "project/project_file.h"
 #include "project/session.h"
@@ -22,11 +22,10 @@
 #include "runtime/panels/mainmenu.h"
 #include "runtime/panels/sasw.h"
 #include "runtime/text_format.h"
+#include "support/field_data.h"
 
 namespace sondera {
 namespace {
-
-const std::string kData = std::filesystem::absolute(SONDERA_TEST_DATA).string();
 
 /// A pair (receivers from 1) and its masks: from 0 Hz to the begin of the band, with the cycles that have
 /// passed there, and from its end on.
@@ -37,23 +36,18 @@ struct MaskedPair {
   double bandEnd;
 };
 
-class RealSite : public testing::AppTest {
+class RealSite : public testing::ProfileTest {
  protected:
+  void SetUp() override {
+    ProfileTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+  }
   /// The first lines of a transfer function of the data, as "<name>.hyx".
   void FetchLines(const std::string& from, const std::string& name, int lines) {
-    std::ifstream in(kData + "/" + from);
+    std::ifstream in(test::FieldFile(from));
     std::ofstream out(folder.File(name + ".hyx"));
     std::string line;
     for (int i = 0; i < lines && std::getline(in, line); ++i) out << line << "\n";
-  }
-  /// Runs a script to the end of the program, then opens the project that it saved. @return exit status
-  int RunScript(const std::string& text) {
-    session.projectFileName = "site.da";
-    ProcessScriptText(text);
-    const int status = RunUserInterface();
-    StartSession();
-    OpenFileProc(folder.File("site.da"));
-    return status;
   }
   void ImportSix(const std::string& site, double source, const std::vector<double>& locations) {
     using namespace loadtxdata;
@@ -66,7 +60,7 @@ class RealSite : public testing::AppTest {
     const NumericControl* const places[] = {&LOC_REC1, &LOC_REC2, &LOC_REC3, &LOC_REC4, &LOC_REC5, &LOC_REC6};
     SetCtrlVal(LOC_SRC, source);
     for (std::size_t i = 0; i < 6; ++i) {
-      SetCtrlVal(*files[i], kData + "/" + site + FormatText("/rec%zu.tim", i + 1));
+      SetCtrlVal(*files[i], test::FieldFile(site + FormatText("/rec%zu.tim", i + 1)));
       SetCtrlVal(*places[i], locations[i]);
     }
     ASSERT_EQ(Commit(LOAD), 0);
@@ -107,25 +101,13 @@ class RealSite : public testing::AppTest {
     EXPECT_EQ(frontEnd.messages, std::vector<std::string>{});
     for (const char* name : {"site.da", "site_f.results", "ProjID.fmp"}) EXPECT_TRUE(Exists(name)) << name;
   }
-  static double Vs(int iteration, int layer) { return InvParam.Vs(iteration, layer); }
-  /// Mean Vs by travel time of an iteration between two depths.
-  static double MeanVs(int iteration, double from, double to) {
-    double time = 0.0, top = 0.0;
-    for (int l = 0; l < InvParam.nLayers; ++l) {
-      const double bottom = l + 1 < InvParam.nLayers ? top + InvParam.H(iteration, l) : 1e9;
-      const double part = std::min(bottom, to) - std::max(top, from);
-      if (part > 0.0) time += part / Vs(iteration, l);
-      top = bottom;
-    }
-    return (to - from) / time;
-  }
 };
 
 // A fit of plane waves to the published curve of Oysand has 110, 133, 172, 186 and 176 m/s down to 0.8, 1.8,
 // 3.8, 6.8 and 10.8 m: 117 m/s on average over the first 1.8 m, 178 m/s from there to 10.8 m.
 
 TEST_F(RealSite, OysandUnattendedGivesTheProfileOfThePublishedCurve) {
-  FetchLines("oysand/H21.Hyx", "H21", 129);
+  FetchLines("oysand_src20m/H21.Hyx", "H21", 129);
   EXPECT_EQ(RunScript("import H21 H21 20 40\nmasking H21 0 400 180 90 40\ncalcVel\n"
                       "preInversion 1 0 2 0.5 7 1 1 2 2 3 4 100\ninversion\nexport out H21 1 2 3\n"),
             0);
@@ -144,7 +126,7 @@ TEST_F(RealSite, OysandUnattendedGivesTheProfileOfThePublishedCurve) {
 // of such ground is some 8 % higher.
 
 TEST_F(RealSite, WghsUnattendedGivesAProfileOfThePublishedRange) {
-  FetchLines("wghs/H21.Hyx", "H21", 129);
+  FetchLines("wghs_src-10m/H21.Hyx", "H21", 129);
   SetCtrlVal(cdisppnl::GLOBAL_NPOINTS, 30);
   EXPECT_EQ(RunScript("import H21 H21 10 20\nmasking H21 0 400 220 150 100\ncalcVel\n"
                       "preInversion 1 0 2 0.5 6 1 2 2 4 4 100\ninversion\nexport out H21 1 2 3\n"),
@@ -158,7 +140,7 @@ TEST_F(RealSite, WghsUnattendedGivesAProfileOfThePublishedRange) {
 }
 
 TEST_F(RealSite, OysandFivePairsWithMasksGiveTheProfileOfThePublishedCurve) {
-  ImportSix("oysand", 0.0, {20, 24, 34, 40, 50, 66});
+  ImportSix("oysand_src20m", 0.0, {20, 24, 34, 40, 50, 66});
   for (const MaskedPair& pair :
        {MaskedPair{1, 4, 7.324, 1, 51.5}, MaskedPair{1, 5, 9.766, 2, 24.6}, MaskedPair{2, 5, 9.766, 2, 27.5},
         MaskedPair{3, 6, 8.789, 2, 27.5}, MaskedPair{4, 6, 7.324, 1, 27.5}})
@@ -170,7 +152,7 @@ TEST_F(RealSite, OysandFivePairsWithMasksGiveTheProfileOfThePublishedCurve) {
 }
 
 TEST_F(RealSite, WghsFivePairsWithMasksGiveAProfileOfThePublishedRange) {
-  ImportSix("wghs", -10.0, {0, 4, 10, 20, 30, 46});
+  ImportSix("wghs_src-10m", -10.0, {0, 4, 10, 20, 30, 46});
   for (const MaskedPair& pair : {MaskedPair{1, 3, 9.277, 0, 54.3}, MaskedPair{2, 4, 16.113, 1, 48.0},
                                  MaskedPair{3, 5, 16.113, 2, 51.0}, MaskedPair{4, 6, 9.277, 1, 27.5},
                                  MaskedPair{5, 6, 10.254, 1, 46.5}})
@@ -184,7 +166,7 @@ TEST_F(RealSite, WghsFivePairsWithMasksGiveAProfileOfThePublishedRange) {
 // The presses of the manual: load, choose the global curve, update, open the inversion, run.
 TEST_F(RealSite, GlobalCurveIsInvertedByPlaneWavesAsTheManualSays) {
   using namespace fmodeling;
-  FetchLines("oysand/H21.Hyx", "H21", 129);
+  FetchLines("oysand_src20m/H21.Hyx", "H21", 129);
   session.projectFileName = "site.da";
   ProcessScriptText("import H21 H21 20 40\nmasking H21 0 400 180 90 40\ncalcVel\nexport x H21 1 2 -1\n");
   Commit(exdthd::FMODELPARAM);
@@ -212,7 +194,7 @@ TEST_F(RealSite, GlobalCurveIsInvertedByPlaneWavesAsTheManualSays) {
 }
 
 TEST_F(RealSite, AnInterruptKeepsTheLastFinishedIterationAndSavesIt) {
-  FetchLines("oysand/H21.Hyx", "H21", 129);
+  FetchLines("oysand_src20m/H21.Hyx", "H21", 129);
   SetCtrlVal(inversion::ALPHA_POINT, 1);
   SMPParam.nEntries = 1;
   bool asked = false;

@@ -13,25 +13,25 @@
 #include "runtime/panels/measpanel.h"
 #include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
+#include "support/site_records.h"
 
 namespace sondera {
 namespace {
-
-const std::string kRecords = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/six_receivers").string();
 
 class TraceSelectionTest : public testing::AppTest {
  protected:
   void SetUp() override {
     AppTest::SetUp();
+    test::WriteSiteRecords(folder.Path());
     using namespace loadtxdata;
     Commit(mainmenu::LOAD_TWO_CHNL_DATA);
     SetCtrlVal(DATATYPE, 0);
     SetCtrlVal(NCHANS, 3);
     Commit(NCHANS);
     SetCtrlVal(MEASID, "three");
-    SetCtrlVal(FNAMESRC, kRecords + "/rec1.tim");
-    SetCtrlVal(FNAMECH1, kRecords + "/rec2.tim");
-    SetCtrlVal(FNAMECH2, kRecords + "/rec3.tim");
+    SetCtrlVal(FNAMESRC, folder.File("rec1.tim"));
+    SetCtrlVal(FNAMECH1, folder.File("rec2.tim"));
+    SetCtrlVal(FNAMECH2, folder.File("rec3.tim"));
     SetCtrlVal(LOC_REC1, 20.0);
     SetCtrlVal(LOC_REC2, 24.0);
     SetCtrlVal(LOC_REC3, 34.0);

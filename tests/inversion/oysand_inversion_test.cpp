@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "inversion/run_case.h"
+#include "support/field_data.h"
 
 namespace sondera::testing {
 namespace {
@@ -17,7 +18,7 @@ using Rows = std::vector<std::vector<double>>;
 
 /// Numbers of a text table; lines that begin with # are skipped.
 Rows ReadTable(const std::string& name) {
-  std::istringstream text(test::ReadWhole(SONDERA_TEST_DATA "/dispersion/" + name));
+  std::istringstream text(test::ReadWhole(test::FieldFile("dispersion/" + name)));
   Rows rows;
   for (std::string line; std::getline(text, line);) {
     if (line.empty() || line[0] == '#') continue;
@@ -38,6 +39,7 @@ class OysandInversion : public RunCase {
  protected:
   void SetUp() override {
     RunCase::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("dispersion");
     curve = ReadTable("oysand_curve.txt");
     given = ReadTable("oysand_layers.txt");
     fit = ReadTable("oysand_own_fit.txt");

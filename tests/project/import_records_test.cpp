@@ -1,10 +1,11 @@
-// Imports of measured records (tests/data): sampling, spot values to all digits that were computed apart from
-// this project, and the universal files as they are accepted or refused.
+// Imports of measured records (support/field_data.h): sampling, spot values to all digits that were computed
+// apart from this project, and the universal files as they are accepted or refused.
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "runtime/text_format.h"
+#include "support/field_data.h"
 #include "support/import_fixture.h"
 
 namespace sondera::testing {
@@ -12,9 +13,13 @@ namespace {
 
 class ImportOfRecords : public ImportTest {
  protected:
+  void SetUp() override {
+    ImportTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+  }
   static std::vector<std::string> Files(const std::string& folder, const std::vector<std::string>& names) {
     std::vector<std::string> files;
-    for (const std::string& n : names) files.push_back(DataFile(folder + "/" + n));
+    for (const std::string& n : names) files.push_back(test::FieldFile(folder + "/" + n));
     return files;
   }
 };
@@ -43,7 +48,7 @@ struct SpectrumSpot {
 TEST_F(ImportOfRecords, HammerShotAtWghsInTimeHistories) {
   ASSERT_EQ(Import({.kind = ImportKind::TimeHistory,
                     .receivers = 6,
-                    .files = Files("wghs", kSixReceivers),
+                    .files = Files("wghs_src-10m", kSixReceivers),
                     .locations = {-10, 0, 4, 10, 20, 30, 46}}),
             0);
   EXPECT_THAT(frontEnd.messages, ::testing::IsEmpty());
@@ -82,7 +87,7 @@ TEST_F(ImportOfRecords, HammerShotAtWghsInTimeHistories) {
 TEST_F(ImportOfRecords, HammerShotAtOysandInTimeHistoriesNeedsNoPadding) {
   ASSERT_EQ(Import({.kind = ImportKind::TimeHistory,
                     .receivers = 6,
-                    .files = Files("oysand", kSixReceivers),
+                    .files = Files("oysand_src20m", kSixReceivers),
                     .locations = {0, 20, 24, 34, 40, 50, 66}}),
             0);
   const HWSetup& hw = Hardware();
@@ -124,7 +129,7 @@ void ExpectSpectrumSampling(const HWSetup& hw, int nLines, int spanKind, double 
 
 TEST_F(ImportOfRecords, TransferFunctionsOfFiveBlowsDropTheLastLine) {
   ASSERT_EQ(Import({.receivers = 4,
-                    .files = Files("wghs", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
+                    .files = Files("wghs_src-10m", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
                     .locations = {-10, 0, 10, 20, 30}}),
             0);
   ExpectSpectrumSampling(Hardware(), 512, 0, 0, 499.023438, -499.023438, 0.9765625, 0.00100195695,
@@ -151,10 +156,10 @@ TEST_F(ImportOfRecords, TransferFunctionsOfFiveBlowsDropTheLastLine) {
 }
 
 TEST_F(ImportOfRecords, TransferFunctionsOfOneBlowDropTheLastLine) {
-  ASSERT_EQ(
-      Import(
-          {.receivers = 3, .files = Files("oysand", {"H21.Hyx", "H31.Hyx"}), .locations = {0, 20, 40, 50}}),
-      0);
+  ASSERT_EQ(Import({.receivers = 3,
+                    .files = Files("oysand_src20m", {"H21.Hyx", "H31.Hyx"}),
+                    .locations = {0, 20, 40, 50}}),
+            0);
   ExpectSpectrumSampling(Hardware(), 1024, 0, 0, 499.511719, -499.511719, 0.48828125, 0.00100097752,
                          2.04900098);
   for (const SpectrumSpot& s : {SpectrumSpot{0, 0, 1, 0},
@@ -173,14 +178,14 @@ TEST_F(ImportOfRecords, TransferFunctionsOfOneBlowDropTheLastLine) {
 
 TEST_F(ImportOfRecords, BandOfATransferFunctionKeepsItsPlaceAndTheRestIsZero) {
   ASSERT_EQ(Import({.receivers = 3,
-                    .files = Files("oysand", {"H21_band.Hyx", "H31_band.Hyx"}),
+                    .files = Files("oysand_src20m", {"H21_band.Hyx", "H31_band.Hyx"}),
                     .locations = {0, 20, 40, 50}}),
             0);
   ExpectSpectrumSampling(Hardware(), 512, 1, 4.8828125, 200.195312, -249.511719, 0.48828125, 0.00200391389,
                          2.05000391);
   ASSERT_EQ(Import({.measID = "full",
                     .receivers = 3,
-                    .files = Files("oysand", {"H21.Hyx", "H31.Hyx"}),
+                    .files = Files("oysand_src20m", {"H21.Hyx", "H31.Hyx"}),
                     .locations = {0, 20, 40, 50}}),
             0);
   for (int c : {1, 2}) {
@@ -194,13 +199,14 @@ TEST_F(ImportOfRecords, BandOfATransferFunctionKeepsItsPlaceAndTheRestIsZero) {
 
 TEST_F(ImportOfRecords, CrossSpectraGiveThePhasesOfTheTransferFunctions) {
   const std::vector<double> at = {-10, 0, 10, 20, 30};
-  ASSERT_EQ(
-      Import({.receivers = 4, .files = Files("wghs", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}), .locations = at}),
-      0);
+  ASSERT_EQ(Import({.receivers = 4,
+                    .files = Files("wghs_src-10m", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
+                    .locations = at}),
+            0);
   ASSERT_EQ(Import({.kind = ImportKind::CrossSpectrum,
                     .measID = "cross",
                     .receivers = 4,
-                    .files = Files("wghs", {"G11.Gyx", "G21.Gyx", "G31.Gyx", "G41.Gyx"}),
+                    .files = Files("wghs_src-10m", {"G11.Gyx", "G21.Gyx", "G31.Gyx", "G41.Gyx"}),
                     .locations = at}),
             0);
   EXPECT_EQ(Hardware("cross").nLines, 512);
@@ -224,9 +230,10 @@ double PhaseDegrees(std::complex<double> h) {
 
 TEST_F(ImportOfRecords, UniversalFilesGiveThePhasesOfTheTextFiles) {
   const std::vector<double> at = {-10, 0, 10, 20, 30};
-  ASSERT_EQ(
-      Import({.receivers = 4, .files = Files("wghs", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}), .locations = at}),
-      0);
+  ASSERT_EQ(Import({.receivers = 4,
+                    .files = Files("wghs_src-10m", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
+                    .locations = at}),
+            0);
   ASSERT_EQ(Import({.kind = ImportKind::TransferFunction58,
                     .measID = "uff",
                     .receivers = 4,
@@ -255,7 +262,7 @@ TEST_F(ImportOfRecords, ASetOfTheRightTypeIsFoundBehindATimeRecordInALaterFile) 
             0);
   ASSERT_EQ(Import({.measID = "text",
                     .receivers = 3,
-                    .files = Files("wghs", {"H21.Hyx", "H31.Hyx"}),
+                    .files = Files("wghs_src-10m", {"H21.Hyx", "H31.Hyx"}),
                     .locations = at}),
             0);
   for (int i = 0; i < 512; ++i)
@@ -316,10 +323,10 @@ TEST_F(ImportOfRecords, EachUniversalFileIsAcceptedOrRefusedAsAFirstFile) {
       {"published/time-history-not-all-columns-filled.uff", kWrongType, kWrongType},
       {"published/sample_dataset58_psd.uff", kWrongType, kWrongType},
       {"published/TestLab_161_164_18_15_82.uff", kNot58, kNot58},
-      {"../wghs/rec1.tim", kNot58, kNot58},
-      {"../wghs/H21.Hyx", kNot58, kNot58},
-      {"../oysand/rec1.tim", kNot58, kNot58},
-      {"../oysand/G11.Gyx", kNot58, kNot58},
+      {"../wghs_src-10m/rec1.tim", kNot58, kNot58},
+      {"../wghs_src-10m/H21.Hyx", kNot58, kNot58},
+      {"../oysand_src20m/rec1.tim", kNot58, kNot58},
+      {"../oysand_src20m/G11.Gyx", kNot58, kNot58},
   };
   int number = 0;
   for (const UffOutcome& o : outcomes) {
@@ -328,7 +335,7 @@ TEST_F(ImportOfRecords, EachUniversalFileIsAcceptedOrRefusedAsAFirstFile) {
       const std::string refusal =
           kind == ImportKind::TransferFunction58 ? o.transferFunction : o.crossSpectrum;
       const std::string id = FormatText("m%d", ++number);
-      const std::string file = DataFile(std::string("uff58/") + o.file);
+      const std::string file = test::FieldFile(std::string("uff58/") + o.file);
       frontEnd.messages.clear();
       EXPECT_EQ(Import({.kind = kind, .measID = id, .files = {file, file}}), refusal.empty() ? 0 : -1);
       EXPECT_EQ(Has(id), refusal.empty());
@@ -351,9 +358,9 @@ TEST_F(ImportOfRecords, EachUniversalFileIsAcceptedOrRefusedAsALaterFile) {
       {"published/time-history-not-all-columns-filled.uff", kWrongType, kWrongType},
       {"published/sample_dataset58_psd.uff", kWrongType, kWrongType},
       {"published/TestLab_161_164_18_15_82.uff", kNot58, kNot58},
-      {"../wghs/rec1.tim", kNot58, kNot58},
+      {"../wghs_src-10m/rec1.tim", kNot58, kNot58},
   };
-  const std::string first = DataFile("uff58/from_record/H41_type3_ord5.uff");
+  const std::string first = test::FieldFile("uff58/from_record/H41_type3_ord5.uff");
   int number = 0;
   for (const UffOutcome& o : outcomes) {
     for (ImportKind kind : {ImportKind::TransferFunction58, ImportKind::CrossSpectrum58}) {
@@ -366,7 +373,7 @@ TEST_F(ImportOfRecords, EachUniversalFileIsAcceptedOrRefusedAsALaterFile) {
       EXPECT_EQ(Import({.kind = kind,
                         .measID = id,
                         .receivers = receivers,
-                        .files = {first, DataFile(std::string("uff58/") + o.file)}}),
+                        .files = {first, test::FieldFile(std::string("uff58/") + o.file)}}),
                 refusal.empty() ? 0 : -1);
       EXPECT_EQ(Has(id), refusal.empty());
       if (!refusal.empty()) {

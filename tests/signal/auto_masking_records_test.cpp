@@ -1,6 +1,7 @@
-// The automatic masks on measured records (tests/data): every pair of both sites, imported as a person does
-// it, masked by the button, the curve calculated by the button, all questions answered No. The chapter of the
-// manual on automatic masks tells the outcome in a table; the table is read here and held against the run.
+// The automatic masks on measured records (support/field_data.h): every pair of both sites, imported as a
+// person does it, masked by the button, the curve calculated by the button, all questions answered No. The
+// chapter of the manual on automatic masks tells the outcome in a table; the table is read here and held
+// against the run.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include "signal/auto_masking.h"
 #include "signal/dispersion.h"
 #include "site_curves.h"
+#include "support/field_data.h"
 #include "support/import_fixture.h"
 
 namespace sondera::testing {
@@ -61,12 +63,17 @@ Ratios RatiosOf(const PMeasInfo& pair, const SiteCurve& curve) {
 
 class AutoMasksOfRecords : public ImportTest {
  protected:
+  void SetUp() override {
+    ImportTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+  }
   void ImportSite(const std::string& folder, const std::vector<double>& locations) {
     ImportEntries entries;
     entries.kind = ImportKind::TimeHistory;
     entries.receivers = 6;
     entries.locations = locations;
-    for (int c = 1; c <= 6; ++c) entries.files.push_back(DataFile(folder + FormatText("/rec%d.tim", c)));
+    for (int c = 1; c <= 6; ++c)
+      entries.files.push_back(test::FieldFile(folder + FormatText("/rec%d.tim", c)));
     ASSERT_EQ(Import(entries), 0);
     ASSERT_TRUE(frontEnd.messages.empty()) << frontEnd.messages.front();
   }
@@ -105,8 +112,8 @@ class AutoMasksOfRecords : public ImportTest {
       std::vector<double> locations;
       const SiteCurve& curve;
     };
-    const Site sites[] = {{"Oysand", "oysand", {0, 20, 24, 34, 40, 50, 66}, kOysandCurve},
-                          {"WGHS", "wghs", {-10, 0, 4, 10, 20, 30, 46}, kWghsCurve}};
+    const Site sites[] = {{"Oysand", "oysand_src20m", {0, 20, 24, 34, 40, 50, 66}, kOysandCurve},
+                          {"WGHS", "wghs_src-10m", {-10, 0, 4, 10, 20, 30, 46}, kWghsCurve}};
     std::vector<Outcome> outcomes;
     for (const Site& site : sites) {
       SetUp();

@@ -1,6 +1,6 @@
-// Dispersion curves of measured records (tests/data), made as an analyst makes them: import, masks by the
-// fields of the masking page, the button. The expected velocities and ratios were computed apart from this
-// project from the phases of the cross spectra; the cycles of each pair are those that a stack over 24
+// Dispersion curves of measured records (support/field_data.h), made as an analyst makes them: import, masks
+// by the fields of the masking page, the button. The expected velocities and ratios were computed apart from
+// this project from the phases of the cross spectra; the cycles of each pair are those that a stack over 24
 // geophones requires.
 #include <algorithm>
 #include <cmath>
@@ -12,6 +12,7 @@
 #include "signal/masking.h"
 #include "signal/masking_panel.h"
 #include "site_curves.h"
+#include "support/field_data.h"
 #include "support/import_fixture.h"
 
 namespace sondera::testing {
@@ -40,7 +41,7 @@ struct RecordCase {
 
 std::vector<std::string> Files(const std::string& folder, const std::vector<std::string>& names) {
   std::vector<std::string> files;
-  for (const std::string& n : names) files.push_back(DataFile(folder + "/" + n));
+  for (const std::string& n : names) files.push_back(test::FieldFile(folder + "/" + n));
   return files;
 }
 
@@ -76,7 +77,7 @@ std::vector<RecordCase> Records() {
       {"wghs, time histories",
        {.kind = ImportKind::TimeHistory,
         .receivers = 6,
-        .files = Files("wghs", kSix),
+        .files = Files("wghs_src-10m", kSix),
         .locations = {-10, 0, 4, 10, 20, 30, 46}},
        &kWghsCurve,
        {{1,
@@ -136,7 +137,7 @@ std::vector<RecordCase> Records() {
          1.10}}},
       {"wghs, transfer functions",
        {.receivers = 4,
-        .files = Files("wghs", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
+        .files = Files("wghs_src-10m", {"H21.Hyx", "H31.Hyx", "H41.Hyx"}),
         .locations = {-10, 0, 10, 20, 30}},
        &kWghsCurve,
        {{1,
@@ -175,7 +176,7 @@ std::vector<RecordCase> Records() {
       {"oysand, time histories",
        {.kind = ImportKind::TimeHistory,
         .receivers = 6,
-        .files = Files("oysand", kSix),
+        .files = Files("oysand_src20m", kSix),
         .locations = {0, 20, 24, 34, 40, 50, 66}},
        &kOysandCurve,
        {oysand20,
@@ -214,7 +215,9 @@ std::vector<RecordCase> Records() {
          0.99,
          1.05}}},
       {"oysand, transfer functions",
-       {.receivers = 3, .files = Files("oysand", {"H21.Hyx", "H31.Hyx"}), .locations = {0, 20, 40, 50}},
+       {.receivers = 3,
+        .files = Files("oysand_src20m", {"H21.Hyx", "H31.Hyx"}),
+        .locations = {0, 20, 40, 50}},
        &kOysandCurve,
        {ofChannels(oysand20, 1, 2), ofChannels(oysand30, 1, 3)}},
   };
@@ -230,6 +233,10 @@ double Percentile(std::vector<double> values, double share) {
 
 class CurvesOfRecords : public ImportTest {
  protected:
+  void SetUp() override {
+    ImportTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+  }
   void ImportRecord(const RecordCase& record) {
     ASSERT_EQ(Import(record.entries), 0);
     ASSERT_TRUE(frontEnd.messages.empty()) << frontEnd.messages.front();

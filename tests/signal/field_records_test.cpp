@@ -1,5 +1,5 @@
 // Measured records: spectra, coherence, wrapped and unwrapped phases of two sites against numbers that were
-// computed apart from this project. Where the records come from: tests/data/README.md.
+// computed apart from this project. Where the records come from: docs/published-records.md.
 #include <algorithm>
 #include <cmath>
 #include <string>
@@ -7,6 +7,7 @@
 
 #include "signal/irf.h"
 #include "signal_fixture.h"
+#include "support/field_data.h"
 
 namespace sondera {
 namespace {
@@ -17,8 +18,6 @@ using testing::MeasurementPlan;
 using testing::Quantity;
 using testing::ReadColumns;
 using testing::TestMeasurement;
-
-const std::string kData = SONDERA_TEST_DATA;
 
 /// Half a unit of the eighth figure: how far a number printed with eight figures may be off.
 double PrintedTolerance(double printed) {
@@ -47,7 +46,7 @@ class FieldRecord : public testing::SessionTest {
     m.setup->recLoc = receivers;
     std::vector<std::vector<double>> record;
     for (int c = 1; c <= plan.nChannels; ++c) {
-      const auto columns = ReadColumns(kData + "/" + folder + "/rec" + std::to_string(c) + ".tim");
+      const auto columns = ReadColumns(test::FieldFile(folder + "/rec" + std::to_string(c) + ".tim"));
       ASSERT_EQ(columns.size(), 2u);
       record.push_back(columns[1]);
       ASSERT_GE(record.back().size(), 1500u);
@@ -132,7 +131,8 @@ class WghsRecord : public FieldRecord {
  protected:
   void SetUp() override {
     FieldRecord::SetUp();
-    Load("wghs", -10.0, {0, 4, 10, 20, 30, 46});
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+    Load("wghs_src-10m", -10.0, {0, 4, 10, 20, 30, 46});
   }
 };
 
@@ -140,7 +140,8 @@ class OysandRecord : public FieldRecord {
  protected:
   void SetUp() override {
     FieldRecord::SetUp();
-    Load("oysand", 0.0, {20, 24, 34, 40, 50, 66});
+    SKIP_WITHOUT_FIELD_DATA("oysand_src20m");
+    Load("oysand_src20m", 0.0, {20, 24, 34, 40, 50, 66});
   }
 };
 
@@ -220,12 +221,13 @@ class WghsBlows : public testing::SessionTest {
  protected:
   void SetUp() override {
     SessionTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
     MeasurementPlan plan;
     plan.nChannels = 4;
     m = AddMeasurement(plan);
     m.setup->recLoc = {0, 10, 20, 30};
     for (int shot = 11; shot <= 15; ++shot) {
-      auto columns = ReadColumns(kData + "/wghs/shot" + std::to_string(shot) + ".txt");
+      auto columns = ReadColumns(test::FieldFile("wghs_src-10m/shot" + std::to_string(shot) + ".txt"));
       ASSERT_EQ(columns.size(), 5u);
       ASSERT_EQ(columns[0].size(), 1024u);
       columns.erase(columns.begin());

@@ -1,5 +1,6 @@
-// Representative curves of measured records (tests/data): import, one mask for each pair, pair curves by the
-// button, averaging. And the fits on those curves, compared with least-squares solutions by other ways.
+// Representative curves of measured records (support/field_data.h): import, one mask for each pair, pair
+// curves by the button, averaging. And the fits on those curves, compared with least-squares solutions by
+// other ways.
 #include <algorithm>
 #include <cmath>
 #include <set>
@@ -12,6 +13,7 @@
 #include "signal/rep_curve_fixture.h"
 #include "signal/rep_curve_panel.h"
 #include "signal/rep_curves.h"
+#include "support/field_data.h"
 #include "support/import_fixture.h"
 
 namespace sondera::testing {
@@ -26,12 +28,16 @@ struct MaskedPair {
 
 std::vector<std::string> SixRecords(const std::string& folder) {
   std::vector<std::string> files;
-  for (int i = 1; i <= 6; ++i) files.push_back(DataFile(folder + "/rec" + std::to_string(i) + ".tim"));
+  for (int i = 1; i <= 6; ++i) files.push_back(test::FieldFile(folder + "/rec" + std::to_string(i) + ".tim"));
   return files;
 }
 
 class RepCurvesOfRecords : public ImportTest {
  protected:
+  void SetUp() override {
+    ImportTest::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
+  }
   void PairCurves(const ImportEntries& entries, const std::vector<MaskedPair>& pairs) {
     ASSERT_EQ(Import(entries), 0);
     SetCtrlVal(sasw::DISPCURV_OPTION, 0);
@@ -56,7 +62,7 @@ class RepCurvesOfRecords : public ImportTest {
   void Wghs() {
     PairCurves({.kind = ImportKind::TimeHistory,
                 .receivers = 6,
-                .files = SixRecords("wghs"),
+                .files = SixRecords("wghs_src-10m"),
                 .locations = {-10, 0, 4, 10, 20, 30, 46}},
                {{1, 3, 9.277, 0, 54.20},
                 {2, 4, 16.113, 1, 47.85},
@@ -67,7 +73,8 @@ class RepCurvesOfRecords : public ImportTest {
 
   void WghsFiveBlows() {
     PairCurves({.receivers = 4,
-                .files = {DataFile("wghs/H21.Hyx"), DataFile("wghs/H31.Hyx"), DataFile("wghs/H41.Hyx")},
+                .files = {test::FieldFile("wghs_src-10m/H21.Hyx"), test::FieldFile("wghs_src-10m/H31.Hyx"),
+                          test::FieldFile("wghs_src-10m/H41.Hyx")},
                 .locations = {-10, 0, 10, 20, 30}},
                {{1, 2, 11.719, 1, 54.69}, {2, 4, 16.602, 2, 49.80}, {3, 4, 9.766, 0, 31.25}});
   }
@@ -75,7 +82,7 @@ class RepCurvesOfRecords : public ImportTest {
   void Oysand() {
     PairCurves({.kind = ImportKind::TimeHistory,
                 .receivers = 6,
-                .files = SixRecords("oysand"),
+                .files = SixRecords("oysand_src20m"),
                 .locations = {0, 20, 24, 34, 40, 50, 66}},
                {{1, 4, 7.324, 1, 51.27},
                 {1, 5, 9.766, 2, 24.41},

@@ -41,10 +41,6 @@ void SetLocation(std::size_t i, double value) {
 
 }  // namespace
 
-std::string DataFile(const std::string& name) {
-  return std::string(SONDERA_TEST_DATA) + "/" + name;
-}
-
 void ImportTest::SetUp() {
   SessionTest::SetUp();
   AddMeasurement({.measID = "measID", .nChannels = 4});

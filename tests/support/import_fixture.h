@@ -13,9 +13,6 @@
 
 namespace sondera::testing {
 
-/// File below tests/data.
-std::string DataFile(const std::string& name);
-
 /// Entries of the dialog.
 struct ImportEntries {
   ImportKind kind = ImportKind::TransferFunction;
