@@ -84,7 +84,7 @@ inline int RunImport(int (*load)(const ImportRequest&), const std::uint8_t* data
     if (end == std::string_view::npos) break;
     rest.remove_prefix(end + 1);
   }
-  request.open = [&](const std::string& name, TextReader& text) {
+  request.open = [&](const std::string& name, TextReader& text, std::string&) {
     text.OpenMemory(files[static_cast<std::size_t>(std::atoi(name.c_str()))]);
     return true;
   };

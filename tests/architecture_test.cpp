@@ -70,7 +70,7 @@ const std::vector<std::set<std::string>> kLadder = {
     {"forward/run"},
     {"inversion/starting_model"},
     {"inversion/sensitivity"},
-    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/run_history",
+    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/run_history", "inversion/run_advice",
      "inversion/update_bounds", "inversion/truncated_solve", "inversion/update_dump"},
     {"inversion/inv_session", "inversion/inv_entries", "inversion/inv_settings", "inversion/inv_run",
      "inversion/inv_view"},

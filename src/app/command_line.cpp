@@ -72,6 +72,12 @@ void NewProjectFile(const std::string& name) {
   Commit(measpanel::F6);
 }
 
+/// "auto new" of an empty name, or of a folder: the project would be a file ".da".
+bool LacksProjectName(const std::vector<std::string>& arguments) {
+  return arguments.size() == 5 && arguments[1] == "auto" && arguments[2] == "new" &&
+         FileNameOf(arguments[3]).find_first_not_of(" \t") == std::string::npos;
+}
+
 int RunAuto(const std::vector<std::string>& arguments) {
   const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
   bool prepared = true;
@@ -129,8 +135,24 @@ std::string VersionText() {
   return Session{}.appTitle + "\n";
 }
 
+std::string WrongForm(const std::vector<std::string>& arguments) {
+  const std::size_t count = arguments.size();
+  if (count < 2) return {};
+  const std::string& word = arguments[1];
+  if (LacksProjectName(arguments)) return "the name of the new project is empty";
+  if (count == 2 && (word == "auto" || word == "export" || word.starts_with("-")))
+    return "\"" + word + "\" alone is taken for the name of a project file";
+  if (word == "auto" && count != 5)
+    return FormatText("auto takes three words (new or old, a project, a script), not %zu", count - 2);
+  if (word == "export" && count != 8) return FormatText("export takes six words, not %zu", count - 2);
+  const bool known = count == 2 || word == "auto" || word == "export";
+  return known ? std::string()
+               : FormatText("\"%s\" with %zu words behind it is no command", word.c_str(), count - 2);
+}
+
 int DispatchCommandLine(const std::vector<std::string>& arguments) {
   const std::size_t count = arguments.size();
+  if (LacksProjectName(arguments)) return 1;
   if (count == 2) return WorksWithoutMessage([&] { OpenFileProc(arguments[1]); }) ? 0 : 1;
   if (count == 5 && arguments[1] == "auto") return RunAuto(arguments);
   if (count == 8 && arguments[1] == "export") return RunExport(arguments);
@@ -149,7 +171,10 @@ int RunProgram(const std::vector<std::string>& words) {
     return 0;
   }
   SetRunReportOptions(line.report);
-  InstallConsole({line.assumeYes});
+  // The usage helps against a wrong command line only; a script that stopped early has said why.
+  const std::string wrong = WrongForm(line.arguments);
+  const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
+  InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
   StartSession();
   const int dispatched = DispatchCommandLine(line.arguments);
   const int status = RunUserInterface();

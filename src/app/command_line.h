@@ -25,8 +25,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words);
 std::string HelpText();
 std::string VersionText();
 
+/// What is wrong with arguments that no form of the command line has, or whose project has no name: a
+/// sentence without its end. Empty for a form.
+std::string WrongForm(const std::vector<std::string>& arguments);
+
 /// Opens the file, makes the project or runs the script that the arguments ask for. A form that does not
-/// match does nothing: the plain session goes on. Returns 1 when something asked for could not be done, else
+/// match does nothing: the plain session goes on. A new project without a name is not made and its script not
+/// run. Returns 1 when something asked for could not be done, else
 /// 0.
 int DispatchCommandLine(const std::vector<std::string>& arguments);
 

@@ -4,6 +4,7 @@
 // all lines, so that a value given once stays in force. An unknown word is passed over in silence.
 #include "app/commands.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
+#include "runtime/findings.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/loadtxdata.h"
@@ -35,6 +37,10 @@ constexpr double kSmallestVelocity = 10.0;  // above it, window limits are veloc
 constexpr int kMaskingTab = 1;              // page of the traces
 constexpr int kDoublingLayers = 1;          // layering mode of preInversion that makes its own list
 constexpr int kMostLayers = 400;            // as many as that list can have
+
+std::string NoMeasurement(const std::string& measID) {
+  return "There is no measurement \"" + measID + "\" in the project.";
+}
 
 /// One run of a script: its variables, its arguments, and what went wrong.
 class ScriptRun {
@@ -71,6 +77,8 @@ class ScriptRun {
   }
 
   int runCommand(const Command& command);
+  bool lineIsWhole(const TextReader& file, const std::string& line);
+  void tellWhatIsLeft(TextReader& file);
   int finish();
   int stop();
 
@@ -86,6 +94,7 @@ class ScriptRun {
   Tokenizer* tokens_ = nullptr;
   int lineNumber_ = 0;
   bool commandFailed_ = false;
+  bool readFailureTold_ = false;
   std::vector<std::string> failed_;
 
   // Variables of the script.
@@ -112,6 +121,7 @@ int ScriptRun::run(TextReader& file) {
   std::string line;
   while (file.ReadPhysicalLine(line)) {
     ++lineNumber_;
+    if (!lineIsWhole(file, line)) break;
     if (line.starts_with("*")) continue;
     if (line.size() > kLongestLine) {
       MessagePopup(session.appTitle,
@@ -122,7 +132,10 @@ int ScriptRun::run(TextReader& file) {
     Tokenizer tokens(line, kDelimiters);
     tokens_ = &tokens;
     const auto word = tokens.Next();
-    if (!word) break;
+    if (!word) {
+      tellWhatIsLeft(file);
+      break;
+    }
     const int id = getCommandID(std::string(*word));
     for (const Command& command : kCommands)
       if (command.id == id && runCommand(command) < 0) return stop();
@@ -132,7 +145,37 @@ int ScriptRun::run(TextReader& file) {
       break;
     }
   }
+  // A read that fails between two lines hands out no line at all.
+  if (file.ReadFailed() && !readFailureTold_) lineIsWhole(file, line);
   return finish();
+}
+
+/// False, with a message, for a line that the text does not hold to its end: behind it a script must not be
+/// taken for finished, and half a line must not be run.
+bool ScriptRun::lineIsWhole(const TextReader& file, const std::string& line) {
+  const bool hasZero = line.find('\0') != std::string::npos;
+  if (!hasZero && !file.ReadFailed()) return true;
+  readFailureTold_ = true;
+  const std::string where = FormatText("line %d", std::max(lineNumber_, 1));
+  MessagePopup(session.appTitle,
+               hasZero ? "The command file holds a zero byte in " + where + "; it is not run from there on."
+                       : "The command file cannot be read behind " + where + "; the rest is not run.");
+  failed_.push_back(where);
+  return false;
+}
+
+/// A line without a word ends a script; one that stands in the middle by mistake should not go unseen.
+void ScriptRun::tellWhatIsLeft(TextReader& file) {
+  const int end = lineNumber_;
+  int left = 0;
+  std::string line;
+  while (file.ReadPhysicalLine(line)) {
+    Tokenizer tokens(line, kDelimiters);
+    if (!line.starts_with("*") && tokens.Next()) ++left;
+  }
+  if (left > 0)
+    AddNote(FormatText("the script ended at line %d, which is empty; lines with a word behind it: %d", end,
+                       left));
 }
 
 int ScriptRun::exportLine(const std::string& text) {
@@ -179,10 +222,14 @@ int ScriptRun::runExport() {
   takeExportArguments();
   if (type_ < 0) return -1;
   SetActiveTabPage(Panel::PANEL, kMaskingTab);
-  bool channelsFound = selectChannels();
   const int item = FindListItem(sasw::DISPAID, measID_);
-  if (item >= 0) SetCtrlIndex(sasw::DISPAID, item);  // Kept: without such a measurement the selection stays
-  if (!channelsFound) {                              // the lists may be those of another measurement
+  if (item < 0) {  // never the data of the measurement that happens to be selected
+    MessagePopup(session.appTitle, NoMeasurement(measID_));
+    return 0;
+  }
+  bool channelsFound = selectChannels();
+  SetCtrlIndex(sasw::DISPAID, item);
+  if (!channelsFound) {  // the lists may be those of another measurement
     UpdateSASWwinASetup(session.curProjID, GetLabelFromIndex(sasw::DISPAID, GetCtrlIndex(sasw::DISPAID)));
     channelsFound = selectChannels();
   }
@@ -210,6 +257,7 @@ void ScriptRun::takeExportArguments() {
 }
 
 bool ScriptRun::selectChannels() {
+  if (refNumber_ < 1 || dspNumber_ < 1) return false;
   const bool reference = SetCtrlIndex(sasw::DISPA_REFCHNL, refNumber_ - 1);
   return SetCtrlIndex(sasw::DISPACHNL, dspNumber_ - 1) && reference;
 }
@@ -236,16 +284,20 @@ int ScriptRun::runImport() {
 /// masking <measurement id> <IRF mode> <T1> <T2> <T3> <T4>, times in seconds or, with T1 > 10, velocities
 int ScriptRun::runMasking() {
   take(measID_);
-  session.curMeasID = measID_;
-  SetCtrlVal(hmsetup::MEASID, measID_);
-  if (GetNumListItems(hmsetup::MEASIDLISTBOX) == 0) return -1;
-  const int index = FindListItem(hmsetup::MEASIDLISTBOX, measID_);
-  if (index >= 0) SetCtrlIndex(hmsetup::MEASIDLISTBOX, index);
-  press(hmsetup::MEASIDLISTBOX);
-
   take(irfMode_);
   for (double& t : t_) take(t);
   if (t_[0] == 0.0) t_[0] = kTimeForZero;
+  if (GetNumListItems(hmsetup::MEASIDLISTBOX) == 0) return -1;
+  const int index = FindListItem(hmsetup::MEASIDLISTBOX, measID_);
+  if (index < 0) {  // never the measurement that happens to be selected
+    MessagePopup(session.appTitle, NoMeasurement(measID_));
+    return 0;
+  }
+  session.curMeasID = measID_;
+  SetCtrlVal(hmsetup::MEASID, measID_);
+  SetCtrlIndex(hmsetup::MEASIDLISTBOX, index);
+  press(hmsetup::MEASIDLISTBOX);
+
   press(sasw::MASKINGLIST);
   SetCtrlVal(irfsetpnl::IRFMODE, irfMode_);
   if (t_[0] > kSmallestVelocity) {

@@ -2,7 +2,8 @@
 //
 // A script is a text file, one command a line; a line that begins with "*" is a comment; words are separated
 // by blanks, commas or tabs. Commands write settings and press buttons, nothing else. A line without a word
-// ends the script, as the end of the file does. docs/script.md has all commands with their arguments.
+// ends the script, as the end of the file does; at a read error or a zero byte it stops as a failure.
+// docs/script.md has all commands with their arguments.
 #pragma once
 
 #include <string>
@@ -12,8 +13,8 @@ namespace sondera {
 
 /// mode 1: text is one export line. Any other mode: text is the name of a script file in the current
 /// directory. 0 when the work came to its end and the program has been told to quit; -1 when it stopped early
-/// and the program stays open. The status it quits with is 1 when a command did not do its work, and a
-/// closing line on stderr names those that did not.
+/// and the program stays open. The status it quits with is that of the report at the end (run_report.h): 1
+/// when a command did not do its work, and a closing line on stderr names those that did not.
 int ProcessCommands(int mode, const std::string& text);
 
 /// The same for a script that is at hand as text.

@@ -52,8 +52,14 @@ FileChoice SelectFile(const FileRequest& request) {
 
 int Run() {
   FinishProgressLine();
-  std::fputs("sondera: there is no display to show windows on; give a command script (sondera --help).\n",
-             stderr);
+  const ConsoleOptions& options = console.options;
+  if (!options.complaint.empty()) std::fprintf(stderr, "sondera: %s.\n", options.complaint.c_str());
+  std::fputs(
+      options.builtWithWindows
+          ? "sondera: there is no display to show windows on; give a command script (sondera --help).\n"
+          : "sondera: this build has no windows; give a command script (sondera --help).\n",
+      stderr);
+  if (!options.usage.empty()) std::fputs(("\n" + options.usage).c_str(), stderr);
   return 1;
 }
 

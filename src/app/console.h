@@ -12,9 +12,14 @@ namespace sondera {
 
 struct ConsoleOptions {
   bool assumeYes = false;
+  /// What was wrong with the command line, and the text of --help: told where a session would now wait for a
+  /// person, since the console has none. Empty: nothing of it.
+  std::string complaint, usage;
+  bool builtWithWindows = false;  ///< then it is the display that is missing
 };
 
-/// Installs the console as front end, its progress line and its Ctrl-C handling.
+/// Installs the console as front end, its progress line and its Ctrl-C handling. Its event loop ends at once
+/// with 1 and says why.
 void InstallConsole(const ConsoleOptions& options);
 
 /// Ends a progress line that stands unfinished on the terminal.

@@ -49,17 +49,14 @@ void DoubtPair(const PairFigures& f) {
                        f.points, kLimits.noteSpacings));
 }
 
-void DoubtDisagreement(const std::vector<Disagreement>& all) {
-  const auto beyond = std::count_if(all.begin(), all.end(),
-                                    [](const Disagreement& d) { return !(d.share <= kLimits.disagreement); });
-  if (beyond == 0) return;
-  const Disagreement& worst = *std::max_element(
-      all.begin(), all.end(), [](const Disagreement& a, const Disagreement& b) { return a.share < b.share; });
+void DoubtAgreement(const PairAgreement& all) {
+  if (all.beyond == 0) return;
+  const Disagreement& worst = all.worst;
   AddDoubt(FormatText(
-      "pairs disagree by up to %.0f %% at a wavelength of %.3g m (%s %.0f m/s, %s %.0f m/s; %ld of %zu "
+      "pairs disagree by up to %.0f %% at a wavelength of %.3g m (%s %.0f m/s, %s %.0f m/s; %ld of %ld "
       "couples beyond %.0f %%): look for a wrong count of cycles in one of them, and mask or exclude it",
       Percent(worst.share), worst.wavelength, worst.first.c_str(), worst.velocity1, worst.second.c_str(),
-      worst.velocity2, static_cast<long>(beyond), all.size(), Percent(kLimits.disagreement)));
+      worst.velocity2, all.beyond, all.couples, Percent(kLimits.disagreement)));
 }
 
 void DoubtMisfit(const std::vector<IterationFit>& fits) {
@@ -95,7 +92,8 @@ void DoubtResolution(int entry) {
     const double resolution = InvParam.resolution(entry, l);
     if (resolution >= kLimits.resolution) continue;
     layers += FormatText("%s%d", layers.empty() ? "" : ", ", l + 1);
-    values += FormatText("%s%.2f", values.empty() ? "" : ", ", resolution);
+    // Rounded down, so that 0.298 does not read as the limit.
+    values += FormatText("%s%.2f", values.empty() ? "" : ", ", std::floor(100.0 * resolution) / 100.0);
   }
   if (layers.empty()) return;
   AddDoubt("the resolution is below " + FormatText("%.2g", kLimits.resolution) + " in layer " + layers +
@@ -114,9 +112,9 @@ void DoubtDepth(int entry) {
 
 }  // namespace
 
-void DoubtPairs(const std::vector<PairFigures>& pairs, const std::vector<Disagreement>& disagreements) {
+void DoubtPairs(const std::vector<PairFigures>& pairs, const PairAgreement& agreement) {
   for (const PairFigures& f : pairs) DoubtPair(f);
-  DoubtDisagreement(disagreements);
+  DoubtAgreement(agreement);
 }
 
 void DoubtInversion(const InversionHistory& history) {

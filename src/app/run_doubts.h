@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "inversion/run_history.h"
+#include "signal/pair_agreement.h"
 #include "signal/pair_figures.h"
 
 namespace sondera {
 
 /// Window, coherence and reach of each pair; then how far pairs disagree.
-void DoubtPairs(const std::vector<PairFigures>& pairs, const std::vector<Disagreement>& disagreements);
+void DoubtPairs(const std::vector<PairFigures>& pairs, const PairAgreement& agreement);
 
 /// Fit, points, resolution and depth of the last inversion, whose profile is the last entry of InvParam.
 /// Nothing for a history without iterations.

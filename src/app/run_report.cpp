@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include "app/console.h"
 #include "app/run_doubts.h"
@@ -79,7 +81,8 @@ void AddProfile(const InversionHistory& history, std::vector<std::string>& lines
   if (entry < 0) return;
   const char* unit = UnitSign(session.lengthUnit);
   lines.push_back(
-      FormatText("profile: layer  from %s    to %s  Vs %s/s   lower   upper  resolution", unit, unit, unit));
+      FormatText("profile: layer  from %s    to %s  Vs %s/s   lower   upper  resolution (iteration %d)", unit,
+                 unit, unit, entry));
   double top = 0.0;
   const int n = std::min(InvParam.nLayers, InvParam.Vs.colHi() + 1);
   for (int l = 0; l < n; ++l) {
@@ -100,6 +103,21 @@ std::string ShownPath(const std::string& path) {
   return path.starts_with(here) ? path.substr(here.size()) : path;
 }
 
+/// The summary, line by line.
+std::vector<std::string> RunSummary(const std::vector<PairFigures>& pairs) {
+  std::vector<std::string> lines;
+  for (const PairFigures& f : pairs) lines.push_back(PairLine(f));
+  const auto& histories = InversionHistories();
+  int number = 0;
+  for (const InversionHistory& history : histories) {
+    ++number;
+    AddInversion(history, histories.size() > 1 ? FormatText("run %d, ", number) : "", lines);
+  }
+  if (!histories.empty()) AddProfile(histories.back(), lines);
+  for (const std::string& path : WrittenFiles()) lines.push_back("file: " + ShownPath(path));
+  return lines;
+}
+
 void PrintFindings() {
   for (const Finding& f : Findings())
     if (f.kind == FindingKind::Note && !reportOptions.quiet) PrintLine("note: " + f.text);
@@ -118,27 +136,14 @@ void SetRunReportOptions(const RunReportOptions& options) {
   reportOptions = options;
 }
 
-std::vector<std::string> RunSummary() {
-  std::vector<std::string> lines;
-  for (const PairFigures& f : FiguresOfIncludedPairs()) lines.push_back(PairLine(f));
-  const auto& histories = InversionHistories();
-  int number = 0;
-  for (const InversionHistory& history : histories) {
-    ++number;
-    AddInversion(history, histories.size() > 1 ? FormatText("run %d, ", number) : "", lines);
-  }
-  if (!histories.empty()) AddProfile(histories.back(), lines);
-  for (const std::string& path : WrittenFiles()) lines.push_back("file: " + ShownPath(path));
-  return lines;
-}
-
 int ReportRun(bool allDone, bool doubtsCount) {
-  DoubtPairs(FiguresOfIncludedPairs(), DisagreementsOfPairs());
+  const std::vector<PairFigures> pairs = FiguresOfIncludedPairs();
+  DoubtPairs(pairs, AgreementOfPairs());
   if (!InversionHistories().empty()) DoubtInversion(InversionHistories().back());
   DoubtSweep();
   FinishProgressLine();
   if (!reportOptions.quiet)
-    for (const std::string& line : RunSummary()) PrintLine(line);
+    for (const std::string& line : RunSummary(pairs)) PrintLine(line);
   PrintFindings();
   return StatusOf(allDone, doubtsCount);
 }

@@ -4,9 +4,6 @@
 // findings with "note:" or "doubt:". Other programs read them, so the beginnings do not change.
 #pragma once
 
-#include <string>
-#include <vector>
-
 namespace sondera {
 
 struct RunReportOptions {
@@ -18,9 +15,6 @@ void SetRunReportOptions(const RunReportOptions& options);
 
 /// Statuses of an unattended run.
 inline constexpr int kAllDone = 0, kNotAllDone = 1, kDoneWithDoubts = 3;
-
-/// Summary of the present records, line by line, without findings.
-std::vector<std::string> RunSummary();
 
 /// Judges what the run left (run_doubts.h), prints summary and findings, and returns the status: kNotAllDone
 /// unless all was done; else kDoneWithDoubts where there are doubts and they count (strict, or doubtsCount).

@@ -17,6 +17,7 @@
 #include "inversion/result_entries.h"
 #include "inversion/result_files.h"
 #include "inversion/result_statistics.h"
+#include "inversion/run_advice.h"
 #include "inversion/run_history.h"
 #include "inversion/sensitivity.h"
 #include "numeric/svd.h"
@@ -75,7 +76,7 @@ int Prepare() {
 /// Result of an iteration into its entry and the files.
 int Store(int iteration, const Evaluation& e) {
   if (FS_RefreshDspCurve(iteration, e.vel, e.rmsVel) < 0 || FS_RefreshModelPar(iteration) < 0) return -1;
-  NoteIteration(iteration, e.vel, e.rmsVel);
+  if (!e.halted) NoteIteration(iteration, e.vel, e.rmsVel);
   FS_SaveDspCurve(iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp);
   FS_SaveModelPar(iteration, e.rmsVel, e.rmsAmp);
   FS_SaveProfile(iteration, e.rmsVel, e.rmsAmp);
@@ -153,12 +154,19 @@ std::string RunNote() {
   return {};
 }
 
-/// Status at the end of an iteration, with what its sweep doubted.
-void ShowEndOfIteration(int iteration) {
+/// Status at the end of an iteration: its fit, and what its sweep doubted.
+std::string EndOfIterationText(int iteration) {
   const std::string doubts = SweepReport();
-  ShowRunStatus(FormatText("End of the iteration No. %d:     The computation time : %s", iteration,
-                           run.timeText.c_str()) +
-                (doubts.empty() ? "" : "     ") + doubts);
+  return FormatText("End of the iteration No. %d:     The computation time : %s     ", iteration,
+                    run.timeText.c_str()) +
+         FitOfRun() + (doubts.empty() ? "" : "     ") + doubts;
+}
+
+/// Status at the end of the run, with the advice.
+void ShowEndOfRun() {
+  if (run.iCurIterNo == 0) return;
+  const std::string advice = ReportRunAdvice();
+  ShowRunStatus(EndOfIterationText(run.iCurIterNo) + (advice.empty() ? "" : "     Advice: ") + advice);
 }
 
 enum class Step { kGoOn, kConverged, kEnd };
@@ -196,7 +204,7 @@ Step Iterate(Evaluation& e) {
     return Step::kEnd;
   }
   if (e.rmsVel <= run.epsConverge) return Step::kConverged;
-  ShowEndOfIteration(iteration);
+  ShowRunStatus(EndOfIterationText(iteration));
   return Step::kGoOn;
 }
 
@@ -225,6 +233,7 @@ int EvaluateAndIterate(int wanted) {
   if (Store(0, e) < 0) return -1;
   Present(0);
   const int result = IterateAll(e, wanted);
+  if (result == 0) ShowEndOfRun();
   sweepState =
       e.doubts;  // not those of a perturbed model, where a run ends in the middle of its sensitivities
   return result;

@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// An iteration that has an entry in InvParam.
+/// An iteration that has an entry in InvParam, and was evaluated to its end.
 struct IterationFit {
   int iteration = 0;  ///< 0: the starting model
   double rms = 0.0;   ///< velocity units; -1 without a computed velocity

@@ -254,9 +254,11 @@ int LoadTextDataCallback(Panel, ControlId, Event event, long) {
   const ImportKind kind = CurrentKind();
   const ImportRequest request = ReadDialog(kind);
   if (request.measID.empty()) return Refuse("Empty ID String !");
+  if (request.nChannels < 1)
+    return Refuse(import_text::CannotRead("There is no receiver to read a file for."));
   // A cross spectrum that is missing means something to its readers.
-  if (request.nChannels < 1 || (!IsCrossSpectrum(kind) && HasEmptyRow(request)))
-    return Refuse(import_text::kCannotRead);
+  if (!IsCrossSpectrum(kind) && HasEmptyRow(request))
+    return Refuse(import_text::CannotRead("A row has no file name."));
   const double unitBefore = session.lengthUnit;
   SetSessionUnit(request.lengthUnit);
   int status = -1;

@@ -9,6 +9,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/redraw.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -74,9 +75,20 @@ const std::string& FileInRow(const ImportRequest& request, int row) {
              : none;
 }
 
-bool OpenRow(const ImportRequest& request, int row, TextReader& text) {
+bool OpenRow(const ImportRequest& request, int row, TextReader& text, std::string& reason) {
   const std::string& name = FileInRow(request, row);
-  return !name.empty() && request.open(name, text);
+  if (name.empty()) reason = FormatText("Row %d has no file name.", row + 1);
+  return !name.empty() && request.open(name, text, reason);
+}
+
+std::string import_text::CannotRead(const std::string& cause) {
+  return std::string(kCannotRead) + "\n" + cause;
+}
+
+std::string import_text::CannotRead(const std::string& path, const TextFault& fault) {
+  const std::string where =
+      fault.line > 0 ? path + FormatText(", line %lld", static_cast<long long>(fault.line)) : path;
+  return CannotRead(where + ": " + fault.cause);
 }
 
 bool BeginImport(const ImportRequest& request, IfPresent ifPresent, ImportRecords& records) {

@@ -27,15 +27,15 @@ struct ImportRequest {
   std::vector<double> locations;  ///< source, then receivers: nChannels + 1
   std::vector<std::string>
       files;  ///< rows of the dialog from the first on; a missing or empty name is an empty row
-  /// Opens a row's file; replaced where the bytes are in memory.
-  std::function<bool(const std::string& name, TextReader& text)> open =
-      [](const std::string& name, TextReader& text) { return text.Open(name); };
+  /// Opens a row's file, or gives the reason; replaced where the bytes are in memory.
+  std::function<bool(const std::string& name, TextReader& text, std::string& reason)> open =
+      [](const std::string& name, TextReader& text, std::string& reason) { return text.Open(name, &reason); };
 };
 
 /// Name in a row, from 0; empty outside.
 const std::string& FileInRow(const ImportRequest& request, int row);
-/// Opens the file of a row; false for an empty row.
-bool OpenRow(const ImportRequest& request, int row, TextReader& text);
+/// Opens the file of a row; false, with the reason, for an empty row too.
+bool OpenRow(const ImportRequest& request, int row, TextReader& text, std::string& reason);
 
 /// Texts that refuse an import.
 namespace import_text {
@@ -43,6 +43,11 @@ inline constexpr std::string_view kCannotRead = "Error in reading the file.";
 inline constexpr std::string_view kCannotOpen = "Error in opening the file.";
 inline constexpr std::string_view kNotUff58 = "Error: The file is not in 58 format.";
 inline constexpr std::string_view kWrongType = "Error: The data type is not matched.";
+
+/// kCannotRead, and a second line with the file, its line and the cause.
+std::string CannotRead(const std::string& path, const TextFault& fault);
+/// kCannotRead, and a second line with the cause alone, which names the file.
+std::string CannotRead(const std::string& cause);
 }  // namespace import_text
 
 /// The records of the measurement in hand, borrowed from MeasDB.

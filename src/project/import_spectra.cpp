@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "project/import_findings.h"
 #include "project/import_text.h"
 #include "project/session.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-using import_text::kCannotRead;
 
 constexpr std::string_view kFirstMeasID = "measID";
 
@@ -32,12 +32,27 @@ int UsedRows(const TextColumns& columns, const SpectrumLayout& layout) {
   return std::min(columns.count(), layout.nLines - layout.firstLine);
 }
 
-bool AllUsedAreNumbers(const TextColumns& columns, const SpectrumLayout& layout, ZeroLine zeroLine) {
+/// Whether the file of a row may lack its imaginary parts: a power spectrum has none.
+enum class Kind { Complex, Power };
+
+/// What the columns of a first or a later file are refused for, beside what the reader found.
+void CheckColumns(const SpectrumLayout& layout, ZeroLine zeroLine, Kind kind, TextColumns& columns) {
+  constexpr int kFieldsOfComplex = 3;
+  if (columns.damaged || !HasEvenAxis(columns, "frequencies")) return;
+  if (kind == Kind::Complex && columns.mostFields < kFieldsOfComplex) {
+    Damage(columns, 1, "two columns are no complex spectrum: frequency, real and imaginary part");
+    return;
+  }
   for (int k = 0; k < UsedRows(columns, layout); ++k) {
     const LineValue v = ValueAt(columns, k, layout.firstLine + k, zeroLine);
-    if (!std::isfinite(v.re) || !std::isfinite(v.im)) return false;
+    if (std::isfinite(v.re) && std::isfinite(v.im)) continue;
+    Damage(columns, k + 1, "a value is no finite number");
+    return;
   }
-  return true;
+}
+
+bool HasTwoLines(TextColumns& columns) {
+  return columns.count() >= 2 || Damage(columns, columns.count() + 1, "the data end here, before two lines");
 }
 
 /// A first file and what follows from it.
@@ -47,57 +62,94 @@ struct FirstFile {
   SpectrumLayout layout;
 };
 
-bool ReadFirstFile(const ImportRequest& request, int row, ZeroLine zeroLine, FirstFile& first) {
+/// One run of an import: the message of its failure, and what is to be told at its end.
+struct Run {
+  const ImportRequest& request;
+  ZeroLine zeroLine;
+  int powerRows = 0;  ///< rows in front that hold power spectra
+  FirstFile first{};
+  ImportFindings findings{};
+
+  Kind kindOf(int row) const { return row < powerRows ? Kind::Power : Kind::Complex; }
+  std::string refusal(int row, const TextColumns& columns) const {
+    return columns.damaged ? import_text::CannotRead(FileInRow(request, row), columns.fault) : std::string();
+  }
+};
+
+/// Empty, or the message that refuses the file.
+std::string ReadFirstFile(Run& run, int row) {
   TextReader text;
-  if (!OpenRow(request, row, text)) return false;
+  std::string reason;
+  if (!OpenRow(run.request, row, text, reason)) return import_text::CannotRead(reason);
+  FirstFile& first = run.first;
   first.row = row;
-  first.columns = ReadColumns(text, {.values = 2, .tokensNeeded = 1});
-  const int count = first.columns.count();
-  if (first.columns.damaged || count < 2) return false;
-  const double f0 = first.columns.axis.front(), f1 = first.columns.axis.back();
-  return LayOutSpectrum(f0, f1, (f1 - f0) / (count - 1), count, request.nChannels, first.layout) &&
-         AllUsedAreNumbers(first.columns, first.layout, zeroLine);
+  TextColumns& columns = first.columns;
+  columns = ReadColumns(text, {.values = 2, .tokensNeeded = 1});
+  if (columns.damaged || !HasTwoLines(columns)) return run.refusal(row, columns);
+  const int count = columns.count();
+  const double f0 = columns.axis.front(), f1 = columns.axis.back();
+  const bool laidOut =
+      LayOutSpectrum(f0, f1, (f1 - f0) / (count - 1), count, run.request.nChannels, first.layout);
+  CheckColumns(first.layout, run.zeroLine, run.kindOf(row), columns);
+  if (!laidOut && !columns.damaged)
+    Damage(columns, 0, FormatText("no record can be made of %d lines from %g to %g Hz", count, f0, f1));
+  if (!columns.damaged) run.findings.TellOfLayout(run.request.measID, first.layout, count, f1);
+  return run.refusal(row, columns);
 }
 
-bool ReadLaterFile(const ImportRequest& request, int row, ZeroLine zeroLine, const FirstFile& first,
-                   TextColumns& columns) {
+std::string ReadLaterFile(const Run& run, int row, TextColumns& columns) {
   TextReader text;
-  if (!OpenRow(request, row, text)) return false;
+  std::string reason;
+  if (!OpenRow(run.request, row, text, reason)) return import_text::CannotRead(reason);
+  const FirstFile& first = run.first;
   const int room = first.layout.nLines - first.layout.firstLine;
   columns = ReadColumns(
       text,
       {.values = 2, .tokensNeeded = 1, .keepGoing = std::min(first.columns.count(), room), .maxLines = room});
-  return !columns.damaged && columns.count() >= 2 && SameAxis(first.columns, columns, first.layout.deltaF) &&
-         AllUsedAreNumbers(columns, first.layout, zeroLine);
+  if (!columns.damaged && HasTwoLines(columns))
+    CheckColumns(first.layout, run.zeroLine, run.kindOf(row), columns);
+  std::size_t at = 0;
+  if (!columns.damaged && !SameAxis(first.columns, columns, first.layout.deltaF, &at))
+    Damage(columns, static_cast<std::int64_t>(at) + 1, "another frequency than in the first file");
+  return run.refusal(row, columns);
 }
 
-/// Reads the file of a row into a channel.
-bool ReadChannel(const ImportRequest& request, int row, ZeroLine zeroLine, const FirstFile& first,
-                 RawData& raw, int channel) {
+/// What a file should be known for. Lines behind the end of a later file's data are part of its length.
+void TellOf(Run& run, int row, int channel, const TextColumns& columns) {
+  const std::string& path = FileInRow(run.request, row);
+  run.findings.TellOfZeros(path, channel, columns.a, columns.b);
+  const int behind = row == run.first.row ? 0 : columns.linesBehind;
+  TextColumns told = columns;
+  told.linesBehind -= behind;
+  if (run.kindOf(row) == Kind::Power) told.shortLines = 0;
+  run.findings.TellOfText(path, told);
+  run.findings.TellOfLengths(FileInRow(run.request, run.first.row), run.first.columns.count(), path,
+                             columns.count() + behind, "the rest of its channel is 0");
+}
+
+/// Reads the file of a row into a channel. Empty, or the message that refuses it.
+std::string ReadChannel(Run& run, int row, RawData& raw, int channel) {
   TextColumns later;
-  const bool isFirst = row == first.row;
-  if (!isFirst && !ReadLaterFile(request, row, zeroLine, first, later)) return false;
-  const TextColumns& columns = isFirst ? first.columns : later;
+  const FirstFile& first = run.first;
+  if (row != first.row)
+    if (std::string refusal = ReadLaterFile(run, row, later); !refusal.empty()) return refusal;
+  const TextColumns& columns = row == first.row ? first.columns : later;
   const SpectrumRow lines = RowOf(raw.crossSpecRe, raw.crossSpecIm, channel, first.layout.nLines);
   for (int k = 0; k < UsedRows(columns, first.layout); ++k) {
     const int line = first.layout.firstLine + k;
-    const LineValue v = ValueAt(columns, k, line, zeroLine);
+    const LineValue v = ValueAt(columns, k, line, run.zeroLine);
     lines.Store(line, v.re, v.im);
   }
-  return true;
+  TellOf(run, row, channel, columns);
+  return {};
 }
 
-/// Cross spectra with an uninstrumented source: row r is channel r.
-bool ReadCrossSpectra(const ImportRequest& request, const FirstFile& first, RawData& raw) {
-  for (int c = 0; c < request.nChannels; ++c) {
-    if (c > 0 || !FileInRow(request, 0).empty()) {
-      if (!ReadChannel(request, c, ZeroLine::Real, first, raw, c)) return false;
-      continue;
-    }
-    const std::size_t length = 2 * static_cast<std::size_t>(first.layout.nLines);
-    std::fill_n(raw.crossSpecRe.begin(), length, 1.0);  // all 2P entries, the one between the halves too
-  }
-  return true;
+/// Channels from firstChannel on, the first of them from the row given. Empty, or the message.
+std::string ReadChannels(Run& run, RawData& raw, int firstChannel, int row) {
+  for (int c = firstChannel; c < run.request.nChannels; ++c)
+    if (std::string refusal = ReadChannel(run, row + c - firstChannel, raw, c); !refusal.empty())
+      return refusal;
+  return {};
 }
 
 }  // namespace
@@ -109,42 +161,45 @@ int FirstRowOfCrossSpectra(const ImportRequest& request) {
 }
 
 int LoadHyxData(const ImportRequest& request) {
-  FirstFile first;
-  if (!ReadFirstFile(request, 0, ZeroLine::AsRead, first)) return Refuse(kCannotRead);
+  Run run{request, ZeroLine::AsRead};
+  if (const std::string refusal = ReadFirstFile(run, 0); !refusal.empty()) return Refuse(refusal);
   ImportRecords records;
   const IfPresent ifPresent = request.measID == kFirstMeasID ? IfPresent::Overwrite : IfPresent::Ask;
   if (!BeginImport(request, ifPresent, records)) return -1;
-  MakeSpectrumRecords(request, first.layout, records);
+  MakeSpectrumRecords(request, run.first.layout, records);
 
   RawData& raw = *records.raw;
-  const int firstChannel = request.sourceInstrumented ? 0 : 1;
-  for (int c = firstChannel; c < request.nChannels; ++c)
-    if (!ReadChannel(request, c - firstChannel, ZeroLine::AsRead, first, raw, c))
-      return AbandonImport(request, kCannotRead);
+  const int nLines = run.first.layout.nLines;
+  const std::string refusal = ReadChannels(run, raw, request.sourceInstrumented ? 0 : 1, 0);
+  if (!refusal.empty()) return AbandonImport(request, refusal);
   if (request.sourceInstrumented)
-    DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, first.layout.nLines);
+    DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, nLines);
   else
-    SetUnity(RowOf(raw.crossSpecRe, raw.crossSpecIm, 0, first.layout.nLines));
+    SetUnity(RowOf(raw.crossSpecRe, raw.crossSpecIm, 0, nLines));
+  run.findings.Report();
   return FinishImport(request, records);
 }
 
 int LoadGyxData(const ImportRequest& request) {
-  FirstFile first;
-  if (!ReadFirstFile(request, FirstRowOfCrossSpectra(request), ZeroLine::Real, first))
-    return Refuse(kCannotRead);
+  Run run{request, ZeroLine::Real, request.sourceInstrumented ? kSourceRows : 1};
+  if (const std::string refusal = ReadFirstFile(run, FirstRowOfCrossSpectra(request)); !refusal.empty())
+    return Refuse(refusal);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
-  MakeSpectrumRecords(request, first.layout, records);
+  MakeSpectrumRecords(request, run.first.layout, records);
 
   RawData& raw = *records.raw;
-  if (!request.sourceInstrumented) {
-    if (!ReadCrossSpectra(request, first, raw)) return AbandonImport(request, kCannotRead);
-    return FinishImport(request, records);
-  }
-  for (int c = 0; c < request.nChannels; ++c)
-    if (!ReadChannel(request, kSourceRows + c, ZeroLine::Real, first, raw, c))
-      return AbandonImport(request, kCannotRead);
-  DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, first.layout.nLines);
+  const int nLines = run.first.layout.nLines;
+  // Without a source row r is channel r, and the first may be left out: then it is 1.
+  const bool firstIsUnity = !request.sourceInstrumented && FileInRow(request, 0).empty();
+  if (firstIsUnity)  // all 2P entries, the one between the halves too
+    std::fill_n(raw.crossSpecRe.begin(), 2 * static_cast<std::size_t>(nLines), 1.0);
+  const int from = firstIsUnity ? 1 : 0;
+  const std::string refusal = ReadChannels(run, raw, from, request.sourceInstrumented ? kSourceRows : from);
+  if (!refusal.empty()) return AbandonImport(request, refusal);
+  if (request.sourceInstrumented)
+    DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, nLines);
+  run.findings.Report();
   return FinishImport(request, records);
 }
 

@@ -3,9 +3,11 @@
 //
 // Both fill crossSpecRe and crossSpecIm, two-sided, and no other block. The first file fixes the lines of the
 // record (see LayOutSpectrum); a later file that is shorter leaves zeros, as a missing token does. Both
-// return 0, or -1 with a message: a file that cannot be opened, has fewer than two lines, holds something
-// that is not a finite number where one is used, or has its lines at other frequencies than the first; or the
-// question about overwriting was answered no.
+// return 0, or -1 with a message that names file, line and cause: a file that cannot be opened or read, is
+// damaged (import_text.h), has fewer than two lines or no even axis, has two columns where a complex spectrum
+// is asked for, holds something that is not a finite number where one is used, or has its lines at other
+// frequencies than the first; or the question about overwriting was answered no. What looks wrong in a file
+// that is taken goes to the findings (import_findings.h).
 #pragma once
 
 #include "project/import_record.h"

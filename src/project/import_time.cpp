@@ -5,36 +5,69 @@
 #include <cmath>
 #include <vector>
 
+#include "project/import_findings.h"
 #include "project/import_text.h"
 #include "project/session.h"
 #include "runtime/analysis.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-using import_text::kCannotRead;
-
 constexpr int kTokensOfSample = 2;
 
-bool AllFinite(const std::vector<double>& values) {
-  return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
+constexpr int kFewestSamples = 2;
+
+/// Columns of the file in a row, checked; an empty text, or the message that refuses them.
+std::string ReadRow(const ImportRequest& request, int row, const ColumnRule& rule, TextColumns& columns) {
+  TextReader text;
+  std::string reason;
+  if (!OpenRow(request, row, text, reason)) return import_text::CannotRead(reason);
+  columns = ReadColumns(text, rule);
+  const auto bad =
+      std::find_if(columns.a.begin(), columns.a.end(), [](double v) { return !std::isfinite(v); });
+  if (!columns.damaged && columns.count() < kFewestSamples)
+    Damage(columns, columns.count() + 1, "the data end here, before two lines of a time and a value");
+  if (!columns.damaged && bad != columns.a.end())
+    Damage(columns, bad - columns.a.begin() + 1, "the value is no finite number");
+  if (!columns.damaged) HasEvenAxis(columns, "times");
+  return columns.damaged ? import_text::CannotRead(FileInRow(request, row), columns.fault) : std::string();
 }
 
-bool ReadFirstFile(const ImportRequest& request, TextColumns& columns) {
-  TextReader text;
-  if (!OpenRow(request, 0, text)) return false;
-  columns = ReadColumns(text, {.values = 1, .tokensNeeded = kTokensOfSample});
-  return !columns.damaged && columns.count() >= 2 && AllFinite(columns.a);
+std::string ReadFirstFile(const ImportRequest& request, TextColumns& columns, TimeLayout& layout) {
+  const std::string refusal = ReadRow(request, 0, {.values = 1, .tokensNeeded = kTokensOfSample}, columns);
+  if (!refusal.empty()) return refusal;
+  const double t0 = columns.axis.front(), t1 = columns.axis.back();
+  if (LayOutTimeRecord(t0, t1, columns.count(), request.nChannels, layout)) return {};
+  return import_text::CannotRead(
+      FileInRow(request, 0),
+      {0, FormatText("no record can be made of %d samples from %g to %g s", columns.count(), t0, t1)});
 }
 
-bool ReadLaterFile(const ImportRequest& request, int row, const TextColumns& first, double step,
-                   TextColumns& columns) {
-  TextReader text;
-  if (!OpenRow(request, row, text)) return false;
+std::string ReadLaterFile(const ImportRequest& request, int row, const TextColumns& first, double step,
+                          TextColumns& columns) {
   const int count = first.count();
-  columns = ReadColumns(
-      text, {.values = 1, .tokensNeeded = kTokensOfSample, .keepGoing = count, .maxLines = count});
-  return !columns.damaged && columns.count() >= 2 && SameAxis(first, columns, step) && AllFinite(columns.a);
+  const std::string refusal =
+      ReadRow(request, row,
+              {.values = 1, .tokensNeeded = kTokensOfSample, .keepGoing = count, .maxLines = count}, columns);
+  if (!refusal.empty()) return refusal;
+  std::size_t at = 0;
+  if (SameAxis(first, columns, step, &at)) return {};
+  return import_text::CannotRead(FileInRow(request, row),
+                                 {static_cast<std::int64_t>(at) + 1, "another time than in the first file"});
+}
+
+/// What the file of a channel should be known for; a later file is held against the first.
+void TellOf(const ImportRequest& request, int channel, const TextColumns& first, const TextColumns& columns,
+            ImportFindings& findings) {
+  const std::string& path = FileInRow(request, channel);
+  findings.TellOfZeros(path, channel, columns.a, {});
+  const int behind = channel > 0 ? columns.linesBehind : 0;  // told as a length
+  TextColumns told = columns;
+  told.linesBehind -= behind;
+  findings.TellOfText(path, told);
+  findings.TellOfLengths(FileInRow(request, 0), first.count(), path, columns.count() + behind,
+                         "the rest of its channel repeats the last value");
 }
 
 /// Samples of one channel, padded with the last value that was read.
@@ -75,23 +108,30 @@ bool ComputeSpectra(RawData& raw, int channels, int length) {
 int LoadTimeData(const ImportRequest& request) {
   TextColumns first;
   TimeLayout layout;
-  if (!ReadFirstFile(request, first) ||
-      !LayOutTimeRecord(first.axis.front(), first.axis.back(), first.count(), request.nChannels, layout))
-    return Refuse(kCannotRead);
+  if (const std::string refusal = ReadFirstFile(request, first, layout); !refusal.empty())
+    return Refuse(refusal);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
   MakeTimeRecords(request, layout, records);
 
+  ImportFindings findings;
   const int length = layout.samples;
   for (int c = 0; c < request.nChannels; ++c) {
     TextColumns later;
-    if (c > 0 && !ReadLaterFile(request, c, first, layout.deltaT, later))
-      return AbandonImport(request, kCannotRead);
+    if (c > 0)
+      if (const std::string refusal = ReadLaterFile(request, c, first, layout.deltaT, later);
+          !refusal.empty())
+        return AbandonImport(request, refusal);
+    const TextColumns& columns = c == 0 ? first : later;
     double* samples =
         records.raw->timeHist.data() + static_cast<std::size_t>(length) * static_cast<std::size_t>(c);
-    StoreSamples(c == 0 ? first : later, samples, length);
+    StoreSamples(columns, samples, length);
+    TellOf(request, c, first, columns, findings);
   }
-  if (!ComputeSpectra(*records.raw, request.nChannels, length)) return AbandonImport(request, kCannotRead);
+  if (!ComputeSpectra(*records.raw, request.nChannels, length))
+    return AbandonImport(request,
+                         import_text::CannotRead("The power of these samples leaves the range of numbers."));
+  findings.Report();
   return FinishImport(request, records);
 }
 

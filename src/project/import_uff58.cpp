@@ -4,20 +4,22 @@
 #include <algorithm>
 #include <cmath>
 
+#include "project/import_findings.h"
 #include "project/import_spectra.h"
 #include "project/session.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-std::string_view TextFor(Uff58Status status) {
+std::string TextFor(Uff58Status status, const std::string& path, const Uff58Set& set) {
   switch (status) {
     case Uff58Status::NotUff58:
-      return import_text::kNotUff58;
+      return std::string(import_text::kNotUff58);
     case Uff58Status::NoMatch:
-      return import_text::kWrongType;
+      return std::string(import_text::kWrongType);
     default:
-      return import_text::kCannotRead;
+      return import_text::CannotRead(path, set.fault);
   }
 }
 
@@ -39,43 +41,53 @@ struct Run {
   int firstRow = 0;
   Uff58Set first;
   SpectrumLayout layout;
+  ImportFindings findings;
 };
 
 /// Empty text: read.
-std::string_view ReadFirstFile(const ImportRequest& request, Run& run) {
+std::string ReadFirstFile(const ImportRequest& request, Run& run) {
   TextReader text;
-  if (!OpenRow(request, run.firstRow, text)) return import_text::kCannotRead;
+  std::string reason;
+  if (!OpenRow(request, run.firstRow, text, reason)) return import_text::CannotRead(reason);
+  const std::string& path = FileInRow(request, run.firstRow);
   const Uff58Status status = ReadUff58(text, run.types, Uff58Scan::FirstSetOnly, run.first);
-  if (status != Uff58Status::Ok) return TextFor(status);
+  if (status != Uff58Status::Ok) return TextFor(status, path, run.first);
   const Uff58Set& set = run.first;
-  return LayOutSpectrum(set.abscissaMin, LastAbscissa(set, set.points), set.abscissaStep, set.points,
-                        request.nChannels, run.layout)
-             ? std::string_view{}
-             : import_text::kCannotRead;
+  const double last = LastAbscissa(set, set.points);
+  if (!LayOutSpectrum(set.abscissaMin, last, set.abscissaStep, set.points, request.nChannels, run.layout))
+    return import_text::CannotRead(path, {0, FormatText("no record can be made of %d points from %g to %g Hz",
+                                                        set.points, set.abscissaMin, last)});
+  run.findings.TellOfLayout(request.measID, run.layout, set.points, last);
+  return {};
 }
 
 /// Reads the file of a row into a channel. Empty text: read.
-std::string_view ReadChannel(const ImportRequest& request, const Run& run, int row, RawData& raw,
-                             int channel) {
+std::string ReadChannel(const ImportRequest& request, Run& run, int row, RawData& raw, int channel) {
   Uff58Set later;
+  const std::string& path = FileInRow(request, row);
   if (row != run.firstRow) {
     TextReader text;
-    if (!OpenRow(request, row, text)) return import_text::kCannotOpen;
+    std::string reason;
+    if (!OpenRow(request, row, text, reason)) return std::string(import_text::kCannotOpen);
     const Uff58Status status = ReadUff58(text, run.types, Uff58Scan::UntilMatch, later);
-    if (status != Uff58Status::Ok) return TextFor(status);
-    if (!SameAbscissa(run.first, later)) return import_text::kCannotRead;
+    if (status != Uff58Status::Ok) return TextFor(status, path, later);
+    if (!SameAbscissa(run.first, later))
+      return import_text::CannotRead(path, {0, "other frequencies than in the first file"});
   }
   const Uff58Set& set = row == run.firstRow ? run.first : later;
   const SpectrumRow lines = RowOf(raw.crossSpecRe, raw.crossSpecIm, channel, run.layout.nLines);
   for (std::size_t k = 0; k < set.re.size() && run.layout.firstLine + static_cast<int>(k) < lines.nLines; ++k)
     lines.Store(run.layout.firstLine + static_cast<int>(k), set.re[k], set.im[k]);
+  run.findings.TellOfZeros(path, channel, set.re, set.im);
+  run.findings.TellOfLengths(FileInRow(request, run.firstRow), run.first.points, path, set.points,
+                             "the rest of its channel is 0");
   return {};
 }
 
 /// The import itself: channels from firstChannel on, the first of them from the row given.
 int ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
             bool firstRowMayBeEmpty) {
-  const std::string_view refusal = ReadFirstFile(request, run);
+  const std::string refusal = ReadFirstFile(request, run);
   if (!refusal.empty()) return Refuse(refusal);
   ImportRecords records;
   if (!BeginImport(request, IfPresent::Ask, records)) return -1;
@@ -85,13 +97,14 @@ int ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfF
   for (int c = firstChannel; c < request.nChannels; ++c) {
     const int row = rowOfFirstChannel + c - firstChannel;
     if (row == 0 && firstRowMayBeEmpty && FileInRow(request, row).empty()) continue;
-    const std::string_view text = ReadChannel(request, run, row, raw, c);
+    const std::string text = ReadChannel(request, run, row, raw, c);
     if (!text.empty()) return AbandonImport(request, text);
   }
   if (request.sourceInstrumented)
     DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, run.layout.nLines);
   else
     SetUnity(RowOf(raw.crossSpecRe, raw.crossSpecIm, 0, run.layout.nLines));
+  run.findings.Report();
   return FinishImport(request, records);
 }
 

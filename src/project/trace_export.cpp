@@ -221,6 +221,35 @@ bool AddSeriesFiles(int type, int refChan, int dspChan, const MeasRecords& r, Vo
   return true;
 }
 
+bool HasValues(const std::vector<double>& block) {
+  return std::any_of(block.begin(), block.end(), [](double v) { return v != 0.0; });
+}
+
+/// What a display is made of and the measurement does not have: a block that no record ever filled is zero
+/// throughout. Empty when all is there.
+std::string_view NeverMeasured(int type, const RawData& raw) {
+  const bool crossSpectra = HasValues(raw.crossSpecRe) || HasValues(raw.crossSpecIm);
+  switch (type) {
+    case kTimeTrace:
+      return HasValues(raw.timeHist) ? "" : "time records";
+    case kLinearPhase:
+    case kLinearAmplitude:
+      return HasValues(raw.linSpecRe) || HasValues(raw.linSpecIm) ? "" : "linear spectra";
+    case kPowerSpectrum:
+      return HasValues(raw.powerSpec) ? "" : "power spectra";
+    case kCrossPhase:
+    case kCrossAmplitude:
+    case kCoherence:
+      return !HasValues(raw.powerSpec) ? "power spectra" : crossSpectra ? "" : "cross power spectra";
+    case kTransferPhase:
+    case kTransferAmplitude:
+    case kImpulseResponse:
+      return crossSpectra ? "" : "cross power spectra";
+    default:
+      return "";  // a Gabor map is missed by its own reader
+  }
+}
+
 /// Name from the dialog; empty after a cancel, or when something that exists is to stay.
 std::string AskForName(std::string_view label, const std::vector<ExportFile>& files) {
   const FileChoice choice = FileSelectPopup(
@@ -289,6 +318,10 @@ int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, co
   if (std::min(refChan, dspChan) < 0 || std::max(refChan, dspChan) >= channels)
     return Refuse(FormatText("The measurement %s has channels 1 to %d.", r.measID.c_str(), channels));
   if (type < 0 || type > kGabor) return Refuse(FormatText("There is no display type %d.", type));
+
+  if (const std::string_view missing = NeverMeasured(type, *r.rawData); !missing.empty())
+    return Refuse("The measurement " + r.measID + " has no " + std::string(missing) +
+                  ": there is nothing to write for this display.");
 
   Export out;
   if (type == kTransferPhase || type == kTransferAmplitude || type == kImpulseResponse) {

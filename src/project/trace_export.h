@@ -50,7 +50,8 @@ int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, 
 ///                   asked about; given, they are overwritten
 /// 3 and 4 write TFp, TFa, hyxSM, hyx; 1 and 2 write Hp, Ha, H; 6 and 7 write Gp, Ga, gyx; the others one.
 /// Types 3, 4, 9 and 10 write the arrays of the pair's record, which is made when there is none. Each file is
-/// written whole or not at all. Returns 0; -1 after a cancel or one message.
+/// written whole or not at all; none when the measurement has no data of the kind (blocks that are zero
+/// throughout: a coherence of imported spectra). Returns 0; -1 after a cancel or one message.
 int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, const std::string& name);
 
 /// SaveTraceData for the selection of trace A (B) of the masking page.

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "runtime/text_format.h"
 
@@ -111,33 +112,42 @@ HeaderOutcome ReadHeader(TextReader& text, Uff58Set& set, int& spacing) {
   return skip(kAxisLines) ? HeaderOutcome::Read : HeaderOutcome::Ended;
 }
 
-/// Values of a set, point by point. False when they end early, or one is not a finite number.
-bool ReadValues(TextReader& text, Uff58Set& set) {
+Uff58Status DamagedAt(const TextReader& text, Uff58Set& set, std::string cause) {
+  set.fault = {text.LinesRead(),
+               text.ReadFailed() ? "the system could not read on from here" : std::move(cause)};
+  return Uff58Status::Damaged;
+}
+
+/// Values of a set, point by point. Damaged when they end early, or one is not a finite number.
+Uff58Status ReadValues(TextReader& text, Uff58Set& set) {
+  constexpr char kNoNumber[] = "a value is no finite number";
+  constexpr char kTooFew[] = "the data end before the number of points in the header is reached";
   const bool complex = set.ordinateType == 5 || set.ordinateType == 6;
   const bool real = set.ordinateType == 2 || set.ordinateType == 4;
   const std::int64_t wanted = std::int64_t{set.points} * (complex ? 2 : 1);
   std::int64_t got = 0, bytes = 0;
   std::string line;
   while (got < wanted && NextLineOfSet(text, line)) {
-    if (text.LineWasCut()) return false;
+    if (text.LineWasCut()) return DamagedAt(text, set, "the line is too long");
     bytes += static_cast<std::int64_t>(line.size()) + 1;
     if (!complex && !real) continue;
     std::string_view rest = line;
     bool bad = false;
     double value = 0.0;
     while (got < wanted && NextUff58Number(rest, value, bad)) {
-      if (!std::isfinite(value)) return false;
+      if (!std::isfinite(value)) return DamagedAt(text, set, kNoNumber);
       const bool imaginary = complex && got % 2 == 1;
       (imaginary ? set.im : set.re).push_back(value);
       ++got;
     }
-    if (bad) return false;
+    if (bad) return DamagedAt(text, set, kNoNumber);
   }
   // Kept: a set of another ordinate type counts as read though nothing is taken from it. Its number of points
   // still has to be one that its data could hold.
-  if (!complex && !real) return set.points <= bytes;
+  if (text.ReadFailed()) return DamagedAt(text, set, {});
+  if (!complex && !real) return set.points <= bytes ? Uff58Status::Ok : DamagedAt(text, set, kTooFew);
   set.im.resize(set.re.size(), 0.0);
-  return got == wanted;
+  return got == wanted ? Uff58Status::Ok : DamagedAt(text, set, kTooFew);
 }
 
 }  // namespace
@@ -179,14 +189,15 @@ Uff58Status ReadUff58(TextReader& text, const std::vector<int>& acceptedTypes, U
     const bool whole = ReadHeader(text, out, spacing) == HeaderOutcome::Read;
     const bool accepted =
         std::find(acceptedTypes.begin(), acceptedTypes.end(), out.functionType) != acceptedTypes.end();
-    if (accepted && !whole) return Uff58Status::Damaged;
+    if (accepted && !whole) return DamagedAt(text, out, "the data set 58 ends in its header");
     if (!accepted || spacing == kUnevenSpacing) {
       if (scan == Uff58Scan::FirstSetOnly) return Uff58Status::NoMatch;
       continue;
     }
-    return out.points > 0 && ReadValues(text, out) && !text.ReadFailed() ? Uff58Status::Ok
-                                                                         : Uff58Status::Damaged;
+    if (out.points <= 0) return DamagedAt(text, out, "the data set 58 has no points");
+    return ReadValues(text, out);
   }
+  if (text.ReadFailed()) return DamagedAt(text, out, {});
   return anySet ? Uff58Status::NoMatch : Uff58Status::NotUff58;
 }
 

@@ -34,6 +34,7 @@ struct Uff58Set {
   int points = 0;
   double abscissaMin = 0.0, abscissaStep = 0.0;
   std::vector<double> re, im;  ///< a value per point; both empty for other ordinate types
+  TextFault fault;             ///< of a damaged set
 };
 
 enum class Uff58Status {
@@ -41,13 +42,14 @@ enum class Uff58Status {
   NotUff58,  ///< no universal file, or one without a set 58 in text form
   NoMatch,   ///< sets 58, but the first (all, when all are looked at) of another function type or unevenly
              ///< spaced
-  Damaged,   ///< a header or data that end early, a value that is no finite number, no or negative points
+  Damaged,   ///< a header or data that end early, a value that is no finite number, no or negative points, a
+            ///< read error; the set's fault tells which
 };
 
 enum class Uff58Scan { FirstSetOnly, UntilMatch };
 
 /// Finds and reads a set of one of the accepted function types. Nothing is allocated for points that the file
-/// does not hold. out is complete for Ok only.
+/// does not hold. out is complete for Ok only, and has its fault for Damaged.
 Uff58Status ReadUff58(TextReader& text, const std::vector<int>& acceptedTypes, Uff58Scan scan, Uff58Set& out);
 
 /// Next number of a line of values, taken off its front: fields may touch, exponents may be marked by E, D,

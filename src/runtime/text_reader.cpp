@@ -7,22 +7,26 @@
 namespace sondera {
 
 bool TextReader::Open(const std::string& path, std::string* reason) {
-  cut_ = false;
+  cut_ = ended_ = false;
+  linesRead_ = 0;
   return source_.Open(path, reason);
 }
 
 void TextReader::OpenMemory(std::string_view text) {
-  cut_ = false;
+  cut_ = ended_ = false;
+  linesRead_ = 0;
   source_.OpenMemory(text.data(), text.size());
 }
 
 void TextReader::Close() {
   source_.Close();
-  cut_ = false;
+  cut_ = ended_ = false;
+  linesRead_ = 0;
 }
 
 void TextReader::Rewind() {
-  cut_ = false;
+  cut_ = ended_ = false;
+  linesRead_ = 0;
   source_.Rewind();
 }
 
@@ -81,6 +85,8 @@ bool TextReader::ReadPhysicalLine(std::string& line, std::size_t maxBytes) {
     cut_ = true;
     line.resize(maxBytes);
   }
+  ended_ = ended;
+  if (any) ++linesRead_;
   return any;
 }
 

@@ -15,6 +15,12 @@
 
 namespace sondera {
 
+/// Where and why a text is refused.
+struct TextFault {
+  std::int64_t line = 0;  ///< from 1; 0: no single line
+  std::string cause;      ///< empty: the text is good
+};
+
 /// Lines of a text file or of a block of memory.
 class TextReader {
  public:
@@ -37,6 +43,10 @@ class TextReader {
   /// given, the rest is passed over, and LineWasCut() is true. False at the end, with an empty line.
   bool ReadPhysicalLine(std::string& line, std::size_t maxBytes = kLongestLine);
   bool LineWasCut() const { return cut_; }
+  /// Whether that line had its line end. Only the last line of a text can lack it.
+  bool LineHadEnd() const { return ended_; }
+  /// Lines that ReadPhysicalLine has given since the text was opened or rewound.
+  std::int64_t LinesRead() const { return linesRead_; }
 
   /// True after a read error of the system; the text then counts as ended.
   bool ReadFailed() const { return source_.Failed(); }
@@ -45,7 +55,8 @@ class TextReader {
 
  private:
   ByteSource source_;
-  bool cut_ = false;
+  bool cut_ = false, ended_ = false;
+  std::int64_t linesRead_ = 0;
 };
 
 /// Set of byte values, for a quick look whether a byte is in it.

@@ -10,10 +10,12 @@
 #include "project/selection.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
+#include "runtime/findings.h"
 #include "runtime/panels/loadtxdata.h"
 #include "runtime/panels/meassetup.h"
 #include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
+#include "runtime/text_format.h"
 #include "signal/irf.h"
 #include "signal/masking_panel.h"
 #include "signal/spectra.h"
@@ -55,6 +57,22 @@ const double* PhaseInUse(const PMeasInfo& pair) {
   return pair.phaseOption == 1 ? pair.phaseEn.data() : pair.phaseOrig.data();
 }
 
+/// A record that begins above 0 Hz has lost the cycles below; a mask over its first line can give their
+/// number.
+void DoubtCyclesBelow(const CurrentPair& current) {
+  const HWSetup& hw = *current.records.hwSetup;
+  if (!(hw.freqSpan < 0.0 && hw.startFreq > 0.0)) return;
+  const double half = 0.5 * hw.deltaF;
+  for (const MaskingInfo& m : MeasDB.maskingList)
+    if (m.key == current.key && m.refChan == current.refChan && m.dspChan == current.dspChan &&
+        m.freqInit <= hw.startFreq + half && m.freqFinal >= hw.startFreq - half)
+      return;
+  AddDoubt(FormatText(
+      "%s begins at %g Hz: cycles below %g Hz cannot be counted, and velocities may be wrong by them; "
+      "import it with the lines from 0 Hz on, or mask with the number of cycles",
+      current.records.measID.c_str(), hw.startFreq, hw.startFreq));
+}
+
 /// Computes and stores the curve, and draws the page.
 void StoreCurve(PMeasInfo& pair, const CurrentPair& current, double firstFreq, int maxLine) {
   const PairDistances distances = DistancesOf(current);
@@ -72,6 +90,7 @@ void StoreCurve(PMeasInfo& pair, const CurrentPair& current, double firstFreq, i
   pair.nDispPoints =
       CalcDispersionPoints(in, pair.dispVel.data(), pair.dispFreq.data(), pair.dispWlen.data());
   pair.included = pair.nDispPoints > 0 ? 1 : 0;
+  if (pair.included) DoubtCyclesBelow(current);
   DispCurvPlot(1);
 }
 

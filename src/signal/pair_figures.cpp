@@ -13,8 +13,6 @@ namespace sondera {
 namespace {
 
 constexpr double kSameAsOne = 1e-9;  // coherence of a single blow, but for rounding
-constexpr double kWindow = 0.1;      // half width of the comparison, ln wavelength
-constexpr double kGridStep = 0.05;   // ln wavelength
 constexpr int kBackbone = 2;         // phaseOption
 
 /// Energy of the first `count` samples.
@@ -89,68 +87,6 @@ void TakeCurve(const PMeasInfo& pair, PairFigures& f) {
   }
 }
 
-/// A curve as points (ln wavelength in m, velocity in m/s), ascending.
-struct Curve {
-  std::string label;
-  std::vector<std::pair<double, double>> points;
-};
-
-std::vector<Curve> IncludedCurves() {
-  std::vector<Curve> curves;
-  for (const PMeasInfo& pair : MeasDB.pMeasList) {
-    const int points = IncludedPoints(pair);
-    MeasRecords r;
-    if (points == 0 || GetInfoFromKey(pair.key, r) == -1) continue;
-    PairFigures f;
-    TakeDistances(pair, r, f);
-    Curve c{RepCurveLabel(pair.key, pair.refChan, pair.dspChan, 1), {}};
-    for (std::size_t k = 0; k < static_cast<std::size_t>(points); ++k)
-      if (pair.dispWlen[k] > 0.0 && std::isfinite(pair.dispWlen[k]) && std::isfinite(pair.dispVel[k]))
-        c.points.emplace_back(std::log(pair.dispWlen[k] * f.unit), pair.dispVel[k] * f.unit);
-    std::sort(c.points.begin(), c.points.end());
-    if (!c.points.empty()) curves.push_back(std::move(c));
-  }
-  return curves;
-}
-
-/// Velocity at x by the straight line through the points within kWindow; false without points on both sides.
-bool ValueAt(const Curve& c, double x, double& velocity) {
-  const auto first =
-      std::lower_bound(c.points.begin(), c.points.end(), std::make_pair(x - kWindow, -HUGE_VAL));
-  const auto last = std::upper_bound(first, c.points.end(), std::make_pair(x + kWindow, HUGE_VAL));
-  if (first == last || first->first > x || (last - 1)->first < x) return false;
-  const double n = static_cast<double>(last - first);
-  double sx = 0.0, sv = 0.0;
-  for (auto p = first; p != last; ++p) {
-    sx += p->first - x;
-    sv += p->second;
-  }
-  const double mx = sx / n, mv = sv / n;
-  double sxx = 0.0, sxv = 0.0;
-  for (auto p = first; p != last; ++p) {
-    const double d = p->first - x - mx;
-    sxx += d * d;
-    sxv += d * (p->second - mv);
-  }
-  velocity = mv - (sxx > 0.0 ? sxv / sxx : 0.0) * mx;
-  return true;
-}
-
-bool Compare(const Curve& a, const Curve& b, Disagreement& worst) {
-  const double from = std::max(a.points.front().first, b.points.front().first);
-  const double to = std::min(a.points.back().first, b.points.back().first);
-  bool shared = false;
-  for (long k = std::lround(std::ceil(from / kGridStep)); static_cast<double>(k) * kGridStep <= to; ++k) {
-    const double x = static_cast<double>(k) * kGridStep;
-    double v1 = 0.0, v2 = 0.0;
-    if (!ValueAt(a, x, v1) || !ValueAt(b, x, v2)) continue;
-    const double share = std::fabs(v1 - v2) / (0.5 * std::fabs(v1 + v2));
-    if (!shared || share > worst.share) worst = {a.label, b.label, std::exp(x), v1, v2, share};
-    shared = true;
-  }
-  return shared;
-}
-
 }  // namespace
 
 std::vector<PairFigures> FiguresOfIncludedPairs() {
@@ -171,15 +107,6 @@ std::vector<PairFigures> FiguresOfIncludedPairs() {
     figures.push_back(std::move(f));
   }
   return figures;
-}
-
-std::vector<Disagreement> DisagreementsOfPairs() {
-  const std::vector<Curve> curves = IncludedCurves();
-  std::vector<Disagreement> found;
-  for (std::size_t i = 0; i < curves.size(); ++i)
-    for (std::size_t j = i + 1; j < curves.size(); ++j)
-      if (Disagreement worst; Compare(curves[i], curves[j], worst)) found.push_back(worst);
-  return found;
 }
 
 }  // namespace sondera

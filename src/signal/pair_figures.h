@@ -1,5 +1,5 @@
 // pair_figures.h - what the curve of a receiver pair stands on, in figures: how much of it, how far its waves
-// reach, how much of the response and which coherence is behind it; and how well pairs agree.
+// reach, how much of the response and which coherence is behind it.
 //
 // Callers: the summary at the end of an unattended run and its doubts. Owned state: none.
 #pragma once
@@ -32,17 +32,5 @@ struct PairFigures {
 
 /// Figures of the included pairs of known measurements that have points, in the order of the list of pairs.
 std::vector<PairFigures> FiguresOfIncludedPairs();
-
-/// Where two curves are furthest apart.
-struct Disagreement {
-  std::string first, second;                                  ///< labels of the pairs
-  double wavelength = 0.0, velocity1 = 0.0, velocity2 = 0.0;  ///< m, m/s
-  double share = 0.0;                                         ///< difference over the mean of both
-};
-
-/// One entry for each two included pairs with a shared wavelength. Both curves are compared on a grid of
-/// wavelengths with steps of 5 %; there each is the straight line of velocity against ln wavelength through
-/// its points within 10 %, and only where it has points on both sides.
-std::vector<Disagreement> DisagreementsOfPairs();
 
 }  // namespace sondera

@@ -46,6 +46,35 @@ TEST_F(CommandLineForms, AnotherFirstWordOpensNothing) {
   EXPECT_FALSE(QuitRequested());
 }
 
+TEST_F(CommandLineForms, AProjectWithoutANameIsNotMadeAndItsScriptNotRun) {
+  Write("job.txt", "import none none 20 50\n");
+  for (const char* name : {"", " \t", "folder/", "/"}) {
+    EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "new", name, "job.txt"}), 1) << name;
+    EXPECT_EQ(WrongForm({"sondera", "auto", "new", name, "job.txt"}), "the name of the new project is empty");
+  }
+  EXPECT_FALSE(QuitRequested());
+  EXPECT_TRUE(frontEnd.messages.empty());
+  EXPECT_FALSE(Exists(".da"));
+  EXPECT_EQ(session.projectFileName, "");
+}
+
+TEST(WrongForm, NamesWhatNoFormHas) {
+  const auto wrong = [](std::vector<std::string> words) {
+    words.insert(words.begin(), "sondera");
+    return WrongForm(words);
+  };
+  EXPECT_EQ(WrongForm({"sondera"}), "");
+  EXPECT_EQ(wrong({"site.da"}), "");
+  EXPECT_EQ(wrong({"auto", "new", "site", "job.txt"}), "");
+  EXPECT_EQ(wrong({"auto", "other", "x", "job.txt"}), "");
+  EXPECT_EQ(wrong({"export", "site.da", "out", "id", "1", "2", "3"}), "");
+  EXPECT_EQ(wrong({"auto", "new", "x"}), "auto takes three words (new or old, a project, a script), not 2");
+  EXPECT_EQ(wrong({"export", "site.da", "out"}), "export takes six words, not 2");
+  EXPECT_EQ(wrong({"export"}), "\"export\" alone is taken for the name of a project file");
+  EXPECT_EQ(wrong({"-h"}), "\"-h\" alone is taken for the name of a project file");
+  EXPECT_EQ(wrong({"one", "two", "three"}), "\"one\" with 2 words behind it is no command");
+}
+
 TEST_F(CommandLineForms, AutoWithAnotherWordRunsTheScriptOnTheEmptySession) {
   Write("job.txt", "* nothing to do\n");
   EXPECT_EQ(DispatchCommandLine({"sondera", "auto", "other", "x", "job.txt"}), 0);

@@ -1,7 +1,9 @@
 // Tests of the command script: frame, tokens, shared variables, import and masking of a record.
 #include "app/commands.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <sstream>
 
 #include "app/app_fixture.h"
@@ -9,10 +11,14 @@
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/findings.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/irfsetpnl.h"
 #include "runtime/panels/loadtxdata.h"
 #include "runtime/panels/mainmenu.h"
+#include "runtime/panels/sasw.h"
+#include "support/failing_file_driver.h"
 #include "support/site_records.h"
 
 namespace sondera {
@@ -99,7 +105,9 @@ TEST_F(CommandScript, ImportReadsTheRecordBehindTheInitialOne) {
 
 TEST_F(CommandScript, AMissingDataFileFailsTheRunWhichGoesOn) {
   EXPECT_EQ(Run("import none none 20 50\n* after it\n"), 1);
-  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Error in reading the file."});
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"Error in reading the file.\nCannot read " + folder.File("none.hyx") +
+                                     ": No such file or directory"});
 }
 
 TEST_F(CommandScript, BadLocationsFailTheRun) {
@@ -156,11 +164,84 @@ TEST_F(CommandScript, MaskingByTimesUsesAllFourInLowPassToo) {
   EXPECT_EQ(pair->enT[4], 1.9);
 }
 
-TEST_F(CommandScript, MaskingOfAnUnknownIdWorksOnTheSelectedMeasurement) {
-  RunAndStay("import H31 H31 20 50\nmasking nobody 0 400 300 90 70");
+TEST_F(CommandScript, MaskingOfAnUnknownIdIsToldAndLeavesTheSelectedMeasurementAlone) {
+  RunAndStay("import H31 H31 20 50\nmasking H3l 0 400 300 90 70");
+  EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"There is no measurement \"H3l\" in the project."});
+  const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
+  EXPECT_TRUE(pair == nullptr || pair->nDispPoints == 0);
+  EXPECT_EQ(session.curMeasID, "H31");
+  StartSession();
+  session.projectFileName = folder.File("site.da");
+  EXPECT_EQ(Run("import H31 H31 20 50\nmasking H3l 0 400 300 90 70\n"), 1);
+}
+
+TEST_F(CommandScript, ArgumentsOfARefusedMaskingStayInForceAllTheSame) {
+  RunAndStay("import H31 H31 20 50\nmasking H3l 0 400 300 90 70\nmasking H31");
   const PMeasInfo* pair = FindPair(GetKeyFromID("ProjID", "H31"), 0, 1);
   ASSERT_NE(pair, nullptr);
   EXPECT_GT(pair->nDispPoints, 0);
+}
+
+TEST_F(CommandScript, AScriptThatCannotBeReadToItsEndIsAFailure) {
+  // Two reads of the reader's buffer: the second begins in the middle of a command.
+  constexpr std::size_t kBuffer = std::size_t{1} << 17;
+  std::string text;
+  while (text.size() + 24 < kBuffer) text += "* a comment\n";
+  text.resize(kBuffer - 11, '*');
+  const long lines = std::count(text.begin(), text.end(), '\n') + 2;
+  text += "\nimport H31 half 20 50\n";
+  Write("job.txt", text);
+  ResetEvents();
+  const test::FailingFileDriver driver({.failRead = 2, .everAfter = true});
+  EXPECT_EQ(ProcessCommands(0, "job.txt"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{
+                FormatText("The command file cannot be read behind line %ld; the rest is not run.", lines)});
+  EXPECT_EQ(GetKeyFromID("ProjID", ""), -1) << "half a command is not run";
+}
+
+TEST_F(CommandScript, AReadThatFailsBetweenTwoLinesIsAFailureToo) {
+  std::string text((std::size_t{1} << 17) - 1, '*');
+  Write("job.txt", text + "\nimport H31 never 20 50\n");
+  ResetEvents();
+  const test::FailingFileDriver driver({.failRead = 2, .everAfter = true});
+  EXPECT_EQ(ProcessCommands(0, "job.txt"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"The command file cannot be read behind line 1; the rest is not run."});
+}
+
+TEST_F(CommandScript, AFolderInPlaceOfAScriptIsRefused) {
+  std::filesystem::create_directory(folder.File("jobs"));
+  EXPECT_EQ(ProcessCommands(0, "jobs"), -1);
+  ASSERT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_TRUE(frontEnd.messages[0].ends_with("it is a folder")) << frontEnd.messages[0];
+}
+
+TEST_F(CommandScript, AZeroByteIsNoEndOfAScript) {
+  const std::string zero(1, '\0');
+  for (const std::string& line :
+       {zero, "* comment" + zero, "import H31 " + zero + " 20 50", zero + "calcVel"}) {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    frontEnd.messages.clear();
+    EXPECT_EQ(Run("* one\n" + line + "\nimport H31 behind 20 50\n"), 1);
+    EXPECT_EQ(frontEnd.messages,
+              std::vector<std::string>{
+                  "The command file holds a zero byte in line 2; it is not run from there on."});
+    EXPECT_EQ(GetKeyFromID("ProjID", "behind"), -1);
+  }
+}
+
+TEST_F(CommandScript, CommandsBehindAnEmptyLineAreNoted) {
+  EXPECT_EQ(Run("* one\n\nimport H31 a 20 50\n* comment\n\ncalcVel\n"), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_EQ(Findings()[0].kind, FindingKind::Note);
+  EXPECT_EQ(Findings()[0].text, "the script ended at line 2, which is empty; lines with a word behind it: 2");
+  StartSession();
+  EXPECT_EQ(Run("* one\n\n\n* the end\n"), 0);
+  EXPECT_TRUE(Findings().empty());
 }
 
 TEST_F(CommandScript, MaskingWithAnEmptyListStopsAndLeavesTheProgramOpen) {
@@ -210,6 +291,12 @@ class Export : public CommandScript {
   /// The example's measurement with its curve, selected.
   void SetUp() override {
     CommandScript::SetUp();
+    StartSessionWithH31();
+  }
+  void StartSessionWithH31() {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    frontEnd.messages.clear();
     RunAndStay("import H31 H31 20 50\nmasking H31 0 400 300 90 70");
     ResetEvents();
   }
@@ -235,9 +322,9 @@ TEST_F(Export, OneLineWritesTheFourFilesOfThePairAndQuits) {
 }
 
 TEST_F(Export, InAScriptTheNextLineFollows) {
-  RunAndStay("export out H31 1 2 3\nexport coh H31 1 2 8");
+  RunAndStay("export out H31 1 2 3\nexport ir H31 1 2 9");
   ExpectPairFiles("out");
-  EXPECT_EQ(RowsOf(folder.File("coh.coh")).size(), 1024u);
+  EXPECT_EQ(RowsOf(folder.File("ir.ir")).size(), 2048u);
   EXPECT_TRUE(frontEnd.messages.empty());
 }
 
@@ -248,9 +335,56 @@ TEST_F(Export, FilesThatExistAreOverwrittenWithoutAQuestion) {
   EXPECT_TRUE(frontEnd.questions.empty());
 }
 
-TEST_F(Export, AnUnknownIdLeavesTheSelectionAsItIs) {
-  RunAndStay("export out nobody 1 2 3");
-  ExpectPairFiles("out");
+TEST_F(Export, AnUnknownIdIsToldAndLeavesTheFilesThatExist) {
+  Write("out.hyx", "a good file");
+  EXPECT_EQ(Run("export out nobody 1 2 3\n"), 1);
+  EXPECT_EQ(frontEnd.messages,
+            std::vector<std::string>{"There is no measurement \"nobody\" in the project."});
+  EXPECT_EQ(test::ReadWhole(folder.File("out.hyx")), "a good file");
+  EXPECT_FALSE(Exists("out.TFp"));
+}
+
+TEST_F(Export, ASingleLineOfAnUnknownIdEndsWithStatusOne) {
+  EXPECT_EQ(ProcessCommands(1, "out nobody 1 2 3"), 0);
+  EXPECT_EQ(RunUserInterface(), 1);
+  EXPECT_FALSE(Exists("out.TFp"));
+}
+
+TEST_F(Export, WhatATransferFunctionDoesNotHoldIsToldAndNotWritten) {
+  const struct {
+    int type;
+    const char *missing, *file;
+  } cases[] = {{0, "time records", "out.tim"},  {1, "linear spectra", "out.Hp"},
+               {2, "linear spectra", "out.Ha"}, {5, "power spectra", "out.Gxx"},
+               {6, "power spectra", "out.Gp"},  {7, "power spectra", "out.gyx"},
+               {8, "power spectra", "out.coh"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.type);
+    Write(c.file, "a good file");
+    frontEnd.messages.clear();
+    ResetEvents();
+    EXPECT_EQ(ProcessCommands(1, FormatText("out H31 1 2 %d", c.type)), 0);
+    EXPECT_EQ(RunUserInterface(), 1);
+    EXPECT_EQ(frontEnd.messages,
+              std::vector<std::string>{std::string("The measurement H31 has no ") + c.missing +
+                                       ": there is nothing to write for this display."});
+    EXPECT_EQ(test::ReadWhole(folder.File(c.file)), "a good file");
+    StartSessionWithH31();
+  }
+}
+
+TEST_F(Export, TheMenuItemRefusesWhatWasNeverMeasuredBeforeItAsksForAName) {
+  ASSERT_TRUE(SetCtrlIndex(sasw::DISPATYPE, 8));
+  EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_A), -1);
+  EXPECT_TRUE(frontEnd.files.empty());
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+}
+
+TEST_F(Export, ChannelNumbersAtTheEndsOfTheirRangeAreRefused) {
+  EXPECT_EQ(Run("export out H31 -99999999999 2 3\nexport out H31 1 99999999999 3\nexport out H31 1 -1 3\n"),
+            1);
+  EXPECT_EQ(frontEnd.messages.size(), 3u);
+  EXPECT_FALSE(Exists("out.TFp"));
 }
 
 TEST_F(Export, ChannelsAndTypesThatDoNotExistWriteNothingAndSaySo) {
@@ -281,8 +415,74 @@ TEST_F(Export, TheMenuItemsAskForAName) {
   ASSERT_EQ(frontEnd.files.size(), 1u);
   EXPECT_EQ(frontEnd.files[0].title, "Save the Data on Display A");
   ExpectPairFiles("menu");
+  ASSERT_TRUE(SetCtrlIndex(sasw::DISPBTYPE, 3));
   EXPECT_EQ(Commit(mainmenu::SAVE_TRACE_B), -1) << "cancelled";
   EXPECT_EQ(frontEnd.files[1].title, "Save the Data on Display B");
+}
+
+/// A ground whose waves go at 240 m/s at low frequencies and at 140 m/s at high ones.
+double PhaseVelocity(double f) {
+  return 140.0 + 100.0 / (1.0 + f / 17.1);
+}
+
+/// The transfer function of two receivers 20 m apart on it, from a frequency on.
+std::string ComputedRecord(double from) {
+  constexpr double kStep = 0.25, kSpacing = 20.0;
+  std::string text;
+  for (int i = static_cast<int>(std::lround(from / kStep)); i < 512; ++i) {
+    const double f = i * kStep, phase = 2.0 * std::numbers::pi * f * kSpacing / PhaseVelocity(f);
+    text += FormatText("%.4f %.9f %.9f\n", f, std::cos(phase), -std::sin(phase));
+  }
+  return text;
+}
+
+class LowLines : public CommandScript {
+ protected:
+  /// Velocity of the pair's curve at a frequency, from the phase without a window.
+  double VelocityAt(const std::string& id, double f) {
+    SetCtrlVal(sasw::DISPCURV_OPTION, 0);
+    EXPECT_EQ(Commit(sasw::MASKINGCALCDISP), 0);
+    const PMeasInfo* p = FindPair(GetKeyFromID("ProjID", id), 0, 1);
+    for (int k = 0; p && k < p->nDispPoints; ++k)
+      if (std::fabs(p->dispFreq[static_cast<std::size_t>(k)] - f) < 0.01)
+        return p->dispVel[static_cast<std::size_t>(k)];
+    return 0.0;
+  }
+  void Import(const std::string& id, double from) {
+    Write(id + ".hyx", ComputedRecord(from));
+    RunAndStay("import " + id + " " + id + " 20 40\nmasking " + id + " 0 400 300 90 70");
+    ResetEvents();
+  }
+  /// Doubts about a band in the list.
+  int DoubtsOfBand() {
+    return static_cast<int>(std::count_if(Findings().begin(), Findings().end(), [](const Finding& f) {
+      return f.kind == FindingKind::Doubt &&
+             f.text.find("begins at 6 Hz: cycles below 6 Hz cannot be counted") != std::string::npos;
+    }));
+  }
+};
+
+TEST_F(LowLines, ACutAtSixHertzTakesACycleAndTurns181Into286MetresPerSecond) {
+  constexpr double kFrequency = 24.5;
+  ASSERT_NEAR(PhaseVelocity(kFrequency), 181.1, 0.1);
+  Import("whole", 0.0);
+  EXPECT_NEAR(VelocityAt("whole", kFrequency), PhaseVelocity(kFrequency), 0.5);
+  EXPECT_EQ(DoubtsOfBand(), 0);
+  Import("cut", 6.0);
+  EXPECT_NEAR(VelocityAt("cut", kFrequency), 287.0, 1.5) << "one cycle of 2.71 is missing";
+  EXPECT_EQ(DoubtsOfBand(), 1);
+}
+
+TEST_F(LowLines, AMaskOverTheCutGivesTheCycleBackAndTakesTheDoubtAway) {
+  Import("cut", 6.0);
+  ClearFindings();
+  SetCtrlIndex(sasw::TRACE_ONOFF, 0);
+  SetCtrlVal(sasw::MASKING_FREQINIT, 0.0);
+  SetCtrlVal(sasw::MASKING_FREQFINAL, 8.0);
+  SetCtrlVal(sasw::MASKING_JUMPNO, 1);
+  ASSERT_EQ(Commit(sasw::MASKINGNEW), 0);
+  EXPECT_NEAR(VelocityAt("cut", 24.5), PhaseVelocity(24.5), 0.5);
+  EXPECT_EQ(DoubtsOfBand(), 0);
 }
 
 TEST_F(CommandScript, ALineThatIsTooLongIsRefusedWhole) {

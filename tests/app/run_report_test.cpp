@@ -2,7 +2,6 @@
 // doubtful, noise for which much is, and the statuses.
 #include "app/run_report.h"
 
-#include <complex>
 #include <functional>
 #include <random>
 #include <set>
@@ -10,7 +9,7 @@
 
 #include "app/app_fixture.h"
 #include "app/commands.h"
-#include "forward/plane_wave.h"
+#include "forward/synthetic_site.h"
 #include "inversion/run_history.h"
 #include "project/measdb.h"
 #include "project/selection.h"
@@ -28,37 +27,8 @@ using testing::AddMeasurement;
 using testing::MeasurementPlan;
 using testing::TestMeasurement;
 
-constexpr double kPi = 3.14159265358979323846;
 const std::string kRoad =
     "masking site 0 600 400 100 60\ncalcVel\npreInversion 1 0 2 0.5 4 2 3 4 100\ninversion\n";
-
-/// Phase velocity of plane waves over frequency, of a ground of four layers; straight lines between
-/// wavelengths that are 2 % apart.
-class Ground {
- public:
-  Ground() {
-    const double h[] = {0, 2, 3, 4, 100}, Vs[] = {0, 150, 200, 260, 330}, rho[] = {0, 1.8, 1.8, 1.8, 1.8},
-                 nu[] = {0, 0.3333, 0.3333, 0.3333, 0.3333};
-    const int n = 4, one = 1;
-    for (double L = 300.0; L > 0.3; L /= 1.02) {
-      const double wave[2] = {0.0, L};
-      double c[2] = {0.0, 0.0};
-      FS_SASW2D(&n, h, Vs, nullptr, nullptr, rho, nullptr, nu, &one, wave, c);
-      points_.emplace_back(c[1] / L, c[1]);
-    }
-  }
-  double Velocity(double f) const {
-    auto above = std::lower_bound(points_.begin(), points_.end(), std::make_pair(f, 0.0));
-    if (above == points_.begin()) return points_.front().second;
-    if (above == points_.end()) return points_.back().second;
-    const auto below = above - 1;
-    return below->second +
-           (above->second - below->second) * (f - below->first) / (above->first - below->first);
-  }
-
- private:
-  std::vector<std::pair<double, double>> points_;
-};
 
 class RunReport : public testing::AppTest {
  protected:
@@ -74,8 +44,8 @@ class RunReport : public testing::AppTest {
     AppTest::TearDown();
   }
 
-  /// A measurement "site" with receivers at the given places and the source at 0, on display.
-  TestMeasurement AddSite(const std::vector<double>& places, const char* id = "site") {
+  /// A measurement with receivers and source at the given places, on display.
+  TestMeasurement AddSite(const std::vector<double>& places, const char* id = "site", double source = 0.0) {
     MeasurementPlan plan;
     plan.measID = id;
     plan.nChannels = static_cast<int>(places.size());
@@ -83,6 +53,7 @@ class RunReport : public testing::AppTest {
     plan.deltaT = kStep;
     const TestMeasurement m = AddMeasurement(plan);
     m.setup->recLoc = places;
+    m.setup->srcLoc = source;
     FillMeasIDListBox(Panel::SASW, m.projID);
     FillMeasIDListBox(Panel::MEASPANEL, m.projID);
     testing::SelectPair(m, 0, 1);
@@ -98,32 +69,19 @@ class RunReport : public testing::AppTest {
     }
   }
 
-  /// A blow on the ground, with every frequency of the band equally strong: the wave arrives with the phase
-  /// 2 pi f x / c and decays by 1 / sqrt(x).
-  static std::vector<double> Blow(const Ground& ground, const std::vector<double>& places) {
-    std::vector<double> all;
-    for (const double place : places) {
-      const double x = std::fabs(place);
-      for (int s = 0; s < kSamples; ++s) {
-        double sum = 0.0;
-        for (int i = 1; i < kLines; ++i) {
-          const double f = i / (kSamples * kStep);
-          sum += std::cos(2.0 * kPi * f * (s * kStep - x / ground.Velocity(f)));
-        }
-        all.push_back(sum / std::sqrt(x));
-      }
-    }
-    return all;
-  }
-  /// Averages of blows with noise of 1 % of the largest value.
-  void MeasureBlows(int blows, const std::vector<double>& places) {
-    const std::vector<double> quiet = Blow(Ground(), places);
-    std::mt19937 random(11);
-    std::normal_distribution<double> noise(0.0, 0.01 * *std::max_element(quiet.begin(), quiet.end()));
-    Measure(blows, [&](int) {
-      std::vector<double> blow = quiet;
-      for (double& v : blow) v += noise(random);
-      return blow;
+  /// Averages of blows at a synthetic site with noise of 1 %, measured from 0 on.
+  void MeasureBlows(int blows, const std::vector<double>& places, double source = 0.0) {
+    SiteRecording recording;
+    recording.source = source;
+    recording.receivers = places;
+    recording.deltaT = kStep;
+    recording.nSamples = kSamples;
+    const SiteSimulator site{SyntheticSite{}};
+    Measure(blows, [&](int b) {
+      std::vector<double> all;
+      for (const std::vector<double>& trace : site.Record(recording, b))
+        all.insert(all.end(), trace.begin(), trace.end());
+      return all;
     });
   }
 
@@ -257,6 +215,39 @@ TEST_F(RunReport, ALineShotInReverseGivesTheSameProfileToTheDigit) {
   const std::string forward = results(1.0);
   EXPECT_GT(forward.size(), 1000u);
   EXPECT_EQ(forward, results(-1.0));
+}
+
+TEST_F(RunReport, AForwardAndAReverseShotAreInvertedTogether) {
+  const auto results = [&](const std::vector<double>& places, double source) {
+    StartSession();
+    session.projectFileName = folder.File("site.da");
+    AddSite({8.0, 16.0}, "forward");
+    MeasureBlows(3, {8.0, 16.0});
+    AddSite(places, "second", source);
+    MeasureBlows(3, places, source);
+    EXPECT_EQ(Run("masking forward 0 600 400 100 60\nmasking second\ncalcVel\n"
+                  "preInversion 1 0 2 0.5 4 2 3 4 100\ninversion\n"),
+              kAllDone)
+        << printed;
+    EXPECT_EQ(LinesWith("pair ").size(), 2u);
+    return test::ReadWhole(folder.File("site_f.results")) + test::ReadWhole(folder.File("ProjID.fdp"));
+  };
+  const std::string twice = results({8.0, 16.0}, 0.0);
+  EXPECT_GT(twice.size(), 1000u);
+  EXPECT_EQ(twice, results({16.0, 8.0}, 24.0));
+}
+
+TEST_F(RunReport, ANewSessionBeginsWithNothingToReport) {
+  AddSite({8.0, 16.0});
+  MeasureBlows(1, {8.0, 16.0});
+  ASSERT_EQ(Run(kRoad), kAllDone);
+  EXPECT_FALSE(InversionHistories().empty());
+  EXPECT_FALSE(WrittenFiles().empty());
+  EXPECT_FALSE(Findings().empty());
+  StartSession();
+  EXPECT_TRUE(InversionHistories().empty());
+  EXPECT_TRUE(WrittenFiles().empty());
+  EXPECT_TRUE(Findings().empty());
 }
 
 }  // namespace

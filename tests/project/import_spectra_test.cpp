@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/import_fixture.h"
 
@@ -13,6 +14,7 @@ namespace {
 using Complex = std::complex<double>;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 constexpr char kCannotRead[] = "Error in reading the file.";
 
@@ -186,7 +188,7 @@ TEST_F(LoadHyxDataTest, WhatIsNoSpectrumIsRefusedAndChangesNothing) {
   for (const char* text : texts) {
     frontEnd.messages.clear();
     EXPECT_EQ(Import({.files = {Write("h", text)}}), -1) << text;
-    EXPECT_EQ(OnlyMessage(), kCannotRead) << text;
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead) << text;
     EXPECT_FALSE(Has("new")) << text;
   }
 }
@@ -212,7 +214,7 @@ TEST_F(LoadHyxDataTest, ALaterFileThatFailsTakesTheMeasurementAway) {
   for (const std::string& text : texts) {
     frontEnd.messages.clear();
     EXPECT_EQ(Import({.receivers = 3, .files = {File(1, 16), Write("later", text)}}), -1) << text;
-    EXPECT_EQ(OnlyMessage(), kCannotRead) << text;
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead) << text;
     EXPECT_FALSE(Has("new")) << text;
   }
   EXPECT_EQ(Import({.receivers = 3, .files = {File(1, 16), folder.File("missing")}}), -1);
@@ -240,6 +242,74 @@ TEST_F(LoadHyxDataTest, MoreLinesThanAnyFixedTable) {
   EXPECT_EQ(Hardware().nLines, 65536);
   EXPECT_EQ(Cross(1, 39999), Value(1, 39999));
   EXPECT_EQ(Cross(1, 40000), 0.0);
+}
+
+TEST_F(LoadHyxDataTest, ARefusalNamesFileLineAndCause) {
+  struct {
+    const char *text, *cause;
+  } const cases[] = {
+      {"0 1 2\n0,5 1,25 2\n1 1 2\n",
+       "line 2: more than the 3 fields of the format (commas separate fields; a decimal mark is a point)"},
+      {"0 1 2\n0.5 1 2\n1.5 1 2\n2 1 2\n",
+       "line 3: the frequencies are not evenly spaced: the mean step is 0.7, and the one to 1.5 is another"},
+      {"0 1 2\n0.5 1 2\n0.4 1 2\n", "line 3: the frequencies do not ascend: 0.4 comes behind 0.5"},
+      {"0 1\n0.5 1\n1 1\n1.5 1\n",
+       "line 1: two columns are no complex spectrum: frequency, real and imaginary part"},
+      {"0 1 2\n0.5 1 2\n1 1 2\n1.5 1",
+       "line 4: the file breaks off in this line, its last: it has less in it than the others, and no line "
+       "end"},
+      {"0 1 2\n0.5 nan 2\n1 1 2\n", "line 2: a value is no finite number"},
+      {"0 1 2\n\n", "line 2: the data end here, before two lines"}};
+  for (const auto& c : cases) {
+    frontEnd.messages.clear();
+    EXPECT_EQ(Import({.files = {Write("h", c.text)}}), -1) << c.text;
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead);
+    EXPECT_EQ(OnlyMessageCause(), folder.File("h") + ", " + c.cause);
+    frontEnd.messages.clear();
+    EXPECT_EQ(Import({.receivers = 3, .files = {File(1, 16), Write("later", c.text)}}), -1) << c.text;
+    EXPECT_EQ(OnlyMessageCause(), folder.File("later") + ", " + c.cause);
+    EXPECT_FALSE(Has("new"));
+  }
+  frontEnd.messages.clear();
+  EXPECT_EQ(Import({.files = {folder.File("missing")}}), -1);
+  EXPECT_EQ(OnlyMessageCause(), "Cannot read " + folder.File("missing") + ": No such file or directory");
+  EXPECT_TRUE(Findings().empty());
+}
+
+TEST_F(LoadHyxDataTest, ABandThatBeginsAboveZeroAndLinesWithoutAPlaceAreTold) {
+  ASSERT_EQ(Import({.files = {File(1, 189, 6.0)}}), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_EQ(Findings()[0].text,
+            "new begins at 6 Hz: cycles below 6 Hz cannot be counted; keep the lines from 0 Hz on in the "
+            "files, or mask "
+            "with the number of cycles");
+  ClearFindings();
+  ASSERT_EQ(Import({.measID = "whole", .files = {File(1, 17)}}), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_EQ(Findings()[0], (Finding{FindingKind::Note,
+                                    "whole: a record of 16 lines has no place for the last 1 of the "
+                                    "files, up to 8 Hz"}));
+  ClearFindings();
+  ASSERT_EQ(Import({.measID = "band", .files = {File(1, 17, 0.5)}}), 0) << "16 lines from 0 Hz on";
+  ASSERT_EQ(Findings().size(), 2u);
+  EXPECT_EQ(Findings()[0].kind, FindingKind::Doubt);
+  EXPECT_EQ(Findings()[0].text,
+            "band: a record of 16 lines has no place for the last 2 of the files, up to 8.5 Hz");
+}
+
+TEST_F(LoadHyxDataTest, ZerosAndLengthsAreTold) {
+  const std::string zeros = SpectrumText(0, 0.5, 16, [](int) { return Complex(); });
+  ASSERT_EQ(Import({.receivers = 4, .files = {File(1, 16), Write("zeros", zeros), File(3, 5)}}), 0);
+  ASSERT_EQ(Findings().size(), 2u);
+  EXPECT_EQ(Findings()[0],
+            (Finding{FindingKind::Doubt, folder.File("zeros") + ": channel 3 holds only zeros"}));
+  EXPECT_EQ(Findings()[1].text, File(3, 5) + " has 5 lines, fewer than the 16 of " + File(1, 16) +
+                                    "; the rest of its channel is 0");
+  ClearFindings();
+  ASSERT_EQ(Import({.measID = "longer", .receivers = 3, .files = {File(1, 16), File(2, 40)}}), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_EQ(Findings()[0].text, File(1, 16) + " is the first file and has 16 lines, fewer than the 40 of " +
+                                    File(2, 40) + "; the first file sets the length of all");
 }
 
 // ---- .Gyx
@@ -290,22 +360,34 @@ TEST_F(LoadGyxDataTest, AnEmptyFirstRowIsUnityOverTheWholeChannel) {
   EXPECT_EQ(Cross(1, 5), Value(2, 5));
 }
 
+TEST_F(LoadGyxDataTest, APowerSpectrumMayHaveTwoColumnsAndACrossSpectrumNot) {
+  const std::string two = "0 1\n0.5 2\n1 3\n1.5 4\n";
+  ASSERT_EQ(ImportCross(2, false, {Write("g11", two), File(2, 4)}), 0);
+  EXPECT_EQ(Cross(0, 2), 3.0);
+  EXPECT_TRUE(Findings().empty());
+  EXPECT_EQ(ImportCross(2, false, {File(1, 4), Write("g21", two)}, "other"), -1);
+  EXPECT_EQ(OnlyMessageCause(),
+            folder.File("g21") +
+                ", line 1: two columns are no complex spectrum: frequency, real and imaginary part");
+  EXPECT_FALSE(Has("other"));
+}
+
 TEST_F(LoadGyxDataTest, AMissingLaterFileIsRefused) {
   EXPECT_EQ(ImportCross(2, false, {File(1, 16), ""}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
 }
 
 TEST_F(LoadGyxDataTest, AFirstFileThatIsNamedButNotThereIsRefused) {
   EXPECT_EQ(ImportCross(2, false, {folder.File("missing"), File(2, 16)}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
 }
 
 TEST_F(LoadGyxDataTest, NoRowAtAllIsRefused) {
   EXPECT_EQ(ImportCross(2, false, {}), -1);
   EXPECT_EQ(ImportCross(2, true, {}), -1);
-  EXPECT_THAT(frontEnd.messages, ElementsAre(kCannotRead, kCannotRead));
+  EXPECT_THAT(frontEnd.messages, ElementsAre(StartsWith(kCannotRead), StartsWith(kCannotRead)));
   EXPECT_FALSE(Has("new"));
 }
 
@@ -346,15 +428,15 @@ TEST_F(LoadGyxDataTest, TheFirstRowThatIsNotEmptyFixesTheLines) {
 
 TEST_F(LoadGyxDataTest, WithASourceTheCrossSpectrumOfTheFirstReceiverMustBeThere) {
   EXPECT_EQ(ImportCross(2, true, {File(8, 16), File(9, 16), "", File(2, 16)}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
   frontEnd.messages.clear();
   EXPECT_EQ(ImportCross(2, true, {"", "", "", File(2, 16)}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
   frontEnd.messages.clear();
   EXPECT_EQ(ImportCross(2, true, {"", "", File(1, 16), ""}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
 }
 

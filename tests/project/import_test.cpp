@@ -173,7 +173,7 @@ TEST_F(ImportDialog, AnEmptyRowIsRefusedExceptForCrossSpectra) {
        {ImportKind::TimeHistory, ImportKind::TransferFunction, ImportKind::TransferFunction58}) {
     frontEnd.messages.clear();
     EXPECT_EQ(Import({.kind = kind, .receivers = 3, .files = {GoodHyx(), ""}}), -1);
-    EXPECT_EQ(OnlyMessage(), kCannotRead);
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead);
     EXPECT_FALSE(Has("new"));
   }
 }
@@ -185,7 +185,7 @@ TEST_F(ImportDialog, NoReceiverIsRefused) {
       EXPECT_EQ(
           Import({.kind = static_cast<ImportKind>(kind), .receivers = n, .files = {GoodHyx(), GoodHyx()}}),
           -1);
-      EXPECT_EQ(OnlyMessage(), kCannotRead) << kind;
+      EXPECT_EQ(OnlyMessageHead(), kCannotRead) << kind;
     }
   }
 }
@@ -409,7 +409,7 @@ TEST_F(ImportDialog, TrimOfAnUnknownMeasurementDoesNothing) {
 TEST_F(ImportDialog, AFailedImportSelectsTheLastOfTheOthers) {
   ASSERT_EQ(Import({.measID = "a", .files = {GoodHyx()}}), 0);
   EXPECT_EQ(Import({.measID = "b", .receivers = 3, .files = {GoodHyx(), folder.File("missing")}}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_EQ(session.curMeasID, "a");
   EXPECT_EQ(session.lengthUnit, 1.0);
 }

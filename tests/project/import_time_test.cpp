@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/import_fixture.h"
 
@@ -164,7 +165,7 @@ TEST_F(LoadTimeDataTest, AFirstFileThatIsNoRecordIsRefusedAndChangesNothing) {
   for (const char* text : texts) {
     frontEnd.messages.clear();
     EXPECT_EQ(ImportTexts({text, TimText(0, 0.01, {1, 2, 3})}), -1) << text;
-    EXPECT_EQ(OnlyMessage(), kCannotRead) << text;
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead) << text;
     EXPECT_FALSE(Has("new")) << text;
     EXPECT_EQ(MeasDB.idList.count(), 1);
     EXPECT_EQ(MeasDB.hwSetupList.count(), 1);
@@ -184,7 +185,7 @@ TEST_F(LoadTimeDataTest, ALaterFileThatIsNoRecordTakesTheMeasurementAway) {
   for (const std::string& text : texts) {
     frontEnd.messages.clear();
     EXPECT_EQ(ImportTexts({first, text}), -1) << text;
-    EXPECT_EQ(OnlyMessage(), kCannotRead) << text;
+    EXPECT_EQ(OnlyMessageHead(), kCannotRead) << text;
     EXPECT_FALSE(Has("new")) << text;
     EXPECT_EQ(MeasDB.hwSetupList.count(), 1);
     EXPECT_EQ(MeasDB.measSetupList.count(), 1);
@@ -192,17 +193,96 @@ TEST_F(LoadTimeDataTest, ALaterFileThatIsNoRecordTakesTheMeasurementAway) {
   }
 }
 
+TEST_F(LoadTimeDataTest, ARefusalNamesFileLineAndCause) {
+  const std::string good = TimText(0, 0.01, {1, 2, 3, 4});
+  struct {
+    const char *text, *cause;
+  } const cases[] = {
+      {"0 1\n0.01 2 9\n0.02 3\n",
+       "line 2: more than the 2 fields of the format (commas separate fields; a decimal mark is a point)"},
+      {"0 1\n0.01 2\n0.03 3\n0.04 5\n",
+       "line 3: the times are not evenly spaced: the mean step is 0.014, and the one to 0.03 is another"},
+      {"0 1\n0.01 2\n0.01 3\n", "line 3: the times do not ascend: 0.01 comes behind 0.01"},
+      {"0 1\n0.01 inf\n0.02 3\n", "line 2: the value is no finite number"},
+      {"0 1\nnothing\n", "line 2: the data end here, before two lines of a time and a value"},
+      {"0 1.25\n0.01 2.25\n0.02 3.25\n0.03 4.",
+       "line 4: the file breaks off in this line, its last: it has less in it than the others, and no line "
+       "end"}};
+  for (const auto& c : cases) {
+    for (const bool later : {false, true}) {
+      frontEnd.messages.clear();
+      EXPECT_EQ(later ? ImportTexts({good, c.text}) : ImportTexts({c.text, good}), -1) << c.text;
+      // A later file passes over a line without a value up to the length of the first.
+      if (later && std::string(c.text).find("nothing") != std::string::npos) continue;
+      EXPECT_EQ(OnlyMessageCause(), folder.File(later ? "r2" : "r1") + ", " + c.cause);
+      EXPECT_FALSE(Has("new"));
+    }
+  }
+  frontEnd.messages.clear();
+  EXPECT_EQ(ImportTexts({good, TimText(0.01, 0.01, {1, 2, 3, 4})}), -1);
+  EXPECT_EQ(OnlyMessageCause(), folder.File("r2") + ", line 1: another time than in the first file");
+}
+
+TEST_F(LoadTimeDataTest, DecimalCommasAreRefused) {
+  EXPECT_EQ(ImportTexts({"0,000 1,5\n0,001 2,5\n0,002 3,5\n"}), -1);
+  EXPECT_THAT(OnlyMessageCause(), ::testing::HasSubstr(", line 1: more than the 2 fields"));
+}
+
+/// Texts of the findings of a kind.
+std::vector<std::string> Told(FindingKind kind) {
+  std::vector<std::string> texts;
+  for (const Finding& f : Findings())
+    if (f.kind == kind) texts.push_back(f.text);
+  return texts;
+}
+
+TEST_F(LoadTimeDataTest, WhatIsTakenThoughItLooksWrongIsTold) {
+  ASSERT_EQ(ImportTexts({TimText(0, 0.01, {1, 2, 3, 4}), TimText(0, 0.01, {0, 0, 0, 0}),
+                         TimText(0, 0.01, {1, 2, 3, 4, 5, 6}), TimText(0, 0.01, {1, 2, 3})}),
+            0);
+  const std::string r1 = folder.File("r1");
+  EXPECT_THAT(Told(FindingKind::Doubt),
+              ElementsAre(folder.File("r2") + ": channel 2 holds only zeros",
+                          r1 + " is the first file and has 4 lines, fewer than the 6 of " +
+                              folder.File("r3") + "; the first file sets the length of all",
+                          folder.File("r4") + " has 3 lines, fewer than the 4 of " + r1 +
+                              "; the rest of its channel repeats the last value"));
+}
+
+TEST_F(LoadTimeDataTest, LinesBehindTheEndOfTheDataAndWithoutAValueAreTold) {
+  ASSERT_EQ(ImportTexts({"0 1\n0.01 2\n0.02 3\n0.03 4\n\n0.05 6\n0.06 7\n", "0 1\n0.01\n0.02 3\n0.03 7"}), 0);
+  EXPECT_THAT(
+      Told(FindingKind::Doubt),
+      ElementsAre(
+          folder.File("r1") + ": the data end behind line 4, and 2 more lines with numbers are not read",
+          folder.File("r2") + ": 1 lines lack a value, which counts as 0; the first is line 2"));
+  EXPECT_THAT(
+      Told(FindingKind::Note),
+      ElementsAre(
+          folder.File("r2") +
+          ": the last line has no line end; if the file was cut off there, its last number is wrong"));
+}
+
+TEST_F(LoadTimeDataTest, AGoodImportAndARefusedOneTellNothing) {
+  const std::string good = TimText(0, 0.01, {1, 2, 3, 4});
+  ASSERT_EQ(ImportTexts({good, good}), 0);
+  EXPECT_TRUE(Findings().empty());
+  frontEnd.confirmAnswers = {true};
+  ASSERT_EQ(ImportTexts({TimText(0, 0.01, {0, 0, 0, 0}), "0 1 2 3\n"}), -1);
+  EXPECT_TRUE(Findings().empty());
+}
+
 TEST_F(LoadTimeDataTest, AMissingLaterFileTakesTheMeasurementAway) {
   EXPECT_EQ(Import({.kind = ImportKind::TimeHistory,
                     .files = {Write("a", TimText(0, 0.01, {1, 2})), folder.File("nothing there")}}),
             -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
 }
 
 TEST_F(LoadTimeDataTest, ValuesWhosePowerLeavesTheRangeAreRefused) {
   EXPECT_EQ(ImportTexts({TimText(0, 0.01, {1, 2e200, 3, 4})}), -1);
-  EXPECT_EQ(OnlyMessage(), kCannotRead);
+  EXPECT_EQ(OnlyMessageHead(), kCannotRead);
   EXPECT_FALSE(Has("new"));
 }
 

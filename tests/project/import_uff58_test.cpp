@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/import_fixture.h"
 
@@ -143,7 +144,7 @@ TEST_F(UffImport, AFirstFileThatFailsChangesNothing) {
   for (const auto& c : cases) {
     frontEnd.messages.clear();
     EXPECT_EQ(ImportH(2, {c.file}), -1) << c.file;
-    EXPECT_EQ(OnlyMessage(), c.message) << c.file;
+    EXPECT_EQ(OnlyMessageHead(), c.message) << c.file;
     EXPECT_FALSE(Has("new")) << c.file;
     EXPECT_EQ(MeasDB.hwSetupList.count(), 1);
   }
@@ -163,11 +164,35 @@ TEST_F(UffImport, ALaterFileThatFailsTakesTheMeasurementAway) {
   for (const auto& c : cases) {
     frontEnd.messages.clear();
     EXPECT_EQ(ImportH(3, {File({}), c.file}), -1) << c.file;
-    EXPECT_EQ(OnlyMessage(), c.message) << c.file;
+    EXPECT_EQ(OnlyMessageHead(), c.message) << c.file;
     EXPECT_FALSE(Has("new")) << c.file;
     EXPECT_EQ(MeasDB.hwSetupList.count(), 1);
     EXPECT_EQ(MeasDB.rawDataList.count(), 1);
   }
+}
+
+TEST_F(UffImport, ARefusalNamesFileLineAndCause) {
+  const std::string cut = Write("cut", UffText({}).substr(0, 900));
+  EXPECT_EQ(ImportH(2, {cut}), -1);
+  EXPECT_THAT(OnlyMessageCause(),
+              ::testing::MatchesRegex(cut + ", line [0-9]+: the data end before the number of points in "
+                                            "the header is reached"));
+  frontEnd.messages.clear();
+  std::string text = UffText({});
+  text.replace(text.rfind("E+0"), 4, "E+xx");
+  const std::string bad = Write("bad", text);
+  EXPECT_EQ(ImportH(3, {File({}), bad}), -1);
+  EXPECT_THAT(OnlyMessageCause(), ::testing::HasSubstr(bad + ", line "));
+  frontEnd.messages.clear();
+  EXPECT_EQ(ImportH(3, {File({}), File({.df = 1.0})}), -1);
+  EXPECT_EQ(OnlyMessageCause(), File({.df = 1.0}) + ": other frequencies than in the first file");
+}
+
+TEST_F(UffImport, ABandIsTold) {
+  ASSERT_EQ(ImportH(2, {File({.points = 20, .f0 = 6.0})}), 0);
+  ASSERT_EQ(Findings().size(), 1u);
+  EXPECT_THAT(Findings()[0].text,
+              ::testing::StartsWith("new begins at 6 Hz: cycles below 6 Hz cannot be counted"));
 }
 
 TEST_F(UffImport, AnEmptyLaterRowOfCrossSpectraCannotBeOpened) {

@@ -297,12 +297,39 @@ TEST_F(TraceExport, NumbersHaveAPointInEveryLocale) {
 
 TEST_F(TraceExport, LinesThatAreNoPowerOfTwoKeepTheirRowCounts) {
   const TestMeasurement odd = AddMeasurement({.measID = "odd", .nLines = 20});
+  for (auto block : kRawBlocks) (odd.raw->*block).assign((odd.raw->*block).size(), 0.5);
   SelectPair(odd, 0, 1);
   for (int type : {0, 3, 5, 9}) ASSERT_EQ(SaveTraceData(0, 1, type, "A", folder.File("out")), 0);
   EXPECT_EQ(Rows("tim", 2).size(), 64u);
   EXPECT_EQ(Rows("ir", 5).size(), 64u);
   EXPECT_EQ(Rows("TFp", 5).size(), 20u);
   EXPECT_EQ(Rows("Gxx", 2).size(), 20u);
+}
+
+TEST_F(TraceExport, ABlockThatNoRecordFilledIsNotWritten) {
+  const struct {
+    std::vector<double> RawData::*block;
+    std::vector<int> types;
+    const char* name;
+  } cases[] = {{&RawData::timeHist, {0}, "time records"},
+               {&RawData::powerSpec, {5, 6, 7, 8}, "power spectra"}};
+  for (const auto& c : cases) {
+    const std::vector<double> before = m.raw->*c.block;
+    (m.raw->*c.block).assign(before.size(), 0.0);
+    for (int type : c.types) {
+      frontEnd.messages.clear();
+      EXPECT_EQ(Save(type), -1) << type;
+      EXPECT_EQ(OnlyMessage(), std::string("The measurement measID has no ") + c.name +
+                                   ": there is nothing to write for this display.");
+      EXPECT_TRUE(folder.Names().empty()) << type;
+    }
+    m.raw->*c.block = before;
+  }
+  m.raw->linSpecRe.assign(m.raw->linSpecRe.size(), 0.0);
+  EXPECT_EQ(Save(1), 0) << "one part of it is enough";
+  m.raw->crossSpecRe.assign(m.raw->crossSpecRe.size(), 0.0);
+  m.raw->crossSpecIm.assign(m.raw->crossSpecIm.size(), 0.0);
+  for (int type : {3, 4, 6, 8, 9}) EXPECT_EQ(Save(type), -1) << type;
 }
 
 TEST(GetPlotInfo, KnowsItsExtensions) {

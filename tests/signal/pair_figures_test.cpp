@@ -1,4 +1,4 @@
-// Tests of the figures behind a pair's curve, and of how far pairs disagree.
+// Tests of the figures behind a pair's curve.
 #include "signal/pair_figures.h"
 
 #include <cmath>
@@ -123,49 +123,6 @@ TEST_F(PairFiguresTest, CoherenceOfASingleBlowOrOfATransferFunctionIsUnknown) {
   EXPECT_EQ(Only().lowCoherence, -1.0) << "1 by definition";
   SetCoherence(m, {1.0, 1.0, 0.999, 1.0});
   EXPECT_EQ(Only().lowCoherence, 0.0);
-}
-
-TEST_F(PairFiguresTest, PairsAreComparedAtSharedWavelengths) {
-  std::vector<double> wlen, slow, fast;
-  for (double w = 40.0; w > 5.0; w *= 0.97) {
-    wlen.push_back(w);
-    slow.push_back(150.0 + w);
-    fast.push_back((150.0 + w) * (w > 30.0 ? 1.5 : 1.0));
-  }
-  Pair(Site("a", {10.0, 20.0}), wlen, slow);
-  Pair(Site("b", {10.0, 20.0}), wlen, fast);
-  const std::vector<Disagreement> d = DisagreementsOfPairs();
-  ASSERT_EQ(d.size(), 1u);
-  EXPECT_EQ(d[0].first, "a[1:2]");
-  EXPECT_EQ(d[0].second, "b[1:2]");
-  EXPECT_NEAR(d[0].share, 0.4, 0.01) << "half as much again, over the mean of both";
-  EXPECT_GT(d[0].wavelength, 29.0);
-  EXPECT_NEAR(d[0].velocity1, 150.0 + d[0].wavelength, 0.5)
-      << "a straight line is followed, not averaged flat";
-}
-
-TEST_F(PairFiguresTest, UnitsOfLengthAreBroughtTogether) {
-  std::vector<double> wlen, vel;
-  for (double w = 40.0; w > 5.0; w *= 0.97) {
-    wlen.push_back(w);
-    vel.push_back(200.0);
-  }
-  Pair(Site("a", {10.0, 20.0}), wlen, vel);
-  for (double& w : wlen) w /= 0.3048;
-  for (double& v : vel) v /= 0.3048;
-  Pair(Site("b", {33.0, 66.0}, 0.3048), wlen, vel);
-  const std::vector<Disagreement> d = DisagreementsOfPairs();
-  ASSERT_EQ(d.size(), 1u);
-  EXPECT_LT(d[0].share, 1e-9);
-}
-
-TEST_F(PairFiguresTest, CurvesWithoutASharedWavelengthAreNotCompared) {
-  Pair(Site("a", {10.0, 20.0}), {40.0, 38.0, 36.0}, {200.0, 200.0, 200.0});
-  Pair(Site("b", {10.0, 20.0}), {30.0, 28.0, 26.0}, {300.0, 300.0, 300.0});
-  EXPECT_TRUE(DisagreementsOfPairs().empty());
-  // A gap of the first curve: the points around it are more than 10 % away.
-  Pair(Site("c", {10.0, 20.0}), {50.0, 20.0}, {900.0, 900.0});
-  for (const Disagreement& d : DisagreementsOfPairs()) ADD_FAILURE() << d.first << d.second << d.wavelength;
 }
 
 }  // namespace

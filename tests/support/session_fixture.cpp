@@ -5,6 +5,7 @@
 #include "forward/system_state.h"
 #include "project/session.h"
 #include "runtime/events.h"
+#include "runtime/findings.h"
 #include "runtime/graphs.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/measpanel.h"
@@ -37,6 +38,7 @@ void ResetEverything() {
   ResetControls();
   ResetGraphs();
   ResetEvents();
+  ClearFindings();
   InstallRedrawHandlers({});
   ResetSignalState();
   ResetRunState();
@@ -83,6 +85,15 @@ void SelectPair(const TestMeasurement& m, int refChan, int dspChan) {
 std::string SessionTest::OnlyMessage() const {
   if (frontEnd.messages.size() == 1) return frontEnd.messages.front();
   return frontEnd.messages.empty() ? "(no message)" : "(more than one message)";
+}
+std::string SessionTest::OnlyMessageHead() const {
+  const std::string text = OnlyMessage();
+  return text.substr(0, text.find('\n'));
+}
+std::string SessionTest::OnlyMessageCause() const {
+  const std::string text = OnlyMessage();
+  const std::size_t end = text.find('\n');
+  return end == std::string::npos ? std::string() : text.substr(end + 1);
 }
 
 }  // namespace sondera::testing

@@ -1,0 +1,63 @@
+// field_site.h - inversions of the published sites as a person takes them: six time records, a mask for each
+// pair, representative curves, starting profiles, and the panel of the inversion.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/app_fixture.h"
+
+namespace sondera::testing {
+
+/// A pair (receivers from 1) and its masks: from 0 Hz to the begin of the band, with the cycles that have
+/// passed there, and from its end on.
+struct MaskedPair {
+  int reference, display;
+  double bandBegin;
+  int jumps;
+  double bandEnd;
+};
+
+/// A site of the field data: its folder, the source and the receivers, the pairs that are taken.
+struct FieldSite {
+  std::string folder;
+  double source;
+  std::vector<double> locations;
+  std::vector<MaskedPair> pairs;
+};
+
+extern const FieldSite kWghsThreePairs, kWghsFivePairs, kOysandFivePairs;
+
+/// Layers of the ground, in metres; the last one is the half-space.
+extern const std::vector<double> kSixLayers, kSevenLayers;
+
+class FieldSiteTest : public AppTest {
+ protected:
+  /// From the records to the panel of the inversion, with first values throughout: the starting model is the
+  /// best starting profile. The records must be there.
+  /// bulb: displacement bulb for all of it, unless it is 0.
+  void Take(const FieldSite& site, const std::vector<double>& layers, double bulb = 0.0);
+  /// All layers of the given model to one Vs.
+  void StartFromUniform(double Vs);
+  /// Every velocity gets this part of itself as its deviation.
+  void SetDeviation(double part);
+  /// Five iterations from the given model.
+  void Invert();
+
+  /// Vs of an iteration, by layer.
+  static std::vector<double> Profile(int iteration);
+  /// RMS, chi and rows in use of the listed iterations, the starting model first.
+  static std::vector<double> Rms();
+  static std::vector<double> Chi();
+  static std::vector<int> Rows();
+  static int LastIteration();
+
+  std::vector<std::string>
+      complaints;  ///< of the sweeps behind the ends of iterations, as the status had them
+
+ private:
+  void Import(const FieldSite& site);
+  void ComputeCurve(const MaskedPair& pair);
+};
+
+}  // namespace sondera::testing
