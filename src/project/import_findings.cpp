@@ -8,8 +8,8 @@
 
 namespace sondera {
 
-void ImportFindings::TellOfText(const std::string& path, const TextColumns& columns) {
-  if (columns.linesBehind > 0)
+void ImportFindings::TellOfText(const std::string& path, const TextColumns& columns, bool isFirst) {
+  if (isFirst && columns.linesBehind > 0)
     Add(FindingKind::Doubt,
         path + FormatText(": the data end behind line %d, and %d more lines with numbers are not read",
                           columns.count(), columns.linesBehind));

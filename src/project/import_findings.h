@@ -15,8 +15,9 @@ namespace sondera {
 
 class ImportFindings {
  public:
-  /// Of a text file: lines behind its data, lines that lack a value, a last line without line end.
-  void TellOfText(const std::string& path, const TextColumns& columns);
+  /// Of a text file: lines behind its data (of the first file; those of a later one are part of its length),
+  /// lines that lack a value, a last line without line end.
+  void TellOfText(const std::string& path, const TextColumns& columns, bool isFirst);
   /// Of a channel whose file holds only zeros. im may be empty.
   void TellOfZeros(const std::string& path, int channel, const std::vector<double>& re,
                    const std::vector<double>& im);

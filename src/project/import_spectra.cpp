@@ -114,17 +114,15 @@ std::string ReadLaterFile(const Run& run, int row, TextColumns& columns) {
   return run.refusal(row, columns);
 }
 
-/// What a file should be known for. Lines behind the end of a later file's data are part of its length.
+/// What a file should be known for; a later file is held against the first.
 void TellOf(Run& run, int row, int channel, const TextColumns& columns) {
   const std::string& path = FileInRow(run.request, row);
   run.findings.TellOfZeros(path, channel, columns.a, columns.b);
-  const int behind = row == run.first.row ? 0 : columns.linesBehind;
-  TextColumns told = columns;
-  told.linesBehind -= behind;
-  if (run.kindOf(row) == Kind::Power) told.shortLines = 0;
-  run.findings.TellOfText(path, told);
+  const bool isFirst = row == run.first.row;
+  run.findings.TellOfText(path, columns, isFirst);
+  if (isFirst) return;
   run.findings.TellOfLengths(FileInRow(run.request, run.first.row), run.first.columns.count(), path,
-                             columns.count() + behind, "the rest of its channel is 0");
+                             columns.count() + columns.linesBehind, "the rest of its channel is 0");
 }
 
 /// Reads the file of a row into a channel. Empty, or the message that refuses it.

@@ -62,11 +62,9 @@ void TellOf(const ImportRequest& request, int channel, const TextColumns& first,
             ImportFindings& findings) {
   const std::string& path = FileInRow(request, channel);
   findings.TellOfZeros(path, channel, columns.a, {});
-  const int behind = channel > 0 ? columns.linesBehind : 0;  // told as a length
-  TextColumns told = columns;
-  told.linesBehind -= behind;
-  findings.TellOfText(path, told);
-  findings.TellOfLengths(FileInRow(request, 0), first.count(), path, columns.count() + behind,
+  findings.TellOfText(path, columns, channel == 0);
+  if (channel == 0) return;
+  findings.TellOfLengths(FileInRow(request, 0), first.count(), path, columns.count() + columns.linesBehind,
                          "the rest of its channel repeats the last value");
 }
 
