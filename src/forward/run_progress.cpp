@@ -1,6 +1,7 @@
 // run_progress.cpp - see run_progress.h. Owns the count of the present run.
 #include "forward/run_progress.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 
@@ -86,7 +87,8 @@ void ShowRunStatus(const std::string& text) {
 
 std::string ProgressText(long done, long solves, double elapsed) {
   if (solves < 1) return {};
-  const double share = static_cast<double>(done) / static_cast<double>(solves);
+  const double share =
+      std::min(static_cast<double>(done) / static_cast<double>(solves), 1.0);  // steps are halved
   std::string text = FormatText("     %d %% done", static_cast<int>(100.0 * share));
   if (done < 1 || done >= solves || elapsed < kJudgeAfter) return text;
   const long left = static_cast<long>(elapsed * (1.0 - share) / share + 0.5);

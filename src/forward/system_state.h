@@ -129,15 +129,16 @@ struct RunState : RunVectors {
   int xDomain = 1;                                                ///< 1 wavelength, 2 frequency
   double epsConverge = 1e-5;                                      ///< RMS that ends an inversion
   double dThickness = 0.0, dVs = 0.0, dVp = 0.0, dDensity = 0.0;  ///< relative steps of the derivatives
-  double alphaDepth = 0.0;   ///< depth-to-wavelength ratio of the analytic profile
-  int iDumpMatrices = 0;     ///< 1: the matrices of an update go to text files
-  int iUseAmplitude = 0;     ///< 1: amplitudes are observations too. Kept: 0 in every kind of run
-  double wlTolerance = 0.2;  ///< relative tolerance of the point-load solver's wavelength
-  int stackOn = 0;           ///< 1: spectra at the receivers are collected
-  int iAnalysis = 0;         ///< 2 plane waves, 3 or 4 point load; negative in a run without iInvScheme
-  bool iMeshGraded = false;  ///< analysis 4
-  int GlobalRecType = 3;     ///< receivers of a global curve: 3 at 2L and 4L, 4 a fixed pair
-  std::string baseName;      ///< result files are this text plus an extension
+  double alphaDepth = 0.0;      ///< depth-to-wavelength ratio of the analytic profile
+  int iDumpMatrices = 0;        ///< 1: the matrices of an update go to text files
+  int iUseAmplitude = 0;        ///< 1: amplitudes are observations too. Kept: 0 in every kind of run
+  double wlTolerance = 0.2;     ///< relative tolerance of the point-load solver's wavelength
+  int stackOn = 0;              ///< 1: spectra at the receivers are collected
+  int iAnalysis = 0;            ///< 2 plane waves, 3 or 4 point load; negative in a run without iInvScheme
+  bool withoutResults = false;  ///< a trial: updates leave nothing in files and entries
+  bool iMeshGraded = false;     ///< analysis 4
+  int GlobalRecType = 3;        ///< receivers of a global curve: 3 at 2L and 4L, 4 a fixed pair
+  std::string baseName;         ///< result files are this text plus an extension
   std::array<bool, 7> reportSwitch{};  ///< kReportExtensions, all off, set by no control
 
   // --- Set by the drivers ---

@@ -1,28 +1,29 @@
 // inversion_run.cpp - FS_RunIAnal: the run around the updates; see max_likelihood.h. Owns no state.
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 #include <string>
 
 #include "forward/model_records.h"
 #include "forward/receiver_setups.h"
 #include "forward/run_clock.h"
 #include "forward/run_progress.h"
-#include "forward/sweep.h"
 #include "forward/sweep_state.h"
 #include "forward/system_model.h"
-#include "inversion/active_rows.h"
+#include "inversion/data_deviation.h"
+#include "inversion/evaluation.h"
+#include "inversion/inversion_options.h"
 #include "inversion/max_likelihood.h"
+#include "inversion/model_state.h"
 #include "inversion/observations.h"
-#include "inversion/report_file.h"
 #include "inversion/result_entries.h"
 #include "inversion/result_files.h"
 #include "inversion/result_statistics.h"
 #include "inversion/run_advice.h"
 #include "inversion/run_history.h"
-#include "inversion/sensitivity.h"
-#include "numeric/svd.h"
+#include "inversion/several_starts.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
+#include "runtime/findings.h"
 #include "runtime/panels/exdthd.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/panels/inversion.h"
@@ -33,27 +34,14 @@ namespace sondera {
 namespace {
 
 constexpr int kGlobalCurve = 1;
-constexpr std::size_t kSwitchSvd = 0;  // place in RunState::reportSwitch
-
-/// Computed curves of the present model, with their misfit.
-struct Evaluation {
-  OffsetVector<double> vel, amp;
-  double rmsVel = 0.0, rmsAmp = 0.0;
-  bool halted = false;
-  SweepState doubts;  ///< of the sweep behind these curves
-
-  void Sweep() {
-    halted = FS_rWave3D(vel, amp) < 0;
-    doubts = sweepState;
-  }
-  void Judge() {
-    FS_RMSerror(vel, amp, rmsVel, rmsAmp);
-    SetCtrlVal(exdthd::RMSERROR, rmsVel);
-  }
-};
 
 void ShowProcess(const std::string& text) {
   SetCtrlVal(exdthd::PROCESSMSG, text);
+}
+
+void JudgeAndShow(Evaluation& e) {
+  e.Judge();
+  SetCtrlVal(exdthd::RMSERROR, e.rmsVel);
 }
 
 void ClearBoxes() {
@@ -99,31 +87,6 @@ void Present(int iteration) {
   DrawSideGraph(iteration);
 }
 
-/// Singular values of the sensitivities, with both sides.
-void ReportSingularValues() {
-  const int rows = run.GMatrix.rows(), m = run.nModelParm;
-  ReportFile file(".svd");
-  file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.iCurIterNo));
-  if (rows >= m) {  // the decomposition takes no fewer rows
-    ColumnMatrix U = run.GMatrix, V(rows, m);
-    OffsetVector<double> w(1, m);
-    FS_svdcmp(rows, m, U.shifted(), w.shifted(), V.shifted());
-    const auto put = [&file](const ColumnMatrix& a, int n, int cols) {
-      for (int i = 1; i <= n; ++i) {
-        for (int j = 1; j <= cols; ++j) file.Printf(j > 1 ? " %lf" : "%lf", a(i, j));
-        file.Put("\n");
-      }
-    };
-    file.Put("U ... \n");
-    put(U, rows, m);
-    file.Put("W ... \n");
-    for (int k = 1; k <= m; ++k) file.Printf("%lf\n", w[k]);
-    file.Put("V ... \n");
-    put(V, m, m);
-  }
-  file.AppendOrPrint();
-}
-
 void TellHalt(const std::string& what) {
   MessagePopup(session.appTitle, "The inversion was halted. " + what);
 }
@@ -163,31 +126,37 @@ std::string EndOfIterationText(int iteration) {
 }
 
 /// Status at the end of the run, with the advice.
-void ShowEndOfRun() {
+void ShowEndOfRun(bool settled) {
   if (run.iCurIterNo == 0) return;
   const std::string advice = ReportRunAdvice();
-  ShowRunStatus(EndOfIterationText(run.iCurIterNo) + (advice.empty() ? "" : "     Advice: ") + advice);
+  ShowRunStatus(EndOfIterationText(run.iCurIterNo) +
+                (settled ? "     No part of the last step lowers chi: the run has settled." : "") +
+                (advice.empty() ? "" : "     Advice: ") + advice);
 }
 
-enum class Step { kGoOn, kConverged, kEnd };
+enum class Step {
+  kGoOn,
+  kConverged,
+  kSettled,  ///< step control keeps the model, and would keep it again: nothing in the next iteration differs
+  kEnd,
+};
 
 /// One iteration on the curves of the present model, which become those of the new one.
-Step Iterate(Evaluation& e) {
+Step Iterate(Evaluation& e, const InversionOptions& options) {
   const int iteration = run.iCurIterNo;
   ClearBoxes();
   ShowRunStatus(FormatText("Inv. Analysis: Iter. No = %d", iteration));
   run.iAnalysis = TheoDispInfo.analysis;
   run.runTitle = RunTitle(TheoDispInfo.analysis, true);
-  if (FS_Gmatrix() < 0) {
+  const Advance advance = AdvanceModel(e, options);
+  if (advance == Advance::kHalted) {
     TellHalt(KeptText(iteration - 1));
     return Step::kEnd;
   }
-  if (run.reportSwitch[kSwitchSvd]) ReportSingularValues();
-  if (FS_MaxLiklihood(CurveOfActiveRows(e.vel), e.amp) < 0) return Step::kEnd;
-  ShowProcess("Evaluating the updated layer system...");
-  e.Sweep();
-  e.doubts.note = sweepState.note = RunNote();
-  e.Judge();
+  if (advance == Advance::kFailed) return Step::kEnd;
+  e.doubts.note = RunNote();
+  sweepState = e.doubts;
+  JudgeAndShow(e);
   if (Store(iteration, e) < 0) return Step::kEnd;
   ShowProcess("Refreshing the plots...");
   Present(iteration);
@@ -204,39 +173,64 @@ Step Iterate(Evaluation& e) {
     return Step::kEnd;
   }
   if (e.rmsVel <= run.epsConverge) return Step::kConverged;
+  if (advance == Advance::kKept) return Step::kSettled;
   ShowRunStatus(EndOfIterationText(iteration));
   return Step::kGoOn;
 }
 
-int IterateAll(Evaluation& e, int wanted) {
+Step IterateAll(Evaluation& e, int wanted, const InversionOptions& options) {
   if (run.iUseAmplitude == 0) run.ldObs = run.nObsRows;
-  for (int k = 0; k < wanted; ++k) {
+  Step step = Step::kGoOn;
+  for (int k = 0; k < wanted && step == Step::kGoOn; ++k) {
     run.iCurIterNo = k + 1;
-    const Step step = Iterate(e);
-    if (step == Step::kConverged) return 0;
-    if (step == Step::kEnd) return -1;
+    step = Iterate(e, options);
   }
-  return 0;
+  return step;
 }
 
-int EvaluateAndIterate(int wanted) {
+void TakeDeviationFromData(const Evaluation& e) {
+  const double part = RelativeMisfit(e.vel);
+  SetRelativeDeviation(part);
+  AddNote(
+      FormatText("the deviation of the velocities is %.3f of their value, from the misfit of the starting "
+                 "model",
+                 part));
+}
+
+int TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int wanted,
+                         const InversionOptions& options) {
+  ShowProcess("Trying other starting models...");
+  if (TryOtherStarts(given, e, wanted, options) == 0) return 0;
+  TellHalt("The other starting models were not tried to their end. " + KeptText(run.iCurIterNo));
+  return -1;
+}
+
+int EvaluateAndIterate(int wanted, const InversionOptions& options) {
   ClearBoxes();
   ShowRunStatus("Inv. Analysis: ");
   ShowProcess("Evaluating the initial layer system. ");
+  ClearStartSpread();
+  const ModelState given = PresentModel();
   Evaluation e;
   e.Sweep();
   if (e.halted) {
     TellHalt("The starting model was not evaluated to its end; nothing is kept of this run.");
     return -1;
   }
-  e.Judge();
+  if (options.deviationFromData) TakeDeviationFromData(e);
+  JudgeAndShow(e);
   if (Store(0, e) < 0) return -1;
   Present(0);
-  const int result = IterateAll(e, wanted);
-  if (result == 0) ShowEndOfRun();
+  const Step end = IterateAll(e, wanted, options);
   sweepState =
       e.doubts;  // not those of a perturbed model, where a run ends in the middle of its sensitivities
-  return result;
+  if (end == Step::kEnd) return -1;
+  if (options.severalStarts && run.iCurIterNo > 0) {
+    if (TryOtherStartsOrTell(given, e, wanted, options) < 0) return -1;
+    sweepState = e.doubts;
+  }
+  ShowEndOfRun(end == Step::kSettled);
+  return 0;
 }
 
 }  // namespace
@@ -245,9 +239,11 @@ int FS_RunIAnal() {
   const AnalysisLock lock;
   if (Prepare() < 0) return -1;
   const int wanted = std::max(InvParam.nEntries, 0);
-  const long sweeps = 1 + wanted * (2L * run.nModelParm + 1);
+  const InversionOptions options = ChosenOptions();
+  const long starts = options.severalStarts ? 1 + static_cast<long>(std::size(kStartRatios)) : 1;
+  const long sweeps = starts * (1 + wanted * (2L * run.nModelParm + 1));
   BeginRunProgress(sweeps * SolvesOfSweep());
-  const int result = EvaluateAndIterate(wanted);
+  const int result = EvaluateAndIterate(wanted, options);
   EndRunProgress();
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();

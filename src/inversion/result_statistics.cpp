@@ -176,6 +176,7 @@ void FS_SavePostMPar(int iteration, double rmsVel) {
 }
 
 void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
+  if (run.withoutResults) return;
   const ColumnMatrix& W = run.Weight;
   if (W.cols() != G.rows() || W.rows() != G.cols()) return;
   const bool standard = run.runKind == kInversion;

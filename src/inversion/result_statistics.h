@@ -19,6 +19,7 @@ void FS_SavePostMPar(int iteration, double rmsVel);
 
 /// ".n" and ".r" in an inversion, ".N", ".R0" and ".R1" under their switches; the resolution of Vs also into
 /// the entry run.iCurIterNo of InvParam, 1 where Vs is fixed.
+/// Nothing while run.withoutResults.
 /// @param G         sensitivities of the rows in use, by parameter; goes with run.Weight
 /// @param velocity  computed velocity by observation row. A row i of G is the i-th row with
 ///                  iNoVelocity 0 and a deviation above 0

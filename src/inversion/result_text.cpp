@@ -9,6 +9,7 @@
 #include "forward/model_records.h"
 #include "inversion/result_entries.h"
 #include "inversion/result_files.h"
+#include "inversion/several_starts.h"
 #include "project/session.h"
 #include "runtime/atomic_writer.h"
 #include "runtime/dialogs.h"
@@ -52,6 +53,7 @@ void AppendModel(const StoredEntry& e, std::string& text) {
     const double Vs = e.record.Vs(e.entry, i), band = e.Band(i);
     text += FormatText("%5ld  ", static_cast<long>(i + 1)) + ModelTableRow(e.index, i, Vs + band, Vs - band);
   }
+  if (e.index > 0) text += StartSpreadTable(e.index);
 }
 
 void AppendProfile(const StoredEntry& e, std::string& text) {

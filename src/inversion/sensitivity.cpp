@@ -36,17 +36,6 @@ struct Sweeps {
   OffsetVector<double> plusVel, minusVel, plusAmp, minusAmp;
 };
 
-void RenewDensityAndNu() {
-  if (GetCtrlVal(inversion::UPDATERHONU) != 1) return;
-  const double factor = GetCtrlVal(meassetup::LENGTHUNIT);
-  const int unit = GetCtrlIndex(meassetup::LENGTHUNIT);
-  for (int l = 1; l <= run.nLayersCur; ++l) {
-    const DensityAndNu ground = RuleForVs(run.layerVs[l], factor, unit);
-    run.layerRho[l] = ground.density;
-    run.layerNu[l] = ground.nu;
-  }
-}
-
 /// Column p by a central difference. -1 when halted: the value stays perturbed.
 int FillColumn(double& value, double step, int p, Sweeps& sweeps) {
   value += step;
@@ -113,6 +102,17 @@ void ReportMatrix() {
 }
 
 }  // namespace
+
+void RenewDensityAndNu() {
+  if (GetCtrlVal(inversion::UPDATERHONU) != 1) return;
+  const double factor = GetCtrlVal(meassetup::LENGTHUNIT);
+  const int unit = GetCtrlIndex(meassetup::LENGTHUNIT);
+  for (int l = 1; l <= run.nLayersCur; ++l) {
+    const DensityAndNu ground = RuleForVs(run.layerVs[l], factor, unit);
+    run.layerRho[l] = ground.density;
+    run.layerNu[l] = ground.nu;
+  }
+}
 
 int FS_Gmatrix() {
   SetCtrlVal(exdthd::PROCESSMSG, "Calculating G matrix");

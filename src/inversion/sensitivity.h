@@ -7,6 +7,9 @@
 
 namespace sondera {
 
+/// Density and Poisson's ratio of every layer by its present Vs (RuleForVs), where UPDATERHONU is on.
+void RenewDensityAndNu();
+
 /// Fills run.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
 /// FS_rWave3D with the relative steps of the run, and with amplitudes the rows behind run.nObsRows. Before
 /// that, where UPDATERHONU is on, density and Poisson's ratio of every layer follow its present Vs. Layer

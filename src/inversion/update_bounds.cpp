@@ -126,6 +126,11 @@ void CompleteLayers() {
 
 }  // namespace
 
+void LayersFromModel() {
+  WriteToLayers();
+  CompleteLayers();
+}
+
 bool CorrectionIsFinite() {
   return std::all_of(run.deltaModel.begin(), run.deltaModel.end(), [](double x) { return std::isfinite(x); });
 }
@@ -142,8 +147,7 @@ Move MoveModel(int& violations) {
     return Move::kTrapped;
   }
   SetCtrlVal(exdthd::PROCESSMSG, "Updating model parameters...");
-  WriteToLayers();
-  CompleteLayers();
+  LayersFromModel();
   return Move::kMoved;
 }
 

@@ -15,11 +15,15 @@ enum class Move {
 /// Whether every element of run.deltaModel is finite.
 bool CorrectionIsFinite();
 
+/// Writes run.rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
+/// one that is not physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not
+/// take that over.
+void LayersFromModel();
+
 /// Subtracts run.deltaModel from the model and writes it to the layers. A parameter that would leave its
 /// bounds shortens the step of all parameters alike, so that they move along one line; where a parameter
 /// already sits on its bound and wants past it, the others take their full step and those outside are held
-/// at their bound. Then Vp follows from Poisson's ratio or the ratio from the velocities; one that is not
-/// physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not take that over.
+/// at their bound. The layers follow by LayersFromModel.
 /// A start outside its bounds gives whatever the factor comes to, a negative one among others; one that
 /// takes the model beyond all numbers ends in a message.
 /// @param[out] violations  parameters outside their bounds at the full step

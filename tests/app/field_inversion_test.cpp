@@ -10,6 +10,7 @@
 #include "inversion/run_history.h"
 #include "runtime/findings.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/panels/inversion.h"
 #include "support/field_data.h"
 
 namespace sondera::testing {
@@ -116,6 +117,72 @@ TEST_F(FieldInversion, WghsFivePairsOnSevenLayersSettleWithALargerDeviation) {
   ExpectVs({220, 210, 248, 220}, 0.15, 1);
   ExpectChiNeverRises();
   EXPECT_EQ(complaints, std::vector<std::string>{});
+}
+
+// --- Options ---
+
+/// The runs above with step control: chi never rises, and no sweep behind an iteration lost a point.
+class FieldInversionControlled : public FieldInversion {
+ protected:
+  void InvertControlled() {
+    SetCtrlVal(inversion::STEPCONTROL, 1);
+    Invert();
+    ExpectChiNeverRises();
+    EXPECT_EQ(complaints, std::vector<std::string>{});
+  }
+};
+
+TEST_F(FieldInversionControlled, WghsThreePairsSettle) {
+  SKIP_WITHOUT_FIELD_DATA(kWghsThreePairs.folder);
+  Take(kWghsThreePairs, kSevenLayers);
+  InvertControlled();
+  const std::vector<double> chi = Chi();
+  const double expected[] = {4.54, 4.37, 4.30, 4.26, 4.26};
+  ASSERT_EQ(chi.size(), 6u);
+  for (std::size_t k = 0; k < 5; ++k) EXPECT_NEAR(chi[k + 1], expected[k], 0.03 * expected[k]) << k + 1;
+  for (const int rows : Rows()) EXPECT_GE(rows, 84);
+}
+
+TEST_F(FieldInversionControlled, WghsThreePairsSettleWithALargerDeviation) {
+  SKIP_WITHOUT_FIELD_DATA(kWghsThreePairs.folder);
+  Take(kWghsThreePairs, kSevenLayers);
+  SetDeviation(0.15);
+  InvertControlled();
+}
+
+TEST_F(FieldInversionControlled, StepsThatAreGoodStayAsTheyAre) {
+  SKIP_WITHOUT_FIELD_DATA(kOysandFivePairs.folder);
+  Take(kOysandFivePairs, kSixLayers);
+  InvertControlled();
+  ExpectFigures(Rms(), {7.14, 6.22, 6.14, 6.10, 6.08, 6.06}, 0.005);
+}
+
+class OysandControlled : public FieldInversionControlled, public ::testing::WithParamInterface<double> {};
+
+TEST_P(OysandControlled, EndsAtTheSameProfileFromUniformGround) {
+  SKIP_WITHOUT_FIELD_DATA(kOysandFivePairs.folder);
+  Take(kOysandFivePairs, kSixLayers);
+  StartFromUniform(GetParam());
+  InvertControlled();
+  ExpectVs({117, 139, 196, 178, 185}, 0.08);
+  EXPECT_LE(Rms().back(), 6.3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Starts, OysandControlled, ::testing::Values(160.0, 200.0, 260.0));
+
+TEST_F(FieldInversionControlled, WghsFivePairsOnSixLayersSettle) {
+  SKIP_WITHOUT_FIELD_DATA(kWghsFivePairs.folder);
+  Take(kWghsFivePairs, kSixLayers);
+  InvertControlled();
+  ExpectVs({153, 218, 215, 249, 204, 312}, 0.10);
+}
+
+TEST_F(FieldInversionControlled, WghsFivePairsOnSevenLayersSettleWithALargerDeviation) {
+  SKIP_WITHOUT_FIELD_DATA(kWghsFivePairs.folder);
+  Take(kWghsFivePairs, kSevenLayers);
+  SetDeviation(0.15);
+  InvertControlled();
+  ExpectVs({220, 210, 248, 220}, 0.15, 1);
 }
 
 }  // namespace

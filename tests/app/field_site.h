@@ -41,7 +41,7 @@ class FieldSiteTest : public AppTest {
   void StartFromUniform(double Vs);
   /// Every velocity gets this part of itself as its deviation.
   void SetDeviation(double part);
-  /// Five iterations from the given model.
+  /// Five iterations from the given model, with the options that are on.
   void Invert();
 
   /// Vs of an iteration, by layer.

@@ -332,6 +332,9 @@ TEST_F(CatalogueDefaults, InversionStartsWithTheGivenModelAndDimsTheOtherFactors
   EXPECT_EQ(GetCtrlVal(inversion::CD_COV), 0);
   EXPECT_EQ(GetCtrlVal(inversion::CM_COV), 0);
   EXPECT_EQ(GetCtrlVal(inversion::UPDATERHONU), 1);
+  for (const ToggleControl* option : {&inversion::STEPCONTROL, &inversion::DATADEVIATION,
+                                      &inversion::HUBERWEIGHTS, &inversion::SEVERALSTARTS})
+    EXPECT_EQ(GetCtrlVal(*option), 0) << option->name;
   EXPECT_EQ(GetLabelFromIndex(inversion::INV_SMP, 0), "Given Model P.");
   EXPECT_TRUE(IsDimmed(inversion::UF_VPH));
   EXPECT_TRUE(IsDimmed(inversion::UF_VS_REL));

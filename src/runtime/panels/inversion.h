@@ -45,6 +45,17 @@ inline constexpr TextControl CONST_MP_H{Panel::INVERSION, "CONST_MP_H", "H"};
 inline constexpr TextControl CONST_MP_VS{Panel::INVERSION, "CONST_MP_VS", "Vs"};
 inline constexpr ToggleControl UPDATERHONU{Panel::INVERSION, "UPDATERHONU",
                                            "Density and Poisson's ratio follow Vs", 1};
+
+// Beyond the plain iteration, off at first. A project file does not hold them.
+/// A step that raises chi is halved, four times at most; else the model stays.
+inline constexpr ToggleControl STEPCONTROL{Panel::INVERSION, "STEPCONTROL", "Step control", 0};
+/// The deviation of the velocities is the relative misfit of the starting model, 5 % at least.
+inline constexpr ToggleControl DATADEVIATION{Panel::INVERSION, "DATADEVIATION", "Deviation from the data", 0};
+/// Points more than 1.5 deviations off the curve pull with a limited force.
+inline constexpr ToggleControl HUBERWEIGHTS{Panel::INVERSION, "HUBERWEIGHTS", "Huber weights", 0};
+/// The run is repeated from three uniform grounds, and the spread of the profiles shown.
+inline constexpr ToggleControl SEVERALSTARTS{Panel::INVERSION, "SEVERALSTARTS", "Several starts", 0};
+
 inline constexpr ButtonControl PERFORMINV{Panel::INVERSION, "PERFORMINV", "Run"};
 inline constexpr ButtonControl PERFORMINVSAVE{Panel::INVERSION, "PERFORMINVSAVE", "Run and Save"};
 inline constexpr ButtonControl ONECLICK_RUN{Panel::INVERSION, "ONECLICK_RUN", "One-Click Inversion"};
@@ -52,9 +63,11 @@ inline constexpr ButtonControl CLOSE{Panel::INVERSION, "CLOSE", "Close"};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &ALPHA_POINT, &ALPHA_FROM,  &ALPHA_TO,    &AUTOSETUPSMP, &EVALSMPARAM,    &INV_SMP,      &NITER,
-    &MODELPARM,   &CD_COV,      &UF_VPH,      &CM_COV,       &UF_H,           &UF_VS,        &UF_H_REL,
-    &UF_VS_REL,   &BOUNDSTEXT,  &LB_H,        &UB_H,         &LB_VS,          &UB_VS,        &CONSTRAINTTEXT,
-    &CONST_MP_H,  &CONST_MP_VS, &UPDATERHONU, &PERFORMINV,   &PERFORMINVSAVE, &ONECLICK_RUN, &CLOSE};
+    &ALPHA_POINT,  &ALPHA_FROM,    &ALPHA_TO,       &AUTOSETUPSMP,  &EVALSMPARAM, &INV_SMP,
+    &NITER,        &MODELPARM,     &CD_COV,         &UF_VPH,        &CM_COV,      &UF_H,
+    &UF_VS,        &UF_H_REL,      &UF_VS_REL,      &BOUNDSTEXT,    &LB_H,        &UB_H,
+    &LB_VS,        &UB_VS,         &CONSTRAINTTEXT, &CONST_MP_H,    &CONST_MP_VS, &UPDATERHONU,
+    &STEPCONTROL,  &DATADEVIATION, &HUBERWEIGHTS,   &SEVERALSTARTS, &PERFORMINV,  &PERFORMINVSAVE,
+    &ONECLICK_RUN, &CLOSE};
 
 }  // namespace sondera::inversion

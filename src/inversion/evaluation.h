@@ -1,0 +1,38 @@
+// evaluation.h - the computed curves of a model of an inversion, with their misfit, and one step from there.
+//
+// Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
+#pragma once
+
+#include "forward/sweep_state.h"
+#include "inversion/inversion_options.h"
+#include "numeric/offset_array.h"
+
+namespace sondera {
+
+/// Computed curves of the present model, by observation row, 0 without a result.
+struct Evaluation {
+  OffsetVector<double> vel, amp;
+  double rmsVel = 0.0, rmsAmp = 0.0;  ///< see FS_RMSerror
+  double chi = 0.0;                   ///< see WeightedMisfit
+  bool halted = false;                ///< the curves are not whole
+
+  SweepState doubts;  ///< of the sweep behind these curves
+
+  /// The curves of the model as it stands; rows without a result are flagged.
+  void Sweep();
+  /// The misfits, from the curves and the rows in use.
+  void Judge();
+};
+
+enum class Advance {
+  kMoved,   ///< a new model with its curve, which may be that of a halted sweep
+  kKept,    ///< by step control: no part of the step was good, the former model and its curve stand
+  kFailed,  ///< no update, after a message
+  kHalted,  ///< in the sensitivities
+};
+
+/// Sensitivities, update, and the curve of the new model.
+/// @param[in,out] e  curve of the present model, then of the new one
+Advance AdvanceModel(Evaluation& e, const InversionOptions& options);
+
+}  // namespace sondera

@@ -1,0 +1,25 @@
+// huber_weights.cpp - see huber_weights.h.
+#include "inversion/huber_weights.h"
+
+#include <cmath>
+
+#include "forward/system_state.h"
+#include "inversion/active_rows.h"
+
+namespace sondera {
+
+DiagonalMatrix HuberCovariance(const OffsetVector<double>& velocity) {
+  DiagonalMatrix Cd = run.Cd;
+  for (const int i : ActiveRows()) {
+    const double z = std::fabs(velocity[i] - run.runVel[i]) / std::sqrt(Cd.diag(i));
+    if (z > kHuberLimit) Cd.diag(i) *= z / kHuberLimit;
+  }
+  return Cd;
+}
+
+double HuberTerm(double z) {
+  const double size = std::fabs(z);
+  return size <= kHuberLimit ? z * z : 2.0 * kHuberLimit * size - kHuberLimit * kHuberLimit;
+}
+
+}  // namespace sondera

@@ -1,0 +1,178 @@
+// several_starts.cpp - see several_starts.h. Owns the spread of the last run.
+#include "inversion/several_starts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
+
+#include "forward/run_progress.h"
+#include "forward/system_state.h"
+#include "inversion/inv_records.h"
+#include "inversion/sensitivity.h"
+#include "inversion/update_bounds.h"
+#include "runtime/findings.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kRayleighOverShear = 0.93;
+
+StartSpread spread;
+
+/// Keeps what the starts change, and puts it back.
+class RunKeeper {
+ public:
+  RunKeeper()
+      : model_(PresentModel()),
+        prior_(run.rModelPrior),
+        out_(run.iNoVelocity),
+        switches_(run.reportSwitch),
+        iteration_(run.iCurIterNo),
+        traps_(run.iTrapCount) {
+    run.withoutResults = true;
+    run.reportSwitch = {};
+  }
+  ~RunKeeper() {
+    PutModelBack(model_);
+    run.rModelPrior = prior_;
+    run.iNoVelocity = out_;
+    run.reportSwitch = switches_;
+    run.iCurIterNo = iteration_;
+    run.iTrapCount = traps_;
+    run.withoutResults = false;
+  }
+  RunKeeper(const RunKeeper&) = delete;
+  RunKeeper& operator=(const RunKeeper&) = delete;
+
+ private:
+  ModelState model_;
+  OffsetVector<double> prior_;
+  OffsetVector<int> out_;
+  decltype(run.reportSwitch) switches_;
+  int iteration_, traps_;
+};
+
+std::vector<double> PresentVs() {
+  std::vector<double> Vs;
+  for (int l = 1; l <= run.nLayersCur; ++l) Vs.push_back(run.layerVs[l]);
+  return Vs;
+}
+
+bool AnyVsIsFree() {
+  for (int l = 1; l <= run.nLayersCur; ++l)
+    if (run.MapEntry(kQuantityVs, l) != 0) return true;
+  return false;
+}
+
+void PutUniform(const ModelState& given, double Vs) {
+  PutModelBack(given);
+  for (int l = 1; l <= run.nLayersCur; ++l) {
+    const int p = run.MapEntry(kQuantityVs, l);
+    if (p != 0) run.rModel[p] = run.layerVs[l] = Vs;
+  }
+  RenewDensityAndNu();
+  LayersFromModel();
+  run.rModelPrior = run.rModel;
+  std::fill(run.iNoVelocity.begin(), run.iNoVelocity.end(), 0);
+  run.iTrapCount = 0;
+}
+
+/// All iterations from the present model. false when halted, or after a message.
+bool IterateFrom(int number, int iterations, const InversionOptions& options, Evaluation& e) {
+  run.iCurIterNo = 0;
+  e.Sweep();
+  bool going = !e.halted;
+  for (int k = 1; going && k <= iterations; ++k) {
+    run.iCurIterNo = k;
+    ShowRunStatus(
+        FormatText("Inv. Analysis: start %d of %zu, Iter. No = %d", number, std::size(kStartRatios) + 1, k));
+    const Advance advance = AdvanceModel(e, options);
+    if (advance == Advance::kKept) break;
+    if (advance == Advance::kHalted) e.halted = true;
+    going = advance == Advance::kMoved && !e.halted;
+  }
+  e.Judge();
+  return going;
+}
+
+void FindExtremes() {
+  spread.lowest = spread.highest = spread.results.front().Vs;
+  for (const StartResult& r : spread.results) {
+    for (std::size_t l = 0; l < r.Vs.size(); ++l) {
+      spread.lowest[l] = std::min(spread.lowest[l], r.Vs[l]);
+      spread.highest[l] = std::max(spread.highest[l], r.Vs[l]);
+    }
+  }
+}
+
+/// The same in a sentence.
+void NoteSpread() {
+  std::string layers;
+  for (std::size_t l = 0; l < spread.lowest.size(); ++l)
+    layers += FormatText("%s%.0f to %.0f", l > 0 ? ", " : "", spread.lowest[l], spread.highest[l]);
+  AddNote(FormatText("from %zu starts the Vs of the layers end at ", spread.results.size()) + layers);
+}
+
+}  // namespace
+
+double SiteVelocity() {
+  double sum = 0.0;
+  int n = 0;
+  for (int i = 1; i <= run.nObsRows; ++i) {
+    if (!(run.runVel[i] > 0.0)) continue;
+    sum += run.runVel[i];
+    ++n;
+  }
+  return n > 0 ? sum / n / kRayleighOverShear : 0.0;
+}
+
+void ClearStartSpread() {
+  spread = StartSpread{};
+}
+
+int TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
+                   const InversionOptions& options) {
+  const double site = SiteVelocity();
+  if (!AnyVsIsFree() || site <= 0.0) return 0;
+  spread = {run.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
+  const RunKeeper keeper;
+  int number = 1;
+  for (const double ratio : kStartRatios) {
+    Evaluation e;
+    PutUniform(given, ratio * site);
+    const bool finished = IterateFrom(++number, iterations, options, e);
+    if (e.halted) {
+      ClearStartSpread();
+      return -1;
+    }
+    if (finished && std::isfinite(e.chi) && e.chi >= 0.0)
+      spread.results.push_back({ratio * site, e.chi, PresentVs()});
+  }
+  FindExtremes();
+  NoteSpread();
+  return 0;
+}
+
+std::string StartSpreadTable(int entry) {
+  // The entry may be that of another run by now: a project that was opened, or a later inversion.
+  if (spread.lowest.empty() || entry != spread.iteration || entry > InvParam.Vs.rowHi()) return {};
+  const std::vector<double>& Vs = spread.results.front().Vs;
+  if (InvParam.nLayers != static_cast<int>(Vs.size()) || InvParam.nLayers > InvParam.Vs.colHi() + 1)
+    return {};
+  for (std::size_t l = 0; l < Vs.size(); ++l)
+    if (InvParam.Vs(entry, static_cast<int>(l)) != Vs[l]) return {};
+
+  std::string text =
+      "\nSpread of the profiles from several starts\nStart            chi\n------------ -------\n";
+  for (const StartResult& r : spread.results)
+    text += (r.start > 0.0 ? FormatText("%-12.1lf", r.start) : FormatText("%-12s", "given model")) +
+            FormatText(" %7.2lf\n", r.chi);
+  text += "\nLayer No.      Cs(Lowest)   Cs(Highest)\n---------     -----------   -----------\n";
+  for (std::size_t l = 0; l < Vs.size(); ++l)
+    text += FormatText("%5zu         %11.3lf   %11.3lf\n", l + 1, spread.lowest[l], spread.highest[l]);
+  return text;
+}
+
+}  // namespace sondera

@@ -1,0 +1,50 @@
+// step_control.cpp - see step_control.h.
+#include "inversion/step_control.h"
+
+#include <cmath>
+#include <utility>
+
+#include "forward/system_state.h"
+#include "inversion/huber_weights.h"
+
+namespace sondera {
+
+bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& after,
+                const OffsetVector<int>& out, bool huber) {
+  int inUse = 0, found = 0;
+  double sumBefore = 0.0, sumAfter = 0.0;
+  for (int i = 1; i <= run.nObsRows; ++i) {
+    if (out[i] != 0 || !(run.Cd.diag(i) > 0.0)) continue;
+    ++inUse;
+    if (after[i] == 0.0) continue;
+    ++found;
+    const double deviation = std::sqrt(run.Cd.diag(i));
+    const auto term = [&](double velocity) {
+      const double z = (velocity - run.runVel[i]) / deviation;
+      return huber ? HuberTerm(z) : z * z;
+    };
+    sumBefore += term(before[i]);
+    sumAfter += term(after[i]);
+  }
+  return found > 0 && inUse - found <= kMostLostRows * inUse && sumAfter <= sumBefore;
+}
+
+bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber) {
+  const OffsetVector<int> out = run.iNoVelocity;
+  const ModelState full = PresentModel();
+  double part = 1.0;
+  for (int halvings = 0; halvings <= kMostHalvings; ++halvings, part *= 0.5) {
+    if (halvings > 0) PutModelBetween(from, full, part);
+    Evaluation trial;
+    trial.Sweep();
+    if (trial.halted || StepIsGood(e.vel, trial.vel, out, huber)) {
+      e = std::move(trial);
+      return true;
+    }
+    run.iNoVelocity = out;
+  }
+  PutModelBack(from);
+  return false;
+}
+
+}  // namespace sondera
