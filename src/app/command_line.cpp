@@ -5,8 +5,13 @@
 #include <filesystem>
 #include <system_error>
 
+#include "app/command_words.h"
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/script/line.h"
+#include "app/script/script_files.h"
+#include "app/script/words.h"
+#include "app/shutdown.h"
 #include "app/startup.h"
 #include "project/project_file.h"
 #include "project/session.h"
@@ -23,6 +28,8 @@ constexpr const char* kHelp = R"(Sondera - analysis of surface-wave tests (SASW)
 
   sondera                                    interactive session
   sondera <file.da>                          opens a project
+  sondera run <script>                       runs a script; - is standard input
+  sondera check <script>                     reads a script and says what in it cannot be run
   sondera auto new <name> <script>           makes the project <name>.da here and runs a command script
   sondera auto old <file.da> <script>        opens a project and runs a command script
   sondera export <file.da> <outfile> <measID> <refChan> <dspChan> <type>
@@ -32,12 +39,14 @@ Options
   --batch      never open a window
   --yes        answer questions with Yes; without it an unattended run answers No
   --quiet      at the end of a script print doubts only, without summary and notes
-  --strict     end with status 3 when everything was done but something is doubtful
-  --help       this text
+  --strict     end with status 3 when everything was done but something is doubtful; a script of the second
+               dialect always does
+  --help       this text; --help script: the words of a script; --help <word>: one of them;
+               --help completion: for bash
   --version    the version
 
-The exit status is 0 when everything asked for was done, else 1, with the reason on standard error; with --strict
-it is 3 when everything was done and there are doubts.
+The exit status is 0 when everything asked for was done, 1 when something was not, with the reason on standard
+error, and 3 when everything was done and there are doubts (with --strict, or by a script of the second dialect).
 )";
 
 /// Messages shown by an action count as its failure.
@@ -78,11 +87,18 @@ bool LacksProjectName(const std::vector<std::string>& arguments) {
          FileNameOf(arguments[3]).find_first_not_of(" \t") == std::string::npos;
 }
 
-int RunAuto(const std::vector<std::string>& arguments) {
+int RunAuto(const std::vector<std::string>& arguments, bool assumeYes) {
   const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
   bool prepared = true;
   if (how == "old") prepared = WorksWithoutMessage([&] { OpenFileProc(name); });
   if (how == "new") prepared = WorksWithoutMessage([&] { NewProjectFile(name); });
+  if (script::FileHasHeader(JoinUnlessAbsolute(CurrentDirectory(), script))) {
+    if (prepared) return script::RunFile(script, assumeYes);
+    std::fprintf(stderr, "sondera: %s was not %s, so the script is not run.\n", name.c_str(),
+                 how == "old" ? "opened" : "made");
+    QuitApp(1);
+    return 1;
+  }
   if (how != "old" && how != "new") {
     std::fprintf(stderr,
                  "sondera: auto takes \"old\" or \"new\"; the script works on a project without a name.\n");
@@ -100,6 +116,15 @@ int RunExport(const std::vector<std::string>& arguments) {
   for (std::size_t i = 3; i < 8; ++i) line += (line.empty() ? "" : " ") + arguments[i];
   const int result = ProcessCommands(1, line);
   return opened && result == 0 ? 0 : 1;
+}
+
+int PrintHelpOn(const std::string& subject) {
+  const std::string text = HelpText(subject);
+  if (text.empty())
+    std::fprintf(stderr, "sondera: there is no help on %s; sondera --help script lists the words.\n",
+                 subject.c_str());
+  std::fputs(text.c_str(), stdout);
+  return text.empty() ? 1 : 0;
 }
 
 }  // namespace
@@ -131,6 +156,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
 std::string HelpText() {
   return kHelp;
 }
+std::string HelpText(const std::string& subject) {
+  if (subject == "script") return script::HelpOfWords();
+  if (subject == "completion") return script::BashCompletion();
+  return script::HelpOfWord(subject);
+}
 std::string VersionText() {
   return Session{}.appTitle + "\n";
 }
@@ -145,16 +175,17 @@ std::string WrongForm(const std::vector<std::string>& arguments) {
   if (word == "auto" && count != 5)
     return FormatText("auto takes three words (new or old, a project, a script), not %zu", count - 2);
   if (word == "export" && count != 8) return FormatText("export takes six words, not %zu", count - 2);
-  const bool known = count == 2 || word == "auto" || word == "export";
+  const bool known = count == 2 || word == "auto" || word == "export" || IsCommandWord(word);
   return known ? std::string()
                : FormatText("\"%s\" with %zu words behind it is no command", word.c_str(), count - 2);
 }
 
-int DispatchCommandLine(const std::vector<std::string>& arguments) {
+int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes) {
   const std::size_t count = arguments.size();
+  if (const auto status = RunCommandWord(arguments, assumeYes)) return *status;
   if (LacksProjectName(arguments)) return 1;
   if (count == 2) return WorksWithoutMessage([&] { OpenFileProc(arguments[1]); }) ? 0 : 1;
-  if (count == 5 && arguments[1] == "auto") return RunAuto(arguments);
+  if (count == 5 && arguments[1] == "auto") return RunAuto(arguments, assumeYes);
   if (count == 8 && arguments[1] == "export") return RunExport(arguments);
   return 0;
 }
@@ -166,6 +197,7 @@ int RunProgram(const std::vector<std::string>& words) {
                  line.unknownOption.c_str());
     return 1;
   }
+  if (line.help && line.arguments.size() > 1) return PrintHelpOn(line.arguments[1]);
   if (line.help || line.version) {
     std::fputs((line.help ? HelpText() : VersionText()).c_str(), stdout);
     return 0;
@@ -176,10 +208,10 @@ int RunProgram(const std::vector<std::string>& words) {
   const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
   InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
   StartSession();
-  const int dispatched = DispatchCommandLine(line.arguments);
+  const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
   const int status = RunUserInterface();
   FinishProgressLine();
-  if (dispatched != 0) return kNotAllDone;
+  if (dispatched != kAllDone && dispatched != kDoneWithDoubts) return kNotAllDone;
   return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
 }
 

@@ -24,6 +24,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words);
 /// Text of --help, and of --version.
 std::string HelpText();
 std::string VersionText();
+/// Help on "script", on "completion" or on a word of a script; empty for anything else.
+std::string HelpText(const std::string& subject);
 
 /// What is wrong with arguments that no form of the command line has, or whose project has no name: a
 /// sentence without its end. Empty for a form.
@@ -31,13 +33,13 @@ std::string WrongForm(const std::vector<std::string>& arguments);
 
 /// Opens the file, makes the project or runs the script that the arguments ask for. A form that does not
 /// match does nothing: the plain session goes on. A new project without a name is not made and its script not
-/// run. Returns 1 when something asked for could not be done, else
-/// 0.
-int DispatchCommandLine(const std::vector<std::string>& arguments);
+/// run. Returns the exit status: 1 when something asked for could not be done, 3 when a script of the second
+/// dialect did it with doubts, else 0.
+/// @param assumeYes  questions of such a script are answered with Yes
+int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes = false);
 
 /// The program: session, dispatch, event loop, shutdown. The exit status: 0 for a finished script or a closed
-/// window, 1 for anything that was not done, 3 for a
-/// script that was done with doubts, when they count.
+/// window, 1 for anything that was not done, 3 for a script that was done with doubts, when they count.
 int RunProgram(const std::vector<std::string>& words);
 
 }  // namespace sondera

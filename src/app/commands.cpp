@@ -47,6 +47,7 @@ class ScriptRun {
  public:
   int run(TextReader& file);
   int exportLine(const std::string& text);
+  int oneLine(const std::string& text);
 
  private:
   struct Command {
@@ -183,6 +184,19 @@ int ScriptRun::exportLine(const std::string& text) {
   tokens_ = &tokens;
   const int result = runCommand(kCommands[0]);
   return result < 0 ? result : finish();
+}
+
+int ScriptRun::oneLine(const std::string& text) {
+  Tokenizer tokens(text, kDelimiters);
+  tokens_ = &tokens;
+  lineNumber_ = 1;
+  const auto word = tokens.Next();
+  for (const Command& command : kCommands)
+    if (word && *word == command.word) {
+      commandFailed_ = false;
+      return (this->*command.run)() < 0 || commandFailed_ ? -1 : 0;
+    }
+  return -1;
 }
 
 int ScriptRun::runCommand(const Command& command) {
@@ -373,6 +387,10 @@ int ProcessCommands(int mode, const std::string& text) {
     return -1;
   }
   return ScriptRun().run(file);
+}
+
+int ProcessCommandLine(const std::string& line) {
+  return ScriptRun().oneLine(line);
 }
 
 int ProcessScriptText(std::string_view script) {

@@ -20,6 +20,9 @@ int ProcessCommands(int mode, const std::string& text);
 /// The same for a script that is at hand as text.
 int ProcessScriptText(std::string_view script);
 
+/// One command line, on its own; the session stays. 0 when the command did its work, else -1.
+int ProcessCommandLine(const std::string& line);
+
 /// Number of a command word: "export" 1, "import" 2, "masking" 3, "calcVel" 4, "preInversion" 5, "inversion"
 /// 6, any other -1. Exact comparison.
 int getCommandID(const std::string& word);

@@ -27,13 +27,6 @@ constexpr long kNoFileDialog = -1;
 /// Poisson's ratio, S-wave velocity, density, Poisson's ratio, damping.
 constexpr double kNewLayer[] = {0.0, 180.0, 1.8, 0.3333, 0.02};
 
-void FillSoilTable(const std::vector<double>& thicknesses) {
-  for (int row = 1; row <= static_cast<int>(thicknesses.size()); ++row) {
-    SetTableCellVal(fmodeling::SOILPROFILE, row, 1, thicknesses[static_cast<std::size_t>(row - 1)]);
-    for (int k = 0; k < 5; ++k) SetTableCellVal(fmodeling::SOILPROFILE, row, k + 2, kNewLayer[k]);
-  }
-}
-
 }  // namespace
 
 double LargestArrayWavelength() {
@@ -56,13 +49,20 @@ void RunCalcVel(const Press& press) {
   press(measpanel::F6, 0);
 }
 
+void WriteNewLayers(const std::vector<double>& thicknesses, const Press& press) {
+  SetCtrlVal(fmodeling::NLAYERS, static_cast<int>(thicknesses.size()));
+  press(fmodeling::NLAYERS, 0);
+  for (int row = 1; row <= static_cast<int>(thicknesses.size()); ++row) {
+    SetTableCellVal(fmodeling::SOILPROFILE, row, 1, thicknesses[static_cast<std::size_t>(row - 1)]);
+    for (int k = 0; k < 5; ++k) SetTableCellVal(fmodeling::SOILPROFILE, row, k + 2, kNewLayer[k]);
+  }
+}
+
 void RunPreInversion(const std::vector<double>& thicknesses, const Press& press) {
   using namespace fmodeling;
   SetActiveTabPage(Panel::PANEL, 3);
   press(exdthd::FMODELPARAM, 0);
-  SetCtrlVal(NLAYERS, static_cast<int>(thicknesses.size()));
-  press(NLAYERS, 0);
-  FillSoilTable(thicknesses);
+  WriteNewLayers(thicknesses, press);
   SetCtrlVal(GLOBAL_ARRAY, kArrayCurves);
   press(LOADDISPCURV, 0);
   press(GLOBAL_ARRAY, 0);

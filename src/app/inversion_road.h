@@ -20,6 +20,9 @@ double LargestArrayWavelength();
 /// Representative curves by the settings of their dialog, then the dispersion page, then a save.
 void RunCalcVel(const Press& press);
 
+/// Writes layers of these thicknesses, with the properties of a new layer, to the table of the model panel.
+void WriteNewLayers(const std::vector<double>& thicknesses, const Press& press);
+
 /// Layer table from thicknesses, array curves as data, starting profiles evaluated, the best copied to the
 /// table, then a save.
 void RunPreInversion(const std::vector<double>& thicknesses, const Press& press);

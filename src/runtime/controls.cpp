@@ -301,6 +301,7 @@ OnlyControl::OnlyControl(const Control& allowed, std::string_view title, std::st
   store.lock = {&allowed, std::string(title), std::string(refusal)};
 }
 OnlyControl::~OnlyControl() { store.lock = {}; }
+ControlId OnlyAnswering() { return store.lock.allowed; }
 
 int SendEvent(const Control& c, Event event, long data) {
   if (store.lock.allowed && store.lock.allowed != &c) {

@@ -333,6 +333,9 @@ class OnlyControl {
   OnlyControl& operator=(const OnlyControl&) = delete;
 };
 
+/// The control that alone answers now; null when all do.
+ControlId OnlyAnswering();
+
 /// Presses the control: the commit event.
 inline int Commit(const Control& c, long data = 0) {
   return SendEvent(c, Event::Commit, data);

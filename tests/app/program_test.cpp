@@ -228,5 +228,69 @@ TEST_F(Program, AScriptThatStopsEarlyWithoutADisplayEndsWithStatusOne) {
   EXPECT_EQ(o.err.find("sondera auto new <name>"), std::string::npos) << "no usage where no word was wrong";
 }
 
+TEST_F(Program, RunsAndChecksScriptsOfTheSecondDialect) {
+  Write("good.txt", "*sondera 2\nprint \"a\"\nsave site.da\n");
+  Outcome o = Run("check good.txt");
+  EXPECT_EQ(o.status, 0) << o.err;
+  EXPECT_FALSE(std::filesystem::exists(folder.File("site.da")));
+  o = Run("run good.txt");
+  EXPECT_EQ(o.status, 0) << o.err;
+  EXPECT_EQ(o.out, "a\n");
+  EXPECT_TRUE(std::filesystem::exists(folder.File("site.da")));
+  Write("bad.txt", "*sondera 2\nprnt\n");
+  for (const char* how : {"check bad.txt", "run bad.txt"}) {
+    o = Run(how);
+    EXPECT_EQ(o.status, 1) << how;
+    EXPECT_EQ(o.err, "bad.txt:2: prnt: unknown word \"prnt\"; did you mean \"print\"?\n");
+  }
+  o = Run("run none.txt");
+  EXPECT_EQ(o.status, 1);
+  EXPECT_NE(o.err.find("none.txt"), std::string::npos);
+}
+
+TEST_F(Program, StandardInputIsAScript) {
+  Write("good.txt", "*sondera 2\nprint \"a\"\n");
+  const std::string command = "cd '" + folder.Path() + "' && '" SONDERA_PROGRAM "' run - <good.txt >out.log";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(Read("out.log"), "a\n");
+}
+
+TEST_F(Program, TheHeaderDecidesTheDialect) {
+  FetchExample();
+  Write("first.txt", "* a comment\n*sondera 2\nnosuchword\n");
+  EXPECT_EQ(Run("run first.txt").status, 0);  // unknown words are passed over there
+  EXPECT_EQ(Run("auto new site first.txt").status, 0);
+  Write("second.txt", "*sondera 2\nread hyx id=H21 files=H21.hyx source=0 at=20,40\nsave\n");
+  Outcome o = Run("auto new site second.txt");
+  EXPECT_EQ(o.status, 0) << o.err;
+  Write("look.txt", "*sondera 2\npair H21 1 2\n");
+  o = Run("auto old site.da look.txt");
+  EXPECT_EQ(o.status, 0) << o.err;
+  o = Run("auto old none.da look.txt");
+  EXPECT_EQ(o.status, 1);
+  EXPECT_NE(o.err.find("the script is not run"), std::string::npos) << o.err;
+}
+
+TEST_F(Program, WordsOfTheCommandLineAreKnownAtEveryCount) {
+  for (const char* line : {"run", "run a b", "run a b c", "check", "check a b", "show", "plot", "batch a b c"}) {
+    const Outcome o = Run(line);
+    EXPECT_EQ(o.status, 1) << line;
+    EXPECT_EQ(o.err.substr(0, 9), "sondera: ") << line;
+    EXPECT_EQ(o.err.find("no display"), std::string::npos) << line;
+  }
+}
+
+TEST_F(Program, HelpOnScriptsComesFromTheTableOfWords) {
+  Outcome o = Run("--help script");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_NE(o.out.find("mask FROM TO [jumps=N]"), std::string::npos);
+  o = Run("--help mask");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_EQ(o.out.find("invert"), std::string::npos);
+  EXPECT_EQ(Run("--help nosuchword").status, 1);
+  o = Run("--help completion");
+  EXPECT_NE(o.out.find("complete -o filenames -F _sondera sondera"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace sondera

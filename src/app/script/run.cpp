@@ -1,0 +1,209 @@
+// run.cpp - see run.h.
+#include "app/script/run.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "app/console.h"
+#include "app/run_report.h"
+#include "app/script/control_values.h"
+#include "app/script/fault.h"
+#include "app/script/names.h"
+#include "app/script/values.h"
+#include "runtime/events.h"
+#include "runtime/findings.h"
+#include "runtime/text_format.h"
+
+namespace sondera::script {
+namespace {
+
+constexpr std::string_view kNoWord = "line";  // stands for the word of a line that could not be split
+
+/// One line on standard error for each line of the reason.
+void PrintFault(const std::string& name, int number, std::string_view word, std::string_view reason) {
+  FinishProgressLine();
+  for (std::size_t from = 0; from <= reason.size();) {
+    const std::size_t end = std::min(reason.find('\n', from), reason.size());
+    const std::string text(reason.substr(from, end - from));
+    std::fprintf(stderr, "%s:%d: %.*s: %s\n", name.c_str(), number, static_cast<int>(word.size()),
+                 word.data(), text.c_str());
+    from = end + 1;
+  }
+}
+
+void TakeHeader(Source& source) {
+  std::string first;
+  if (!source.Next(first) || !IsHeader(first))
+    throw Fault("the first line has to be \"" + std::string(kHeader) + "\"");
+}
+
+std::string WordOf(const Line& line) {
+  return line.word.empty() ? std::string(kNoWord) : line.word;
+}
+
+}  // namespace
+
+Run::Run(std::string name, const RunOptions& options) : name_(std::move(name)), dialogs_(options.assumeYes) {
+  dialogs_.onPoll = [this] { poll(); };
+}
+
+int Run::run(Source& source) {
+  Line line;
+  std::string text;
+  try {
+    TakeHeader(source);
+  } catch (const Fault& fault) {
+    report(1, std::string(kNoWord), fault.reason);
+    return kNotAllDone;
+  }
+  bool more = true;
+  while (more && !stopped_ && !QuitRequested()) {
+    line = {};
+    try {
+      more = source.Next(text);
+      if (more) runLine(text, line);
+    } catch (const Fault& fault) {
+      report(source.Number(), WordOf(line), fault.reason);
+    }
+    if (InterruptRequested()) {
+      report(source.Number(), WordOf(line), "halted here");
+      stopped_ = true;
+    }
+  }
+  if (!stopped_) checkEnd(source.Number());
+  if (failed_ > 0 && continueOnError_) {
+    std::fprintf(stderr, "sondera: %d %s of %s could not be done.\n", failed_,
+                 failed_ == 1 ? "line" : "lines", name_.c_str());
+  }
+  return ReportRun(failed_ == 0, true);
+}
+
+void Run::runLine(const std::string& text, Line& line) {
+  SplitLine(text, line);
+  if (!line.word.empty()) runForm(Bind(line));
+}
+
+void Run::runForm(const Arguments& arguments) {
+  const WordForm::Role role = arguments.form->role;
+  const bool acts = role == WordForm::Role::Acts || role == WordForm::Role::Files;
+  const bool unsavedBefore = unsaved_;
+  if (role == WordForm::Role::Acts) unsaved_ = true;
+  halted_ = false;
+  try {
+    arguments.form->run(*this, arguments);
+    settle();
+    if (acts) afterActing();
+  } catch (const Fault&) {
+    dialogs_.takeComplaints();
+    dialogs_.endOfWord();
+    if (acts) dialogs_.dropUnused();
+    throw;
+  }
+  dialogs_.endOfWord();
+  if (role == WordForm::Role::Files) unsaved_ = false;
+  if (role == WordForm::Role::Looks || role == WordForm::Role::Steers) unsaved_ = unsavedBefore;
+}
+
+/// The answers were for this line, and so was the halt if it made a run.
+void Run::afterActing() {
+  if (dialogs_.unused() > 0)
+    throw Fault(FormatText("%zu of the answers before it %s not asked for", dialogs_.unused(),
+                           dialogs_.unused() == 1 ? "was" : "were"));
+  if (haltPolls_ > 0 && polls_ > 0) {
+    const int polls = std::exchange(polls_, 0);
+    const int wanted = std::exchange(haltPolls_, 0);
+    throw Fault(FormatText("the run ended after %d polls, before the halt after %d", polls, wanted));
+  }
+}
+
+void Run::checkEnd(int number) {
+  if (dialogs_.unused() > 0) report(number, "answer", "no line follows that could ask for it");
+  if (haltPolls_ > 0) report(number, "halt", "no run follows that could be halted");
+}
+
+void Run::report(int number, const std::string& word, const std::string& reason) {
+  std::fflush(stdout);
+  PrintFault(name_, number, word, reason);
+  ++failed_;
+  stopped_ = stopped_ || !continueOnError_;
+}
+
+void Run::settle() {
+  std::string reason;
+  for (const std::string& complaint : dialogs_.takeComplaints())
+    if (halted_)
+      AddNote(complaint);  // the script wanted the halt, and what the program says about it is no trouble
+    else
+      reason += (reason.empty() ? "" : "\n") + complaint;
+  if (!reason.empty()) throw Fault(reason);
+}
+
+void Run::press(const Control& control, Event event, long data) {
+  if (!CallbackOf(control)) throw Fault(NameOf(control) + " does nothing when it is pressed");
+  const int result = SendEvent(control, event, data);
+  settle();
+  if (result < 0 && !halted_) throw Fault(NameOf(control) + " refused");
+}
+
+void Run::notify(const Control& control, Event event) {
+  if (CallbackOf(control)) press(control, event);
+}
+
+void Run::enter(const Control& control, std::string_view text) {
+  notify(control, Event::GotFocus);
+  WriteValue(control, text);
+  notify(control, Event::Commit);
+}
+
+void Run::choose(const Control& control, std::string_view label) {
+  notify(control, Event::GotFocus);
+  SelectItem(control, label);
+  notify(control, Event::Commit);
+}
+
+void Run::haltAfter(int polls) {
+  haltPolls_ = polls;
+  polls_ = 0;
+}
+
+/// Only polls of a run count: then one control answers alone, the one that ends it.
+void Run::poll() {
+  const ControlId halt = OnlyAnswering();
+  if (haltPolls_ == 0 || !halt || ++polls_ < haltPolls_) return;
+  haltPolls_ = polls_ = 0;
+  halted_ = true;
+  dialogs_.layOutFirst({Answer::Kind::Yes, {}});
+  Commit(*halt);
+}
+
+int CheckScript(Source& source, const std::string& name) {
+  int faults = 0;
+  Line line;
+  std::string text;
+  const auto report = [&](int number, const std::string& word, const std::string& reason) {
+    PrintFault(name, number, word, reason);
+    ++faults;
+  };
+  try {
+    TakeHeader(source);
+  } catch (const Fault& fault) {
+    report(1, std::string(kNoWord), fault.reason);
+    return kNotAllDone;
+  }
+  for (bool more = true; more;) {
+    line = {};
+    try {
+      more = source.Next(text);
+      if (!more) break;
+      SplitLine(text, line);
+      line.number = source.Number();
+      if (!line.word.empty()) Bind(line);
+    } catch (const Fault& fault) {
+      report(source.Number(), WordOf(line), fault.reason);
+    }
+  }
+  return faults == 0 ? kAllDone : kNotAllDone;
+}
+
+}  // namespace sondera::script

@@ -1,0 +1,76 @@
+// run.h - a script of the second dialect, line by line.
+//
+// A line that cannot be done stops the script: line, word and reason go to standard error as
+// "SCRIPT:LINE: WORD: reason", and the status is 1. After `onerror continue` the script goes on, and what was
+// not done is counted.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/script/dialog_answers.h"
+#include "app/script/words.h"
+#include "runtime/controls.h"
+
+namespace sondera::script {
+
+struct RunOptions {
+  bool assumeYes = false;  ///< answers questions of yes or no that have no other answer
+};
+
+class Run {
+ public:
+  /// @param name  of the script, in front of what is said about its lines
+  Run(std::string name, const RunOptions& options);
+
+  /// The whole script, header first, then what the run found (run_report.h). Returns the status: 0 for all done, 1 when something was not, 3 when all
+  /// was done and the program has doubts about its results. Leaves the session as the script left it.
+  int run(Source& source);
+
+  // ---- what words use; each throws Fault for what cannot be done ----
+
+  /// Sends an event to a control. A refusal, a message box, or a question without an answer is a fault; so is
+  /// pressing what has no function.
+  void press(const Control& control, Event event = Event::Commit, long data = 0);
+  /// The same where the control may have no function.
+  void notify(const Control& control, Event event);
+  /// What a person does to a field: into it, a value, done. The text is read by the control's kind.
+  void enter(const Control& control, std::string_view text);
+  /// Selects an item by its label and is done.
+  void choose(const Control& control, std::string_view label);
+
+  DialogAnswers& dialogs() { return dialogs_; }
+  /// Throws the complaints of the dialogs, if there are any.
+  void settle();
+
+  /// True when a line has changed something since the project was last saved or opened.
+  bool unsaved() const { return unsaved_; }
+
+  void continueOnError(bool on) { continueOnError_ = on; }
+  /// Presses Halt at the n-th poll of the next run.
+  void haltAfter(int polls);
+  const std::string& name() const { return name_; }
+
+ private:
+  void runLine(const std::string& text, Line& line);
+  void runForm(const Arguments& arguments);
+  void afterActing();
+  void poll();
+  void report(int number, const std::string& word, const std::string& reason);
+  void checkEnd(int number);
+
+  std::string name_;
+  DialogAnswers dialogs_;
+  bool continueOnError_ = false;
+  bool unsaved_ = false;
+  bool stopped_ = false;
+  int failed_ = 0;
+  int haltPolls_ = 0, polls_ = 0;  // 0: no halt wanted; polls of runs since it is
+  bool halted_ = false;            // by this line
+};
+
+/// Reads a script against the table of words without doing anything. Every fault is reported as by a run.
+/// Returns 0, or 1 when there was one.
+int CheckScript(Source& source, const std::string& name);
+
+}  // namespace sondera::script

@@ -1,0 +1,148 @@
+// words_controls.cpp - the words that reach every control by its name: set, cell, item, press, point.
+#include <array>
+#include <cstddef>
+
+#include "app/script/control_values.h"
+#include "app/script/fault.h"
+#include "app/script/names.h"
+#include "app/script/run.h"
+#include "app/script/values.h"
+#include "runtime/graphs.h"
+#include "runtime/text_format.h"
+
+namespace sondera::script {
+namespace {
+
+constexpr std::string_view kEvents = "commit|changed|left|right|double|focus|blur|close";
+/// In the order of kEvents.
+constexpr std::array kEventsByName = {
+    Event::Commit,          Event::ValChanged, Event::LeftClick, Event::RightClick,
+    Event::LeftDoubleClick, Event::GotFocus,   Event::LostFocus, Event::Close};
+constexpr unsigned kValues = Bit(ControlKind::Numeric) | Bit(ControlKind::Int) | Bit(ControlKind::Text) |
+                             Bit(ControlKind::Toggle) | Bit(ControlKind::Label) | kItemControls;
+
+// ---- set, item, cell ------------------------------------------------------------------------------------
+
+void CheckSet(const Arguments& a) {
+  CheckValue(a.control("CONTROL"), a.text("VALUE"));
+}
+
+void Set(Run& run, const Arguments& a) {
+  const Control& control = a.control("CONTROL");
+  if (a.text("commit", "yes") == "yes")
+    run.enter(control, a.text("VALUE"));
+  else
+    WriteValue(control, a.text("VALUE"));
+}
+
+void Item(Run& run, const Arguments& a) {
+  run.choose(a.control("CONTROL"), a.text("LABEL"));
+}
+
+/// A column by its number or by its title.
+int ColumnOf(const TableControl& table, const std::string& text) {
+  const int columns = GetNumTableColumns(table);
+  if (const auto number = WholeOf(text)) {
+    if (*number < 1 || *number > columns)
+      throw Fault(FormatText("%s has the columns 1 to %d", NameOf(table).c_str(), columns));
+    return *number;
+  }
+  std::vector<std::string> titles(table.columns.begin(), table.columns.end());
+  for (int c = 1; c <= columns; ++c)
+    if (titles[static_cast<std::size_t>(c - 1)] == text) return c;
+  throw Fault(UnknownText("column of " + NameOf(table), text, titles));
+}
+
+void CheckCell(const Arguments& a) {
+  ColumnOf(static_cast<const TableControl&>(a.control("CONTROL")), a.text("COLUMN"));
+  if (a.whole("ROW") < 1) throw Fault("rows count from 1");
+}
+
+void Cell(Run& run, const Arguments& a) {
+  const auto& table = static_cast<const TableControl&>(a.control("CONTROL"));
+  run.notify(table, Event::GotFocus);
+  if (!SetTableCellVal(table, a.whole("ROW"), ColumnOf(table, a.text("COLUMN")), a.number("VALUE")))
+    throw Fault(FormatText("%s has %d rows now", NameOf(table).c_str(), GetNumTableRows(table)));
+  run.notify(table, Event::Commit);
+}
+
+// ---- press ----------------------------------------------------------------------------------------------
+
+void PressControl(Run& run, const Arguments& a) {
+  const Event event =
+      a.has("event") ? kEventsByName[static_cast<std::size_t>(a.choice("event"))] : Event::Commit;
+  run.press(a.control("CONTROL"), event);
+}
+
+// ---- point ----------------------------------------------------------------------------------------------
+
+/// Moves a cursor of a graph, as a person who drags it.
+void PlaceCursor(const GraphControl& graph, int cursor, double x, double y) {
+  if (cursor < 1 || cursor > static_cast<int>(GraphOf(graph).cursors.size()))
+    throw Fault(FormatText("%s has %zu cursors now", NameOf(graph).c_str(), GraphOf(graph).cursors.size()));
+  SetGraphCursor(graph, cursor, x, y);
+}
+
+void Point(Run& run, const Arguments& a) {
+  constexpr Event kByName[] = {Event::LeftClick, Event::RightClick, Event::LeftDoubleClick, Event::Commit};
+  const auto& graph = static_cast<const GraphControl&>(a.control("CONTROL"));
+  if (a.has("cursor")) PlaceCursor(graph, a.whole("cursor"), a.number("X"), a.number("Y"));
+  run.press(graph, kByName[a.choice("EVENT")]);
+}
+
+/// The two cursors of a graph go to the ends of the way, and the graph is told.
+void Drag(Run& run, const Arguments& a) {
+  const auto& graph = static_cast<const GraphControl&>(a.control("CONTROL"));
+  PlaceCursor(graph, 1, a.number("X1"), a.number("Y1"));
+  PlaceCursor(graph, 2, a.number("X2"), a.number("Y2"));
+  run.press(graph);
+}
+
+ArgumentSpec Number(std::string_view name) {
+  return Fixed(name, Kind::Number);
+}
+
+}  // namespace
+
+std::vector<WordForm> ControlForms() {
+  const ArgumentSpec graph = ControlArgument("PANEL.GRAPH", Bit(ControlKind::Graph));
+  return {
+      {"set",
+       {ControlArgument("PANEL.CONTROL", kValues), Fixed("VALUE", Kind::Text)},
+       {Optional(Named("commit", Kind::Choice, "no|yes"))},
+       "Writes a value into a control and commits it, as a person does; with commit=no the value alone. A "
+       "ring or a "
+       "list takes the value or the label of an item, a switch also yes and no.",
+       Set,
+       CheckSet},
+      {"cell",
+       {ControlArgument("PANEL.TABLE", Bit(ControlKind::Table)), Fixed("ROW", Kind::Whole),
+        Fixed("COLUMN", Kind::Text), Fixed("VALUE", Kind::Number)},
+       {},
+       "Writes one cell of a table; the column by its number or its title.",
+       Cell,
+       CheckCell},
+      {"item",
+       {ControlArgument("PANEL.RING", kItemControls), Fixed("LABEL", Kind::Text)},
+       {},
+       "Selects an item of a ring or a list by its label.",
+       Item},
+      {"press",
+       {ControlArgument("PANEL.CONTROL")},
+       {Optional(Named("event", Kind::Choice, kEvents))},
+       "Presses a button, a menu item (MAINMENU.NAME) or any other control, or sends it another event.",
+       PressControl},
+      {"point",
+       {graph, Fixed("EVENT", Kind::Choice, "left|right|double|move"), Number("X"), Number("Y")},
+       {Optional(Named("cursor", Kind::Whole, "K"))},
+       "Sends an event of the mouse to a graph, in the units of its axes; cursor=K takes a cursor there.",
+       Point},
+      {"point",
+       {graph, Literal("drag"), Number("X1"), Number("Y1"), Number("X2"), Number("Y2")},
+       {},
+       "Drags over a graph: its two cursors mark the range from the first place to the second.",
+       Drag},
+  };
+}
+
+}  // namespace sondera::script
