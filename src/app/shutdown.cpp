@@ -6,6 +6,7 @@
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "project/measdb.h"
+#include "project/project_file.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
@@ -21,6 +22,10 @@ void ClearAllMemories() {
   ResetRunState();
   sweepState = SweepState{};
   ResetGraphs();
+}
+
+void OfferSave() {
+  if (ConfirmPopup(session.appTitle, "The program has to end here. Save the project first ?")) SaveRawData();
 }
 
 void QuitApp(int status) {

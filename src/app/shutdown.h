@@ -8,6 +8,10 @@ namespace sondera {
 /// Releases everything the session holds. StartSession may follow.
 void ClearAllMemories();
 
+/// Asks whether to save the project, and does. The last step of a process that has to end
+/// (runtime/process_end.h).
+void OfferSave();
+
 /// Ends the program without a question; status becomes the result of RunUserInterface.
 void QuitApp(int status = 0);
 /// Menu item and close control: ask first.

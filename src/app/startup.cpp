@@ -4,6 +4,7 @@
 #include "acquisition/parameters.h"
 #include "app/callbacks.h"
 #include "app/devices.h"
+#include "app/shutdown.h"
 #include "forward/model_records.h"
 #include "forward/sweep_state.h"
 #include "forward/system_state.h"
@@ -17,6 +18,7 @@
 #include "runtime/graphs.h"
 #include "runtime/panels/fmodeling.h"
 #include "runtime/panels/meassetup.h"
+#include "runtime/process_end.h"
 #include "runtime/written_files.h"
 #include "signal/irf.h"
 #include "signal/rep_curves.h"
@@ -77,6 +79,7 @@ void StartSession() {
   ResetSession();
   ResetSignalState();
   InstallCallbacks();
+  InstallLastStep(OfferSave);
   FindDevices();
   DisplayPanel(Panel::PANEL);
   InitVariables();

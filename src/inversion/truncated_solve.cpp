@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 #include "forward/system_state.h"
 #include "numeric/svd.h"
+#include "runtime/process_end.h"
 
 namespace sondera {
 namespace {
@@ -50,7 +50,7 @@ void TruncatedSolve::Loosen() {
   run.epsSVD /= std::sqrt(10.0);
   if (run.epsSVD < kSmallestEps) {
     std::printf("*** epsSVD is less than 1.0. Inversion Stopped.\n");
-    std::exit(1);
+    EndProcess(1);
   }
   std::printf("*** epsSVD is adjusted to %lg.\n", run.epsSVD);
 }

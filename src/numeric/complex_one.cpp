@@ -4,11 +4,13 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "runtime/process_end.h"
+
 namespace sondera {
 
 void EndOnZeroDivisor() {
   std::fputs("complex division by zero\n", stdout);
-  std::exit(EXIT_FAILURE);
+  EndProcess(EXIT_FAILURE);
 }
 
 namespace {

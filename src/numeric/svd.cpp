@@ -15,6 +15,7 @@
 #include "numeric/nrerror.h"
 #include "numeric/offset_array.h"
 #include "numeric/scratch.h"
+#include "runtime/process_end.h"
 
 namespace sondera {
 
@@ -291,7 +292,7 @@ void svdcmp(double* a, int m, int n, double* w, double* v) {
 void FS_svdcmp(int m, int n, double* a, double* w, double* v) {
   if (m < n) {
     std::fputs("SVDCMP: You must augment A with extra zero rows", stdout);
-    std::exit(EXIT_FAILURE);
+    EndProcess(EXIT_FAILURE);
   }
   Decomposition<Strict>({a, m}, m, n, w, {v, m}).Run();
 }

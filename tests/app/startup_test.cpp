@@ -3,6 +3,7 @@
 
 #include "app/app_fixture.h"
 #include "forward/model_records.h"
+#include "numeric/complex_one.h"
 #include "project/measdb.h"
 #include "project/session.h"
 #include "runtime/events.h"
@@ -86,6 +87,18 @@ TEST_F(Startup, NoDeviceGivesFourChannelsAndTheMaskingPageFirst) {
   EXPECT_EQ(session.device.aiVoltageRngs[254], 10.0);
   EXPECT_EQ(GetActiveTabPage(Panel::PANEL), 1);
   EXPECT_FALSE(IsPanelShown(Panel::DEVPANEL));
+}
+
+/// A kernel that cannot go on ends the process; what was measured can be saved first.
+TEST_F(Startup, EndOfTheProcessOffersASave) {
+  session.projectFileName = folder.File("rescued.da");
+  EXPECT_EXIT(
+      {
+        frontEnd.confirmAnswers = {true};
+        EndOnZeroDivisor();
+      },
+      ::testing::ExitedWithCode(1), "");
+  EXPECT_TRUE(Exists("rescued.da"));
 }
 
 TEST_F(Startup, MakesOneEmptyMeasurementWithKeyOne) {
