@@ -1,6 +1,7 @@
 // atomic_writer.cpp - see atomic_writer.h.
 #include "runtime/atomic_writer.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <system_error>
 
 #include "runtime/byte_source.h"
@@ -28,6 +30,21 @@ constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
 constexpr int kMostAttempts = 1000;        // names tried for a temporary file
 constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in that of its temporary file
 constexpr mode_t kPermissionBits = 07777;
+
+/// First part of the names of a file's temporary ones; "-<process>-<number>" follows.
+std::string TemporaryStem(const std::string& name) {
+  return name.substr(0, kLongestStem) + ".saving";
+}
+
+/// Whether a text is "-<process>-<number>".
+bool IsTemporaryTail(std::string_view tail) {
+  const std::size_t second = tail.empty() ? 0 : tail.find('-', 1);
+  if (second == std::string_view::npos || tail.front() != '-') return false;
+  const auto digits = [](std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+  };
+  return digits(tail.substr(1, second - 1)) && digits(tail.substr(second + 1));
+}
 
 }  // namespace
 
@@ -57,10 +74,10 @@ void AtomicWriter::OpenTemporary() {
     return Fail("write", path_, errno);
   const std::string name = FileNameOf(target_);
   if (name.empty()) return Fail("write", path_, targetExists_ ? EISDIR : ENOENT);
-  const std::string stem = DirectoryOf(target_) + name.substr(0, kLongestStem);
+  const std::string stem = DirectoryOf(target_) + TemporaryStem(name);
   const mode_t mode = targetExists_ ? (old.st_mode & 0777) : 0666;
   for (int k = 0; k < kMostAttempts && fd_ < 0; ++k) {
-    temporary_ = stem + FormatText(".saving-%ld-%d", static_cast<long>(::getpid()), k);
+    temporary_ = stem + FormatText("-%ld-%d", static_cast<long>(::getpid()), k);
     fd_ = OpenFile(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (fd_ < 0 && errno != EEXIST) break;
   }
@@ -93,7 +110,7 @@ void AtomicWriter::Drain() {
 }
 
 void AtomicWriter::Bytes(const void* bytes, std::size_t count) {
-  if (!Ok() || committed_ || count == 0) return;
+  if (!Ok() || finished_ || count == 0) return;
   written_ += static_cast<std::int64_t>(count);
   if (count > buffer_.size() - used_) Drain();
   if (!Ok()) return;
@@ -130,31 +147,40 @@ void AtomicWriter::Printf(const char* format, ...) {
   va_end(arguments);
 }
 
-bool AtomicWriter::Commit(bool flushToDisk) {
-  if (committed_ || !Ok()) return Ok();
-  committed_ = Place(flushToDisk);
-  if (committed_)
-    NoteWrittenFile(path_);
-  else
-    Discard();
-  return Ok();
+void AtomicWriter::WriteOut() {
+  if (Ok() && !finished_) Drain();
 }
 
-/// All steps to the renamed file; true when the new file is in place, even if the folder could not be
-/// flushed.
-bool AtomicWriter::Place(bool flushToDisk) {
+bool AtomicWriter::Finish(bool flushToDisk) {
+  if (finished_ || !Ok()) return Ok();
   Drain();
   if (Ok() && flushToDisk && FlushFile(fd_) != 0) Fail("flush", path_, errno);
   const int fd = fd_;
   fd_ = -1;
   if (CloseFile(fd) != 0 && Ok()) Fail("close", path_, errno);
-  if (!Ok()) return false;
+  finished_ = Ok();
+  if (!finished_) Discard();
+  return finished_;
+}
+
+bool AtomicWriter::Commit(bool flushToDisk) {
+  if (committed_ || !Finish(flushToDisk)) return Ok();
+  committed_ = Place();
+  if (committed_) {
+    if (flushToDisk) FlushFolder();
+    NoteWrittenFile(path_);
+  } else {
+    Discard();
+  }
+  return Ok();
+}
+
+bool AtomicWriter::Place() {
   if (RenameFile(temporary_, target_) != 0) {
     Fail("replace", path_, errno);
     return false;
   }
   temporary_.clear();
-  if (flushToDisk) FlushFolder();
   return true;
 }
 
@@ -183,6 +209,20 @@ void TextWriter::Printf(const char* format, ...) {
   va_start(arguments, format);
   Put(FormatTextV(format, arguments));
   va_end(arguments);
+}
+
+void RemoveRemains(const std::string& path) {
+  std::string target;
+  if (!FollowLinks(path, target)) return;
+  const std::string folder = DirectoryOf(target), stem = TemporaryStem(FileNameOf(target));
+  // Not std::filesystem::directory_iterator: it ends the process where memory runs out.
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.empty() ? "." : folder.c_str()),
+                                                 ::closedir);
+  while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
+    const std::string_view name = entry->d_name;
+    if (name.starts_with(stem) && IsTemporaryTail(name.substr(stem.size())))
+      RemoveFile(folder + std::string(name));
+  }
 }
 
 bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason, bool flushToDisk) {

@@ -51,6 +51,12 @@ class AtomicWriter {
   /// Mode bits for a file that does not exist yet; default 0666 less the process's mask. Before Commit().
   void SetNewFileMode(mode_t mode);
 
+  /// Hands the buffer to the system, so that the temporary file shows what was written so far.
+  void WriteOut();
+  /// Everything of Commit() but the putting in place: the new content is whole then, and later writes do
+  /// nothing. For whoever puts several files in place together.
+  bool Finish(bool flushToDisk = true);
+
   /// Puts the new file in place: rest of the buffer, flush to disk, rename, flush of the folder (both flushes
   /// only with flushToDisk). False with Reason() on failure; a second call repeats the first answer.
   bool Commit(bool flushToDisk = true);
@@ -60,7 +66,7 @@ class AtomicWriter {
   void Fail(const char* action, const std::string& path, int error);
   void Drain();
   void WriteThrough(const char* bytes, std::size_t count);
-  bool Place(bool flushToDisk);
+  bool Place();
   void FlushFolder();
   void Discard();
 
@@ -73,6 +79,7 @@ class AtomicWriter {
   std::int64_t written_ = 0;
   int fd_ = -1;
   bool targetExists_ = false;
+  bool finished_ = false;  // the temporary file is whole and closed
   bool committed_ = false;
 };
 
@@ -92,6 +99,10 @@ class TextWriter {
  private:
   AtomicWriter writer_;
 };
+
+/// Removes the temporary files that killed processes left beside a target. Only for whoever holds the lock
+/// under which the target is written: those of a process at work would go too.
+void RemoveRemains(const std::string& path);
 
 /// Copies a regular file whole: afterwards `to` is as it was, or a full copy. A new copy has the mode of the
 /// original. False with the reason; a missing `from` is a failure too.

@@ -48,6 +48,10 @@ std::string WithClosingSeparator(std::string_view dir) {
   return path;
 }
 
+bool IsPlainFileName(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." && name.find(kPathSeparator) == std::string_view::npos;
+}
+
 std::string CurrentDirectory() {
   std::error_code error;
   const std::filesystem::path here = std::filesystem::current_path(error);

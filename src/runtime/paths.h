@@ -29,6 +29,9 @@ std::string WithClosingSeparator(std::string_view dir);
 /// Folder the process works in, without closing separator; "." if it cannot be told. Looks at the system.
 std::string CurrentDirectory();
 
+/// Whether a text is the name of a file and nothing more: not empty, no separator, neither "." nor "..".
+bool IsPlainFileName(std::string_view name);
+
 /// Whether something other than a folder stands there under this name (links followed). Looks at the disk.
 bool FileExists(const std::string& path);
 

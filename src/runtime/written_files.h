@@ -1,7 +1,7 @@
 // written_files.h - which files the session has written, for the summary of an unattended run.
 //
-// The writers report here when a file is in place: AtomicWriter, and what appends to result files. The list
-// belongs to the session: StartSession() empties it.
+// AtomicWriter, behind all writers, reports here when a file is in place. The list belongs to the session:
+// StartSession() empties it.
 #pragma once
 
 #include <string>

@@ -100,6 +100,55 @@ TEST(AtomicWriter, TemporaryNameTellsItsFile) {
   EXPECT_THAT(folder.Names()[0], HasSubstr("site.da.saving-"));
 }
 
+TEST(AtomicWriter, WriteOutShowsWhatWasWrittenInTheTemporaryFile) {
+  const TempFolder folder;
+  WriteWhole(folder.File("a"), kOld);
+  AtomicWriter writer(folder.File("a"));
+  writer.Put("first");
+  writer.WriteOut();
+  EXPECT_EQ(ReadWhole(folder.File(folder.Names().back())), "first");
+  EXPECT_EQ(ReadWhole(folder.File("a")), kOld);
+}
+
+TEST(AtomicWriter, FinishWritesAllAndCommitOnlyPutsInPlace) {
+  const TempFolder folder;
+  WriteWhole(folder.File("a"), kOld);
+  AtomicWriter writer(folder.File("a"));
+  writer.Put("whole");
+  EXPECT_TRUE(writer.Finish(false));
+  writer.Put(" and more");
+  writer.WriteOut();
+  EXPECT_EQ(ReadWhole(folder.File("a")), kOld);
+  const FailingFileDriver failing({.failWrite = 1, .failFlush = 1, .failClose = 1});
+  EXPECT_TRUE(writer.Commit(false));
+  EXPECT_EQ(ReadWhole(folder.File("a")), "whole");
+}
+
+TEST(AtomicWriter, FinishThatFailsLeavesTheOldFileAndNoOther) {
+  const TempFolder folder;
+  WriteWhole(folder.File("a"), kOld);
+  AtomicWriter writer(folder.File("a"));
+  writer.Put("whole");
+  {
+    const FailingFileDriver failing({.failClose = 1});
+    EXPECT_FALSE(writer.Finish(false));
+  }
+  EXPECT_FALSE(writer.Commit(false));
+  EXPECT_THAT(folder.Names(), ElementsAre("a"));
+  EXPECT_EQ(ReadWhole(folder.File("a")), kOld);
+}
+
+TEST(AtomicWriter, RemainsOfKilledProcessesAreRemovedAndNothingElse) {
+  const TempFolder folder;
+  for (const char* name : {"a", "a.saving-1-0", "a.saving-4711-12", "a.saving-", "a.saving-1", "a.saving-x-0",
+                           "a.saving-1-0x", "a.saving-1-", "b.saving-1-0", "a.saving-1-0.da"})
+    WriteWhole(folder.File(name), kOld);
+  RemoveRemains(folder.File("a"));
+  EXPECT_THAT(folder.Names(), ElementsAre("a", "a.saving-", "a.saving-1", "a.saving-1-", "a.saving-1-0.da",
+                                          "a.saving-1-0x", "a.saving-x-0", "b.saving-1-0"));
+  RemoveRemains(folder.File("missing/a"));
+}
+
 TEST(AtomicWriter, TwoWritersOfOneFileDoNotMix) {
   const TempFolder folder;
   AtomicWriter first(folder.File("a")), second(folder.File("a"));

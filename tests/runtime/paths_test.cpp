@@ -54,6 +54,13 @@ TEST(FileExists, TellsFilesFromFoldersAndNothing) {
   std::filesystem::remove_all(folder);
 }
 
+TEST(PlainFileName, HasNoSeparatorAndIsNoFolderOfItsOwn) {
+  for (const char* name : {"a", "ProjID", "...", ".a", "a.da", " "})
+    EXPECT_TRUE(IsPlainFileName(name)) << name;
+  for (const char* name : {"", ".", "..", "/", "a/b", "../a", "a/"})
+    EXPECT_FALSE(IsPlainFileName(name)) << name;
+}
+
 TEST(CurrentDirectory, IsWhereTheProcessStands) {
   EXPECT_EQ(CurrentDirectory(), std::filesystem::current_path().string());
 }
