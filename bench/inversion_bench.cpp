@@ -136,7 +136,8 @@ void StartRecords(const std::string& folder) {
   InitializeTheoDispInfo();
   InitializeInvAnal();
   ResetRunState();
-  SetCtrlVal(hmsetup::PROJID, folder + "/bench");
+  session.resultFolder = folder;
+  SetCtrlVal(hmsetup::PROJID, "bench");
   run.cdMode = 1;
   run.ufVph = 0.05;
   InvParam.ufVs = 0.2;

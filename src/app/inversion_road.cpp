@@ -5,6 +5,8 @@
 #include <cmath>
 
 #include "forward/model_records.h"
+#include "inversion/inv_session.h"
+#include "inversion/result_text.h"
 #include "inversion/starting_model.h"
 #include "project/measdb.h"
 #include "runtime/panels/analresult.h"
@@ -21,7 +23,6 @@ namespace {
 constexpr double kSearchFrom = 1e30;
 constexpr int kCompositeAndArray = 4;  // what the dispersion page shows after calcVel
 constexpr int kArrayCurves = 2;
-constexpr long kNoFileDialog = -1;
 
 /// Properties of a new layer, columns 2 to 6 of the soil table: P-wave velocity 0 so that it follows from
 /// Poisson's ratio, S-wave velocity, density, Poisson's ratio, damping.
@@ -85,7 +86,7 @@ void RunInversionAndSave(const Press& press) {
   press(inversion::PERFORMINV, 0);
   press(measpanel::F6, 0);
   press(exdthd::RESULTBOX, 0);
-  press(analresult::SAVE, kNoFileDialog);
+  press(analresult::SAVE, LastStartHasEntries() ? kUnderProjectName : kNoIteration);
 }
 
 int OneClickInversionCallback(Panel, ControlId, Event event, long) {

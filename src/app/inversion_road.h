@@ -27,7 +27,8 @@ void WriteNewLayers(const std::vector<double>& thicknesses, const Press& press);
 /// table, then a save.
 void RunPreInversion(const std::vector<double>& thicknesses, const Press& press);
 
-/// Inversion, save, result table, result files under the project's name without a dialog.
+/// Inversion, save, result table, result file under the project's name without a dialog. An inversion that is
+/// refused leaves a former result file, and without one a file that says "no iteration".
 void RunInversionAndSave(const Press& press);
 
 /// Button ONECLICK_RUN: starting profiles, then as RunInversionAndSave. PERFORMINVSAVE: without the first

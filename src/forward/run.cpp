@@ -13,6 +13,7 @@
 #include "inversion/observations.h"
 #include "inversion/result_entries.h"
 #include "inversion/result_files.h"
+#include "inversion/run_files.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/panels/exdthd.h"
@@ -45,6 +46,7 @@ int Finish(int iProfile, const OffsetVector<double>& vel, const OffsetVector<dou
 
 int FS_fModel(int prePrfType, int iProfile) {
   const AnalysisLock lock;
+  const RunFiles files;
   if (FS_RetrieveSystemPM(kForwardRun, prePrfType) < 0 || FS_GetStartMP() < 0) return -1;
   std::fill(run.iNoVelocity.begin(), run.iNoVelocity.end(), 0);
   if (run.iDispSource == kGlobalCurve) FS_SearchReceivers(run.recSetupList);
@@ -54,6 +56,7 @@ int FS_fModel(int prePrfType, int iProfile) {
   int result = run.iHaveData == 0 ? FS_rWave3D_F(vel, amp) : FS_rWave3D(vel, amp);
   if (result >= 0) {
     result = Finish(iProfile, vel, amp);
+    FS_CloseFiles(kForwardRun);
   } else {
     SetCtrlVal(exdthd::STATUSMSG, "The analysis was halted; nothing of it is kept.");
   }

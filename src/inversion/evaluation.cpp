@@ -40,7 +40,7 @@ void ReportSingularValues() {
     file.Put("V ... \n");
     put(V, m, m);
   }
-  file.AppendOrPrint();
+  file.Append();
 }
 
 /// One update from these curves, with the deviations that it is to have.

@@ -26,6 +26,8 @@ namespace {
 constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
 
+bool lastStartHasEntries = false;
+
 class WaitCursor {
  public:
   WaitCursor() { SetWaitCursor(true); }
@@ -154,6 +156,7 @@ int RunWithFormerLists(const EntryLists& former) {
   if (GetNumListItems(exdthd::ITERNO) == 0) {
     former.PutBack();
   } else {
+    lastStartHasEntries = true;
     InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
   }
   return result;
@@ -169,8 +172,13 @@ int RunInvAnal() {
   return RunWithFormerLists(EntryLists());
 }
 
+bool LastStartHasEntries() {
+  return lastStartHasEntries;
+}
+
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  lastStartHasEntries = false;
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
   TakeDataCovariance();
@@ -182,6 +190,7 @@ int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
 }
 
 int Run_InvAnalCallback(Panel, ControlId, Event, long) {
+  lastStartHasEntries = false;
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
   const EntryLists former;

@@ -1,10 +1,10 @@
 // inv_session.h - the panel of the inversion and the start of a run from it: settings between panel and
 // record, the choice of the starting model, the run, and the viewing of what it left.
 //
-// Callers: the callback table. Work on InvParam, SMPParam, FModelParam, TheoDispInfo and `run`; own no state.
-// Sources: inv_settings.cpp (panel), inv_entries.cpp (stored profiles), inv_run.cpp (start), inv_view.cpp
-// (results page). Buttons, rings and lists act on a press; menu items on any event. A refusal has one message
-// and the result -1.
+// Callers: the callback table. Work on InvParam, SMPParam, FModelParam, TheoDispInfo and `run`. Owned state:
+// how far the last start came. Sources: inv_settings.cpp (panel), inv_entries.cpp (stored profiles),
+// inv_run.cpp (start), inv_view.cpp (results page). Buttons, rings and lists act on a press; menu items on
+// any event. A refusal has one message and the result -1.
 #pragma once
 
 #include "runtime/controls.h"
@@ -65,6 +65,9 @@ void ClearIterBox(int which);
 /// points, curve display, lists, vectors, FS_RunIAnal. FModelParam keeps the given model.
 /// @return 0; -1 after a message, or when halted
 int RunInvAnal();
+
+/// Whether the last start, of whatever kind, came as far as an entry: that of the starting model at least.
+bool LastStartHasEntries();
 
 /// Start from the panel, PERFORMINV. NITER must be above 0. Kept: the start
 /// makes UF_VPH live with CM_COV 0 and dims it otherwise, the reverse of MParmCovMatCallback.

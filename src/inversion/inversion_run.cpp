@@ -19,6 +19,7 @@
 #include "inversion/result_files.h"
 #include "inversion/result_statistics.h"
 #include "inversion/run_advice.h"
+#include "inversion/run_files.h"
 #include "inversion/run_history.h"
 #include "inversion/several_starts.h"
 #include "project/session.h"
@@ -237,6 +238,7 @@ int EvaluateAndIterate(int wanted, const InversionOptions& options) {
 
 int FS_RunIAnal() {
   const AnalysisLock lock;
+  const RunFiles files;
   if (Prepare() < 0) return -1;
   const int wanted = std::max(InvParam.nEntries, 0);
   const InversionOptions options = ChosenOptions();
@@ -245,6 +247,7 @@ int FS_RunIAnal() {
   BeginRunProgress(sweeps * SolvesOfSweep());
   const int result = EvaluateAndIterate(wanted, options);
   EndRunProgress();
+  FS_CloseFiles(kInversionRun);
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();
   FS_DeAllocateObsData();

@@ -16,6 +16,7 @@
 #include "inversion/run_files.h"
 #include "project/session.h"
 #include "runtime/panels/hmsetup.h"
+#include "runtime/paths.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -92,6 +93,19 @@ std::string CheckGlobalData(const ModelRecord& r) {
     }
   }
   return {};
+}
+
+/// First part of the names of the result files. A project file brings its id along, and must not choose the
+/// folder they go to.
+int NameResultFiles() {
+  const std::string projID = GetCtrlVal(hmsetup::PROJID);
+  if (!IsPlainFileName(projID))
+    return Refuse(FormatText(
+        "The project id \"%s\" cannot name the result files: it must not be empty, \".\" or \"..\", "
+        "and must have no \"/\". Please change it in the hardware setup.",
+        projID.c_str()));
+  run.baseName = JoinPath(session.resultFolder, projID);
+  return 0;
 }
 
 /// Range of all array curves together, Hz.
@@ -226,8 +240,7 @@ int FS_RetrieveSystemPM(int kind, int prePrfType) {
   run.iAnalysis = run.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.iMeshGraded = FModelParam.analysis == 4;
   run.runTitle = RunTitle(FModelParam.analysis, kind == kInversionRun);
-  run.baseName = GetCtrlVal(hmsetup::PROJID);
-  if (FS_OpenFiles(kind) < 0) return -1;
+  if (NameResultFiles() < 0 || FS_OpenFiles(kind) < 0) return -1;
   FS_ReadReceiverSetup();
   return 0;
 }

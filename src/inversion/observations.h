@@ -21,12 +21,14 @@ inline constexpr int kForwardRun = 1, kInversionRun = 2, kWaveformRun = 3;  ///<
 /// Title of a run in the head lines of result files. Kept: "Enhanced3-D" of inversions has no blank.
 std::string RunTitle(int analysis, bool inversion);
 
-/// Sets the switches of a run (see RunState), the title of its head lines and iAnalysis, empties its result
-/// files and reads the receivers. Switches that a kind of run has no value for stay as they are.
+/// Sets the switches of a run (see RunState), the title of its head lines and iAnalysis, opens its result
+/// files (run_files.h) under the project id in session.resultFolder, and reads the receivers. Switches that a
+/// kind of run has no value for stay as they are.
 /// @param kind         kForwardRun, kInversionRun or kWaveformRun
 /// @param prePrfType   preliminary profile: 0 as given, 1 empirical, 2 analytic; not looked at in waveform
 /// runs
-/// @return 0; -1 after a message when a setting is unusable or a result file cannot be made
+/// @return 0; -1 after a message when a setting is unusable, the project id is no file name, or a result file
+///         cannot be written
 [[nodiscard]] int FS_RetrieveSystemPM(int kind, int prePrfType);
 
 /// Receiver set-ups of the run: one explicit pair for a global curve with fixed receivers, one for each array

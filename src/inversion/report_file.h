@@ -6,27 +6,18 @@
 
 namespace sondera {
 
-/// Text that is added to run.baseName + extension as one piece: opened for appending, closed at once.
+/// Text that is added to the file of this extension as one piece, see AddToRunFile.
 class ReportFile {
  public:
-  explicit ReportFile(const char* extension);
+  explicit ReportFile(const char* extension) : extension_(extension) {}
   void Put(const std::string& text) { text_ += text; }
   void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-  /// Adds the text to the file. False when the file cannot be opened or written.
-  bool Append() const;
-  /// Appends; when that fails shows Complaint() in a box and goes on.
-  void AppendOrTell() const;
-  /// Appends; when that fails prints Complaint() and goes on.
-  void AppendOrPrint() const;
-  /// Appends; when that fails prints Complaint() and ends the process with status 1.
-  void AppendOrExit() const;
-
-  /// "Error in opening file %s\n"
-  std::string Complaint() const;
+  void Append() const;
 
  private:
-  std::string path_, text_;
+  const char* extension_;
+  std::string text_;
 };
 
 /// Head line of an iteration in ".fdp", ".fmp", ".pfl" and ".fsp", with the title of the run; the amplitude's

@@ -136,7 +136,7 @@ void FS_SaveDspCurve(int iteration, const OffsetVector<double>& velocity,
     for (const ObsCurve& o : run.obsCurves) ArrayBlocks(file, o, velocity, amplitude);
     file.Put("\n\n");
   }
-  file.AppendOrTell();
+  file.Append();
   FS_ReportTime(1);
 }
 
@@ -165,7 +165,7 @@ void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp) {
     file.Put(ModelTableRow(iteration, i, Vs - band, Vs + band));
   }
   file.Put("\n");
-  file.AppendOrTell();
+  file.Append();
 }
 
 void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
@@ -181,7 +181,7 @@ void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
   }
   if (run.nLayersCur > 0) file.Printf("%12.5lf %12.5lf\n", run.layerVs[run.nLayersCur], top);
   file.Put("\n");
-  file.AppendOrTell();
+  file.Append();
 }
 
 void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp) {
@@ -193,7 +193,7 @@ void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp) {
                 m.damping);
   }
   file.Put("\n");
-  file.AppendOrExit();
+  file.Append();
   FS_ReportTime(1);
 }
 

@@ -1,10 +1,10 @@
 // result_files.h - curves, model and profile of a run in text files beside the project, for people and for
 // other programs; nothing here reads them back.
 //
-// Callers: drivers of forward runs and inversions. A file is named run.baseName plus its extension, was made
-// empty at the start of the run and is opened for appending by every call, so that the iterations of a run
-// stand one after the other. ".fdp", ".fmp" and ".pfl" that cannot be written are told in a message box, and
-// the run goes on. Statistics stand in result_statistics.h. Owned state: none.
+// Callers: drivers of forward runs and inversions, between FS_OpenFiles and FS_CloseFiles (run_files.h). A
+// file is named run.baseName plus its extension; every call adds a block, so that the iterations of a run
+// stand one after the other. A block that cannot be written is told in a message box, and the run goes on.
+// Statistics stand in result_statistics.h. Owned state: none.
 #pragma once
 
 #include <string>
@@ -28,7 +28,7 @@ void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp);
 void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp);
 
 /// ".fsp": the layers of the run as columns of a forward model, 0 where a value is to be derived. Also brings
-/// run.timeText up to date. Kept: a file that cannot be opened ends the process with status 1.
+/// run.timeText up to date.
 void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp);
 
 /// Row of the model table: depth, H, Vp, Vs, two limits of Vs, density, nu, damping of layer i (from 0).

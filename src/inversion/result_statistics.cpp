@@ -60,7 +60,7 @@ void WriteDataResolution(const ColumnMatrix& G) {
     file.Put("\n");
   }
   file.Put("\n\n");
-  file.AppendOrPrint();
+  file.Append();
 }
 
 void WriteDataDiagonal(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
@@ -77,7 +77,7 @@ void WriteDataDiagonal(const ColumnMatrix& G, const OffsetVector<double>& veloci
                 Product(G, run.Weight, i, i));
   }
   file.Put("\n");
-  file.AppendOrPrint();
+  file.Append();
 }
 
 /// Whole model resolution. The long form has all quantities, the short one thickness and Vs, in blocks.
@@ -96,7 +96,7 @@ void WriteModelResolution(const ColumnMatrix& R, bool longForm) {
       if (!longForm) file.Put("\n");
     }
   }
-  file.AppendOrPrint();
+  file.Append();
 }
 
 double ColumnNorm(const ColumnMatrix& G, int p) {
@@ -172,7 +172,7 @@ void FS_SavePostMPar(int iteration, double rmsVel) {
                   value + 2.0 * deviation);
     }
   }
-  file.AppendOrPrint();
+  file.Append();
 }
 
 void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
@@ -198,7 +198,7 @@ void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& veloci
     file.Put(table.title);
     WriteResolutionTable(file, G, R, parameters);
   }
-  file.AppendOrPrint();
+  file.Append();
 }
 
 }  // namespace sondera

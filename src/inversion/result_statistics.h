@@ -1,9 +1,9 @@
 // result_statistics.h - posterior statistics of an inversion in text files.
 //
 // Callers: the update of an inversion (FS_SaveGaussParam, before the model moves) and its driver
-// (FS_SavePostMPar, after it). Files as in result_files.h; one that cannot be opened is told by a line on
-// stderr and skipped. Method: linearised Gaussian inversion; data resolution N = G W, model resolution R = W
-// G, with the spread functions of Backus and Gilbert and of Dirichlet (Menke, 1984). Owned state: none.
+// (FS_SavePostMPar, after it). Files as in result_files.h. Method: linearised Gaussian inversion; data
+// resolution N = G W, model resolution R = W G, with the spread functions of Backus and Gilbert and of
+// Dirichlet (Menke, 1984). Owned state: none.
 #pragma once
 
 #include "forward/column_matrix.h"

@@ -22,7 +22,7 @@ namespace sondera {
 namespace {
 
 constexpr int kPlaneWaves = 2;
-constexpr long kNoFileDialog = -1;
+constexpr const char* kNothingComputed = "no iteration\n";
 constexpr double kSameAbscissa = 1e-9;  // relative
 
 /// An entry of a record, with its counters held against the tables.
@@ -171,11 +171,31 @@ int ShownIndex() {
   return IsVisible(exdthd::ITERNO) ? GetCtrlVal(exdthd::ITERNO) : 0;
 }
 
+/// Whether a curve was computed for an entry. The panel seeds entry 0 with the given model, which is no
+/// result.
+bool HasResult(int index) {
+  const StoredEntry e(RecordOfIndex(index), index);
+  return e.there && e.record.nPoints > 0;
+}
+
 /// File name of the project without folder and ".da".
 std::string ProjectName() {
   std::string name = FileNameOf(session.projectFileName);
   if (name.ends_with(".da")) name.resize(name.size() - 3);
   return name;
+}
+
+std::string DefaultPath() {
+  return JoinPath(CurrentDirectory(), ProjectName() + "_f.results");
+}
+
+/// In place of the tables of an inversion that was refused.
+int SaveNoIteration() {
+  const std::string path = DefaultPath();
+  if (FileExists(path)) return 0;
+  TextWriter file(path);
+  file.Put(kNothingComputed);
+  return file.Close() ? 0 : Refuse(file.Reason());
 }
 
 }  // namespace
@@ -191,22 +211,28 @@ void GetResultTextBox(int type, int index, std::string& text, const InvRecord& r
 void PutTextResultsInBox() {
   const int index = ShownIndex();
   std::string text;
-  GetResultTextBox(GetCtrlVal(analresult::SEL_RESULT), index, text, RecordOfIndex(index));
+  if (HasResult(index)) {
+    GetResultTextBox(GetCtrlVal(analresult::SEL_RESULT), index, text, RecordOfIndex(index));
+  } else {
+    text = kNothingComputed;
+  }
   ResetTextBox(analresult::RESULTS, text);
 }
 
 int SaveInvResultCallback(Panel, ControlId, Event event, long data) {
   if (event != Event::Commit) return 0;
+  if (data == kNoIteration) return SaveNoIteration();
+  const int index = ShownIndex();
+  if (!HasResult(index)) return Refuse("There is no iteration to save.");
   std::string path;
-  if (data == kNoFileDialog) {
-    path = JoinPath(CurrentDirectory(), ProjectName() + "_f.results");
+  if (data == kUnderProjectName) {
+    path = DefaultPath();
   } else {
     const FileChoice choice =
         FileSelectPopup({DirectoryOf(session.projectFileName), "*.results", "File Save", true});
     if (choice.answer == FileAnswer::Cancelled) return 0;
     path = choice.path;
   }
-  const int index = ShownIndex();
   TextWriter file(path);
   for (int type = kModelTable; type <= kResolutionTable; ++type) {
     std::string text;

@@ -24,12 +24,15 @@ inline constexpr int kModelTable = 0, kProfileTable = 1, kCurveTable = 2, kResol
 void GetResultTextBox(int type, int index, std::string& text, const InvRecord& record);
 
 /// Puts the table chosen by SEL_RESULT, for the entry chosen in ITERNO (0 while that list is hidden), into
-/// the box RESULTS.
+/// the box RESULTS; "no iteration" when nothing was computed for it.
 void PutTextResultsInBox();
 
-/// Saves all four tables of that entry. data -1: without a dialog, as "<project>_f.results" in the
-/// current folder, the project's file name going without its ".da"; otherwise under a name that is asked for.
-/// @return 0; -1 after a message
+inline constexpr long kUnderProjectName = -1, kNoIteration = -2;  ///< data of SaveInvResultCallback
+
+/// Saves all four tables of that entry. kUnderProjectName: without a dialog, as "<project>_f.results" in the
+/// current folder, the project's file name going without its ".da". kNoIteration: "no iteration" under that
+/// name, unless a former file has it, which then stays. Otherwise the tables under a name that is asked for.
+/// @return 0; -1 after a message, also when nothing was computed
 int SaveInvResultCallback(Panel panel, ControlId control, Event event, long data);
 
 /// A span of time, seconds, with the unit that suits it: "%.2lf sec", "%.2lf msec", "%.2lf usec".

@@ -98,7 +98,7 @@ void ReportMatrix() {
     ReportQuantity(file, "pdf of Amplitude wrt Unit Weight\n", 3, run.nObsRows);
     ReportQuantity(file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.nObsRows);
   }
-  file.AppendOrExit();
+  file.Append();
 }
 
 }  // namespace

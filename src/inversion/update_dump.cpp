@@ -3,22 +3,23 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 #include <string>
 
 #include "forward/system_state.h"
+#include "inversion/run_files.h"
+#include "project/session.h"
+#include "runtime/atomic_writer.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-using FilePointer = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
-/// Writes a whole text; a file that cannot be made is told on stderr and left out.
+/// Writes a whole text; a file that cannot be written is told and left out.
 void WriteText(const std::string& name, const std::string& text) {
-  const FilePointer file(std::fopen(name.c_str(), "w"), std::fclose);
-  if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
-    std::fprintf(stderr, "Error in opening file %s\n", name.c_str());
+  TextWriter file(name);
+  file.Put(text);
+  if (!file.Close()) MessagePopup(session.appTitle, OpeningComplaint(name, file.Reason()));
 }
 
 template <class Element>

@@ -81,6 +81,7 @@ struct Session {
   std::string projectFileName;           ///< empty: never saved
   bool readInPart = false;  ///< the open file was damaged: what stands in it is more than what was read
   bool backupHeld = false;  ///< its copy is the ".bkup" now, and no later save may replace it
+  std::string resultFolder;              ///< where runs leave their files; empty: the current folder
   std::vector<int> fileKeyList;          ///< keys met during a project load, in file order
   int configDone = 0;                    ///< 1: the hardware settings have been validated
 

@@ -199,7 +199,7 @@ TEST_F(Program, ASecondInterruptAtOnceMeansTheFirst) {
       "cd '" + folder.Path() +
       "' && { '" SONDERA_PROGRAM
       "' --batch auto new site job.txt >out.log 2>err.log </dev/null & p=$!; "
-      "while [ ! -s ProjID.pcm ] && kill -0 $p; do sleep 0.02; done; kill -INT $p; kill -INT $p; wait $p; }";
+      "while [ ! -s ProjID.pcm.saving-*-0 ] && kill -0 $p; do sleep 0.02; done; kill -INT $p; kill -INT $p; wait $p; }";
   const int raw = std::system(command.c_str());
   EXPECT_EQ(WEXITSTATUS(raw), 1);
   const std::string err = Read("err.log");

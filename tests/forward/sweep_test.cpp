@@ -370,12 +370,12 @@ TEST_F(ForwardRun, WithoutDataByWavelengthWritesAllFiles) {
   ASSERT_EQ(ResetTheoDispInfo(), 0);
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   ASSERT_EQ(FS_fModel(0, 0), 0);
-  const std::string fdp = test::ReadWhole(Base() + ".fdp");
+  const std::string fdp = File(".fdp");
   EXPECT_EQ(fdp.substr(0, fdp.find('\n')), "Iteration no. :  0 (2-D) ... RMS error (Vel=0)");
   EXPECT_NE(fdp.find("\n    2.00000 "), std::string::npos) << fdp;
-  EXPECT_NE(test::ReadWhole(Base() + ".fmp"), "");
-  EXPECT_NE(test::ReadWhole(Base() + ".pfl"), "");
-  EXPECT_EQ(test::ReadWhole(Base() + ".pcm"), "");
+  EXPECT_NE(File(".fmp"), "");
+  EXPECT_NE(File(".pfl"), "");
+  EXPECT_EQ(File(".pcm"), "");
   EXPECT_NEAR(InvParam.vel(0, 2), 150.0 * kRayleigh, 1e-3);
   EXPECT_NEAR(InvParam.waveL(0, 2), 20.0, 1e-9);
   EXPECT_EQ(InvParam.nPoints, 3);
@@ -408,7 +408,7 @@ TEST_F(ForwardRun, WithDataGivesTheMisfit) {
   EXPECT_NEAR(GetCtrlVal(exdthd::RMSERROR), std::sqrt(sum / 4.0), 1e-9);
   EXPECT_GT(GetCtrlVal(exdthd::RMSERROR), 0.0);
   EXPECT_DOUBLE_EQ(SMPParam.rms[2], GetCtrlVal(exdthd::RMSERROR));
-  EXPECT_NE(test::ReadWhole(Base() + ".fdp").find("Iteration no. : -2"), std::string::npos);
+  EXPECT_NE(File(".fdp").find("Iteration no. : -2"), std::string::npos);
 }
 
 TEST_F(ForwardRun, PlaneWavesUnderArrayDataWorkOnTheGlobalPoints) {
@@ -428,7 +428,7 @@ TEST_F(ForwardRun, PlaneWavesUnderArrayDataWorkOnTheGlobalPoints) {
   EXPECT_EQ(InvParam.nCurves, 1);
   EXPECT_GT(TheoDispInfo.globalVel[2], 0.0);
   EXPECT_EQ(TheoDispInfo.vel[0], 0.0);
-  EXPECT_NE(test::ReadWhole(Base() + ".fdp").find("wavelength  freq(obs)"), std::string::npos);
+  EXPECT_NE(File(".fdp").find("wavelength  freq(obs)"), std::string::npos);
 }
 
 TEST_F(ForwardRun, HaltSavesNothing) {
@@ -438,7 +438,7 @@ TEST_F(ForwardRun, HaltSavesNothing) {
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   frontEnd.onProcessEvents = [] { run.iHaltRequest = 1; };
   EXPECT_EQ(FS_fModel(0, 0), -1);
-  EXPECT_EQ(test::ReadWhole(Base() + ".fdp"), "");
+  EXPECT_TRUE(folder.Names().empty());
   EXPECT_EQ(InvParam.nPoints, 0);
   EXPECT_TRUE(frontEnd.messages.empty());
 }

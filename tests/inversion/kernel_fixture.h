@@ -47,7 +47,6 @@ class KernelTest : public RunTest {
     run.iCurIterNo = 1;
   }
 
-  std::string File(const char* extension) const { return test::ReadWhole(Base() + extension); }
   static bool Shown(const std::vector<std::string>& texts, const std::string& part) {
     for (const std::string& t : texts)
       if (t.find(part) != std::string::npos) return true;

@@ -1,11 +1,13 @@
 // Tests of the posterior statistics: exact bytes from prepared matrices.
 #include "inversion/result_statistics.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "forward/system_model.h"
 #include "inversion/observations.h"
 #include "inversion/result_entries.h"
+#include "support/failing_file_driver.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -25,7 +27,6 @@ class ResultStatistics : public RunTest {
     ASSERT_EQ(FS_SetUpObsData(run.iDispSource), 0);
     run.iCurIterNo = 1;
   }
-  std::string File(const char* extension) const { return test::ReadWhole(Base() + extension); }
 };
 
 TEST_F(ResultStatistics, PosteriorTableOfVs) {
@@ -147,13 +148,19 @@ TEST_F(ResultStatistics, WholeMatricesStandBehindTheirSwitches) {
             "1 1   1.0000000e+00\n1 2   0.0000000e+00\n\n2 1   0.0000000e+00\n2 2   0.0000000e+00\n\n");
 }
 
-TEST_F(ResultStatistics, FileThatCannotBeOpenedIsSkipped) {
-  Start(1);
-  run.baseName = folder.File("missing/site");
-  ::testing::internal::CaptureStderr();
-  FS_SavePostMPar(1, 1.0);
-  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Error in opening file " + run.baseName + ".pcm\n");
-  EXPECT_TRUE(frontEnd.messages.empty());
+/// A lost block is a failure in every one of these files.
+TEST_F(ResultStatistics, LostBlockIsTold) {
+  const ColumnMatrix G(1, 1);
+  const std::string extensions[] = {".pcm", ".n", ".r"};
+  for (int k = 0; k < 3; ++k) {
+    Start(1);
+    frontEnd.messages.clear();
+    run.Weight = ColumnMatrix(1, 1);
+    const test::FailingFileDriver fullDisk({.failWrite = k + 1, .error = ENOSPC});
+    FS_SavePostMPar(1, 1.0);
+    FS_SaveGaussParam(G, run.runVel);
+    EXPECT_THAT(OnlyMessage(), ::testing::HasSubstr("site" + extensions[k] + ": No space left on device"));
+  }
 }
 
 }  // namespace

@@ -249,6 +249,7 @@ TEST_F(ResultText, BoxShowsTheGivenModelWhileTheListIsHidden) {
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
   run.layerVs[1] = 555.0;
   ASSERT_EQ(FS_RefreshModelPar(-1), 0);
+  SMPParam.nPoints = InvParam.nPoints = 2;
   InsertListItem(exdthd::ITERNO, -1, "SMP 1", -1);
   SetCtrlVal(exdthd::ITERNO, -1);
   SetCtrlVal(analresult::SEL_RESULT, kProfileTable);
@@ -268,11 +269,43 @@ TEST_F(ResultText, BoxHoldsAWholeTableOfManyLayers) {
   EXPECT_NE(Text(kModelTable, 0).find("\n  400  "), std::string::npos);
 }
 
+/// The panel of the inversion seeds entry 0 with the given model: that is not a result.
+TEST_F(ResultText, ModelWithoutAComputedCurveIsNoIteration) {
+  SetPlainLayers(2);
+  SetGlobalCurve(2);
+  StartRun(kForwardRun, 3);
+  ASSERT_EQ(FS_RefreshModelPar(0), 0);
+  for (int type = 0; type <= 3; ++type) {
+    SetCtrlVal(analresult::SEL_RESULT, type);
+    PutTextResultsInBox();
+    EXPECT_EQ(GetCtrlVal(analresult::RESULTS), "no iteration\n");
+  }
+  EXPECT_EQ(SaveInvResultCallback(Panel::ANALRESULT, &analresult::SAVE, Event::Commit, 0), -1);
+  EXPECT_EQ(OnlyMessage(), "There is no iteration to save.");
+  EXPECT_TRUE(frontEnd.files.empty());
+}
+
+TEST_F(ResultText, RefusedInversionSaysNoIterationUnlessAFormerFileIsThere) {
+  session.projectFileName = "/elsewhere/site.da";
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path());
+  const auto save = [] {
+    return SaveInvResultCallback(Panel::ANALRESULT, &analresult::SAVE, Event::Commit, kNoIteration);
+  };
+  EXPECT_EQ(save(), 0);
+  EXPECT_EQ(test::ReadWhole("site_f.results"), "no iteration\n");
+  test::WriteWhole("site_f.results", "former results\n");
+  EXPECT_EQ(save(), 0);
+  EXPECT_EQ(test::ReadWhole("site_f.results"), "former results\n");
+  std::filesystem::current_path(before);
+}
+
 TEST_F(ResultText, SavesAllTablesWithoutADialog) {
   SetPlainLayers(2);
   SetGlobalCurve(2);
   StartRun(kForwardRun, 3);
   ASSERT_EQ(FS_RefreshModelPar(0), 0);
+  InvParam.nPoints = 2;
   session.projectFileName = "/elsewhere/site.da";
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(folder.Path());
@@ -289,6 +322,7 @@ TEST_F(ResultText, SavesAllTablesWithoutADialog) {
 
 TEST_F(ResultText, SavesUnderAChosenNameAndNothingAfterCancel) {
   session.projectFileName = "/elsewhere/site";
+  InvParam.nPoints = 2;
   EXPECT_EQ(SaveInvResultCallback(Panel::ANALRESULT, &analresult::SAVE, Event::Commit, 0), 0);
   frontEnd.fileAnswers.push_back({FileAnswer::IsNew, folder.File("a.results")});
   EXPECT_EQ(SaveInvResultCallback(Panel::ANALRESULT, &analresult::SAVE, Event::Commit, 0), 0);

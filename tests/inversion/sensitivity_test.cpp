@@ -398,9 +398,8 @@ TEST_F(FS_GmatrixTest, ReportHasOneLinePerRowUnderFourHeads) {
                            "pdf of Velocity wrt Shear Wave Velocity\n" + Row({G(1, 2), G(1, 3)}) +
                            Row({G(2, 2), G(2, 3)}) + "pdf of Velocity wrt Unit Weight\n" +
                            "pdf of Velocity wrt Poisson's Ratio\n";
-  EXPECT_EQ(File(".G"), once);
   ASSERT_EQ(FS_Gmatrix(), 0);  // the next iteration is appended
-  EXPECT_EQ(Count(File(".G"), "pdf of Velocity wrt Thickness\n"), 2);
+  EXPECT_EQ(File(".G"), once + once);
 }
 
 TEST_F(FS_GmatrixTest, ReportOfAmplitudesFollowsUnderItsOwnHeads) {
@@ -427,16 +426,12 @@ TEST_F(FS_GmatrixTest, ReportIsOffUnlessItsSwitchIsOn) {
   for (const std::string& name : folder.Names()) EXPECT_NE(name, "site.G");
 }
 
-TEST_F(FS_GmatrixTest, ReportThatCannotBeWrittenEndsTheProcess) {
+TEST_F(FS_GmatrixTest, ReportThatCannotBeWrittenIsTold) {
   StartSite(1);
   run.reportSwitch[4] = true;
   run.baseName = folder.File("missing/site");
-  EXPECT_EXIT(
-      {
-        dup2(2, 1);
-        FS_Gmatrix();
-      },
-      ::testing::ExitedWithCode(1), "Error in opening file .*site.G");
+  EXPECT_EQ(FS_Gmatrix(), 0);
+  EXPECT_THAT(OnlyMessage(), ::testing::StartsWith("Error in opening file " + run.baseName + ".G\n"));
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include "forward/receiver_setups.h"
 #include "forward/system_model.h"
 #include "inversion/observations.h"
+#include "inversion/run_files.h"
+#include "project/session.h"
 #include "runtime/panels/hmsetup.h"
 
 namespace sondera::testing {
@@ -17,12 +19,19 @@ void RunTest::SetUp() {
   InitializeTheoDispInfo();
   InitializeInvAnal();
   ResetRunState();
-  SetCtrlVal(hmsetup::PROJID, Base());
+  session.resultFolder = folder.Path();
+  SetCtrlVal(hmsetup::PROJID, "site");
 }
 
 void RunTest::TearDown() {
+  FS_DropFiles();
   ResetRunState();
   SessionTest::TearDown();
+}
+
+std::string RunTest::File(const char* extension) const {
+  FS_CloseFiles(run.runKind);
+  return test::ReadWhole(Base() + extension);
 }
 
 void RunTest::SetLayers(const std::vector<LayerRow>& rows) {

@@ -42,6 +42,8 @@ class RunTest : public SessionTest {
 
   /// Name of a result file, without and with extension.
   std::string Base() const { return folder.File("site"); }
+  /// A result file, put in place if it is still open.
+  std::string File(const char* extension) const;
 
   test::TempFolder folder;
 };
