@@ -49,7 +49,8 @@ std::string Folder(const std::string& path) {
 }
 
 /// Records stand below the signal floor though they live in folders of higher ones.
-const std::set<std::string> kRecordStems = {"project/session", "project/measdb", "project/selection",
+const std::set<std::string> kRecordStems = {"project/session",       "project/measdb",
+                                            "project/selection",     "project/measurement_rules",
                                             "forward/model_records", "inversion/inv_records"};
 
 /// The ladder of the fourth floor, from the ground up; a file may include from its own rung or from below.

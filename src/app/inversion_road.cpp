@@ -9,6 +9,7 @@
 #include "inversion/result_text.h"
 #include "inversion/starting_model.h"
 #include "project/measdb.h"
+#include "project/measurement_rules.h"
 #include "runtime/panels/analresult.h"
 #include "runtime/panels/cdisppnl.h"
 #include "runtime/panels/dispcurv.h"

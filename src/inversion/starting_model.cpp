@@ -10,11 +10,13 @@
 #include "forward/parameters_panel.h"
 #include "forward/record_growth.h"
 #include "forward/run.h"
+#include "forward/sweep_state.h"
 #include "forward/system_state.h"
 #include "inversion/inv_records.h"
 #include "inversion/preliminary_profile.h"
 #include "numeric/scale_arithmetic.h"
 #include "project/measdb.h"
+#include "project/measurement_rules.h"
 #include "project/session.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
@@ -191,6 +193,7 @@ Evaluation Evaluate() {
     }
     ListSlot(k);
     DrawSideGraph(-k);
+    if (!sweepState.refusal.empty()) return {-1, true};  // said once, not for every ratio
   }
   return {0, true};
 }

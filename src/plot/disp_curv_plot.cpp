@@ -9,6 +9,7 @@
 
 #include "numeric/scale_arithmetic.h"
 #include "project/measdb.h"
+#include "project/measurement_rules.h"
 #include "project/session.h"
 #include "runtime/graphs.h"
 #include "runtime/panels/dispcurv.h"

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "project/load_check.h"
 #include "project/measdb.h"
 #include "project/session.h"
 #include "project/setup_section.h"
@@ -339,9 +340,7 @@ int LoadAnalysis(const std::string& path) {
     return -1;
   }
   LoadAnalysisFrom(file);
-  if (file.Trouble().empty()) return 0;
-  MessagePopup(session.appTitle, NotReadWhole(path, file));
-  return -1;
+  return TellOutcome(NotReadWhole(path, file), file);
 }
 
 int Save_Analysis(Panel, ControlId, Event, long) {

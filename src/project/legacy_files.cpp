@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "acquisition/parameters.h"
+#include "project/load_check.h"
 #include "project/measdb.h"
 #include "project/raw_section.h"
 #include "project/selection.h"
@@ -35,8 +36,7 @@ bool OpenOrTell(SectionReader& file, const std::string& path) {
 
 /// 0, or the message of a file that met trouble and -1.
 int Outcome(const std::string& path, const SectionReader& file) {
-  if (file.Trouble().empty()) return 0;
-  return Refuse("The file " + path + " was not read whole. " + file.Trouble());
+  return TellOutcome("The file " + path + " was not read whole. " + file.Trouble(), file);
 }
 
 /// Takes away what hangs on the former size of a measurement.

@@ -114,13 +114,6 @@ int DeleteIDfromList(int key) {
   return pos;
 }
 
-int CheckifIncluded(int key, int refChan, int dspChan, PMeasInfo*& pair) {
-  PMeasInfo* found = FindPair(key, refChan, dspChan);
-  if (!found || found->included != 1) return 0;
-  pair = found;
-  return 1;
-}
-
 // ---- set up ---------------------------------------------------------------------------------------------------------
 
 HWSetup* SetupHWSetupArrays(int key, int nChannels) {

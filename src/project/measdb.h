@@ -246,8 +246,6 @@ PMeasInfo* FindPair(int key, int refChan, int dspChan);
 int GetLastKey();
 /// Removes the item of the key; its former position, or -1.
 int DeleteIDfromList(int key);
-/// 1 and the record when the pair exists with included = 1, else 0.
-int CheckifIncluded(int key, int refChan, int dspChan, PMeasInfo*& pair);
 
 // ---- set up: the record of the key is found, or appended to its list; its arrays are made afresh ----------------------
 

@@ -5,6 +5,7 @@
 #include "forward/parameters.h"
 #include "inversion/inv_records.h"
 #include "project/analysis_section.h"
+#include "project/load_check.h"
 #include "project/measdb.h"
 #include "project/modeling_section.h"
 #include "project/raw_section.h"
@@ -50,13 +51,15 @@ int LoadProject() {
   const std::string path = session.projectFileName;
   ProcessSystemEvents();
   session.fileKeyList.clear();
-  session.readInPart = session.backupHeld = false;
+  session.backupHeld = false;
+  session.readInPart = true;  // until the end of the load has been reached
   SectionReader file;
   std::string reason;
   const bool opened = file.Open(path, &reason);
   SetWaitCursor(true);
   ReadProjectSections(file);
   file.Close();
+  session.readInPart = opened && !file.Trouble().empty();
   SetWaitCursor(false);
   ShowFileTitle(path);
   DoPlotting(0);
@@ -66,10 +69,7 @@ int LoadProject() {
                  FileExists(path) || DirectoryExists(path) ? reason + "." : "File does not exist.");
     return -1;
   }
-  if (file.Trouble().empty()) return 0;
-  session.readInPart = true;
-  MessagePopup(session.appTitle, NotReadWhole(path, file));
-  return -1;
+  return TellOutcome(NotReadWhole(path, file), file);
 }
 
 /// Copies the present file to "<name>.bkup". True when there is nothing to copy.
@@ -174,6 +174,7 @@ void ReadProjectSections(SectionReader& file) {
   if (!file.Ended() && file.Remaining() > 0)
     file.Note(FormatText("It has %lld bytes that belong to none of its records.",
                          static_cast<long long>(file.Remaining())));
+  DropLinesWithoutData(file);
   if (!file.Trouble().empty()) CompleteGeometry();
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "project/session.h"
 #include "runtime/paths.h"
@@ -86,6 +87,20 @@ void SectionReader::Abandon(const std::string& sentence) {
 
 void SectionReader::Note(const std::string& what) {
   if (trouble_.empty()) trouble_ = what;
+}
+
+void SectionReader::Watch(const double* values, std::size_t count) {
+  std::int64_t found = 0;
+  for (std::size_t i = 0; i < count; ++i) found += std::isfinite(values[i]) ? 0 : 1;
+  if (found > 0 && notFinite_ == 0) notFiniteSection_ = section_;
+  notFinite_ += found;
+}
+
+std::string SectionReader::NotFinite() const {
+  if (notFinite_ == 0) return {};
+  return FormatText("%lld %s infinite or no number, the first in the %s section.",
+                    static_cast<long long>(notFinite_), notFinite_ == 1 ? "value is" : "values are",
+                    notFiniteSection_);
 }
 
 std::string NotReadWhole(const std::string& path, const SectionReader& file) {

@@ -34,10 +34,17 @@ class SectionReader {
   void EndSection();
 
   int Int32() { return in_.Int32(); }
-  double Real() { return in_.Real(); }
+  double Real() {
+    const double value = in_.Real();
+    Watch(&value, 1);
+    return value;
+  }
   std::string Text(std::size_t fieldBytes = 256) { return in_.Text(fieldBytes); }
   void Int32s(int* destination, std::size_t count) { in_.Int32s(destination, count); }
-  void Reals(double* destination, std::size_t count) { in_.Reals(destination, count); }
+  void Reals(double* destination, std::size_t count) {
+    in_.Reals(destination, count);
+    Watch(destination, count);
+  }
   void Skip(std::int64_t bytes) { in_.Skip(bytes); }
 
   /// True once nothing more can be read: the file came short, or was given up.
@@ -65,8 +72,13 @@ class SectionReader {
   void Note(const std::string& what);
   /// The first trouble as a full sentence, "" when there was none.
   const std::string& Trouble() const { return trouble_; }
+  /// Sentence on the reals read that are infinite or no numbers, "" when there was none. They are handed on
+  /// as they stand.
+  std::string NotFinite() const;
 
  private:
+  void Watch(const double* values, std::size_t count);
+
   ByteReader in_;
   std::int64_t size_ = 0;
   std::int64_t afforded_ = 0;
@@ -74,6 +86,8 @@ class SectionReader {
   bool mayEndHere_ = false;
   const char* section_ = "first";
   std::string trouble_;
+  std::int64_t notFinite_ = 0;
+  const char* notFiniteSection_ = "";  ///< of the first
 };
 
 /// The message for a file whose reading met trouble.

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "numeric/scale_arithmetic.h"
+#include "project/measurement_rules.h"
 #include "project/selection.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
@@ -39,6 +40,15 @@ PairDistances DistancesOf(const CurrentPair& current) {
   const double ref = setup.recLoc[static_cast<std::size_t>(current.refChan)];
   const double dsp = setup.recLoc[static_cast<std::size_t>(current.dspChan)];
   return {std::fabs(ref - setup.srcLoc), std::fabs(dsp - ref)};
+}
+
+/// Says why nothing is made from the measurement; false when there is nothing to say.
+bool RefuseMeasurement(const MeasRecords& records) {
+  const std::string fault = MeasurementFault(records.hwSetup->key);
+  if (fault.empty()) return false;
+  MessagePopup(session.appTitle,
+               "The measurement " + records.measID + " " + fault + ": no curve is made from it.");
+  return true;
 }
 
 /// The pair's record with its spectra brought up to date; makes it when there is none. Null when that fails.
@@ -114,7 +124,7 @@ int MaskingCalcDispCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
   const CurrentPair current = FindCurrentPair(Panel::SASW);
-  if (!current.complete()) return -1;
+  if (!current.complete() || RefuseMeasurement(current.records)) return -1;
   PMeasInfo* pair = FreshPair(current);
   if (!pair) return -1;
   session.lengthUnit = GetCtrlVal(meassetup::LENGTHUNIT);
@@ -137,6 +147,7 @@ int MaskingCalcDispMenuCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   const CurrentPair current = FindCurrentPair(Panel::SASW);
   if (!current.complete()) return 0;
+  if (RefuseMeasurement(current.records)) return -1;
   PMeasInfo* pair = FreshPair(current);
   if (!pair) return 0;
   session.lengthUnit = GetCtrlVal(meassetup::LENGTHUNIT);

@@ -39,8 +39,9 @@ int CalcDispersionPoints(const CurveLines& in, double* vel, double* freq, double
 /// end of the analysis band, with alphaWlen from HYX_WLENFILTER and the phase of DISPCURV_OPTION, which
 /// become those of the session and the pair. The pair's spectra and phases are brought up to date first; a
 /// missing record is made. Ends with DispCurvPlot(1). A curve without a point is excluded, any other
-/// included. -1 on window B, without a measurement, or when source or receivers stand at the same place, with
-/// a message (none without a measurement).
+/// included. -1 on window B, without a measurement, for one whose sampling or places break the rules
+/// (MeasurementFault), or when source or receivers stand at the same place, with a message (none without a
+/// measurement).
 int MaskingCalcDispCallback(Panel panel, ControlId control, Event event, long data);
 
 /// Menu "Calculate": the same with six differences that callers count on. Without a measurement nothing

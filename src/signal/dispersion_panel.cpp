@@ -50,8 +50,8 @@ std::string CoordinateText(double value) {
 
 }  // namespace
 
-std::string DispCurveLabel(const std::string& measID, int refChan, int dspChan, bool csw) {
-  return FormatText(csw ? "CSW-%s[%d:%d]" : "%s[%d:%d]", measID.c_str(), refChan + 1, dspChan + 1);
+std::string DispCurveLabel(const std::string& measID, long long refChan, long long dspChan, bool csw) {
+  return FormatText(csw ? "CSW-%s[%lld:%lld]" : "%s[%lld:%lld]", measID.c_str(), refChan + 1, dspChan + 1);
 }
 
 int RetrieveChnlInfo(const std::string& label, int& chan1, int& chan2, std::string& measID) {

@@ -13,7 +13,7 @@
 namespace sondera {
 
 /// "id[1:2]" with channels (from 0) counted from 1; "CSW-id[1:2]" for continuous surface waves.
-std::string DispCurveLabel(const std::string& measID, int refChan, int dspChan, bool csw = false);
+std::string DispCurveLabel(const std::string& measID, long long refChan, long long dspChan, bool csw = false);
 
 /// Takes such a label apart; channels count from 0. The id is the text before the last bracket. Kept: an id
 /// that begins with "CSW" loses its first four characters, also where they are its own. -1, with the results

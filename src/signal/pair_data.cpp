@@ -31,7 +31,8 @@ void SetupPMeasDataNode(const std::string& projID, const std::string& measID, in
                         const HWSetup& hwSetup, PMeasInfo*& pair) {
   const int key = GetKeyFromID(projID, measID);
   const bool inside = chanA >= 0 && chanB >= 0 && chanA < hwSetup.nChannels && chanB < hwSetup.nChannels;
-  if (key == -1 || !inside || hwSetup.nLines <= 0) return;
+  const bool hasData = MeasDB.rawDataList.findKey(key) > 0;  // lines without data may be any number
+  if (key == -1 || !inside || !hasData || hwSetup.nLines <= 0) return;
   auto made = std::make_unique<PMeasInfo>();
   SetupPairMeasArrays(*made, hwSetup.nLines);
   made->key = key;

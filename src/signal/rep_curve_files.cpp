@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "project/measdb.h"
+#include "project/measurement_rules.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/paths.h"

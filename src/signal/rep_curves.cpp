@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "numeric/sort.h"
+#include "project/measurement_rules.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
@@ -294,7 +295,7 @@ void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVecto
 // ---- records ----------------------------------------------------------------------------------------
 
 int IncludedPoints(const PMeasInfo& pair) {
-  if (pair.included != 1) return 0;
+  if (pair.included != 1 || !HasUsableCurve(pair)) return 0;
   const std::size_t there = std::min({pair.dispVel.size(), pair.dispFreq.size(), pair.dispWlen.size()});
   return std::clamp(pair.nDispPoints, 0, static_cast<int>(there));
 }
@@ -302,7 +303,7 @@ int IncludedPoints(const PMeasInfo& pair) {
 std::string RepCurveLabel(int key, int refChan, int dspChan, int base) {
   std::string projID, measID;
   GetIDfromKey(key, projID, measID);
-  return DispCurveLabel(measID, refChan + base - 1, dspChan + base - 1);
+  return DispCurveLabel(measID, 0LL + refChan + base - 1, 0LL + dspChan + base - 1);
 }
 
 int SearchChannels(OffsetVector<int>& index, OffsetVector<int>& chan1, OffsetVector<int>& chan2,

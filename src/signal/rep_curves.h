@@ -73,7 +73,7 @@ void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVecto
 // ---- records ----------------------------------------------------------------------------------------
 
 /// Points of a pair's curve that are really there: nDispPoints, held to the length of its arrays; 0 when the
-/// pair is not included.
+/// pair is not included or its curve must not be used (HasUsableCurve).
 int IncludedPoints(const PMeasInfo& pair);
 
 /// "MeasID[ref:dsp]" of a pair, with its channels (given from 0) counted from base. An unknown key gives an

@@ -190,10 +190,12 @@ struct Line {
   double re = 0.0, im = 0.0;
 };
 
-/// Transfer function at a line: 0 where the reference has no cross power.
+/// Transfer function at a line: 0 where the reference has no cross power, or so little that the quotient is
+/// no number.
 Line Transfer(const PairRows& p, int i) {
   Line h;
   if (p.aRe[i] != 0.0 || p.aIm[i] != 0.0) CxDiv(p.bRe[i], p.bIm[i], p.aRe[i], p.aIm[i], &h.re, &h.im);
+  if (!std::isfinite(h.re) || !std::isfinite(h.im)) return {};
   return h;
 }
 

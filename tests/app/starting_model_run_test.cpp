@@ -102,5 +102,16 @@ TEST_F(StartingModelRun, HaltInTheMiddleKeepsTheFinishedProfiles) {
   EXPECT_TRUE(Exists("site.da"));
 }
 
+TEST_F(StartingModelRun, SettingsThatTheSolverRefusesAreToldOnceAndNotForEveryRatio) {
+  RunScript(kToCurves);
+  frontEnd.messages.clear();
+  SetCtrlVal(fmodeling::E3D_FDB, 0.0);
+  EXPECT_EQ(Commit(inversion::EVALSMPARAM), -1);
+  int told = 0;
+  for (const std::string& message : frontEnd.messages)
+    told += message.find("depth factor") != std::string::npos;
+  EXPECT_EQ(told, 1);
+}
+
 }  // namespace
 }  // namespace sondera

@@ -1,5 +1,6 @@
 // Tests of the measurement database: keys, set-up, release, copies.
 #include "project/measdb.h"
+#include "project/measurement_rules.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cmath>
 
 #include <filesystem>
 
@@ -35,9 +36,16 @@ class ProjectFile : public SessionTest {
  protected:
   void SetUp() override { StartEmptyProject(); }
 
-  /// A small project on disk under this name; the database is left empty behind it.
+  /// A small project on disk under this name, with nothing that a load would tell; the database is left empty
+  /// behind it.
   std::string OnDisk(const char* name) {
     MakeSmallProject();
+    HWSetup& hw = *MeasDB.hwSetupList.at(1);
+    hw.deltaF = hw.freqSpan / hw.nLines;
+    hw.deltaT = 0.5 / hw.freqSpan;
+    MeasDB.maskingList.at(1)->refChan = 0;
+    MeasDB.maskingList.at(1)->dspChan = 1;
+    for (double& f : MeasDB.pMeasList.at(1)->dispFreq) f = std::fabs(f) + 1.0;
     const std::string path = folder.File(name);
     test::WriteWhole(path, ProjectBytes().bytes);
     StartEmptyProject();

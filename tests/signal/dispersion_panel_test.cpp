@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <random>
 
 #include "project/session.h"
@@ -84,6 +85,10 @@ TEST_F(RetrieveChnlInfoTest, ReversesTheLabelOfACurve) {
   EXPECT_EQ(TakeApart("oysand 1[1:12]"), (Parts{"oysand 1", 0, 11}));
   EXPECT_EQ(TakeApart("CSW-oysand 1[1:12]"), (Parts{"oysand 1", 0, 11}));
   EXPECT_EQ(TakeApart("a,b:c[2,3]\n"), (Parts{"a,b:c", 1, 2})) << "a comma may stand between the numbers";
+}
+
+TEST_F(RetrieveChnlInfoTest, ChannelsOfADamagedPairHaveALabelToo) {
+  EXPECT_EQ(DispCurveLabel("shot", INT_MAX, INT_MIN), "shot[2147483648:-2147483647]");
 }
 
 TEST_F(RetrieveChnlInfoTest, LabelWithoutABracketIsRefused) {
