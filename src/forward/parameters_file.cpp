@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -42,6 +43,26 @@ bool IsWhole(const ModelRecord& m) {
   return m.recLoc.size() >= Count(m.nReceivers) && m.freq.size() >= Count(m.nDispPoints) &&
          m.vel.size() >= Count(m.nDispPoints) * pairs && m.pairRec1.size() >= pairs &&
          m.pairRec2.size() >= pairs && m.pairMin.size() >= pairs && m.pairMax.size() >= pairs;
+}
+
+bool AllFinite(const std::vector<double>& column, std::size_t n) {
+  return std::all_of(column.begin(), column.begin() + static_cast<std::ptrdiff_t>(n),
+                     [](double v) { return std::isfinite(v); });
+}
+
+/// Of a whole record: whether all that is written are numbers.
+bool HasNumbersOnly(const ModelRecord& m) {
+  for (const double v :
+       {m.fDispBulb, m.incRatio, m.GlobalRec1Loc, m.GlobalRec2Loc, m.xMinGlobal, m.xMaxGlobal})
+    if (!std::isfinite(v)) return false;
+  for (auto column : kLayerColumns)
+    if (!AllFinite(m.*column, Count(m.nLayers))) return false;
+  for (auto column : kGlobalColumns)
+    if (!AllFinite(m.*column, Count(m.nDispPointsG))) return false;
+  const std::size_t pairs = Count(m.nDispCurves);
+  return AllFinite(m.recLoc, Count(m.nReceivers)) && AllFinite(m.freq, Count(m.nDispPoints)) &&
+         AllFinite(m.vel, Count(m.nDispPoints) * pairs) && AllFinite(m.pairMin, pairs) &&
+         AllFinite(m.pairMax, pairs);
 }
 
 void WriteLayers(TextWriter& file, const ModelRecord& m) {
@@ -304,6 +325,11 @@ void ReadPairs(Scanner& in, ModelRecord& m) {
 int SaveFModelParam(const std::string& path) {
   constexpr const char* kFailure = "Error in writing the forward modeling param. into file %s.";
   if (!IsWhole(FModelParam)) return Refuse(kFailure, path);
+  if (!HasNumbersOnly(FModelParam))
+    return Refuse(
+        "Error in writing the forward modeling param. into file %s.\n"
+        "One of the parameters is infinite or no number.",
+        path);
   TextWriter file(path);
   WriteLayers(file, FModelParam);
   WriteGlobalCurve(file, FModelParam);

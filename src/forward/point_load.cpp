@@ -38,22 +38,23 @@ bool InRange(double x, double above, double atMost) {
 }
 
 bool CheckLayer(const LayerTable& t, int l, bool graded, std::string* why) {
-  constexpr double kLarge = 1e+30;
+  constexpr double kLarge = 1e+30;  // stands in the sentences
   const double h = t.layerH[l];
   if (!(h >= 0.0 && h <= kLarge) || (h == 0.0 && !graded)) {
-    return Refuse(why, "The thickness %g of layer %d is not above 0.", h, l);
+    return Refuse(why, "The thickness %g of layer %d is not above 0 and at most 1e+30.", h, l);
   }
   if (!InRange(t.layerVs[l], 0.0, kLarge)) {
-    return Refuse(why, "The S-wave velocity %g of layer %d is not above 0.", t.layerVs[l], l);
+    return Refuse(why, "The S-wave velocity %g of layer %d is not above 0 and at most 1e+30.", t.layerVs[l],
+                  l);
   }
   if (!InRange(t.layerRho[l], 0.0, kLarge)) {
-    return Refuse(why, "The density %g of layer %d is not above 0.", t.layerRho[l], l);
+    return Refuse(why, "The density %g of layer %d is not above 0 and at most 1e+30.", t.layerRho[l], l);
   }
   if (!InRange(t.layerG[l], 0.0, kLarge)) {
-    return Refuse(why, "The shear modulus %g of layer %d is not above 0.", t.layerG[l], l);
+    return Refuse(why, "The shear modulus %g of layer %d is not above 0 and at most 1e+30.", t.layerG[l], l);
   }
   if (!(t.layerNu[l] > -1.0 && t.layerNu[l] < 0.5)) {
-    return Refuse(why, "Poisson's ratio %g of layer %d is not below 0.5.", t.layerNu[l], l);
+    return Refuse(why, "Poisson's ratio %g of layer %d is not between -1 and 0.5.", t.layerNu[l], l);
   }
   if (!(t.layerDamp[l] >= 0.0 && t.layerDamp[l] <= 1.0)) {
     return Refuse(why, "The damping ratio %g of layer %d is not between 0 and 1.", t.layerDamp[l], l);

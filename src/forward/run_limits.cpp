@@ -24,6 +24,13 @@ class Complaint {
     if (!text_.empty() || (value >= low && value <= high)) return;
     text_ = FormatText("%s is %g. It must be from %g to %g.", what.c_str(), value, low, high);
   }
+  void Poisson(int layer, double value) {
+    if (!text_.empty() || (value > -1.0 && value < 0.5)) return;
+    text_ = FormatText(
+        "Poisson's ratio of layer %d is %g. It must be above -1 and below 0.5: at 0.5 the P-wave "
+        "velocity is infinite.",
+        layer, value);
+  }
   template <class T>
   void Column(const char* what, const std::vector<T>& column, double entries) {
     if (!text_.empty() || static_cast<double>(column.size()) >= entries) return;
@@ -36,7 +43,8 @@ class Complaint {
   std::string text_;
 };
 
-constexpr double kAnything = 1e300;  // any finite value that arithmetic can still work with
+constexpr double kLayerLimit = 1e30;  // of thickness, velocities, density and shear modulus; the solvers' own
+constexpr double kAnything = 1e300;   // any finite value that arithmetic can still work with
 
 void CheckLayers(const ModelRecord& m, Complaint& complaint) {
   complaint.Count("The number of layers", m.nLayers, 1, kMaxRunLayers);
@@ -48,11 +56,12 @@ void CheckLayers(const ModelRecord& m, Complaint& complaint) {
   for (int l = 0; complaint.empty() && l < m.nLayers; ++l) {
     const std::size_t i = static_cast<std::size_t>(l);
     const auto at = [l](const char* what) { return FormatText("The %s of layer %d", what, l + 1); };
-    complaint.Value(at("thickness"), m.thickness[i], 0.0, kAnything);
-    complaint.Value(at("P-wave velocity"), m.Vp[i], 0.0, kAnything);
-    complaint.Value(at("S-wave velocity"), m.Vs[i], 0.0, kAnything);
-    complaint.Value(at("density"), m.density[i], 0.0, kAnything);
-    complaint.Value(at("Poisson's ratio"), m.nu[i], -1.0, 0.5);
+    complaint.Value(at("thickness"), m.thickness[i], 0.0, kLayerLimit);
+    complaint.Value(at("P-wave velocity"), m.Vp[i], 0.0, kLayerLimit);
+    complaint.Value(at("S-wave velocity"), m.Vs[i], 0.0, kLayerLimit);
+    complaint.Value(at("density"), m.density[i], 0.0, kLayerLimit);
+    complaint.Value(at("shear modulus"), m.density[i] * m.Vs[i] * m.Vs[i], 0.0, kLayerLimit);
+    complaint.Poisson(l + 1, m.nu[i]);
     complaint.Value(at("damping ratio"), m.damping[i], 0.0, 1.0);
   }
 }

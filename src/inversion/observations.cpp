@@ -78,6 +78,9 @@ std::string CheckArrayData(const ModelRecord& r) {
       if (!(IsUsable(f) && f > 0.0))
         return FormatText(
             "The frequency of the array curves at point %d is %g. It must be above 0 and below 1e100.", p, f);
+      if (!IsUsable(v / f))
+        return FormatText(
+            "Array curve %d has the velocity %g at %g Hz, point %d. No wavelength is that long.", c, v, f, p);
     }
   }
   return {};

@@ -233,13 +233,16 @@ int SaveInvResultCallback(Panel, ControlId, Event event, long data) {
     if (choice.answer == FileAnswer::Cancelled) return 0;
     path = choice.path;
   }
-  TextWriter file(path);
+  std::string all;
   for (int type = kModelTable; type <= kResolutionTable; ++type) {
     std::string text;
     GetResultTextBox(type, index, text, RecordOfIndex(index));
-    file.Put(text);
-    file.Put("\n\n\n");
+    all += text + "\n\n\n";
   }
+  if (all.find("nan") != std::string::npos || all.find("inf") != std::string::npos)
+    return Refuse("The results are not saved: some of their values are infinite or no numbers.");
+  TextWriter file(path);
+  file.Put(all);
   return file.Close() ? 0 : Refuse(file.Reason());
 }
 

@@ -250,6 +250,23 @@ std::string_view NeverMeasured(int type, const RawData& raw) {
   }
 }
 
+std::size_t CountNotFinite(const std::vector<double>& values, std::size_t from = 0) {
+  const auto first = values.begin() + static_cast<std::ptrdiff_t>(std::min(from, values.size()));
+  return static_cast<std::size_t>(
+      std::count_if(first, values.end(), [](double v) { return !std::isfinite(v); }));
+}
+
+/// Values of the averages, and of what would be written, that are infinite or no numbers.
+std::size_t CountNotFinite(const RawData& raw, const std::vector<ExportFile>& files) {
+  std::size_t count = 0;
+  for (auto block : kRawBlocks) count += CountNotFinite(raw.*block);
+  if (count > 0) return count;
+  for (const ExportFile& file : files)
+    for (std::size_t c = 0; c < file.columns.size(); ++c)
+      count += CountNotFinite(*file.columns[c], c > 0 ? file.zeroRows : 0);
+  return count;
+}
+
 /// Name from the dialog; empty after a cancel, or when something that exists is to stay.
 std::string AskForName(std::string_view label, const std::vector<ExportFile>& files) {
   const FileChoice choice = FileSelectPopup(
@@ -332,6 +349,10 @@ int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, co
     return Refuse(type == kGabor ? std::string("Calcualte Gabor spectrum, first.")
                                  : "There are no data on display " + display + ".");
   }
+  if (const std::size_t count = CountNotFinite(*r.rawData, out.files))
+    return Refuse(
+        FormatText("The data on display %s are not saved: %zu of their values are infinite or no numbers.",
+                   display.c_str(), count));
   const std::string path = name.empty() ? AskForName(display, out.files) : name;
   return path.empty() ? -1 : WriteFiles(path, out.files);
 }

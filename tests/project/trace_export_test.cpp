@@ -349,6 +349,26 @@ TEST(GetPlotInfo, KnowsItsExtensions) {
   for (int type : {-1, 11, 20, 24}) EXPECT_EQ(GetPlotInfo(0, 1, type, r, VoltUnit::Vrms, s), -1) << type;
 }
 
+TEST_F(TraceExport, ValuesThatAreNotFiniteAreRefusedAndTheFormerFileStays) {
+  test::WriteWhole(Out("Gp"), "the former file");
+  for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+    frontEnd.messages.clear();
+    m.raw->crossSpecRe[7] = bad;
+    for (const int type : {0, 3, 6, 8}) EXPECT_EQ(Save(type), -1) << type;
+    EXPECT_EQ(frontEnd.messages.front(),
+              "The data on display A are not saved: 1 of their values are infinite or no numbers.");
+  }
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"out.Gp"});
+  EXPECT_EQ(test::ReadWhole(Out("Gp")), "the former file");
+}
+
+TEST_F(TraceExport, ResultsThatAreNotFiniteAreRefused) {
+  AddPair().phaseEn[3] = std::nan("");
+  EXPECT_EQ(Save(3), -1);
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_TRUE(folder.Names().empty());
+}
+
 TEST(GetPlotInfo, ComplexSeriesBringTheBandLimitsUpToDate) {
   ResetEverything();
   const TestMeasurement m = AddMeasurement({.nLines = 4});
