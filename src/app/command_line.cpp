@@ -2,7 +2,9 @@
 #include "app/command_line.h"
 
 #include <cstdio>
+#include <exception>
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 #include "app/command_words.h"
@@ -190,6 +192,40 @@ int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYe
   return 0;
 }
 
+namespace {
+
+/// All of a run behind the options.
+int RunSession(const CommandLine& line) {
+  SetRunReportOptions(line.report);
+  // The usage helps against a wrong command line only; a script that stopped early has said why.
+  const std::string wrong = WrongForm(line.arguments);
+  const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
+  InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
+  StartSession();
+  const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
+  const int status = RunUserInterface();
+  FinishProgressLine();
+  if (dispatched != kAllDone && dispatched != kDoneWithDoubts) return kNotAllDone;
+  return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
+}
+
+}  // namespace
+
+int EndOnException(const std::function<int()>& body) {
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    FinishProgressLine();
+    std::fputs("sondera: there is not enough memory for this. The program ends; saved files are whole.\n",
+               stderr);
+  } catch (const std::exception& e) {
+    FinishProgressLine();
+    std::fprintf(stderr, "sondera: an error of the program: %s. The program ends; saved files are whole.\n",
+                 e.what());
+  }
+  return kNotAllDone;
+}
+
 int RunProgram(const std::vector<std::string>& words) {
   const CommandLine line = ParseCommandLine(words);
   if (!line.unknownOption.empty()) {
@@ -202,17 +238,7 @@ int RunProgram(const std::vector<std::string>& words) {
     std::fputs((line.help ? HelpText() : VersionText()).c_str(), stdout);
     return 0;
   }
-  SetRunReportOptions(line.report);
-  // The usage helps against a wrong command line only; a script that stopped early has said why.
-  const std::string wrong = WrongForm(line.arguments);
-  const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
-  InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
-  StartSession();
-  const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
-  const int status = RunUserInterface();
-  FinishProgressLine();
-  if (dispatched != kAllDone && dispatched != kDoneWithDoubts) return kNotAllDone;
-  return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
+  return EndOnException([&] { return RunSession(line); });
 }
 
 }  // namespace sondera

@@ -1,6 +1,7 @@
 // command_line.h - options and arguments of the program, and what is done with them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,10 @@ std::string WrongForm(const std::vector<std::string>& arguments);
 /// dialect did it with doubts, else 0.
 /// @param assumeYes  questions of such a script are answered with Yes
 int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes = false);
+
+/// Runs the body and returns its status. An exception that nobody else handled, such as memory that is not
+/// there, ends in one sentence on standard error and 1: nothing that is written is left half.
+int EndOnException(const std::function<int()>& body);
 
 /// The program: session, dispatch, event loop, shutdown. The exit status: 0 for a finished script or a closed
 /// window, 1 for anything that was not done, 3 for a script that was done with doubts, when they count.

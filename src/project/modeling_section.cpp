@@ -83,14 +83,25 @@ void ReadModelHead(SectionReader& file, ModelRecord& m) {
   m.nLayers = file.Int32();
 }
 
+/// Whether arrays of so many bytes can still be in the file; where they cannot, the file ends within them.
+bool HoldsBytes(SectionReader& file, std::int64_t bytes) {
+  if (file.CanHold(bytes, 1, 1)) return true;
+  file.Skip(INT64_MAX);
+  return false;
+}
+
 /// Capacities that no file can mean end the reading; one that only memory would feel comes down to what is
-/// used.
+/// used. Nothing is sized before the arrays are known to be there.
 bool AffordModel(SectionReader& file, ModelRecord& m) {
   for (int capacity : {m.capLayers, m.capPairs, m.capRec, m.capPoints, m.capCurve})
     if (capacity < 0) {
       file.GiveUp(FormatText("a model has a capacity of %d.", capacity));
       return false;
     }
+  const std::int64_t real = sizeof(double), whole = sizeof(int);
+  if (!HoldsBytes(file, real * (6LL * m.capLayers + 3LL * m.capPoints + m.capRec) +
+                            (2 * whole + 2 * real) * m.capPairs))
+    return false;
   const bool fits = file.Afford(m.capLayers, 6, sizeof(double)) &&
                     file.Afford(m.capPoints, 4, sizeof(double)) && file.Afford(m.capRec, 1, sizeof(double)) &&
                     file.Afford(m.capPairs, 3, sizeof(double));
@@ -286,8 +297,12 @@ int ReadInvRecord(SectionReader& file, InvRecord& r) {
   r.alphaFrom = file.Real();
   r.alphaTo = file.Real();
   if (!AffordInvRecord(file, r)) return -3;
-  AllocateInvRecord(r);
   const std::int64_t rows = StoredEntries(r);
+  const std::int64_t perRow =
+      7 * (std::int64_t{r.nLayers} + 1) + r.nPoints + 2 * std::int64_t{r.nPoints} * r.nCurves + r.nLayers;
+  if (!HoldsBytes(file, static_cast<std::int64_t>(sizeof(double)) * (rows * perRow + r.maxEntries)))
+    return -3;
+  AllocateInvRecord(r);
   ReadInterleaved(file, ModelTables<InvRecord, OffsetMatrix<double>>(r), rows, std::int64_t{r.nLayers} + 1);
   ReadInterleaved(file, {&r.freq}, rows, r.nPoints);
   ReadInterleaved(file, {&r.vel, &r.waveL}, rows, std::int64_t{r.nPoints} * r.nCurves);

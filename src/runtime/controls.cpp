@@ -4,12 +4,18 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <map>
+#include <new>
 #include <unordered_map>
 
 #include "runtime/dialogs.h"
+#include "runtime/events.h"
+
 namespace sondera {
 namespace {
+
+constexpr char kTitle[] = "Sondera";  // of a message that no callback has spoken
 
 struct StoredItem {
   std::string label;
@@ -310,7 +316,18 @@ int SendEvent(const Control& c, Event event, long data) {
     return -1;
   }
   const Callback callback = CallbackOf(c);
-  return callback ? callback(c.panel, &c, event, data) : 0;
+  if (!callback) return 0;
+  std::string trouble;
+  try {
+    return callback(c.panel, &c, event, data);
+  } catch (const std::bad_alloc&) {
+    trouble = "There is not enough memory for this. It was not done.";
+  } catch (const std::exception& e) {
+    trouble = std::string("This was not done, by an error of the program: ") + e.what() + ".";
+  }
+  SetWaitCursor(false);
+  MessagePopup(kTitle, trouble);
+  return -1;
 }
 
 void ResetControls() {

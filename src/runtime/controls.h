@@ -321,7 +321,8 @@ using Callback = int (*)(Panel panel, ControlId control, Event event, long data)
 /// Puts a control's callback into the table (app/callbacks does it for all at start-up).
 void InstallCallback(const Control& c, Callback callback);
 Callback CallbackOf(const Control& c);
-/// Runs the control's callback with an event, as a front end does. Without a callback: 0.
+/// Runs the control's callback with an event, as a front end does. Without a callback: 0. An exception out of
+/// it, such as memory that is not there, gives a message and -1, so that a person can still save.
 int SendEvent(const Control& c, Event event, long data = 0);
 /// While it lives only one control answers: a press of any other is refused with a message and -1, other
 /// events of them do nothing. For work that lets events in and must keep what it works on. Does not nest.

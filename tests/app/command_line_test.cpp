@@ -1,6 +1,9 @@
 // Tests of the options and of the forms of the command line.
 #include "app/command_line.h"
 
+#include <new>
+#include <stdexcept>
+
 #include "app/app_fixture.h"
 #include "project/measdb.h"
 #include "project/session.h"
@@ -116,6 +119,16 @@ TEST_F(CommandLineForms, AProjectThatWasSavedOpensAgain) {
   EXPECT_EQ(MeasDB.idList.count(), 1);
   EXPECT_EQ(GetKeyFromID("ProjID", "measID"), 1);
   EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+TEST(EndOnException, GivesOneSentenceAndStatusOne) {
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(EndOnException([]() -> int { throw std::bad_alloc(); }), 1);
+  EXPECT_EQ(EndOnException([]() -> int { throw std::runtime_error("it broke"); }), 1);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "sondera: there is not enough memory for this. The program ends; saved files are whole.\n"
+            "sondera: an error of the program: it broke. The program ends; saved files are whole.\n");
+  EXPECT_EQ(EndOnException([] { return 0; }), 0);
 }
 
 }  // namespace

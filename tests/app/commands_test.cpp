@@ -502,8 +502,9 @@ TEST_F(CommandScript, AnInterruptHaltsAtTheNextPoll) {
 
 TEST_F(CommandScript, HostileScriptsEndWithoutHarm) {
   for (const std::string text :
-       {"masking", "import", "import \xff\xfe", "masking measID 99 nan inf -1e308 1e308",
-        "masking measID 0 1e999 1 2 3", "import H31 H31 1e308 -1e308", "import /dev/null x 1 2"}) {
+       {"export out measID -2147483648 2147483647 3", "masking", "import", "import \xff\xfe",
+        "masking measID 99 nan inf -1e308 1e308", "masking measID 0 1e999 1 2 3",
+        "import H31 H31 1e308 -1e308", "import /dev/null x 1 2"}) {
     SCOPED_TRACE(text);
     StartSession();
     session.projectFileName = folder.File("site.da");

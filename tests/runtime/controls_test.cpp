@@ -1,7 +1,10 @@
 // Tests of the settings store: values, items, tables, attributes, callbacks, observers.
 #include "runtime/controls.h"
 
+#include <new>
+
 #include "runtime/panels/gaborpnl.h"
+#include "support/popup_recorder.h"
 
 namespace sondera {
 namespace {
@@ -112,6 +115,19 @@ int seenData = 0;
 int Press(Panel panel, ControlId control, Event event, long data) {
   seenData = static_cast<int>(data);
   return panel == Panel::MEASSETUP && control == &BUTTON && event == Event::Commit ? -1 : 0;
+}
+
+int OutOfMemory(Panel, ControlId, Event, long) {
+  throw std::bad_alloc();
+}
+
+TEST_F(Controls, APressThatRunsOutOfMemoryGivesAMessageAndTheSessionGoesOn) {
+  const test::PopupRecorder popups;
+  InstallCallback(BUTTON, OutOfMemory);
+  EXPECT_EQ(Commit(BUTTON), -1);
+  InstallCallback(BUTTON, nullptr);
+  ASSERT_EQ(popups.shown.size(), 1u);
+  EXPECT_EQ(popups.shown[0].second, "There is not enough memory for this. It was not done.");
 }
 
 TEST_F(Controls, CommitRunsTheInstalledCallbackWithItsControl) {
