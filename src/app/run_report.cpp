@@ -24,7 +24,7 @@ namespace {
 RunReportOptions reportOptions;
 
 void PrintLine(const std::string& line) {
-  std::fprintf(stderr, "%s\n", line.c_str());
+  std::fprintf(stderr, "%s\n", VisibleText(line).c_str());
 }
 
 std::string PairLine(const PairFigures& f) {

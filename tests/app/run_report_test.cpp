@@ -237,6 +237,18 @@ TEST_F(RunReport, AForwardAndAReverseShotAreInvertedTogether) {
   EXPECT_EQ(twice, results({16.0, 8.0}, 24.0));
 }
 
+TEST_F(RunReport, AnIdFromAFileMakesNoLineOfItsOwn) {
+  const TestMeasurement m = AddSite({8.0, 16.0});
+  MeasureBlows(1, {8.0, 16.0});
+  ASSERT_EQ(Run("masking site 0 600 400 100 60\nexport out site 1 2 -1\n"), -1) << "the session stays";
+  MeasDB.idList.at(MeasDB.idList.findKey(m.key))->MeasID = "a\ndoubt: b\x1b[2J";
+  ::testing::internal::CaptureStderr();
+  ReportRun(true);
+  printed = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(LinesWith("doubt:"), std::vector<std::string>{});
+  EXPECT_EQ(LinesWith("pair a\\x0Adoubt: b\\x1B[2J 1 2: ").size(), 1u) << printed;
+}
+
 TEST_F(RunReport, ANewSessionBeginsWithNothingToReport) {
   AddSite({8.0, 16.0});
   MeasureBlows(1, {8.0, 16.0});
