@@ -1,10 +1,9 @@
-// evaluation.h - the computed curves of a model of an inversion, with their misfit, and one step from there.
+// evaluation.h - the computed curves of a model of an inversion, with their misfit.
 //
 // Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
 #pragma once
 
 #include "forward/sweep_state.h"
-#include "inversion/inversion_options.h"
 #include "numeric/offset_array.h"
 
 namespace sondera {
@@ -23,16 +22,5 @@ struct Evaluation {
   /// The misfits, from the curves and the rows in use.
   void Judge();
 };
-
-enum class Advance {
-  kMoved,   ///< a new model with its curve, which may be that of a halted sweep
-  kKept,    ///< by step control: no part of the step was good, the former model and its curve stand
-  kFailed,  ///< no update, after a message
-  kHalted,  ///< in the sensitivities
-};
-
-/// Sensitivities, update, and the curve of the new model.
-/// @param[in,out] e  curve of the present model, then of the new one
-Advance AdvanceModel(Evaluation& e, const InversionOptions& options);
 
 }  // namespace sondera

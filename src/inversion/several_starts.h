@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "inversion/evaluation.h"
 #include "inversion/model_state.h"
+#include "inversion/model_step.h"
 
 namespace sondera {
 

@@ -112,10 +112,12 @@ void FieldSiteTest::SetDeviation(double part) {
 
 void FieldSiteTest::Invert() {
   complaints.clear();
+  notes.clear();
   const int observer = AddObserver([this](Panel, ControlId control) {
     if (control != &exdthd::STATUSMSG || GetCtrlVal(exdthd::STATUSMSG).find("End of the iteration") != 0)
       return;
     if (!SweepReport().empty()) complaints.push_back(SweepReport());
+    if (!sweepState.note.empty()) notes.push_back(sweepState.note);
   });
   const int result = Commit(inversion::PERFORMINV);
   RemoveObserver(observer);

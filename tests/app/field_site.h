@@ -52,8 +52,9 @@ class FieldSiteTest : public AppTest {
   static std::vector<int> Rows();
   static int LastIteration();
 
-  std::vector<std::string>
-      complaints;  ///< of the sweeps behind the ends of iterations, as the status had them
+  /// What the status complained of at the ends of iterations: the sweeps' points and the run's note, and the
+  /// note alone.
+  std::vector<std::string> complaints, notes;
 
  private:
   void Import(const FieldSite& site);

@@ -1,0 +1,22 @@
+// model_step.h - one step of an inversion: sensitivities, update, and the curve of the new model.
+//
+// Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
+#pragma once
+
+#include "inversion/evaluation.h"
+#include "inversion/inversion_options.h"
+
+namespace sondera {
+
+enum class Advance {
+  kMoved,   ///< a new model with its curve, which may be that of a halted sweep
+  kKept,    ///< by step control: no part of the step was good, the former model and its curve stand
+  kFailed,  ///< no update, after a message
+  kHalted,  ///< in the sensitivities
+};
+
+/// Sensitivities, update, and the curve of the new model.
+/// @param[in,out] e  curve of the present model, then of the new one
+Advance AdvanceModel(Evaluation& e, const InversionOptions& options);
+
+}  // namespace sondera
