@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
   const SiteSimulator site(settings);
   Folder folder(argv[1]);
   if (!WriteTimeRecords(folder, site) || !WritePair(folder, site) ||
-      !folder.Write("true_curve.txt", TrueCurveText(site, 4.0, 100.0, 60)) ||
+      !folder.Write("true_curve.txt", TrueCurveText(site, 4.0, 62.0, 60)) ||
       !folder.Write("true_layers.txt", TrueLayersText(settings)))
     return 1;
   std::printf("%s: six records of a blow, the transfer function of a pair, and the truth about the ground\n",

@@ -33,9 +33,9 @@ struct SiteSpectra {
 SiteSpectra MeanSpectra(const SiteSimulator& site, const SiteRecording& recording, int nBlows);
 
 /// The pair of the examples: the receivers at 14 and 30 m, five blows; its transfer function is cut to the
-/// band that carries the wave, 0 to 62.5 Hz.
+/// band that carries the wave, 0 to 62 Hz.
 SiteSpectra ExamplePair(const SiteSimulator& site);
-inline constexpr std::size_t kExamplePairLines = 129;
+inline constexpr std::size_t kExamplePairLines = 128;
 
 /// Time record (.tim): time and value.
 std::string TimFileText(const SiteRecording& recording, const std::vector<double>& samples);

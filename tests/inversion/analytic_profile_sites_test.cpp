@@ -1,10 +1,12 @@
-// Analytic starting profiles of the published curves of two sites (see tests/data/README.md), held against
-// what a least-squares fit of the same curve has, and against the curve itself.
+// Analytic starting profiles of the published curves of two sites (docs/published-records.md), held against
+// what a least-squares fit of the same curve has, and against the curve itself; and those of a ground that is
+// known.
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "forward/plane_wave.h"
+#include "forward/synthetic_site.h"
 #include "forward/system_model.h"
 #include "inversion/analytic_profile.h"
 #include "inversion/observations.h"
@@ -46,6 +48,8 @@ class SiteProfile : public RunTest {
 };
 
 TEST_F(SiteProfile, OysandComesNearTheLeastSquaresFit) {
+  SKIP_WITHOUT_FIELD_DATA("dispersion");
+  ASSERT_EQ(kOysandCurve.size(), 30u);
   // Layers and ratios of the fit: water table at 1.8 m. The fit has 0.22 % rms.
   const std::vector<LayerRow> layers = {{0.8, 0, 100, 1.9, 0.3, 0.02},  {1.0, 0, 100, 1.9, 0.3, 0.02},
                                         {2.0, 0, 100, 1.9, 0.49, 0.02}, {3.0, 0, 100, 1.9, 0.49, 0.02},
@@ -55,6 +59,23 @@ TEST_F(SiteProfile, OysandComesNearTheLeastSquaresFit) {
     MakeProfile(kOysandCurve, layers, ratio);
     for (int l = 1; l <= 6; ++l) EXPECT_NEAR(run.layerVs[l] / fit[l - 1], 1.0, 0.08) << ratio << " " << l;
     EXPECT_LT(Misfit(kOysandCurve), 0.04) << ratio;
+  }
+}
+
+TEST_F(SiteProfile, KnownGroundIsFoundFromItsOwnCurve) {
+  const SiteSimulator ground((SyntheticSite()));
+  SiteCurve curve;
+  for (double f = 5.0; f < 60.0; f *= 1.09) curve.push_back({f, ground.PhaseVelocity(f)});
+  const std::vector<LayerRow> layers = {{2.0, 0, 100, 1.8, 1.0 / 3, 0.02},
+                                        {4.0, 0, 100, 1.8, 1.0 / 3, 0.02},
+                                        {8.0, 0, 100, 1.8, 1.0 / 3, 0.02},
+                                        {500, 0, 100, 1.8, 1.0 / 3, 0.02}};
+  for (double ratio : {0.4, 0.5}) {
+    MakeProfile(curve, layers, ratio);
+    for (int l = 1; l <= 4; ++l)
+      EXPECT_NEAR(run.layerVs[l] / StandardGround()[static_cast<std::size_t>(l - 1)].Vs, 1.0, 0.12)
+          << ratio << " " << l;
+    EXPECT_LT(Misfit(curve), 0.06) << ratio;
   }
 }
 

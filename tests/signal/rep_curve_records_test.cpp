@@ -1,6 +1,6 @@
-// Representative curves of measured records (support/field_data.h): import, one mask for each pair, pair
-// curves by the button, averaging. And the fits on those curves, compared with least-squares solutions by
-// other ways.
+// Representative curves of measured records (support/field_data.h) and of the survey of the examples: import,
+// one mask for each pair, pair curves by the button, averaging. And the fits on those curves, compared with
+// least-squares solutions by other ways.
 #include <algorithm>
 #include <cmath>
 #include <set>
@@ -15,6 +15,7 @@
 #include "signal/rep_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
+#include "support/site_records.h"
 
 namespace sondera::testing {
 namespace {
@@ -32,12 +33,8 @@ std::vector<std::string> SixRecords(const std::string& folder) {
   return files;
 }
 
-class RepCurvesOfRecords : public ImportTest {
+class RepCurvesOfPairs : public ImportTest {
  protected:
-  void SetUp() override {
-    ImportTest::SetUp();
-    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
-  }
   void PairCurves(const ImportEntries& entries, const std::vector<MaskedPair>& pairs) {
     ASSERT_EQ(Import(entries), 0);
     SetCtrlVal(sasw::DISPCURV_OPTION, 0);
@@ -57,6 +54,36 @@ class RepCurvesOfRecords : public ImportTest {
     SetCtrlVal(sasw::MASKING_FREQFINAL, to);
     SetCtrlVal(sasw::MASKING_JUMPNO, jumpNo);
     ASSERT_EQ(MaskingNewCallback(Panel::SASW, &sasw::MASKINGNEW, Event::Commit, 0), 0);
+  }
+
+  /// The survey of the examples.
+  void Survey() {
+    test::WriteSiteRecords(folder.Path());
+    ImportEntries entries{.kind = ImportKind::TimeHistory, .receivers = 6, .locations = {0.0}};
+    for (int i = 1; i <= 6; ++i) entries.files.push_back(folder.File("rec" + std::to_string(i) + ".tim"));
+    for (double x : ExampleRecording().receivers) entries.locations.push_back(x);
+    PairCurves(entries, {{1, 2, 14.0, 0, 47.8},
+                         {1, 3, 7.0, 0, 47.8},
+                         {2, 4, 7.0, 0, 39.8},
+                         {3, 5, 7.0, 1, 39.8},
+                         {4, 6, 7.0, 1, 39.8}});
+  }
+
+  bool onlyLowMasks = false;  ///< leave the lines in that are beyond the right band
+
+  static void ExpectPlainScan();
+
+  static void Average() {
+    SetupCompDispCurveCallback(Panel::DISPCURV, nullptr, Event::Commit, 0);
+    ASSERT_EQ(CDispCalcCallback(Panel::CDISPPNL, &cdisppnl::CALC, Event::Commit, 0), 0);
+  }
+};
+
+class RepCurvesOfRecords : public RepCurvesOfPairs {
+ protected:
+  void SetUp() override {
+    RepCurvesOfPairs::SetUp();
+    SKIP_WITHOUT_FIELD_DATA("wghs_src-10m");
   }
 
   void Wghs() {
@@ -89,13 +116,6 @@ class RepCurvesOfRecords : public ImportTest {
                 {2, 5, 9.766, 2, 27.34},
                 {3, 6, 8.789, 2, 27.34},
                 {4, 6, 7.324, 1, 27.34}});
-  }
-
-  bool onlyLowMasks = false;  ///< leave the lines in that are beyond the right band
-
-  static void Average() {
-    SetupCompDispCurveCallback(Panel::DISPCURV, nullptr, Event::Commit, 0);
-    ASSERT_EQ(CDispCalcCallback(Panel::CDISPPNL, &cdisppnl::CALC, Event::Commit, 0), 0);
   }
 };
 
@@ -260,8 +280,8 @@ TEST_F(RepCurvesOfRecords, FitsAgreeWithOtherLeastSquaresSolutions) {
   }
 }
 
-TEST_F(RepCurvesOfRecords, TheFastScanIsThePlainOneToTheBit) {
-  Oysand();
+/// The scan of the button against the plain one, on the pairs in hand.
+void RepCurvesOfPairs::ExpectPlainScan() {
   for (const Law& law : kLaws) {
     UseLaw(law);
     Average();
@@ -285,6 +305,41 @@ TEST_F(RepCurvesOfRecords, TheFastScanIsThePlainOneToTheBit) {
     EXPECT_GT(expected.size(), 10u);
     EXPECT_EQ(found, expected);
   }
+}
+
+TEST_F(RepCurvesOfRecords, TheFastScanIsThePlainOneToTheBit) {
+  Oysand();
+  ExpectPlainScan();
+}
+
+// ---- the survey of the examples ---------------------------------------------------------------------
+
+TEST_F(RepCurvesOfPairs, SurveyFollowsTheGroundInBothDomainsAndAllSpacings) {
+  const SiteSimulator ground(ExampleSite());
+  for (const Law& law : kLaws) {
+    SCOPED_TRACE(::testing::Message() << law.domain << law.byRatio << law.ratio);
+    SetUp();
+    Survey();
+    UseLaw(law);
+    Average();
+    const std::vector<Row> rows = GlobalRows(3.5, 25.0);
+    EXPECT_GE(rows.size(), 8u);
+    for (const Row& row : rows) {
+      EXPECT_NEAR(row.vel / ground.PhaseVelocity(row.vel / row.wlen), 1.0, 0.03) << row.wlen;
+      EXPECT_GE(row.deviation, 0.0);
+    }
+  }
+}
+
+TEST_F(RepCurvesOfPairs, FitsOfTheSurveyAgreeWithOtherLeastSquaresSolutions) {
+  Survey();
+  int suppressed = 0;
+  EXPECT_GT(CompareFits(suppressed), 800);
+}
+
+TEST_F(RepCurvesOfPairs, TheFastScanOfTheSurveyIsThePlainOneToTheBit) {
+  Survey();
+  ExpectPlainScan();
 }
 
 }  // namespace
