@@ -260,10 +260,10 @@ TEST_F(Program, TheHeaderDecidesTheDialect) {
   Write("first.txt", "* a comment\n*sondera 2\nnosuchword\n");
   EXPECT_EQ(Run("run first.txt").status, 0);  // unknown words are passed over there
   EXPECT_EQ(Run("auto new site first.txt").status, 0);
-  Write("second.txt", "*sondera 2\nread hyx id=H21 files=H21.hyx source=0 at=20,40\nsave\n");
+  Write("second.txt", "*sondera 2\nread hyx id=pair files=pair.hyx source=0 at=14,30\nsave\n");
   Outcome o = Run("auto new site second.txt");
   EXPECT_EQ(o.status, 0) << o.err;
-  Write("look.txt", "*sondera 2\npair H21 1 2\n");
+  Write("look.txt", "*sondera 2\npair pair 1 2\n");
   o = Run("auto old site.da look.txt");
   EXPECT_EQ(o.status, 0) << o.err;
   o = Run("auto old none.da look.txt");

@@ -11,6 +11,7 @@
 
 #include "app/script/fault.h"
 #include "app/script/names.h"
+#include "app/script/run.h"
 #include "app/script/values.h"
 
 namespace sondera::script {
@@ -213,13 +214,28 @@ TEST(ScriptWords, EverySettingOfTheInversionPanelHasAShortName) {
     }
 }
 
-TEST(ScriptWords, TheDocumentationHasTheTable) {
+std::string Documentation() {
   std::ifstream file(SONDERA_SOURCE_DIR "/docs/script.md");
   std::stringstream text;
   text << file.rdbuf();
-  EXPECT_NE(text.str().find(MarkdownOfWords()), std::string::npos)
+  return text.str();
+}
+
+TEST(ScriptWords, TheDocumentationHasTheTable) {
+  EXPECT_NE(Documentation().find(MarkdownOfWords()), std::string::npos)
       << "docs/script.md has to hold this table:\n"
       << MarkdownOfWords();
+}
+
+TEST(ScriptWords, TheSiteOfTheDocumentationCanBeRun) {
+  std::istringstream text(Documentation());
+  std::string line, script;
+  while (std::getline(text, line) && line != "    *sondera 2") continue;
+  for (; line.empty() || line.starts_with("    "); std::getline(text, line))
+    script += (line.empty() ? line : line.substr(4)) + "\n";
+  EXPECT_GT(std::count(script.begin(), script.end(), '\n'), 30);
+  Source source = Source::OfText(script);
+  EXPECT_EQ(CheckScript(source, "docs/script.md"), 0) << script;
 }
 
 TEST(ScriptWords, TheCompletionKnowsEveryWord) {

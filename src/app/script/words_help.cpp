@@ -107,11 +107,8 @@ std::string HelpOfWord(std::string_view word) {
 
 std::string MarkdownOfWords() {
   std::string table = "| Words | Meaning |\n|---|---|\n";
-  for (const WordForm& form : AllForms()) {
-    table += "| `" + Escaped(UsageOf(form)) + "` | " + Escaped(form.help);
-    const std::string settings = SettingsOf(form);
-    table += settings.empty() ? " |\n" : " " + settings + " |\n";
-  }
+  for (const WordForm& form : AllForms())
+    table += "| `" + Escaped(UsageOf(form)) + "` | " + Escaped(form.help) + " |\n";
   return table;
 }
 

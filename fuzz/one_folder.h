@@ -1,0 +1,47 @@
+// one_folder.h - for targets that run scripts: a folder of their own as current folder, with one small
+// record, and a file driver that keeps everything else from being written.
+#pragma once
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "runtime/files.h"
+
+namespace fuzz {
+
+inline std::string folder;  ///< empty before EnterFolder()
+
+/// Writing is for names directly in the folder only.
+inline int OpenInFolder(const char* path, int flags, mode_t mode) {
+  const std::string_view name(path);
+  const bool inside =
+      name.find('/') == std::string_view::npos ||
+      (name.starts_with(folder + "/") && name.find('/', folder.size() + 1) == std::string_view::npos);
+  if (!inside && (flags & O_ACCMODE) != O_RDONLY) {
+    errno = EACCES;
+    return -1;
+  }
+  return sondera::posixFileDriver.open(path, flags, mode);
+}
+
+inline void EnterFolder() {
+  char name[] = "/tmp/script_fuzz_XXXXXX";
+  if (!mkdtemp(name) || chdir(name) != 0) abort();
+  folder = name;
+  std::FILE* record = std::fopen("H31.hyx", "w");
+  if (!record) abort();
+  for (int i = 0; i < 17; ++i) std::fprintf(record, "%d %g %g\n", i, 1.0 / (1 + i), 0.3 * (i % 5) - 0.6);
+  std::fclose(record);
+  static sondera::FileDriver driver = sondera::posixFileDriver;
+  driver.name = "one folder";
+  driver.open = OpenInFolder;
+  sondera::InstallFileDriver(&driver);
+}
+
+}  // namespace fuzz
