@@ -58,12 +58,12 @@ void CheckChannels(const List& list, const char* what, std::vector<std::string>&
 
 void CheckCurves(std::vector<std::string>& doubts) {
   for (const PMeasInfo& pair : MeasDB.pMeasList) {
-    if (CurveIsSound(pair)) continue;
+    if (CurveIsFinite(pair)) continue;
     std::string projID, measID;
     GetIDfromKey(pair.key, projID, measID);
     doubts.push_back(
         FormatText("The curve of the channels %lld and %lld of the measurement %s has points that "
-                   "are not finite: it is not used.",
+                   "are not finite: they do not count.",
                    pair.refChan + 1LL, pair.dspChan + 1LL, measID.c_str()));
   }
 }

@@ -73,17 +73,15 @@ std::string MeasurementFault(int key) {
   return fault.empty() && setup ? PlacesFault(*setup) : fault;
 }
 
-bool CurveIsSound(const PMeasInfo& pair) {
-  const std::size_t there = std::min({pair.dispVel.size(), pair.dispFreq.size(), pair.dispWlen.size()});
-  const std::size_t n = std::min(static_cast<std::size_t>(std::max(pair.nDispPoints, 0)), there);
-  for (std::size_t i = 0; i < n; ++i)
-    if (!AboveZero(pair.dispFreq[i]) || !std::isfinite(pair.dispVel[i]) || !std::isfinite(pair.dispWlen[i]))
-      return false;
+bool CurveIsFinite(const PMeasInfo& pair) {
+  const std::size_t n = static_cast<std::size_t>(std::max(pair.nDispPoints, 0));
+  for (const std::vector<double>* column : {&pair.dispVel, &pair.dispFreq, &pair.dispWlen})
+    for (std::size_t i = 0; i < std::min(n, column->size()); ++i)
+      if (!std::isfinite((*column)[i])) return false;
   return true;
 }
 
 bool HasUsableCurve(const PMeasInfo& pair) {
-  if (!CurveIsSound(pair)) return false;
   const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(pair.key));
   if (!hw || MeasDB.idList.findKey(pair.key) < 0) return true;
   const bool inside =

@@ -30,12 +30,11 @@ std::string ReceiversFault(const MeasSetup& setup);
 /// First fault of sampling and places of a measurement; "" for a key without records.
 std::string MeasurementFault(int key);
 
-/// Whether all points of a pair's curve are finite and at frequencies above 0. A velocity at or below 0
-/// stands for a point without one, which the averages leave out.
-bool CurveIsSound(const PMeasInfo& pair);
+/// Whether all points of a pair's curve are finite. The averages leave out those that are not.
+bool CurveIsFinite(const PMeasInfo& pair);
 
-/// Whether the curve of a pair may be used: it is sound, and it has channels and a measurement without a
-/// fault. A pair whose key is not in the project has no measurement that could be at fault.
+/// Whether the curve of a pair may be used: it has channels and a measurement without a fault. A pair whose
+/// key is not in the project has no measurement that could be at fault.
 bool HasUsableCurve(const PMeasInfo& pair);
 
 /// 1 and the record when the pair exists with included = 1 and a usable curve, else 0.

@@ -182,9 +182,14 @@ TEST_F(SystemModel, RunOfLawfulButTogetherTooLargeCountsIsRefused) {
   EXPECT_THAT(OnlyMessage(), ::testing::HasSubstr("too large"));
 }
 
-TEST_F(SystemModel, LayerWithoutShearWaveAndPoissonHalfAreTaken) {
-  SetLayers({{2, 300, 0, 2, 0, 0.02}, {2, 0, 100, 2, 0.5, 0.02}, {0, 0, 0, 0, 0, 0}});
+TEST_F(SystemModel, LayerWithoutShearWaveIsTaken) {
+  SetLayers({{2, 300, 0, 2, 0, 0.02}, {2, 0, 100, 2, 0.49, 0.02}, {0, 0, 0, 0, 0, 0}});
   EXPECT_EQ(FS_AllocMemoryBlocks(), 0);
+}
+
+TEST_F(SystemModel, PoissonHalfIsRefused) {
+  SetLayers({{2, 300, 0, 2, 0, 0.02}, {2, 0, 100, 2, 0.5, 0.02}, {0, 0, 0, 0, 0, 0}});
+  EXPECT_EQ(FS_AllocMemoryBlocks(), -1);
 }
 
 TEST_F(SystemModel, NamedPointsLeaveTheVectorsAlone) {

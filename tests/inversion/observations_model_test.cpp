@@ -98,12 +98,18 @@ TEST_F(ObservationsModel, LayersThatDoNotFitTheRunAreRefused) {
   EXPECT_THAT(OnlyMessage(), ::testing::HasSubstr("S-wave velocity of layer 2"));
 }
 
-TEST_F(ObservationsModel, VsOfZeroAndPoissonHalfGoThroughAsTheyAre) {
-  SetLayers({{1, 0, 100, 2, 0.5, 0.02}, {1, 0, 0, 2, 0.3, 0.02}});
+TEST_F(ObservationsModel, VsOfZeroGoesThroughAsItIs) {
+  SetLayers({{1, 0, 100, 2, 0.3, 0.02}, {1, 0, 0, 2, 0.3, 0.02}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   ASSERT_EQ(FS_ReadLayerProp(), 0);
-  EXPECT_TRUE(std::isinf(run.layerVp[1]));
   EXPECT_EQ(run.layerVp[2], 0.0);
+}
+
+TEST_F(ObservationsModel, PoissonHalfIsRefusedByTheLayersToo) {
+  SetLayers({{1, 0, 100, 2, 0.3, 0.02}, {1, 0, 100, 2, 0.3, 0.02}});
+  ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
+  TheoDispInfo.nu[0] = 0.5;
+  EXPECT_EQ(FS_ReadLayerProp(), -1);
 }
 
 // --- FS_PrelimAnal and FS_PropLayer ---

@@ -455,14 +455,23 @@ TEST_F(RepCurves, EqualSpacingsComeInTheOrderOfTheHeapSort) {
 TEST_F(RepCurves, APairWithoutReceiverLocationsHasSpacingZero) {
   m = Measurement("m1", {10, 20});
   Pair(m, 0, 1, {10}, {200});
+  Pair(m, 1, 0, {10}, {200});
+  OffsetVector<int> index, chan1, chan2;
+  OffsetVector<double> spacing;
+  MeasDB.measSetupList.clear();
+  ASSERT_EQ(SearchChannels(index, chan1, chan2, spacing), 2);
+  EXPECT_EQ(spacing[1], 0.0);
+  EXPECT_EQ(spacing[2], 0.0);
+}
+
+TEST_F(RepCurves, APairOnChannelsThatItsMeasurementDoesNotHaveIsNotUsed) {
+  m = Measurement("m1", {10, 20});
+  Pair(m, 0, 1, {10}, {200});
   Pair(m, 5, 9, {10}, {200});
   OffsetVector<int> index, chan1, chan2;
   OffsetVector<double> spacing;
-  ASSERT_EQ(SearchChannels(index, chan1, chan2, spacing), 2);
-  EXPECT_EQ(index[1], 2);
-  EXPECT_EQ(spacing[1], 0.0);
-  MeasDB.measSetupList.clear();
-  EXPECT_EQ(SearchChannels(index, chan1, chan2, spacing), 2);
+  ASSERT_EQ(SearchChannels(index, chan1, chan2, spacing), 1);
+  EXPECT_EQ(index[1], 1);
 }
 
 TEST_F(RepCurves, ArrayRecordsAreFoundByKeyAndBothChannels) {
