@@ -21,6 +21,7 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/panels/measpanel.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -72,7 +73,7 @@ bool KeepFormerProject(const std::string& path) {
                  "The project of this name cannot be kept, so no new one is made: " + error.message());
     return false;
   }
-  std::fprintf(stderr, "sondera: the former project is kept as %s.\n", FileNameOf(kept).c_str());
+  PrintError("sondera: the former project is kept as %s.\n", FileNameOf(kept).c_str());
   return true;
 }
 
@@ -96,17 +97,16 @@ int RunAuto(const std::vector<std::string>& arguments, bool assumeYes) {
   if (how == "new") prepared = WorksWithoutMessage([&] { NewProjectFile(name); });
   if (script::FileHasHeader(JoinUnlessAbsolute(CurrentDirectory(), script))) {
     if (prepared) return script::RunFile(script, assumeYes);
-    std::fprintf(stderr, "sondera: %s was not %s, so the script is not run.\n", name.c_str(),
-                 how == "old" ? "opened" : "made");
+    PrintError("sondera: %s was not %s, so the script is not run.\n", name.c_str(),
+               how == "old" ? "opened" : "made");
     QuitApp(1);
     return 1;
   }
   if (how != "old" && how != "new") {
-    std::fprintf(stderr,
-                 "sondera: auto takes \"old\" or \"new\"; the script works on a project without a name.\n");
+    PrintError("sondera: auto takes \"old\" or \"new\"; the script works on a project without a name.\n");
   } else if (!prepared) {
-    std::fprintf(stderr, "sondera: %s was not %s; the script works on an empty project.\n", name.c_str(),
-                 how == "old" ? "opened" : "made");
+    PrintError("sondera: %s was not %s; the script works on an empty project.\n", name.c_str(),
+               how == "old" ? "opened" : "made");
   }
   const int result = ProcessCommands(0, script);
   return prepared && result == 0 ? 0 : 1;
@@ -123,8 +123,7 @@ int RunExport(const std::vector<std::string>& arguments) {
 int PrintHelpOn(const std::string& subject) {
   const std::string text = HelpText(subject);
   if (text.empty())
-    std::fprintf(stderr, "sondera: there is no help on %s; sondera --help script lists the words.\n",
-                 subject.c_str());
+    PrintError("sondera: there is no help on %s; sondera --help script lists the words.\n", subject.c_str());
   std::fputs(text.c_str(), stdout);
   return text.empty() ? 1 : 0;
 }
@@ -220,8 +219,7 @@ int EndOnException(const std::function<int()>& body) {
                stderr);
   } catch (const std::exception& e) {
     FinishProgressLine();
-    std::fprintf(stderr, "sondera: an error of the program: %s. The program ends; saved files are whole.\n",
-                 e.what());
+    PrintError("sondera: an error of the program: %s. The program ends; saved files are whole.\n", e.what());
   }
   return kNotAllDone;
 }
@@ -229,8 +227,7 @@ int EndOnException(const std::function<int()>& body) {
 int RunProgram(const std::vector<std::string>& words) {
   const CommandLine line = ParseCommandLine(words);
   if (!line.unknownOption.empty()) {
-    std::fprintf(stderr, "sondera: unknown option %s; sondera --help lists the options.\n",
-                 line.unknownOption.c_str());
+    PrintError("sondera: unknown option %s; sondera --help lists the options.\n", line.unknownOption.c_str());
     return 1;
   }
   if (line.help && line.arguments.size() > 1) return PrintHelpOn(line.arguments[1]);

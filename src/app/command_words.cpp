@@ -7,6 +7,7 @@
 
 #include "app/script/script_files.h"
 #include "app/shutdown.h"
+#include "runtime/terminal.h"
 
 namespace sondera {
 namespace {
@@ -47,9 +48,9 @@ std::optional<int> RunCommandWord(const std::vector<std::string>& arguments, boo
     int status = 1;
     const std::vector<std::string> rest(arguments.begin() + 2, arguments.end());
     if (!command.run)
-      std::fprintf(stderr, "sondera: %s is not there yet.\n", command.word);
+      PrintError("sondera: %s is not there yet.\n", command.word);
     else if (rest.size() != command.count)
-      std::fprintf(stderr, "sondera: it is sondera %s\n", command.usage);
+      PrintError("sondera: it is sondera %s\n", command.usage);
     else
       status = command.run(rest, assumeYes);
     // A script of the first dialect that stopped early leaves the session open, as it does behind "auto".

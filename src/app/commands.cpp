@@ -26,6 +26,7 @@
 #include "runtime/panels/mainmenu.h"
 #include "runtime/panels/measpanel.h"
 #include "runtime/panels/sasw.h"
+#include "runtime/terminal.h"
 
 namespace sondera {
 namespace {
@@ -205,7 +206,7 @@ int ScriptRun::runCommand(const Command& command) {
   const int result = (this->*command.run)();
   if (result < 0 || commandFailed_ || MessageCount() != messagesBefore)
     failed_.push_back(lineNumber_ > 0 ? FormatText("line %d %s", lineNumber_, command.word) : command.word);
-  if (result < 0) std::fprintf(stderr, "sondera: the run stopped at %s.\n", failed_.back().c_str());
+  if (result < 0) PrintError("sondera: the run stopped at %s.\n", failed_.back().c_str());
   return result;
 }
 
@@ -222,7 +223,7 @@ int ScriptRun::finish() {
   if (!failed_.empty()) {
     std::string list;
     for (const std::string& f : failed_) list += (list.empty() ? "" : ", ") + f;
-    std::fprintf(stderr, "sondera: not everything was done: %s.\n", list.c_str());
+    PrintError("sondera: not everything was done: %s.\n", list.c_str());
   }
   QuitApp(status);
   return 0;

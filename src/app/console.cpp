@@ -12,6 +12,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/panels/exdthd.h"
+#include "runtime/terminal.h"
 
 namespace sondera {
 namespace {
@@ -31,8 +32,8 @@ ConsoleState console;
 void PrintLine(std::string_view title, std::string_view text) {
   FinishProgressLine();
   while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
-  std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(title.size()), title.data(),
-               static_cast<int>(text.size()), text.data());
+  PrintError("%.*s: %.*s\n", static_cast<int>(title.size()), title.data(), static_cast<int>(text.size()),
+             text.data());
 }
 
 bool Confirm(std::string_view title, std::string_view text) {
@@ -53,7 +54,7 @@ FileChoice SelectFile(const FileRequest& request) {
 int Run() {
   FinishProgressLine();
   const ConsoleOptions& options = console.options;
-  if (!options.complaint.empty()) std::fprintf(stderr, "sondera: %s.\n", options.complaint.c_str());
+  if (!options.complaint.empty()) PrintError("sondera: %s.\n", options.complaint.c_str());
   std::fputs(
       options.builtWithWindows
           ? "sondera: there is no display to show windows on; give a command script (sondera --help).\n"
@@ -81,10 +82,11 @@ void ShowProgress(Panel, ControlId control) {
   if (text.empty()) return;
   console.lastProgress = now;
   if (terminal) {
-    std::fprintf(stderr, "\r\033[K%.120s", text.c_str());
+    std::fputs("\r\033[K", stderr);
+    PrintError("%.120s", text.c_str());
     console.lineOpen = true;
   } else {
-    std::fprintf(stderr, "%s\n", text.c_str());
+    PrintError("%s\n", text.c_str());
   }
 }
 

@@ -14,6 +14,7 @@
 #include "project/session.h"
 #include "runtime/findings.h"
 #include "runtime/paths.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 #include "runtime/written_files.h"
 #include "signal/pair_figures.h"
@@ -24,7 +25,7 @@ namespace {
 RunReportOptions reportOptions;
 
 void PrintLine(const std::string& line) {
-  std::fprintf(stderr, "%s\n", VisibleText(line).c_str());
+  PrintError("%s\n", VisibleText(line).c_str());
 }
 
 std::string PairLine(const PairFigures& f) {

@@ -118,19 +118,6 @@ std::string FormatTextV(const char* format, std::va_list arguments) {
   return text;
 }
 
-std::string VisibleText(std::string_view text) {
-  constexpr unsigned char kFirstPrintable = 0x20, kDelete = 0x7f;
-  std::string visible;
-  for (const char c : text) {
-    const unsigned char byte = static_cast<unsigned char>(c);
-    if (byte < kFirstPrintable || byte == kDelete)
-      visible += FormatText("\\x%02X", static_cast<unsigned>(byte));
-    else
-      visible += c;
-  }
-  return visible;
-}
-
 CNumberScope::CNumberScope() {
   if (std::strcmp(std::localeconv()->decimal_point, ".") == 0) return;
   locale_t own = ::newlocale(LC_ALL_MASK, "C", nullptr);

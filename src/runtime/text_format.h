@@ -24,10 +24,6 @@ int ParseInt(std::string_view text, std::size_t* used = nullptr);
 std::string FormatText(const char* format, ...) __attribute__((format(printf, 1, 2)));
 std::string FormatTextV(const char* format, std::va_list arguments) __attribute__((format(printf, 1, 0)));
 
-/// A text for one line of a terminal: control bytes as \xNN, so that a name from a file can neither steer the
-/// terminal nor look like a line of its own.
-std::string VisibleText(std::string_view text);
-
 /// While it lives, numbers of this thread are written and read with a decimal point. Costs a look at the
 /// locale when that is so anyway.
 class CNumberScope {

@@ -186,6 +186,15 @@ TEST_F(Program, NewProjectOfAnOldNameKeepsTheOldOne) {
   EXPECT_TRUE(std::filesystem::exists(folder.File("site.da.former2")));
 }
 
+/// A name from outside must not drive the terminal.
+TEST_F(Program, ControlBytesOfANameAreShownAsNumbers) {
+  Write("job.txt", "* nothing\n");
+  const Outcome o = Run("--batch auto old \"$(printf '\\033[31mred.da')\" job.txt");
+  EXPECT_EQ(o.status, 1);
+  EXPECT_NE(o.err.find("\\x1B[31mred.da"), std::string::npos) << o.err;
+  EXPECT_EQ(o.err.find('\033'), std::string::npos);
+}
+
 TEST_F(Program, AnotherWordBehindAutoIsTold) {
   Write("job.txt", "* nothing\n");
   const Outcome o = Run("--batch auto neu site job.txt");

@@ -169,10 +169,5 @@ TEST(FormatText, KeepsThePointInALocaleWithCommas) {
   EXPECT_EQ(FormatText("%.1f", 2.5), "2.5");
 }
 
-TEST(VisibleText, ShowsControlBytesByTheirNumbers) {
-  EXPECT_EQ(VisibleText("plain \xc3\xa9"), "plain \xc3\xa9") << "bytes above 127 pass";
-  EXPECT_EQ(VisibleText(std::string_view("a\0\n\x1b[2J\x7f", 8)), "a\\x00\\x0A\\x1B[2J\\x7F");
-}
-
 }  // namespace
 }  // namespace sondera

@@ -13,6 +13,7 @@
 #include "app/script/values.h"
 #include "runtime/events.h"
 #include "runtime/findings.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {
@@ -26,8 +27,8 @@ void PrintFault(const std::string& name, int number, std::string_view word, std:
   for (std::size_t from = 0; from <= reason.size();) {
     const std::size_t end = std::min(reason.find('\n', from), reason.size());
     const std::string text(reason.substr(from, end - from));
-    std::fprintf(stderr, "%s:%d: %.*s: %s\n", name.c_str(), number, static_cast<int>(word.size()),
-                 word.data(), text.c_str());
+    PrintError("%s:%d: %.*s: %s\n", name.c_str(), number, static_cast<int>(word.size()), word.data(),
+               text.c_str());
     from = end + 1;
   }
 }
@@ -73,8 +74,8 @@ int Run::run(Source& source) {
   }
   if (!stopped_) checkEnd(source.Number());
   if (failed_ > 0 && continueOnError_) {
-    std::fprintf(stderr, "sondera: %d %s of %s could not be done.\n", failed_,
-                 failed_ == 1 ? "line" : "lines", name_.c_str());
+    PrintError("sondera: %d %s of %s could not be done.\n", failed_, failed_ == 1 ? "line" : "lines",
+               name_.c_str());
   }
   return ReportRun(failed_ == 0, true);
 }

@@ -10,6 +10,7 @@
 #include "app/script/run.h"
 #include "app/shutdown.h"
 #include "runtime/paths.h"
+#include "runtime/terminal.h"
 
 namespace sondera::script {
 namespace {
@@ -25,7 +26,7 @@ Source SourceOf(const std::string& name) {
 }
 
 int Tell(const std::string& name, const Fault& fault) {
-  std::fprintf(stderr, "sondera: %s: %s\n", name.c_str(), fault.reason.c_str());
+  PrintError("sondera: %s: %s\n", name.c_str(), fault.reason.c_str());
   return kNotAllDone;
 }
 
