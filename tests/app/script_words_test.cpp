@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -236,6 +237,12 @@ TEST(ScriptWords, TheSiteOfTheDocumentationCanBeRun) {
   EXPECT_GT(std::count(script.begin(), script.end(), '\n'), 30);
   Source source = Source::OfText(script);
   EXPECT_EQ(CheckScript(source, "docs/script.md"), 0) << script;
+}
+
+TEST(ScriptWords, TheExampleCanBeRun) {
+  Source source =
+      Source::OfFile(std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/several_pairs.txt").string());
+  EXPECT_EQ(CheckScript(source, "several_pairs.txt"), 0);
 }
 
 TEST(ScriptWords, TheCompletionKnowsEveryWord) {
