@@ -25,6 +25,7 @@
 #include "inversion/result_files.h"
 #include "inversion/result_statistics.h"
 #include "inversion/sensitivity.h"
+#include "project/session.h"
 #include "runtime/panels/hmsetup.h"
 #include "runtime/panels/inversion.h"
 
