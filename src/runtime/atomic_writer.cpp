@@ -3,12 +3,14 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <bit>
 #include <cerrno>
+#include <climits>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -30,26 +32,53 @@ constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
 constexpr int kMostAttempts = 1000;        // names tried for a temporary file
 constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in that of its temporary file
 constexpr mode_t kPermissionBits = 07777;
+constexpr std::string_view kTemporaryMark = ".saving-";
 
-/// First part of the names of a file's temporary ones; "-<process>-<number>" follows.
-std::string TemporaryStem(const std::string& name) {
-  return name.substr(0, kLongestStem) + ".saving";
+std::string StemOf(const std::string& target) {
+  return FileNameOf(target).substr(0, kLongestStem);
 }
 
-/// Whether a text is "-<process>-<number>".
-bool IsTemporaryTail(std::string_view tail) {
-  const std::size_t second = tail.empty() ? 0 : tail.find('-', 1);
-  if (second == std::string_view::npos || tail.front() != '-') return false;
-  const auto digits = [](std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-  };
-  return digits(tail.substr(1, second - 1)) && digits(tail.substr(second + 1));
+/// Process number in the name of a temporary file of this stem ("site.da.saving-12-0"); 0 for other names.
+long OwnerOfTemporary(std::string_view name, std::string_view stem) {
+  if (!name.starts_with(stem) || !name.substr(stem.size()).starts_with(kTemporaryMark)) return 0;
+  const std::string_view rest = name.substr(stem.size() + kTemporaryMark.size());
+  const std::size_t dash = rest.find('-');
+  if (dash == 0 || dash == std::string_view::npos || dash + 1 == rest.size() ||
+      rest.find_first_not_of("0123456789-") != std::string_view::npos || rest.rfind('-') != dash)
+    return 0;
+  return static_cast<long>(ParseInt(rest.substr(0, dash)));
+}
+
+bool IsAlive(long process) {
+  return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
+}
+
+bool NotAfter(const timespec& a, const timespec& b) {
+  return a.tv_sec != b.tv_sec ? a.tv_sec < b.tv_sec : a.tv_nsec <= b.tv_nsec;
+}
+
+/// Calls act(path, process) for each temporary file of a target.
+template <class Act>
+void ForEachTemporary(const std::string& target, Act act) {
+  const std::string folder = DirectoryOf(target), stem = StemOf(target);
+  // Not std::filesystem::directory_iterator: it ends the process where memory runs out.
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.empty() ? "." : folder.c_str()),
+                                                 ::closedir);
+  while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
+    const long process = OwnerOfTemporary(entry->d_name, stem);
+    if (process > 0) act(folder + entry->d_name, process);
+  }
 }
 
 }  // namespace
 
 AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
-  OpenTemporary();
+  try {
+    OpenTemporary();
+  } catch (...) {  // short of memory: without an object nobody else takes the temporary file away
+    Discard();
+    throw;
+  }
 }
 
 AtomicWriter::~AtomicWriter() {
@@ -74,10 +103,10 @@ void AtomicWriter::OpenTemporary() {
     return Fail("write", path_, errno);
   const std::string name = FileNameOf(target_);
   if (name.empty()) return Fail("write", path_, targetExists_ ? EISDIR : ENOENT);
-  const std::string stem = DirectoryOf(target_) + TemporaryStem(name);
+  const std::string stem = DirectoryOf(target_) + StemOf(target_) + std::string(kTemporaryMark);
   const mode_t mode = targetExists_ ? (old.st_mode & 0777) : 0666;
   for (int k = 0; k < kMostAttempts && fd_ < 0; ++k) {
-    temporary_ = stem + FormatText("-%ld-%d", static_cast<long>(::getpid()), k);
+    temporary_ = stem + FormatText("%ld-%d", static_cast<long>(::getpid()), k);
     fd_ = OpenFile(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (fd_ < 0 && errno != EEXIST) break;
   }
@@ -86,18 +115,30 @@ void AtomicWriter::OpenTemporary() {
     temporary_.clear();
     return Fail("write", path_, error);
   }
-  if (targetExists_) {
-    // Owner and group only where the system allows it; a changed owner may clear mode bits, so the mode comes
-    // last.
-    if (::fchown(fd_, old.st_uid, old.st_gid) != 0) errno = 0;
-    if (::fchmod(fd_, old.st_mode & kPermissionBits) != 0) Fail("set the permissions of", temporary_, errno);
-  }
+  struct stat fresh {};
+  if (::fstat(fd_, &fresh) == 0) begun_ = fresh.st_mtim;
+  if (targetExists_) SetOwnerAndMode(old);
   buffer_.resize(kBufferBytes);
 }
 
-void AtomicWriter::SetNewFileMode(mode_t mode) {
-  if (!Ok() || targetExists_ || fd_ < 0) return;
-  if (::fchmod(fd_, mode & kPermissionBits) != 0) Fail("set the permissions of", temporary_, errno);
+/// Owner and group only where the system allows it; a changed owner may clear mode bits, so the mode comes
+/// last.
+void AtomicWriter::SetOwnerAndMode(const struct stat& other) {
+  if (::fchown(fd_, other.st_uid, other.st_gid) != 0) errno = 0;
+  if (::fchmod(fd_, other.st_mode & kPermissionBits) != 0) Fail("set the permissions of", temporary_, errno);
+}
+
+void AtomicWriter::TakeAttributes(const struct stat& other) {
+  if (!Ok() || fd_ < 0) return;
+  SetOwnerAndMode(other);
+  times_[0] = other.st_atim;
+  times_[1] = other.st_mtim;
+  timesTaken_ = true;
+}
+
+bool AtomicWriter::SameAsTarget() {
+  Drain();
+  return Ok() && targetExists_ && SameContent(temporary_, target_);
 }
 
 void AtomicWriter::WriteThrough(const char* bytes, std::size_t count) {
@@ -155,6 +196,7 @@ bool AtomicWriter::Finish(bool flushToDisk) {
   if (finished_ || !Ok()) return Ok();
   Drain();
   if (Ok() && flushToDisk && FlushFile(fd_) != 0) Fail("flush", path_, errno);
+  if (Ok() && timesTaken_ && ::futimens(fd_, times_) != 0) Fail("set the times of", temporary_, errno);
   const int fd = fd_;
   fd_ = -1;
   if (CloseFile(fd) != 0 && Ok()) Fail("close", path_, errno);
@@ -168,6 +210,7 @@ bool AtomicWriter::Commit(bool flushToDisk) {
   committed_ = Place();
   if (committed_) {
     if (flushToDisk) FlushFolder();
+    RemoveLeftovers();
     NoteWrittenFile(path_);
   } else {
     Discard();
@@ -196,6 +239,16 @@ void AtomicWriter::FlushFolder() {
   CloseFile(fd);
 }
 
+/// Takes away the temporary files of this target that ended processes left before this one was begun. One
+/// that cannot be removed stays for the next time.
+void AtomicWriter::RemoveLeftovers() {
+  ForEachTemporary(target_, [&](const std::string& path, long process) {
+    struct stat info {};
+    if (process > INT_MAX || IsAlive(process) || ::lstat(path.c_str(), &info) != 0) return;
+    if (S_ISREG(info.st_mode) && NotAfter(info.st_mtim, begun_)) RemoveFile(path);
+  });
+}
+
 void AtomicWriter::Discard() {
   if (fd_ >= 0) CloseFile(fd_);
   fd_ = -1;
@@ -214,15 +267,7 @@ void TextWriter::Printf(const char* format, ...) {
 void RemoveRemains(const std::string& path) {
   std::string target;
   if (!FollowLinks(path, target)) return;
-  const std::string folder = DirectoryOf(target), stem = TemporaryStem(FileNameOf(target));
-  // Not std::filesystem::directory_iterator: it ends the process where memory runs out.
-  const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.empty() ? "." : folder.c_str()),
-                                                 ::closedir);
-  while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
-    if (name.starts_with(stem) && IsTemporaryTail(name.substr(stem.size())))
-      RemoveFile(folder + std::string(name));
-  }
+  ForEachTemporary(target, [](const std::string& temporary, long) { RemoveFile(temporary); });
 }
 
 bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason, bool flushToDisk) {
@@ -230,7 +275,7 @@ bool CopyFileAtomic(const std::string& from, const std::string& to, std::string&
   if (!source.Open(from, &reason)) return false;
   AtomicWriter writer(to);
   struct stat info {};
-  if (::stat(from.c_str(), &info) == 0) writer.SetNewFileMode(info.st_mode);
+  if (::stat(from.c_str(), &info) == 0) writer.TakeAttributes(info);
   for (std::string_view block = source.Window(); !block.empty() && writer.Ok(); block = source.Window()) {
     writer.Bytes(block.data(), block.size());
     source.Consume(block.size());
@@ -242,6 +287,19 @@ bool CopyFileAtomic(const std::string& from, const std::string& to, std::string&
   if (writer.Commit(flushToDisk)) return true;
   reason = writer.Reason();
   return false;
+}
+
+bool SameContent(const std::string& one, const std::string& other) {
+  ByteSource a, b;
+  if (!a.Open(one) || !b.Open(other)) return false;
+  for (;;) {
+    const std::string_view left = a.Window(), right = b.Window();
+    const std::size_t n = std::min(left.size(), right.size());
+    if (n == 0) return left.empty() && right.empty() && !a.Failed() && !b.Failed();
+    if (left.substr(0, n) != right.substr(0, n)) return false;
+    a.Consume(n);
+    b.Consume(n);
+  }
 }
 
 }  // namespace sondera

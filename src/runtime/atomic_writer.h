@@ -2,9 +2,11 @@
 //
 // Callers: everything that writes: project saves and backups, exports, result files. The new content goes to
 // a temporary file in the same folder and takes the place of the old one by a rename, at Commit() only.
-// Whatever fails before that leaves the old file as it was.
+// Whatever fails before that leaves the old file as it was. What a killed process left behind of earlier
+// tries goes away with the next file that is put in place.
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstddef>
@@ -48,8 +50,13 @@ class AtomicWriter {
   /// Bytes written so far, those in the buffer included.
   std::int64_t Written() const { return written_; }
 
-  /// Mode bits for a file that does not exist yet; default 0666 less the process's mask. Before Commit().
-  void SetNewFileMode(mode_t mode);
+  /// Gives the new file mode, owner and group (where the system allows it) and times of another one, in place
+  /// of those that it would have. Before Commit().
+  void TakeAttributes(const struct stat& other);
+
+  /// Whether what was written so far is just what the old file holds. False without one, or when one of the
+  /// two cannot be read.
+  bool SameAsTarget();
 
   /// Hands the buffer to the system, so that the temporary file shows what was written so far.
   void WriteOut();
@@ -63,12 +70,14 @@ class AtomicWriter {
 
  private:
   void OpenTemporary();
+  void SetOwnerAndMode(const struct stat& other);
   void Fail(const char* action, const std::string& path, int error);
   void Drain();
   void WriteThrough(const char* bytes, std::size_t count);
   bool Place();
   void FlushFolder();
   void Discard();
+  void RemoveLeftovers();
 
   std::string path_;       // as given, for messages
   std::string target_;     // behind symbolic links
@@ -78,6 +87,9 @@ class AtomicWriter {
   std::size_t used_ = 0;
   std::int64_t written_ = 0;
   int fd_ = -1;
+  struct timespec begun_ {};    // by the clock of the file system
+  struct timespec times_[2]{};  // of access and change, once taken
+  bool timesTaken_ = false;
   bool targetExists_ = false;
   bool finished_ = false;  // the temporary file is whole and closed
   bool committed_ = false;
@@ -104,9 +116,13 @@ class TextWriter {
 /// under which the target is written: those of a process at work would go too.
 void RemoveRemains(const std::string& path);
 
-/// Copies a regular file whole: afterwards `to` is as it was, or a full copy. A new copy has the mode of the
-/// original. False with the reason; a missing `from` is a failure too.
+/// Copies a regular file whole: afterwards `to` is as it was, or a full copy with mode, time and, where the
+/// system allows it, owner and group of the original. False with the reason; a missing `from` is a failure
+/// too.
 bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason,
                     bool flushToDisk = true);
+
+/// Whether two regular files hold the same bytes. False when one of them cannot be read.
+bool SameContent(const std::string& one, const std::string& other);
 
 }  // namespace sondera

@@ -106,7 +106,7 @@ Attempt TryOnce(const std::string& name) {
   if (::fstat(fd, &opened) != 0) return Trouble(fd, errno);
   std::string line;
   const bool isFile = S_ISREG(opened.st_mode);
-  if (isFile && !ReadMark(fd, line)) return Trouble(fd, errno);
+  if (isFile && opened.st_size > 0 && !ReadMark(fd, line)) return Trouble(fd, errno);
   if (!isFile || (!line.empty() && !line.starts_with(kMark))) {
     CloseFile(fd);
     a.text = "it is not a lock file of this program";
@@ -170,6 +170,7 @@ void WaitForLocks(std::function<void(const std::string&)> tell) {
 
 void LockFile::Release() {
   held_.reset();
+  target_.clear();
 }
 
 LockResult LockFile::Acquire(const std::string& target) {
@@ -196,6 +197,7 @@ LockResult LockFile::Acquire(const std::string& target) {
       continue;
     }
     held_ = a.holder;
+    if (held_) target_ = target;
     if (a.result == LockResult::Busy)
       reason_ = BusySentence(target, a.text);
     else if (a.result != LockResult::Taken)

@@ -40,6 +40,8 @@ class LockFile {
   /// Gives the lock back, as the end of the object does.
   void Release();
   bool Held() const { return held_ != nullptr; }
+  /// As it was given to Acquire; "" when nothing is held.
+  const std::string& Target() const { return target_; }
   /// Sentence without its full stop for Busy, NotPossible and Failed; else empty.
   const std::string& Reason() const { return reason_; }
 
@@ -50,6 +52,7 @@ class LockFile {
 
  private:
   std::shared_ptr<void> held_;
+  std::string target_;
   std::string reason_;
 };
 

@@ -35,6 +35,10 @@ bool IsPlainFileName(std::string_view name);
 /// Whether something other than a folder stands there under this name (links followed). Looks at the disk.
 bool FileExists(const std::string& path);
 
+/// Whether something stands there, or may: false only where the disk says that there is nothing. Looks at the
+/// disk.
+bool MayExist(const std::string& path);
+
 /// Whether a folder stands there. Looks at the disk.
 bool DirectoryExists(const std::string& path);
 

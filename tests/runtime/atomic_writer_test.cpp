@@ -1,6 +1,7 @@
 // atomic_writer_test.cpp - whole files or none, whatever fails on the way.
 #include "runtime/atomic_writer.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -579,6 +580,111 @@ TEST(CopyFileAtomic, ReadErrorAndFullDiskLeaveTheOldCopy) {
     EXPECT_EQ(ReadWhole(folder.File("a.bkup")), kOld);
   }
   EXPECT_THAT(folder.Names(), ElementsAre("a", "a.bkup"));
+}
+
+// ---- what killed saves leave behind
+
+/// Number of a process that has ended.
+pid_t EndedProcess() {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  ::waitpid(child, nullptr, 0);
+  return child;
+}
+
+TEST(AtomicWriter, LeftoversOfEndedProcessesGoWithTheNextSave) {
+  const TempFolder folder;
+  const std::string ended = std::to_string(EndedProcess());
+  WriteWhole(folder.File("site.da"), kOld);
+  for (const char* number : {"0", "17"})
+    WriteWhole(folder.File("site.da.saving-" + ended + "-" + number), "half");
+  {
+    AtomicWriter abandoned(folder.File("site.da"));
+    abandoned.Put("new");
+  }
+  EXPECT_EQ(folder.Names().size(), 3u) << "nothing was saved, nothing is cleared away";
+  EXPECT_TRUE(SaveInPieces(folder.File("site.da"), "new"));
+  EXPECT_THAT(folder.Names(), ElementsAre("site.da"));
+}
+
+TEST(AtomicWriter, WhatMayStillBeNeededIsNoLeftover) {
+  const TempFolder folder;
+  const std::string ended = std::to_string(EndedProcess()), alive = std::to_string(::getppid());
+  const std::vector<std::string> kept = {
+      "other.da.saving-" + ended + "-0",  "site.da.saving-" + alive + "-0",     "site.da.saving-" + ended,
+      "site.da.saving-" + ended + "-0-0", "site.da.saving-" + ended + "-0.txt", "site.da.saving--0",
+      "site.da.saving-" + ended + "-"};
+  for (const std::string& name : kept) WriteWhole(folder.File(name), "half");
+  std::filesystem::create_directory(folder.File("site.da.saving-" + ended + "-5"));
+  WriteWhole(folder.File("site.da.saving-" + ended + "-1"), "begun after the save");
+  const timespec later[2] = {{::time(nullptr) + 100, 0}, {::time(nullptr) + 100, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, folder.File("site.da.saving-" + ended + "-1").c_str(), later, 0), 0);
+  EXPECT_TRUE(SaveInPieces(folder.File("site.da"), "new"));
+  EXPECT_EQ(folder.Names().size(), kept.size() + 3);
+}
+
+// ---- copies and comparisons
+
+TEST(CopyFileAtomic, KeepsModeTimeOwnerAndGroup) {
+  const TempFolder folder;
+  WriteWhole(folder.File("site.da"), "data");
+  WriteWhole(folder.File("site.da.bkup"), "older");
+  ASSERT_EQ(::chmod(folder.File("site.da").c_str(), 0640), 0);
+  ASSERT_EQ(::chmod(folder.File("site.da.bkup").c_str(), 0666), 0);
+  const bool mayGive = ::geteuid() == 0;
+  if (mayGive) {
+    ASSERT_EQ(::chown(folder.File("site.da").c_str(), 1234, 4321), 0);
+  }
+  const timespec measured[2] = {{1000000000, 5000}, {1000000001, 7000}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, folder.File("site.da").c_str(), measured, 0), 0);
+  std::string reason;
+  ASSERT_TRUE(CopyFileAtomic(folder.File("site.da"), folder.File("site.da.bkup"), reason)) << reason;
+  struct stat info {};
+  ASSERT_EQ(::stat(folder.File("site.da.bkup").c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0640u);
+  EXPECT_EQ(info.st_mtim.tv_sec, 1000000001);
+  EXPECT_EQ(info.st_mtim.tv_nsec, 7000);
+  if (mayGive) {
+    EXPECT_EQ(info.st_uid, 1234u);
+    EXPECT_EQ(info.st_gid, 4321u);
+  }
+  EXPECT_EQ(ReadWhole(folder.File("site.da.bkup")), "data");
+}
+
+TEST(SameContent, ComparesBytesOfWholeFiles) {
+  const TempFolder folder;
+  std::string longText = NewContent();
+  WriteWhole(folder.File("a"), longText);
+  WriteWhole(folder.File("b"), longText);
+  EXPECT_TRUE(SameContent(folder.File("a"), folder.File("b")));
+  longText.back() = '!';
+  WriteWhole(folder.File("b"), longText);
+  EXPECT_FALSE(SameContent(folder.File("a"), folder.File("b")));
+  longText.pop_back();
+  WriteWhole(folder.File("b"), longText);
+  EXPECT_FALSE(SameContent(folder.File("a"), folder.File("b"))) << "shorter";
+  EXPECT_FALSE(SameContent(folder.File("b"), folder.File("a")));
+  EXPECT_FALSE(SameContent(folder.File("a"), folder.File("none")));
+  const FailingFileDriver driver({.failRead = 3});
+  EXPECT_FALSE(SameContent(folder.File("a"), folder.File("a")))
+      << "what cannot be read is not known to be the same";
+}
+
+TEST(AtomicWriter, KnowsWhetherItWouldChangeItsTarget) {
+  const TempFolder folder;
+  AtomicWriter fresh(folder.File("a"));
+  fresh.Put("data");
+  EXPECT_FALSE(fresh.SameAsTarget());
+  WriteWhole(folder.File("a"), "data");
+  AtomicWriter same(folder.File("a"));
+  same.Put("da");
+  EXPECT_FALSE(same.SameAsTarget());
+  same.Put("ta");
+  EXPECT_TRUE(same.SameAsTarget());
+  same.Put("!");
+  EXPECT_FALSE(same.SameAsTarget());
+  EXPECT_TRUE(same.Commit());
+  EXPECT_EQ(ReadWhole(folder.File("a")), "data!");
 }
 
 }  // namespace

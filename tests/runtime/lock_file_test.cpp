@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,12 +12,14 @@
 
 #include "runtime/events.h"
 #include "support/failing_file_driver.h"
+#include "support/lock_holder.h"
 #include "support/temp_folder.h"
 
 namespace sondera {
 namespace {
 
 using test::FailingFileDriver;
+using test::LockHolder;
 using test::ReadWhole;
 using test::TempFolder;
 using test::WriteWhole;
@@ -26,42 +27,13 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// Another process that takes the lock of `target` and holds it until it is ended.
-class OtherProcess {
- public:
-  explicit OtherProcess(const std::string& target) {
-    int ends[2];
-    EXPECT_EQ(::pipe(ends), 0);
-    pid = ::fork();
-    if (pid == 0) {
-      LockFile lock;
-      const char answer = lock.Acquire(target) == LockResult::Taken ? 'y' : 'n';
-      if (::write(ends[1], &answer, 1) != 1) ::_exit(1);
-      for (;;) ::pause();
-    }
-    char answer = '?';
-    EXPECT_EQ(::read(ends[0], &answer, 1), 1);
-    ::close(ends[0]);
-    ::close(ends[1]);
-    holds = answer == 'y';
-  }
-  ~OtherProcess() { Kill(); }
-  void Kill() {
-    if (pid <= 0) return;
-    ::kill(pid, SIGKILL);
-    ::waitpid(pid, nullptr, 0);
-    pid = 0;
-  }
-  pid_t pid = 0;
-  bool holds = false;
-};
-
 TEST(LockFile, IsAFileBesideItsTargetAndGoesAway) {
   const TempFolder folder;
   {
     LockFile lock;
     EXPECT_EQ(lock.Acquire(folder.File("site.da")), LockResult::Taken);
     EXPECT_TRUE(lock.Held());
+    EXPECT_EQ(lock.Target(), folder.File("site.da"));
     EXPECT_THAT(folder.Names(), ElementsAre("site.da.lock"));
     EXPECT_THAT(ReadWhole(folder.File("site.da.lock")), HasSubstr("sondera " + std::to_string(::getpid())));
   }
@@ -70,7 +42,7 @@ TEST(LockFile, IsAFileBesideItsTargetAndGoesAway) {
 
 TEST(LockFile, AnotherProcessIsRefusedWithTheHoldersNumber) {
   const TempFolder folder;
-  const OtherProcess other(folder.File("site.da"));
+  const LockHolder other(folder.File("site.da"));
   ASSERT_TRUE(other.holds);
   LockFile lock;
   const LockResult result = lock.Acquire(folder.File("site.da"));
@@ -83,12 +55,12 @@ TEST(LockFile, AnotherProcessIsRefusedWithTheHoldersNumber) {
 
 TEST(LockFile, AKilledProcessBlocksNobody) {
   const TempFolder folder;
-  OtherProcess other(folder.File("site.da"));
+  LockHolder other(folder.File("site.da"));
   other.Kill();
   ASSERT_THAT(folder.Names(), ElementsAre("site.da.lock")) << "it had no time to clean up";
   LockFile lock;
   EXPECT_EQ(lock.Acquire(folder.File("site.da")), LockResult::Taken) << lock.Reason();
-  const OtherProcess third(folder.File("site.da"));
+  const LockHolder third(folder.File("site.da"));
   EXPECT_FALSE(third.holds);
   EXPECT_THAT(ReadWhole(folder.File("site.da.lock")),
               HasSubstr("sondera " + std::to_string(::getpid()) + " "));
@@ -105,22 +77,22 @@ TEST(LockFile, OneProcessMayTakeItTwiceAndKeepsItToTheLast) {
     std::filesystem::create_symlink(folder.Path(), folder.File("again"));
     EXPECT_EQ(second.Acquire(folder.File("again/site.da")), LockResult::Taken);
   }
-  EXPECT_FALSE(OtherProcess(folder.File("site.da")).holds);
+  EXPECT_FALSE(LockHolder(folder.File("site.da")).holds);
   second.Release();
-  EXPECT_TRUE(OtherProcess(folder.File("site.da")).holds);
+  EXPECT_TRUE(LockHolder(folder.File("site.da")).holds);
 }
 
 TEST(LockFile, ALinkAndItsTargetHaveOneLock) {
   const TempFolder folder;
   std::filesystem::create_symlink("site.da", folder.File("link.da"));
-  const OtherProcess other(folder.File("link.da"));
+  const LockHolder other(folder.File("link.da"));
   LockFile lock;
   EXPECT_EQ(lock.Acquire(folder.File("site.da")), LockResult::Busy);
 }
 
-TEST(LockFile, WaitingEndsWhenTheOtherProcessDoes) {
+TEST(LockFile, WaitingEndsWhenTheLockHolderDoes) {
   const TempFolder folder;
-  OtherProcess other(folder.File("site.da"));
+  LockHolder other(folder.File("site.da"));
   ASSERT_TRUE(other.holds);
   std::string told;
   int times = 0;
@@ -138,7 +110,7 @@ TEST(LockFile, WaitingEndsWhenTheOtherProcessDoes) {
 
 TEST(LockFile, AnInterruptEndsTheWaiting) {
   const TempFolder folder;
-  const OtherProcess other(folder.File("site.da"));
+  const LockHolder other(folder.File("site.da"));
   WaitForLocks([](const std::string&) { RequestInterrupt(); });
   LockFile lock;
   EXPECT_EQ(lock.Acquire(folder.File("site.da")), LockResult::Busy);
@@ -166,6 +138,7 @@ TEST(LockFile, OtherFailuresAreNotTakenForAPlaceWithoutLocks) {
   LockFile lock;
   for (const test::FilePlan& plan : {test::FilePlan{.failOpen = 1}, test::FilePlan{.failRead = 1},
                                      test::FilePlan{.failWrite = 1}, test::FilePlan{.failLock = 1}}) {
+    WriteWhole(folder.File("site.da.lock"), "sondera 1           \n");  // of a killed process
     const FailingFileDriver driver(plan);
     EXPECT_EQ(lock.Acquire(folder.File("site.da")), LockResult::Failed);
     EXPECT_THAT(lock.Reason(), HasSubstr("Input/output error"));
