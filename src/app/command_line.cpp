@@ -3,9 +3,7 @@
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <new>
-#include <system_error>
 
 #include "app/command_words.h"
 #include "app/commands.h"
@@ -15,6 +13,7 @@
 #include "app/script/words.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "project/project_copies.h"
 #include "project/project_file.h"
 #include "project/session.h"
 #include "runtime/dialogs.h"
@@ -44,6 +43,8 @@ Options
   --quiet      at the end of a script print doubts only, without summary and notes
   --strict     end with status 3 when everything was done but something is doubtful; a script of the second
                dialect always does
+  --wait       wait for a project or for result files that another run has in use; without it the program
+               stops
   --help       this text; --help script: the words of a script; --help <word>: one of them;
                --help completion: for bash
   --version    the version
@@ -60,28 +61,40 @@ bool WorksWithoutMessage(Action action) {
   return MessageCount() == before;
 }
 
-/// Keeps a project that a new one of its name is going to replace. The copy beside it (".bkup") lasts for one
-/// save only, and a script saves more than once. False after a message when it cannot be kept.
-bool KeepFormerProject(const std::string& path) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  if (!fs::exists(path, error)) return true;
-  std::string kept = path + ".former";
-  for (int k = 2; fs::exists(kept, error); ++k) kept = path + FormatText(".former%d", k);
-  if (!fs::copy_file(path, kept, error)) {
-    MessagePopup(session.appTitle,
-                 "The project of this name cannot be kept, so no new one is made: " + error.message());
-    return false;
-  }
-  PrintError("sondera: the former project is kept as %s.\n", FileNameOf(kept).c_str());
-  return true;
+/// The program ends where it would have begun its work: an unattended run must not stay open.
+int Stop() {
+  QuitApp(1);
+  return 1;
 }
 
-void NewProjectFile(const std::string& name) {
-  const std::string path = JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
-  if (!KeepFormerProject(path)) return;
+/// The same with a line that says what was left out; the reason has been told.
+int Stop(const std::string& project, const char* leftOut) {
+  PrintError("sondera: %s was not opened whole, so %s.\n", project.c_str(), leftOut);
+  return Stop();
+}
+
+/// False after one sentence when another process has the project.
+bool MayWorkOn(const std::string& path) {
+  std::string reason;
+  return LockProject(path, reason) || Refuse(reason + ".") == 0;
+}
+
+std::string NewProjectPath(const std::string& name) {
+  return JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
+}
+
+/// Makes a project, with the former one of its name kept beside it: the copy ".bkup" lasts for one save only,
+/// and a script saves more than once. False after a message when the former one cannot be kept.
+bool NewProjectFile(const std::string& path) {
+  std::string kept, reason;
+  if (!KeepFormerProject(path, StoreProject, kept, reason)) {
+    Refuse("The project of this name cannot be kept, so no new one is made. " + reason + ".");
+    return false;
+  }
+  if (!kept.empty()) PrintError("sondera: the former project is kept as %s.\n", FileNameOf(kept).c_str());
   session.projectFileName = path;
   Commit(measpanel::F6);
+  return true;
 }
 
 /// "auto new" of an empty name, or of a folder: the project would be a file ".da".
@@ -90,34 +103,63 @@ bool LacksProjectName(const std::vector<std::string>& arguments) {
          FileNameOf(arguments[3]).find_first_not_of(" \t") == std::string::npos;
 }
 
-int RunAuto(const std::vector<std::string>& arguments, bool assumeYes) {
+/// The script's part of "auto". A script of the second dialect wants its project whole and ready; one of the
+/// first works on what there is, and the status tells.
+int RunScript(const std::vector<std::string>& arguments, bool prepared, bool assumeYes) {
   const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
-  bool prepared = true;
-  if (how == "old") prepared = WorksWithoutMessage([&] { OpenFileProc(name); });
-  if (how == "new") prepared = WorksWithoutMessage([&] { NewProjectFile(name); });
+  const char* const was = how == "old" ? "opened" : "made";
   if (script::FileHasHeader(JoinUnlessAbsolute(CurrentDirectory(), script))) {
     if (prepared) return script::RunFile(script, assumeYes);
-    PrintError("sondera: %s was not %s, so the script is not run.\n", name.c_str(),
-               how == "old" ? "opened" : "made");
-    QuitApp(1);
-    return 1;
+    PrintError("sondera: %s was not %s, so the script is not run.\n", name.c_str(), was);
+    return Stop();
   }
-  if (how != "old" && how != "new") {
+  if (how != "old" && how != "new")
     PrintError("sondera: auto takes \"old\" or \"new\"; the script works on a project without a name.\n");
-  } else if (!prepared) {
-    PrintError("sondera: %s was not %s; the script works on an empty project.\n", name.c_str(),
-               how == "old" ? "opened" : "made");
-  }
+  else if (!prepared && (how == "new" || !MayExist(name)))
+    PrintError("sondera: %s was not %s; the script works on an empty project.\n", name.c_str(), was);
   const int result = ProcessCommands(0, script);
   return prepared && result == 0 ? 0 : 1;
 }
 
+int RunAutoOld(const std::vector<std::string>& arguments, bool assumeYes) {
+  const std::string& path = arguments[3];
+  bool opened = false;
+  const bool missing = !MayExist(path);
+  if (!missing && !MayWorkOn(path)) return Stop();
+  const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(path) == 0; });
+  if (!opened && !missing) return Stop(path, "no script was run");
+  return RunScript(arguments, quiet, assumeYes);
+}
+
+int RunAutoNew(const std::vector<std::string>& arguments, bool assumeYes) {
+  const std::string path = NewProjectPath(arguments[3]);
+  if (!MayWorkOn(path)) return Stop();
+  bool mayRun = false;
+  const bool quiet = WorksWithoutMessage([&] { mayRun = NewProjectFile(path); });
+  return mayRun ? RunScript(arguments, quiet, assumeYes) : Stop();
+}
+
+int RunAuto(const std::vector<std::string>& arguments, bool assumeYes) {
+  if (arguments[2] == "old") return RunAutoOld(arguments, assumeYes);
+  if (arguments[2] == "new") return RunAutoNew(arguments, assumeYes);
+  return RunScript(arguments, true, assumeYes);
+}
+
+/// Only reads the project, so that it takes no lock: a save never leaves half a file to be read.
 int RunExport(const std::vector<std::string>& arguments) {
-  const bool opened = WorksWithoutMessage([&] { OpenFileProc(arguments[2]); });
+  const std::string& path = arguments[2];
+  bool opened = false;
+  const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(path, OpenFor::Reading) == 0; });
+  if (!opened) return Stop(path, "nothing was exported");
   std::string line;
   for (std::size_t i = 3; i < 8; ++i) line += (line.empty() ? "" : " ") + arguments[i];
   const int result = ProcessCommands(1, line);
-  return opened && result == 0 ? 0 : 1;
+  return quiet && result == 0 ? 0 : 1;
+}
+
+int OpenForAPerson(const std::string& path) {
+  if (FileExists(path) && !MayWorkOn(path)) return Stop();
+  return WorksWithoutMessage([&] { OpenFileProc(path); }) ? 0 : 1;
 }
 
 int PrintHelpOn(const std::string& subject) {
@@ -148,6 +190,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.report.quiet = true;
     else if (word == "--strict")
       line.report.strict = true;
+    else if (word == "--wait")
+      line.wait = true;
     else if (line.unknownOption.empty())
       line.unknownOption = word;
   }
@@ -185,7 +229,7 @@ int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYe
   const std::size_t count = arguments.size();
   if (const auto status = RunCommandWord(arguments, assumeYes)) return *status;
   if (LacksProjectName(arguments)) return 1;
-  if (count == 2) return WorksWithoutMessage([&] { OpenFileProc(arguments[1]); }) ? 0 : 1;
+  if (count == 2) return OpenForAPerson(arguments[1]);
   if (count == 5 && arguments[1] == "auto") return RunAuto(arguments, assumeYes);
   if (count == 8 && arguments[1] == "export") return RunExport(arguments);
   return 0;
@@ -200,6 +244,12 @@ int RunSession(const CommandLine& line) {
   const std::string wrong = WrongForm(line.arguments);
   const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
   InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
+  if (line.wait) {
+    WaitForLocks([](const std::string& sentence) {
+      FinishProgressLine();
+      PrintError("sondera: waiting, since %s.\n", sentence.c_str());
+    });
+  }
   StartSession();
   const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
   const int status = RunUserInterface();

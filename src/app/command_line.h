@@ -14,6 +14,7 @@ struct CommandLine {
   bool batch = false;      ///< never open a window
   bool assumeYes = false;  ///< answer questions with Yes
   RunReportOptions report;
+  bool wait = false;  ///< wait for a project that another process has open
   std::string unknownOption;
   /// Program name and the arguments, options taken off: their number chooses the form.
   std::vector<std::string> arguments;
@@ -34,8 +35,9 @@ std::string WrongForm(const std::vector<std::string>& arguments);
 
 /// Opens the file, makes the project or runs the script that the arguments ask for. A form that does not
 /// match does nothing: the plain session goes on. A new project without a name is not made and its script not
-/// run. Returns the exit status: 1 when something asked for could not be done, 3 when a script of the second
-/// dialect did it with doubts, else 0.
+/// run. A project that another process has open, and one that a script or an export cannot read whole, ends
+/// the program before anything is done with it. Returns the exit status: 1 when something asked for could not
+/// be done, 3 when a script of the second dialect did it with doubts, else 0.
 /// @param assumeYes  questions of such a script are answered with Yes
 int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes = false);
 

@@ -30,6 +30,7 @@ void OfferSave() {
 
 void QuitApp(int status) {
   ClearAllMemories();
+  session.projectLock.Release();
   QuitUserInterface(status);
 }
 

@@ -7,6 +7,7 @@
 #include "acquisition/parameters.h"
 #include "project/load_check.h"
 #include "project/measdb.h"
+#include "project/project_file.h"
 #include "project/raw_section.h"
 #include "project/selection.h"
 #include "project/session.h"
@@ -166,7 +167,7 @@ int Load_MHWSetupCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (!ConfirmPopup(session.appTitle, kRemoveAll)) return -1;
   EmptyProjectLists();
-  session.projectFileName.clear();
+  LeaveProjectFile();
   const FileChoice choice = Ask("Load the Measurement and Hardware Setup", "*.sms", false);
   RefreshWindowTitle();
   if (choice.answer == FileAnswer::IsNew) return Refuse(kNotThere);

@@ -1,6 +1,9 @@
 // project_file.cpp - see project_file.h.
 #include "project/project_file.h"
 
+#include <new>
+#include <utility>
+
 #include "forward/model_records.h"
 #include "forward/parameters.h"
 #include "inversion/inv_records.h"
@@ -8,6 +11,7 @@
 #include "project/load_check.h"
 #include "project/measdb.h"
 #include "project/modeling_section.h"
+#include "project/project_copies.h"
 #include "project/raw_section.h"
 #include "project/session.h"
 #include "project/setup_section.h"
@@ -45,14 +49,16 @@ void CompleteGeometry() {
     if (MeasDB.measSetupList.findKey(id.key) < 0) SetupMSetupArrays(id.key);
 }
 
-/// Reads session.projectFileName. The end state is the same for a file that cannot be opened: an empty
-/// project.
+/// Reads session.projectFileName. A file that cannot be opened leaves an empty project; when it is there all
+/// the same, that project has no name.
 int LoadProject() {
   const std::string path = session.projectFileName;
   ProcessSystemEvents();
   session.fileKeyList.clear();
-  session.backupHeld = false;
-  session.readInPart = true;  // until the end of the load has been reached
+  // Until the end of the load has been reached, there is more in the file than in memory.
+  session.readInPart = MayExist(path);
+  ForgetDamagedProject();
+  if (session.readInPart) RememberDamagedProject(path);
   SectionReader file;
   std::string reason;
   const bool opened = file.Open(path, &reason);
@@ -60,33 +66,41 @@ int LoadProject() {
   ReadProjectSections(file);
   file.Close();
   session.readInPart = opened && !file.Trouble().empty();
+  if (opened && !session.readInPart) ForgetDamagedProject();
   SetWaitCursor(false);
-  ShowFileTitle(path);
+  const bool outOfReach = !opened && MayExist(path);
+  if (outOfReach) {
+    LeaveProjectFile();
+    SetPanelTitle(Panel::PANEL, session.appTitle);
+  } else {
+    ShowFileTitle(path);
+  }
   DoPlotting(0);
   DoPlotting(1);
-  if (!opened) {
-    MessagePopup(session.appTitle,
-                 FileExists(path) || DirectoryExists(path) ? reason + "." : "File does not exist.");
-    return -1;
-  }
+  if (!opened) return Refuse(outOfReach ? reason + "." : "File does not exist.");
   return TellOutcome(NotReadWhole(path, file), file);
 }
 
-/// Copies the present file to "<name>.bkup". True when there is nothing to copy.
-bool BackUp(const std::string& path, std::string& reason) {
-  return !FileExists(path) || CopyFileAtomic(path, path + ".bkup", reason);
+/// A save that runs out of memory has failed like any other.
+template <class Save>
+bool WithMemory(std::string& reason, Save save) try {
+  return save();
+} catch (const std::bad_alloc&) {
+  reason = "There is not enough memory to write it";
+  return false;
 }
 
-/// Steps common to both saves, once the name is settled and may be written. Over a file that was read in part
-/// the first save needs its copy, and later ones leave that copy alone: it holds what could not be read.
+/// Steps common to both saves, once the name is settled and may be written.
 int SaveProject(bool backUp) {
   const std::string path = session.projectFileName;
   std::string noBackup, reason;
   SetWaitCursor(true);
-  const bool backedUp = !backUp || session.backupHeld || BackUp(path, noBackup);
-  if (!backedUp && session.readInPart) reason = noBackup;
-  const bool saved = reason.empty() && WriteProjectFile(path, reason);
-  if (saved) session.backupHeld = session.readInPart;
+  bool backedUp = true;
+  const bool saved = WithMemory(reason, [&] {
+    if (!LockProject(path, reason)) return false;
+    backedUp = !backUp || BackUpProject(path, noBackup);
+    return WriteProjectFile(path, reason);
+  });
   SetWaitCursor(false);
   if (!saved) {
     MessagePopup(session.appTitle, "The project could not be saved. " + reason + ".");
@@ -115,18 +129,41 @@ void DeleteAllPlots(Panel panel) {
 
 }  // namespace
 
-int OpenFileProc(const std::string& path) {
-  EmptyProjectLists();
+int OpenFileProc(const std::string& path, OpenFor purpose) {
+  std::string reason;
+  const auto mayOpen = [&](const std::string& file) {
+    if (purpose == OpenFor::Work && FileExists(file)) return LockProject(file, reason);
+    session.projectLock.Release();
+    return true;
+  };
   if (!path.empty()) {
+    if (!mayOpen(path)) return Refuse(reason + ".");
+    EmptyProjectLists();
     session.projectFileName = path;
     return LoadProject();
   }
+  EmptyProjectLists();
   const FileChoice choice = FileSelectPopup({ProjectDirectory(), kFilter, "File Open", false});
-  session.projectFileName =
-      choice.path;  // none after a cancel: the empty project must not go into the old file
+  LeaveProjectFile();  // after a cancel the empty project must not go into the old file
+  if (choice.answer == FileAnswer::Exists && !mayOpen(choice.path)) return Refuse(reason + ".");
+  session.projectFileName = choice.path;
   if (choice.answer == FileAnswer::Exists) return LoadProject();
   if (choice.answer == FileAnswer::IsNew) MessagePopup(session.appTitle, "File does not exist.");
   return -1;
+}
+
+bool LockProject(const std::string& path, std::string& reason) {
+  if (session.projectLock.Held() && session.projectLock.Target() == path) return true;
+  LockFile lock;
+  const bool mayGoOn = LockFile::MayGoOn(lock.Acquire(path));
+  if (!mayGoOn) reason = lock.Reason();
+  if (mayGoOn) session.projectLock = std::move(lock);
+  return mayGoOn;
+}
+
+void LeaveProjectFile() {
+  session.projectFileName.clear();
+  session.projectLock.Release();
 }
 
 int SaveRawData() {
@@ -134,7 +171,7 @@ int SaveRawData() {
   const FileChoice choice = AskForName("File Save");
   if (choice.answer == FileAnswer::Cancelled || !MayOverwrite(choice)) return -1;
   session.projectFileName = choice.path;
-  session.readInPart = session.backupHeld = false;
+  session.readInPart = false;
   return SaveProject(choice.answer == FileAnswer::Exists);
 }
 
@@ -142,20 +179,32 @@ int SaveAsRawData() {
   const FileChoice choice = AskForName("File Save As");
   if (choice.answer == FileAnswer::Cancelled) return -1;
   session.projectFileName = choice.path;  // Kept: also when the next answer is no
-  session.readInPart = session.backupHeld = false;
+  session.readInPart = false;
   if (!MayOverwrite(choice)) return -1;
   return SaveProject(choice.answer == FileAnswer::Exists);
 }
 
-bool WriteProjectFile(const std::string& path, std::string& reason) {
-  AtomicWriter file(path);
+void StoreProject(AtomicWriter& file) {
   StoreMHWSetup(file);
   StoreRawData(file);
   StoreAnalysis(file);
   StoreModeling(file);
-  const bool written = file.Commit();
-  if (!written) reason = file.Reason();
-  return written;
+}
+
+bool WriteProjectFile(const std::string& path, std::string& reason) {
+  return WithMemory(reason, [&] {
+    LockFile lock;  // the session's own, when this is its project
+    if (!LockFile::MayGoOn(lock.Acquire(path))) {
+      reason = lock.Reason();
+      return false;
+    }
+    if (!KeepDamagedProject(path, reason)) return false;
+    AtomicWriter file(path);
+    StoreProject(file);
+    const bool written = file.Commit();
+    if (!written) reason = file.Reason();
+    return written;
+  });
 }
 
 void ReadProjectSections(SectionReader& file) {
@@ -216,8 +265,9 @@ int NewMeasurementCallback(Panel, ControlId, Event event, long) {
   for (Panel panel : {Panel::SASW, Panel::DISPCURV, Panel::EXDTHD}) DeleteAllPlots(panel);
   SetActiveTabPage(Panel::PANEL, 0);
   DisplayPanel(Panel::MEASPANEL);
-  session.projectFileName.clear();
-  session.readInPart = session.backupHeld = false;
+  LeaveProjectFile();
+  session.readInPart = false;
+  ForgetDamagedProject();
   SetPanelTitle(Panel::PANEL, session.appTitle);
   return 0;
 }

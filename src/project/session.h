@@ -1,14 +1,16 @@
-// session.h - process-wide state of the session that belongs to no measurement: names, device facts, velocities of
-// the site category, display records of the traces, the buffer of the running measurement.
+// session.h - process-wide state of the session that belongs to no measurement: names, device facts,
+// velocities of the site category, display records of the traces, the buffer of the running measurement.
 //
-// One instance, `session`. ResetSession brings it to the state of a fresh start without a board; StartSession of
-// app/startup does that and makes the first measurement.
+// One instance, `session`. ResetSession brings it to the state of a fresh start without a board; StartSession
+// of app/startup does that and makes the first measurement.
 #pragma once
 
 #include <array>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "runtime/lock_file.h"
 
 namespace sondera {
 
@@ -20,7 +22,8 @@ struct DeviceFacts {
   int maxChannels = 4;
   double aiMaxRate = 102400.0;
   double aiMinRate = 0.0;
-  std::array<double, 256> aiVoltageRngs{};  ///< volts; pairs of low and high limit, ended by 0 (no board: all 10)
+  std::array<double, 256>
+      aiVoltageRngs{};  ///< volts; pairs of low and high limit, ended by 0 (no board: all 10)
   int aiCouplings = 0;
   std::string aiPhysicalChans;
 };
@@ -52,8 +55,8 @@ struct AxisRange {
   double min = 0.0, max = 0.0;
 };
 
-/// Axis record of a curve page: quantity on each axis (0 phase velocity, 1 frequency, 2 wavelength), its scale
-/// (0 logarithmic, 1 linear) and whether its limits follow the curves; and the range of each quantity.
+/// Axis record of a curve page: quantity on each axis (0 phase velocity, 1 frequency, 2 wavelength), its
+/// scale (0 logarithmic, 1 linear) and whether its limits follow the curves; and the range of each quantity.
 struct AxisRecord {
   int handle = 0;
   int xType = 2, xLinear = 0, xAutoScale = 1;
@@ -78,12 +81,14 @@ struct Session {
   std::string appTitle = "Sondera 4.1";  ///< first argument of every box
   std::string curProjID = "ProjID";      ///< current selection
   std::string curMeasID = "measID";
-  std::string projectFileName;           ///< empty: never saved
-  bool readInPart = false;  ///< the open file was damaged: what stands in it is more than what was read
-  bool backupHeld = false;  ///< its copy is the ".bkup" now, and no later save may replace it
-  std::string resultFolder;              ///< where runs leave their files; empty: the current folder
-  std::vector<int> fileKeyList;          ///< keys met during a project load, in file order
-  int configDone = 0;                    ///< 1: the hardware settings have been validated
+  std::string projectFileName;  ///< empty: never saved
+  LockFile projectLock;         ///< of projectFileName, while it is open and where there are locks
+  bool readInPart = false;      ///< the open file was damaged: what stands in it is more than what was read
+  std::string damagedFile;   ///< what was opened could not be read, or not whole: it holds more than was read
+  bool damagedKept = false;  ///< that file has its copy ".damaged"
+  std::string resultFolder;  ///< where runs leave their files; empty: the current folder
+  std::vector<int> fileKeyList;  ///< keys met during a project load, in file order
+  int configDone = 0;            ///< 1: the hardware settings have been validated
 
   DeviceFacts device;
   MeasOptions measOptions;
@@ -94,17 +99,18 @@ struct Session {
   int samplesPerChan = 1024;  ///< with decimation
   std::vector<double> measBuffer;
 
-  double lengthUnit = 1.0;  ///< metres per unit of length
+  double lengthUnit = 1.0;   ///< metres per unit of length
   double rawFileReal = 0.0;  ///< last number of a ".srd" file: carried from load to save, without use
 
-  // Pseudo velocities of the filter windows, m/s, index 1 to 4 (0 unused): enhanced (sm) and backbone (bb) set.
+  // Pseudo velocities of the filter windows, m/s, index 1 to 4 (0 unused): enhanced (sm) and backbone (bb)
+  // set.
   int siteCategory = 0;  ///< 0 geotechnical, 1 concrete, 2 pavement
   std::array<double, 5> smV{0, 2500, 2400, 35, 30};
   std::array<double, 5> bbV{0, 1000, 950, 110, 100};
 
   double alphaWlen = 0.25;  ///< wavelength criterion of the dispersion curves
 
-  int refChan = 0, dspChan = 0;  ///< channels last selected, for routines called from another page
+  int refChan = 0, dspChan = 0;          ///< channels last selected, for routines called from another page
   std::array<DisplayRecord, 2> display;  ///< traces A and B
   AxisRecord dispAxis, exdAxis;
   int nextCurveColor = 0;  ///< colour index for the next dispersion curve that has none

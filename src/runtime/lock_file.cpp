@@ -28,10 +28,11 @@ constexpr std::size_t kLongestName = 255;        // bytes of a file name, as the
 constexpr int kMostAttempts = 1000;              // lock files removed under our hands, one after the other
 constexpr std::chrono::milliseconds kPause{50};  // between two looks at a lock that is waited for
 
-/// A lock file that is open and locked.
+/// A lock file that is open and, once taken, locked.
 struct Holder {
   std::string name;
   int fd = -1;
+  bool taken = false;
   dev_t device = 0;
   ino_t node = 0;
   pid_t owner = ::getpid();  // a child process inherits the object, but not the lock
@@ -42,7 +43,7 @@ struct Holder {
   /// First the name, then the lock: whoever gets the lock in between sees that its file has no name any more.
   ~Holder() {
     if (fd < 0) return;
-    if (owner == ::getpid()) RemoveFile(name);
+    if (taken && owner == ::getpid()) RemoveFile(name);
     CloseFile(fd);
   }
 };
@@ -73,8 +74,7 @@ struct Attempt {
   bool vanished = false;
 };
 
-Attempt Trouble(int fd, int error) {
-  if (fd >= 0) CloseFile(fd);
+Attempt Trouble(int error) {
   Attempt a;
   a.result = MeansNoLocks(error) ? LockResult::NotPossible : LockResult::Failed;
   a.text = std::generic_category().message(error);
@@ -94,58 +94,51 @@ bool ReadMark(int fd, std::string& line) {
 Attempt TryOnce(const std::string& name) {
   // No waiting at a pipe, nothing made behind a link that somebody has put there.
   constexpr int kFlags = O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
+  const auto holder = std::make_shared<Holder>();  // closes the file again on every way out but the last
+  holder->name = name;
   bool mayWrite = true;
-  int fd = OpenFile(name, O_RDWR | O_CREAT | kFlags, 0666);
-  if (fd < 0 && (errno == EACCES || errno == EROFS)) {  // the lock file of another user can be locked too
+  holder->fd = OpenFile(name, O_RDWR | O_CREAT | kFlags, 0666);
+  if (holder->fd < 0 && (errno == EACCES || errno == EROFS)) {  // that of another user can be locked too
     mayWrite = false;
-    fd = OpenFile(name, O_RDONLY | kFlags);
+    holder->fd = OpenFile(name, O_RDONLY | kFlags);
   }
-  if (fd < 0) return Trouble(-1, errno);
-  Attempt a;
+  const int fd = holder->fd;
   struct stat opened {};
-  if (::fstat(fd, &opened) != 0) return Trouble(fd, errno);
+  if (fd < 0 || ::fstat(fd, &opened) != 0) return Trouble(errno);
+  Attempt a;
   std::string line;
   const bool isFile = S_ISREG(opened.st_mode);
-  if (isFile && opened.st_size > 0 && !ReadMark(fd, line)) return Trouble(fd, errno);
+  if (isFile && opened.st_size > 0 && !ReadMark(fd, line)) return Trouble(errno);
   if (!isFile || (!line.empty() && !line.starts_with(kMark))) {
-    CloseFile(fd);
     a.text = "it is not a lock file of this program";
     return a;
   }
   if ((a.holder = HeldHere(opened.st_dev, opened.st_ino))) {
-    CloseFile(fd);
     a.result = LockResult::Taken;
     return a;
   }
   if (CurrentFileDriver().lock(fd) != 0) {
-    if (errno != EWOULDBLOCK) return Trouble(fd, errno);
-    CloseFile(fd);
+    if (errno != EWOULDBLOCK) return Trouble(errno);
     a.result = LockResult::Busy;
     if (line.size() > kMark.size()) a.text = line.substr(kMark.size());
     return a;
   }
   struct stat named {};
   if (::stat(name.c_str(), &named) != 0 || named.st_dev != opened.st_dev || named.st_ino != opened.st_ino) {
-    CloseFile(fd);
     a.vanished = true;  // its former holder has removed it meanwhile
     a.text = "it is removed again and again";
     return a;
   }
+  holder->taken = true;
+  holder->device = opened.st_dev;
+  holder->node = opened.st_ino;
   if (mayWrite) {  // of one length, so that it covers the mark of a killed process
     const std::string mark = FormatText("%s%-12ld\n", kMark.data(), static_cast<long>(::getpid()));
-    if (::lseek(fd, 0, SEEK_SET) != 0 || !WriteFile(fd, mark.data(), mark.size())) {
-      const int error = errno;
-      RemoveFile(name);
-      return Trouble(fd, error);
-    }
+    if (::lseek(fd, 0, SEEK_SET) != 0 || !WriteFile(fd, mark.data(), mark.size())) return Trouble(errno);
   }
-  a.holder = std::make_shared<Holder>();
-  a.holder->name = name;
-  a.holder->fd = fd;
-  a.holder->device = opened.st_dev;
-  a.holder->node = opened.st_ino;
   std::erase_if(heldLocks, [](const auto& entry) { return entry.expired(); });
-  heldLocks.push_back(a.holder);
+  heldLocks.push_back(holder);
+  a.holder = holder;
   a.result = LockResult::Taken;
   return a;
 }

@@ -16,9 +16,10 @@ class CommandLineForms : public testing::AppTest {};
 
 TEST(ParseCommandLine, OptionsDoNotCountAsArguments) {
   const CommandLine line =
-      ParseCommandLine({"sondera", "--batch", "auto", "--yes", "new", "site", "job.txt"});
+      ParseCommandLine({"sondera", "--batch", "auto", "--yes", "new", "--wait", "site", "job.txt"});
   EXPECT_TRUE(line.batch);
   EXPECT_TRUE(line.assumeYes);
+  EXPECT_TRUE(line.wait);
   EXPECT_EQ(line.arguments, (std::vector<std::string>{"sondera", "auto", "new", "site", "job.txt"}));
   EXPECT_TRUE(line.unknownOption.empty());
 }

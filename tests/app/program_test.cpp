@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -181,9 +182,48 @@ TEST_F(Program, NewProjectOfAnOldNameKeepsTheOldOne) {
   EXPECT_EQ(o.err, "sondera: the former project is kept as site.da.former.\n");
   EXPECT_NE(Read("site.da"), first);
   EXPECT_TRUE(Read("site.da.former") == first);
+  const std::string second = Read("site.da");
   ASSERT_EQ(Run("auto new site nothing.txt").status, 0);
-  EXPECT_TRUE(Read("site.da.former") == first);
-  EXPECT_TRUE(std::filesystem::exists(folder.File("site.da.former2")));
+  EXPECT_TRUE(Read("site.da.former") == second) << "the latest that held something";
+  EXPECT_FALSE(std::filesystem::exists(folder.File("site.da.former2")));
+}
+
+TEST_F(Program, RetriesOfAnEmptyProjectMakeNoMoreCopiesOfIt) {
+  FetchExample();
+  Write("curve.txt", kToTheCurve);
+  ASSERT_EQ(Run("auto new site curve.txt").status, 0);
+  const std::string first = Read("site.da");
+  Write("wrong.txt", "import none none 20 40\n");
+  for (int retry = 0; retry < 3; ++retry) {
+    const Outcome o = Run("auto new site wrong.txt");
+    EXPECT_EQ(o.status, 1);
+    EXPECT_EQ(o.err.find("is kept as") != std::string::npos, retry == 0) << o.err;
+    EXPECT_TRUE(Read("site.da.former") == first) << retry;
+  }
+  for (const char* name : {"site.da.former2", "site.da.lock"})
+    EXPECT_FALSE(std::filesystem::exists(folder.File(name))) << name;
+}
+
+TEST_F(Program, TheSecondRunOnAProjectStopsWithOneSentenceOrWaits) {
+  FetchExample();
+  Write("curve.txt", kToTheCurve);
+  const std::string first = "cd '" + folder.Path() +
+                            "' && { '" SONDERA_PROGRAM
+                            "' --batch auto new site job.txt >/dev/null 2>&1 </dev/null & p=$!; "
+                            "while [ ! -s site.da.lock ] && kill -0 $p; do sleep 0.02; done; ";
+  const std::string second =
+      "'" SONDERA_PROGRAM "' --batch auto new site curve.txt 2>err.log; s=$?; wait $p; exit $s; }";
+  int raw = std::system((first + second).c_str());
+  EXPECT_EQ(WEXITSTATUS(raw), 1);
+  std::string err = Read("err.log");
+  EXPECT_NE(err.find("site.da is in use by process "), std::string::npos) << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  std::string waiting = second;
+  waiting.replace(waiting.find("--batch"), 7, "--batch --wait");
+  raw = std::system((first + waiting).c_str());
+  err = Read("err.log");
+  EXPECT_EQ(WEXITSTATUS(raw), 0) << err;
+  EXPECT_NE(err.find("sondera: waiting, since "), std::string::npos) << err;
 }
 
 /// A name from outside must not drive the terminal.
@@ -204,11 +244,11 @@ TEST_F(Program, AnotherWordBehindAutoIsTold) {
 TEST_F(Program, ASecondInterruptAtOnceMeansTheFirst) {
   FetchExample();
   // Both signals come while the run is on, or the script is over before: what was kept is saved in any case.
-  const std::string command =
-      "cd '" + folder.Path() +
-      "' && { '" SONDERA_PROGRAM
-      "' --batch auto new site job.txt >out.log 2>err.log </dev/null & p=$!; "
-      "while [ ! -s ProjID.pcm.saving-*-0 ] && kill -0 $p; do sleep 0.02; done; kill -INT $p; kill -INT $p; wait $p; }";
+  const std::string command = "cd '" + folder.Path() +
+                              "' && { '" SONDERA_PROGRAM
+                              "' --batch auto new site job.txt >out.log 2>err.log </dev/null & p=$!; "
+                              "while [ ! -s ProjID.pcm.saving-*-0 ] && kill -0 $p; do sleep 0.02; done; kill "
+                              "-INT $p; kill -INT $p; wait $p; }";
   const int raw = std::system(command.c_str());
   EXPECT_EQ(WEXITSTATUS(raw), 1);
   const std::string err = Read("err.log");
@@ -281,7 +321,8 @@ TEST_F(Program, TheHeaderDecidesTheDialect) {
 }
 
 TEST_F(Program, WordsOfTheCommandLineAreKnownAtEveryCount) {
-  for (const char* line : {"run", "run a b", "run a b c", "check", "check a b", "show", "plot", "batch a b c"}) {
+  for (const char* line :
+       {"run", "run a b", "run a b c", "check", "check a b", "show", "plot", "batch a b c"}) {
     const Outcome o = Run(line);
     EXPECT_EQ(o.status, 1) << line;
     EXPECT_EQ(o.err.substr(0, 9), "sondera: ") << line;

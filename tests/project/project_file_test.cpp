@@ -62,6 +62,12 @@ class ProjectFile : public SessionTest {
     EXPECT_EQ(MeasDB.aDispList.count(), 0);
   }
 
+  /// All files but the lock, which stands there as long as the project is open.
+  std::vector<std::string> Names() {
+    session.projectLock.Release();
+    return folder.Names();
+  }
+
   static void OnPlotting(std::function<int(int)> handler) {
     RedrawHandlers handlers;
     handlers.doPlotting = std::move(handler);
@@ -207,7 +213,7 @@ TEST_F(ProjectFile, SaveAsksForADaFileWhenThereIsNoName) {
   EXPECT_TRUE(frontEnd.files[0].forSaving);
   EXPECT_THAT(frontEnd.questions, IsEmpty());
   EXPECT_EQ(test::ReadWhole(path), ProjectBytes().bytes);
-  EXPECT_THAT(folder.Names(), ElementsAre("new.da"));
+  EXPECT_THAT(Names(), ElementsAre("new.da"));
   EXPECT_EQ(session.projectFileName, path);
   EXPECT_EQ(GetPanelTitle(Panel::PANEL), "Sondera 4.1 - " + path);
 }
@@ -215,7 +221,7 @@ TEST_F(ProjectFile, SaveAsksForADaFileWhenThereIsNoName) {
 TEST_F(ProjectFile, ACancelledSaveWritesNothing) {
   MakeSmallProject();
   EXPECT_EQ(SaveRawData(), -1);
-  EXPECT_THAT(folder.Names(), IsEmpty());
+  EXPECT_THAT(Names(), IsEmpty());
   EXPECT_EQ(session.projectFileName, "");
 }
 
@@ -239,7 +245,7 @@ TEST_F(ProjectFile, SaveThatMayNotOverwriteLeavesTheFileAndTheProjectWithoutANam
   frontEnd.confirmAnswers.push_back(false);
   EXPECT_EQ(SaveRawData(), -1);
   EXPECT_EQ(test::ReadWhole(path), "old bytes");
-  EXPECT_THAT(folder.Names(), ElementsAre("site.da"));
+  EXPECT_THAT(Names(), ElementsAre("site.da"));
   EXPECT_EQ(session.projectFileName, "") << "a further save has to ask again";
 }
 
@@ -255,7 +261,7 @@ TEST_F(ProjectFile, SaveAfterOpenMakesTheBackupCopyEveryTimeWithoutAQuestion) {
   }
   EXPECT_THAT(frontEnd.questions, IsEmpty());
   EXPECT_THAT(frontEnd.messages, IsEmpty());
-  EXPECT_THAT(folder.Names(), ElementsAre("site.da", "site.da.bkup"));
+  EXPECT_THAT(Names(), ElementsAre("site.da", "site.da.bkup"));
 }
 
 TEST_F(ProjectFile, SaveUnderANameWithoutAFileHasNothingToCopyAndSaysNothing) {
@@ -263,7 +269,7 @@ TEST_F(ProjectFile, SaveUnderANameWithoutAFileHasNothingToCopyAndSaysNothing) {
   session.projectFileName = folder.File("fresh.da");
   EXPECT_EQ(SaveRawData(), 0);
   EXPECT_THAT(frontEnd.messages, IsEmpty());
-  EXPECT_THAT(folder.Names(), ElementsAre("fresh.da"));
+  EXPECT_THAT(Names(), ElementsAre("fresh.da"));
 }
 
 TEST_F(ProjectFile, TheBackupNameIsTheWholeNameAndBkup) {
@@ -271,7 +277,7 @@ TEST_F(ProjectFile, TheBackupNameIsTheWholeNameAndBkup) {
   session.projectFileName = folder.File("no extension.v2");
   ASSERT_EQ(SaveRawData(), 0);
   ASSERT_EQ(SaveRawData(), 0);
-  EXPECT_THAT(folder.Names(), ElementsAre("no extension.v2", "no extension.v2.bkup"));
+  EXPECT_THAT(Names(), ElementsAre("no extension.v2", "no extension.v2.bkup"));
 }
 
 TEST_F(ProjectFile, SaveAsAlwaysAsksAndTakesTheNewName) {
@@ -283,7 +289,7 @@ TEST_F(ProjectFile, SaveAsAlwaysAsksAndTakesTheNewName) {
   ASSERT_EQ(frontEnd.files.size(), 1u);
   EXPECT_EQ(frontEnd.files[0].title, "File Save As");
   EXPECT_EQ(session.projectFileName, path);
-  EXPECT_THAT(folder.Names(), ElementsAre("new.da"));
+  EXPECT_THAT(Names(), ElementsAre("new.da"));
 }
 
 TEST_F(ProjectFile, SaveAsKeepsTheChosenNameThoughNothingWasWritten) {
@@ -303,7 +309,7 @@ TEST_F(ProjectFile, ACancelledSaveAsKeepsTheFormerName) {
   session.projectFileName = folder.File("old.da");
   EXPECT_EQ(SaveAsRawData(), -1);
   EXPECT_EQ(session.projectFileName, folder.File("old.da"));
-  EXPECT_THAT(folder.Names(), IsEmpty());
+  EXPECT_THAT(Names(), IsEmpty());
 }
 
 TEST_F(ProjectFile, ASaveThatCannotWriteSaysWhichFileAndWhy) {
@@ -365,11 +371,11 @@ TEST_F(ProjectFile, MenuItemsActAtOnceAndButtonsOnAPressOnly) {
   MakeSmallProject();
   session.projectFileName = folder.File("site.da");
   EXPECT_EQ(SaveRawDataCallback(Panel::MEASPANEL, &measpanel::F6, Event::LeftClick, 0), 0);
-  EXPECT_THAT(folder.Names(), IsEmpty());
+  EXPECT_THAT(Names(), IsEmpty());
   EXPECT_EQ(SaveRawDataCallback(Panel::MEASPANEL, &measpanel::F6, Event::Commit, 0), 0);
-  EXPECT_THAT(folder.Names(), ElementsAre("site.da"));
+  EXPECT_THAT(Names(), ElementsAre("site.da"));
   EXPECT_EQ(Save_RawDataCallback(Panel::MAINMENU, nullptr, Event::Commit, 0), 0);
-  EXPECT_THAT(folder.Names(), ElementsAre("site.da", "site.da.bkup"));
+  EXPECT_THAT(Names(), ElementsAre("site.da", "site.da.bkup"));
 
   SaveAsRawDataCallback(Panel::MEASPANEL, &measpanel::F7, Event::GotFocus, 0);
   RecallCallback(Panel::MEASPANEL, &measpanel::F9, Event::GotFocus, 0);

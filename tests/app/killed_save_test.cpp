@@ -1,0 +1,85 @@
+// The program is killed at random moments while it saves: project and copy are whole, nothing blocks the next
+// run, and the rests go with its first save. SONDERA_KILLS sets the number of kills.
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+#include "app/app_fixture.h"
+#include "app/command_line.h"
+#include "project/project_file.h"
+#include "project/session.h"
+#include "runtime/panels/measpanel.h"
+#include "support/site_records.h"
+
+namespace sondera {
+namespace {
+
+const std::string kProgram = std::filesystem::absolute(SONDERA_PROGRAM).string();
+
+class KilledProgram : public testing::AppTest {
+ protected:
+  static int Kills() {
+    const char* wanted = std::getenv("SONDERA_KILLS");
+    return wanted ? std::max(1, std::atoi(wanted)) : 25;
+  }
+  pid_t Start(const std::vector<std::string>& arguments) {
+    std::vector<char*> words;
+    for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
+    words.push_back(nullptr);
+    const pid_t child = ::fork();
+    if (child != 0) return child;
+    if (!std::freopen("/dev/null", "w", stderr) || !std::freopen("/dev/null", "w", stdout)) ::_exit(126);
+    ::execv(kProgram.c_str(), words.data());
+    ::_exit(127);
+  }
+  /// Whether a file is there and opens as a whole project; nothing is saved over it.
+  bool OpensWhole(const std::string& name) {
+    StartSession();
+    frontEnd.messages.clear();
+    return OpenFileProc(folder.File(name), OpenFor::Reading) == 0 && frontEnd.messages.empty();
+  }
+};
+
+TEST_F(KilledProgram, LeavesWholeFilesAndNothingThatBlocks) {
+  test::WriteSitePair(folder.File("pair.hyx"), 14.0, 30.0, 129);
+  // Each masking ends with a save; pairs of saves change the project to and fro.
+  std::string job = "import pair pair 14 30\n";
+  for (int i = 0; i < 60; ++i)
+    job += i % 2 ? "masking pair 0 600 450 110 80\n" : "masking pair 0 500 400 100 70\n";
+  Write("job.txt", job);
+  const std::vector<std::string> form = {kProgram, "--batch", "--yes", "auto", "new", "site", "job.txt"};
+  std::mt19937 random(20);
+  int midway = 0, rests = 0;
+  const int kills = Kills();
+  for (int kill = 0; kill < kills; ++kill) {
+    const pid_t child = Start(form);
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 400000));
+    ::kill(child, SIGKILL);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    midway += WIFSIGNALED(status) ? 1 : 0;
+    ASSERT_FALSE(WIFEXITED(status) && WEXITSTATUS(status) > 1);
+    for (const std::string& name : folder.Names())
+      rests += name.find(".saving-") != std::string::npos ? 1 : 0;
+    for (const char* name : {"site.da", "site.da.bkup", "site.da.former"})
+      if (Exists(name)) {
+        ASSERT_TRUE(OpensWhole(name)) << name << ", kill " << kill;
+      }
+  }
+  StartSession();
+  ASSERT_EQ(OpenFileProc(folder.File("site.da")), 0) << "a killed run's lock blocks nobody";
+  ASSERT_EQ(Commit(measpanel::F6), 0);
+  for (const std::string& name : folder.Names())
+    EXPECT_FALSE(name.starts_with("site.da.saving-")) << name << " stayed";
+  std::printf("%d kills, %d of them midway; temporary files seen %d times\n", kills, midway, rests);
+  EXPECT_GT(midway, 0);
+}
+
+}  // namespace
+}  // namespace sondera
