@@ -23,8 +23,9 @@ class Run {
   /// @param name  of the script, in front of what is said about its lines
   Run(std::string name, const RunOptions& options);
 
-  /// The whole script, header first, then what the run found (run_report.h). Returns the status: 0 for all done, 1 when something was not, 3 when all
-  /// was done and the program has doubts about its results. Leaves the session as the script left it.
+  /// The whole script, header first, then what the run found (run_report.h). Returns the status: 0 for all
+  /// done, 1 when something was not, 3 when all was done and the program has doubts about its results. Leaves
+  /// the session as the script left it.
   int run(Source& source);
 
   // ---- what words use; each throws Fault for what cannot be done ----

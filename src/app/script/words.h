@@ -56,7 +56,7 @@ struct WordForm {
   std::vector<ArgumentSpec> fixed, named;
   std::string_view help;  ///< one sentence or two
   void (*run)(Run& run, const Arguments& arguments) = nullptr;
-  void (*check)(const Arguments& arguments) = nullptr;  ///< what the specifications cannot tell; throws Fault
+  void (*check)(const Arguments& arguments) = nullptr;  ///< what the argument list cannot tell; throws Fault
   enum class Role {
     Acts,    ///< changes the project or the settings; takes the answers laid out before it
     Files,   ///< opens or saves: acts, and leaves nothing unsaved
