@@ -21,7 +21,7 @@ namespace {
 
 using namespace sondera;
 
-constexpr int kMostPolls = 200;
+constexpr int kMostPolls = 20;
 int polls = 0;
 
 void CountPoll() {
