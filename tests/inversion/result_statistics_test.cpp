@@ -150,12 +150,12 @@ TEST_F(ResultStatistics, WholeMatricesStandBehindTheirSwitches) {
 
 /// A lost block is a failure in every one of these files.
 TEST_F(ResultStatistics, LostBlockIsTold) {
-  const ColumnMatrix G(1, 1);
+  const ColumnMatrix G(3, 2);
   const std::string extensions[] = {".pcm", ".n", ".r"};
   for (int k = 0; k < 3; ++k) {
     Start(1);
     frontEnd.messages.clear();
-    run.Weight = ColumnMatrix(1, 1);
+    run.Weight = ColumnMatrix(2, 3);
     const test::FailingFileDriver fullDisk({.failWrite = k + 1, .error = ENOSPC});
     FS_SavePostMPar(1, 1.0);
     FS_SaveGaussParam(G, run.runVel);
