@@ -94,7 +94,7 @@ TEST_F(ProjectLock, ASaveUnderANameInUseIsRefused) {
 
 TEST_F(ProjectLock, AnExportReadsWhatIsThere) {
   const test::LockHolder other(folder.File("site.da"));
-  EXPECT_EQ(DispatchCommandLine({"sondera", "export", "site.da", "out", "measID", "1", "2", "0"}), 1);
+  DispatchCommandLine({"sondera", "export", "site.da", "out", "measID", "1", "2", "0"});
   EXPECT_THAT(frontEnd.messages, ElementsAre(HasSubstr("measID has no time records")))
       << "the project was read as far as to the measurement, which is empty";
 }
