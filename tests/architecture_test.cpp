@@ -80,7 +80,7 @@ const std::vector<std::set<std::string>> kLadder = {
 int Floor(const std::string& path) {
   const std::string folder = Folder(path);
   if (folder == "numeric" || folder == "runtime") return 1;
-  if (kRecordStems.count(Stem(path)) || folder == "gui") return 2;
+  if (kRecordStems.count(Stem(path)) || folder == "gui" || folder == "plot_ps") return 2;
   if (folder == "signal") return 3;
   if (folder == "forward" || folder == "inversion") return 4;
   if (folder == "project" || folder == "acquisition") return 5;
@@ -125,6 +125,16 @@ TEST(Architecture, OnlyMainKnowsTheWindowsAndTheySeeOnlyRuntime) {
         EXPECT_TRUE(Folder(name) == "gui" || Folder(name) == "runtime") << path << " includes " << name;
       }
     }
+  }
+}
+
+TEST(Architecture, TheDrawingLibraryStandsOnFilesAlone) {
+  const std::set<std::string> files = {"runtime/atomic_writer", "runtime/byte_source", "runtime/file_driver",
+                                       "runtime/process_end", "runtime/text_format"};
+  for (const auto& [path, file] : Sources()) {
+    if (Folder(path) != "plot_ps") continue;
+    for (const std::string& name : file.own)
+      EXPECT_TRUE(Folder(name) == "plot_ps" || files.count(Stem(name))) << path << " includes " << name;
   }
 }
 
