@@ -3,15 +3,13 @@
 
 #include <cstdlib>
 
-#include "plot_ps/ink.h"
+#include "plot_ps/flag_page.h"
 #include "plot_ps/moves.h"
+#include "plot_ps/names.h"
 #include "plot_ps/path.h"
-#include "plot_ps/shapes.h"
 #include "plot_ps/spooler.h"
 #include "plot_ps/state.h"
 #include "plot_ps/statement.h"
-#include "plot_ps/text.h"
-#include "runtime/byte_source.h"
 #include "runtime/file_driver.h"
 #include "runtime/process_end.h"
 #include "runtime/text_format.h"
@@ -20,13 +18,6 @@ namespace sondera {
 namespace {
 
 constexpr const char* kVersion = "1.0";
-constexpr const char* kCreator = "MS/DOS";
-// Kept: the text, not the time. Two files of the same project are equal byte by byte.
-constexpr const char* kCreationDate = "now...";
-
-constexpr std::size_t kLongestName = 200;   // in a comment line of at most 255 bytes
-constexpr std::size_t kLongestInFlag = 24;  // letters of a file name in its field of the flag page
-constexpr char kFirstPrintable = ' ', kLastPrintable = '~';
 
 bool OpenOutput(const std::string& name) {
   plotPs.docName = name;
@@ -42,58 +33,6 @@ void StartState() {
   plotPs.bannerOn = bannerOn;
   const char* queue = std::getenv("PRINT_PLOT_PS");
   if (queue) plotPs.queueName = queue;
-}
-
-/// Octal in place of all that is not plain text, and the end of what is too long.
-std::string PlainText(std::string_view text, std::size_t most) {
-  std::string plain;
-  for (const char c : text) {
-    if (c >= kFirstPrintable && c <= kLastPrintable)
-      plain += c;
-    else
-      plain += FormatText("\\%03o", static_cast<unsigned>(static_cast<unsigned char>(c)));
-  }
-  return plain.size() <= most ? plain : "..." + plain.substr(plain.size() - most + 3);
-}
-
-std::string NameInComment(std::string_view name) {
-  return PlainText(name, kLongestName);
-}
-
-/// A file name as a PostScript string: it may hold parentheses.
-std::string NameInString(const std::string& name) {
-  std::string plain = PlainText(name, kLongestInFlag), escaped;
-  for (const char c : plain) {
-    if (c == '(' || c == ')' || c == '\\') escaped += '\\';
-    escaped += c;
-  }
-  return escaped;
-}
-
-/// Ink and font of the page are the same behind the flag page as before it.
-void WriteFlagPage() {
-  constexpr float kLeft = 0.8f, kBottom = 0.8f, kWidth = 19.5f, kHeight = 1.0f, kDivider = 18.5f;
-  const int cmMode = plotPs.cmMode;
-  const std::string fontName = plotPs.fontName;
-  const float charHeight = plotPs.charHeight;
-  ps_cms();
-  PutLine("%%Beginning of the flag page\n");
-  ps_movea(kLeft, kBottom);
-  ps_frame(kWidth, kHeight);
-  ps_movea(kLeft + kDivider, kBottom);
-  ps_drawr(0.0f, kHeight);
-  ps_font("Times-Roman", 0.4f);
-  ps_writea(1.0f, 1.15f, kCreationDate, 0.0f);
-  ps_font("NewCenturySchlbk-BoldItalic", 0.5f);
-  ps_writea(8.0f, 1.1f, NameInString(plotPs.docName), 0.0f);
-  ps_font("Times-Roman", 0.4f);
-  ps_writea(16.0f, 1.15f, kCreator, 0.0f);
-  ps_writea(19.5f, 1.15f, FormatText("%d", plotPs.pageNo), 0.0f);
-  PutLine("%%End of the flag page\n");
-  plotPs.cmMode = cmMode;
-  plotPs.fontName = fontName;
-  plotPs.charHeight = 0.0f;
-  if (charHeight > 0.0f) ps_size(charHeight);
 }
 
 void WriteProlog() {
@@ -123,11 +62,6 @@ void BeginDocument() {
   plotPs.minY = seed.minY;
   plotPs.maxX = seed.maxX;
   plotPs.maxY = seed.maxY;
-}
-
-/// Ends the line if the text did not.
-void CloseLine(char last) {
-  if (last != '\n') PutLine("\n");
 }
 
 }  // namespace
@@ -200,34 +134,6 @@ void ps_no_banner() {
 
 void ps_queue_name(const std::string& name) {
   plotPs.queueName = name;
-}
-
-int ps_include(const std::string& file) {
-  ByteSource source;
-  if (!source.Open(file)) {
-    Complain("\aPLOT_PS: ps_include Warning: Impossible to open the file %s\n", VisibleText(file).c_str());
-    return 0;
-  }
-  const std::string name = NameInComment(file);
-  PutLine(FormatText("%%%%\n%%%% PLOT_PS beginning of ps_include of file %s\n%%%%\n", name.c_str()));
-  char last = '\n';
-  for (std::string_view block = source.Window(); !block.empty(); block = source.Window()) {
-    PutLine(block);
-    last = block.back();
-    source.Consume(block.size());
-  }
-  CloseLine(last);
-  PutLine(FormatText("%%%%\n%%%% PLOT_PS end of ps_include of file %s\n%%%%\n", name.c_str()));
-  if (!source.Failed()) return 1;
-  Complain("\aPLOT_PS: ps_include Warning: Impossible to open the file %s\n", VisibleText(file).c_str());
-  return 0;
-}
-
-void ps_code(std::string_view text) {
-  PutLine("%% PLOT_PS beginning of ps_code inclusion\n");
-  PutLine(text);
-  CloseLine(text.empty() ? '\n' : text.back());
-  PutLine("%% PLOT_PS end of ps_code inclusion\n");
 }
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// document.h - the file: open, pages, close, and PostScript from outside.
+// document.h - the file: open, pages, close.
 //
 //   ps_iniplot("site.ps");
 //   ...                      drawing; ps_newpage() between pages
@@ -10,7 +10,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace sondera {
 
@@ -47,11 +46,5 @@ void ps_no_banner();
 
 /// Print queue of this document; to be called behind ps_iniplot().
 void ps_queue_name(const std::string& name);
-
-/// Copies a file of PostScript. 0 with a line on the error stream if it cannot be read whole, else 1.
-int ps_include(const std::string& file);
-
-/// Writes PostScript as it is.
-void ps_code(std::string_view text);
 
 }  // namespace sondera

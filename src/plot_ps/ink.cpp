@@ -4,7 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 
-#include "plot_ps/document.h"
+#include "plot_ps/inclusion.h"
 #include "plot_ps/path.h"
 #include "plot_ps/state.h"
 #include "plot_ps/statement.h"

@@ -110,7 +110,8 @@ void DrawNearFaces(const Cuboid& box, float gray) {
       bool seen = true;
       for (int i = 0; i < 4; ++i) seen = CornerOnPage(box, corners[i], points[i]) && seen;
       if (!seen) continue;
-      if (PaintOutline(points, {.outlined = true, .filled = true, .gray = HeldToOne(gray) * kFaceShade[axis]}))
+      if (PaintOutline(points,
+                       {.outlined = true, .filled = true, .gray = HeldToOne(gray) * kFaceShade[axis]}))
         MoveTo(points[0]);
     }
   }

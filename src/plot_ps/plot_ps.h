@@ -1,6 +1,7 @@
 // plot_ps.h - the PostScript drawing library at once: paged documents, drawn by calls in cm or user units.
 //
-//   document.h     open, pages, close, foreign PostScript   ps_iniplot, ps_newpage, ps_endplot
+//   document.h     open, pages, close                       ps_iniplot, ps_newpage, ps_endplot
+//   inclusion.h    PostScript from elsewhere               ps_include, ps_code
 //   moves.h        coordinate systems, the pen              ps_echel, ps_origin, ps_movea, ps_drawa
 //   shapes.h       lines, areas, curves, symbols            ps_polyline, ps_closed_curve, ps_point
 //   arcs.h         arcs, circles, ellipses                  ps_arc, ps_disk, ps_ellipse
@@ -19,6 +20,7 @@
 #include "plot_ps/axes.h"
 #include "plot_ps/document.h"
 #include "plot_ps/histogram.h"
+#include "plot_ps/inclusion.h"
 #include "plot_ps/ink.h"
 #include "plot_ps/moves.h"
 #include "plot_ps/perspective.h"

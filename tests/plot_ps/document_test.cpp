@@ -302,7 +302,7 @@ TEST_F(Document, FlagPageStandsBeforeTheOriginOfEachPage) {
   for (const test::TraceMark& mark : trace.marks)
     if (mark.kind == test::TraceMark::text) texts.push_back(mark.string);
   const std::string shortName =
-      "..." + folder.File("drawing.ps").substr(folder.File("drawing.ps").size() - 21);
+      "..." + folder.File("drawing.ps").substr(folder.File("drawing.ps").size() - 17);
   EXPECT_EQ(texts, (std::vector<std::string>{"now...", shortName, "MS/DOS", "1", "now...", shortName,
                                              "MS/DOS", "2", "same font"}));
   EXPECT_EQ(trace.marks.back().size, 11.0);

@@ -142,21 +142,26 @@ TEST_F(Shapes, RoundShapesKeepAPendingLineAndLeaveNone) {
   const auto shapes = {+[] { ps_circle(0.5f); }, +[] { ps_disk(0.5f, 0.5f); },
                        +[] { ps_arc(0.5f, 0.0f, 90.0f); }, +[] { ps_ellipse(1.0f, 2.0f); },
                        +[] { ps_ellip_disk(1.0f, 2.0f, -1.0f); }};
-  for (const auto& shape : shapes) {
-    const test::Trace trace = Traced([shape] {
+  const test::Trace trace = Traced([&] {  // a page for each
+    for (const auto& shape : shapes) {
       ps_drawa(3.0f, 3.0f);
       shape();
       ps_line_width(2.0f);
       shape();
       ps_line_width(3.0f);
-    });
-    ASSERT_GE(trace.marks.size(), 3u);
-    int lines = 0;
-    for (const test::TraceMark& mark : trace.marks)
+      ps_newpage();
+    }
+  });
+  for (int page = 1; page <= static_cast<int>(shapes.size()); ++page) {
+    int lines = 0, marks = 0;
+    for (const test::TraceMark& mark : trace.marks) {
+      if (mark.page != page) continue;
+      ++marks;
       if (mark.kind == test::TraceMark::stroke && mark.paths[0].size() == 2 && mark.paths[0][0].x < 28.4)
         ++lines;
-    EXPECT_EQ(lines, 1);
-    EXPECT_EQ(trace.marks.size(), 3u);
+    }
+    EXPECT_EQ(lines, 1) << page;
+    EXPECT_EQ(marks, 3) << page;
   }
 }
 
@@ -230,18 +235,25 @@ TEST_F(Shapes, RoundShapesThatAreNoNumbersDrawNothing) {
 
 TEST_F(Shapes, SymbolsAreAsWideAsTheirSizeAndKeepThePoint) {
   SKIP_WITHOUT_GHOSTSCRIPT();
-  for (int code = -1; code <= 18; ++code) {
-    const test::Trace trace = Traced([code] {
+  constexpr int kFirst = -1, kLast = 18;
+  const test::Trace trace = Traced([] {  // a page for each
+    for (int code = kFirst; code <= kLast; ++code) {
       ps_movea(5.0f, 5.0f);
       ps_point(code, 0.4f);
       EXPECT_NEAR(plotPs.curX, 5.0f * kPointsPerCm, 1e-3);
-    });
+      EXPECT_NEAR(plotPs.curY, 5.0f * kPointsPerCm, 1e-3);
+      ps_newpage();
+    }
+  });
+  for (int code = kFirst; code <= kLast; ++code) {
     double lowX = 1e9, highX = -1e9;
-    for (const test::TraceMark& mark : trace.marks)
+    for (const test::TraceMark& mark : trace.marks) {
+      if (mark.page != code - kFirst + 1) continue;
       for (const test::TracePoint& p : mark.paths.at(0)) {
         lowX = std::min(lowX, p.x);
         highX = std::max(highX, p.x);
       }
+    }
     const double width = code == 16 ? 0.3 * 0.4 : 0.4;
     EXPECT_NEAR(highX - lowX, width * kCm, 0.2) << code;
     EXPECT_NEAR((highX + lowX) / 2, 28.3 + 5 * kCm, 0.2) << code;

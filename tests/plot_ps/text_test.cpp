@@ -5,8 +5,6 @@
 
 #include <limits>
 
-#include "plot_ps/document.h"
-#include "plot_ps/moves.h"
 #include "ps_fixture.h"
 
 namespace sondera::testing {
