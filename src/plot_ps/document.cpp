@@ -12,6 +12,7 @@
 #include "plot_ps/statement.h"
 #include "runtime/file_driver.h"
 #include "runtime/process_end.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

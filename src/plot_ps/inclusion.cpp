@@ -4,6 +4,7 @@
 #include "plot_ps/names.h"
 #include "plot_ps/statement.h"
 #include "runtime/byte_source.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

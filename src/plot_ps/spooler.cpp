@@ -8,7 +8,7 @@
 #include <cerrno>
 
 #include "plot_ps/statement.h"
-#include "runtime/text_format.h"
+#include "runtime/terminal.h"
 
 namespace sondera {
 namespace {

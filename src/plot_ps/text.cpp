@@ -8,6 +8,7 @@
 #include "plot_ps/page_text.h"
 #include "plot_ps/state.h"
 #include "plot_ps/statement.h"
+#include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
