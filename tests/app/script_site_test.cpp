@@ -181,6 +181,16 @@ TEST_F(ScriptSite, LayersComeFromAListOrAFile) {
   EXPECT_EQ(GetTableCellVal(fmodeling::RECEIVERLOC, 4, 1), 8.0);
 }
 
+TEST_F(ScriptSite, LoadTakesTheCurvesThatItNames) {
+  EXPECT_NE(Run(kModel), 1) << err;
+  EXPECT_EQ(GetCtrlVal(fmodeling::GLOBAL_ARRAY), 1);
+  EXPECT_EQ(FModelParam.dispCurvType, 1);
+  EXPECT_NE(Run("forward type=2\ninvert iterations=1"), 1) << err;  // plane waves have the global curve alone
+  EXPECT_NE(Run("load array"), 1) << err;
+  EXPECT_EQ(GetCtrlVal(fmodeling::GLOBAL_ARRAY), 2);
+  EXPECT_EQ(FModelParam.dispCurvType, 2);
+}
+
 TEST_F(ScriptSite, AProfileByForwardRunStartAndInversion) {
   EXPECT_NE(
       Run(kModel +

@@ -126,8 +126,8 @@ void Layer(Run& run, const Arguments& a) {
 
 void Load(Run& run, const Arguments& a) {
   OnModelPanel(run, [&] {
+    run.press(fmodeling::LOADDISPCURV);  // chooses the array curves, so the choice comes behind it
     WriteValue(fmodeling::GLOBAL_ARRAY, a.choice("WHICH") == 0 ? "1" : "2");
-    run.press(fmodeling::LOADDISPCURV);
     run.press(fmodeling::GLOBAL_ARRAY);
   });
 }
