@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
+#include "numeric/analysis.h"
 #include "project/import_spectra.h"
 #include "project/import_time.h"
 #include "project/import_uff58.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 

@@ -15,19 +15,19 @@
 #include <string>
 #include <vector>
 
-#include "forward/model_records.h"
 #include "forward/plane_wave.h"
-#include "forward/sweep.h"
-#include "forward/system_model.h"
-#include "inversion/inv_records.h"
 #include "inversion/max_likelihood.h"
-#include "inversion/observations.h"
-#include "inversion/result_files.h"
-#include "inversion/result_statistics.h"
 #include "inversion/sensitivity.h"
-#include "project/session.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/inversion.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "run/observations.h"
+#include "run/result_files.h"
+#include "run/result_statistics.h"
+#include "run/sweep.h"
+#include "run/system_model.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
 
 namespace {
 
@@ -139,8 +139,8 @@ void StartRecords(const std::string& folder) {
   ResetRunState();
   session.resultFolder = folder;
   SetCtrlVal(hmsetup::PROJID, "bench");
-  run.cdMode = 1;
-  run.ufVph = 0.05;
+  run.switches.cdMode = 1;
+  run.switches.ufVph = 0.05;
   InvParam.ufVs = 0.2;
   InvParam.nEntries = kIterations;
   SetLayers(std::vector<double>(kLayers, kStartVs));
@@ -156,15 +156,15 @@ bool RunOnce() {
 void SweepAgain(const InvRecord& results) {
   OffsetVector<double> vel, amp;
   for (int k = 0; k <= kIterations; ++k) {
-    for (int l = 1; l <= kLayers; ++l) run.layerVs[l] = results.Vs(k, l - 1);
+    for (int l = 1; l <= kLayers; ++l) run.ground.layerVs[l] = results.Vs(k, l - 1);
     (void)FS_rWave3D(vel, amp);
     for (int l = 1; l <= kLayers && k < kIterations; ++l) {
-      const double Vs = run.layerVs[l];
-      for (const double step : {run.dVs, -run.dVs}) {
-        run.layerVs[l] = Vs * (1.0 + step);
+      const double Vs = run.ground.layerVs[l];
+      for (const double step : {run.switches.dVs, -run.switches.dVs}) {
+        run.ground.layerVs[l] = Vs * (1.0 + step);
         (void)FS_rWave3D(vel, amp);
       }
-      run.layerVs[l] = Vs;
+      run.ground.layerVs[l] = Vs;
     }
   }
 }
@@ -177,7 +177,7 @@ void WriteAgain(const OffsetVector<double>& vel, const OffsetVector<double>& amp
     FS_SaveModelPar(k, rms, 0.0);
     FS_SaveProfile(k, rms, 0.0);
     if (k == 0) continue;
-    FS_SaveGaussParam(run.GActive, vel);
+    FS_SaveGaussParam(run.update.GActive, vel);
     FS_SavePostMPar(k, rms);
     FS_SaveSMPfile(k, rms, 0.0);
   }
@@ -195,8 +195,9 @@ bool Report(const char* name, int repeats) {
     files.push_back(Seconds([&] { WriteAgain(vel, amp); }));
     matrix.push_back(Seconds([] { (void)FS_Gmatrix(); }));
   }
-  const int count = 1 + kIterations * (2 * run.nModelParm + 1);
-  std::printf("%-34s %3d rows, %d parameters, %d sweeps\n", name, run.nObsRows, run.nModelParm, count);
+  const int count = 1 + kIterations * (2 * run.parameters.nModelParm + 1);
+  std::printf("%-34s %3d rows, %d parameters, %d sweeps\n", name, run.observations.nObsRows,
+              run.parameters.nModelParm, count);
   const double all = Best(whole);
   std::printf("  one sweep           %10.3f ms\n", 1e3 * Best(one));
   std::printf("  sensitivity matrix  %10.3f ms, %.2f sweeps\n", 1e3 * Best(matrix), Best(matrix) / Best(one));

@@ -13,11 +13,11 @@
 #include <memory>
 #include <string>
 
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
-#include "project/measdb.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/file_driver.h"

@@ -10,12 +10,12 @@
 #include <vector>
 
 #include "best_time.h"
-#include "project/measdb.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/controls.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/sasw.h"
 #include "signal/irf.h"
 #include "signal/spectra.h"
 

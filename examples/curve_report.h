@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera::example {
 

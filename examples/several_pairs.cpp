@@ -6,19 +6,19 @@
 #include <string>
 
 #include "app/console.h"
-#include "app/inversion_road.h"
 #include "app/startup.h"
 #include "curve_report.h"
 #include "forward/site_files.h"
-#include "forward/sweep_state.h"
-#include "project/session.h"
+#include "panels/one_click.h"
+#include "records/session.h"
+#include "run/sweep_state.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/files.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/sasw.h"
 
 namespace {
 

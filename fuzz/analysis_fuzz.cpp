@@ -6,8 +6,8 @@
 
 #include "memory_file_driver.h"
 #include "project/analysis_section.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
 
 using namespace sondera;
 

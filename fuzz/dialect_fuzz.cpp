@@ -13,7 +13,7 @@
 #include "app/script/words.h"
 #include "app/startup.h"
 #include "one_folder.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 

@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "numeric/analysis.h"
 #include "project/exd_files.h"
-#include "project/measdb.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 
 using namespace sondera;

@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "forward/model_records.h"
 #include "forward/parameters_file.h"
-#include "forward/run_limits.h"
 #include "memory_file_driver.h"
-#include "project/session.h"
+#include "records/model_records.h"
+#include "records/run_limits.h"
+#include "records/session.h"
 #include "runtime/text_reader.h"
 
 using namespace sondera;

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "project/import_record.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 

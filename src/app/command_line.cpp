@@ -15,11 +15,11 @@
 #include "app/startup.h"
 #include "project/project_copies.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
-#include "runtime/panels/measpanel.h"
 #include "runtime/terminal.h"
 #include "runtime/text_format.h"
 

@@ -8,24 +8,24 @@
 #include <cstdio>
 #include <vector>
 
-#include "app/inversion_road.h"
 #include "app/run_report.h"
 #include "app/shutdown.h"
 #include "inversion/starting_model.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "panels/one_click.h"
 #include "project/trace_export.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/irfsetpnl.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/findings.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/irfsetpnl.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/terminal.h"
 
 namespace sondera {

@@ -8,10 +8,10 @@
 #include <cstdio>
 #include <string>
 
+#include "runtime/catalogue/exdthd.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
 #include "runtime/terminal.h"
 
 namespace sondera {

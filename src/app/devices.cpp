@@ -5,10 +5,10 @@
 #include <algorithm>
 
 #include "acquisition/daq_driver.h"
-#include "acquisition/parameters.h"
-#include "project/measdb.h"
-#include "project/session.h"
-#include "runtime/panels/devpanel.h"
+#include "panels/hwsetup.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/devpanel.h"
 
 namespace sondera {
 namespace {

@@ -6,11 +6,11 @@
 #include <cstddef>
 #include <string>
 
-#include "forward/model_records.h"
-#include "forward/sweep_state.h"
-#include "inversion/inv_records.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "run/sweep_state.h"
 #include "runtime/doubt_limits.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"

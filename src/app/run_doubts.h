@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "inversion/run_history.h"
+#include "run/run_history.h"
 #include "signal/pair_agreement.h"
 #include "signal/pair_figures.h"
 

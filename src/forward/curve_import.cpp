@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-#include "forward/model_records.h"
-#include "forward/parameter_room.h"
-#include "forward/run_limits.h"
-#include "forward/system_state.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/run_limits.h"
+#include "records/session.h"
+#include "records/settings_room.h"
+#include "run/system_state.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 #include "runtime/text_reader.h"
@@ -272,7 +272,7 @@ bool ReadArrayCurves(TextReader& file, ModelRecord& m) {
 
 void MarkAsData(ModelRecord& m) {
   m.DispCurvInfo = 1;
-  run.iHaveData = 1;
+  run.switches.iHaveData = 1;
 }
 
 }  // namespace

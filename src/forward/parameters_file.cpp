@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "forward/model_records.h"
-#include "forward/parameter_room.h"
-#include "project/session.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "records/settings_room.h"
 #include "runtime/dialogs.h"
 #include "runtime/files.h"
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

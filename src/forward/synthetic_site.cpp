@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "forward/plane_wave.h"
+#include "numeric/analysis.h"
 #include "numeric/random_numbers.h"
-#include "runtime/analysis.h"
 
 namespace sondera {
 namespace {

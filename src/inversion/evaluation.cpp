@@ -1,9 +1,9 @@
 // evaluation.cpp - see evaluation.h.
 #include "inversion/evaluation.h"
 
-#include "forward/sweep.h"
-#include "inversion/active_rows.h"
-#include "inversion/covariances.h"
+#include "run/active_rows.h"
+#include "run/covariances.h"
+#include "run/sweep.h"
 
 namespace sondera {
 

@@ -3,8 +3,8 @@
 // Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
 #pragma once
 
-#include "forward/sweep_state.h"
 #include "numeric/offset_array.h"
+#include "run/sweep_state.h"
 
 namespace sondera {
 

@@ -3,15 +3,15 @@
 
 #include <cmath>
 
-#include "forward/system_state.h"
-#include "inversion/active_rows.h"
+#include "run/active_rows.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
 DiagonalMatrix HuberCovariance(const OffsetVector<double>& velocity) {
-  DiagonalMatrix Cd = run.Cd;
+  DiagonalMatrix Cd = run.observations.Cd;
   for (const int i : ActiveRows()) {
-    const double z = std::fabs(velocity[i] - run.runVel[i]) / std::sqrt(Cd.diag(i));
+    const double z = std::fabs(velocity[i] - run.observations.runVel[i]) / std::sqrt(Cd.diag(i));
     if (z > kHuberLimit) Cd.diag(i) *= z / kHuberLimit;
   }
   return Cd;

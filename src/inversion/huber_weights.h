@@ -5,14 +5,14 @@
 // owns no state. Rows count from 1.
 #pragma once
 
-#include "forward/column_matrix.h"
+#include "numeric/column_matrix.h"
 #include "numeric/offset_array.h"
 
 namespace sondera {
 
 inline constexpr double kHuberLimit = 1.5;  ///< deviations
 
-/// run.Cd with the variance of each velocity row in use divided by its weight, for one update from this
+/// run.observations.Cd with the variance of each velocity row in use divided by its weight, for one update from this
 /// curve.
 DiagonalMatrix HuberCovariance(const OffsetVector<double>& velocity);
 

@@ -1,7 +1,7 @@
 // inversion_options.cpp - see inversion_options.h.
 #include "inversion/inversion_options.h"
 
-#include "runtime/panels/inversion.h"
+#include "runtime/catalogue/inversion.h"
 
 namespace sondera {
 

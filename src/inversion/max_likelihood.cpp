@@ -1,18 +1,18 @@
 // max_likelihood.cpp - the model update; see max_likelihood.h. The run around it is in inversion_run.cpp.
 #include "inversion/max_likelihood.h"
 
-#include "forward/system_state.h"
-#include "inversion/active_rows.h"
-#include "inversion/covariances.h"
-#include "inversion/result_statistics.h"
 #include "inversion/truncated_solve.h"
 #include "inversion/update_bounds.h"
 #include "inversion/update_dump.h"
 #include "numeric/lu.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "run/active_rows.h"
+#include "run/covariances.h"
+#include "run/result_statistics.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/exdthd.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
 
 namespace sondera {
 namespace {
@@ -25,38 +25,40 @@ void ShowStep(const char* text) {
 
 int CountActive() {
   int n = 0;
-  for (int i = 1; i <= run.nObsRows; ++i) n += RowIsActive(i) ? 1 : 0;
+  for (int i = 1; i <= run.observations.nObsRows; ++i) n += RowIsActive(i) ? 1 : 0;
   return n;
 }
 
 void CopyRow(int full, int compact) {
-  run.CdActive.diag(compact) = run.Cd.diag(full);
-  for (int p = 1; p <= run.nModelParm; ++p) run.GActive(compact, p) = run.GMatrix(full, p);
+  run.update.CdActive.diag(compact) = run.observations.Cd.diag(full);
+  for (int p = 1; p <= run.parameters.nModelParm; ++p)
+    run.update.GActive(compact, p) = run.update.GMatrix(full, p);
 }
 
 /// Rows in use, velocities first, then amplitudes.
 void BuildActive(int nActive, int rows) {
-  run.CdActive = DiagonalMatrix(rows);
-  run.GActive = ColumnMatrix(rows, run.nModelParm);
+  run.update.CdActive = DiagonalMatrix(rows);
+  run.update.GActive = ColumnMatrix(rows, run.parameters.nModelParm);
   int next = 0;
-  for (int i = 1; i <= run.nObsRows; ++i) {
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
     if (!RowIsActive(i)) {
-      run.iNoVelocity[i] = 1;
+      run.observations.iNoVelocity[i] = 1;
       continue;
     }
     CopyRow(i, ++next);
-    if (run.iUseAmplitude == 1) CopyRow(run.nObsRows + i, nActive + next);
+    if (run.switches.iUseAmplitude == 1) CopyRow(run.observations.nObsRows + i, nActive + next);
   }
 }
 
 void BuildDelta(int nActive, int rows, const OffsetVector<double>& velocity,
                 const OffsetVector<double>& amplitude) {
-  run.deltaVel = OffsetVector<double>(1, rows);
+  run.update.deltaVel = OffsetVector<double>(1, rows);
   int next = 0;
-  for (int i = 1; i <= run.nObsRows && next < nActive; ++i) {
+  for (int i = 1; i <= run.observations.nObsRows && next < nActive; ++i) {
     if (velocity[i] == 0.0) continue;
-    run.deltaVel[++next] = velocity[i] - run.runVel[i];
-    if (run.iUseAmplitude == 1) run.deltaVel[nActive + next] = amplitude[i] - run.runAmp[i];
+    run.update.deltaVel[++next] = velocity[i] - run.observations.runVel[i];
+    if (run.switches.iUseAmplitude == 1)
+      run.update.deltaVel[nActive + next] = amplitude[i] - run.observations.runAmp[i];
   }
 }
 
@@ -104,15 +106,16 @@ ColumnMatrix Transposed(const ColumnMatrix& a) {
 
 /// Distance of the present model from the prior one.
 OffsetVector<double> FromPrior() {
-  OffsetVector<double> d(1, run.nModelParm);
-  for (int p = 1; p <= run.nModelParm; ++p) d[p] = run.rModel[p] - run.rModelPrior[p];
+  OffsetVector<double> d(1, run.parameters.nModelParm);
+  for (int p = 1; p <= run.parameters.nModelParm; ++p)
+    d[p] = run.parameters.rModel[p] - run.parameters.rModelPrior[p];
   return d;
 }
 
 /// deltaVel less what the prior model alone would leave: the residual that Weight is applied to.
 OffsetVector<double> ResidualFromPrior() {
-  OffsetVector<double> left = run.deltaVel;
-  const OffsetVector<double> moved = Times(run.GActive, FromPrior());
+  OffsetVector<double> left = run.update.deltaVel;
+  const OffsetVector<double> moved = Times(run.update.GActive, FromPrior());
   for (int r = 1; r <= left.hi(); ++r) left[r] -= moved[r];
   return left;
 }
@@ -121,55 +124,55 @@ OffsetVector<double> ResidualFromPrior() {
 /// which the same scheme has not where there are more data.
 void SolveInDataSpace() {
   ShowStep("Calculating Weight matrix...");
-  const ColumnMatrix CmGt = Product(run.Cm, Transposed(run.GActive));
-  ColumnMatrix A = Product(run.GActive, CmGt);
-  for (int r = 1; r <= A.rows(); ++r) A(r, r) += run.CdActive.diag(r);
-  run.InvHData = ColumnMatrix(A.rows(), A.rows());
-  Invert(A, run.InvHData);
-  run.Weight = Product(CmGt, run.InvHData);
-  run.deltaModel = Times(run.Weight, ResidualFromPrior());
+  const ColumnMatrix CmGt = Product(run.parameters.Cm, Transposed(run.update.GActive));
+  ColumnMatrix A = Product(run.update.GActive, CmGt);
+  for (int r = 1; r <= A.rows(); ++r) A(r, r) += run.update.CdActive.diag(r);
+  run.update.InvHData = ColumnMatrix(A.rows(), A.rows());
+  Invert(A, run.update.InvHData);
+  run.update.Weight = Product(CmGt, run.update.InvHData);
+  run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior());
 }
 
 /// Hessian Gt InvCd G + InvCm. @return Gt InvCd
 ColumnMatrix BuildHessian() {
   ShowStep("Calculating Hessian matrix...");
-  const int rows = run.GActive.rows(), m = run.nModelParm;
-  run.InvCd = DiagonalMatrix(rows);
+  const int rows = run.update.GActive.rows(), m = run.parameters.nModelParm;
+  run.update.InvCd = DiagonalMatrix(rows);
   ColumnMatrix T(m, rows);
   for (int r = 1; r <= rows; ++r) {
-    run.InvCd.diag(r) = 1.0 / run.CdActive.diag(r);
-    for (int p = 1; p <= m; ++p) T(p, r) = run.GActive(r, p) * run.InvCd.diag(r);
+    run.update.InvCd.diag(r) = 1.0 / run.update.CdActive.diag(r);
+    for (int p = 1; p <= m; ++p) T(p, r) = run.update.GActive(r, p) * run.update.InvCd.diag(r);
   }
-  run.Hessian = Product(T, run.GActive);
-  run.InvCm.fill(0.0);
+  run.update.Hessian = Product(T, run.update.GActive);
+  run.update.InvCm.fill(0.0);
   // Kept: Cm holds its LU factors from here on, for a diagonal Cm its own values.
-  if (run.iInvScheme != kLeastSquares) Invert(run.Cm, run.InvCm);
-  for (int q = 1; q <= m; ++q) AddScaled(Column(run.Hessian, q), Column(run.InvCm, q), 1.0, m);
+  if (run.switches.iInvScheme != kLeastSquares) Invert(run.parameters.Cm, run.update.InvCm);
+  for (int q = 1; q <= m; ++q) AddScaled(Column(run.update.Hessian, q), Column(run.update.InvCm, q), 1.0, m);
   return T;
 }
 
 /// Weight and correction from InvH, by the scheme.
 void CorrectInModelSpace(const ColumnMatrix& T) {
-  run.Weight = Product(run.InvH, T);
-  switch (run.iInvScheme) {
+  run.update.Weight = Product(run.update.InvH, T);
+  switch (run.switches.iInvScheme) {
     case kDamped:
     case kDampedPrior: {
-      OffsetVector<double> v = Times(T, run.deltaVel);
-      if (run.iInvScheme == kDampedPrior) {
-        const OffsetVector<double> pull = Times(run.InvCm, FromPrior());
-        AddScaled(v.shifted(), pull.shifted(), 1.0, run.nModelParm);
+      OffsetVector<double> v = Times(T, run.update.deltaVel);
+      if (run.switches.iInvScheme == kDampedPrior) {
+        const OffsetVector<double> pull = Times(run.update.InvCm, FromPrior());
+        AddScaled(v.shifted(), pull.shifted(), 1.0, run.parameters.nModelParm);
       }
-      run.deltaModel = Times(run.InvH, v);
+      run.update.deltaModel = Times(run.update.InvH, v);
       break;
     }
     case kPrior:
-      run.deltaModel = Times(run.Weight, ResidualFromPrior());
+      run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior());
       break;
     case kLeastSquares:
-      run.deltaModel = Times(run.Weight, run.deltaVel);
+      run.update.deltaModel = Times(run.update.Weight, run.update.deltaVel);
       break;
     default:
-      run.deltaModel = OffsetVector<double>(1, run.nModelParm);
+      run.update.deltaModel = OffsetVector<double>(1, run.parameters.nModelParm);
       break;
   }
 }
@@ -177,7 +180,7 @@ void CorrectInModelSpace(const ColumnMatrix& T) {
 /// From the weights on: resolution, bounds, the new layers.
 Move Apply(const OffsetVector<double>& velocity, int& violations) {
   if (CorrectionIsFinite()) {
-    FS_SaveGaussParam(run.GActive, velocity);
+    FS_SaveGaussParam(run.update.GActive, velocity);
   } else {
     MessagePopup(
         session.appTitle,
@@ -191,8 +194,8 @@ Move UpdateInModelSpace(const OffsetVector<double>& velocity) {
   const ColumnMatrix T = BuildHessian();
   ShowStep("Calculating Weight matrix...");
   int violations = 0;
-  if (run.iUseSVD == 0) {
-    Invert(run.Hessian, run.InvH);
+  if (run.switches.iUseSVD == 0) {
+    Invert(run.update.Hessian, run.update.InvH);
     CorrectInModelSpace(T);
     return Apply(velocity, violations);
   }
@@ -214,25 +217,26 @@ Move UpdateInDataSpace(const OffsetVector<double>& velocity) {
 }  // namespace
 
 int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude) {
-  run.iDumpMatrices = 0;
+  run.switches.iDumpMatrices = 0;
   const int nActive = CountActive();
   if (nActive == 0) {
     MessagePopup(kWarningTitle, "Warning: No velocities are calculated at all the given frequencies.\n");
     return -1;
   }
-  const int rows = run.iUseAmplitude == 1 ? 2 * nActive : nActive;
+  const int rows = run.switches.iUseAmplitude == 1 ? 2 * nActive : nActive;
   BuildActive(nActive, rows);
   FS_Setup_Cm();
   BuildDelta(nActive, rows, velocity, amplitude);
 
-  const int fullRows = run.nObsRows, fullLd = run.ldObs;
-  run.nObsRows = nActive;
-  run.ldObs = rows;
-  const Move move = rows < run.nModelParm ? UpdateInDataSpace(velocity) : UpdateInModelSpace(velocity);
-  if (run.iDumpMatrices == 1) DumpUpdate(velocity);
+  const int fullRows = run.observations.nObsRows, fullLd = run.observations.ldObs;
+  run.observations.nObsRows = nActive;
+  run.observations.ldObs = rows;
+  const Move move =
+      rows < run.parameters.nModelParm ? UpdateInDataSpace(velocity) : UpdateInModelSpace(velocity);
+  if (run.switches.iDumpMatrices == 1) DumpUpdate(velocity);
   if (move == Move::kTrapped) return -1;  // Kept: with the numbers of the rows in use
-  run.nObsRows = fullRows;
-  run.ldObs = fullLd;
+  run.observations.nObsRows = fullRows;
+  run.observations.ldObs = fullLd;
   return move == Move::kMoved ? 0 : -1;
 }
 

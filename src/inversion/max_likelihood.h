@@ -12,16 +12,16 @@ namespace sondera {
 /// A whole inversion on TheoDispInfo, FModelParam and InvParam as they stand and on the vectors of
 /// FS_AllocMemoryBlocks: the starting model as entry 0, then up to NITER iterations, each with its entry, its
 /// blocks in the result files and its item in the lists. It ends by the count, by an RMS at or below
-/// run.epsConverge after an update, by a halt, or where no update can be made. A worse step is kept.
+/// run.switches.epsConverge after an update, by a halt, or where no update can be made. A worse step is kept.
 /// Kept: the sweep after an update is not asked whether it was halted, so that the iteration is stored with
 /// the points that it has; the message of the halt says how far they go.
 /// @return 0; -1 after a message, among them that of a halt. Finished iterations are kept in any case.
 int FS_RunIAnal();
 
-/// One update of run.rModel and of the layers from computed curves, by row; GMatrix is that of this model.
+/// One update of run.parameters.rModel and of the layers from computed curves, by row; GMatrix is that of this model.
 /// Leaves the compact matrices of the rows in use, InvH (posterior covariance; with fewer rows than
 /// parameters InvHData instead), Weight and deltaModel in `run`.
-/// A row without velocity or with deviation 0 is flagged in run.iNoVelocity and out for the rest of the run.
+/// A row without velocity or with deviation 0 is flagged in run.observations.iNoVelocity and out for the rest of the run.
 /// Kept: the residuals go to the rows in use in the order of the computed velocities that are not 0, whatever
 /// the flags say. So the velocities have to be 0 where a row is out: see CurveOfActiveRows.
 /// @return 0; -1 after a message: no row left, a correction that is not finite (the model stays), or trapped

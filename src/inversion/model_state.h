@@ -7,9 +7,9 @@
 
 namespace sondera {
 
-/// Which rows are out (run.iNoVelocity) is no part of it.
+/// Which rows are out (run.observations.iNoVelocity) is no part of it.
 struct ModelState {
-  OffsetVector<double> model;                              ///< run.rModel
+  OffsetVector<double> model;                              ///< run.parameters.rModel
   OffsetVector<double> layerH, layerVs, layerVp, rho, nu;  ///< by layer, from 1
 };
 

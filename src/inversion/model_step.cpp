@@ -1,28 +1,28 @@
 // model_step.cpp - see model_step.h.
 #include "inversion/model_step.h"
 
-#include "forward/system_state.h"
-#include "inversion/active_rows.h"
 #include "inversion/huber_weights.h"
 #include "inversion/max_likelihood.h"
-#include "inversion/report_file.h"
 #include "inversion/sensitivity.h"
 #include "inversion/step_control.h"
 #include "numeric/svd.h"
-#include "runtime/panels/exdthd.h"
+#include "run/active_rows.h"
+#include "run/report_file.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
 namespace {
 
-constexpr std::size_t kSwitchSvd = 0;  // place in RunState::reportSwitch
+constexpr std::size_t kSwitchSvd = 0;  // place in Switches::reportSwitch
 
 /// Singular values of the sensitivities, with both sides.
 void ReportSingularValues() {
-  const int rows = run.GMatrix.rows(), m = run.nModelParm;
+  const int rows = run.update.GMatrix.rows(), m = run.parameters.nModelParm;
   ReportFile file(".svd");
-  file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.iCurIterNo));
+  file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.course.iCurIterNo));
   if (rows >= m) {  // the decomposition takes no fewer rows
-    ColumnMatrix U = run.GMatrix, V(rows, m);
+    ColumnMatrix U = run.update.GMatrix, V(rows, m);
     OffsetVector<double> w(1, m);
     FS_svdcmp(rows, m, U.shifted(), w.shifted(), V.shifted());
     const auto put = [&file](const ColumnMatrix& a, int n, int cols) {
@@ -43,11 +43,11 @@ void ReportSingularValues() {
 
 /// One update from these curves, with the deviations that it is to have.
 int UpdateModel(const Evaluation& e, bool huber) {
-  const DiagonalMatrix given = run.Cd;
+  const DiagonalMatrix given = run.observations.Cd;
   const OffsetVector<double> curve = CurveOfActiveRows(e.vel);
-  if (huber) run.Cd = HuberCovariance(curve);
+  if (huber) run.observations.Cd = HuberCovariance(curve);
   const int result = FS_MaxLiklihood(curve, e.amp);
-  run.Cd = given;
+  run.observations.Cd = given;
   return result;
 }
 
@@ -56,7 +56,7 @@ int UpdateModel(const Evaluation& e, bool huber) {
 Advance AdvanceModel(Evaluation& e, const InversionOptions& options) {
   const ModelState from = PresentModel();
   if (FS_Gmatrix() < 0) return Advance::kHalted;
-  if (run.reportSwitch[kSwitchSvd]) ReportSingularValues();
+  if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues();
   if (UpdateModel(e, options.huberWeights) < 0) return Advance::kFailed;
   SetCtrlVal(exdthd::PROCESSMSG, "Evaluating the updated layer system...");
   if (options.stepControl)

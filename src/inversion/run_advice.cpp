@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <vector>
 
-#include "forward/system_state.h"
-#include "inversion/inv_records.h"
-#include "inversion/run_history.h"
+#include "records/inv_records.h"
+#include "run/run_history.h"
+#include "run/system_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 
@@ -36,9 +36,9 @@ std::string AboutLostPoints(int all, const IterationFit& last) {
   if (lost <= 0) return {};
   std::string text = FormatText("%d of %d points ended without a result and %s not in the fit", lost, all,
                                 lost == 1 ? "is" : "are");
-  if (std::abs(run.iAnalysis) != kPlaneWaves && run.fDispBulb < kSafeDispBulb)
-    text += FormatText(": set the displacement bulb, now %g, to %g (1.8 times the time)", run.fDispBulb,
-                       kSafeDispBulb);
+  if (std::abs(run.switches.iAnalysis) != kPlaneWaves && run.switches.fDispBulb < kSafeDispBulb)
+    text += FormatText(": set the displacement bulb, now %g, to %g (1.8 times the time)",
+                       run.switches.fDispBulb, kSafeDispBulb);
   return text;
 }
 
@@ -54,8 +54,8 @@ std::string AboutResolution(int iteration) {
   if (iteration > InvParam.resolution.rowHi()) return {};
   std::string layers;
   int count = 0;
-  for (int l = 1; l <= std::min(run.nLayersCur, InvParam.resolution.colHi() + 1); ++l) {
-    const bool isFree = run.MapEntry(kQuantityVs, l) != 0;
+  for (int l = 1; l <= std::min(run.ground.nLayersCur, InvParam.resolution.colHi() + 1); ++l) {
+    const bool isFree = run.parameters.MapEntry(kQuantityVs, l) != 0;
     if (isFree && InvParam.resolution(iteration, l - 1) < kLowResolution)
       layers += (count++ > 0 ? ", " : "") + std::to_string(l);
   }

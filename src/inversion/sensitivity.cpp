@@ -3,32 +3,32 @@
 
 #include <string>
 
-#include "forward/sweep.h"
-#include "forward/system_state.h"
-#include "inversion/ground_rule.h"
-#include "inversion/report_file.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/meassetup.h"
+#include "inversion/rho_nu_rule.h"
+#include "run/report_file.h"
+#include "run/sweep.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kSwitchG = 4;  // place in RunState::reportSwitch
+constexpr int kSwitchG = 4;  // place in Switches::reportSwitch
 
 /// A quantity of the layers that may be free, in the order of the work.
 struct Quantity {
   int number;
   const char* name;
-  OffsetVector<double> RunVectors::*values;
-  double RunState::*step;
+  OffsetVector<double> LayeredGround::*values;
+  double Switches::*step;
 };
 constexpr Quantity kQuantityOrder[] = {
-    {kQuantityH, " H", &RunVectors::layerH, &RunState::dThickness},
-    {kQuantityVs, " Vs", &RunVectors::layerVs, &RunState::dVs},
-    {kQuantityVp, " Vp", &RunVectors::layerVp, &RunState::dVp},
-    {kQuantityDensity, " Rho", &RunVectors::layerRho, &RunState::dDensity},
+    {kQuantityH, " H", &LayeredGround::layerH, &Switches::dThickness},
+    {kQuantityVs, " Vs", &LayeredGround::layerVs, &Switches::dVs},
+    {kQuantityVp, " Vp", &LayeredGround::layerVp, &Switches::dVp},
+    {kQuantityDensity, " Rho", &LayeredGround::layerRho, &Switches::dDensity},
 };
 
 /// Curves of the two sweeps of a difference, kept for the whole matrix.
@@ -42,10 +42,11 @@ int FillColumn(double& value, double step, int p, Sweeps& sweeps) {
   if (FS_rWave3D(sweeps.plusVel, sweeps.plusAmp) < 0) return -1;
   value += -2.0 * step;
   if (FS_rWave3D(sweeps.minusVel, sweeps.minusAmp) < 0) return -1;
-  for (int r = 1; r <= run.nObsRows; ++r) {
-    run.GMatrix(r, p) = (sweeps.plusVel[r] - sweeps.minusVel[r]) / (2.0 * step);
-    if (run.iUseAmplitude == 1)
-      run.GMatrix(r + run.nObsRows, p) = (sweeps.plusAmp[r] - sweeps.minusAmp[r]) / (2.0 * step);
+  for (int r = 1; r <= run.observations.nObsRows; ++r) {
+    run.update.GMatrix(r, p) = (sweeps.plusVel[r] - sweeps.minusVel[r]) / (2.0 * step);
+    if (run.switches.iUseAmplitude == 1)
+      run.update.GMatrix(r + run.observations.nObsRows, p) =
+          (sweeps.plusAmp[r] - sweeps.minusAmp[r]) / (2.0 * step);
   }
   value += step;
   return 0;
@@ -55,16 +56,16 @@ int FillColumnsOfLayer(int l, Sweeps& sweeps) {
   // All steps belong to the layer as it came, whatever the other quantities' columns leave by rounding.
   double steps[kQuantities] = {};
   for (int q = 0; q < kQuantities; ++q)
-    steps[q] = (run.*kQuantityOrder[q].values)[l] * run.*kQuantityOrder[q].step;
+    steps[q] = (run.ground.*kQuantityOrder[q].values)[l] * run.switches.*kQuantityOrder[q].step;
   std::string message = FormatText("Calculating G matrix: Layer %d * Deriv. of ", l);
   for (int q = 0; q < kQuantities; ++q) {
     const Quantity& quantity = kQuantityOrder[q];
-    const int p = run.MapEntry(quantity.number, l);
+    const int p = run.parameters.MapEntry(quantity.number, l);
     if (p == 0) continue;
     message += quantity.name;
     SetCtrlVal(exdthd::PROCESSMSG, message);
-    if (quantity.number == kQuantityH && l >= run.nLayersCur) continue;
-    if (FillColumn((run.*quantity.values)[l], steps[q], p, sweeps) < 0) return -1;
+    if (quantity.number == kQuantityH && l >= run.ground.nLayersCur) continue;
+    if (FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps) < 0) return -1;
   }
   return 0;
 }
@@ -72,12 +73,12 @@ int FillColumnsOfLayer(int l, Sweeps& sweeps) {
 /// Derivatives by one quantity, a line for each row of the observations.
 void ReportQuantity(ReportFile& file, const char* head, int quantity, int firstRow) {
   file.Put(head);
-  for (int r = 1; r <= run.nObsRows; ++r) {
+  for (int r = 1; r <= run.observations.nObsRows; ++r) {
     bool any = false;
-    for (int l = 1; l <= run.nLayersCur; ++l) {
-      const int p = run.MapEntry(quantity, l);
+    for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+      const int p = run.parameters.MapEntry(quantity, l);
       if (p == 0) continue;
-      file.Printf("%12.7le ", run.GMatrix(firstRow + r, p));
+      file.Printf("%12.7le ", run.update.GMatrix(firstRow + r, p));
       any = true;
     }
     if (any) file.Put("\n");
@@ -92,11 +93,11 @@ void ReportMatrix() {
   ReportQuantity(file, "pdf of Velocity wrt Shear Wave Velocity\n", 2, 0);
   ReportQuantity(file, "pdf of Velocity wrt Unit Weight\n", 3, 0);
   ReportQuantity(file, "pdf of Velocity wrt Poisson's Ratio\n", 4, 0);
-  if (run.iUseAmplitude == 1) {
-    ReportQuantity(file, "pdf of Amplitude wrt Thickness\n", 1, run.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Shear Wave Velocity\n", 2, run.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Unit Weight\n", 3, run.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.nObsRows);
+  if (run.switches.iUseAmplitude == 1) {
+    ReportQuantity(file, "pdf of Amplitude wrt Thickness\n", 1, run.observations.nObsRows);
+    ReportQuantity(file, "pdf of Amplitude wrt Shear Wave Velocity\n", 2, run.observations.nObsRows);
+    ReportQuantity(file, "pdf of Amplitude wrt Unit Weight\n", 3, run.observations.nObsRows);
+    ReportQuantity(file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.observations.nObsRows);
   }
   file.Append();
 }
@@ -107,10 +108,10 @@ void RenewDensityAndNu() {
   if (GetCtrlVal(inversion::UPDATERHONU) != 1) return;
   const double factor = GetCtrlVal(meassetup::LENGTHUNIT);
   const int unit = GetCtrlIndex(meassetup::LENGTHUNIT);
-  for (int l = 1; l <= run.nLayersCur; ++l) {
-    const DensityAndNu ground = RuleForVs(run.layerVs[l], factor, unit);
-    run.layerRho[l] = ground.density;
-    run.layerNu[l] = ground.nu;
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    const DensityAndNu ground = RuleForVs(run.ground.layerVs[l], factor, unit);
+    run.ground.layerRho[l] = ground.density;
+    run.ground.layerNu[l] = ground.nu;
   }
 }
 
@@ -118,9 +119,9 @@ int FS_Gmatrix() {
   SetCtrlVal(exdthd::PROCESSMSG, "Calculating G matrix");
   RenewDensityAndNu();
   Sweeps sweeps;
-  for (int l = 1; l <= run.nLayersCur; ++l)
+  for (int l = 1; l <= run.ground.nLayersCur; ++l)
     if (FillColumnsOfLayer(l, sweeps) < 0) return -1;
-  if (run.reportSwitch[kSwitchG]) ReportMatrix();
+  if (run.switches.reportSwitch[kSwitchG]) ReportMatrix();
   return 0;
 }
 

@@ -6,11 +6,11 @@
 #include <cstddef>
 #include <iterator>
 
-#include "forward/run_progress.h"
-#include "forward/system_state.h"
-#include "inversion/inv_records.h"
 #include "inversion/sensitivity.h"
 #include "inversion/update_bounds.h"
+#include "records/inv_records.h"
+#include "run/run_progress.h"
+#include "run/system_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 
@@ -26,22 +26,22 @@ class RunKeeper {
  public:
   RunKeeper()
       : model_(PresentModel()),
-        prior_(run.rModelPrior),
-        out_(run.iNoVelocity),
-        switches_(run.reportSwitch),
-        iteration_(run.iCurIterNo),
-        traps_(run.iTrapCount) {
-    run.withoutResults = true;
-    run.reportSwitch = {};
+        prior_(run.parameters.rModelPrior),
+        out_(run.observations.iNoVelocity),
+        switches_(run.switches.reportSwitch),
+        iteration_(run.course.iCurIterNo),
+        traps_(run.course.iTrapCount) {
+    run.switches.withoutResults = true;
+    run.switches.reportSwitch = {};
   }
   ~RunKeeper() {
     PutModelBack(model_);
-    run.rModelPrior = prior_;
-    run.iNoVelocity = out_;
-    run.reportSwitch = switches_;
-    run.iCurIterNo = iteration_;
-    run.iTrapCount = traps_;
-    run.withoutResults = false;
+    run.parameters.rModelPrior = prior_;
+    run.observations.iNoVelocity = out_;
+    run.switches.reportSwitch = switches_;
+    run.course.iCurIterNo = iteration_;
+    run.course.iTrapCount = traps_;
+    run.switches.withoutResults = false;
   }
   RunKeeper(const RunKeeper&) = delete;
   RunKeeper& operator=(const RunKeeper&) = delete;
@@ -50,42 +50,42 @@ class RunKeeper {
   ModelState model_;
   OffsetVector<double> prior_;
   OffsetVector<int> out_;
-  decltype(run.reportSwitch) switches_;
+  decltype(run.switches.reportSwitch) switches_;
   int iteration_, traps_;
 };
 
 std::vector<double> PresentVs() {
   std::vector<double> Vs;
-  for (int l = 1; l <= run.nLayersCur; ++l) Vs.push_back(run.layerVs[l]);
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) Vs.push_back(run.ground.layerVs[l]);
   return Vs;
 }
 
 bool AnyVsIsFree() {
-  for (int l = 1; l <= run.nLayersCur; ++l)
-    if (run.MapEntry(kQuantityVs, l) != 0) return true;
+  for (int l = 1; l <= run.ground.nLayersCur; ++l)
+    if (run.parameters.MapEntry(kQuantityVs, l) != 0) return true;
   return false;
 }
 
 void PutUniform(const ModelState& given, double Vs) {
   PutModelBack(given);
-  for (int l = 1; l <= run.nLayersCur; ++l) {
-    const int p = run.MapEntry(kQuantityVs, l);
-    if (p != 0) run.rModel[p] = run.layerVs[l] = Vs;
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    const int p = run.parameters.MapEntry(kQuantityVs, l);
+    if (p != 0) run.parameters.rModel[p] = run.ground.layerVs[l] = Vs;
   }
   RenewDensityAndNu();
   LayersFromModel();
-  run.rModelPrior = run.rModel;
-  std::fill(run.iNoVelocity.begin(), run.iNoVelocity.end(), 0);
-  run.iTrapCount = 0;
+  run.parameters.rModelPrior = run.parameters.rModel;
+  std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
+  run.course.iTrapCount = 0;
 }
 
 /// All iterations from the present model. false when halted, or after a message.
 bool IterateFrom(int number, int iterations, const InversionOptions& options, Evaluation& e) {
-  run.iCurIterNo = 0;
+  run.course.iCurIterNo = 0;
   e.Sweep();
   bool going = !e.halted;
   for (int k = 1; going && k <= iterations; ++k) {
-    run.iCurIterNo = k;
+    run.course.iCurIterNo = k;
     ShowRunStatus(
         FormatText("Inv. Analysis: start %d of %zu, Iter. No = %d", number, std::size(kStartRatios) + 1, k));
     const Advance advance = AdvanceModel(e, options);
@@ -120,9 +120,9 @@ void NoteSpread() {
 double SiteVelocity() {
   double sum = 0.0;
   int n = 0;
-  for (int i = 1; i <= run.nObsRows; ++i) {
-    if (!(run.runVel[i] > 0.0)) continue;
-    sum += run.runVel[i];
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
+    if (!(run.observations.runVel[i] > 0.0)) continue;
+    sum += run.observations.runVel[i];
     ++n;
   }
   return n > 0 ? sum / n / kRayleighOverShear : 0.0;
@@ -136,7 +136,7 @@ int TryOtherStarts(const ModelState& given, const Evaluation& end, int iteration
                    const InversionOptions& options) {
   const double site = SiteVelocity();
   if (!AnyVsIsFree() || site <= 0.0) return 0;
-  spread = {run.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
+  spread = {run.course.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
   const RunKeeper keeper;
   int number = 1;
   for (const double ratio : kStartRatios) {

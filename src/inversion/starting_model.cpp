@@ -6,24 +6,24 @@
 #include <cstddef>
 #include <string>
 
-#include "forward/model_records.h"
-#include "forward/parameters_panel.h"
-#include "forward/record_growth.h"
-#include "forward/run.h"
-#include "forward/sweep_state.h"
-#include "forward/system_state.h"
-#include "inversion/inv_records.h"
-#include "inversion/preliminary_profile.h"
 #include "numeric/scale_arithmetic.h"
-#include "project/measdb.h"
-#include "project/measurement_rules.h"
-#include "project/session.h"
+#include "panels/fmodeling.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/measurement_rules.h"
+#include "records/model_records.h"
+#include "records/result_room.h"
+#include "records/session.h"
+#include "run/forward_run.h"
+#include "run/preliminary_profile.h"
+#include "run/sweep_state.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/meassetup.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
@@ -183,10 +183,10 @@ Evaluation Evaluate() {
   }
   if (PrepareSlots(count) < 0) return {};
   for (int k = 1; k <= count; ++k) {
-    run.alphaDepth = RatioOf(k, count);
-    SetCtrlVal(exdthd::STATUSMSG, FormatText("Starting Model P. %d : alpha=%lg", k, run.alphaDepth));
+    run.switches.alphaDepth = RatioOf(k, count);
+    SetCtrlVal(exdthd::STATUSMSG, FormatText("Starting Model P. %d : alpha=%lg", k, run.switches.alphaDepth));
     SetCtrlVal(exdthd::PROCESSMSG,
-               FormatText("Calculating %dth profile (Depth/waveL = %lf)", k, run.alphaDepth));
+               FormatText("Calculating %dth profile (Depth/waveL = %lf)", k, run.switches.alphaDepth));
     if (RunFModel(kAnalyticProfile, -k) < 0) {
       if (k <= SMPParam.rms.hi()) SMPParam.rms[k] = kNoMisfit;
       return {-1, true};

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include "forward/system_state.h"
 #include "inversion/huber_weights.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -13,14 +13,14 @@ bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& 
                 const OffsetVector<int>& out, bool huber) {
   int inUse = 0, found = 0;
   double sumBefore = 0.0, sumAfter = 0.0;
-  for (int i = 1; i <= run.nObsRows; ++i) {
-    if (out[i] != 0 || !(run.Cd.diag(i) > 0.0)) continue;
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
+    if (out[i] != 0 || !(run.observations.Cd.diag(i) > 0.0)) continue;
     ++inUse;
     if (after[i] == 0.0) continue;
     ++found;
-    const double deviation = std::sqrt(run.Cd.diag(i));
+    const double deviation = std::sqrt(run.observations.Cd.diag(i));
     const auto term = [&](double velocity) {
-      const double z = (velocity - run.runVel[i]) / deviation;
+      const double z = (velocity - run.observations.runVel[i]) / deviation;
       return huber ? HuberTerm(z) : z * z;
     };
     sumBefore += term(before[i]);
@@ -30,7 +30,7 @@ bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& 
 }
 
 bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber) {
-  const OffsetVector<int> out = run.iNoVelocity;
+  const OffsetVector<int> out = run.observations.iNoVelocity;
   const ModelState full = PresentModel();
   double part = 1.0;
   for (int halvings = 0; halvings <= kMostHalvings; ++halvings, part *= 0.5) {
@@ -41,7 +41,7 @@ bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber) {
       e = std::move(trial);
       return true;
     }
-    run.iNoVelocity = out;
+    run.observations.iNoVelocity = out;
   }
   PutModelBack(from);
   return false;

@@ -14,7 +14,7 @@ inline constexpr double kMostLostRows = 0.05;  ///< part of the rows that a step
 
 /// Whether a curve is at least as good as the one before, over the rows that are in use and found in both; a
 /// curve that loses more than kMostLostRows of the rows in use is not.
-/// @param out    rows that were out before the step (run.iNoVelocity then)
+/// @param out    rows that were out before the step (run.observations.iNoVelocity then)
 /// @param huber  residuals count by HuberTerm, otherwise by their square
 bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& after,
                 const OffsetVector<int>& out, bool huber);

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
-#include "forward/system_state.h"
 #include "numeric/svd.h"
+#include "run/system_state.h"
 #include "runtime/process_end.h"
 
 namespace sondera {
@@ -18,17 +18,20 @@ constexpr double kSmallestEps = 1.0;
 }  // namespace
 
 TruncatedSolve::TruncatedSolve()
-    : U_(run.Hessian), V_(run.nModelParm, run.nModelParm), w_(1, run.nModelParm), entryEps_(run.epsSVD) {
-  FS_svdcmp(run.nModelParm, run.nModelParm, U_.shifted(), w_.shifted(), V_.shifted());
+    : U_(run.update.Hessian),
+      V_(run.parameters.nModelParm, run.parameters.nModelParm),
+      w_(1, run.parameters.nModelParm),
+      entryEps_(run.switches.epsSVD) {
+  FS_svdcmp(run.parameters.nModelParm, run.parameters.nModelParm, U_.shifted(), w_.shifted(), V_.shifted());
   Count();
 }
 
 TruncatedSolve::~TruncatedSolve() {
-  run.epsSVD = entryEps_;
+  run.switches.epsSVD = entryEps_;
 }
 
 void TruncatedSolve::Tighten(int violations) {
-  if (++retries_ >= kMostRetries || count_ < run.nModelParm - violations + 1) {
+  if (++retries_ >= kMostRetries || count_ < run.parameters.nModelParm - violations + 1) {
     Loosen();
     Count();
     return;
@@ -40,29 +43,29 @@ void TruncatedSolve::Tighten(int violations) {
 /// Position of the first value beyond the limit, and the inverse of what lies before it.
 void TruncatedSolve::Count() {
   retries_ = 0;
-  count_ = run.nModelParm + 1;
-  for (int k = run.nModelParm; k >= 2; --k)
-    if (w_[1] / w_[k] >= run.epsSVD) count_ = k;
+  count_ = run.parameters.nModelParm + 1;
+  for (int k = run.parameters.nModelParm; k >= 2; --k)
+    if (w_[1] / w_[k] >= run.switches.epsSVD) count_ = k;
   Invert(0);
 }
 
 void TruncatedSolve::Loosen() {
-  run.epsSVD /= std::sqrt(10.0);
-  if (run.epsSVD < kSmallestEps) {
+  run.switches.epsSVD /= std::sqrt(10.0);
+  if (run.switches.epsSVD < kSmallestEps) {
     std::printf("*** epsSVD is less than 1.0. Inversion Stopped.\n");
     EndProcess(1);
   }
-  std::printf("*** epsSVD is adjusted to %lg.\n", run.epsSVD);
+  std::printf("*** epsSVD is adjusted to %lg.\n", run.switches.epsSVD);
 }
 
 void TruncatedSolve::Invert(int violations) {
-  const int m = run.nModelParm;
+  const int m = run.parameters.nModelParm;
   const int cutOff = std::min(count_, m - violations + 1);
   std::printf("*** No. of singular values for Hessian matrix ... %ld\n", static_cast<long>(cutOff - 1));
-  run.InvH.fill(0.0);
+  run.update.InvH.fill(0.0);
   for (int l = 1; l < cutOff; ++l)
     for (int c = 1; c <= m; ++c)
-      for (int r = 1; r <= m; ++r) run.InvH(r, c) += V_(r, l) * U_(c, l) / w_[l];
+      for (int r = 1; r <= m; ++r) run.update.InvH(r, c) += V_(r, l) * U_(c, l) / w_[l];
 }
 
 }  // namespace sondera

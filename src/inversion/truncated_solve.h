@@ -1,22 +1,22 @@
 // truncated_solve.h - pseudo-inverse of the Hessian from its larger singular values.
 //
-// Callers: the update of an inversion with run.iUseSVD on, which no control sets. Works on `run`; the object
+// Callers: the update of an inversion with run.switches.iUseSVD on, which no control sets. Works on `run`; the object
 // lives for one update. Kept: it is chatty on standard output, and ends the process with status 1 when its
 // limit of the singular value ratio has no room left.
 #pragma once
 
-#include "forward/column_matrix.h"
+#include "numeric/column_matrix.h"
 #include "numeric/offset_array.h"
 
 namespace sondera {
 
-/// One update's decomposition of run.Hessian, with run.InvH made from its first singular values. Kept: they
+/// One update's decomposition of run.update.Hessian, with run.update.InvH made from its first singular values. Kept: they
 /// are taken in the order of the decomposition, which does not sort them.
 class TruncatedSolve {
  public:
-  /// Decomposes and makes InvH from the values before the first one whose ratio w(1)/w(k) reaches run.epsSVD.
+  /// Decomposes and makes InvH from the values before the first one whose ratio w(1)/w(k) reaches run.switches.epsSVD.
   TruncatedSolve();
-  /// Puts run.epsSVD back to what it was at the start.
+  /// Puts run.switches.epsSVD back to what it was at the start.
   ~TruncatedSolve();
   TruncatedSolve(const TruncatedSolve&) = delete;
   TruncatedSolve& operator=(const TruncatedSolve&) = delete;

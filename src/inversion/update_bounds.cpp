@@ -7,12 +7,12 @@
 #include <cstdio>
 #include <string>
 
-#include "forward/layer_table.h"
-#include "forward/system_state.h"
-#include "inversion/model_numbers.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "run/layer_table.h"
+#include "run/model_numbers.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/exdthd.h"
 #include "runtime/dialogs.h"
-#include "runtime/panels/exdthd.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -29,7 +29,7 @@ int QuantityOf(int p) {
 }
 
 double Base(int p) {
-  return run.iInvScheme == kPrior ? run.rModelPrior[p] : run.rModel[p];
+  return run.switches.iInvScheme == kPrior ? run.parameters.rModelPrior[p] : run.parameters.rModel[p];
 }
 
 /// Part of the step that keeps every parameter inside; counts those outside at the full step.
@@ -41,11 +41,11 @@ double StepFactor(int& violations) {
     const double part = room / step;
     if (part < factor) factor = part;
   };
-  for (int p = 1; p <= run.nModelParm; ++p) {
+  for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     const auto q = static_cast<std::size_t>(QuantityOf(p));
-    const double step = run.deltaModel[p], moved = Base(p) - step;
-    if (moved <= run.parmMin[q]) shorten(Base(p) - run.parmMin[q], step);
-    if (moved >= run.parmMax[q]) shorten(Base(p) - run.parmMax[q], step);
+    const double step = run.update.deltaModel[p], moved = Base(p) - step;
+    if (moved <= run.parameters.parmMin[q]) shorten(Base(p) - run.parameters.parmMin[q], step);
+    if (moved >= run.parameters.parmMax[q]) shorten(Base(p) - run.parameters.parmMax[q], step);
   }
   return std::fabs(factor) < kFactorIsZero ? 0.0 : factor;
 }
@@ -68,20 +68,20 @@ void TellTrap(int quantity, bool atMinimum, double unclamped) {
 
 /// Full step, parameters outside held at their bound. False when that happens too often.
 bool ClampModel() {
-  for (int p = 1; p <= run.nModelParm; ++p) {
+  for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     const int quantity = QuantityOf(p);
     const auto q = static_cast<std::size_t>(quantity);
-    const double moved = Base(p) - run.deltaModel[p];
+    const double moved = Base(p) - run.update.deltaModel[p];
     double held = moved;
-    if (moved <= run.parmMin[q] || moved >= run.parmMax[q]) {
-      const bool atMinimum = moved <= run.parmMin[q];
-      held = atMinimum ? run.parmMin[q] : run.parmMax[q];
-      if (++run.iTrapCount >= kMostClamps) {
+    if (moved <= run.parameters.parmMin[q] || moved >= run.parameters.parmMax[q]) {
+      const bool atMinimum = moved <= run.parameters.parmMin[q];
+      held = atMinimum ? run.parameters.parmMin[q] : run.parameters.parmMax[q];
+      if (++run.course.iTrapCount >= kMostClamps) {
         TellTrap(quantity, atMinimum, moved);
         return false;
       }
     }
-    run.rModel[p] = held;
+    run.parameters.rModel[p] = held;
   }
   return true;
 }
@@ -89,38 +89,39 @@ bool ClampModel() {
 /// Part of the step for all parameters alike. False, the model untouched, when a value would not be finite: a
 /// start outside its bounds that the step hardly moves makes the factor as large as can be.
 bool StepModel(double factor) {
-  const auto moved = [factor](int p) { return Base(p) - run.deltaModel[p] * factor; };
-  for (int p = 1; p <= run.nModelParm; ++p) {
+  const auto moved = [factor](int p) { return Base(p) - run.update.deltaModel[p] * factor; };
+  for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     if (std::isfinite(moved(p))) continue;
     MessagePopup(session.appTitle,
                  "The step of the model is not finite: a value of the starting model lies outside its bounds "
                  "and has no influence on the curve. The model stays as it is.");
     return false;
   }
-  for (int p = 1; p <= run.nModelParm; ++p) run.rModel[p] = moved(p);
-  run.iTrapCount = 0;
+  for (int p = 1; p <= run.parameters.nModelParm; ++p) run.parameters.rModel[p] = moved(p);
+  run.course.iTrapCount = 0;
   return true;
 }
 
 void WriteToLayers() {
-  for (int l = 1; l <= run.nLayersCur; ++l) {
-    double* const values[] = {&run.layerH[l], &run.layerVs[l], &run.layerVp[l], &run.layerRho[l]};
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    double* const values[] = {&run.ground.layerH[l], &run.ground.layerVs[l], &run.ground.layerVp[l],
+                              &run.ground.layerRho[l]};
     for (int q = 1; q <= kQuantities; ++q) {
-      const int p = run.MapEntry(q, l);
-      if (p > 0) *values[q - 1] = run.rModel[p];
+      const int p = run.parameters.MapEntry(q, l);
+      if (p > 0) *values[q - 1] = run.parameters.rModel[p];
     }
   }
 }
 
 void CompleteLayers() {
-  for (int l = 1; l <= run.nLayersCur; ++l) {
-    if (run.iPoissonGiven[l] == 1) {
-      run.layerVp[l] = VpFromPoisson(run.layerVs[l], run.layerNu[l]);
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    if (run.ground.iPoissonGiven[l] == 1) {
+      run.ground.layerVp[l] = VpFromPoisson(run.ground.layerVs[l], run.ground.layerNu[l]);
       continue;
     }
-    const double nu = PoissonFromVelocities(run.layerVp[l], run.layerVs[l]);
-    run.layerNu[l] = nu >= 0.5 ? kGuardedNu : nu;
-    if (nu >= 0.5) run.layerVs[l] = GuardedVs(run.layerVp[l]);
+    const double nu = PoissonFromVelocities(run.ground.layerVp[l], run.ground.layerVs[l]);
+    run.ground.layerNu[l] = nu >= 0.5 ? kGuardedNu : nu;
+    if (nu >= 0.5) run.ground.layerVs[l] = GuardedVs(run.ground.layerVp[l]);
   }
 }
 
@@ -132,15 +133,16 @@ void LayersFromModel() {
 }
 
 bool CorrectionIsFinite() {
-  return std::all_of(run.deltaModel.begin(), run.deltaModel.end(), [](double x) { return std::isfinite(x); });
+  return std::all_of(run.update.deltaModel.begin(), run.update.deltaModel.end(),
+                     [](double x) { return std::isfinite(x); });
 }
 
 Move MoveModel(int& violations) {
   if (!CorrectionIsFinite()) return Move::kNotFinite;
-  if (run.iCurIterNo == 1) run.iTrapCount = 0;
+  if (run.course.iCurIterNo == 1) run.course.iTrapCount = 0;
   const double factor = StepFactor(violations);
-  const bool dataSpace = run.GActive.rows() < run.nModelParm;  // nothing is truncated there
-  if (run.iUseSVD == 1 && !dataSpace && violations >= 1) return Move::kViolated;
+  const bool dataSpace = run.update.GActive.rows() < run.parameters.nModelParm;  // nothing is truncated there
+  if (run.switches.iUseSVD == 1 && !dataSpace && violations >= 1) return Move::kViolated;
   if (factor != 0.0) {
     if (!StepModel(factor)) return Move::kNotFinite;
   } else if (!ClampModel()) {

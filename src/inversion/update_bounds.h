@@ -1,6 +1,6 @@
 // update_bounds.h - the step of an update, held inside the bounds of the model.
 //
-// Callers: the update of an inversion. Works on `run`; owns no state besides run.iTrapCount.
+// Callers: the update of an inversion. Works on `run`; owns no state besides run.course.iTrapCount.
 #pragma once
 
 namespace sondera {
@@ -8,19 +8,19 @@ namespace sondera {
 enum class Move {
   kMoved,
   kNotFinite,  ///< the correction or the step is not finite: told in a message, nothing moved
-  kViolated,   ///< bounds were crossed in a truncated solve (run.iUseSVD 1): nothing moved
+  kViolated,   ///< bounds were crossed in a truncated solve (run.switches.iUseSVD 1): nothing moved
   kTrapped,    ///< held at a bound three times in a row: told in a message, the layers stay
 };
 
-/// Whether every element of run.deltaModel is finite.
+/// Whether every element of run.update.deltaModel is finite.
 bool CorrectionIsFinite();
 
-/// Writes run.rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
+/// Writes run.parameters.rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
 /// one that is not physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not
 /// take that over.
 void LayersFromModel();
 
-/// Subtracts run.deltaModel from the model and writes it to the layers. A parameter that would leave its
+/// Subtracts run.update.deltaModel from the model and writes it to the layers. A parameter that would leave its
 /// bounds shortens the step of all parameters alike, so that they move along one line; where a parameter
 /// already sits on its bound and wants past it, the others take their full step and those outside are held
 /// at their bound. The layers follow by LayersFromModel.

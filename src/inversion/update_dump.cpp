@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <string>
 
-#include "forward/system_state.h"
-#include "inversion/run_files.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "run/run_files.h"
+#include "run/system_state.h"
 #include "runtime/atomic_writer.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"
@@ -49,9 +49,10 @@ void PrintVector(const char* head, int n, Element element) {
 void WriteVelocities(const OffsetVector<double>& velocity) {
   std::string text = "compvel\tobsvel\n";
   // Cd has the rows of the run; nObsRows counts those in use while an update is made.
-  const int rows = run.iUseAmplitude == 1 ? run.Cd.size() / 2 : run.Cd.size();
+  const int rows =
+      run.switches.iUseAmplitude == 1 ? run.observations.Cd.size() / 2 : run.observations.Cd.size();
   for (int i = 1; i <= std::min(rows, velocity.hi()); ++i)
-    text += FormatText("%lf\t%lf\n", velocity[i], run.runVel[i]);
+    text += FormatText("%lf\t%lf\n", velocity[i], run.observations.runVel[i]);
   WriteText("compvel_obsvel.dat", text);
 }
 
@@ -59,26 +60,27 @@ void WriteVelocities(const OffsetVector<double>& velocity) {
 
 void DumpUpdate(const OffsetVector<double>& velocity) {
   WriteVelocities(velocity);
-  const int rows = run.CdActive.size();
-  WriteMatrix("Cm", run.Cm);
-  WriteVector("DeltaVel", run.deltaVel);
-  WriteMatrix("G", run.GActive);
-  WriteMatrix("Hessian", run.Hessian);
-  WriteMatrix("InvH", run.InvH);
-  WriteMatrix("Weight", run.Weight);
-  WriteMatrix("InvCd", run.InvCd.size(), run.InvCd.size(), "%le \t", run.InvCd);
-  WriteMatrix("Gt_Cdi", run.InvCd.size() == rows ? run.GActive.cols() : 0, rows, "%le \t",
-              [](int p, int r) { return run.GActive(r, p) * run.InvCd.diag(r); });
-  WriteMatrix("InvCm", run.InvCm);
-  WriteVector("DeltaModel", run.deltaModel);
-  WriteMatrix(run.baseName + ".sh", run.Hessian);
+  const int rows = run.update.CdActive.size();
+  WriteMatrix("Cm", run.parameters.Cm);
+  WriteVector("DeltaVel", run.update.deltaVel);
+  WriteMatrix("G", run.update.GActive);
+  WriteMatrix("Hessian", run.update.Hessian);
+  WriteMatrix("InvH", run.update.InvH);
+  WriteMatrix("Weight", run.update.Weight);
+  WriteMatrix("InvCd", run.update.InvCd.size(), run.update.InvCd.size(), "%le \t", run.update.InvCd);
+  WriteMatrix("Gt_Cdi", run.update.InvCd.size() == rows ? run.update.GActive.cols() : 0, rows, "%le \t",
+              [](int p, int r) { return run.update.GActive(r, p) * run.update.InvCd.diag(r); });
+  WriteMatrix("InvCm", run.update.InvCm);
+  WriteVector("DeltaModel", run.update.deltaModel);
+  WriteMatrix(run.switches.baseName + ".sh", run.update.Hessian);
 
-  std::printf("iCurIterNo ... %ld\n", static_cast<long>(run.iCurIterNo));
-  PrintVector("rModel ... \n", run.rModel.size(), [](int i) { return run.rModel[i]; });
-  PrintVector("delta Vel... \n", run.deltaVel.size(), [](int i) { return run.deltaVel[i]; });
-  PrintVector("Cd ... \n", rows, [](int i) { return run.CdActive.diag(i); });
-  PrintVector("Cm ... \n", run.Cm.rows(), [](int i) { return run.Cm(i, i); });
-  PrintVector("delta rModel ... \n", run.deltaModel.size(), [](int i) { return run.deltaModel[i]; });
+  std::printf("iCurIterNo ... %ld\n", static_cast<long>(run.course.iCurIterNo));
+  PrintVector("rModel ... \n", run.parameters.rModel.size(), [](int i) { return run.parameters.rModel[i]; });
+  PrintVector("delta Vel... \n", run.update.deltaVel.size(), [](int i) { return run.update.deltaVel[i]; });
+  PrintVector("Cd ... \n", rows, [](int i) { return run.update.CdActive.diag(i); });
+  PrintVector("Cm ... \n", run.parameters.Cm.rows(), [](int i) { return run.parameters.Cm(i, i); });
+  PrintVector("delta rModel ... \n", run.update.deltaModel.size(),
+              [](int i) { return run.update.deltaModel[i]; });
 }
 
 }  // namespace sondera

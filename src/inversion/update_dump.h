@@ -1,6 +1,6 @@
 // update_dump.h - the vectors and matrices of an update as plain text, for whoever looks for a mistake.
 //
-// Callers: the update of an inversion with run.iDumpMatrices on, which every update turns off at its start.
+// Callers: the update of an inversion with run.switches.iDumpMatrices on, which every update turns off at its start.
 // Writes into the current folder. Owned state: none.
 #pragma once
 
@@ -9,7 +9,7 @@
 namespace sondera {
 
 /// Writes "compvel_obsvel.dat", "Cm", "DeltaVel", "G", "Hessian", "InvH", "Weight", "InvCd", "Gt_Cdi",
-/// "InvCm", "DeltaModel" and run.baseName + ".sh" (the Hessian), and prints iteration, model, residuals,
+/// "InvCm", "DeltaModel" and run.switches.baseName + ".sh" (the Hessian), and prints iteration, model, residuals,
 /// diagonals and correction. Hessian and Cm are shown as the update leaves them, as LU factors.
 /// @param velocity  computed velocity by observation row
 void DumpUpdate(const OffsetVector<double>& velocity);

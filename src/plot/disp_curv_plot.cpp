@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
-#include "project/measdb.h"
-#include "project/measurement_rules.h"
-#include "project/session.h"
+#include "panels/dispcurv.h"
+#include "records/measdb.h"
+#include "records/measurement_rules.h"
+#include "records/session.h"
+#include "runtime/catalogue/dispcurv.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/dispcurv.h"
-#include "signal/dispersion_panel.h"
 
 namespace sondera {
 namespace {

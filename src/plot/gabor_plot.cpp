@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-#include "project/session.h"
+#include "panels/gaborpnl.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "signal/gabor.h"
-#include "signal/gabor_panel.h"
 
 namespace sondera {
 

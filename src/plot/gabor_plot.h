@@ -2,7 +2,7 @@
 // time along y.
 #pragma once
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "runtime/graphs.h"
 
 namespace sondera {

@@ -6,15 +6,15 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
+#include "panels/sasw_masking.h"
 #include "plot/gabor_plot.h"
-#include "project/measdb.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/sasw.h"
-#include "signal/masking_panel.h"
 #include "signal/spectra.h"
 
 namespace sondera {

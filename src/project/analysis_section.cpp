@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "project/load_check.h"
-#include "project/measdb.h"
-#include "project/session.h"
 #include "project/setup_section.h"
+#include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/text_format.h"

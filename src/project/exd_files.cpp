@@ -7,15 +7,15 @@
 #include <vector>
 
 #include "project/import_record.h"
-#include "project/measdb.h"
 #include "project/section_io.h"
-#include "project/session.h"
 #include "project/text_helpers.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/meassetup.h"
 #include "runtime/redraw.h"
 #include "signal/spectra.h"
 

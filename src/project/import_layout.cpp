@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "project/measdb.h"
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
+#include "records/measdb.h"
 
 namespace sondera {
 namespace {

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "acquisition/parameters.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "panels/hwsetup.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
-#include "runtime/panels/hmsetup.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
 

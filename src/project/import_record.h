@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "project/import_layout.h"
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "runtime/text_reader.h"
 
 namespace sondera {

@@ -5,10 +5,10 @@
 #include <cmath>
 #include <vector>
 
+#include "numeric/analysis.h"
 #include "project/import_findings.h"
 #include "project/import_text.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/session.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -4,19 +4,19 @@
 #include <algorithm>
 #include <cmath>
 
-#include "acquisition/parameters.h"
+#include "panels/hwsetup.h"
 #include "project/load_check.h"
-#include "project/measdb.h"
 #include "project/project_file.h"
 #include "project/raw_section.h"
-#include "project/selection.h"
-#include "project/session.h"
 #include "project/setup_section.h"
 #include "project/text_helpers.h"
+#include "records/measdb.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
-#include "runtime/panels/hmsetup.h"
 #include "runtime/redraw.h"
 
 namespace sondera {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "project/measdb.h"
-#include "project/measurement_rules.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/measurement_rules.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"

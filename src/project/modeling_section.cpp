@@ -6,14 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include "forward/model_records.h"
-#include "forward/parameters.h"
-#include "forward/theo_disp_info.h"
-#include "inversion/inv_records.h"
+#include "panels/fmodeling_records.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "run/theo_disp_info.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
 #include "runtime/controls.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/files.h"
 
 namespace sondera {

@@ -4,23 +4,23 @@
 #include <new>
 #include <utility>
 
-#include "forward/model_records.h"
-#include "forward/parameters.h"
-#include "inversion/inv_records.h"
+#include "panels/fmodeling_records.h"
 #include "project/analysis_section.h"
 #include "project/load_check.h"
-#include "project/measdb.h"
 #include "project/modeling_section.h"
 #include "project/project_copies.h"
 #include "project/raw_section.h"
-#include "project/session.h"
 #include "project/setup_section.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
 
 namespace sondera {

@@ -5,9 +5,9 @@
 #include <climits>
 #include <cstdint>
 
-#include "project/measdb.h"
-#include "project/session.h"
 #include "project/setup_section.h"
+#include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

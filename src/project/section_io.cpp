@@ -5,7 +5,7 @@
 #include <array>
 #include <cmath>
 
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
 

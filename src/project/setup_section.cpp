@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <string_view>
 
-#include "acquisition/parameters.h"
-#include "project/session.h"
+#include "panels/hwsetup.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/meassetup.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

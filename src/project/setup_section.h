@@ -7,8 +7,8 @@
 // raw section, belongs to the i-th measurement of part A: both directions keep to that order.
 #pragma once
 
-#include "project/measdb.h"
 #include "project/section_io.h"
+#include "records/measdb.h"
 
 namespace sondera {
 

@@ -5,13 +5,13 @@
 #include <cmath>
 
 #include "project/section_io.h"
-#include "project/selection.h"
-#include "project/session.h"
 #include "project/text_helpers.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
-#include "runtime/panels/sasw.h"
 #include "signal/spectra.h"
 
 namespace sondera {

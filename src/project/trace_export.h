@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "project/measdb.h"
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
+#include "records/measdb.h"
 #include "runtime/controls.h"
 
 namespace sondera {

@@ -88,14 +88,18 @@ ControlState& StateOf(const Control& c) {
   return found->second;
 }
 
-PanelState& StateOf(Panel p) { return store.panels[static_cast<std::size_t>(p)]; }
+PanelState& StateOf(Panel p) {
+  return store.panels[static_cast<std::size_t>(p)];
+}
 
 void Notify(Panel p, ControlId c) {
   if (store.observers.empty()) return;
   const auto observers = store.observers;  // an observer may add or remove observers
   for (const auto& [number, observer] : observers) observer(p, c);
 }
-void Changed(const Control& c) { Notify(c.panel, &c); }
+void Changed(const Control& c) {
+  Notify(c.panel, &c);
+}
 
 void SetNumber(const Control& c, double value) {
   StateOf(c).number = value;
@@ -116,46 +120,92 @@ bool SelectValue(const Control& c, double value) {
   }
   return false;
 }
-double SelectedValue(const Control& c) { return items::Value(c, StateOf(c).index); }
+double SelectedValue(const Control& c) {
+  return items::Value(c, StateOf(c).index);
+}
 
-bool HasRow(const Control& c, int row) { return row >= 1 && row <= static_cast<int>(StateOf(c).rows.size()); }
-bool HasColumn(const Control& c, int column) { return column >= 1 && column <= static_cast<int>(c.columns.size()); }
-TableRow ZeroRow(const Control& c) { return {{}, std::vector<double>(c.columns.size(), 0.0)}; }
+bool HasRow(const Control& c, int row) {
+  return row >= 1 && row <= static_cast<int>(StateOf(c).rows.size());
+}
+bool HasColumn(const Control& c, int column) {
+  return column >= 1 && column <= static_cast<int>(c.columns.size());
+}
+TableRow ZeroRow(const Control& c) {
+  return {{}, std::vector<double>(c.columns.size(), 0.0)};
+}
 
 }  // namespace
 
 // ---- values -------------------------------------------------------------------------------------------------------
 
-double GetCtrlVal(const NumericControl& c) { return StateOf(c).number; }
-int GetCtrlVal(const IntControl& c) { return static_cast<int>(StateOf(c).number); }
-std::string GetCtrlVal(const TextControl& c) { return StateOf(c).text; }
-std::string GetCtrlVal(const LabelControl& c) { return StateOf(c).text; }
-int GetCtrlVal(const ToggleControl& c) { return static_cast<int>(StateOf(c).number); }
-int GetCtrlVal(const RingControl& c) { return static_cast<int>(SelectedValue(c)); }
-double GetCtrlVal(const RealRingControl& c) { return SelectedValue(c); }
-int GetCtrlVal(const ListControl& c) { return static_cast<int>(SelectedValue(c)); }
+double GetCtrlVal(const NumericControl& c) {
+  return StateOf(c).number;
+}
+int GetCtrlVal(const IntControl& c) {
+  return static_cast<int>(StateOf(c).number);
+}
+std::string GetCtrlVal(const TextControl& c) {
+  return StateOf(c).text;
+}
+std::string GetCtrlVal(const LabelControl& c) {
+  return StateOf(c).text;
+}
+int GetCtrlVal(const ToggleControl& c) {
+  return static_cast<int>(StateOf(c).number);
+}
+int GetCtrlVal(const RingControl& c) {
+  return static_cast<int>(SelectedValue(c));
+}
+double GetCtrlVal(const RealRingControl& c) {
+  return SelectedValue(c);
+}
+int GetCtrlVal(const ListControl& c) {
+  return static_cast<int>(SelectedValue(c));
+}
 
-void SetCtrlVal(const NumericControl& c, double value) { SetNumber(c, value); }
-void SetCtrlVal(const IntControl& c, int value) { SetNumber(c, value); }
-void SetCtrlVal(const TextControl& c, std::string_view value) { SetText(c, value); }
-void SetCtrlVal(const LabelControl& c, std::string_view value) { SetText(c, value); }
-void SetCtrlVal(const ToggleControl& c, int value) { SetNumber(c, value); }
-bool SetCtrlVal(const RingControl& c, int value) { return SelectValue(c, value); }
-bool SetCtrlVal(const RealRingControl& c, double value) { return SelectValue(c, value); }
-bool SetCtrlVal(const ListControl& c, int value) { return SelectValue(c, value); }
+void SetCtrlVal(const NumericControl& c, double value) {
+  SetNumber(c, value);
+}
+void SetCtrlVal(const IntControl& c, int value) {
+  SetNumber(c, value);
+}
+void SetCtrlVal(const TextControl& c, std::string_view value) {
+  SetText(c, value);
+}
+void SetCtrlVal(const LabelControl& c, std::string_view value) {
+  SetText(c, value);
+}
+void SetCtrlVal(const ToggleControl& c, int value) {
+  SetNumber(c, value);
+}
+bool SetCtrlVal(const RingControl& c, int value) {
+  return SelectValue(c, value);
+}
+bool SetCtrlVal(const RealRingControl& c, double value) {
+  return SelectValue(c, value);
+}
+bool SetCtrlVal(const ListControl& c, int value) {
+  return SelectValue(c, value);
+}
 
 void AppendText(const TextControl& c, std::string_view text) {
   StateOf(c).text += text;
   Changed(c);
 }
-void ResetTextBox(const TextControl& c, std::string_view text) { SetText(c, text); }
+void ResetTextBox(const TextControl& c, std::string_view text) {
+  SetText(c, text);
+}
 
 // ---- items --------------------------------------------------------------------------------------------------------
 
 namespace items {
 
-int Count(const Control& c) { return static_cast<int>(StateOf(c).items.size()); }
-int Index(const Control& c) { return StateOf(c).index; }
+int Count(const Control& c) {
+  return static_cast<int>(StateOf(c).items.size());
+}
+int Index(const Control& c) {
+  return StateOf(c).index;
+}
 
 bool SetIndex(const Control& c, int index) {
   if (index < 0 || index >= Count(c)) return false;
@@ -165,7 +215,8 @@ bool SetIndex(const Control& c, int index) {
 }
 
 std::string Label(const Control& c, int index) {
-  return index >= 0 && index < Count(c) ? StateOf(c).items[static_cast<std::size_t>(index)].label : std::string();
+  return index >= 0 && index < Count(c) ? StateOf(c).items[static_cast<std::size_t>(index)].label
+                                        : std::string();
 }
 
 double Value(const Control& c, int index) {
@@ -201,7 +252,8 @@ void Clear(const Control& c) {
 
 int Find(const Control& c, std::string_view label) {
   const auto& list = StateOf(c).items;
-  const auto found = std::find_if(list.begin(), list.end(), [&](const StoredItem& i) { return i.label == label; });
+  const auto found =
+      std::find_if(list.begin(), list.end(), [&](const StoredItem& i) { return i.label == label; });
   return found == list.end() ? -1 : static_cast<int>(found - list.begin());
 }
 
@@ -209,8 +261,12 @@ int Find(const Control& c, std::string_view label) {
 
 // ---- tables -------------------------------------------------------------------------------------------------------
 
-int GetNumTableRows(const TableControl& c) { return static_cast<int>(StateOf(c).rows.size()); }
-int GetNumTableColumns(const TableControl& c) { return static_cast<int>(c.columns.size()); }
+int GetNumTableRows(const TableControl& c) {
+  return static_cast<int>(StateOf(c).rows.size());
+}
+int GetNumTableColumns(const TableControl& c) {
+  return static_cast<int>(c.columns.size());
+}
 
 double GetTableCellVal(const TableControl& c, int row, int column) {
   if (!HasRow(c, row) || !HasColumn(c, column)) return 0.0;
@@ -258,17 +314,23 @@ void SetTableRowLabel(const TableControl& c, int row, std::string_view label) {
 
 // ---- attributes ---------------------------------------------------------------------------------------------------
 
-bool IsDimmed(const Control& c) { return StateOf(c).dimmed; }
+bool IsDimmed(const Control& c) {
+  return StateOf(c).dimmed;
+}
 void SetDimmed(const Control& c, bool dimmed) {
   StateOf(c).dimmed = dimmed;
   Changed(c);
 }
-bool IsVisible(const Control& c) { return StateOf(c).visible; }
+bool IsVisible(const Control& c) {
+  return StateOf(c).visible;
+}
 void SetVisible(const Control& c, bool visible) {
   StateOf(c).visible = visible;
   Changed(c);
 }
-std::string GetCtrlLabel(const Control& c) { return StateOf(c).label; }
+std::string GetCtrlLabel(const Control& c) {
+  return StateOf(c).label;
+}
 void SetCtrlLabel(const Control& c, std::string_view label) {
   StateOf(c).label = label;
   Changed(c);
@@ -282,8 +344,12 @@ void HidePanel(Panel p) {
   StateOf(p).shown = false;
   Notify(p, nullptr);
 }
-bool IsPanelShown(Panel p) { return StateOf(p).shown; }
-std::string GetPanelTitle(Panel p) { return StateOf(p).title; }
+bool IsPanelShown(Panel p) {
+  return StateOf(p).shown;
+}
+std::string GetPanelTitle(Panel p) {
+  return StateOf(p).title;
+}
 void SetPanelTitle(Panel p, std::string_view title) {
   StateOf(p).title = title;
   Notify(p, nullptr);
@@ -292,11 +358,15 @@ void SetActiveTabPage(Panel tabs, int page) {
   StateOf(tabs).activeTab = page;
   Notify(tabs, nullptr);
 }
-int GetActiveTabPage(Panel tabs) { return StateOf(tabs).activeTab; }
+int GetActiveTabPage(Panel tabs) {
+  return StateOf(tabs).activeTab;
+}
 
 // ---- callbacks and observers --------------------------------------------------------------------------------------
 
-void InstallCallback(const Control& c, Callback callback) { store.callbacks[&c] = callback; }
+void InstallCallback(const Control& c, Callback callback) {
+  store.callbacks[&c] = callback;
+}
 
 Callback CallbackOf(const Control& c) {
   const auto found = store.callbacks.find(&c);
@@ -306,8 +376,12 @@ Callback CallbackOf(const Control& c) {
 OnlyControl::OnlyControl(const Control& allowed, std::string_view title, std::string_view refusal) {
   store.lock = {&allowed, std::string(title), std::string(refusal)};
 }
-OnlyControl::~OnlyControl() { store.lock = {}; }
-ControlId OnlyAnswering() { return store.lock.allowed; }
+OnlyControl::~OnlyControl() {
+  store.lock = {};
+}
+ControlId OnlyAnswering() {
+  return store.lock.allowed;
+}
 
 int SendEvent(const Control& c, Event event, long data) {
   if (store.lock.allowed && store.lock.allowed != &c) {
@@ -345,6 +419,8 @@ int AddObserver(Observer observer) {
   store.observers[store.nextObserver] = std::move(observer);
   return store.nextObserver++;
 }
-void RemoveObserver(int number) { store.observers.erase(number); }
+void RemoveObserver(int number) {
+  store.observers.erase(number);
+}
 
 }  // namespace sondera

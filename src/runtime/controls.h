@@ -1,6 +1,6 @@
 // controls.h - the settings store: every parameter of the logic is the value of a named control of a panel.
 //
-// A control is declared once, in the header of its panel (runtime/panels/), as a typed constant:
+// A control is declared once, in the header of its panel (runtime/catalogue/), as a typed constant:
 //
 //     namespace sondera::gaborpnl {
 //     inline constexpr NumericControl BETA{Panel::GABORPNL, "BETA", "Exponent", 3.0};
@@ -365,7 +365,7 @@ std::span<const Control* const> ControlsOf(Panel p);
 ControlId FindControl(Panel p, std::string_view name);
 std::string_view PanelName(Panel p);
 /// Title of a panel before any logic writes one, and whether it starts shown: the main window with its menu and the
-/// tab pages do, dialogs do not. These and the two above are answered by runtime/panels/catalogue.cpp.
+/// tab pages do, dialogs do not. These and the two above are answered by runtime/catalogue/catalogue.cpp.
 std::string_view DefaultPanelTitle(Panel p);
 bool PanelStartsShown(Panel p);
 

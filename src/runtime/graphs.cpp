@@ -17,19 +17,24 @@ CursorModel& CursorAt(GraphModel& g, int cursor) {
 
 }  // namespace
 
-GraphModel& GraphOf(const GraphControl& c) { return graphs[&c]; }
+GraphModel& GraphOf(const GraphControl& c) {
+  return graphs[&c];
+}
 
-GraphModel* FindGraph(const Control& c) { return c.kind == ControlKind::Graph ? &graphs[&c] : nullptr; }
+GraphModel* FindGraph(const Control& c) {
+  return c.kind == ControlKind::Graph ? &graphs[&c] : nullptr;
+}
 
-int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y, PlotStyle style, int marker, int color,
-           std::string legend) {
+int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y, PlotStyle style, int marker,
+           int color, std::string legend) {
   GraphModel& g = GraphOf(c);
   g.plots.push_back({g.nextHandle, std::move(x), std::move(y), style, marker, color, std::move(legend)});
   ++g.revision;
   return g.nextHandle++;
 }
 
-int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double y2, int frameColor, int fillColor) {
+int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double y2, int frameColor,
+                  int fillColor) {
   GraphModel& g = GraphOf(c);
   g.rectangles.push_back({g.nextHandle, x1, y1, x2, y2, frameColor, fillColor});
   ++g.revision;
@@ -64,7 +69,9 @@ void SetAxisRange(const GraphControl& c, bool xAxis, double min, double max) {
   ++g.revision;
 }
 
-void SetAxisAuto(const GraphControl& c, bool xAxis) { SetAxisRange(c, xAxis, 0.0, 0.0); }
+void SetAxisAuto(const GraphControl& c, bool xAxis) {
+  SetAxisRange(c, xAxis, 0.0, 0.0);
+}
 
 void SetGraphCursor(const GraphControl& c, int cursor, double x, double y) {
   CursorModel& m = CursorAt(GraphOf(c), cursor);
@@ -94,6 +101,8 @@ std::optional<double> UpperXLimit(const GraphControl& c) {
   return limit;
 }
 
-void ResetGraphs() { graphs.clear(); }
+void ResetGraphs() {
+  graphs.clear();
+}
 
 }  // namespace sondera

@@ -77,9 +77,10 @@ GraphModel& GraphOf(const GraphControl& c);
 GraphModel* FindGraph(const Control& c);
 
 /// Adds a curve; returns its handle (from 1).
-int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y, PlotStyle style = PlotStyle::Line,
-           int marker = 0, int color = 0, std::string legend = {});
-int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double y2, int frameColor, int fillColor);
+int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y,
+           PlotStyle style = PlotStyle::Line, int marker = 0, int color = 0, std::string legend = {});
+int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double y2, int frameColor,
+                  int fillColor);
 void PlotIntensity(const GraphControl& c, IntensityModel image);
 /// Removes one plot or rectangle, or with handle -1 everything on the graph but its axes.
 void DeleteGraphPlot(const GraphControl& c, int handle = -1);

@@ -1,7 +1,7 @@
 // linked_list.h - a plain singly linked list with head and tail, which owns its items.
 //
 // Made for lists that grow at the end and are emptied from the front: the array curves of a run
-// (RunVectors::obsCurves of forward/system_state.h) stand in one.
+// (Observations::obsCurves of forward/system_state.h) stand in one.
 #pragma once
 
 #include <memory>

@@ -6,11 +6,11 @@
 // The file is removed when the lock is given back, where that is possible.
 //
 // Callers: opening and saving of projects hold the lock of the project while it is open; a run holds the lock
-// of its result files, whose target is the common base name (run.baseName, lock `<base>.lock`), from before
+// of its result files, whose target is the common base name (run.switches.baseName, lock `<base>.lock`), from before
 // the first of them is touched until the last is closed:
 //
 //   LockFile lock;
-//   if (!lock.MayGoOn(lock.Acquire(run.baseName))) return Refuse(lock.Reason() + ".");
+//   if (!lock.MayGoOn(lock.Acquire(run.switches.baseName))) return Refuse(lock.Reason() + ".");
 //   ... write the files; the end of `lock` gives it back
 //
 // Within one process a lock can be taken several times; it is given back with the last. Not to be called from

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "runtime/panels/exdthd.h"
+#include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
 namespace {
@@ -12,13 +12,19 @@ RedrawHandlers handlers;
 
 }  // namespace
 
-RedrawHandlers InstallRedrawHandlers(RedrawHandlers next) { return std::exchange(handlers, std::move(next)); }
+RedrawHandlers InstallRedrawHandlers(RedrawHandlers next) {
+  return std::exchange(handlers, std::move(next));
+}
 
-int DoPlotting(int page) { return handlers.doPlotting ? handlers.doPlotting(page) : 0; }
+int DoPlotting(int page) {
+  return handlers.doPlotting ? handlers.doPlotting(page) : 0;
+}
 void DoPreviewPlotting() {
   if (handlers.doPreviewPlotting) handlers.doPreviewPlotting();
 }
-int DispCurvPlot(int flag) { return handlers.dispCurvPlot ? handlers.dispCurvPlot(flag) : 0; }
+int DispCurvPlot(int flag) {
+  return handlers.dispCurvPlot ? handlers.dispCurvPlot(flag) : 0;
+}
 void ExdThdCurvPlot() {
   if (handlers.exdThdCurvPlot) handlers.exdThdCurvPlot();
 }

@@ -9,7 +9,7 @@
 // spacing is absolute.
 #pragma once
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "runtime/controls.h"
 
 namespace sondera {

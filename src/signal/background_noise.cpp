@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
 #include "numeric/sort.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/session.h"
 #include "signal/irf.h"
 #include "signal/wave_groups.h"
 

@@ -7,18 +7,18 @@
 #include <cmath>
 
 #include "numeric/scale_arithmetic.h"
-#include "project/measurement_rules.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "panels/sasw_masking.h"
+#include "records/measurement_rules.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/findings.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
 #include "signal/irf.h"
-#include "signal/masking_panel.h"
 #include "signal/spectra.h"
 
 namespace sondera {

@@ -8,7 +8,7 @@
 #include <cstddef>
 
 #include "numeric/scale_arithmetic.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/events.h"
 #include "signal/irf.h"
 

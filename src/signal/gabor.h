@@ -13,8 +13,8 @@
 
 #include <vector>
 
+#include "numeric/analysis.h"
 #include "numeric/dcomplex.h"
-#include "runtime/analysis.h"
 #include "runtime/controls.h"
 
 namespace sondera {

@@ -6,10 +6,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
-#include "runtime/panels/irfsetpnl.h"
+#include "records/session.h"
+#include "runtime/catalogue/irfsetpnl.h"
 #include "signal/phase_unwrap.h"
 #include "signal/signal_state.h"
 #include "signal/spectra.h"

@@ -14,7 +14,7 @@
 
 #include <array>
 
-#include "project/selection.h"
+#include "records/selection.h"
 #include "runtime/controls.h"
 
 namespace sondera {

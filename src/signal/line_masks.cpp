@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
-#include "runtime/analysis.h"
 
 namespace sondera {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "signal/wave_groups.h"
 
 namespace sondera {

@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "numeric/scale_arithmetic.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/sasw.h"
 
 namespace sondera {
 namespace {

@@ -11,7 +11,7 @@
 // A mask takes effect at the next CalcIRF, and on the dispersion curve at the next calculation.
 #pragma once
 
-#include "project/selection.h"
+#include "records/selection.h"
 
 namespace sondera {
 

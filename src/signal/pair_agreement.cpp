@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "runtime/doubt_limits.h"
 #include "signal/rep_curves.h"
 

@@ -2,8 +2,8 @@
 // spectra.cpp because it ends in the impulse response filtration, which itself stands on the spectra.
 #include <memory>
 
-#include "project/session.h"
-#include "runtime/panels/sasw.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "signal/irf.h"
 #include "signal/spectra.h"
 

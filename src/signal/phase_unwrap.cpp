@@ -6,8 +6,8 @@
 
 #include "numeric/phase_angle.h"
 #include "numeric/scale_arithmetic.h"
-#include "project/measdb.h"
-#include "project/selection.h"
+#include "records/measdb.h"
+#include "records/selection.h"
 
 namespace sondera {
 namespace {

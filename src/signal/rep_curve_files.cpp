@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "project/measdb.h"
-#include "project/measurement_rules.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/measurement_rules.h"
+#include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"

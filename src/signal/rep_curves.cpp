@@ -5,13 +5,13 @@
 #include <cmath>
 
 #include "numeric/sort.h"
-#include "project/measurement_rules.h"
-#include "project/session.h"
+#include "panels/dispcurv.h"
+#include "records/measurement_rules.h"
+#include "records/session.h"
+#include "runtime/catalogue/cdisppnl.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
-#include "runtime/panels/cdisppnl.h"
 #include "runtime/text_format.h"
-#include "signal/dispersion_panel.h"
 #include "signal/rep_curve_fit.h"
 
 namespace sondera {

@@ -11,7 +11,7 @@
 
 #include <string>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera {
 

@@ -10,11 +10,11 @@
 #include <cstddef>
 #include <vector>
 
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/dialogs.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/measpanel.h"
 #include "runtime/redraw.h"
 #include "signal/signal_state.h"
 

@@ -12,7 +12,7 @@
 
 #include <string>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera {
 

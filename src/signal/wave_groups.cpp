@@ -5,11 +5,11 @@
 #include <cmath>
 #include <limits>
 
+#include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
 #include "numeric/sort.h"
-#include "project/selection.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/selection.h"
+#include "records/session.h"
 #include "signal/gabor.h"
 #include "signal/irf.h"
 

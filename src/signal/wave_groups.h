@@ -9,7 +9,7 @@
 #include <array>
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera {
 

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
-#include "project/session.h"
-#include "runtime/analysis.h"
+#include "records/session.h"
 
 namespace sondera {
 namespace {

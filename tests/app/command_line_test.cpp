@@ -4,10 +4,10 @@
 #include <new>
 #include <stdexcept>
 
-#include "app/app_fixture.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/events.h"
+#include "support/app_fixture.h"
 
 namespace sondera {
 namespace {

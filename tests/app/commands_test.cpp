@@ -6,18 +6,18 @@
 #include <numbers>
 #include <sstream>
 
-#include "app/app_fixture.h"
-#include "forward/sweep_state.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "run/sweep_state.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/irfsetpnl.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/findings.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/irfsetpnl.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/sasw.h"
+#include "support/app_fixture.h"
 #include "support/failing_file_driver.h"
 #include "support/site_records.h"
 

@@ -2,13 +2,13 @@
 // it.
 #include <gmock/gmock.h>
 
-#include "app/app_fixture.h"
 #include "app/command_line.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/asavedlg.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/events.h"
-#include "runtime/panels/asavedlg.h"
-#include "runtime/panels/measpanel.h"
+#include "support/app_fixture.h"
 #include "support/failing_file_driver.h"
 
 namespace sondera {

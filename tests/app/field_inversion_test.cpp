@@ -6,11 +6,11 @@
 #include <cmath>
 
 #include "app/field_site.h"
-#include "inversion/inv_records.h"
-#include "inversion/run_history.h"
+#include "records/inv_records.h"
+#include "run/run_history.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/inversion.h"
 #include "runtime/findings.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/inversion.h"
 #include "support/field_data.h"
 
 namespace sondera::testing {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/app_fixture.h"
+#include "support/app_fixture.h"
 
 namespace sondera::testing {
 

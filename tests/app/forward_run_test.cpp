@@ -1,14 +1,14 @@
 // Forward runs as a person starts them: settings of the panel, the button, then curve and files.
 #include <cmath>
 
-#include "app/app_fixture.h"
 #include "app/commands.h"
-#include "forward/model_records.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
+#include "support/app_fixture.h"
 #include "support/site_records.h"
 
 namespace sondera {

@@ -1,13 +1,13 @@
 // The buttons of the Gabor panel and of the automatic masking, pressed as a front end does it.
 #include <cmath>
 
-#include "app_fixture.h"
-#include "project/measdb.h"
+#include "records/measdb.h"
+#include "runtime/catalogue/gaborpnl.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/gaborpnl.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
+#include "support/app_fixture.h"
 
 namespace sondera::testing {
 namespace {

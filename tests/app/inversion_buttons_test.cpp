@@ -4,15 +4,15 @@
 #include <vector>
 
 #include "app/inversion_case.h"
-#include "forward/model_records.h"
-#include "forward/system_state.h"
-#include "inversion/inv_records.h"
-#include "runtime/panels/analresult.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/mainmenu.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/mainmenu.h"
 
 namespace sondera::testing {
 namespace {
@@ -76,14 +76,14 @@ TEST_F(InversionButtons, ChoiceOfTheModelCovarianceReachesTheRun) {
   EXPECT_EQ(GetCtrlVal(inversion::CD_COV), -1);
   SetCtrlVal(inversion::NITER, 1);
   ASSERT_EQ(Commit(inversion::PERFORMINV), 0) << (frontEnd.messages.empty() ? "" : frontEnd.messages[0]);
-  EXPECT_EQ(run.cdMode, -1);
-  EXPECT_EQ(run.Cd(1, 1), 1.0);
+  EXPECT_EQ(run.switches.cdMode, -1);
+  EXPECT_EQ(run.observations.Cd(1, 1), 1.0);
 }
 
 TEST_F(InversionButtons, HaltIsAskedFor) {
   frontEnd.confirmAnswers = {true};
   EXPECT_EQ(Commit(exdthd::HALT), 0);
-  EXPECT_EQ(run.iHaltRequest, 1);
+  EXPECT_EQ(run.course.iHaltRequest, 1);
   EXPECT_EQ(frontEnd.questions, std::vector<std::string>{"Do you want to halt the process ?"});
 }
 

@@ -4,12 +4,12 @@
 
 #include <vector>
 
-#include "app/app_fixture.h"
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/hmsetup.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "support/app_fixture.h"
 
 namespace sondera::testing {
 

@@ -10,11 +10,11 @@
 #include <random>
 #include <thread>
 
-#include "app/app_fixture.h"
 #include "app/command_line.h"
 #include "project/project_file.h"
-#include "project/session.h"
-#include "runtime/panels/measpanel.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
+#include "support/app_fixture.h"
 #include "support/site_records.h"
 
 namespace sondera {

@@ -3,7 +3,7 @@
 
 #include "app/profile_fixture.h"
 #include "forward/site_files.h"
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera {
 namespace {

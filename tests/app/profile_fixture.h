@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <string>
 
-#include "app/app_fixture.h"
 #include "app/commands.h"
-#include "inversion/inv_records.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/inv_records.h"
+#include "records/session.h"
 #include "runtime/events.h"
+#include "support/app_fixture.h"
 
 namespace sondera::testing {
 

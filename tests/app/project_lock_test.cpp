@@ -3,15 +3,15 @@
 
 #include <cerrno>
 
-#include "app/app_fixture.h"
 #include "app/command_line.h"
-#include "project/measdb.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/events.h"
 #include "runtime/file_driver.h"
 #include "runtime/lock_file.h"
-#include "runtime/panels/measpanel.h"
+#include "support/app_fixture.h"
 #include "support/lock_holder.h"
 
 namespace sondera {

@@ -4,13 +4,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/app_fixture.h"
-#include "forward/model_records.h"
-#include "forward/sweep_state.h"
-#include "inversion/inv_records.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "run/sweep_state.h"
 #include "runtime/doubt_limits.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
+#include "support/app_fixture.h"
 
 namespace sondera {
 namespace {

@@ -15,12 +15,12 @@
 
 #include "app/failing_allocation.h"
 #include "app/inversion_case.h"
-#include "forward/system_state.h"
 #include "project/project_file.h"
-#include "project/session.h"
-#include "runtime/panels/analresult.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/measpanel.h"
+#include "records/session.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/measpanel.h"
 #include "support/failing_file_driver.h"
 
 namespace sondera::testing {

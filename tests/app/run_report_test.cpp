@@ -7,17 +7,17 @@
 #include <set>
 #include <sstream>
 
-#include "app/app_fixture.h"
 #include "app/commands.h"
 #include "forward/synthetic_site.h"
-#include "inversion/run_history.h"
-#include "project/measdb.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "run/run_history.h"
 #include "runtime/events.h"
 #include "runtime/findings.h"
 #include "runtime/written_files.h"
 #include "signal/spectra.h"
+#include "support/app_fixture.h"
 #include "support/session_fixture.h"
 
 namespace sondera {

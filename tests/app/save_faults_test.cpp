@@ -4,13 +4,13 @@
 
 #include <new>
 
-#include "app/app_fixture.h"
 #include "app/command_line.h"
 #include "app/failing_allocation.h"
 #include "project/project_file.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/events.h"
-#include "runtime/panels/measpanel.h"
+#include "support/app_fixture.h"
 #include "support/failing_file_driver.h"
 #include "support/site_records.h"
 

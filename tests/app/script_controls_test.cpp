@@ -7,10 +7,10 @@
 #include "app/script/names.h"
 #include "app/script/values.h"
 #include "app/script_fixture.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/sasw.h"
 
 namespace sondera {
 namespace {

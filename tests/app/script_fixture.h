@@ -4,9 +4,9 @@
 #include <sstream>
 #include <string>
 
-#include "app/app_fixture.h"
 #include "app/script/run.h"
 #include "runtime/events.h"
+#include "support/app_fixture.h"
 
 namespace sondera::testing {
 

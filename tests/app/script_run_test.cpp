@@ -3,12 +3,12 @@
 
 #include "app/run_report.h"
 #include "app/script_fixture.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/findings.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/sasw.h"
 
 namespace sondera {
 namespace {

@@ -3,15 +3,15 @@
 #include <cmath>
 
 #include "app/script_fixture.h"
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/findings.h"
-#include "runtime/panels/dispcurv.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/sasw.h"
 #include "support/site_records.h"
 
 namespace sondera {

@@ -4,17 +4,17 @@
 // of 3 to 30 m well, and so depths of 1.5 to 12 m.
 #include <cmath>
 
-#include "app/app_fixture.h"
 #include "app/commands.h"
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
 #include "inversion/starting_model.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
+#include "support/app_fixture.h"
 #include "support/site_records.h"
 
 namespace sondera {

@@ -1,18 +1,18 @@
 // Tests of session start and shutdown, with and without boards.
 #include "app/startup.h"
 
-#include "app/app_fixture.h"
-#include "forward/model_records.h"
 #include "numeric/complex_one.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/catalogue/devpanel.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/events.h"
-#include "runtime/panels/devpanel.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/sasw.h"
+#include "support/app_fixture.h"
 
 namespace sondera {
 namespace {

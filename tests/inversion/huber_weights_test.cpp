@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "inversion/known_site.h"
+#include "support/known_site.h"
 
 namespace sondera::testing {
 namespace {
@@ -23,17 +23,17 @@ TEST_F(HuberWeightsTest, TermIsSquareThenLinearAndSmoothBetween) {
 
 TEST_F(HuberWeightsTest, VarianceGrowsWithTheDistanceBeyondTheLimit) {
   Start(3, 4);
-  for (int i = 1; i <= 4; ++i) run.Cd.diag(i) = 4.0;
-  computed[1] = run.runVel[1] + 2.9;   // 1.45 deviations
-  computed[2] = run.runVel[2] - 6.0;   // 3 deviations
-  computed[3] = run.runVel[3] + 30.0;  // 15, but out
-  computed[4] = run.runVel[4] + 15.0;  // 7.5
-  run.iNoVelocity[3] = 1;
+  for (int i = 1; i <= 4; ++i) run.observations.Cd.diag(i) = 4.0;
+  computed[1] = run.observations.runVel[1] + 2.9;   // 1.45 deviations
+  computed[2] = run.observations.runVel[2] - 6.0;   // 3 deviations
+  computed[3] = run.observations.runVel[3] + 30.0;  // 15, but out
+  computed[4] = run.observations.runVel[4] + 15.0;  // 7.5
+  run.observations.iNoVelocity[3] = 1;
   const DiagonalMatrix Cd = HuberCovariance(computed);
   const double expected[] = {4.0, 8.0, 4.0, 20.0};
   for (int i = 1; i <= 4; ++i) {
     EXPECT_NEAR(Cd.diag(i), expected[i - 1], 1e-12) << i;
-    EXPECT_EQ(run.Cd.diag(i), 4.0);
+    EXPECT_EQ(run.observations.Cd.diag(i), 4.0);
   }
   // The force of a residual on the model, residual over variance, is that of 1.5 deviations at most.
   EXPECT_NEAR(15.0 / Cd.diag(4), 1.5 * 2.0 / 4.0, 1e-12);
@@ -53,7 +53,7 @@ TEST_F(HuberRun, WrongPointDoesNotCarryTheProfileAway) {
   EXPECT_GT(plain, 0.05);
   EXPECT_LT(WorstLayer(8), 0.5 * plain);
   for (int i = 1; i <= kPoints; ++i)  // the deviations themselves stay: chi is told with them
-    EXPECT_NEAR(run.Cd.diag(i), std::pow(0.05 * run.runVel[i], 2), 1e-9);
+    EXPECT_NEAR(run.observations.Cd.diag(i), std::pow(0.05 * run.observations.runVel[i], 2), 1e-9);
 }
 
 TEST_F(HuberRun, GoodDataAreTreatedAsWithoutIt) {

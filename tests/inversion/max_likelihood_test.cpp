@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <sstream>
 
-#include "inversion/inv_records.h"
-#include "inversion/kernel_fixture.h"
+#include "records/inv_records.h"
+#include "support/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -23,23 +23,25 @@ class FS_MaxLiklihoodTest : public UpdateTest {
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
     const double largest = Largest(expected.correction);
     ASSERT_GT(largest, 0.01);
-    ExpectVector(run.deltaModel, expected.correction, 1e-10 * largest, "correction");
-    ExpectVector(run.rModel, plain::Stepped(expected, f), 1e-10 * Largest(problem.model), "model");
-    ExpectMatrix(run.Weight, expected.weight, "weight");
-    if (problem.G.rows >= problem.model.size()) ExpectMatrix(run.InvH, expected.posterior, "posterior");
+    ExpectVector(run.update.deltaModel, expected.correction, 1e-10 * largest, "correction");
+    ExpectVector(run.parameters.rModel, plain::Stepped(expected, f), 1e-10 * Largest(problem.model), "model");
+    ExpectMatrix(run.update.Weight, expected.weight, "weight");
+    if (problem.G.rows >= problem.model.size())
+      ExpectMatrix(run.update.InvH, expected.posterior, "posterior");
     ExpectLayersOfModel();
   }
 
   void ExpectLayersOfModel() {
-    for (int l = 1; l <= run.nLayersCur; ++l) {
-      const int pH = run.MapEntry(kQuantityH, l), pVs = run.MapEntry(kQuantityVs, l);
-      EXPECT_EQ(run.layerH[l], pH > 0 ? run.rModel[pH] : run.layerH[l]);
-      EXPECT_EQ(run.layerVs[l], pVs > 0 ? run.rModel[pVs] : run.layerVs[l]);
-      EXPECT_NEAR(run.layerVp[l], run.layerVs[l] * std::sqrt(3.5), 1e-9 * run.layerVp[l]);  // ratio 0.3
+    for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+      const int pH = run.parameters.MapEntry(kQuantityH, l), pVs = run.parameters.MapEntry(kQuantityVs, l);
+      EXPECT_EQ(run.ground.layerH[l], pH > 0 ? run.parameters.rModel[pH] : run.ground.layerH[l]);
+      EXPECT_EQ(run.ground.layerVs[l], pVs > 0 ? run.parameters.rModel[pVs] : run.ground.layerVs[l]);
+      EXPECT_NEAR(run.ground.layerVp[l], run.ground.layerVs[l] * std::sqrt(3.5),
+                  1e-9 * run.ground.layerVp[l]);  // ratio 0.3
     }
   }
 
-  plain::Matrix Resolution() const { return ToPlain(run.Weight) * ToPlain(run.GActive); }
+  plain::Matrix Resolution() const { return ToPlain(run.update.Weight) * ToPlain(run.update.GActive); }
   static plain::Matrix ToPlain(const ColumnMatrix& m) {
     plain::Matrix x(static_cast<std::size_t>(m.rows()), static_cast<std::size_t>(m.cols()));
     for (int i = 1; i <= m.rows(); ++i)
@@ -74,7 +76,7 @@ TEST_F(FS_MaxLiklihoodTest, ModelSpaceAgreesWithDenseAlgebraForEachScheme) {
   for (const int scheme : {1, 2, 3, 4}) {
     SCOPED_TRACE(scheme);
     Start(5, 12);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(static_cast<unsigned>(scheme));
     ExpectPlainUpdate();
   }
@@ -84,7 +86,7 @@ TEST_F(FS_MaxLiklihoodTest, ThicknessAndVsTogetherAgreeWithDenseAlgebra) {
   for (const int scheme : {1, 2, 3}) {
     SCOPED_TRACE(scheme);
     Start(4, 15, 3, 0.1);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(40u + static_cast<unsigned>(scheme));
     ExpectPlainUpdate();
   }
@@ -99,7 +101,7 @@ TEST_F(FS_MaxLiklihoodTest, RandomSizesAgreeWithDenseAlgebraInBothForms) {
     const int scheme = std::uniform_int_distribution<int>(1, 3)(random);
     SCOPED_TRACE(::testing::Message() << layers << " layers, " << points << " points, scheme " << scheme);
     Start(layers, points, 1, 0.2);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(1000 + trial);
     ++(points < layers ? dataSpace : modelSpace);
     ExpectPlainUpdate();
@@ -110,7 +112,7 @@ TEST_F(FS_MaxLiklihoodTest, RandomSizesAgreeWithDenseAlgebraInBothForms) {
 
 TEST_F(FS_MaxLiklihoodTest, FewerRowsThanParametersAreSolvedInDataSpaceWithThePriorTerm) {
   Start(6, 3);
-  ASSERT_EQ(run.iInvScheme, 1);
+  ASSERT_EQ(run.switches.iInvScheme, 1);
   Randomize(5);
   const plain::Problem problem = Plain();
   const plain::Update expected = plain::DataSpace(problem);
@@ -121,14 +123,14 @@ TEST_F(FS_MaxLiklihoodTest, FewerRowsThanParametersAreSolvedInDataSpaceWithThePr
   for (std::size_t k = 0; k < 6; ++k)
     apart = std::max(apart, static_cast<double>(std::fabs(expected.correction[k] - without.correction[k])));
   EXPECT_GT(apart, 1e-3 * Largest(expected.correction));
-  EXPECT_EQ(run.InvHData.rows(), 3);
+  EXPECT_EQ(run.update.InvHData.rows(), 3);
 }
 
 TEST_F(FS_MaxLiklihoodTest, DataSpaceFormServesEverySchemeButTheBaseIsTheSchemes) {
   for (const int scheme : {1, 2, 3}) {
     SCOPED_TRACE(scheme);
     Start(5, 2);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(77);
     ExpectPlainUpdate();
   }
@@ -138,11 +140,11 @@ TEST_F(FS_MaxLiklihoodTest, DataSpaceEqualsModelSpaceWithThePriorTermWhereTheMod
   // The two forms are one estimate by the matrix inversion lemma.
   Start(4, 3);
   Randomize(9);
-  for (int p = 1; p <= 4; ++p) run.rModel[p] = run.rModelPrior[p];
+  for (int p = 1; p <= 4; ++p) run.parameters.rModel[p] = run.parameters.rModelPrior[p];
   const plain::Problem problem = Plain();
   const plain::Update other = plain::ModelSpace(problem, plain::Inverse(plain::HessianOf(problem)));
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  ExpectVector(run.deltaModel, other.correction, 1e-10 * Largest(other.correction), "correction");
+  ExpectVector(run.update.deltaModel, other.correction, 1e-10 * Largest(other.correction), "correction");
 }
 
 TEST_F(FS_MaxLiklihoodTest, AsManyRowsAsParametersAreSolvedInModelSpace) {
@@ -155,11 +157,11 @@ TEST_F(FS_MaxLiklihoodTest, AsManyRowsAsParametersAreSolvedInModelSpace) {
 TEST_F(FS_MaxLiklihoodTest, AnyOtherSchemeMakesNoCorrection) {
   for (const int scheme : {5, 9, -3}) {
     Start(4, 9);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(6);
-    const OffsetVector<double> before = run.rModel;
+    const OffsetVector<double> before = run.parameters.rModel;
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-    for (int p = 1; p <= 4; ++p) EXPECT_EQ(run.rModel[p], before[p]);
+    for (int p = 1; p <= 4; ++p) EXPECT_EQ(run.parameters.rModel[p], before[p]);
   }
 }
 
@@ -167,16 +169,16 @@ TEST_F(FS_MaxLiklihoodTest, SchemeOneHasNoPriorTermAndSchemeThreeHas) {
   // Perfect fit away from the prior: scheme 1 stays, scheme 3 goes back towards the prior.
   for (const int scheme : {1, 3}) {
     Start(3, 8);
-    run.iInvScheme = scheme;
+    run.switches.iInvScheme = scheme;
     Randomize(8);
-    for (int i = 1; i <= run.nObsRows; ++i) computed[i] = run.runVel[i];
-    run.rModel[2] = 1.1 * run.rModelPrior[2];
-    const OffsetVector<double> before = run.rModel;
+    for (int i = 1; i <= run.observations.nObsRows; ++i) computed[i] = run.observations.runVel[i];
+    run.parameters.rModel[2] = 1.1 * run.parameters.rModelPrior[2];
+    const OffsetVector<double> before = run.parameters.rModel;
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
     if (scheme == 1) {
-      for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.rModel[p], before[p]);
+      for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.parameters.rModel[p], before[p]);
     } else {
-      EXPECT_LT(run.rModel[2], before[2]);
+      EXPECT_LT(run.parameters.rModel[2], before[2]);
     }
   }
 }
@@ -185,7 +187,7 @@ TEST_F(FS_MaxLiklihoodTest, CorrelatedPriorAgreesWithDenseAlgebra) {
   for (const int points : {10, 3}) {
     SCOPED_TRACE(points);
     Start(5, points);
-    for (int l = 1; l <= 5; ++l) run.CorrLength(kQuantityVs, l) = 12.0;
+    for (int l = 1; l <= 5; ++l) run.parameters.CorrLength(kQuantityVs, l) = 12.0;
     Randomize(12);
     plain::Problem problem = Plain();
     for (std::size_t i = 0; i < 5; ++i) {
@@ -197,7 +199,8 @@ TEST_F(FS_MaxLiklihoodTest, CorrelatedPriorAgreesWithDenseAlgebra) {
     }
     const plain::Update expected = plain::Solve(problem);
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-    ExpectVector(run.deltaModel, expected.correction, 1e-9 * Largest(expected.correction), "correction");
+    ExpectVector(run.update.deltaModel, expected.correction, 1e-9 * Largest(expected.correction),
+                 "correction");
   }
 }
 
@@ -214,21 +217,21 @@ TEST_F(FS_MaxLiklihoodTest, AmplitudesDoubleTheRows) {
     SetArrayCurves(4, 2, {120, 130, 0, 125, 110, 0, 115, 118});
     InvParam.ufVs = 0.2;
     Prepare(3);
-    run.iUseAmplitude = 1;
-    for (int i = 1; i <= run.nObs; ++i) {
-      run.arrayAmp[i] = 1.0 + 0.1 * i;
-      run.arrayAmpDev[i] = 0.05 * i;
+    run.switches.iUseAmplitude = 1;
+    for (int i = 1; i <= run.observations.nObs; ++i) {
+      run.observations.arrayAmp[i] = 1.0 + 0.1 * i;
+      run.observations.arrayAmpDev[i] = 0.05 * i;
     }
     ASSERT_EQ(FS_SetUpObsData(2), 0);
-    ASSERT_EQ(run.ldObs, 2 * run.nObsRows);
-    computed = amplitude = OffsetVector<double>(1, run.runVel.size());
+    ASSERT_EQ(run.observations.ldObs, 2 * run.observations.nObsRows);
+    computed = amplitude = OffsetVector<double>(1, run.observations.runVel.size());
     Randomize(15);
-    run.Cd.diag(2) = 0.0;  // drops both halves of this row
+    run.observations.Cd.diag(2) = 0.0;  // drops both halves of this row
     computed[2] = 0.0;
     ASSERT_EQ(Plain().G.rows, 10u);
     ExpectPlainUpdate();
-    EXPECT_EQ(run.ldObs, 12);
-    EXPECT_EQ(run.nObsRows, 6);
+    EXPECT_EQ(run.observations.ldObs, 12);
+    EXPECT_EQ(run.observations.nObsRows, 6);
   }
 }
 
@@ -239,7 +242,7 @@ TEST_F(FS_MaxLiklihoodTest, TracesOfDataAndModelResolutionAreEqual) {
     Start(layers, 7);
     Randomize(21);
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-    const plain::Matrix W = ToPlain(run.Weight), G = ToPlain(run.GActive);
+    const plain::Matrix W = ToPlain(run.update.Weight), G = ToPlain(run.update.GActive);
     EXPECT_NEAR(static_cast<double>(plain::Trace(G * W)), static_cast<double>(plain::Trace(W * G)), 1e-12);
     double traceN = 0.0, traceR = 0.0;
     for (double x : Column(".n", "Iteration no.", 3)) traceN += x;
@@ -261,18 +264,19 @@ TEST_F(FS_MaxLiklihoodTest, PosteriorOverPriorVarianceIsOneLessTheResolution) {
   const plain::Matrix R = Resolution();
   for (std::size_t k = 0; k < problem.model.size(); ++k) {
     const int p = static_cast<int>(k) + 1;
-    const double ratio = run.InvH(p, p) / static_cast<double>(problem.Cm(k, k));
+    const double ratio = run.update.InvH(p, p) / static_cast<double>(problem.Cm(k, k));
     EXPECT_NEAR(ratio, 1.0 - static_cast<double>(R(k, k)), 1e-11) << p;
-    EXPECT_NEAR(run.Cm(p, p), static_cast<double>(problem.Cm(k, k)), 1e-11 * run.Cm(p, p));
+    EXPECT_NEAR(run.parameters.Cm(p, p), static_cast<double>(problem.Cm(k, k)),
+                1e-11 * run.parameters.Cm(p, p));
   }
 }
 
 TEST_F(FS_MaxLiklihoodTest, PriorVarianceFollowsThePresentModel) {
   Start(3, 8);
   Randomize(23);
-  run.rModel[2] = 240.0;
+  run.parameters.rModel[2] = 240.0;
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_NEAR(run.Cm(2, 2), 0.09 * 240.0 * 240.0, 1e-9);
+  EXPECT_NEAR(run.parameters.Cm(2, 2), 0.09 * 240.0 * 240.0, 1e-9);
 }
 
 // --- Rows ---
@@ -280,20 +284,20 @@ TEST_F(FS_MaxLiklihoodTest, PriorVarianceFollowsThePresentModel) {
 TEST_F(FS_MaxLiklihoodTest, RowWithoutVelocityOrWithoutDeviationDropsOutForGood) {
   Start(4, 9);
   Randomize(31);
-  run.iNoVelocity[3] = 1;
+  run.observations.iNoVelocity[3] = 1;
   computed[3] = 0.0;
-  run.Cd.diag(7) = 0.0;
+  run.observations.Cd.diag(7) = 0.0;
   computed[7] = 0.0;
   ASSERT_EQ(Plain().G.rows, 7u);
   ExpectPlainUpdate();
-  EXPECT_EQ(run.iNoVelocity[3], 1);
-  EXPECT_EQ(run.iNoVelocity[7], 1);
-  EXPECT_EQ(run.iNoVelocity[1], 0);
-  EXPECT_EQ(run.GActive.rows(), 7);
-  run.Cd.diag(7) = 25.0;  // comes too late
+  EXPECT_EQ(run.observations.iNoVelocity[3], 1);
+  EXPECT_EQ(run.observations.iNoVelocity[7], 1);
+  EXPECT_EQ(run.observations.iNoVelocity[1], 0);
+  EXPECT_EQ(run.update.GActive.rows(), 7);
+  run.observations.Cd.diag(7) = 25.0;  // comes too late
   computed[7] = 0.0;
   ExpectPlainUpdate();
-  EXPECT_EQ(run.GActive.rows(), 7);
+  EXPECT_EQ(run.update.GActive.rows(), 7);
 }
 
 TEST_F(FS_MaxLiklihoodTest, DifferencesAreTakenByComputedVelocityNotByFlag) {
@@ -301,13 +305,15 @@ TEST_F(FS_MaxLiklihoodTest, DifferencesAreTakenByComputedVelocityNotByFlag) {
   // rows, so that all later differences stand one row lower, and the last finds no place.
   Start(3, 6);
   Randomize(32);
-  run.iNoVelocity[2] = 1;
+  run.observations.iNoVelocity[2] = 1;
   const plain::Problem problem = Plain();
   ASSERT_EQ(problem.G.rows, 5u);
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  for (int k = 1; k <= 5; ++k) EXPECT_DOUBLE_EQ(run.deltaVel[k], computed[k] - run.runVel[k]) << k;
+  for (int k = 1; k <= 5; ++k)
+    EXPECT_DOUBLE_EQ(run.update.deltaVel[k], computed[k] - run.observations.runVel[k]) << k;
   const plain::Update expected = plain::Solve(problem);
-  ExpectVector(run.deltaModel, expected.correction, 1e-10 * Largest(expected.correction), "correction");
+  ExpectVector(run.update.deltaModel, expected.correction, 1e-10 * Largest(expected.correction),
+               "correction");
 }
 
 TEST_F(FS_MaxLiklihoodTest, DifferencesThatAreNotReachedAreZero) {
@@ -315,34 +321,34 @@ TEST_F(FS_MaxLiklihoodTest, DifferencesThatAreNotReachedAreZero) {
   Randomize(33);
   computed[4] = 0.0;  // in use, without a velocity this time
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_DOUBLE_EQ(run.deltaVel[4], computed[5] - run.runVel[5]);
-  EXPECT_DOUBLE_EQ(run.deltaVel[5], computed[6] - run.runVel[6]);
-  EXPECT_EQ(run.deltaVel[6], 0.0);
+  EXPECT_DOUBLE_EQ(run.update.deltaVel[4], computed[5] - run.observations.runVel[5]);
+  EXPECT_DOUBLE_EQ(run.update.deltaVel[5], computed[6] - run.observations.runVel[6]);
+  EXPECT_EQ(run.update.deltaVel[6], 0.0);
 }
 
 TEST_F(FS_MaxLiklihoodTest, NoRowInUseIsToldAndEndsTheRun) {
   Start(3, 4);
   Randomize(34);
   for (int i = 1; i <= 4; ++i) {
-    if (i % 2 == 0) run.iNoVelocity[i] = 1;
-    if (i % 2 == 1) run.Cd.diag(i) = 0.0;
+    if (i % 2 == 0) run.observations.iNoVelocity[i] = 1;
+    if (i % 2 == 1) run.observations.Cd.diag(i) = 0.0;
   }
-  const OffsetVector<double> before = run.rModel;
+  const OffsetVector<double> before = run.parameters.rModel;
   EXPECT_EQ(FS_MaxLiklihood(computed, amplitude), -1);
   EXPECT_EQ(OnlyMessage(), "Warning: No velocities are calculated at all the given frequencies.\n");
   EXPECT_EQ(frontEnd.messageTitles.back(), "Sondera 4");
-  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.rModel[p], before[p]);
-  EXPECT_EQ(run.nObsRows, 4);
+  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.parameters.rModel[p], before[p]);
+  EXPECT_EQ(run.observations.nObsRows, 4);
 }
 
 TEST_F(FS_MaxLiklihoodTest, CountsOfRowsAreBackAfterAnUpdate) {
   Start(3, 6);
   Randomize(35);
-  run.iNoVelocity[2] = 1;
+  run.observations.iNoVelocity[2] = 1;
   computed[2] = 0.0;
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_EQ(run.nObsRows, 6);
-  EXPECT_EQ(run.ldObs, 6);
+  EXPECT_EQ(run.observations.nObsRows, 6);
+  EXPECT_EQ(run.observations.ldObs, 6);
 }
 
 // --- What is shown and written ---
@@ -374,9 +380,9 @@ TEST_F(FS_MaxLiklihoodTest, EventsArePolledAroundTheInverses) {
 TEST_F(FS_MaxLiklihoodTest, MatricesAreNotDumped) {
   Start(3, 6);
   Randomize(39);
-  run.iDumpMatrices = 1;
+  run.switches.iDumpMatrices = 1;
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_EQ(run.iDumpMatrices, 0);
+  EXPECT_EQ(run.switches.iDumpMatrices, 0);
   for (const char* name : {"compvel_obsvel.dat", "Cm", "DeltaVel", "Hessian", "DeltaModel"})
     EXPECT_FALSE(std::filesystem::exists(name)) << name;
 }
@@ -384,7 +390,7 @@ TEST_F(FS_MaxLiklihoodTest, MatricesAreNotDumped) {
 TEST_F(FS_MaxLiklihoodTest, ResolutionIsWrittenBeforeTheModelMoves) {
   Start(3, 6);
   Randomize(40);
-  run.iCurIterNo = 2;
+  run.course.iCurIterNo = 2;
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
   EXPECT_EQ(Count(File(".r"), "Iteration no. :  2"), 1);
   EXPECT_EQ(Count(File(".n"), "Iteration no. :  2"), 1);
@@ -400,41 +406,42 @@ TEST_F(FS_MaxLiklihoodTest, RatioFollowsTheVelocitiesWhereItIsNotGiven) {
   SetLayers({{2.0, 300.0, 120.0, 2.0, 0.0, 0.02}, {2.0, 0.0, 150.0, 2.0, 0.3, 0.02}});
   SetGlobalCurve(5);
   Prepare(2);
-  ASSERT_EQ(run.iPoissonGiven[1], 0);
-  computed = amplitude = OffsetVector<double>(1, run.runVel.size());
+  ASSERT_EQ(run.ground.iPoissonGiven[1], 0);
+  computed = amplitude = OffsetVector<double>(1, run.observations.runVel.size());
   Randomize(41);
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  const double r2 = std::pow(300.0 / run.layerVs[1], 2);
-  EXPECT_EQ(run.layerVp[1], 300.0);
-  EXPECT_NEAR(run.layerNu[1], (r2 - 2.0) / (r2 - 1.0) / 2.0, 1e-12);
-  EXPECT_EQ(run.layerVs[1], run.rModel[1]);
-  EXPECT_NEAR(run.layerVp[2], run.layerVs[2] * std::sqrt(3.5), 1e-9);
+  const double r2 = std::pow(300.0 / run.ground.layerVs[1], 2);
+  EXPECT_EQ(run.ground.layerVp[1], 300.0);
+  EXPECT_NEAR(run.ground.layerNu[1], (r2 - 2.0) / (r2 - 1.0) / 2.0, 1e-12);
+  EXPECT_EQ(run.ground.layerVs[1], run.parameters.rModel[1]);
+  EXPECT_NEAR(run.ground.layerVp[2], run.ground.layerVs[2] * std::sqrt(3.5), 1e-9);
 }
 
 TEST_F(FS_MaxLiklihoodTest, UnphysicalRatioIsPulledBackThroughVsAndTheModelKeepsItsOwn) {
   SetLayers({{2.0, 300.0, 120.0, 2.0, 0.0, 0.02}, {2.0, 0.0, 150.0, 2.0, 0.3, 0.02}});
   SetGlobalCurve(5);
   Prepare(2);
-  computed = amplitude = OffsetVector<double>(1, run.runVel.size());
-  for (int i = 1; i <= 5; ++i) computed[i] = run.runVel[i];  // no correction
-  for (int i = 1; i <= 5; ++i) run.GMatrix(i, 1) = run.GMatrix(i, 2) = 0.1 * i + (i == 2 ? 1.0 : 0.0);
-  run.rModel[1] = 310.0;  // faster than Vp: the ratio comes out above one half
+  computed = amplitude = OffsetVector<double>(1, run.observations.runVel.size());
+  for (int i = 1; i <= 5; ++i) computed[i] = run.observations.runVel[i];  // no correction
+  for (int i = 1; i <= 5; ++i)
+    run.update.GMatrix(i, 1) = run.update.GMatrix(i, 2) = 0.1 * i + (i == 2 ? 1.0 : 0.0);
+  run.parameters.rModel[1] = 310.0;  // faster than Vp: the ratio comes out above one half
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_DOUBLE_EQ(run.layerNu[1], 0.497);
-  EXPECT_DOUBLE_EQ(run.layerVs[1], 300.0 * std::sqrt(0.005964214711729627));
-  EXPECT_DOUBLE_EQ(run.rModel[1], 310.0);
+  EXPECT_DOUBLE_EQ(run.ground.layerNu[1], 0.497);
+  EXPECT_DOUBLE_EQ(run.ground.layerVs[1], 300.0 * std::sqrt(0.005964214711729627));
+  EXPECT_DOUBLE_EQ(run.parameters.rModel[1], 310.0);
 }
 
 TEST_F(FS_MaxLiklihoodTest, NegativeRatioStays) {
   SetLayers({{2.0, 300.0, 120.0, 2.0, 0.0, 0.02}, {2.0, 0.0, 150.0, 2.0, 0.3, 0.02}});
   SetGlobalCurve(5);
   Prepare(2);
-  computed = amplitude = OffsetVector<double>(1, run.runVel.size());
-  for (int i = 1; i <= 5; ++i) computed[i] = run.runVel[i];
-  run.rModel[1] = 250.0;  // Vp over Vs is 1.2, below the root of two
+  computed = amplitude = OffsetVector<double>(1, run.observations.runVel.size());
+  for (int i = 1; i <= 5; ++i) computed[i] = run.observations.runVel[i];
+  run.parameters.rModel[1] = 250.0;  // Vp over Vs is 1.2, below the root of two
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  EXPECT_NEAR(run.layerNu[1], (1.44 - 2.0) / (1.44 - 1.0) / 2.0, 1e-12);
-  EXPECT_DOUBLE_EQ(run.layerVs[1], 250.0);
+  EXPECT_NEAR(run.ground.layerNu[1], (1.44 - 2.0) / (1.44 - 1.0) / 2.0, 1e-12);
+  EXPECT_DOUBLE_EQ(run.ground.layerVs[1], 250.0);
 }
 
 }  // namespace

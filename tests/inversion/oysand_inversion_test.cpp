@@ -8,8 +8,8 @@
 #include <iostream>
 #include <sstream>
 
-#include "inversion/run_case.h"
 #include "support/field_data.h"
+#include "support/run_case.h"
 
 namespace sondera::testing {
 namespace {
@@ -52,7 +52,7 @@ class OysandInversion : public RunCase {
       velocity.push_back(point[1]);
     }
     SetCurve(wavelength, velocity);
-    run.ufVph = 0.015;
+    run.switches.ufVph = 0.015;
     InvParam.ufVs = 0.1;
     SetCtrlVal(inversion::UPDATERHONU, 1);
   }
@@ -114,7 +114,7 @@ TEST_F(OysandInversion, GivenLayersFitTheCurveInFiveIterations) {
 
 TEST_F(OysandInversion, FinerLayersComeNearTheOtherFitWhereTheyAreResolved) {
   SetLayers(FinerLayers());
-  ASSERT_EQ(run.cdMode, 1);
+  ASSERT_EQ(run.switches.cdMode, 1);
   ASSERT_EQ(RunIterations(5), 0) << Messages();
   Print("six layers");
   EXPECT_GT(RelativeMisfit(0), 0.03);
@@ -132,7 +132,7 @@ TEST_F(OysandInversion, FinerLayersComeNearTheOtherFitWhereTheyAreResolved) {
 TEST_F(OysandInversion, PanelDefaultsOfTheFactorsFitTheCurveToo) {
   SetLayers(GivenLayers());
   InvParam.ufVs = GetCtrlVal(inversion::UF_VS);
-  run.ufVph = GetCtrlVal(inversion::UF_VPH);
+  run.switches.ufVph = GetCtrlVal(inversion::UF_VPH);
   ASSERT_EQ(RunIterations(GetCtrlVal(inversion::NITER)), 0) << Messages();
   Print("four layers, factors of the panel");
   EXPECT_LT(RelativeMisfit(5), 0.015);

@@ -4,8 +4,8 @@
 #include <iostream>
 #include <limits>
 
-#include "inversion/run_case.h"
-#include "runtime/panels/meassetup.h"
+#include "runtime/catalogue/meassetup.h"
+#include "support/run_case.h"
 
 namespace sondera::testing {
 namespace {
@@ -75,8 +75,8 @@ class RandomInversion : public RunCase {
       InvParam.minH = Between(0.1, 2.0);
       InvParam.maxH = InvParam.minH + Between(-0.5, 5.0);
     }
-    run.cdMode = Whole(-1, 1);
-    run.ufVph = OneOf({0.0, 1e-6, 0.01, 0.05, 0.5});
+    run.switches.cdMode = Whole(-1, 1);
+    run.switches.ufVph = OneOf({0.0, 1e-6, 0.01, 0.05, 0.5});
     SetCtrlVal(inversion::CONST_MP_VS, OneOf<const char*>({"", "", "1", "2, 3", "99", "-1 x"}));
     SetCtrlVal(inversion::CONST_MP_H, OneOf<const char*>({"", "", "1,2", "7"}));
     SetCtrlVal(inversion::UPDATERHONU, Whole(0, 1));

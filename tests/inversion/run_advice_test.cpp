@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "inversion/run_case.h"
-#include "inversion/run_history.h"
+#include "run/run_history.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
+#include "support/run_case.h"
 
 namespace sondera::testing {
 namespace {
@@ -18,11 +18,11 @@ class RunAdviceTest : public UpdateTest {
     ClearInversionHistories();
     ClearFindings();
     Start(3, 4);
-    run.iAnalysis = 3;
-    run.fDispBulb = 1.75;
+    run.switches.iAnalysis = 3;
+    run.switches.fDispBulb = 1.75;
     InvParam.nEntries = 5;
     for (int l = 0; l < 3; ++l) InvParam.resolution(1, l) = 0.5;
-    for (int i = 1; i <= 4; ++i) run.Cd.diag(i) = 4.0;
+    for (int i = 1; i <= 4; ++i) run.observations.Cd.diag(i) = 4.0;
     NoteIteration(0, computed, 9.0);
   }
   void TearDown() override {
@@ -32,7 +32,7 @@ class RunAdviceTest : public UpdateTest {
   }
   /// A curve that is off by this at all points.
   void Iteration(int number, double off) {
-    for (int i = 1; i <= 4; ++i) computed[i] = run.runVel[i] + off;
+    for (int i = 1; i <= 4; ++i) computed[i] = run.observations.runVel[i] + off;
     NoteIteration(number, computed, off);
   }
 };
@@ -43,10 +43,10 @@ TEST_F(RunAdviceTest, FitNamesTheIterationWithTheLowestChi) {
   Iteration(0, 6.0);
   Iteration(1, 2.0);
   EXPECT_EQ(FitOfRun(), "RMS 2.00, chi 1.00 on 4 of 4 points (lowest chi 1.00 in iteration 1)");
-  run.iNoVelocity[2] = 1;
+  run.observations.iNoVelocity[2] = 1;
   Iteration(2, 3.0);
   EXPECT_EQ(FitOfRun(), "RMS 3.00, chi 2.25 on 3 of 4 points (lowest chi 1.00 in iteration 1)");
-  for (int i = 1; i <= 4; ++i) run.iNoVelocity[i] = 1;
+  for (int i = 1; i <= 4; ++i) run.observations.iNoVelocity[i] = 1;
   Iteration(3, 0.0);
   EXPECT_EQ(FitOfRun(), "no point of 4 in the fit");
 }
@@ -59,16 +59,16 @@ TEST_F(RunAdviceTest, GoodRunNeedsNone) {
 }
 
 TEST_F(RunAdviceTest, LostPointsAdviseAWiderBulb) {
-  run.iNoVelocity[3] = 1;
+  run.observations.iNoVelocity[3] = 1;
   Iteration(1, 1.0);
   EXPECT_EQ(
       RunAdvice(),
       "1 of 4 points ended without a result and is not in the fit: set the displacement bulb, now 1.75, "
       "to 2.5 (1.8 times the time)");
-  run.fDispBulb = 2.5;
+  run.switches.fDispBulb = 2.5;
   EXPECT_EQ(RunAdvice(), "1 of 4 points ended without a result and is not in the fit");
-  run.fDispBulb = 1.75;
-  run.iAnalysis = 2;  // plane waves have none
+  run.switches.fDispBulb = 1.75;
+  run.switches.iAnalysis = 2;  // plane waves have none
   EXPECT_EQ(RunAdvice(), "1 of 4 points ended without a result and is not in the fit");
 }
 
@@ -87,7 +87,7 @@ TEST_F(RunAdviceTest, LayersThatTheDataHardlySeeAreNamed) {
   EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
   InvParam.resolution(1, 2) = 0.0;
   EXPECT_EQ(RunAdvice(), "layers 2, 3 have a resolution below 0.3");
-  run.MapEntry(kQuantityVs, 3) = 0;  // fixed: not the data's doing
+  run.parameters.MapEntry(kQuantityVs, 3) = 0;  // fixed: not the data's doing
   EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
 }
 

@@ -9,12 +9,12 @@
 #include <filesystem>
 #include <limits>
 
-#include "forward/sweep_state.h"
-#include "inversion/run_case.h"
+#include "run/sweep_state.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
 #include "runtime/redraw.h"
+#include "support/run_case.h"
 
 namespace sondera::testing {
 namespace {
@@ -86,7 +86,7 @@ TEST_F(FS_RunIAnalTest, FiveIterationsLeaveSixCurvesAndFiveStatistics) {
   EXPECT_EQ(Heads(".pcm"), 5);
   EXPECT_EQ(Heads(".fsp"), 5);
   EXPECT_EQ(Heads(".r"), 5);
-  EXPECT_EQ(run.iCurIterNo, 5);
+  EXPECT_EQ(run.course.iCurIterNo, 5);
   ExpectFiniteResults();
 }
 
@@ -176,14 +176,15 @@ std::string Fixed(double x) {
 TEST_F(FS_RunIAnalTest, SingularValuesOfTheSensitivitiesStandBehindTheirSwitch) {
   SetLayers({{4.0, 0.0, 180.0, 1.8, 0.33, 0.02}});
   SetCurve({3.0, 9.0}, {150.0, 152.0});
-  run.reportSwitch[0] = true;
+  run.switches.reportSwitch[0] = true;
   ASSERT_EQ(RunIterations(1), 0);
   // One layer: both rows are c over Vs, so U is (1, 1) over the root of two up to sign.
-  const double w = std::hypot(run.GMatrix(1, 1), run.GMatrix(2, 1)), u = run.GMatrix(1, 1) / w;
+  const double w = std::hypot(run.update.GMatrix(1, 1), run.update.GMatrix(2, 1)),
+               u = run.update.GMatrix(1, 1) / w;
   const std::string text = File(".svd");
   const auto matches = [&](double sign) {
     return text == "\n\nIteration no. :  1 ...U ... \n" + Fixed(sign * u) + "\n" +
-                       Fixed(sign * run.GMatrix(2, 1) / w) + "\nW ... \n" + Fixed(w) + "\nV ... \n" +
+                       Fixed(sign * run.update.GMatrix(2, 1) / w) + "\nW ... \n" + Fixed(w) + "\nV ... \n" +
                        Fixed(sign) + "\n";
   };
   EXPECT_TRUE(matches(1.0) || matches(-1.0)) << text;
@@ -215,9 +216,9 @@ TEST_F(FS_RunIAnalTest, NoIterationsLeaveTheStartingModel) {
 TEST_F(FS_RunIAnalTest, HaltKeepsTheLastFinishedIteration) {
   SetKnownSite();
   // 15 points: the first sweep, then 6 sweeps of the matrix and one after the update, then into the second.
-  AtPoll(15 * 8 + 40, [] { run.iHaltRequest = 1; });
+  AtPoll(15 * 8 + 40, [] { run.course.iHaltRequest = 1; });
   EXPECT_EQ(RunIterations(5), -1);
-  EXPECT_EQ(run.iHaltRequest, 0);
+  EXPECT_EQ(run.course.iHaltRequest, 0);
   EXPECT_EQ(Listed(), 2);
   EXPECT_EQ(Heads(".fdp"), 2);
   EXPECT_GT(InvParam.Vs(1, 0), 0.0);
@@ -236,13 +237,13 @@ TEST_F(FS_RunIAnalTest, HaltAnywhereLeavesWholeIterationsAndOneMessage) {
     frontEnd.messages.clear();
     int count = 0;
     frontEnd.onProcessEvents = [&count, poll] {
-      if (++count == poll) run.iHaltRequest = 1;
+      if (++count == poll) run.course.iHaltRequest = 1;
     };
     const int result = RunIterations(2);
     frontEnd.onProcessEvents = nullptr;
     EXPECT_LE(frontEnd.messages.size(), 1u);
     EXPECT_EQ(result, frontEnd.messages.empty() ? 0 : -1);
-    EXPECT_EQ(run.iHaltRequest, 0);
+    EXPECT_EQ(run.course.iHaltRequest, 0);
     if (Listed() == 0) {
       EXPECT_TRUE(folder.Names().empty());
       continue;
@@ -314,9 +315,9 @@ TEST_F(FS_RunIAnalTest, RowThatFailedOnceStaysOutOfTheFit) {
   SetKnownSite();
   TheoDispInfo.globalVel[3] = 0.0;  // no wavelength, no root
   ASSERT_EQ(RunIterations(3), 0) << Messages();
-  EXPECT_EQ(run.iNoVelocity[4], 1);
-  for (int i = 1; i <= 15; ++i) EXPECT_EQ(run.iNoVelocity[i], i == 4 ? 1 : 0);
-  EXPECT_EQ(run.GActive.rows(), 14);
+  EXPECT_EQ(run.observations.iNoVelocity[4], 1);
+  for (int i = 1; i <= 15; ++i) EXPECT_EQ(run.observations.iNoVelocity[i], i == 4 ? 1 : 0);
+  EXPECT_EQ(run.update.GActive.rows(), 14);
   for (int k = 0; k <= 3; ++k) EXPECT_EQ(InvParam.vel(k, 3), 0.0);
   EXPECT_LT(InvParam.rms[3], 1.0);
   ExpectFiniteResults();
@@ -333,9 +334,9 @@ TEST_F(FS_RunIAnalTest, RowOutsideTheScanOfTheStartingModelStaysOutWhenTheModelH
   ASSERT_EQ(RunIterations(3), 0) << Messages();
   EXPECT_EQ(InvParam.vel(0, 14), 0.0);
   EXPECT_GT(InvParam.vel(3, 14), 0.0);
-  EXPECT_EQ(run.iNoVelocity[15], 1);
-  EXPECT_EQ(run.iNoVelocity[1], 0);
-  EXPECT_LT(run.GActive.rows(), 15);
+  EXPECT_EQ(run.observations.iNoVelocity[15], 1);
+  EXPECT_EQ(run.observations.iNoVelocity[1], 0);
+  EXPECT_LT(run.update.GActive.rows(), 15);
   EXPECT_EQ(SweepReport(), "");  // nothing stands behind the lost points
 }
 
@@ -348,7 +349,7 @@ TEST_F(FS_RunIAnalTest, LostPointThatIsFoundAgainMovesNoOtherPoint) {
   ASSERT_EQ(RunIterations(3), 0) << Messages();
   EXPECT_EQ(InvParam.vel(0, 0), 0.0);
   EXPECT_GT(InvParam.vel(1, 0), 0.0);
-  EXPECT_EQ(run.iNoVelocity[1], 1);
+  EXPECT_EQ(run.observations.iNoVelocity[1], 1);
   EXPECT_EQ(SweepReport(), "");
   EXPECT_LT(InvParam.rms[2], InvParam.rms[1]);
   EXPECT_LT(InvParam.rms[3], InvParam.rms[2]);
@@ -360,13 +361,13 @@ TEST_F(FS_RunIAnalTest, FlagOfAnEarlierRunDoesNotOutliveIt) {
   ASSERT_EQ(RunIterations(1), 0);
   SetKnownSite();
   ASSERT_EQ(RunIterations(1), 0);
-  EXPECT_EQ(run.iNoVelocity[4], 0);
+  EXPECT_EQ(run.observations.iNoVelocity[4], 0);
 }
 
 TEST_F(FS_RunIAnalTest, DataWithoutDeviationEndWithTheWarning) {
   SetKnownSite();
-  run.cdMode = 0;
-  run.ufVph = 0.0;
+  run.switches.cdMode = 0;
+  run.switches.ufVph = 0.0;
   EXPECT_EQ(RunIterations(2), -1);
   EXPECT_EQ(OnlyMessage(), "Warning: No velocities are calculated at all the given frequencies.\n");
   EXPECT_EQ(Listed(), 1);  // the starting model has been evaluated
@@ -383,7 +384,7 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
   EXPECT_LT(InvParam.rms[1], 0.5 * InvParam.rms[0]);
   EXPECT_GT(InvParam.rms[2], InvParam.rms[1]);
   EXPECT_GT(InvParam.rms[3], InvParam.rms[2]);
-  EXPECT_EQ(run.InvHData.rows(), 4);
+  EXPECT_EQ(run.update.InvHData.rows(), 4);
   EXPECT_EQ(Listed(), 4);  // worse steps are kept
   const std::string note =
       "fewer points (4) than free parameters (9): only iteration 1 is a step towards the curve";
@@ -398,7 +399,7 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
 TEST_F(FS_RunIAnalTest, ModelWithoutAnyVelocityIsNoConvergence) {
   SetKnownSite();
   AtPoll(15 * 7 + 1, [] {  // behind the sensitivities: the points of the next sweep have no wavelength
-    for (int i = 1; i <= 15; ++i) run.runFreq[i] = 0.0;
+    for (int i = 1; i <= 15; ++i) run.observations.runFreq[i] = 0.0;
   });
   EXPECT_EQ(RunIterations(5), -1);
   EXPECT_NE(Messages().find("No point has a velocity after iteration 1"), std::string::npos) << Messages();
@@ -435,7 +436,7 @@ TEST_F(FS_RunIAnalTest, OfAllButtonsOnlyHaltAnswersDuringARun) {
 
 TEST_F(FS_RunIAnalTest, HaltFromBeforeIsForgotten) {
   SetKnownSite();
-  run.iHaltRequest = 1;
+  run.course.iHaltRequest = 1;
   EXPECT_EQ(RunIterations(1), 0);
 }
 
@@ -521,7 +522,7 @@ TEST_F(FS_RunIAnalTest, HostileLayersAndSettingsGiveAMessageOrFiniteResults) {
     InvParam.ufVs = s.ufVs;
     InvParam.minVs = s.minVs;
     InvParam.maxVs = s.maxVs;
-    run.ufVph = s.ufVph;
+    run.switches.ufVph = s.ufVph;
     ::testing::internal::CaptureStdout();
     const int result = RunIterations(4);
     ::testing::internal::GetCapturedStdout();

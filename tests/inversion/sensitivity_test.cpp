@@ -8,9 +8,9 @@
 
 #include "forward/plane_wave.h"
 #include "forward/rayleigh_modes.cpp"  // the second route to phase velocities
-#include "inversion/kernel_fixture.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/events.h"
-#include "runtime/panels/meassetup.h"
+#include "support/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -44,15 +44,15 @@ class FS_GmatrixTest : public KernelTest {
   void StartSite(int modelParm) { Start(kSite, modelParm, {2.2, 3.0, 5.0, 8.2, 12.0, 20.0}); }
 
   /// Wavelength at which the sweep solves a row.
-  static double Wavelength(int row) { return run.runVel[row] / run.runFreq[row]; }
+  static double Wavelength(int row) { return run.observations.runVel[row] / run.observations.runFreq[row]; }
 
   static modes::Ground GroundOfRun() {
     modes::Ground g;
-    for (int l = 1; l <= run.nLayersCur; ++l) {
-      g.h.push_back(run.layerH[l]);
-      g.Vs.push_back(run.layerVs[l]);
-      g.rho.push_back(run.layerRho[l]);
-      g.nu.push_back(run.layerNu[l]);
+    for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+      g.h.push_back(run.ground.layerH[l]);
+      g.Vs.push_back(run.ground.layerVs[l]);
+      g.rho.push_back(run.ground.layerRho[l]);
+      g.nu.push_back(run.ground.layerNu[l]);
     }
     return g;
   }
@@ -85,19 +85,19 @@ TEST_F(FS_GmatrixTest, HalfSpaceHasVelocityOverVsAtEveryWavelength) {
   ASSERT_EQ(FS_Gmatrix(), 0);
   const double ratio = Mode(GroundOfRun(), 1.0) / 180.0;  // c over Vs depends on Poisson's ratio alone
   EXPECT_NEAR(ratio, 0.927413, 1e-6);
-  for (int i = 1; i <= 3; ++i) EXPECT_NEAR(run.GMatrix(i, 1), ratio, 1e-6);
+  for (int i = 1; i <= 3; ++i) EXPECT_NEAR(run.update.GMatrix(i, 1), ratio, 1e-6);
 }
 
 TEST_F(FS_GmatrixTest, ColumnsOfVsAgreeWithDerivativesOfAnIndependentSolver) {
   StartSite(1);
   const modes::Ground g = GroundOfRun();
   ASSERT_EQ(FS_Gmatrix(), 0);
-  for (int i = 1; i <= run.nObsRows; ++i) {
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
     const double L = Wavelength(i), c = Mode(g, L);
     for (std::size_t l = 0; l < g.Vs.size(); ++l) {
       // A root is found within the width of the bisection, the step moves it by some 1e-5.
       const double tolerance = kRootWidth / kStep * c / g.Vs[l];
-      EXPECT_NEAR(run.GMatrix(i, static_cast<int>(l) + 1), ModeDerivative(g, &modes::Ground::Vs, l, L),
+      EXPECT_NEAR(run.update.GMatrix(i, static_cast<int>(l) + 1), ModeDerivative(g, &modes::Ground::Vs, l, L),
                   tolerance)
           << "row " << i << " layer " << l;
     }
@@ -108,11 +108,11 @@ TEST_F(FS_GmatrixTest, ColumnsOfThicknessAgreeWithDerivativesOfAnIndependentSolv
   StartSite(2);
   const modes::Ground g = GroundOfRun();
   ASSERT_EQ(FS_Gmatrix(), 0);
-  ASSERT_EQ(run.nModelParm, 3);
-  for (int i = 1; i <= run.nObsRows; ++i) {
+  ASSERT_EQ(run.parameters.nModelParm, 3);
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
     const double L = Wavelength(i), c = Mode(g, L);
     for (std::size_t l = 0; l < 3; ++l)
-      EXPECT_NEAR(run.GMatrix(i, static_cast<int>(l) + 1), ModeDerivative(g, &modes::Ground::h, l, L),
+      EXPECT_NEAR(run.update.GMatrix(i, static_cast<int>(l) + 1), ModeDerivative(g, &modes::Ground::h, l, L),
                   kRootWidth / kStep * c / g.h[l])
           << "row " << i << " layer " << l;
   }
@@ -122,9 +122,9 @@ TEST_F(FS_GmatrixTest, VelocityIsHomogeneousInTheShearVelocities) {
   // All Vs times a factor give all velocities times that factor, so the columns times Vs sum up to c.
   StartSite(1);
   ASSERT_EQ(FS_Gmatrix(), 0);
-  for (int i = 1; i <= run.nObsRows; ++i) {
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
     double sum = 0.0;
-    for (int l = 1; l <= 4; ++l) sum += run.layerVs[l] * run.GMatrix(i, l);
+    for (int l = 1; l <= 4; ++l) sum += run.ground.layerVs[l] * run.update.GMatrix(i, l);
     const double c = Mode(GroundOfRun(), Wavelength(i));
     EXPECT_NEAR(sum, c, 0.02 * c) << i;
   }
@@ -144,10 +144,10 @@ TEST_F(FS_GmatrixTest, IsTheCentralDifferenceOverTwiceTheStep) {
   StartSite(3);
   const modes::Ground g = GroundOfRun();
   ASSERT_EQ(FS_Gmatrix(), 0);
-  ASSERT_EQ(run.nModelParm, 7);
+  ASSERT_EQ(run.parameters.nModelParm, 7);
   for (int l = 1; l <= 4; ++l) {
     for (const int q : {kQuantityH, kQuantityVs}) {
-      const int p = run.MapEntry(q, l);
+      const int p = run.parameters.MapEntry(q, l);
       if (p == 0) continue;
       const auto column = q == kQuantityH ? &modes::Ground::h : &modes::Ground::Vs;
       const std::size_t k = static_cast<std::size_t>(l - 1);
@@ -155,10 +155,10 @@ TEST_F(FS_GmatrixTest, IsTheCentralDifferenceOverTwiceTheStep) {
       modes::Ground plus = g, minus = g;
       (plus.*column)[k] = value + step;
       (minus.*column)[k] = value + step - 2.0 * step;
-      for (int i = 1; i <= run.nObsRows; ++i)
-        EXPECT_NEAR(run.GMatrix(i, p),
+      for (int i = 1; i <= run.observations.nObsRows; ++i)
+        EXPECT_NEAR(run.update.GMatrix(i, p),
                     (Solve(plus, Wavelength(i)) - Solve(minus, Wavelength(i))) / (2.0 * step),
-                    2e-4 * std::fabs(run.GMatrix(i, p)) + 1e-9)
+                    2e-4 * std::fabs(run.update.GMatrix(i, p)) + 1e-9)
             << "quantity " << q << " layer " << l << " row " << i;
     }
   }
@@ -181,7 +181,8 @@ TEST_F(FS_GmatrixTest, PointLoadColumnsFollowTheAnalysis) {
   SetCtrlVal(inversion::UPDATERHONU, 0);
   Prepare(3);
   ASSERT_EQ(FS_Gmatrix(), 0);
-  for (int i = 1; i <= 2; ++i) EXPECT_NEAR(run.GMatrix(i, 1) + run.GMatrix(i, 2), 0.927, 0.05) << i;
+  for (int i = 1; i <= 2; ++i)
+    EXPECT_NEAR(run.update.GMatrix(i, 1) + run.update.GMatrix(i, 2), 0.927, 0.05) << i;
 }
 
 // --- What is solved ---
@@ -193,8 +194,8 @@ TEST_F(FS_GmatrixTest, TakesTwoSolvesForEveryFreeParameter) {
     frontEnd.onProcessEvents = [this] { ++polls; };
     ASSERT_EQ(FS_Gmatrix(), 0);
     frontEnd.onProcessEvents = nullptr;
-    EXPECT_EQ(polls, 2 * run.nModelParm * run.nDispPoints) << modelParm;
-    EXPECT_EQ(run.nModelParm, modelParm == 1 ? 4 : modelParm == 2 ? 3 : 7);
+    EXPECT_EQ(polls, 2 * run.parameters.nModelParm * run.observations.nDispPoints) << modelParm;
+    EXPECT_EQ(run.parameters.nModelParm, modelParm == 1 ? 4 : modelParm == 2 ? 3 : 7);
   }
 }
 
@@ -207,16 +208,16 @@ TEST_F(FS_GmatrixTest, OnlyVsFreeNeverAsksForThicknesses) {
 
 TEST_F(FS_GmatrixTest, ThicknessOfTheHalfSpaceIsNoParameterAndIsNotSolvedForIfItsEntryIsSet) {
   StartSite(2);
-  for (int l = 1; l <= 4; ++l) EXPECT_EQ(run.MapEntry(kQuantityH, l), l < 4 ? l : 0);
-  run.MapEntry(kQuantityH, 4) = 3;  // shares the number, so that a solve would spoil the column
+  for (int l = 1; l <= 4; ++l) EXPECT_EQ(run.parameters.MapEntry(kQuantityH, l), l < 4 ? l : 0);
+  run.parameters.MapEntry(kQuantityH, 4) = 3;  // shares the number, so that a solve would spoil the column
   ASSERT_EQ(FS_Gmatrix(), 0);
-  for (int i = 1; i <= 3; ++i) EXPECT_NE(run.GMatrix(6, i), 0.0);
+  for (int i = 1; i <= 3; ++i) EXPECT_NE(run.update.GMatrix(6, i), 0.0);
 }
 
 TEST_F(FS_GmatrixTest, ConstrainedLayersHaveNoColumn) {
   SetCtrlVal(inversion::CONST_MP_VS, "2, 3");
   StartSite(1);
-  ASSERT_EQ(run.nModelParm, 2);
+  ASSERT_EQ(run.parameters.nModelParm, 2);
   ASSERT_EQ(FS_Gmatrix(), 0);
   EXPECT_FALSE(Shown(process, "Layer 2 *"));
   EXPECT_FALSE(Shown(process, "Layer 3 *"));
@@ -235,30 +236,30 @@ TEST_F(FS_GmatrixTest, ProgressNamesTheLayerAndTheQuantitiesSoFar) {
 
 TEST_F(FS_GmatrixTest, LayersEndWhereTheyBegan) {
   StartSite(3);
-  const OffsetVector<double> H = run.layerH, Vs = run.layerVs;
+  const OffsetVector<double> H = run.ground.layerH, Vs = run.ground.layerVs;
   ASSERT_EQ(FS_Gmatrix(), 0);
   for (int l = 1; l <= 4; ++l) {
-    EXPECT_NEAR(run.layerH[l], H[l], 1e-15 * 4 * H[l]);
-    EXPECT_NEAR(run.layerVs[l], Vs[l], 1e-15 * 4 * Vs[l]);
+    EXPECT_NEAR(run.ground.layerH[l], H[l], 1e-15 * 4 * H[l]);
+    EXPECT_NEAR(run.ground.layerVs[l], Vs[l], 1e-15 * 4 * Vs[l]);
   }
 }
 
 TEST_F(FS_GmatrixTest, ParameterOfZeroDividesByZeroAndHarmsNothingElse) {
   StartSite(3);
-  run.layerH[2] = 0.0;
+  run.ground.layerH[2] = 0.0;
   ASSERT_EQ(FS_Gmatrix(), 0);
-  EXPECT_EQ(run.layerH[2], 0.0);
-  for (int i = 1; i <= run.nObsRows; ++i) {
-    EXPECT_FALSE(std::isfinite(run.GMatrix(i, run.MapEntry(kQuantityH, 2))));
-    EXPECT_TRUE(std::isfinite(run.GMatrix(i, run.MapEntry(kQuantityVs, 1))));
+  EXPECT_EQ(run.ground.layerH[2], 0.0);
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
+    EXPECT_FALSE(std::isfinite(run.update.GMatrix(i, run.parameters.MapEntry(kQuantityH, 2))));
+    EXPECT_TRUE(std::isfinite(run.update.GMatrix(i, run.parameters.MapEntry(kQuantityVs, 1))));
   }
 }
 
 TEST_F(FS_GmatrixTest, VsOfZeroEndsWithoutACrash) {
   StartSite(1);
-  run.layerVs[1] = 0.0;
+  run.ground.layerVs[1] = 0.0;
   ASSERT_EQ(FS_Gmatrix(), 0);
-  for (int i = 1; i <= run.nObsRows; ++i) EXPECT_FALSE(std::isfinite(run.GMatrix(i, 1)));
+  for (int i = 1; i <= run.observations.nObsRows; ++i) EXPECT_FALSE(std::isfinite(run.update.GMatrix(i, 1)));
 }
 
 // --- Amplitudes ---
@@ -275,16 +276,16 @@ TEST_F(FS_GmatrixTest, AmplitudesHaveTheirRowsBehindTheVelocities) {
   SetCtrlVal(inversion::UPDATERHONU, 0);
   Prepare(3);
   ASSERT_EQ(FS_Gmatrix(), 0);
-  const ColumnMatrix velocities = run.GMatrix;
-  run.iUseAmplitude = 1;
+  const ColumnMatrix velocities = run.update.GMatrix;
+  run.switches.iUseAmplitude = 1;
   ASSERT_EQ(FS_SetUpObsData(2), 0);
-  ASSERT_EQ(run.GMatrix.rows(), 4);
+  ASSERT_EQ(run.update.GMatrix.rows(), 4);
   ASSERT_EQ(FS_Gmatrix(), 0);
   for (int p = 1; p <= 2; ++p) {
     for (int i = 1; i <= 2; ++i) {
-      EXPECT_NEAR(run.GMatrix(i, p), velocities(i, p), 1e-6);
-      EXPECT_TRUE(std::isfinite(run.GMatrix(2 + i, p)));
-      EXPECT_NE(run.GMatrix(2 + i, p), 0.0);
+      EXPECT_NEAR(run.update.GMatrix(i, p), velocities(i, p), 1e-6);
+      EXPECT_TRUE(std::isfinite(run.update.GMatrix(2 + i, p)));
+      EXPECT_NE(run.update.GMatrix(2 + i, p), 0.0);
     }
   }
 }
@@ -293,15 +294,15 @@ TEST_F(FS_GmatrixTest, AmplitudesHaveTheirRowsBehindTheVelocities) {
 
 TEST_F(FS_GmatrixTest, DensityAndRatioFollowVsWhereAsked) {
   StartSite(1);
-  run.layerVs[4] = 420.5;
+  run.ground.layerVs[4] = 420.5;
   SetCtrlVal(inversion::UPDATERHONU, 1);
   ASSERT_EQ(FS_Gmatrix(), 0);
   for (int l = 1; l <= 3; ++l) {
-    EXPECT_DOUBLE_EQ(run.layerRho[l], 1800.0);
-    EXPECT_DOUBLE_EQ(run.layerNu[l], 0.3333333);
+    EXPECT_DOUBLE_EQ(run.ground.layerRho[l], 1800.0);
+    EXPECT_DOUBLE_EQ(run.ground.layerNu[l], 0.3333333);
   }
-  EXPECT_DOUBLE_EQ(run.layerRho[4], 2400.0);
-  EXPECT_DOUBLE_EQ(run.layerNu[4], 0.2);
+  EXPECT_DOUBLE_EQ(run.ground.layerRho[4], 2400.0);
+  EXPECT_DOUBLE_EQ(run.ground.layerNu[4], 0.2);
 }
 
 TEST_F(FS_GmatrixTest, DensityDivisorGoesByTheUnitOfLength) {
@@ -310,73 +311,74 @@ TEST_F(FS_GmatrixTest, DensityDivisorGoesByTheUnitOfLength) {
     StartSite(1);
     SetCtrlVal(inversion::UPDATERHONU, 1);
     SetCtrlIndex(meassetup::LENGTHUNIT, index);
-    run.layerVs[3] = 420.0 / unit[index] * (1.0 - 1e-9);
-    run.layerVs[4] = 420.0 / unit[index] * (1.0 + 1e-4);
+    run.ground.layerVs[3] = 420.0 / unit[index] * (1.0 - 1e-9);
+    run.ground.layerVs[4] = 420.0 / unit[index] * (1.0 + 1e-4);
     FS_Gmatrix();
-    EXPECT_DOUBLE_EQ(run.layerRho[3], 1800.0 / divisor[index]);
-    EXPECT_DOUBLE_EQ(run.layerNu[3], 0.3333333);
-    EXPECT_DOUBLE_EQ(run.layerRho[4], 2400.0 / divisor[index]);
-    EXPECT_DOUBLE_EQ(run.layerNu[4], 0.2);
+    EXPECT_DOUBLE_EQ(run.ground.layerRho[3], 1800.0 / divisor[index]);
+    EXPECT_DOUBLE_EQ(run.ground.layerNu[3], 0.3333333);
+    EXPECT_DOUBLE_EQ(run.ground.layerRho[4], 2400.0 / divisor[index]);
+    EXPECT_DOUBLE_EQ(run.ground.layerNu[4], 0.2);
   }
 }
 
 TEST_F(FS_GmatrixTest, WithoutUpdateDensityAndRatioStayAsTheyStand) {
   StartSite(1);
-  const OffsetVector<double> rho = run.layerRho, nu = run.layerNu;
+  const OffsetVector<double> rho = run.ground.layerRho, nu = run.ground.layerNu;
   ASSERT_EQ(FS_Gmatrix(), 0);
   for (int l = 1; l <= 4; ++l) {
-    EXPECT_EQ(run.layerRho[l], rho[l]);
-    EXPECT_EQ(run.layerNu[l], nu[l]);
+    EXPECT_EQ(run.ground.layerRho[l], rho[l]);
+    EXPECT_EQ(run.ground.layerNu[l], nu[l]);
   }
 }
 
 TEST_F(FS_GmatrixTest, DerivedColumnsAreDerivedAgainByTheSweep) {
   // Density 0 and Vp given in the table: both follow from the velocities, whatever the rule says.
   Start({{2.0, 400.0, 120.0, 0.0, 0.0, 0.0}, {4.0, 0.0, 200.0, 1.9, 0.3, 0.0}}, 1, {2.0, 6.0});
-  const double rho = run.layerRho[1], nu = run.layerNu[1];
+  const double rho = run.ground.layerRho[1], nu = run.ground.layerNu[1];
   SetCtrlVal(inversion::UPDATERHONU, 1);
   ASSERT_EQ(FS_Gmatrix(), 0);
-  EXPECT_NEAR(run.layerRho[1], rho, 1e-4 * rho);
-  EXPECT_NEAR(run.layerNu[1], nu, 1e-4 * nu);
-  EXPECT_DOUBLE_EQ(run.layerRho[2], 1800.0);
+  EXPECT_NEAR(run.ground.layerRho[1], rho, 1e-4 * rho);
+  EXPECT_NEAR(run.ground.layerNu[1], nu, 1e-4 * nu);
+  EXPECT_DOUBLE_EQ(run.ground.layerRho[2], 1800.0);
 }
 
 // --- Halt, rows without velocity, report ---
 
 TEST_F(FS_GmatrixTest, HaltEndsAtOnceAndLeavesTheValuePerturbed) {
   StartSite(1);
-  const double Vs = run.layerVs[2];
-  run.GMatrix.fill(777.0);
+  const double Vs = run.ground.layerVs[2];
+  run.update.GMatrix.fill(777.0);
   frontEnd.onProcessEvents = [this] {
-    if (++polls == 2 * run.nDispPoints + 3) run.iHaltRequest = 1;  // within the plus sweep of layer 2
+    if (++polls == 2 * run.observations.nDispPoints + 3)
+      run.course.iHaltRequest = 1;  // within the plus sweep of layer 2
   };
   EXPECT_EQ(FS_Gmatrix(), -1);
-  EXPECT_EQ(run.iHaltRequest, 0);
-  EXPECT_EQ(polls, 2 * run.nDispPoints + 3);
-  EXPECT_DOUBLE_EQ(run.layerVs[2], Vs * (1.0 + kStep));
-  for (int i = 1; i <= run.nObsRows; ++i) {
-    EXPECT_NE(run.GMatrix(i, 1), 777.0);
-    for (int p = 2; p <= 4; ++p) EXPECT_EQ(run.GMatrix(i, p), 777.0);
+  EXPECT_EQ(run.course.iHaltRequest, 0);
+  EXPECT_EQ(polls, 2 * run.observations.nDispPoints + 3);
+  EXPECT_DOUBLE_EQ(run.ground.layerVs[2], Vs * (1.0 + kStep));
+  for (int i = 1; i <= run.observations.nObsRows; ++i) {
+    EXPECT_NE(run.update.GMatrix(i, 1), 777.0);
+    for (int p = 2; p <= 4; ++p) EXPECT_EQ(run.update.GMatrix(i, p), 777.0);
   }
 }
 
 TEST_F(FS_GmatrixTest, HaltInTheSecondSweepLeavesTheValueBelow) {
   StartSite(1);
-  const double Vs = run.layerVs[1];
+  const double Vs = run.ground.layerVs[1];
   frontEnd.onProcessEvents = [this] {
-    if (++polls == run.nDispPoints + 1) run.iHaltRequest = 1;
+    if (++polls == run.observations.nDispPoints + 1) run.course.iHaltRequest = 1;
   };
   EXPECT_EQ(FS_Gmatrix(), -1);
-  EXPECT_DOUBLE_EQ(run.layerVs[1], Vs * (1.0 - kStep));
+  EXPECT_DOUBLE_EQ(run.ground.layerVs[1], Vs * (1.0 - kStep));
 }
 
 TEST_F(FS_GmatrixTest, RowWithoutVelocityInAPerturbedSolveIsMarked) {
   StartSite(1);
-  run.runFreq[3] = 0.0;  // no wavelength, no root
+  run.observations.runFreq[3] = 0.0;  // no wavelength, no root
   ASSERT_EQ(FS_Gmatrix(), 0);
-  EXPECT_EQ(run.iNoVelocity[3], 1);
-  EXPECT_EQ(run.GMatrix(3, 1), 0.0);
-  EXPECT_EQ(run.iNoVelocity[2], 0);
+  EXPECT_EQ(run.observations.iNoVelocity[3], 1);
+  EXPECT_EQ(run.update.GMatrix(3, 1), 0.0);
+  EXPECT_EQ(run.observations.iNoVelocity[2], 0);
 }
 
 std::string Row(std::initializer_list<double> values) {
@@ -391,9 +393,9 @@ std::string Row(std::initializer_list<double> values) {
 
 TEST_F(FS_GmatrixTest, ReportHasOneLinePerRowUnderFourHeads) {
   Start({{2.0, 0.0, 120.0, 1.8, 0.3, 0.0}, {3.0, 0.0, 180.0, 1.9, 0.3, 0.0}}, 3, {2.0, 9.0});
-  run.reportSwitch[4] = true;
+  run.switches.reportSwitch[4] = true;
   ASSERT_EQ(FS_Gmatrix(), 0);
-  const ColumnMatrix& G = run.GMatrix;
+  const ColumnMatrix& G = run.update.GMatrix;
   const std::string once = "pdf of Velocity wrt Thickness\n" + Row({G(1, 1)}) + Row({G(2, 1)}) +
                            "pdf of Velocity wrt Shear Wave Velocity\n" + Row({G(1, 2), G(1, 3)}) +
                            Row({G(2, 2), G(2, 3)}) + "pdf of Velocity wrt Unit Weight\n" +
@@ -407,11 +409,11 @@ TEST_F(FS_GmatrixTest, ReportOfAmplitudesFollowsUnderItsOwnHeads) {
   SetArrayCurves(1, 1, {110.0});
   FModelParam.nSubLayers = TheoDispInfo.nSubLayers = 5;
   Prepare(3);
-  run.iUseAmplitude = 1;
+  run.switches.iUseAmplitude = 1;
   ASSERT_EQ(FS_SetUpObsData(2), 0);
-  run.reportSwitch[4] = true;
+  run.switches.reportSwitch[4] = true;
   ASSERT_EQ(FS_Gmatrix(), 0);
-  const ColumnMatrix& G = run.GMatrix;
+  const ColumnMatrix& G = run.update.GMatrix;
   EXPECT_EQ(File(".G"), "pdf of Velocity wrt Thickness\npdf of Velocity wrt Shear Wave Velocity\n" +
                             Row({G(1, 1), G(1, 2)}) +
                             "pdf of Velocity wrt Unit Weight\npdf of Velocity wrt Poisson's Ratio\n"
@@ -428,10 +430,11 @@ TEST_F(FS_GmatrixTest, ReportIsOffUnlessItsSwitchIsOn) {
 
 TEST_F(FS_GmatrixTest, ReportThatCannotBeWrittenIsTold) {
   StartSite(1);
-  run.reportSwitch[4] = true;
-  run.baseName = folder.File("missing/site");
+  run.switches.reportSwitch[4] = true;
+  run.switches.baseName = folder.File("missing/site");
   EXPECT_EQ(FS_Gmatrix(), 0);
-  EXPECT_THAT(OnlyMessage(), ::testing::StartsWith("Error in opening file " + run.baseName + ".G\n"));
+  EXPECT_THAT(OnlyMessage(),
+              ::testing::StartsWith("Error in opening file " + run.switches.baseName + ".G\n"));
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 
 #include <algorithm>
 
-#include "inversion/known_site.h"
-#include "inversion/result_text.h"
-#include "inversion/run_history.h"
+#include "panels/analresult.h"
+#include "run/run_history.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
+#include "support/known_site.h"
 
 namespace sondera::testing {
 namespace {
@@ -46,7 +46,7 @@ TEST_F(SeveralStartsTest, SiteVelocityIsTheMeanMeasuredOneAsShearWave) {
   double sum = 0.0;
   for (int i = 0; i < kPoints; ++i) sum += MeasuredVelocity(i);
   EXPECT_NEAR(SiteVelocity(), sum / kPoints / 0.93, 1e-9);
-  run.runVel[1] = 0.0;
+  run.observations.runVel[1] = 0.0;
   EXPECT_NEAR(SiteVelocity(), (sum - MeasuredVelocity(0)) / (kPoints - 1) / 0.93, 1e-9);
 }
 
@@ -54,7 +54,7 @@ TEST_F(SeveralStartsTest, RunAndItsFilesAreThoseWithoutIt) {
   ASSERT_EQ(Run(3, 0), 0) << Messages();
   const InvRecord plain = InvParam;
   const std::string files = Files();
-  const OffsetVector<double> model = run.rModel;
+  const OffsetVector<double> model = run.parameters.rModel;
   EXPECT_EQ(StartSpreadTable(3), "");
   ClearEntryLists();
   ASSERT_EQ(Run(3, 1), 0) << Messages();
@@ -68,8 +68,8 @@ TEST_F(SeveralStartsTest, RunAndItsFilesAreThoseWithoutIt) {
       EXPECT_EQ(InvParam.resolution(k, l), plain.resolution(k, l));
     }
   }
-  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.rModel[p], model[p]);
-  EXPECT_FALSE(run.withoutResults);
+  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.parameters.rModel[p], model[p]);
+  EXPECT_FALSE(run.switches.withoutResults);
 }
 
 /// Each start, run on its own as the given model, must end inside the spread, and the outermost on its ends.
@@ -129,7 +129,8 @@ TEST_F(SeveralStartsTest, ThicknessAloneHasNoOtherStart) {
 TEST_F(SeveralStartsTest, HaltKeepsTheIterationsOfTheGivenModel) {
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
-    if (++polls == kPoints * 8 + 4 + 20) run.iHaltRequest = 1;  // behind one iteration, in the next start
+    if (++polls == kPoints * 8 + 4 + 20)
+      run.course.iHaltRequest = 1;  // behind one iteration, in the next start
   };
   EXPECT_EQ(Run(1, 1), -1);
   frontEnd.onProcessEvents = nullptr;
@@ -139,7 +140,7 @@ TEST_F(SeveralStartsTest, HaltKeepsTheIterationsOfTheGivenModel) {
       "last finished one and is kept.\n");
   EXPECT_EQ(Listed(), 2);
   EXPECT_EQ(StartSpreadTable(1), "");
-  EXPECT_FALSE(run.withoutResults);
+  EXPECT_FALSE(run.switches.withoutResults);
 }
 
 }  // namespace

@@ -8,18 +8,18 @@
 #include <limits>
 
 #include "app/callbacks.h"
-#include "forward/parameters_panel.h"
-#include "forward/record_growth.h"
-#include "inversion/inv_fixture.h"
-#include "project/measdb.h"
-#include "project/session.h"
+#include "panels/fmodeling.h"
+#include "records/measdb.h"
+#include "records/result_room.h"
+#include "records/session.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/events.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/meassetup.h"
+#include "support/inv_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -340,7 +340,7 @@ TEST_F(Evaluation, OneRatioIsTheFirst) {
   const Numbers first = VsOfSlot(1);
   SetCtrlVal(inversion::ALPHA_POINT, 1);
   ASSERT_EQ(EvalSMParam(), 0);
-  EXPECT_EQ(run.alphaDepth, 0.35);
+  EXPECT_EQ(run.switches.alphaDepth, 0.35);
   EXPECT_EQ(VsOfSlot(1), first);
   EXPECT_EQ(SMPParam.rms[2], -1.0) << "no profile of the former evaluation is left over";
   EXPECT_EQ(Items(exdthd::ITERNO), "SMP 1=-1 ");
@@ -422,7 +422,7 @@ TEST_F(Evaluation, ProfileWhoseRunFailedNeverWinsAndTheOthersStay) {
 TEST_F(Evaluation, HaltKeepsWhatIsThere) {
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
-    if (++polls == 20) run.iHaltRequest = 1;  // 12 points make a run
+    if (++polls == 20) run.course.iHaltRequest = 1;  // 12 points make a run
   };
   EXPECT_EQ(EvalSMParam(), -1);
   EXPECT_TRUE(frontEnd.messages.empty());
@@ -430,7 +430,7 @@ TEST_F(Evaluation, HaltKeepsWhatIsThere) {
   EXPECT_GT(SMPParam.rms[1], 0.0);
   EXPECT_EQ(SMPParam.rms[2], -1.0);
   EXPECT_EQ(BestStartingProfile(), 1);
-  EXPECT_EQ(run.iHaltRequest, 0);
+  EXPECT_EQ(run.course.iHaltRequest, 0);
 }
 
 TEST_F(Evaluation, InterruptOfTheTerminalEndsItToo) {

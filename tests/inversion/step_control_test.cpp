@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "inversion/known_site.h"
-#include "inversion/run_history.h"
 #include "inversion/update_bounds.h"
+#include "run/run_history.h"
+#include "support/known_site.h"
 
 namespace sondera::testing {
 namespace {
@@ -17,8 +17,8 @@ class StepIsGoodTest : public UpdateTest {
   void SetUp() override {
     UpdateTest::SetUp();
     Start(3, 40);
-    for (int i = 1; i <= 40; ++i) run.Cd.diag(i) = 1.0;
-    out = run.iNoVelocity;
+    for (int i = 1; i <= 40; ++i) run.observations.Cd.diag(i) = 1.0;
+    out = run.observations.iNoVelocity;
     before = after = computed;
   }
   bool Good(bool huber = false) const { return StepIsGood(before, after, out, huber); }
@@ -88,7 +88,7 @@ class EvaluateControlledTest : public KnownSite {
   }
   /// Model as an update has left it.
   static void MoveTo(std::initializer_list<double> Vs) {
-    std::copy(Vs.begin(), Vs.end(), run.rModel.begin());
+    std::copy(Vs.begin(), Vs.end(), run.parameters.rModel.begin());
     LayersFromModel();
   }
 
@@ -102,17 +102,17 @@ TEST_F(EvaluateControlledTest, GoodStepIsTaken) {
   EXPECT_TRUE(EvaluateControlled(from, e, false));
   e.Judge();
   EXPECT_LT(e.rmsVel, 0.01);
-  EXPECT_EQ(run.rModel[3], 260.0);
+  EXPECT_EQ(run.parameters.rModel[3], 260.0);
 }
 
 TEST_F(EvaluateControlledTest, StepThatGoesTooFarIsHalved) {
   Begin();
   MoveTo({80.0, 180.0, 340.0});  // twice the way to the ground
   EXPECT_TRUE(EvaluateControlled(from, e, false));
-  EXPECT_EQ(run.rModel[1], 130.0);
-  EXPECT_EQ(run.layerVs[1], 130.0);
-  EXPECT_EQ(run.layerVs[3], 260.0);
-  EXPECT_NEAR(run.layerVp[3], 260.0 * std::sqrt(2.0 * 0.67 / 0.34), 1e-9);
+  EXPECT_EQ(run.parameters.rModel[1], 130.0);
+  EXPECT_EQ(run.ground.layerVs[1], 130.0);
+  EXPECT_EQ(run.ground.layerVs[3], 260.0);
+  EXPECT_NEAR(run.ground.layerVp[3], 260.0 * std::sqrt(2.0 * 0.67 / 0.34), 1e-9);
   e.Judge();
   EXPECT_LT(e.rmsVel, 0.01);
 }
@@ -120,16 +120,16 @@ TEST_F(EvaluateControlledTest, StepThatGoesTooFarIsHalved) {
 TEST_F(EvaluateControlledTest, StepTheOtherWayIsNotTakenAndLeavesNoTrace) {
   Begin();
   const OffsetVector<double> curve = e.vel;
-  run.iNoVelocity[5] = 1;  // out since the sensitivities
+  run.observations.iNoVelocity[5] = 1;  // out since the sensitivities
   MoveTo({800.0, 180.0, 20.0});
   EXPECT_FALSE(EvaluateControlled(from, e, false));
   for (int l = 1; l <= 3; ++l) {
-    EXPECT_EQ(run.layerVs[l], 180.0);
-    EXPECT_EQ(run.rModel[l], 180.0);
+    EXPECT_EQ(run.ground.layerVs[l], 180.0);
+    EXPECT_EQ(run.parameters.rModel[l], 180.0);
   }
   for (int i = 1; i <= kPoints; ++i) {
     EXPECT_EQ(e.vel[i], curve[i]);
-    EXPECT_EQ(run.iNoVelocity[i], i == 5 ? 1 : 0) << i;
+    EXPECT_EQ(run.observations.iNoVelocity[i], i == 5 ? 1 : 0) << i;
   }
 }
 
@@ -138,15 +138,17 @@ TEST_F(EvaluateControlledTest, FlagsOfARefusedTrialAreTakenBack) {
   Begin();
   int sweeps = 0;
   frontEnd.onProcessEvents = [&sweeps] {
-    if (++sweeps == 1) run.runFreq[2] = run.runFreq[3] = 0.0;  // no wavelength: two points of fifteen
-    if (sweeps == kPoints) run.runFreq[2] = run.runFreq[3] = 30.0;
+    if (++sweeps == 1)
+      run.observations.runFreq[2] = run.observations.runFreq[3] =
+          0.0;  // no wavelength: two points of fifteen
+    if (sweeps == kPoints) run.observations.runFreq[2] = run.observations.runFreq[3] = 30.0;
   };
   MoveTo({130.0, 180.0, 260.0});
   EXPECT_TRUE(EvaluateControlled(from, e, false));
   frontEnd.onProcessEvents = nullptr;
-  EXPECT_EQ(run.rModel[1], 155.0);
+  EXPECT_EQ(run.parameters.rModel[1], 155.0);
   EXPECT_EQ(sweeps, 2 * kPoints);
-  for (int i = 1; i <= kPoints; ++i) EXPECT_EQ(run.iNoVelocity[i], 0) << i;
+  for (int i = 1; i <= kPoints; ++i) EXPECT_EQ(run.observations.iNoVelocity[i], 0) << i;
 }
 
 class StepControlRun : public KnownSite {};
@@ -183,12 +185,12 @@ TEST_F(StepControlRun, KeepsTheModelAndEndsWhereNoStepIsGood) {
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
     if (++polls != kPoints * 7 + 3) return;  // behind the sensitivities, at the inverse of the Hessian
-    for (int r = 1; r <= run.deltaVel.hi(); ++r) run.deltaVel[r] = -run.deltaVel[r];
+    for (int r = 1; r <= run.update.deltaVel.hi(); ++r) run.update.deltaVel[r] = -run.update.deltaVel[r];
   };
   EXPECT_EQ(RunIterations(5), 0) << Messages();
   frontEnd.onProcessEvents = nullptr;
   ASSERT_EQ(Listed(), 2);
-  EXPECT_GT(std::fabs(run.deltaModel[1]), 1.0);
+  EXPECT_GT(std::fabs(run.update.deltaModel[1]), 1.0);
   for (int l = 0; l < 3; ++l) EXPECT_EQ(InvParam.Vs(1, l), 180.0);
   EXPECT_EQ(InvParam.rms[1], InvParam.rms[0]);
   EXPECT_NE(GetCtrlVal(exdthd::STATUSMSG).find("No part of the last step lowers chi: the run has settled."),

@@ -14,9 +14,9 @@
 #include <cmath>
 #include <iostream>
 
-#include "forward/sweep.h"
-#include "inversion/result_entries.h"
-#include "inversion/run_case.h"
+#include "run/result_entries.h"
+#include "run/sweep.h"
+#include "support/run_case.h"
 
 namespace sondera::testing {
 namespace {
@@ -57,7 +57,7 @@ class SyntheticRecovery : public RunCase {
   void SetUp() override {
     RunCase::SetUp();
     InvParam.ufVs = 0.5;
-    run.ufVph = kNoise;
+    run.switches.ufVph = kNoise;
   }
 
   static Recovery Compare(const std::vector<LayerRow>& truth) {
@@ -116,7 +116,7 @@ class SyntheticRecovery : public RunCase {
       OffsetVector<double> vel, amp;
       ASSERT_EQ(FS_rWave3D(vel, amp), 0);
       apart = 0.0;
-      for (int row = 1; row <= run.nObsRows; ++row) {
+      for (int row = 1; row <= run.observations.nObsRows; ++row) {
         const std::size_t k = static_cast<std::size_t>(row - 1);
         ASSERT_GT(vel[row], 0.0) << row;
         apart = std::max(apart, std::fabs(vel[row] / TheoDispInfo.vel[k] - 1.0));

@@ -2,8 +2,8 @@
 // trap, and starting values outside their bounds.
 #include <cmath>
 
-#include "inversion/kernel_fixture.h"
 #include "inversion/max_likelihood.h"
+#include "support/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -16,18 +16,20 @@ class UpdateBounds : public UpdateTest {
   /// parameter is nearly the difference given for its row.
   void StartPlain(int layers, int modelParm, const std::vector<double>& differences) {
     Start(layers, static_cast<int>(differences.size()), modelParm, 0.9);
-    ASSERT_EQ(run.nModelParm, static_cast<int>(differences.size()));
-    run.GMatrix.fill(0.0);
-    for (int i = 1; i <= run.nModelParm; ++i) {
-      run.GMatrix(i, i) = 1.0;
-      run.Cd.diag(i) = 1e-4;
+    ASSERT_EQ(run.parameters.nModelParm, static_cast<int>(differences.size()));
+    run.update.GMatrix.fill(0.0);
+    for (int i = 1; i <= run.parameters.nModelParm; ++i) {
+      run.update.GMatrix(i, i) = 1.0;
+      run.observations.Cd.diag(i) = 1e-4;
       SetDifference(i, differences[static_cast<std::size_t>(i - 1)]);
     }
   }
-  void SetDifference(int row, double difference) { computed[row] = run.runVel[row] + difference; }
+  void SetDifference(int row, double difference) {
+    computed[row] = run.observations.runVel[row] + difference;
+  }
   void SetVsBounds(double low, double high) {
-    run.parmMin[kQuantityVs] = low;
-    run.parmMax[kQuantityVs] = high;
+    run.parameters.parmMin[kQuantityVs] = low;
+    run.parameters.parmMax[kQuantityVs] = high;
   }
   int Call() { return FS_MaxLiklihood(computed, amplitude); }
   /// The call with what it printed.
@@ -48,10 +50,10 @@ TEST_F(UpdateBounds, OneParameterAtItsBoundShortensTheWholeStep) {
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
   ASSERT_NEAR(static_cast<double>(f), 0.5, 1e-3);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
-  EXPECT_NEAR(run.rModel[1], 80.0, 1e-9);
-  EXPECT_EQ(run.iTrapCount, 0);
-  EXPECT_EQ(run.layerVs[3], run.rModel[3]);
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  EXPECT_NEAR(run.parameters.rModel[1], 80.0, 1e-9);
+  EXPECT_EQ(run.course.iTrapCount, 0);
+  EXPECT_EQ(run.ground.layerVs[3], run.parameters.rModel[3]);
 }
 
 TEST_F(UpdateBounds, UpperBoundShortensTheStepToo) {
@@ -61,8 +63,8 @@ TEST_F(UpdateBounds, UpperBoundShortensTheStepToo) {
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
   ASSERT_NEAR(static_cast<double>(f), 0.25, 1e-3);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
-  EXPECT_NEAR(run.rModel[3], 150.0, 1e-9);
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  EXPECT_NEAR(run.parameters.rModel[3], 150.0, 1e-9);
 }
 
 TEST_F(UpdateBounds, SmallestFactorOfAllCounts) {
@@ -73,20 +75,20 @@ TEST_F(UpdateBounds, SmallestFactorOfAllCounts) {
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true), &violations);
   ASSERT_EQ(violations, 3 + 0);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
 }
 
 TEST_F(UpdateBounds, ThicknessAndVsHaveBoundsOfTheirOwn) {
   StartPlain(3, 3, {1.0, 5.0, 0.1, 5.0, 5.0});  // H 2, Vs 100, H 2, Vs 120, Vs 140
-  run.parmMin[kQuantityH] = 1.5;
-  run.parmMax[kQuantityH] = 50.0;
+  run.parameters.parmMin[kQuantityH] = 1.5;
+  run.parameters.parmMax[kQuantityH] = 50.0;
   SetVsBounds(10.0, 1000.0);
   const plain::Update plain = plain::Solve(Plain());
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
   ASSERT_NEAR(static_cast<double>(f), 0.5, 1e-3);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
-  EXPECT_NEAR(run.layerH[1], 1.5, 1e-9);
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  EXPECT_NEAR(run.ground.layerH[1], 1.5, 1e-9);
 }
 
 TEST_F(UpdateBounds, RandomBoundsAgreeWithThePlainRule) {
@@ -95,7 +97,7 @@ TEST_F(UpdateBounds, RandomBoundsAgreeWithThePlainRule) {
   for (unsigned trial = 0; trial < 40; ++trial) {
     const int layers = std::uniform_int_distribution<int>(2, 7)(random);
     Start(layers, layers + 4, 1, 0.3);
-    run.iInvScheme = 1 + static_cast<int>(trial % 3);
+    run.switches.iInvScheme = 1 + static_cast<int>(trial % 3);
     Randomize(500 + trial);
     const plain::Update plain = plain::Solve(Plain());
     const plain::Vector target = plain::Stepped(plain, 1.0L);
@@ -107,7 +109,7 @@ TEST_F(UpdateBounds, RandomBoundsAgreeWithThePlainRule) {
     const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
     shortened += f < 1.0L;
     ASSERT_EQ(Call(), 0);
-    ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-8, "model");
+    ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-8, "model");
   }
   EXPECT_GT(shortened, 5);
 }
@@ -116,9 +118,9 @@ TEST_F(UpdateBounds, ValueExactlyOnABoundWithoutCorrectionDoesNotShortenTheStep)
   StartPlain(3, 1, {0.0, 10.0, 10.0});
   SetVsBounds(100.0, 1000.0);  // the first layer's Vs
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.rModel[1], 100.0);
-  EXPECT_NEAR(run.rModel[2], 110.0, 0.01);
-  EXPECT_NEAR(run.rModel[3], 130.0, 0.01);
+  EXPECT_EQ(run.parameters.rModel[1], 100.0);
+  EXPECT_NEAR(run.parameters.rModel[2], 110.0, 0.01);
+  EXPECT_NEAR(run.parameters.rModel[3], 130.0, 0.01);
 }
 
 // --- Clamp ---
@@ -128,56 +130,56 @@ TEST_F(UpdateBounds, ParameterOnItsBoundThatWantsPastItIsHeldAndTheOthersMoveInF
   SetVsBounds(100.0, 1000.0);
   const plain::Vector full = plain::Stepped(plain::Solve(Plain()), 1.0L);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.rModel[1], 100.0);
-  EXPECT_NEAR(run.rModel[2], static_cast<double>(full[1]), 1e-9);
-  EXPECT_NEAR(run.rModel[3], static_cast<double>(full[2]), 1e-9);
-  EXPECT_EQ(run.iTrapCount, 1);
+  EXPECT_EQ(run.parameters.rModel[1], 100.0);
+  EXPECT_NEAR(run.parameters.rModel[2], static_cast<double>(full[1]), 1e-9);
+  EXPECT_NEAR(run.parameters.rModel[3], static_cast<double>(full[2]), 1e-9);
+  EXPECT_EQ(run.course.iTrapCount, 1);
 }
 
 TEST_F(UpdateBounds, ClampAtTheUpperBound) {
   StartPlain(3, 1, {10.0, 10.0, -20.0});
   SetVsBounds(10.0, 140.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.rModel[3], 140.0);
-  EXPECT_NEAR(run.rModel[1], 90.0, 0.01);
-  EXPECT_EQ(run.iTrapCount, 1);
+  EXPECT_EQ(run.parameters.rModel[3], 140.0);
+  EXPECT_NEAR(run.parameters.rModel[1], 90.0, 0.01);
+  EXPECT_EQ(run.course.iTrapCount, 1);
 }
 
 TEST_F(UpdateBounds, FactorBelowTheRoundingCountsAsZero) {
   StartPlain(3, 1, {10.0, 10.0, 10.0});
-  run.rModel[1] = run.rModelPrior[1] = 100.0 + 5e-12;  // a factor of 5e-13
+  run.parameters.rModel[1] = run.parameters.rModelPrior[1] = 100.0 + 5e-12;  // a factor of 5e-13
   SetVsBounds(100.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.rModel[1], 100.0);
-  EXPECT_NEAR(run.rModel[2], 110.0, 0.01);
-  EXPECT_EQ(run.iTrapCount, 1);
+  EXPECT_EQ(run.parameters.rModel[1], 100.0);
+  EXPECT_NEAR(run.parameters.rModel[2], 110.0, 0.01);
+  EXPECT_EQ(run.course.iTrapCount, 1);
 }
 
 TEST_F(UpdateBounds, FactorAboveTheRoundingIsAStep) {
   StartPlain(3, 1, {10.0, 10.0, 10.0});
-  run.rModel[1] = run.rModelPrior[1] = 100.0 + 1e-9;  // a factor of 1e-10
+  run.parameters.rModel[1] = run.parameters.rModelPrior[1] = 100.0 + 1e-9;  // a factor of 1e-10
   SetVsBounds(100.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_NEAR(run.rModel[2], 120.0, 1e-8);
-  EXPECT_EQ(run.iTrapCount, 0);
+  EXPECT_NEAR(run.parameters.rModel[2], 120.0, 1e-8);
+  EXPECT_EQ(run.course.iTrapCount, 0);
 }
 
 TEST_F(UpdateBounds, AnyStepResetsTheCount) {
   StartPlain(3, 1, {10.0, 10.0, 10.0});
-  run.iCurIterNo = 4;
-  run.iTrapCount = 2;
+  run.course.iCurIterNo = 4;
+  run.course.iTrapCount = 2;
   SetVsBounds(10.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.iTrapCount, 0);
+  EXPECT_EQ(run.course.iTrapCount, 0);
 }
 
 TEST_F(UpdateBounds, FirstIterationResetsTheCount) {
   StartPlain(3, 1, {10.0, 10.0, 10.0});
-  run.iTrapCount = 2;
-  run.iCurIterNo = 1;
+  run.course.iTrapCount = 2;
+  run.course.iCurIterNo = 1;
   SetVsBounds(100.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.iTrapCount, 1);
+  EXPECT_EQ(run.course.iTrapCount, 1);
 }
 
 // --- Trap ---
@@ -187,12 +189,12 @@ TEST_F(UpdateBounds, ThirdClampOfARunIsATrap) {
   SetVsBounds(100.0, 1000.0);
   std::string printed;
   for (const int iteration : {1, 2}) {
-    run.iCurIterNo = iteration;
+    run.course.iCurIterNo = iteration;
     ASSERT_EQ(CallPrinting(printed), 0);
     EXPECT_EQ(printed.find("Warning"), std::string::npos);
-    EXPECT_EQ(run.iTrapCount, iteration);
+    EXPECT_EQ(run.course.iTrapCount, iteration);
   }
-  run.iCurIterNo = 3;
+  run.course.iCurIterNo = 3;
   EXPECT_EQ(CallPrinting(printed), -1);
   EXPECT_EQ(printed, kTrapHead +
                          "Inversion analysis is trapped. Please increase the minimum constraint for "
@@ -203,21 +205,22 @@ TEST_F(UpdateBounds, ThirdClampOfARunIsATrap) {
 
 TEST_F(UpdateBounds, ClampsOfOneCallAddUp) {
   StartPlain(5, 1, {10.0, 10.0, 10.0, 1.0, 1.0});
-  for (int p = 1; p <= 5; ++p) run.rModel[p] = run.rModelPrior[p] = p < 4 ? 100.0 : 200.0;
+  for (int p = 1; p <= 5; ++p)
+    run.parameters.rModel[p] = run.parameters.rModelPrior[p] = p < 4 ? 100.0 : 200.0;
   SetVsBounds(100.0, 1000.0);
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
-  EXPECT_EQ(run.iTrapCount, 3);
+  EXPECT_EQ(run.course.iTrapCount, 3);
   EXPECT_EQ(frontEnd.messages.size(), 1u);
 }
 
 TEST_F(UpdateBounds, TwoClampsOfOneCallAreNoTrapYet) {
   StartPlain(4, 1, {10.0, 10.0, 1.0, 1.0});
-  run.rModel[2] = run.rModelPrior[2] = 100.0;
+  run.parameters.rModel[2] = run.parameters.rModelPrior[2] = 100.0;
   SetVsBounds(100.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_EQ(run.iTrapCount, 2);
-  run.iCurIterNo = 2;
+  EXPECT_EQ(run.course.iTrapCount, 2);
+  run.course.iCurIterNo = 2;
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);  // the next call's first clamp is the third of the run
 }
@@ -225,8 +228,8 @@ TEST_F(UpdateBounds, TwoClampsOfOneCallAreNoTrapYet) {
 TEST_F(UpdateBounds, TrapAtAMaximumTellsTheValueItWanted) {
   StartPlain(3, 1, {1.0, 1.0, -20.0});
   SetVsBounds(10.0, 140.0);
-  run.iCurIterNo = 3;
-  run.iTrapCount = 2;
+  run.course.iCurIterNo = 3;
+  run.course.iTrapCount = 2;
   const plain::Vector full = plain::Stepped(plain::Solve(Plain()), 1.0L);
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
@@ -243,11 +246,11 @@ TEST_F(UpdateBounds, TrapAtAMaximumTellsTheValueItWanted) {
 
 TEST_F(UpdateBounds, TrapOfAThicknessAtItsMinimum) {
   StartPlain(4, 2, {0.5, 0.1, 0.1});
-  run.parmMin[kQuantityH] = 2.0;
-  run.parmMax[kQuantityH] = 50.0;
-  run.rModel[2] = run.rModel[3] = 3.0;
-  run.iCurIterNo = 2;
-  run.iTrapCount = 2;
+  run.parameters.parmMin[kQuantityH] = 2.0;
+  run.parameters.parmMax[kQuantityH] = 50.0;
+  run.parameters.rModel[2] = run.parameters.rModel[3] = 3.0;
+  run.course.iCurIterNo = 2;
+  run.course.iTrapCount = 2;
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
   EXPECT_EQ(printed, kTrapHead +
@@ -258,11 +261,11 @@ TEST_F(UpdateBounds, TrapOfAThicknessAtItsMinimum) {
 
 TEST_F(UpdateBounds, TrapOfAThicknessAtItsMaximum) {
   StartPlain(4, 2, {-0.5, 0.1, 0.1});
-  run.parmMin[kQuantityH] = 0.1;
-  run.parmMax[kQuantityH] = 2.0;
-  run.rModel[2] = run.rModel[3] = 1.0;
-  run.iCurIterNo = 2;
-  run.iTrapCount = 2;
+  run.parameters.parmMin[kQuantityH] = 0.1;
+  run.parameters.parmMax[kQuantityH] = 2.0;
+  run.parameters.rModel[2] = run.parameters.rModel[3] = 1.0;
+  run.course.iCurIterNo = 2;
+  run.course.iTrapCount = 2;
   const plain::Vector full = plain::Stepped(plain::Solve(Plain()), 1.0L);
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
@@ -277,40 +280,40 @@ TEST_F(UpdateBounds, TrapOfAThicknessAtItsMaximum) {
 
 TEST_F(UpdateBounds, TrapLeavesTheCompactCountsAndTheLayers) {
   Start(3, 6, 1, 0.9);
-  run.GMatrix.fill(0.0);
+  run.update.GMatrix.fill(0.0);
   for (int i = 1; i <= 6; ++i) {
-    run.GMatrix(i, (i - 1) % 3 + 1) = 1.0;
-    computed[i] = run.runVel[i] + 10.0;
+    run.update.GMatrix(i, (i - 1) % 3 + 1) = 1.0;
+    computed[i] = run.observations.runVel[i] + 10.0;
   }
-  run.iNoVelocity[6] = 1;
+  run.observations.iNoVelocity[6] = 1;
   computed[6] = 0.0;
   SetVsBounds(100.0, 1000.0);
-  run.iCurIterNo = 2;
-  run.iTrapCount = 2;
+  run.course.iCurIterNo = 2;
+  run.course.iTrapCount = 2;
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
-  EXPECT_EQ(run.nObsRows, 5);
-  EXPECT_EQ(run.ldObs, 5);
-  EXPECT_EQ(run.layerVs[1], 100.0);
-  EXPECT_EQ(run.layerVs[2], 120.0);
-  EXPECT_EQ(run.layerVs[3], 140.0);
+  EXPECT_EQ(run.observations.nObsRows, 5);
+  EXPECT_EQ(run.observations.ldObs, 5);
+  EXPECT_EQ(run.ground.layerVs[1], 100.0);
+  EXPECT_EQ(run.ground.layerVs[2], 120.0);
+  EXPECT_EQ(run.ground.layerVs[3], 140.0);
 }
 
 TEST_F(UpdateBounds, AllParametersOnOneBoundAreATrapInOneCall) {
   StartPlain(3, 1, {5.0, 5.0, 5.0});
-  for (int p = 1; p <= 3; ++p) run.rModel[p] = run.rModelPrior[p] = 100.0;
+  for (int p = 1; p <= 3; ++p) run.parameters.rModel[p] = run.parameters.rModelPrior[p] = 100.0;
   SetVsBounds(100.0, 1000.0);
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
-  EXPECT_EQ(run.iTrapCount, 3);
+  EXPECT_EQ(run.course.iTrapCount, 3);
   // With two of them the clamp holds both and the run goes on.
   StartPlain(2, 1, {5.0, 5.0});
   frontEnd.messages.clear();
-  for (int p = 1; p <= 2; ++p) run.rModel[p] = run.rModelPrior[p] = 100.0;
+  for (int p = 1; p <= 2; ++p) run.parameters.rModel[p] = run.parameters.rModelPrior[p] = 100.0;
   SetVsBounds(100.0, 1000.0);
   EXPECT_EQ(Call(), 0);
-  EXPECT_EQ(run.rModel[1], 100.0);
-  EXPECT_EQ(run.rModel[2], 100.0);
+  EXPECT_EQ(run.parameters.rModel[1], 100.0);
+  EXPECT_EQ(run.parameters.rModel[2], 100.0);
 }
 
 // --- Starting values outside their bounds ---
@@ -324,16 +327,16 @@ TEST_F(UpdateBounds, ValueOutsideItsBoundsMovesAsTheRuleSays) {
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
   ASSERT_NEAR(static_cast<double>(f), -0.5, 1e-3);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
-  EXPECT_NEAR(run.rModel[1], 105.0, 1e-9);
-  EXPECT_NEAR(run.rModel[2], 125.0, 0.01);
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  EXPECT_NEAR(run.parameters.rModel[1], 105.0, 1e-9);
+  EXPECT_NEAR(run.parameters.rModel[2], 125.0, 0.01);
 }
 
 TEST_F(UpdateBounds, ValueOutsideItsBoundsAndOnTheWayInTakesTheWholeStep) {
   StartPlain(3, 1, {-2.0, 1.0, 1.0});
   SetVsBounds(105.0, 1000.0);
   ASSERT_EQ(Call(), 0);
-  EXPECT_NEAR(run.rModel[1], 102.0, 0.01);
+  EXPECT_NEAR(run.parameters.rModel[1], 102.0, 0.01);
 }
 
 TEST_F(UpdateBounds, ValueOutsideItsBoundsWithoutInfluenceEndsInAMessageAndTheModelStays) {
@@ -341,27 +344,27 @@ TEST_F(UpdateBounds, ValueOutsideItsBoundsWithoutInfluenceEndsInAMessageAndTheMo
   SetVsBounds(105.0, 1000.0);
   EXPECT_EQ(Call(), -1);
   EXPECT_EQ(frontEnd.messages.size(), 1u);
-  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.rModel[p], run.rModelPrior[p]);
-  EXPECT_EQ(run.layerVs[2], 120.0);
-  EXPECT_EQ(run.nObsRows, 3);
+  for (int p = 1; p <= 3; ++p) EXPECT_EQ(run.parameters.rModel[p], run.parameters.rModelPrior[p]);
+  EXPECT_EQ(run.ground.layerVs[2], 120.0);
+  EXPECT_EQ(run.observations.nObsRows, 3);
 }
 
 TEST_F(UpdateBounds, SchemeTwoStepsFromThePrior) {
   StartPlain(3, 1, {20.0, 5.0, 5.0});
-  run.iInvScheme = 2;
-  for (int p = 1; p <= 3; ++p) run.rModel[p] = run.rModelPrior[p] * 1.01;
+  run.switches.iInvScheme = 2;
+  for (int p = 1; p <= 3; ++p) run.parameters.rModel[p] = run.parameters.rModelPrior[p] * 1.01;
   SetVsBounds(90.0, 1000.0);
   const plain::Update plain = plain::Solve(Plain());
   const plain::Real f = plain::StepFactor(plain, Bounds(false), Bounds(true));
   ASSERT_LT(f, 1.0L);
   ASSERT_EQ(Call(), 0);
-  ExpectVector(run.rModel, plain::Stepped(plain, f), 1e-9, "model");
-  EXPECT_NEAR(run.rModel[1], 90.0, 1e-9);
+  ExpectVector(run.parameters.rModel, plain::Stepped(plain, f), 1e-9, "model");
+  EXPECT_NEAR(run.parameters.rModel[1], 90.0, 1e-9);
 }
 
 TEST_F(UpdateBounds, NotANumberInTheMatrixEndsWithoutACrash) {
   StartPlain(3, 1, {5.0, 5.0, 5.0});
-  run.GMatrix(2, 2) = NAN;
+  run.update.GMatrix(2, 2) = NAN;
   std::string printed;
   const int result = CallPrinting(printed);
   EXPECT_TRUE(result == 0 || result == -1);

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "inversion/kernel_fixture.h"
 #include "inversion/max_likelihood.h"
 #include "runtime/text_format.h"
+#include "support/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -56,13 +56,13 @@ TEST_F(UpdateDump, LeavesAFileForEveryVectorAndMatrix) {
 
 TEST_F(UpdateDump, MatricesHaveALineForEachRow) {
   Dump();
-  EXPECT_EQ(Text("G"), Rows(run.GActive));
-  EXPECT_EQ(Text("Weight"), Rows(run.Weight));
-  EXPECT_EQ(Text("InvH"), Rows(run.InvH));
-  EXPECT_EQ(Text("site.sh"), Rows(run.Hessian));
+  EXPECT_EQ(Text("G"), Rows(run.update.GActive));
+  EXPECT_EQ(Text("Weight"), Rows(run.update.Weight));
+  EXPECT_EQ(Text("InvH"), Rows(run.update.InvH));
+  EXPECT_EQ(Text("site.sh"), Rows(run.update.Hessian));
   ColumnMatrix T(2, 3);
   for (int p = 1; p <= 2; ++p)
-    for (int r = 1; r <= 3; ++r) T(p, r) = run.GActive(r, p) / run.CdActive.diag(r);
+    for (int r = 1; r <= 3; ++r) T(p, r) = run.update.GActive(r, p) / run.update.CdActive.diag(r);
   EXPECT_EQ(Count(Text("Gt_Cdi"), "\n"), 2);
   EXPECT_EQ(Text("Gt_Cdi").substr(0, 13), Rows(T).substr(0, 13));
 }
@@ -71,15 +71,15 @@ TEST_F(UpdateDump, VectorsHaveALineForEachNumber) {
   Dump();
   std::string velocities = "compvel\tobsvel\n", deltas;
   for (int i = 1; i <= 3; ++i) {
-    velocities += FormatText("%lf\t%lf\n", computed[i], run.runVel[i]);
-    deltas += FormatText("%lg\n", run.deltaVel[i]);
+    velocities += FormatText("%lf\t%lf\n", computed[i], run.observations.runVel[i]);
+    deltas += FormatText("%lg\n", run.update.deltaVel[i]);
   }
   EXPECT_EQ(Text("compvel_obsvel.dat"), velocities);
   EXPECT_EQ(Text("DeltaVel"), deltas);
 }
 
 TEST_F(UpdateDump, PrintsItsHeadsInOrder) {
-  run.iCurIterNo = 4;
+  run.course.iCurIterNo = 4;
   const std::string printed = Dump();
   std::size_t at = 0;
   for (const char* head : {"iCurIterNo ... 4\n", "rModel ... \n", "delta Vel... \n", "Cd ... \n", "Cm ... \n",

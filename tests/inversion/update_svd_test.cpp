@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "inversion/kernel_fixture.h"
 #include "inversion/max_likelihood.h"
 #include "numeric/svd.h"
+#include "support/kernel_fixture.h"
 
 namespace sondera::testing {
 namespace {
@@ -18,8 +18,9 @@ class UpdateSvd : public UpdateTest {
     Start(layers, layers + 5, 1, 25.0);
     Randomize(seed);
     for (int p = 1; p <= layers; ++p)
-      for (int i = 1; i <= run.ldObs; ++i) run.GMatrix(i, p) *= 8.0 * std::pow(fall, p - 1);
-    run.iUseSVD = 1;
+      for (int i = 1; i <= run.observations.ldObs; ++i)
+        run.update.GMatrix(i, p) *= 8.0 * std::pow(fall, p - 1);
+    run.switches.iUseSVD = 1;
   }
 
   /// Eigenpairs of the Hessian by Jacobi rotations, in the order in which the decomposition of the system
@@ -68,20 +69,20 @@ class UpdateSvd : public UpdateTest {
 
 TEST_F(UpdateSvd, WithAllSingularValuesItIsThePlainSolution) {
   StartGraded(4, 0.5);
-  run.epsSVD = 1e30;
+  run.switches.epsSVD = 1e30;
   const plain::Update expected = plain::Solve(Plain());
   std::string printed;
   ASSERT_EQ(CallPrinting(printed), 0);
   EXPECT_EQ(printed, CountLine(4));
-  ExpectVector(run.deltaModel, expected.correction, 1e-9 * Largest(expected.correction), "correction");
-  ExpectMatrix(run.InvH, expected.posterior, "posterior");
+  ExpectVector(run.update.deltaModel, expected.correction, 1e-9 * Largest(expected.correction), "correction");
+  ExpectMatrix(run.update.InvH, expected.posterior, "posterior");
 }
 
 TEST_F(UpdateSvd, TruncationAgreesWithEigenvectors) {
   for (const double eps : {2.0, 10.0, 100.0, 1000.0, 1e5}) {
     SCOPED_TRACE(eps);
     StartGraded(5, 0.4);
-    run.epsSVD = eps;
+    run.switches.epsSVD = eps;
     const plain::Problem problem = Plain();
     const plain::Eigen e = EigenpairsOf(problem);
     const std::size_t kept = Kept(e, eps);
@@ -90,14 +91,15 @@ TEST_F(UpdateSvd, TruncationAgreesWithEigenvectors) {
     std::string printed;
     ASSERT_EQ(CallPrinting(printed), 0);
     EXPECT_EQ(printed, CountLine(kept));
-    ExpectVector(run.deltaModel, expected.correction, 1e-8 * Largest(expected.correction), "correction");
-    EXPECT_EQ(run.epsSVD, eps);
+    ExpectVector(run.update.deltaModel, expected.correction, 1e-8 * Largest(expected.correction),
+                 "correction");
+    EXPECT_EQ(run.switches.epsSVD, eps);
   }
 }
 
 TEST_F(UpdateSvd, LimitOfZeroKeepsOneSingularValue) {
   StartGraded(4, 0.5);
-  ASSERT_EQ(run.epsSVD, 0.0);  // where a run begins
+  ASSERT_EQ(run.switches.epsSVD, 0.0);  // where a run begins
   std::string printed;
   ASSERT_EQ(CallPrinting(printed), 0);
   EXPECT_EQ(printed, CountLine(1));
@@ -106,26 +108,27 @@ TEST_F(UpdateSvd, LimitOfZeroKeepsOneSingularValue) {
 TEST_F(UpdateSvd, OneParameterKeepsItsOnlyValue) {
   Start(1, 4, 1, 25.0);
   Randomize(62);
-  run.iUseSVD = 1;
+  run.switches.iUseSVD = 1;
   const plain::Update expected = plain::Solve(Plain());
   std::string printed;
   ASSERT_EQ(CallPrinting(printed), 0);
   EXPECT_EQ(printed, CountLine(1));
-  ExpectVector(run.deltaModel, expected.correction, 1e-10 * Largest(expected.correction), "correction");
+  ExpectVector(run.update.deltaModel, expected.correction, 1e-10 * Largest(expected.correction),
+               "correction");
 }
 
 /// An example in which one parameter passes a bound with all singular values, and none with one less.
 TEST_F(UpdateSvd, ViolationDropsOneSingularValueForEachParameterPastItsBound) {
   for (unsigned seed = 61; seed < 161; ++seed) {
     StartGraded(4, 0.6, seed);
-    run.epsSVD = 1e30;
+    run.switches.epsSVD = 1e30;
     const plain::Problem problem = Plain();
     const plain::Eigen e = EigenpairsOf(problem);
     const plain::Update full = plain::ModelSpace(problem, plain::TruncatedInverse(e, 4));
     const plain::Update less = plain::ModelSpace(problem, plain::TruncatedInverse(e, 3));
     const plain::Vector wanted = plain::Stepped(full, 1.0L), held = plain::Stepped(less, 1.0L);
     if (wanted[3] < held[3] + 0.5L) continue;
-    run.parmMax[kQuantityVs] = static_cast<double>(0.5L * (wanted[3] + held[3]));
+    run.parameters.parmMax[kQuantityVs] = static_cast<double>(0.5L * (wanted[3] + held[3]));
     int violations = 0, after = 0;
     plain::StepFactor(full, Bounds(false), Bounds(true), &violations);
     plain::StepFactor(less, Bounds(false), Bounds(true), &after);
@@ -133,8 +136,8 @@ TEST_F(UpdateSvd, ViolationDropsOneSingularValueForEachParameterPastItsBound) {
     std::string printed;
     ASSERT_EQ(CallPrinting(printed), 0);
     EXPECT_EQ(printed, CountLine(4) + "*** 1 layer(s) violated layer property constraints.\n" + CountLine(3));
-    ExpectVector(run.deltaModel, less.correction, 1e-8 * Largest(less.correction), "correction");
-    EXPECT_EQ(run.epsSVD, 1e30);
+    ExpectVector(run.update.deltaModel, less.correction, 1e-8 * Largest(less.correction), "correction");
+    EXPECT_EQ(run.switches.epsSVD, 1e30);
     return;
   }
   FAIL() << "no example found";
@@ -144,10 +147,10 @@ TEST_F(UpdateSvd, LimitIsLoosenedWhereNoMoreCanBeDroppedAndComesBackAfterwards) 
   // Only one value is kept by the limit and the parameters pass their bound: the limit shrinks by the root of
   // ten until it is below 1, unless the violation ends.
   StartGraded(4, 0.3);
-  run.epsSVD = 10.0;
+  run.switches.epsSVD = 10.0;
   const plain::Eigen e = EigenpairsOf(Plain());
   ASSERT_EQ(Kept(e, 10.0), 1u + (e.value[0] / e.value[1] < 10.0L ? 1u : 0u));
-  run.parmMin[kQuantityVs] = 1000.0;  // all are below it
+  run.parameters.parmMin[kQuantityVs] = 1000.0;  // all are below it
   EXPECT_EXIT(
       {
         dup2(2, 1);
@@ -160,8 +163,8 @@ TEST_F(UpdateSvd, LimitIsLoosenedWhereNoMoreCanBeDroppedAndComesBackAfterwards) 
 
 TEST_F(UpdateSvd, RetriesThatDoNotHelpLoosenTheLimitToo) {
   StartGraded(3, 0.5);
-  run.epsSVD = 1e8;                   // all values kept, so that dropping is tried first
-  run.parmMin[kQuantityVs] = 1000.0;  // and never helps
+  run.switches.epsSVD = 1e8;                     // all values kept, so that dropping is tried first
+  run.parameters.parmMin[kQuantityVs] = 1000.0;  // and never helps
   EXPECT_EXIT(
       {
         dup2(2, 1);
@@ -174,7 +177,7 @@ TEST_F(UpdateSvd, ResolutionOfTheTruncatedSolutionIsBelowThatOfTheFullOne) {
   double stored[2] = {0.0, 0.0};
   for (int k = 0; k < 2; ++k) {
     StartGraded(4, 0.5);
-    run.epsSVD = k == 0 ? 1e30 : 3.0;
+    run.switches.epsSVD = k == 0 ? 1e30 : 3.0;
     std::string printed;
     ASSERT_EQ(CallPrinting(printed), 0);
     for (int l = 0; l < 4; ++l) stored[k] += InvParam.resolution(1, l);
@@ -185,27 +188,28 @@ TEST_F(UpdateSvd, ResolutionOfTheTruncatedSolutionIsBelowThatOfTheFullOne) {
 TEST_F(UpdateSvd, DataSpaceFormHasNoTruncation) {
   Start(6, 3);
   Randomize(63);
-  run.iUseSVD = 1;
+  run.switches.iUseSVD = 1;
   const plain::Update expected = plain::Solve(Plain());
   std::string printed;
   ASSERT_EQ(CallPrinting(printed), 0);
   EXPECT_EQ(printed, "");
-  ExpectVector(run.deltaModel, expected.correction, 1e-10 * Largest(expected.correction), "correction");
+  ExpectVector(run.update.deltaModel, expected.correction, 1e-10 * Largest(expected.correction),
+               "correction");
 }
 
 TEST_F(UpdateSvd, BoundsOfTheDataSpaceFormShortenTheStepAsEver) {
   // Nothing can be dropped there: the bound acts as in the plain solve.
   Start(6, 3);
   Randomize(64);
-  run.iUseSVD = 1;
+  run.switches.iUseSVD = 1;
   const plain::Update full = plain::Solve(Plain());
   const plain::Vector target = plain::Stepped(full, 1.0L);
   ASSERT_GT(target[5], full.base[5] + 0.1L);  // the fastest layer gets faster
-  run.parmMax[kQuantityVs] = static_cast<double>(0.5L * (target[5] + full.base[5]));
+  run.parameters.parmMax[kQuantityVs] = static_cast<double>(0.5L * (target[5] + full.base[5]));
   const plain::Real f = plain::StepFactor(full, Bounds(false), Bounds(true));
   ASSERT_LT(f, 1.0L);
   ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
-  ExpectVector(run.rModel, plain::Stepped(full, f), 1e-8, "model");
+  ExpectVector(run.parameters.rModel, plain::Stepped(full, f), 1e-8, "model");
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <random>
 
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/dispcurv.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/dispcurv.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {

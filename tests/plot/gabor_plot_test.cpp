@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "plot/trace_plot.h"
-#include "project/session.h"
-#include "runtime/panels/measpanel.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
 #include "signal/gabor.h"
-#include "signal/pair_fixture.h"
+#include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {

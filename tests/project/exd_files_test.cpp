@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "project/session.h"
-#include "runtime/panels/meassetup.h"
+#include "records/session.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
 #include "support/session_fixture.h"

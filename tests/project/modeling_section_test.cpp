@@ -4,13 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
 #include "project/project_file.h"
-#include "project_bytes.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
+#include "support/project_bytes.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

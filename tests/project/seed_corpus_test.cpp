@@ -6,11 +6,11 @@
 #include <filesystem>
 #include <map>
 
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
 #include "project/analysis_section.h"
 #include "project/project_file.h"
-#include "project_bytes.h"
+#include "support/project_bytes.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
 #include "runtime/paths.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"

@@ -7,8 +7,8 @@
 #include <random>
 #include <sstream>
 
-#include "project/session.h"
-#include "runtime/panels/sasw.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
 #include "support/comma_locale.h"
 #include "support/session_fixture.h"

@@ -8,11 +8,11 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "forward/model_records.h"
-#include "inversion/inv_records.h"
 #include "project/project_file.h"
-#include "project/session.h"
-#include "project_bytes.h"
+#include "support/project_bytes.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/session.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
 #include "support/session_fixture.h"

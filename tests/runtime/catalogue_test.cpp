@@ -14,23 +14,23 @@
 #include <string_view>
 #include <vector>
 
-#include "runtime/panels/cdisppnl.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/hwsetup.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/items.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/mainmenu.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/sasw.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/hwsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/items.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/sasw.h"
 
 namespace sondera {
 namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path kPanelFolder = fs::path(SONDERA_SOURCE_DIR) / "src" / "runtime" / "panels";
+const fs::path kPanelFolder = fs::path(SONDERA_SOURCE_DIR) / "src" / "runtime" / "catalogue";
 
 std::vector<Panel> AllPanels() {
   std::vector<Panel> panels;

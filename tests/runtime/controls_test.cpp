@@ -3,7 +3,7 @@
 
 #include <new>
 
-#include "runtime/panels/gaborpnl.h"
+#include "runtime/catalogue/gaborpnl.h"
 #include "support/popup_recorder.h"
 
 namespace sondera {

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "runtime/panels/sasw.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
 #include "signal/auto_masking.h"
 #include "signal/dispersion.h"

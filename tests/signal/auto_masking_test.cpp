@@ -5,16 +5,16 @@
 #include <limits>
 #include <random>
 
-#include "pair_fixture.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/gaborpnl.h"
+#include "runtime/catalogue/irfsetpnl.h"
 #include "runtime/events.h"
-#include "runtime/panels/gaborpnl.h"
-#include "runtime/panels/irfsetpnl.h"
 #include "runtime/redraw.h"
 #include "signal/gabor.h"
 #include "signal/irf.h"
 #include "signal/line_masks.h"
 #include "signal/wave_groups.h"
+#include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {

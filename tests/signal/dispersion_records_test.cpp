@@ -6,11 +6,11 @@
 #include <cmath>
 #include <map>
 
-#include "project/session.h"
-#include "runtime/panels/sasw.h"
+#include "panels/sasw_masking.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "signal/dispersion.h"
 #include "signal/masking.h"
-#include "signal/masking_panel.h"
 #include "site_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"

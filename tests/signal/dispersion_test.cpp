@@ -9,12 +9,12 @@
 #include <numbers>
 #include <random>
 
-#include "project/session.h"
-#include "runtime/panels/loadtxdata.h"
-#include "runtime/panels/meassetup.h"
-#include "runtime/panels/sasw.h"
+#include "panels/sasw_masking.h"
+#include "records/session.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/redraw.h"
-#include "signal/masking_panel.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "runtime/panels/sasw.h"
+#include "panels/sasw_masking.h"
+#include "runtime/catalogue/sasw.h"
 #include "signal/dispersion.h"
-#include "signal/masking_panel.h"
 #include "support/import_fixture.h"
 #include "support/site_records.h"
 

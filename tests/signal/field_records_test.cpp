@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "signal/irf.h"
-#include "signal_fixture.h"
 #include "support/field_data.h"
+#include "support/signal_fixture.h"
 
 namespace sondera {
 namespace {

@@ -7,13 +7,13 @@
 #include <random>
 
 #include "numeric/allocation_count.h"
-#include "pair_fixture.h"
 #include "plain_auto_masking.h"
 #include "plain_envelope.h"
 #include "plain_signal.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/events.h"
 #include "signal/irf.h"
+#include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {

@@ -5,10 +5,10 @@
 #include <cmath>
 #include <random>
 
+#include "numeric/analysis.h"
 #include "plain_signal.h"
-#include "runtime/analysis.h"
-#include "runtime/panels/irfsetpnl.h"
-#include "signal_fixture.h"
+#include "runtime/catalogue/irfsetpnl.h"
+#include "support/signal_fixture.h"
 
 namespace sondera {
 namespace {

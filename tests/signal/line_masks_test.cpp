@@ -5,9 +5,9 @@
 #include <numeric>
 #include <random>
 
-#include "pair_fixture.h"
 #include "plain_auto_masking.h"
-#include "project/session.h"
+#include "records/session.h"
+#include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {

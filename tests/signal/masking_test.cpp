@@ -6,8 +6,8 @@
 #include <limits>
 #include <random>
 
-#include "runtime/panels/measpanel.h"
-#include "signal/masking_fixture.h"
+#include "runtime/catalogue/measpanel.h"
+#include "support/masking_fixture.h"
 
 namespace sondera::testing {
 namespace {

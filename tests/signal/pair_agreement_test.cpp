@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "signal/rep_curve_fixture.h"
+#include "support/rep_curve_fixture.h"
 
 namespace sondera {
 namespace {

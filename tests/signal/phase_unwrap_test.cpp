@@ -7,10 +7,10 @@
 #include <random>
 
 #include "plain_signal.h"
-#include "runtime/panels/sasw.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/redraw.h"
 #include "signal/signal_state.h"
-#include "signal_fixture.h"
+#include "support/signal_fixture.h"
 
 namespace sondera {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "numeric/analysis.h"
 #include "numeric/sort.h"
 #include "plain_envelope.h"
-#include "runtime/analysis.h"
 
 namespace sondera::plain {
 namespace {

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <vector>
 
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
 
 namespace sondera::plain {
 

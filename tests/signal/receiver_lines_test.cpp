@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "signal/rep_curve_fixture.h"
 #include "signal/rep_curves.h"
+#include "support/rep_curve_fixture.h"
 
 namespace sondera {
 namespace {

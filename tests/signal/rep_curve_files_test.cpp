@@ -4,13 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "project/session.h"
-#include "runtime/panels/cdisppnl.h"
+#include "records/session.h"
+#include "runtime/catalogue/cdisppnl.h"
 #include "runtime/paths.h"
-#include "signal/rep_curve_fixture.h"
 #include "signal/rep_curves.h"
 #include "support/comma_locale.h"
 #include "support/failing_file_driver.h"
+#include "support/rep_curve_fixture.h"
 #include "support/temp_folder.h"
 
 namespace sondera {

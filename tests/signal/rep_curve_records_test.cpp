@@ -5,16 +5,16 @@
 #include <cmath>
 #include <set>
 
-#include "runtime/panels/cdisppnl.h"
-#include "runtime/panels/sasw.h"
+#include "panels/cdisppnl.h"
+#include "panels/sasw_masking.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/sasw.h"
 #include "signal/dispersion.h"
-#include "signal/masking_panel.h"
 #include "signal/plain_rep_curve.h"
-#include "signal/rep_curve_fixture.h"
-#include "signal/rep_curve_panel.h"
 #include "signal/rep_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
+#include "support/rep_curve_fixture.h"
 #include "support/site_records.h"
 
 namespace sondera::testing {

@@ -10,11 +10,11 @@
 #include <limits>
 #include <random>
 
-#include "project/session.h"
+#include "records/session.h"
+#include "runtime/catalogue/cdisppnl.h"
 #include "runtime/events.h"
-#include "runtime/panels/cdisppnl.h"
 #include "signal/plain_rep_curve.h"
-#include "signal/rep_curve_fixture.h"
+#include "support/rep_curve_fixture.h"
 
 namespace sondera {
 namespace {

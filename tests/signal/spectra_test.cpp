@@ -6,12 +6,12 @@
 #include <random>
 
 #include "plain_signal.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
-#include "runtime/panels/hmsetup.h"
-#include "runtime/panels/measpanel.h"
-#include "runtime/panels/sasw.h"
 #include "runtime/redraw.h"
-#include "signal_fixture.h"
+#include "support/signal_fixture.h"
 
 namespace sondera {
 namespace {

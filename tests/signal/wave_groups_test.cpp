@@ -5,10 +5,10 @@
 #include <limits>
 #include <random>
 
-#include "pair_fixture.h"
 #include "plain_auto_masking.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "signal/gabor.h"
+#include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {

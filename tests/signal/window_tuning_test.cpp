@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "project/session.h"
+#include "records/session.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "runtime/panels/loadtxdata.h"
+#include "runtime/catalogue/loadtxdata.h"
 #include "runtime/text_format.h"
 
 namespace sondera::testing {

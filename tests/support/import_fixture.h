@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "project/import.h"
-#include "project/measdb.h"
+#include "panels/loadtxdata.h"
+#include "records/measdb.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "forward/receiver_setups.h"
-#include "forward/system_model.h"
-#include "inversion/observations.h"
-#include "inversion/run_files.h"
-#include "project/session.h"
-#include "runtime/panels/hmsetup.h"
+#include "records/session.h"
+#include "run/observations.h"
+#include "run/receiver_setups.h"
+#include "run/run_files.h"
+#include "run/system_model.h"
+#include "runtime/catalogue/hmsetup.h"
 
 namespace sondera::testing {
 
@@ -30,7 +30,7 @@ void RunTest::TearDown() {
 }
 
 std::string RunTest::File(const char* extension) const {
-  FS_CloseFiles(run.runKind);
+  FS_CloseFiles(run.switches.runKind);
   return test::ReadWhole(Base() + extension);
 }
 
@@ -101,9 +101,9 @@ void RunTest::StartRun(int kind, int analysis) {
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
   ASSERT_EQ(FS_GetStartMP(), 0);
-  ASSERT_EQ(FS_SetUpObsData(run.iDispSource), 0);
+  ASSERT_EQ(FS_SetUpObsData(run.switches.iDispSource), 0);
   FS_SetupReceivers(0);
-  FS_SearchReceivers(run.recSetupList);
+  FS_SearchReceivers(run.receivers.recSetupList);
 }
 
 OffsetVector<double> RunTest::Values(std::initializer_list<double> list) {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "forward/model_records.h"
-#include "forward/system_state.h"
-#include "inversion/inv_records.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "run/system_state.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

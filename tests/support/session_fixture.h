@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 #include "runtime/controls.h"
 #include "support/recording_front_end.h"
 

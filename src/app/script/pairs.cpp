@@ -6,7 +6,7 @@
 
 #include "app/script/fault.h"
 #include "app/script/values.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {

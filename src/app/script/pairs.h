@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/script/words.h"
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera::script {
 

@@ -4,8 +4,8 @@
 #include "app/script/names.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
-#include "runtime/panels/cdisppnl.h"
-#include "runtime/panels/dispcurv.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/dispcurv.h"
 
 namespace sondera::script {
 namespace {

@@ -4,18 +4,18 @@
 #include <cctype>
 #include <string>
 
-#include "app/inversion_road.h"
 #include "app/script/control_values.h"
 #include "app/script/fault.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
-#include "inversion/model_numbers.h"
 #include "inversion/starting_model.h"
+#include "panels/one_click.h"
+#include "run/model_numbers.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/mainmenu.h"
 #include "runtime/files.h"
-#include "runtime/panels/exdthd.h"
-#include "runtime/panels/fmodeling.h"
-#include "runtime/panels/inversion.h"
-#include "runtime/panels/mainmenu.h"
 
 namespace sondera::script {
 namespace {

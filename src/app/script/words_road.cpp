@@ -6,9 +6,9 @@
 #include "app/script/pairs.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
-#include "project/measdb.h"
-#include "project/session.h"
-#include "runtime/panels/sasw.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {

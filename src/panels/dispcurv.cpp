@@ -1,0 +1,158 @@
+// dispcurv.cpp - see dispersion_panel.h. Owns no state.
+#include "panels/dispcurv.h"
+
+#include <cmath>
+#include <string_view>
+
+#include "records/session.h"
+#include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/graphs.h"
+#include "runtime/redraw.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr std::string_view kCswPrefix = "CSW";
+constexpr std::size_t kCswPrefixLength = 4;  // with the dash
+
+std::string SelectedLabel(const ListControl& list) {
+  return GetLabelFromIndex(list, GetCtrlIndex(list));
+}
+
+/// Sets `included` of the curve selected in one list and moves its label to the other.
+int MoveSelected(const ListControl& from, const ListControl& to, int included) {
+  const int index = GetCtrlIndex(from);
+  if (index < 0) return -1;
+  const std::string label = GetLabelFromIndex(from, index);
+  PMeasInfo* pair = PairOfLabel(label);
+  if (!pair) return -1;
+  pair->included = included;
+  const double value = GetValueFromIndex(from, index);
+  DeleteListItem(from, index);
+  InsertListItem(to, -1, label, value);
+  return 0;
+}
+
+int StoreRingIndex(const RingControl& ring, int PMeasInfo::*field) {
+  PMeasInfo* pair = PairOfLabel(SelectedLabel(dispcurv::LIST_INCLUDED));
+  if (!pair || GetCtrlIndex(ring) < 0) return -1;
+  pair->*field = GetCtrlIndex(ring);
+  return 0;
+}
+
+std::string CoordinateText(double value) {
+  const double size = std::fabs(value);
+  if (size >= 1.0) return FormatText("%.2lf", value);
+  return FormatText(size >= 0.0001 || size == 0.0 ? "%.4lf" : "%.4le", value);
+}
+
+}  // namespace
+
+std::string DispCurveLabel(const std::string& measID, long long refChan, long long dspChan, bool csw) {
+  return FormatText(csw ? "CSW-%s[%lld:%lld]" : "%s[%lld:%lld]", measID.c_str(), refChan + 1, dspChan + 1);
+}
+
+int RetrieveChnlInfo(const std::string& label, int& chan1, int& chan2, std::string& measID) {
+  const std::size_t bracket = label.rfind('[');
+  if (bracket == std::string::npos) return -1;
+  const std::size_t first = label.find_first_not_of(":,", bracket + 1);
+  if (first == std::string::npos) return -1;
+  const std::size_t split = label.find_first_of(":,", first);
+  if (split == std::string::npos) return -1;
+  const std::string_view text = label;
+  std::size_t used1 = 0, used2 = 0;
+  const int number1 = ParseInt(text.substr(first, split - first), &used1);
+  const std::size_t end = label.find_first_of("]\n\t", split + 1);
+  const int number2 =
+      ParseInt(text.substr(split + 1, end == std::string::npos ? end : end - split - 1), &used2);
+  if (used1 == 0 || used2 == 0 || number1 < 0 || number2 < 0) return -1;
+  std::string id = label.substr(0, bracket);
+  if (id.starts_with(kCswPrefix)) id.erase(0, kCswPrefixLength);
+  chan1 = number1 - 1;
+  chan2 = number2 - 1;
+  measID = std::move(id);
+  return 0;
+}
+
+PMeasInfo* PairOfLabel(const std::string& label) {
+  int chan1 = 0, chan2 = 0;
+  std::string measID;
+  if (RetrieveChnlInfo(label, chan1, chan2, measID) < 0) return nullptr;
+  return FindPair(GetKeyFromID(session.curProjID, measID), chan1, chan2);
+}
+
+// ---- lists
+// ----------------------------------------------------------------------------------------------------------
+
+int IncludeDispCurveCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? MoveSelected(dispcurv::LIST_EXCLUDED, dispcurv::LIST_INCLUDED, 1) : 0;
+}
+
+int ExludeDispCurveCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? MoveSelected(dispcurv::LIST_INCLUDED, dispcurv::LIST_EXCLUDED, 0) : 0;
+}
+
+int ExcludedDispCurveListCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::LeftDoubleClick) return 0;
+  return MoveSelected(dispcurv::LIST_EXCLUDED, dispcurv::LIST_INCLUDED, 1);
+}
+
+int IncludedDispCurveListCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::LeftDoubleClick)
+    return MoveSelected(dispcurv::LIST_INCLUDED, dispcurv::LIST_EXCLUDED, 0);
+  if (event != Event::ValChanged && event != Event::LeftClick) return 0;
+  const PMeasInfo* pair = PairOfLabel(SelectedLabel(dispcurv::LIST_INCLUDED));
+  if (!pair) return -1;
+  const int colors = GetNumListItems(dispcurv::COLOR);
+  if (pair->color >= 0 && colors > 0) SetCtrlIndex(dispcurv::COLOR, pair->color % colors);
+  SetCtrlIndex(dispcurv::MARKER, pair->marker);
+  return 0;
+}
+
+int DispCurveColorCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? StoreRingIndex(dispcurv::COLOR, &PMeasInfo::color) : 0;
+}
+
+int DispCurveMarkerCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? StoreRingIndex(dispcurv::MARKER, &PMeasInfo::marker) : 0;
+}
+
+// ---- graph
+// ----------------------------------------------------------------------------------------------------------
+
+int SetDispCurveTypeCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? DispCurvPlot(1) : 0;
+}
+
+int RedrawDispCurvCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? DispCurvPlot(1) : 0;
+}
+
+int SetupDispCurveCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::LeftDoubleClick) {
+    Commit(mainmenu::DISP_CV_AXIS_ATTR_MENU);  // fills the dialog
+    DisplayPanel(Panel::DSP_MSCALE);
+  } else if (event == Event::Commit) {
+    const CursorModel cursor = GetGraphCursor(dispcurv::DISPGRAPH, 1);
+    SetCtrlVal(dispcurv::COORD,
+               FormatText("(%s, %s)", CoordinateText(cursor.x).c_str(), CoordinateText(cursor.y).c_str()));
+  }
+  return 0;
+}
+
+int DispCurveMoveUpCallback(Panel, ControlId, Event, long) {
+  return 0;
+}
+int DispCurveMoveDownCallback(Panel, ControlId, Event, long) {
+  return 0;
+}
+int DispCurveMoveTopCallback(Panel, ControlId, Event, long) {
+  return 0;
+}
+int DispCurveMoveBottomCallback(Panel, ControlId, Event, long) {
+  return 0;
+}
+
+}  // namespace sondera

@@ -1,0 +1,54 @@
+// dispcurv.h - the DISPCURV page: labels of curves, the lists of included and excluded curves,
+// colours and markers, and the events of its graph.
+//
+// A curve takes part in the averages when its pair's `included` is 1. Buttons and lists change that flag and
+// move the label from list to list; the graph follows at the next redraw.
+#pragma once
+
+#include <string>
+
+#include "records/measdb.h"
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// "id[1:2]" with channels (from 0) counted from 1; "CSW-id[1:2]" for continuous surface waves.
+std::string DispCurveLabel(const std::string& measID, long long refChan, long long dspChan, bool csw = false);
+
+/// Takes such a label apart; channels count from 0. The id is the text before the last bracket. Kept: an id
+/// that begins with "CSW" loses its first four characters, also where they are its own. -1, with the results
+/// left alone, without a bracket or without two numbers behind it.
+int RetrieveChnlInfo(const std::string& label, int& chan1, int& chan2, std::string& measID);
+
+/// Pair that a label of the current project stands for; null when there is none.
+PMeasInfo* PairOfLabel(const std::string& label);
+
+/// Buttons INCLUDE and EXCLUDE: set `included` of the selected curve to 1 or 0 and move its label to the
+/// other list. Without a redraw. -1 with an empty list or a label that stands for no pair.
+int IncludeDispCurveCallback(Panel panel, ControlId control, Event event, long data);
+int ExludeDispCurveCallback(Panel panel, ControlId control, Event event, long data);
+/// Lists: a double click does what the button does; choosing an included curve (value change or click) shows
+/// its colour and marker in the rings.
+int ExcludedDispCurveListCallback(Panel panel, ControlId control, Event event, long data);
+int IncludedDispCurveListCallback(Panel panel, ControlId control, Event event, long data);
+
+/// Rings COLOR and MARKER on commit: the ring's position becomes that of the selected included curve. -1
+/// without one.
+int DispCurveColorCallback(Panel panel, ControlId control, Event event, long data);
+int DispCurveMarkerCallback(Panel panel, ControlId control, Event event, long data);
+
+/// DISPCURVTYPE and the redraw button or menu entry, on commit: DispCurvPlot(1), whose result they return.
+int SetDispCurveTypeCallback(Panel panel, ControlId control, Event event, long data);
+int RedrawDispCurvCallback(Panel panel, ControlId control, Event event, long data);
+
+/// Graph: a double click opens the axis attributes, a commit shows the cursor's coordinates in COORD; a left
+/// click does nothing.
+int SetupDispCurveCallback(Panel panel, ControlId control, Event event, long data);
+
+/// The order of the curves is that of the pairs; these do nothing.
+int DispCurveMoveUpCallback(Panel panel, ControlId control, Event event, long data);
+int DispCurveMoveDownCallback(Panel panel, ControlId control, Event event, long data);
+int DispCurveMoveTopCallback(Panel panel, ControlId control, Event event, long data);
+int DispCurveMoveBottomCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

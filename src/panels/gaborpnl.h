@@ -1,0 +1,51 @@
+// gaborpnl.h - the panel GABORPNL: range, divisions and Gauss filter of the Gabor maps, and the four
+// colours in which they are shown. Works on the pair on display (LookupID). No state of its own: settings are
+// in the pair, colours and the threshold for new pairs in the session.
+#pragma once
+
+#include <vector>
+
+#include "runtime/controls.h"
+#include "runtime/graphs.h"
+
+namespace sondera {
+
+/// Shows the settings of the pair on the panel, and sets a final time or frequency that is not set. Kept: the
+/// first time and frequency go back to 0. Without a pair nothing happens.
+void RefreshGaborSetup();
+
+/// Takes the settings from the panel into the pair and refreshes the colour scale. Divisions are held between
+/// 0 and 50, in their fields as well. 0; without a pair only the threshold is taken, for new pairs, and the
+/// result is -1.
+int UpdateGaborConfig();
+
+/// Draws the colour strip COLORSCALE and shows the four levels and colours.
+void RefreshGaborColorScale();
+
+/// The session's four colours: at the threshold, at the two thirds between it and 100, and at 100.
+/// Without an argument: the threshold of the pair on display, or that for new pairs when there is none.
+std::vector<ColorLevel> MakeGaborColorMap(double threshold);
+std::vector<ColorLevel> MakeGaborColorMap();
+
+/// Menu: shows the panel with the pair on display.
+int GaborSetupCallback(Panel panel, ControlId control, Event event, long data);
+
+/// CALC: takes the panel, makes all three maps and shows them: when neither trace of the masking page is a
+/// Gabor display, trace B becomes that of the pair. Kept: the pair is left with the backbone phase. -1
+/// without a pair.
+int GaborCalcCallback(Panel panel, ControlId control, Event event, long data);
+
+/// UPDATE: takes the panel and redraws. -1 without a pair.
+int GaborSetupUpdateCallback(Panel panel, ControlId control, Event event, long data);
+
+/// DEFAULTVALUE: colours, threshold and settings of the pair as at the start. Kept: width and exponent of the
+/// Gauss filter come out exchanged against those of a new pair, 3 and 0.5; a width above 1 leaves maps empty.
+int GaborDefaultCallback(Panel panel, ControlId control, Event event, long data);
+
+/// CLOSE, or closing the window: hides the panel.
+int GaborSetupCancelCallback(Panel panel, ControlId control, Event event, long data);
+
+/// The four colours, as they change.
+int AdjustIntenseColor(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

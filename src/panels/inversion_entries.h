@@ -1,0 +1,36 @@
+// inversion_entries.h - the layers of stored profiles as settings of a run, and room for the entries that a run is
+// going to write.
+//
+// Callers: the session of the inversion. Owned state: none.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "records/inv_records.h"
+#include "records/model_records.h"
+
+namespace sondera {
+
+/// Layers of the profile `index` (at or above 0 of InvParam, below 0 of SMPParam) into a settings record,
+/// which grows where it is too small.
+/// @return 0; -1 after a message when that profile is not stored
+[[nodiscard]] int TakeProfile(int index, ModelRecord& to);
+
+/// Room for entries 0..entries of a record as it is, contents kept.
+/// @return 0; -1 after a message when the tables would be too large: nothing changed
+[[nodiscard]] int RoomForEntries(InvRecord& record, int entries);
+
+/// The layers of FModelParam at the time it is made, to be put back when other layers have passed through the
+/// record.
+class GivenLayers {
+ public:
+  GivenLayers();
+  void PutBack() const;
+
+ private:
+  int nLayers_;
+  std::array<std::vector<double>, kLayerColumns.size()> columns_;
+};
+
+}  // namespace sondera

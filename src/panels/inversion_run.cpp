@@ -1,0 +1,203 @@
+// inversion_run.cpp - an inversion from the panel to FS_RunIAnal; see inv_session.h.
+//
+// The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
+// sizes from there; the given model is put back each time before anything else can look at it.
+#include <string>
+#include <vector>
+
+#include "inversion/max_likelihood.h"
+#include "panels/fmodeling_records.h"
+#include "panels/inversion.h"
+#include "panels/inversion_entries.h"
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/result_room.h"
+#include "records/session.h"
+#include "run/system_model.h"
+#include "run/theo_disp_info.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/events.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kGlobalCurve = 1;
+constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
+
+bool lastStartHasEntries = false;
+
+class WaitCursor {
+ public:
+  WaitCursor() { SetWaitCursor(true); }
+  ~WaitCursor() { SetWaitCursor(false); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+/// The chosen model to FModelParam and through the checks of its panel.
+int CheckStartingModel() {
+  const GivenLayers given;
+  const bool ready = UpdateMParm() == 0 && GetFModelParam_AS() == 0 && GetFModelParam_RD() == 0;
+  if (InvParam.iSelected != 0) {
+    given.PutBack();
+    SetFModelParam_AS();
+  }
+  return ready ? 0 : -1;
+}
+
+/// Room for the counters as they stand. FS_UpdateINVarray alone would make the tables anew, and with them
+/// lose an iteration that this run is to begin from.
+int UpdateTables() {
+  if (RoomForEntries(InvParam, InvParam.nEntries) < 0) return -1;
+  return FS_UpdateINVarray();
+}
+
+/// NITER and MODELPARM. Without iterations the record stays: what it holds is still there to be saved.
+int TakeIterations() {
+  const int wanted = GetCtrlVal(inversion::NITER);
+  if (wanted <= 0) return Refuse("Please enter the number of iterations.");
+  if (RoomForEntries(InvParam, wanted) < 0) return -1;
+  InvParam.nEntries = wanted;
+  InvParam.MODELPARM = GetCtrlVal(inversion::MODELPARM);
+  return 0;
+}
+
+void TakeDataCovariance() {
+  run.switches.ufVph = GetCtrlVal(inversion::UF_VPH);
+  run.switches.cdMode = GetCtrlVal(inversion::CD_COV);
+}
+
+void TakeFactors(bool relative) {
+  InvParam.ufH = GetCtrlVal(relative ? inversion::UF_H_REL : inversion::UF_H);
+  InvParam.ufVs = GetCtrlVal(relative ? inversion::UF_VS_REL : inversion::UF_VS);
+}
+
+void TakeBounds() {
+  InvParam.minH = GetCtrlVal(inversion::LB_H);
+  InvParam.maxH = GetCtrlVal(inversion::UB_H);
+  InvParam.minVs = GetCtrlVal(inversion::LB_VS);
+  InvParam.maxVs = GetCtrlVal(inversion::UB_VS);
+}
+
+void SelectCurveDisplay() {
+  SetCtrlIndex(exdthd::EXDTYPE, FModelParam.dispCurvType == kGlobalCurve ? kGlobalR : kArrayR);
+  SetCtrlIndex(exdthd::THDTYPE, 1);
+  SetCtrlIndex(exdthd::ARRAYDISPID, 0);
+}
+
+/// Room in InvParam for all that the run is going to write, so that no iteration ends for want of it.
+int MakeRoomForResults() {
+  const ModelRecord& m = FModelParam;
+  const bool global = m.dispCurvType == kGlobalCurve;
+  return MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers, global ? m.nDispPointsG : m.nDispPoints,
+                       global ? 1 : m.nDispCurves);
+}
+
+/// Records, display, lists and vectors, with the layers of the run in FModelParam.
+int SetUpRun() {
+  if (InvParam.iSelected != 0 && TakeProfile(InvParam.iSelected, FModelParam) < 0) return -1;
+  if (MakeRoomForResults() < 0) return -1;
+  if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo() < 0) return -1;
+  CopyCurvesToTheoDispInfo();
+  SelectCurveDisplay();
+  ClearIterBox(1);
+  return FS_AllocMemoryBlocks();
+}
+
+/// What the lists of entries name, to be put back when a run ends before it has an entry of its own: the
+/// former run's results are all there then.
+class EntryLists {
+ public:
+  EntryLists() {
+    Keep(exdthd::ITERNO, iterations_);
+    Keep(fmodeling::COPYPRF, profiles_);
+    Keep(inversion::INV_SMP, starts_);
+  }
+  void PutBack() const {
+    Fill(exdthd::ITERNO, iterations_);
+    Fill(fmodeling::COPYPRF, profiles_);
+    Fill(inversion::INV_SMP, starts_);
+  }
+
+ private:
+  struct Item {
+    std::string label;
+    double value;
+  };
+  struct List {
+    std::vector<Item> items;
+    int index = -1;
+  };
+
+  template <class C>
+  static void Keep(const C& list, List& to) {
+    for (int i = 0; i < GetNumListItems(list); ++i)
+      to.items.push_back({GetLabelFromIndex(list, i), static_cast<double>(GetValueFromIndex(list, i))});
+    to.index = GetCtrlIndex(list);
+  }
+  template <class C>
+  static void Fill(const C& list, const List& from) {
+    ClearListCtrl(list);
+    for (const Item& item : from.items) InsertListItem(list, -1, item.label, item.value);
+    SetCtrlIndex(list, from.index);
+  }
+
+  List iterations_, profiles_, starts_;
+};
+
+/// The run, with the lists to put back if it never gets an entry.
+int RunWithFormerLists(const EntryLists& former) {
+  const GivenLayers given;
+  const int ready = SetUpRun();
+  given.PutBack();
+  const int result = ready < 0 ? -1 : FS_RunIAnal();
+  if (GetNumListItems(exdthd::ITERNO) == 0) {
+    former.PutBack();
+  } else {
+    lastStartHasEntries = true;
+    InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
+  }
+  return result;
+}
+
+}  // namespace
+
+void ClearIterBox(int) {
+  ClearEntryLists();
+}
+
+int RunInvAnal() {
+  return RunWithFormerLists(EntryLists());
+}
+
+bool LastStartHasEntries() {
+  return lastStartHasEntries;
+}
+
+int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  lastStartHasEntries = false;
+  const WaitCursor wait;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
+  TakeDataCovariance();
+  const bool relative = GetCtrlVal(inversion::CM_COV) != 0;
+  SetDimmed(inversion::UF_VPH, relative);
+  TakeFactors(relative);
+  TakeBounds();
+  return TakeIterations() < 0 ? -1 : RunInvAnal();
+}
+
+int Run_InvAnalCallback(Panel, ControlId, Event, long) {
+  lastStartHasEntries = false;
+  const WaitCursor wait;
+  if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
+  const EntryLists former;
+  ClearIterBox(1);
+  TakeFactors(false);
+  TakeBounds();
+  return RunWithFormerLists(former);
+}
+
+}  // namespace sondera

@@ -1,0 +1,44 @@
+// loadtxdata.h - the dialog "Load Measurement Data (Text Format)": lays out its rows for the kind of data, checks
+// what was entered, and hands it to the reader of that kind.
+//
+// Callbacks act on the commit event and return 0, or -1 when they refused or failed; other events return 0.
+#pragma once
+
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// DATATYPE of the dialog.
+enum class ImportKind : int {
+  TimeHistory = 0,
+  TransferFunction = 1,
+  CrossSpectrum = 2,
+  TransferFunction58 = 3,
+  CrossSpectrum58 = 4,
+};
+
+/// Shows the dialog. The number of receivers becomes that of the measurement whose id is in MEASID, if there
+/// is one.
+int Load_TwoChnlDataCallback(Panel panel, ControlId control, Event event, long data);
+/// Hides the dialog.
+int LoadTxDataCancelCallback(Panel panel, ControlId control, Event event, long data);
+/// Lay out the rows anew.
+int DataTypeCallback(Panel panel, ControlId control, Event event, long data);
+int NoChannelsCallback(Panel panel, ControlId control, Event event, long data);
+int SRCINSTRUMENTED(Panel panel, ControlId control, Event event, long data);
+/// Asks for the file of the row whose button was pressed.
+int FileOpenCallback(Panel panel, ControlId control, Event event, long data);
+
+/// Checks the entries and imports: the session takes the length unit, the wavelength criterion and the
+/// velocities of the site, the measurement is made or overwritten and shown.
+int LoadTextDataCallback(Panel panel, ControlId control, Event event, long data);
+
+/// Shows as many file rows as the kind of data needs for n receivers, with their labels, and the locations of
+/// source and n receivers, which become 0. Ten files and nine locations have a row.
+void UpdateLoadTextData(int n);
+
+/// Shows the session's length unit where it is displayed. Changes no data.
+/// @param[in] oldUnit  metres per unit before
+void UpdateMajorUnitRoutine(double oldUnit);
+
+}  // namespace sondera

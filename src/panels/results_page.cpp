@@ -1,0 +1,69 @@
+// results_page.cpp - what the results page does with the stored entries, and the halt; see inv_session.h.
+#include "panels/analresult.h"
+#include "panels/inversion.h"
+#include "records/inv_records.h"
+#include "records/session.h"
+#include "run/result_entries.h"
+#include "run/system_state.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/dialogs.h"
+#include "runtime/redraw.h"
+
+namespace sondera {
+namespace {
+
+double MisfitOf(int index) {
+  const InvRecord& r = RecordOfIndex(index);
+  const int entry = EntryOfIndex(index);
+  return entry <= r.rms.hi() ? r.rms[entry] : 0.0;
+}
+
+void ShowEntry() {
+  const int index = GetCtrlVal(exdthd::ITERNO);
+  FS_RecallDspCurve(index);
+  FS_RecallModelPar(index);
+  ExdThdCurvPlot();
+  SetCtrlVal(exdthd::RMSERROR, MisfitOf(index));
+  DrawSideGraph(index);
+}
+
+}  // namespace
+
+int HaltProcessCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  run.course.iHaltRequest = ConfirmPopup(session.appTitle, "Do you want to halt the process ?") ? 1 : 0;
+  return 0;
+}
+
+int InvAnalIterNoCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  ShowEntry();
+  PutTextResultsInBox();
+  return 0;
+}
+
+int PlotInvResultCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::Commit) ShowEntry();
+  return 0;
+}
+
+int ResultBoxCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  DisplayPanel(Panel::ANALRESULT);
+  SetCtrlIndex(analresult::SEL_RESULT, 0);
+  PutTextResultsInBox();
+  return 0;
+}
+
+int ResultModelParamCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::Commit) PutTextResultsInBox();
+  return 0;
+}
+
+int ResultBoxCloseCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::Commit) HidePanel(Panel::ANALRESULT);
+  return 0;
+}
+
+}  // namespace sondera

@@ -1,0 +1,294 @@
+// sasw_masking.cpp - see masking_panel.h. The switches and marker counts are in the display records of the
+// session. Odd on purpose: the two frequency fields find their point on the curve in different ways (see
+// there).
+#include "panels/sasw_masking.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "numeric/scale_arithmetic.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/dialogs.h"
+#include "runtime/graphs.h"
+#include "runtime/redraw.h"
+#include "signal/masking.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kWindowA = 0, kWindowB = 1, kBothWindows = 2;
+constexpr int kTwoMarkers = 2;
+constexpr int kMarker1Color = 0xFF00FF, kMarker2Color = 0xFF0000;
+constexpr int kMaskColor = 0xFFFF;
+constexpr double kHalfCircle = 180.0;  // degrees
+
+/// Controls of one window on one page.
+struct WindowControls {
+  const GraphControl& graph;
+  const TextControl& marker1;
+  const TextControl& marker2;
+  const TextControl& deltaX;
+  const RingControl& measID;
+  const RingControl& refChannel;
+  const RingControl& channel;
+};
+
+WindowControls ControlsOfWindow(Panel panel, int window) {
+  const bool a = window == kWindowA;
+  if (panel == Panel::MEASPANEL) {
+    using namespace measpanel;
+    return a ? WindowControls{DISPLAY_A, DISPAMARKER1COORD, DISPAMARKER2COORD, DISPADELTAX,
+                              DISPAID,   DISPA_REFCHNL,     DISPACHNL}
+             : WindowControls{DISPLAY_B, DISPBMARKER1COORD, DISPBMARKER2COORD, DISPBDELTAX,
+                              DISPBID,   DISPB_REFCHNL,     DISPBCHNL};
+  }
+  using namespace sasw;
+  return a ? WindowControls{DISPLAY_A, DISPAMARKER1COORD, DISPAMARKER2COORD, DISPADELTAX,
+                            DISPAID,   DISPA_REFCHNL,     DISPACHNL}
+           : WindowControls{DISPLAY_B, DISPBMARKER1COORD, DISPBMARKER2COORD, DISPBDELTAX,
+                            DISPBID,   DISPB_REFCHNL,     DISPBCHNL};
+}
+
+/// Window numbers 0, 1 or both.
+std::vector<int> Windows(int window) {
+  if (window == kBothWindows) return {kWindowA, kWindowB};
+  return {window == kWindowB ? kWindowB : kWindowA};
+}
+
+DisplayRecord& DisplayOf(int window) {
+  return session.display[static_cast<std::size_t>(window)];
+}
+
+const RingControl& MarkerCount(Panel panel) {
+  return panel == Panel::MEASPANEL ? measpanel::MARKERS_ONOFF : sasw::MARKERS_ONOFF;
+}
+
+/// Of the curves on a graph the one of the phase in DISPCURV_OPTION, known by its legend; else the first.
+const PlotModel* CurveInUse(const GraphControl& graph) {
+  const auto& plots = GraphOf(graph).plots;
+  if (plots.empty()) return nullptr;
+  const std::string wanted = GetLabelFromIndex(sasw::DISPCURV_OPTION, GetCtrlIndex(sasw::DISPCURV_OPTION));
+  const auto found =
+      std::find_if(plots.begin(), plots.end(), [&](const PlotModel& p) { return p.legend == wanted; });
+  return found == plots.end() ? &plots.front() : &*found;
+}
+
+/// Step of a curve's abscissas; 0 for a curve of fewer than two points.
+double StepOf(const PlotModel& curve) {
+  return curve.x.size() < 2 ? 0.0 : curve.x[1] - curve.x[0];
+}
+
+void MoveMarker(const GraphControl& graph, int marker, double freq, const PlotModel& ordinates, int index) {
+  if (index < 0 || index >= static_cast<int>(ordinates.y.size())) return;
+  SetGraphCursor(graph, marker, freq, ordinates.y[static_cast<std::size_t>(index)]);
+}
+
+/// Puts a marker on the line of the curve in use that holds a frequency.
+void PutMarkerOnLine(const GraphControl& graph, int marker, double freq) {
+  const PlotModel* curve = CurveInUse(graph);
+  if (!curve) {
+    SetGraphCursor(graph, marker, freq, 0.0);
+    return;
+  }
+  const double step = StepOf(*curve);
+  const int count = static_cast<int>(std::min(curve->x.size(), curve->y.size()));
+  if (step == 0.0 || count == 0) return;
+  const int index = std::clamp(TruncToInt((freq - curve->x.front()) / step), 0, count - 1);
+  const auto at = static_cast<std::size_t>(index);
+  SetGraphCursor(graph, marker, curve->x[at], curve->y[at]);
+}
+
+void ClearMaskingFields() {
+  SetCtrlVal(sasw::MASKING_FREQINIT, 0.0);
+  SetCtrlVal(sasw::MASKING_FREQFINAL, 0.0);
+  SetCtrlVal(sasw::MASKING_JUMPNO, 0);
+}
+
+/// Measurement key and channels that a window shows; key -1 for none.
+CurrentPair ShownPair(const WindowControls& window) {
+  CurrentPair shown;
+  const int index = GetCtrlIndex(window.measID);
+  if (index < 0 || GetCtrlIndex(window.refChannel) < 0 || GetCtrlIndex(window.channel) < 0) return shown;
+  shown.key = GetKeyFromID(session.curProjID, GetLabelFromIndex(window.measID, index));
+  shown.refChan = GetCtrlVal(window.refChannel);
+  shown.dspChan = GetCtrlVal(window.channel);
+  return shown;
+}
+
+}  // namespace
+
+int SelectedWindow(Panel panel) {
+  return GetCtrlVal(panel == Panel::MEASPANEL ? measpanel::TRACE_ONOFF : sasw::TRACE_ONOFF);
+}
+
+bool RefuseWindowB(Panel panel) {
+  if (SelectedWindow(panel) != kWindowB) return false;
+  MessagePopup(session.appTitle, "Masking is enabled only on Window A.");
+  return true;
+}
+
+// ---- buttons
+// --------------------------------------------------------------------------------------------------------
+
+int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  if (RefuseWindowB(panel)) return -1;
+  const int window = SelectedWindow(panel);  // read before the selection settles on one window
+  const double freqInit = GetCtrlVal(sasw::MASKING_FREQINIT);
+  const double freqFinal = GetCtrlVal(sasw::MASKING_FREQFINAL);
+  const int jumpNo = GetCtrlVal(sasw::MASKING_JUMPNO);
+  const CurrentPair current = FindCurrentPair(Panel::SASW);
+  if (NewMask(current.refChan, current.dspChan, jumpNo, freqInit, freqFinal) != 0) return -1;
+  ClearMaskingFields();
+  TurnOffMarkers(panel, window);
+  DoPlotting(1);
+  return 0;
+}
+
+int MaskingUpdateCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  if (RefuseWindowB(panel)) return -1;
+  const int window = SelectedWindow(panel);
+  if (CheckCurMaskingState() != 0 || UpdateMask() != 0) return -1;
+  TurnOffMarkers(panel, window);
+  DoPlotting(1);
+  return 0;
+}
+
+int MaskingDeleteCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  if (RefuseWindowB(panel) || DeleteMask() != 0) return -1;
+  DoPlotting(1);
+  return 0;
+}
+
+int MaskingResetCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  if (RefuseWindowB(panel)) return -1;
+  const int window = SelectedWindow(panel);
+  DeleteAllMaskInChannelCombination();
+  TurnOffMarkers(panel, window);
+  DoPlotting(1);
+  return 0;
+}
+
+int MaskingListCallback(Panel panel, ControlId, Event event, long) {
+  return event == Event::Commit && RefuseWindowB(panel) ? -1 : 0;
+}
+
+int MaskingOnOffCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const int window = SelectedWindow(panel);
+  if (!FindCurrentPair(Panel::SASW).pair) return -1;
+  for (int w : Windows(window)) DisplayOf(w).maskingOn = 1;
+  DoPlotting(panel == Panel::MEASPANEL ? 0 : 1);
+  return 0;
+}
+
+// ---- fields
+// ---------------------------------------------------------------------------------------------------------
+
+int MaskFreqInitCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const int window = SelectedWindow(panel);
+  if (window == kWindowB || GetCtrlVal(MarkerCount(panel)) != kTwoMarkers) return 0;
+  const double freq = GetCtrlVal(sasw::MASKING_FREQINIT);
+  for (int w : Windows(window)) {
+    const GraphControl& graph = ControlsOfWindow(panel, w).graph;
+    const PlotModel* curve = CurveInUse(graph);
+    if (!curve || StepOf(*curve) == 0.0) continue;
+    // Kept: whole hertz above the first abscissa, so the ordinate may be that of a line a little below.
+    MoveMarker(graph, 1, freq, *curve, TruncToInt(TruncToInt(freq - curve->x[0]) / StepOf(*curve)));
+  }
+  return 0;
+}
+
+int MaskFreqFinalCallback(Panel panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const int window = SelectedWindow(panel);
+  if (window == kWindowB) return 0;
+  const double freq = CutFinalFrequency(FindCurrentPair(Panel::SASW), GetCtrlVal(sasw::MASKING_FREQFINAL));
+  if (GetCtrlVal(MarkerCount(panel)) != kTwoMarkers) return 0;
+  // Kept: no origin here, and with both windows selected the step of A goes with the ordinates of B.
+  const PlotModel* curve = CurveInUse(ControlsOfWindow(panel, kWindowA).graph);
+  const PlotModel* ordinates =
+      window == kBothWindows ? CurveInUse(ControlsOfWindow(panel, kWindowB).graph) : curve;
+  if (!curve || !ordinates || StepOf(*curve) == 0.0) return 0;
+  const int index = TruncToInt(TruncToInt(freq) / StepOf(*curve));
+  for (int w : Windows(window)) MoveMarker(ControlsOfWindow(panel, w).graph, 2, freq, *ordinates, index);
+  return 0;
+}
+
+int MaskJumpNoCallback(Panel, ControlId, Event, long) {
+  return 0;
+}
+
+// ---- markers and drawing
+// --------------------------------------------------------------------------------------------
+
+int PickMaskOnGraph(double freq) {
+  const int window = SelectedWindow(Panel::SASW);
+  const int found = PickUpMasking(freq);
+  if (found != 0) return found;
+  const PickedMask& picked = session.selMask;
+  SetCtrlVal(sasw::MASKING_FREQINIT, picked.freqInit);
+  SetCtrlVal(sasw::MASKING_FREQFINAL, picked.freqFinal);
+  SetCtrlVal(sasw::MASKING_JUMPNO, picked.jumpNo);
+  TurnOnDualMarkers(window);
+  for (int w : Windows(window)) {
+    const GraphControl& graph = ControlsOfWindow(Panel::SASW, w).graph;
+    PutMarkerOnLine(graph, 1, picked.freqInit);
+    PutMarkerOnLine(graph, 2, picked.freqFinal);
+  }
+  return 0;
+}
+
+void TurnOnDualMarkers(int window) {
+  for (int w : Windows(window)) {
+    SetDualMarkers(ControlsOfWindow(Panel::SASW, w).graph);
+    DisplayOf(w).markersOnOff = kTwoMarkers;
+  }
+  SetCtrlVal(sasw::MARKERS_ONOFF, kTwoMarkers);
+}
+
+void SetDualMarkers(const GraphControl& graph) {
+  SetCursorCount(graph, kTwoMarkers);
+  GraphModel& model = GraphOf(graph);
+  model.cursors[0].color = kMarker1Color;
+  model.cursors[1].color = kMarker2Color;
+  ++model.revision;
+}
+
+void TurnOffMarkers(Panel panel, int window) {
+  for (int w : Windows(window)) {
+    const WindowControls controls = ControlsOfWindow(panel, w);
+    SetCursorCount(controls.graph, 0);
+    for (const TextControl* readOut : {&controls.marker1, &controls.marker2, &controls.deltaX})
+      SetCtrlVal(*readOut, "");
+    DisplayOf(w).markersOnOff = 0;
+  }
+  SetCtrlVal(MarkerCount(panel), 0);
+  ClearMaskingFields();
+}
+
+int DoPlotMasking(const GraphControl& graph) {
+  for (int w : {kWindowA, kWindowB}) {
+    const WindowControls controls = ControlsOfWindow(graph.panel, w);
+    if (&controls.graph != &graph) continue;
+    if (!DisplayOf(w).maskingOn) return 0;
+    const CurrentPair shown = ShownPair(controls);
+    int drawn = 0;
+    for (const MaskingInfo& mask : MeasDB.maskingList) {
+      if (mask.key != shown.key || mask.refChan != shown.refChan || mask.dspChan != shown.dspChan) continue;
+      PlotRectangle(graph, mask.freqInit, kHalfCircle, mask.freqFinal, -kHalfCircle, kMaskColor, kMaskColor);
+      ++drawn;
+    }
+    return drawn;
+  }
+  return 0;
+}
+
+}  // namespace sondera

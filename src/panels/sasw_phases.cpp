@@ -1,0 +1,57 @@
+// sasw_phases.cpp - the check boxes and the selector of the phase curves. Declared in phase_unwrap.h.
+#include <array>
+
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/dialogs.h"
+#include "runtime/redraw.h"
+#include "signal/phase_unwrap.h"
+#include "signal/signal_state.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kMaskingPage = 1;
+
+PhaseBoxes ReadBoxes() {
+  return {GetCtrlVal(sasw::PHASE_ORIGINAL), GetCtrlVal(sasw::PHASE_ENHANCED),
+          GetCtrlVal(sasw::PHASE_BACKBONE)};
+}
+
+/// Turns on the box of a curve: 0 original, 1 enhanced, 2 backbone.
+void TurnOnBox(int curve) {
+  if (curve == 2) SetCtrlVal(sasw::PHASE_BACKBONE, 1);
+  if (curve == 1) SetCtrlVal(sasw::PHASE_ENHANCED, 1);
+  if (curve == 0) SetCtrlVal(sasw::PHASE_ORIGINAL, 1);
+}
+
+}  // namespace
+
+int PhaseOptionCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::LeftClick) signalState.boxesBefore = ReadBoxes();
+  if (event != Event::Commit) return 0;
+  const PhaseBoxes boxes = ReadBoxes();
+  TurnOnBox(GetCtrlVal(sasw::DISPCURV_OPTION));
+  if (!boxes.original && !boxes.enhanced && !boxes.backbone) {
+    const PhaseBoxes& before = signalState.boxesBefore;
+    TurnOnBox(before.original ? 0 : before.enhanced ? 1 : 2);
+  }
+  DoPlotting(kMaskingPage);
+  return 0;
+}
+
+int DispCurveOptionCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const CurrentPair current = FindCurrentPair(Panel::SASW);
+  if (!current.pair) {
+    MessagePopup(session.appTitle, "Perform IRF first.");
+    return -1;
+  }
+  current.pair->phaseOption = GetCtrlVal(sasw::DISPCURV_OPTION);
+  TurnOnBox(current.pair->phaseOption);
+  DoPlotting(kMaskingPage);
+  return 0;
+}
+
+}  // namespace sondera

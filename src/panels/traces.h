@@ -1,0 +1,27 @@
+// traces.h - choosing what a trace shows: measurement, channels, display type, and the per-trace
+// settings.
+//
+// Each draws anew; when there is nothing to draw the control falls back to the value that it held at focus
+// in. Each ends by refreshing the filter dialog, so that it stays in step with the pair on display.
+#pragma once
+
+#include "runtime/controls.h"
+
+namespace sondera {
+
+int DisplayAChanlCallback(Panel panel, ControlId control, Event event, long data);
+int DisplayBChanlCallback(Panel panel, ControlId control, Event event, long data);
+int UpdateARefChannelCallback(Panel panel, ControlId control, Event event, long data);
+int UpdateBRefChannelCallback(Panel panel, ControlId control, Event event, long data);
+int DisplayATypeCallback(Panel panel, ControlId control, Event event, long data);
+int DisplayBTypeCallback(Panel panel, ControlId control, Event event, long data);
+int DisplayAMeasIDCallback(Panel panel, ControlId control, Event event, long data);
+int DisplayBMeasIDCallback(Panel panel, ControlId control, Event event, long data);
+
+/// The trace whose settings the controls show has changed.
+int TraceOnOffCallback(Panel panel, ControlId control, Event event, long data);
+/// A per-trace setting (unit, log or linear, markers, automatic scales) goes into the trace's record.
+int TraceSettingCallback(Panel panel, ControlId control, Event event, long data);
+int RedrawGraphCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera

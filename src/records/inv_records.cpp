@@ -1,0 +1,77 @@
+// inv_records.cpp - see inv_records.h.
+#include "records/inv_records.h"
+
+#include <algorithm>
+
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/inversion.h"
+
+namespace sondera {
+
+InvRecord InvParam;
+InvRecord SMPParam;
+
+namespace {
+
+InvRecord FirstRecord() {
+  InvRecord r;
+  r.maxLayers = 50;
+  r.maxCurves = 20;
+  r.maxPoints = 200;
+  r.maxData = 4000;
+  r.maxEntries = 50;
+  r.ufH = 0.2;
+  r.ufVs = 0.05;
+  r.minH = 0.01;
+  r.maxH = 50.0;
+  r.minVs = 10.0;
+  r.maxVs = 100000.0;
+  r.MODELPARM = 1;
+  AllocateInvRecord(r);
+  return r;
+}
+
+}  // namespace
+
+InvTableSizes TableSizes(const InvRecord& r) {
+  const std::int64_t data = std::int64_t{std::max(r.nPoints, 0)} * std::max(r.nCurves, 0);
+  return {std::max({r.maxEntries, r.nEntries, 0}), std::max({r.maxLayers, r.nLayers, 0}),
+          std::max({r.maxPoints, r.nPoints, 0}), std::max<std::int64_t>({r.maxData, data, 0})};
+}
+
+void AllocateInvRecord(InvRecord& r) {
+  const InvTableSizes size = TableSizes(r);
+  const int entries = static_cast<int>(size.entries), data = static_cast<int>(size.data);
+  const OffsetMatrix<double> byLayer(0, entries, 0, static_cast<int>(size.layers));
+  for (auto table : kModelTables) (r.*table) = byLayer;
+  r.resolution = byLayer;
+  r.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(size.points));
+  r.vel = OffsetMatrix<double>(0, entries, 0, data);
+  r.waveL = OffsetMatrix<double>(0, entries, 0, data);
+  r.rms = OffsetVector<double>(0, entries);
+}
+
+void InitializeInvAnal() {
+  InvParam = FirstRecord();
+  InvParam.nEntries = 5;
+  SMPParam = FirstRecord();
+  SMPParam.reserved = 20;
+  SMPParam.nEntries = 10;
+  SMPParam.alphaFrom = 0.35;
+  SMPParam.alphaTo = 0.65;
+}
+
+void FinalizeInvAnal() {
+  InvParam = InvRecord{};
+  SMPParam = InvRecord{};
+}
+
+void ClearEntryLists() {
+  ClearListCtrl(exdthd::ITERNO);
+  ClearListCtrl(fmodeling::COPYPRF);
+  ClearListCtrl(inversion::INV_SMP);
+  InsertListItem(inversion::INV_SMP, 0, "Given Model P.", 0);
+}
+
+}  // namespace sondera

@@ -1,0 +1,28 @@
+// settings_room.h - room in the settings record of a forward run.
+//
+// Callers: whoever brings settings in, from the panel, a file or the curves in memory. Owns no state. A
+// capacity that does not suffice is doubled once; where even that is too little it becomes what is wanted.
+// Vectors are sized by their elements and keep what they hold, so a table of any length fits.
+#pragma once
+
+#include <string>
+
+#include "records/model_records.h"
+
+namespace sondera {
+
+void RoomForLayers(ModelRecord& record, int layers);  ///< the six layer columns
+void RoomForReceivers(ModelRecord& record, int receivers);
+void RoomForPairs(ModelRecord& record, int pairs);    ///< new pairs get receivers i and i + 1, counted from 1
+void RoomForPoints(ModelRecord& record, int points);  ///< global curve, and the frequencies
+/// Velocities and wavelengths of the array curves.
+void RoomForCurves(ModelRecord& record, int points, int curves);
+
+/// Message for a number of points, curves or receivers of array curves that no record can hold; "" when all
+/// are within the limits of a run (run_limits.h), 0 included.
+std::string CheckArrayCounts(int points, int curves, int receivers);
+
+/// Real number to int, cut off towards 0; the nearest limit beyond the range, 0 for what is not a number.
+int ToInt(double value);
+
+}  // namespace sondera

@@ -1,0 +1,272 @@
+// analytic_profile.cpp - see analytic_profile.h.
+#include "run/analytic_profile.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "forward/plane_wave.h"
+#include "records/session.h"
+#include "run/run_progress.h"
+#include "run/system_model.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kTwoPi = 6.28318;            // Kept: six figures, so a frequency is 8e-7 of itself too low
+constexpr double kAbove = 1.2, kBelow = 0.5;  // range of trial velocities, of the curve's own
+constexpr double kStep = 0.1;                 // first step, of the first trial velocity
+constexpr double kNarrow = 1e-5;              // step that ends a search, of the trial velocity
+constexpr double kSameLow = 0.95, kSameHigh = 1.05;  // velocities that belong to one layer
+constexpr double kDeepThickness = 1000000.0, kHalfSpaceThickness = 100.0;
+constexpr double kClassWidth = 0.339;
+
+/// The walk down the curve, and where it stands.
+class Strip {
+ public:
+  Strip(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found)
+      : ratio_(ratio), found_(found), columns_(found.columns()) {
+    const auto [low, high] = std::minmax_element(
+        curve.begin(), curve.end(), [](const CurvePoint& a, const CurvePoint& b) { return a.c < b.c; });
+    cMax_ = kAbove * high->c;
+    cMin_ = kBelow * low->c;
+    cRef_ = curve.front().c;
+  }
+
+  double cMax() const { return cMax_; }
+
+  /// Whether the point only makes the last layer thicker.
+  bool Extends(const CurvePoint& p) const {
+    return found_.n > 0 && kSameLow * cRef_ < p.c && p.c < kSameHigh * cRef_;
+  }
+  void Extend(const CurvePoint& p) {
+    found_.H[found_.n] += ratio_ * p.w - z_;
+    z_ = ratio_ * p.w;
+  }
+
+  /// Looks for the half-space under the stack; makes it the next layer when there is one.
+  void Search(const CurvePoint& p, double v, double s) {
+    if (!(ratio_ * p.w > z_)) return;  // a layer without thickness has no stiffness matrix
+    LayerStiffness K{};
+    dcomplex D{1.0, 0.0};
+    const double omega = kTwoPi * p.f;
+    double c = p.c;
+    if (FS_strat(&K, omega, &c, found_.H.shifted(), columns_.Vs, columns_.nu, columns_.rho, found_.n, &D) !=
+        0)
+      return;
+    const int L = found_.n + 1;
+    const double thickness = ratio_ * p.w - z_, mid = thickness / 2.0 + z_;
+    const auto R = [&](double Vs) {
+      FS_PropLayer(mid, L, Vs, columns_);
+      columns_.Vs[L] = Vs;  // the trial, even where the layer's own Vp would not let it have this one
+      return FS_hspace(K, omega, p.c, L, columns_.Vs, columns_.nu, columns_.rho, D).re;
+    };
+    if (!FindRootByHalving(R, cMin_, cMax_, v, s)) return;
+    FS_PropLayer(mid, L, v, columns_);
+    cRef_ = p.c;
+    found_.H[L] = thickness;
+    z_ += thickness;
+    found_.n = L;
+  }
+
+  /// Adds the extra deep layer.
+  void Finish() {
+    const int L = found_.n;
+    if (L == 0) return;
+    const double deep = L == 1 ? found_.Vs[1] : 2.0 * found_.Vs[L] - found_.Vs[L - 1];
+    found_.H[L + 1] = kDeepThickness * z_;
+    FS_PropLayer(z_ + found_.H[L + 1] / 2.0, L + 1, std::max(deep, 0.5 * found_.Vs[L]), columns_);
+    found_.n = L + 1;
+  }
+
+ private:
+  double ratio_;
+  LayerStack& found_;
+  LayerColumns columns_;
+  double cMax_ = 0.0, cMin_ = 0.0, cRef_ = 0.0;
+  double z_ = 0.0;  // depth of the stack
+};
+
+/// Whether a mean velocity can be had from a travel time: not from one that is lost below the smallest number
+/// or beyond the largest.
+bool TakesTime(double time) {
+  return time > 0.0 && std::isfinite(time);
+}
+
+/// Takes layers off the top of a stack, part by part.
+class TravelTime {
+ public:
+  explicit TravelTime(const LayerStack& stack) : stack_(stack), left_(stack.H[1]) {}
+
+  /// Mean velocity of the next `thickness`; `before` where that takes no time.
+  double Next(double thickness, double before) {
+    double h = 0.0, time = 0.0;
+    while (thickness > 0.0 && layer_ <= stack_.n) {
+      const double part = std::min(thickness, left_);
+      h += part;
+      time += part / stack_.Vs[layer_];
+      thickness -= part;
+      left_ -= part;
+      if (left_ > 0.0) break;
+      if (++layer_ <= stack_.n) left_ = stack_.H[layer_];
+    }
+    return TakesTime(time) ? h / time : before;
+  }
+
+ private:
+  const LayerStack& stack_;
+  int layer_ = 1;
+  double left_;
+};
+
+/// Class numbers of the measures of layers 1..n.
+std::vector<long> Classes(const std::vector<double>& measure) {
+  const double n = static_cast<double>(measure.size());
+  double mean = 0.0, square = 0.0;
+  for (double x : measure) mean += x / n;
+  for (double x : measure) square += (x - mean) * (x - mean) / n;
+  const double width = std::sqrt(square) / kClassWidth / std::cbrt(n);
+  const double least = *std::min_element(measure.begin(), measure.end());
+  std::vector<long> classes;
+  for (double x : measure) classes.push_back(width > 0.0 ? static_cast<long>((x - least) / width + 0.5) : 0);
+  return classes;
+}
+
+/// Layers from..to of the stack as layer L of another.
+void MergeInto(LayerStack& merged, const LayerStack& found, int from, int to, double top) {
+  double h = 0.0, time = 0.0;
+  for (int l = from; l <= to; ++l) {
+    h += found.H[l];
+    time += found.H[l] / found.Vs[l];
+  }
+  const int L = ++merged.n;
+  merged.H[L] = h;
+  FS_PropLayer(top + h / 2.0, L, TakesTime(time) ? h / time : found.Vs[from], merged.columns());
+}
+
+bool IsFinite(const LayerStack& stack) {
+  for (int l = 1; l <= stack.n; ++l)
+    if (!std::isfinite(stack.H[l]) || !std::isfinite(stack.Vs[l]) || !(stack.Vs[l] > 0.0)) return false;
+  return true;
+}
+
+/// Layers of the run from the found ones.
+int TakeShape(const LayerStack& found) {
+  if (run.switches.iProfileShape == kMergedByHVs || run.switches.iProfileShape == kMergedByHOverVs)
+    return ReplaceRunLayers(MergedLayers(found, run.switches.iProfileShape));
+  if (run.switches.iProfileShape != kOnGivenLayers) return ReplaceRunLayers(found);
+  const LayerStack given = OnGivenLayering(found);
+  double top = 0.0;
+  for (int i = 1; i <= run.ground.nLayersCur; ++i) {
+    FS_PropLayer(top + run.ground.layerH[i] / 2.0, i, given.Vs[i], RunLayerColumns());
+    top += run.ground.layerH[i];
+  }
+  return 0;
+}
+
+int MakeProfile(const std::vector<CurvePoint>& curve) {
+  LayerStack found(static_cast<int>(curve.size()) + 1);
+  if (StripLayers(curve, run.switches.alphaDepth, found) < 0) return -1;
+  if (found.n == 0 || !IsFinite(found))
+    return Refuse(
+        FormatText("The global dispersion curve gives no layer of a starting profile for the "
+                   "Depth-to-WaveL ratio %g.",
+                   run.switches.alphaDepth));
+  return TakeShape(found);
+}
+
+}  // namespace
+
+bool FindRootByHalving(const std::function<double(double)>& R, double cMin, double cMax, double& v,
+                       double s) {
+  double before = R(v);
+  bool found = false;
+  while (!found) {
+    v += s;
+    if (v > cMax || v < cMin) return false;
+    double now = R(v), product = before * now;
+    while (product < 0.0 && !found) {
+      s *= 0.5;
+      if (std::fabs(s) < kNarrow * v) {
+        found = true;
+      } else {
+        v -= s;
+        now = R(v);
+        product = before * now;
+      }
+    }
+    if (product == 0.0) found = true;
+    before = now;
+  }
+  v -= 2.0 * s;
+  return true;
+}
+
+int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found) {
+  found.n = 0;
+  if (curve.size() < 2) return 0;
+  Strip strip(curve, ratio, found);
+  strip.Search(curve.front(), curve.front().c, kStep * curve.front().c);
+  for (std::size_t p = 1; p + 1 < curve.size(); ++p) {
+    if (strip.Extends(curve[p])) {
+      strip.Extend(curve[p]);
+      continue;
+    }
+    if (HaltAsked()) return -1;
+    strip.Search(curve[p], strip.cMax(), -kStep * strip.cMax());
+  }
+  strip.Finish();
+  return 0;
+}
+
+LayerStack OnGivenLayering(const LayerStack& found) {
+  const int n = run.ground.nLayersCur;
+  LayerStack given(n + 1);
+  given.n = n + 1;
+  TravelTime ground(found);
+  double top = 0.0;
+  for (int i = 1; i <= n; ++i) {
+    given.H[i] = run.ground.layerH[i];
+    FS_PropLayer(top + given.H[i] / 2.0, i, ground.Next(given.H[i], i > 1 ? given.Vs[i - 1] : found.Vs[1]),
+                 given.columns());
+    top += given.H[i];
+  }
+  given.H[n + 1] = kHalfSpaceThickness * found.Depth(found.n - 1);
+  FS_PropLayer(top + given.H[n + 1] / 2.0, n + 1, found.Vs[found.n], given.columns());
+  return given;
+}
+
+LayerStack MergedLayers(const LayerStack& found, int shape) {
+  const int n = found.n - 1;  // without the extra deep layer
+  std::vector<double> measure;
+  for (int l = 1; l <= n; ++l)
+    measure.push_back(shape == kMergedByHVs ? found.H[l] * found.Vs[l] : found.H[l] / found.Vs[l]);
+  const std::vector<long> classes = Classes(measure);
+  LayerStack merged(found.n);
+  double top = 0.0;
+  for (int from = 1, l = 1; l <= n; ++l) {
+    if (l < n && classes[static_cast<std::size_t>(l)] == classes[static_cast<std::size_t>(l - 1)]) continue;
+    MergeInto(merged, found, from, l, top);
+    top += merged.H[merged.n];
+    from = l + 1;
+  }
+  MergeInto(merged, found, found.n, found.n, top);
+  return merged;
+}
+
+int FS_AnalPrePrf() {
+  if (!(run.switches.alphaDepth > 0.0) || !std::isfinite(run.switches.alphaDepth))
+    return Refuse(FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.switches.alphaDepth));
+  const std::vector<CurvePoint> curve = ObservedCurve();
+  if (curve.size() < 2)
+    return Refuse("A starting profile needs a global dispersion curve of two points or more.");
+  if (!IsOneGround(curve))
+    return Refuse("The velocities of the global dispersion curve are too far apart for one ground.");
+  const bool replaces = run.switches.iProfileShape != kOnGivenLayers;
+  if (replaces) KeepGivenLayersAsStrata();
+  const int result = MakeProfile(curve);
+  if (replaces) FS_DeAllocateStrataPropLayer();
+  return result;
+}
+
+}  // namespace sondera

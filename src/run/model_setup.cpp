@@ -1,0 +1,125 @@
+// model_setup.cpp - see model_setup.h.
+#include "run/model_setup.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string>
+
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/run_limits.h"
+#include "records/session.h"
+#include "run/covariances.h"
+#include "run/layer_table.h"
+#include "run/model_numbers.h"
+#include "run/preliminary_profile.h"
+#include "run/system_model.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+void CompleteLayer(int l) {
+  double& Vp = run.ground.layerVp[l];
+  double& nu = run.ground.layerNu[l];
+  const double Vs = run.ground.layerVs[l];
+  const bool ratioGiven = Vp == 0.0 || (Vp != 0.0 && Vs != 0.0 && nu != 0.0);
+  run.ground.iPoissonGiven[l] = ratioGiven ? 1 : 0;
+  if (ratioGiven) {
+    Vp = VpFromPoisson(Vs, nu);
+  } else {
+    nu = PoissonFromVelocities(Vp, Vs);
+  }
+  run.ground.iDensityDerived[l] = run.ground.layerRho[l] == 0.0 ? 1 : 0;
+  if (run.ground.iDensityDerived[l] == 1) run.ground.layerRho[l] = DensityFromVs(Vs);
+}
+
+/// Sizes of what hangs on the number of parameters.
+void SizeModel(int m) {
+  run.parameters.rModel = run.parameters.rModelPrior = run.parameters.UFModel = run.update.deltaModel =
+      OffsetVector<double>(1, m);
+  run.parameters.Cm = run.update.Hessian = run.update.InvH = run.update.InvCm = ColumnMatrix(m, m);
+}
+
+/// Complaint about the first factor or bound that nothing can be computed with.
+std::string CheckInvSettings(const InvRecord& r) {
+  const std::pair<const char*, double> values[] = {
+      {"The uncertainty factor of H", r.ufH},
+      {"The uncertainty factor of Vs", r.ufVs},
+      {"The lower bound of H", r.minH},
+      {"The upper bound of H", r.maxH},
+      {"The lower bound of Vs", r.minVs},
+      {"The upper bound of Vs", r.maxVs},
+      {"The uncertainty factor of velocities", run.switches.ufVph}};
+  for (const auto& [what, value] : values) {
+    if (!std::isfinite(value)) return FormatText("%s is %g. It must be a finite number.", what, value);
+  }
+  const bool freeH = r.MODELPARM == 2 || r.MODELPARM == 3, freeVs = r.MODELPARM == 1 || r.MODELPARM == 3;
+  if (freeH && !(r.minH > 0.0)) return FormatText("The lower bound of H is %g. It must be above 0.", r.minH);
+  if (freeVs && !(r.minVs > 0.0))
+    return FormatText("The lower bound of Vs is %g. It must be above 0.", r.minVs);
+  return {};
+}
+
+}  // namespace
+
+int FS_ReadLayerProp() {
+  const ModelRecord& t = TheoDispInfo;
+  if (t.nLayers != run.ground.nLayersCur)
+    return Refuse(FormatText("The run has %d layers, its model %d.", run.ground.nLayersCur, t.nLayers));
+  const std::string complaint = CheckRunLayers(t);
+  if (!complaint.empty()) return Refuse(complaint);
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    const std::size_t i = static_cast<std::size_t>(l - 1);
+    run.ground.layerH[l] = t.thickness[i];
+    run.ground.layerVp[l] = t.Vp[i];
+    run.ground.layerVs[l] = t.Vs[i];
+    run.ground.layerRho[l] = t.density[i];
+    run.ground.layerNu[l] = t.nu[i];
+    run.ground.layerDamp[l] = t.damping[i];
+    CompleteLayer(l);
+  }
+  run.ground.lastLayerH = run.ground.layerH[run.ground.nLayersCur];
+  return 0;
+}
+
+int FS_ReadModelParmF() {
+  if (run.switches.iAnalysis <= 0) return 0;
+  const std::string complaint = CheckInvSettings(InvParam);
+  if (!complaint.empty()) return Refuse(complaint);
+  run.parameters.parmMin[kQuantityH] = InvParam.minH;
+  run.parameters.parmMax[kQuantityH] = InvParam.maxH;
+  run.parameters.parmMin[kQuantityVs] = InvParam.minVs;
+  run.parameters.parmMax[kQuantityVs] = InvParam.maxVs;
+  NumberModelParameters(InvParam.MODELPARM);
+  if (run.parameters.nModelParm == 0)
+    return Refuse("All layers are constrained: there is no model parameter to vary.");
+  SizeModel(run.parameters.nModelParm);
+  std::fill(run.parameters.corrLength.begin(), run.parameters.corrLength.end(), 0.0);
+  std::fill(run.parameters.uncH.begin(), run.parameters.uncH.end(), InvParam.ufH);
+  std::fill(run.parameters.uncVs.begin(), run.parameters.uncVs.end(), InvParam.ufVs);
+  FS_SystemSetup();
+  FS_Setup_Cm();
+  return 0;
+}
+
+int FS_PrelimAnal() {
+  FS_AllocatePropLayer(run.ground.nLayersCur);
+  if (FS_ReadLayerProp() < 0) return -1;
+  const int type = run.switches.preliminaryProfileType;
+  if ((type == kEmpiricalProfile || type == kAnalyticProfile) &&
+      (run.switches.iProfileShape == kOnGivenLayers || run.switches.iProfileShape == kAsFound)) {
+    if (FS_SetUpObsData(1) < 0) return -1;
+    if ((type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf()) < 0) return -1;
+  } else {
+    // The depth that goes with a layer is one and a half times its thickness, wherever it lies.
+    for (int l = 1; l <= run.ground.nLayersCur; ++l)
+      FS_PropLayer(1.5 * run.ground.layerH[l], l, run.ground.layerVs[l], RunLayerColumns());
+  }
+  if (run.switches.iInvScheme <= 0) return 0;
+  FS_AllocateModelInfo(1, run.ground.nLayersCur);
+  return FS_ReadModelParmF();
+}
+
+}  // namespace sondera

@@ -1,0 +1,49 @@
+// observations.h - from the settings to the working state of a run: its switches, receivers, points and
+// layers.
+//
+// Callers: drivers of forward runs and inversions. Order of one run: FS_AllocMemoryBlocks,
+// FS_RetrieveSystemPM, FS_GetStartMP, FS_SetUpObsData(run.switches.iDispSource). Everything comes from the records in
+// memory: FModelParam for forward and waveform runs, TheoDispInfo for inversions (whose driver puts the
+// measured points there), layers always from TheoDispInfo. Works on `run`; owns no state. What belongs to it
+// stands beside it: run_files.h, point_grid.h, model_setup.h, model_numbers.h, covariances.h.
+#pragma once
+
+#include <string>
+
+#include "run/covariances.h"
+#include "run/model_numbers.h"
+#include "run/model_setup.h"
+
+namespace sondera {
+
+inline constexpr int kForwardRun = 1, kInversionRun = 2, kWaveformRun = 3;  ///< kinds of a run
+
+/// Title of a run in the head lines of result files. Kept: "Enhanced3-D" of inversions has no blank.
+std::string RunTitle(int analysis, bool inversion);
+
+/// Sets the switches of a run (see Switches), the title of its head lines and iAnalysis, opens its result
+/// files (run_files.h) under the project id in session.resultFolder, and reads the receivers. Switches that a
+/// kind of run has no value for stay as they are.
+/// @param kind         kForwardRun, kInversionRun or kWaveformRun
+/// @param prePrfType   preliminary profile: 0 as given, 1 empirical, 2 analytic; not looked at in waveform
+/// runs
+/// @return 0; -1 after a message when a setting is unusable, the project id is no file name, or a result file
+///         cannot be written
+[[nodiscard]] int FS_RetrieveSystemPM(int kind, int prePrfType);
+
+/// Receiver set-ups of the run: one explicit pair for a global curve with fixed receivers, one for each array
+/// curve; their numbers start at 4.
+void FS_ReadReceiverSetup();
+
+/// Points, layers and model of the run: the global curve, the array curves where the run is on them, and
+/// FS_PrelimAnal. Points of a run without data are made here, and written back to the record for the display.
+/// @return 0, or -1 after a message
+[[nodiscard]] int FS_GetStartMP();
+
+/// The item of array curves and the flat vectors of its points, walking point by point and curve by curve
+/// within a point. With data every non-zero velocity counts; without, every frequency inside a curve's own
+/// range, with velocity 1 as a mark that it is to be computed.
+/// @return 0, or -1 after a message
+[[nodiscard]] int FS_ReadCompDispCurve();
+
+}  // namespace sondera

@@ -1,0 +1,93 @@
+// preliminary_profile.cpp - see preliminary_profile.h.
+#include "run/preliminary_profile.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "run/layer_table.h"
+#include "run/system_state.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kMostContrast = 1e4;  // between velocities of one curve
+
+/// What a completed layer takes over.
+struct Source {
+  bool densityDerived, poissonGiven;
+  double rho, nu, Vp, damp;
+};
+
+Source LayerAsSource(int j) {
+  return {run.ground.iDensityDerived[j] == 1,
+          run.ground.iPoissonGiven[j] == 1,
+          run.ground.layerRho[j],
+          run.ground.layerNu[j],
+          run.ground.layerVp[j],
+          run.ground.layerDamp[j]};
+}
+
+Source StratumAsSource(int j) {
+  const StrataTables& s = run.strata;
+  return {s.iDensityDerived[j] == 1, s.iPoissonGiven[j] == 1, s.rho[j], s.nu[j], s.Vp[j], s.damp[j]};
+}
+
+Source SourceOf(double depth, int i) {
+  const bool replaces =
+      run.switches.preliminaryProfileType != 0 && run.switches.iProfileShape != kOnGivenLayers;
+  if (replaces && run.strata.nStrata > 0) return StratumAsSource(FS_GetStrataID(depth));
+  if (run.switches.preliminaryProfileType == kAnalyticProfile) return LayerAsSource(FS_GetLayerID(depth));
+  return LayerAsSource(std::min(i, run.ground.nLayersCur));
+}
+
+bool IsAbove0(double x) {
+  return x > 0.0 && std::isfinite(x);
+}
+
+}  // namespace
+
+LayerColumns RunLayerColumns() {
+  return {run.ground.layerVs.shifted(),  run.ground.layerVp.shifted(),  run.ground.layerG.shifted(),
+          run.ground.layerE.shifted(),   run.ground.layerRho.shifted(), run.ground.layerNu.shifted(),
+          run.ground.layerDamp.shifted()};
+}
+
+void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out) {
+  const Source from = SourceOf(depth, i);
+  out.Vs[i] = Vs;
+  out.rho[i] = from.densityDerived ? DensityFromVs(Vs) : from.rho;
+  if (from.poissonGiven) {
+    out.nu[i] = from.nu;
+    out.Vp[i] = VpFromPoisson(Vs, out.nu[i]);
+  } else {
+    out.Vp[i] = from.Vp;
+    out.nu[i] = PoissonFromVelocities(out.Vp[i], Vs);
+    if (PoissonIsUnphysical(out.nu[i])) {
+      out.nu[i] = kGuardedNu;
+      out.Vs[i] = GuardedVs(out.Vp[i]);
+    }
+  }
+  out.damp[i] = from.damp;
+  out.G[i] = out.rho[i] * out.Vs[i] * out.Vs[i];
+  out.E[i] = 2.0 * out.G[i] * (1.0 + out.nu[i]);
+}
+
+std::vector<CurvePoint> ObservedCurve() {
+  std::vector<CurvePoint> curve;
+  for (int p = 1; p <= run.observations.nObsRows; ++p) {
+    const CurvePoint point{run.observations.runVel[p], run.observations.runFreq[p],
+                           run.observations.runLambda[p]};
+    if (IsAbove0(point.c) && IsAbove0(point.f) && IsAbove0(point.w)) curve.push_back(point);
+  }
+  std::stable_sort(curve.begin(), curve.end(),
+                   [](const CurvePoint& a, const CurvePoint& b) { return a.w < b.w; });
+  return curve;
+}
+
+bool IsOneGround(const std::vector<CurvePoint>& curve) {
+  const auto [low, high] = std::minmax_element(
+      curve.begin(), curve.end(), [](const CurvePoint& a, const CurvePoint& b) { return a.c < b.c; });
+  return low == curve.end() || high->c <= kMostContrast * low->c;
+}
+
+}  // namespace sondera

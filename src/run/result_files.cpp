@@ -1,0 +1,203 @@
+// result_files.cpp - see result_files.h.
+#include "run/result_files.h"
+
+#include <cstdlib>
+
+#include "run/receiver_setups.h"
+#include "run/report_file.h"
+#include "run/result_entries.h"
+#include "run/run_clock.h"
+#include "run/system_state.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+double Ratio(double value, double by) {
+  return by > 0.0 ? value / by : 0.0;
+}
+
+double At(const OffsetVector<double>& v, int i) {
+  return i >= v.lo() && i <= v.hi() ? v[i] : 0.0;
+}
+
+// --- Global curve ---
+
+void PlaneWaveRows(ReportFile& file, const OffsetVector<double>& velocity) {
+  file.Put("wavelength  freq(obs)   vel(obs)  freq(cal) vel(cal)   \n");
+  for (int i = 1; i <= run.observations.nDispPoints; ++i) {
+    const double wavelength = run.observations.runLambda[i], observed = run.observations.runVel[i],
+                 computed = velocity[i];
+    file.Printf("%11.5lf %11.5lf %11.5lf ", wavelength, Ratio(observed, wavelength), observed);
+    file.Printf("%11.5lf %11.5lf", Ratio(computed, wavelength), computed);
+    file.Put("\n");
+  }
+}
+
+void PointLoadRows(ReportFile& file, const OffsetVector<double>& velocity) {
+  file.Put("frequency wavel(obs)   vel(obs)  ");
+  for (int k = 1; k <= run.receivers.nRecSetupsUsed; ++k) file.Put("wavel(cal) vel(cal)   ");
+  file.Put("\n");
+  for (int i = 1; i <= run.observations.nDispPoints; ++i) {
+    const double frequency = run.observations.runFreq[i], observed = run.observations.runVel[i];
+    file.Printf("%11.5lf %11.5lf %11.5lf ", frequency, Ratio(observed, frequency), observed);
+    for (int k = 1; k <= run.receivers.nRecSetupsUsed; ++k) {
+      const double computed = FS_CheckRecNo(i, run.receivers.recSetupList[k], velocity);
+      file.Printf("%11.5lf %11.5lf", Ratio(computed, frequency), computed);
+    }
+    file.Put("\n");
+  }
+}
+
+// --- Array curves ---
+
+/// A table with the frequency in front: two values for each curve, of its row.
+template <class Pair>
+void FrequencyBlock(ReportFile& file, const ObsCurve& o, const char* curveHead, Pair&& pairOfRow) {
+  file.Put("      freq. ");
+  for (int c = 1; c <= o.nCurves; ++c) file.Put(curveHead);
+  file.Put("\n");
+  for (int p = 1; p <= o.nFreq; ++p) {
+    file.Printf("%11.5lf ", o.freq[p]);
+    for (int c = 1; c <= o.nCurves; ++c) {
+      const int row = run.observations.iArrayIndex(c, p);
+      if (row <= 0) {
+        file.Put(kNoVelocities);
+        continue;
+      }
+      const auto [observed, computed] = pairOfRow(row);
+      file.Printf("%11.5lf %11.5lf ", observed, computed);
+    }
+    file.Put("\n");
+  }
+}
+
+void WavelengthBlock(ReportFile& file, const ObsCurve& o, const OffsetVector<double>& velocity) {
+  for (int c = 1; c <= o.nCurves; ++c) file.Put(" waveL(obs)   vel(obs)  waveL(calc)   vel(calc)   ");
+  file.Put("\n");
+  for (int p = 1; p <= o.nFreq; ++p) {
+    for (int c = 1; c <= o.nCurves; ++c) {
+      const int row = run.observations.iArrayIndex(c, p);
+      if (row <= 0) {
+        file.Put(kNoWavelengths);
+        continue;
+      }
+      const double frequency = run.observations.runFreq[row], observed = run.observations.runVel[row],
+                   computed = At(velocity, row);
+      file.Printf("%11.5lf %11.5lf %11.5lf %11.5lf   ", Ratio(observed, frequency), observed,
+                  Ratio(computed, frequency), computed);
+    }
+    file.Put("\n");
+  }
+}
+
+void ArrayBlocks(ReportFile& file, const ObsCurve& o, const OffsetVector<double>& velocity,
+                 const OffsetVector<double>& amplitude) {
+  struct Two {
+    double observed, computed;
+  };
+  FrequencyBlock(file, o, "   vel(obs)    vel(cal) ", [&](int row) {
+    return Two{run.observations.runVel[row], At(velocity, row)};
+  });
+  file.Put("\n\n");
+  WavelengthBlock(file, o, velocity);
+  file.Put("\n\n");
+  FrequencyBlock(file, o, "   Amp(obs)    Amp(cal) ", [&](int row) {
+    return Two{run.observations.runAmp[row] / run.course.ampScale, At(amplitude, row) / run.course.ampScale};
+  });
+}
+
+/// Derived values are given as 0: they are to be derived again.
+struct ForwardModelRow {
+  double H, Vp, Vs, density, nu, damping;
+};
+
+ForwardModelRow ForwardModelOf(int l) {
+  const bool poissonGiven = run.ground.iPoissonGiven[l] == 1;
+  return {run.ground.layerH[l],
+          poissonGiven ? 0.0 : run.ground.layerVp[l],
+          run.ground.layerVs[l],
+          run.ground.iDensityDerived[l] == 1 ? 0.0 : run.ground.layerRho[l],
+          poissonGiven ? run.ground.layerNu[l] : 0.0,
+          run.ground.layerDamp[l]};
+}
+
+}  // namespace
+
+void FS_SaveDspCurve(int iteration, const OffsetVector<double>& velocity,
+                     const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp) {
+  ReportFile file(".fdp");
+  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+  if (RowsAreGlobal()) {
+    if (std::abs(run.switches.iAnalysis) == 2) {
+      PlaneWaveRows(file, velocity);
+    } else {
+      PointLoadRows(file, velocity);
+    }
+  } else {
+    for (const ObsCurve& o : run.observations.obsCurves) ArrayBlocks(file, o, velocity, amplitude);
+    file.Put("\n\n");
+  }
+  file.Append();
+  FS_ReportTime(1);
+}
+
+std::string ModelTableRow(int index, int i, double firstLimit, double secondLimit) {
+  const InvRecord& r = RecordOfIndex(index);
+  const int e = EntryOfIndex(index);
+  return FormatText("%11.3lf  %11.3lf %12.3lf%12.3lf%12.3lf%12.3lf %9.3lf %11.3lf %11.3lf\n", r.depth(e, i),
+                    r.H(e, i), r.Vp(e, i), r.Vs(e, i), firstLimit, secondLimit, r.density(e, i), r.nu(e, i),
+                    r.damping(e, i));
+}
+
+void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp) {
+  const InvRecord& r = RecordOfIndex(iteration);
+  const int entry = EntryOfIndex(iteration);
+  ReportFile file(".fmp");
+  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+  file.Put(
+      "Layer No.    Depth       Thick.        Cp           Cs      Cs(Lower)   Cs(Upper)     Rho          Nu "
+      "      damping\n");
+  file.Put(
+      "--------- ----------- ----------- ----------- ----------- ----------- ----------- ----------- "
+      "----------- -----------\n");
+  for (int i = 0; entry <= r.rms.hi() && i < r.nLayers; ++i) {
+    const double Vs = r.Vs(entry, i), band = 2.0 * PosteriorDeviation(iteration, i);
+    file.Printf("%5ld  ", static_cast<long>(i + 1));
+    file.Put(ModelTableRow(iteration, i, Vs - band, Vs + band));
+  }
+  file.Put("\n");
+  file.Append();
+}
+
+void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
+  ReportFile file(".pfl");
+  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+  file.Put("Velocity  Depth\n");
+  double top = 0.0;
+  for (int l = 1; l < run.ground.nLayersCur; ++l) {
+    const double bottom = top + run.ground.layerH[l];
+    file.Printf("%12.5lf %12.5lf\n", run.ground.layerVs[l], top);
+    file.Printf("%12.5lf %12.5lf\n", run.ground.layerVs[l], bottom);
+    top = bottom;
+  }
+  if (run.ground.nLayersCur > 0)
+    file.Printf("%12.5lf %12.5lf\n", run.ground.layerVs[run.ground.nLayersCur], top);
+  file.Put("\n");
+  file.Append();
+}
+
+void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp) {
+  ReportFile file(".fsp");
+  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+    const ForwardModelRow m = ForwardModelOf(l);
+    file.Printf("%14.5lf %14.5lf %14.5lf %14.5lf %14.5lf %14.5lf\n", m.H, m.Vp, m.Vs, m.density, m.nu,
+                m.damping);
+  }
+  file.Put("\n");
+  file.Append();
+  FS_ReportTime(1);
+}
+
+}  // namespace sondera

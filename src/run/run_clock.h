@@ -1,0 +1,18 @@
+// run_clock.h - how long a run has taken, as text. Callers: drivers of runs, writers of results. The start is
+// kept in `run`.
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace sondera {
+
+/// "[%dhr %dmin %dsec]" between two readings of a clock (hours, minutes, seconds). An end before the start
+/// lies on the next day. Kept: whole days are not seen, so a run of more than 24 hours shows too little.
+std::string ElapsedText(const std::array<int, 3>& start, const std::array<int, 3>& end);
+
+/// Stage 0 reads the start into run.course.startClock and clears run.course.timeText; stage 1 puts the time since then into
+/// run.course.timeText.
+void FS_ReportTime(int stage);
+
+}  // namespace sondera

@@ -1,0 +1,123 @@
+// run_files.cpp - see run_files.h.
+#include "run/run_files.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "records/session.h"
+#include "run/system_state.h"
+#include "runtime/atomic_writer.h"
+#include "runtime/dialogs.h"
+#include "runtime/lock_file.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+struct RunFile {
+  std::string extension, path;
+  AtomicWriter writer;
+
+  explicit RunFile(const char* ext) : extension(ext), path(run.switches.baseName + ext), writer(path) {}
+};
+
+struct OpenSet {
+  LockFile lock;
+  std::vector<std::unique_ptr<RunFile>> files;
+  bool begun = false;  ///< a block was added
+  bool lost = false;   ///< a file is not whole
+};
+OpenSet open;
+
+/// The file of an extension, opened if need be; null when it cannot be, with the complaint.
+RunFile* FileOf(const char* extension, std::string& complaint) {
+  for (const auto& file : open.files)
+    if (file->extension == extension) return file.get();
+  auto file = std::make_unique<RunFile>(extension);
+  if (!file->writer.Ok()) {
+    complaint = OpeningComplaint(file->path, file->writer.Reason());
+    return nullptr;
+  }
+  open.files.push_back(std::move(file));
+  return open.files.back().get();
+}
+
+/// The set cannot become whole any more.
+void Lose(const std::string& complaint) {
+  open.lost = true;
+  MessagePopup(session.appTitle,
+               complaint + "\nThe result files of this run are not written. Those of the former run stay.");
+}
+
+std::vector<const char*> ExtensionsOf(int kind) {
+  std::vector<const char*> found;
+  const auto add = [&found](std::initializer_list<const char*> list) {
+    found.insert(found.end(), list.begin(), list.end());
+  };
+  if (kind == 3) add({".pls", ".spc"});
+  if (kind == 2) add({".fsp"});
+  add({".fdp", ".fmp", ".pfl", ".pcm"});
+  if (kind == 2) add({".n", ".r"});
+  for (std::size_t i = 0; i < kReportExtensions.size(); ++i)
+    if (run.switches.reportSwitch[i]) add({kReportExtensions[i]});
+  return found;
+}
+
+/// Before the first file takes its place all are written to the end, so that a full disk leaves the whole
+/// former set.
+bool WriteToTheEnd() {
+  for (const auto& file : open.files) {
+    if (file->writer.Finish(false)) continue;
+    Lose(file->writer.Reason() + ".");
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string OpeningComplaint(const std::string& path, const std::string& reason) {
+  return FormatText("Error in opening file %s\n%s.", path.c_str(), reason.c_str());
+}
+
+int FS_OpenFiles(int kind) {
+  FS_DropFiles();
+  if (!LockFile::MayGoOn(open.lock.Acquire(run.switches.baseName))) return Refuse(open.lock.Reason() + ".");
+  for (const char* extension : ExtensionsOf(kind)) {
+    if (open.lock.Held()) RemoveRemains(run.switches.baseName + extension);
+    std::string complaint;
+    if (FileOf(extension, complaint)) continue;
+    FS_DropFiles();
+    return Refuse(complaint);
+  }
+  return 0;
+}
+
+void AddToRunFile(const char* extension, std::string_view block) {
+  if (open.lost) return;
+  std::string complaint;
+  RunFile* file = FileOf(extension, complaint);
+  if (!file) return Lose(complaint);
+  open.begun = true;
+  file->writer.Put(block);
+  file->writer.WriteOut();
+  if (!file->writer.Ok()) Lose(file->writer.Reason() + ".");
+}
+
+void FS_CloseFiles(int) {
+  if (open.begun && !open.lost && WriteToTheEnd()) {
+    for (const auto& file : open.files)
+      if (!file->writer.Commit(false))
+        MessagePopup(session.appTitle, file->writer.Reason() + ".\nIt is still the file of the former run.");
+  }
+  FS_DropFiles();
+}
+
+void FS_DropFiles() {
+  open.files.clear();
+  open.begun = open.lost = false;
+  open.lock.Release();
+}
+
+}  // namespace sondera

@@ -1,0 +1,201 @@
+// system_model.cpp - see system_model.h.
+#include "run/system_model.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "records/run_limits.h"
+#include "records/session.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kBuiltInSetups = 3;
+constexpr int kFixedPairType = 4;  // GlobalRecType: one explicit pair
+
+/// Vs is varied; thickness is varied.
+bool VariesVs(int modelParm) {
+  return modelParm == 1 || modelParm == 3;
+}
+bool VariesH(int modelParm) {
+  return modelParm == 2 || modelParm == 3;
+}
+
+/// Numbers ModelMap for a run without constrained layers.
+void NumberModelMap(int nLayers, int modelParm) {
+  int number = 0;
+  for (int l = 1; l <= nLayers; ++l) {
+    if (VariesH(modelParm) && l < nLayers) run.parameters.MapEntry(kQuantityH, l) = ++number;
+    if (VariesVs(modelParm)) run.parameters.MapEntry(kQuantityVs, l) = ++number;
+  }
+}
+
+LayeredGround SizedGround(const RunSizes& size) {
+  LayeredGround ground;
+  const int n = ground.nLayersCur = size.nLayersCur;
+  for (auto column :
+       {&LayeredGround::layerH, &LayeredGround::layerVs, &LayeredGround::layerVp, &LayeredGround::layerG,
+        &LayeredGround::layerE, &LayeredGround::layerRho, &LayeredGround::layerNu, &LayeredGround::layerDamp})
+    ground.*column = OffsetVector<double>(1, n);
+  ground.iPoissonGiven = ground.iDensityDerived = OffsetVector<int>(1, n);
+  return ground;
+}
+
+/// Parameters, with ModelMap still 0.
+Parameters SizedParameters(const RunSizes& size) {
+  Parameters p;
+  const int n = size.nLayersCur;
+  p.uncH = p.uncVp = p.uncVs = p.uncRho = OffsetVector<double>(1, n);
+  p.corrLength = OffsetVector<double>(1, kQuantities * n);
+  p.ModelMap = OffsetVector<int>(1, kQuantities * n);
+  p.modelMapStride = n;
+  p.nModelParm = size.nModel;
+  p.rModel = p.rModelPrior = p.UFModel = OffsetVector<double>(1, size.nModel);
+  return p;
+}
+
+/// Rows that array curves may have: without data every point of every curve may become one.
+double ArrayRows(const RunSizes& size) {
+  return std::max<double>(size.nObs, static_cast<double>(size.nPoints) * (size.recMax2 - kBuiltInSetups));
+}
+
+/// Observation rows that a run may have, over all receiver types of a point.
+double ObservationRows(const RunSizes& size) {
+  return std::max<double>(size.nDispG, ArrayRows(size)) * std::max(size.recMax1, 1);
+}
+
+Observations SizedObservations(const RunSizes& size) {
+  Observations v;
+  for (auto column : {&Observations::globalVel, &Observations::globalFreq, &Observations::globalLambda,
+                      &Observations::globalDev})
+    v.*column = OffsetVector<double>(1, size.nDispG);
+  v.globalRecCount = OffsetVector<int>(1, size.nDispG);
+  v.globalRecType = OffsetVector<int>(1, size.nDispG * std::max(size.recMax1, 1));
+  const int arrayRows = static_cast<int>(ArrayRows(size));
+  for (auto column : {&Observations::arrayVel, &Observations::arrayFreq, &Observations::arrayDev,
+                      &Observations::arrayAmp, &Observations::arrayAmpDev})
+    v.*column = OffsetVector<double>(1, arrayRows);
+  v.iArrayIndex = OffsetMatrix<int>(1, size.recMax2 - kBuiltInSetups, 1, size.nPoints);
+  const int rows = static_cast<int>(ObservationRows(size));
+  for (auto column : {&Observations::runVel, &Observations::runAmp, &Observations::runFreq,
+                      &Observations::runLambda, &Observations::runLambda2})
+    v.*column = OffsetVector<double>(1, rows);
+  v.iNoVelocity = OffsetVector<int>(1, rows);
+  return v;
+}
+
+Receivers SizedReceivers(const RunSizes& size) {
+  Receivers v;
+  v.nRecCfgPerPoint = v.recCfgOfPoint = OffsetVector<int>(1, static_cast<int>(ObservationRows(size)));
+  const int setups = std::max({size.recMax1, size.recMax2, kBuiltInSetups});
+  v.rec1Loc = v.rec2Loc = OffsetVector<double>(1, setups);
+  v.recSetupList = OffsetVector<int>(1, setups);
+  v.stackRecX = OffsetVector<double>(1, 2 * setups);
+  return v;
+}
+
+/// Doubles of a run with all its matrices, on the large side.
+double DoublesOf(const RunSizes& size) {
+  const double rows = ObservationRows(size), m = size.nModel;
+  const double active = std::min(rows, m);  // the data-space form has fewer rows than parameters
+  return 30.0 * size.nLayersCur + 12.0 * rows + 4.0 * m * m + 3.0 * m * rows + 2.0 * active * active;
+}
+
+}  // namespace
+
+RunSizes FS_InitVars() {
+  const ModelRecord& m = FModelParam;
+  RunSizes size;
+  size.nLayersCur = m.nLayers;
+  size.recMax1 = m.GlobalRecType == kBuiltInSetups || m.GlobalRecType == kFixedPairType ? m.GlobalRecType : 0;
+  size.recMax2 = m.nDispCurves + kBuiltInSetups;
+  size.nDispG = m.nDispPointsG;
+  size.nPoints = m.nDispPoints;
+  size.nFiles = 1;
+  size.nRecLoc = m.nReceivers;
+  const std::size_t cells = static_cast<std::size_t>(std::max(m.nDispPoints, 0)) *
+                            static_cast<std::size_t>(std::max(m.nDispCurves, 0));
+  const auto end = m.vel.begin() + static_cast<std::ptrdiff_t>(std::min(cells, m.vel.size()));
+  size.nObs =
+      m.nDispPoints + static_cast<int>(std::count_if(m.vel.begin(), end, [](double v) { return v != 0.0; }));
+  if (VariesH(InvParam.MODELPARM)) size.nModel += m.nLayers - 1;
+  if (VariesVs(InvParam.MODELPARM)) size.nModel += m.nLayers;
+  run.course.iPriorIter = 0;
+  run.course.ampScale = 1.0;
+  return size;
+}
+
+int FS_AllocMemoryBlocks() {
+  const std::string complaint = CheckRunSettings(FModelParam);
+  if (!complaint.empty()) return Refuse(complaint);
+  const RunSizes size = FS_InitVars();
+  if (DoublesOf(size) > kMaxRunDoubles)
+    return Refuse(
+        FormatText("A run with %d layers, %d points of the global curve and %d points of %d array "
+                   "curves is too large.",
+                   size.nLayersCur, size.nDispG, size.nPoints, size.recMax2 - kBuiltInSetups));
+  // Whole parts are replaced, once there was memory for all of them.
+  LayeredGround ground = SizedGround(size);
+  Parameters parameters = SizedParameters(size);
+  Observations observations = SizedObservations(size);
+  Receivers receivers = SizedReceivers(size);
+  Update update;
+  update.deltaModel = OffsetVector<double>(1, size.nModel);
+  run.ground = std::move(ground);
+  run.parameters = std::move(parameters);
+  run.observations = std::move(observations);
+  run.receivers = std::move(receivers);
+  run.update = std::move(update);
+  NumberModelMap(size.nLayersCur, InvParam.MODELPARM);
+  return 0;
+}
+
+// The blocks own the storage: these mark points in the life of a run and have nothing to do.
+void FS_AllocateObsData(int) {}
+void FS_AllocatePropLayer(int) {}
+void FS_DeAllocatePropLayer() {}
+void FS_DeAllocateObsData() {}
+void FS_DeAllocateRecSetup() {}
+void FS_DeAllocateModelInfo() {}
+void DeAllocatePropLayer() {}
+void DeAllocateModelInfo() {}
+void DeAllocateObsData() {}
+void DeAllocateRecSetup() {}
+
+void FS_AllocateModelInfo(int which, int n) {
+  if (which == 1)
+    run.parameters.modelMapStride = std::clamp(n, 0, run.parameters.ModelMap.size() / kQuantities);
+  if (which == 2) run.parameters.nModelParm = std::clamp(n, 0, run.parameters.rModel.size());
+}
+
+void FS_AllocateRecSetup(int n) {
+  run.receivers.nRecSetups =
+      std::clamp(n + kBuiltInSetups, kBuiltInSetups, std::max(run.receivers.rec1Loc.size(), kBuiltInSetups));
+}
+
+void FS_AllocateStrataPropLayer(int n) {
+  StrataTables& s = run.strata;
+  s.nStrata = std::clamp(n, 0, kMaxRunLayers);
+  s.top = s.H = s.Vs = s.Vp = s.G = s.E = s.rho = s.nu = s.damp = OffsetVector<double>(1, s.nStrata);
+  s.iPoissonGiven = s.iDensityDerived = OffsetVector<int>(1, s.nStrata);
+}
+
+void FS_DeAllocateStrataPropLayer() {
+  StrataTables& s = run.strata;
+  s.nStrata = 0;
+  s.top = s.H = s.Vs = s.G = s.E = s.rho = s.nu = s.damp = {};
+  s.iPoissonGiven = s.iDensityDerived = {};
+}
+
+void FS_AllocateStrataModelInfo(int n) {
+  run.strata.modelMap = OffsetVector<int>(1, kQuantities * std::clamp(n, 0, kMaxRunLayers));
+}
+
+void FS_DeAllocateStrataModelInfo() {
+  run.strata.modelMap = {};
+}
+
+}  // namespace sondera

@@ -1,0 +1,12 @@
+// system_state.cpp - see system_state.h.
+#include "run/system_state.h"
+
+namespace sondera {
+
+Run run;
+
+void ResetRunState() {
+  run = Run{};
+}
+
+}  // namespace sondera

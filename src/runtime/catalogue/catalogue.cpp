@@ -1,0 +1,114 @@
+// catalogue.cpp - the table of all panels. A panel is added here, as an entry of Panel and as a header of its
+// own; catalogue_test holds the three against each other.
+#include "runtime/controls.h"
+
+#include <cstddef>
+#include <iterator>
+
+#include "runtime/catalogue/aboutpnl.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/asavedlg.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/changeid.h"
+#include "runtime/catalogue/changeid_1.h"
+#include "runtime/catalogue/confirmpnl.h"
+#include "runtime/catalogue/devpanel.h"
+#include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/dsp_mscale.h"
+#include "runtime/catalogue/exd_scale.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/gaborpnl.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/hwsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/irfsetpnl.h"
+#include "runtime/catalogue/irfsetpnl2.h"
+#include "runtime/catalogue/load2chnl.h"
+#include "runtime/catalogue/loadexd.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/messagepnl.h"
+#include "runtime/catalogue/mscalepnl.h"
+#include "runtime/catalogue/panel.h"
+#include "runtime/catalogue/pulse.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/catalogue/tmgrafpnl.h"
+
+namespace sondera {
+namespace {
+
+struct PanelEntry {
+  Panel panel;
+  std::string_view name;
+  std::string_view title;
+  bool shown;
+  std::span<const Control* const> controls;
+};
+
+/// In the order of Panel, so that a panel is found by its number.
+constexpr PanelEntry kPanels[] = {
+    {Panel::PANEL, "PANEL", "Sondera 4.1", true, panel::kControls},
+    {Panel::MEASPANEL, "MEASPANEL", "Measurements", true, measpanel::kControls},
+    {Panel::SASW, "SASW", "Interactive Masking", true, sasw::kControls},
+    {Panel::DISPCURV, "DISPCURV", "Dispersion Curve", true, dispcurv::kControls},
+    {Panel::EXDTHD, "EXDTHD", "F. Modeling and Inv. Analysis", true, exdthd::kControls},
+    {Panel::HMSETUP, "HMSETUP", "Hardware and Measurement Setup", false, hmsetup::kControls},
+    {Panel::HWSETUP, "HWSETUP", "Hardware Setup", true, hwsetup::kControls},
+    {Panel::MEASSETUP, "MEASSETUP", "Measurement Setup", true, meassetup::kControls},
+    {Panel::LOADTXDATA, "LOADTXDATA", "Load Measurement Data (Text Format)", false, loadtxdata::kControls},
+    {Panel::LOAD2CHNL, "LOAD2CHNL", "Load Two-Channel Freq. Resp. Data", false, load2chnl::kControls},
+    {Panel::LOADEXD, "LOADEXD", "Load EXD File from Sondera Ver. 1", false, loadexd::kControls},
+    {Panel::ASAVEDLG, "ASAVEDLG", "Automated Save", false, asavedlg::kControls},
+    {Panel::DEVPANEL, "DEVPANEL", "DAQ Boards Installed ... ", false, devpanel::kControls},
+    {Panel::IRFSETPNL, "IRFSETPNL", "Parameters of IR Filtration (IRF)", false, irfsetpnl::kControls},
+    {Panel::IRFSETPNL2, "IRFSETPNL2", "Parameters of IR Filtration (IRF)", false, irfsetpnl2::kControls},
+    {Panel::GABORPNL, "GABORPNL", "Parameters of Gabor Spectrum", false, gaborpnl::kControls},
+    {Panel::CDISPPNL, "CDISPPNL", "Representative Disp. Curve", false, cdisppnl::kControls},
+    {Panel::TMGRAFPNL, "TMGRAFPNL", "Tomographic Image of Phase Velocity", false, tmgrafpnl::kControls},
+    {Panel::FMODELING, "FMODELING", "Parameters for Forward Modeling Analysis", false, fmodeling::kControls},
+    {Panel::INVERSION, "INVERSION", "Parameters for Inversion Analysis", false, inversion::kControls},
+    {Panel::ANALRESULT, "ANALRESULT", "Tables of Analysis Results", false, analresult::kControls},
+    {Panel::PULSE, "PULSE", "Generation of Waveform", false, pulse::kControls},
+    {Panel::MSCALEPNL, "MSCALEPNL", "Axis Attributes", false, mscalepnl::kControls},
+    {Panel::DSP_MSCALE, "DSP_MSCALE", "Axis Attributes", false, dsp_mscale::kControls},
+    {Panel::EXD_SCALE, "EXD_SCALE", "Axis Attributes", false, exd_scale::kControls},
+    {Panel::ABOUTPNL, "ABOUTPNL", "About Sondera 4", false, aboutpnl::kControls},
+    {Panel::CHANGEID, "CHANGEID", "Change ID ...", false, changeid::kControls},
+    {Panel::CHANGEID_1, "CHANGEID_1", "Change ID ...", false, changeid_1::kControls},
+    {Panel::CONFIRMPNL, "CONFIRMPNL", "Sondera 3.0: Confirm", false, confirmpnl::kControls},
+    {Panel::MESSAGEPNL, "MESSAGEPNL", "Sondera 3.0", false, messagepnl::kControls},
+    {Panel::MAINMENU, "MAINMENU", "Sondera Menu", true, mainmenu::kControls},
+};
+static_assert(std::size(kPanels) == kPanelCount);
+
+constexpr bool InOrder() {
+  for (std::size_t i = 0; i < std::size(kPanels); ++i) {
+    if (static_cast<std::size_t>(kPanels[i].panel) != i) return false;
+  }
+  return true;
+}
+static_assert(InOrder());
+
+const PanelEntry& EntryOf(Panel p) {
+  return kPanels[static_cast<std::size_t>(p)];
+}
+
+}  // namespace
+
+std::span<const Control* const> ControlsOf(Panel p) {
+  return EntryOf(p).controls;
+}
+std::string_view PanelName(Panel p) {
+  return EntryOf(p).name;
+}
+std::string_view DefaultPanelTitle(Panel p) {
+  return EntryOf(p).title;
+}
+bool PanelStartsShown(Panel p) {
+  return EntryOf(p).shown;
+}
+
+}  // namespace sondera
