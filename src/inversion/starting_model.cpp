@@ -23,6 +23,7 @@
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/meassetup.h"
+#include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"

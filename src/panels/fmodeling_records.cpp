@@ -14,6 +14,7 @@
 #include "records/settings_room.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

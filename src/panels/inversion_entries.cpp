@@ -16,6 +16,7 @@
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/meassetup.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

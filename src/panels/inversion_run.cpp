@@ -18,6 +18,7 @@
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
+#include "runtime/dialogs.h"
 #include "runtime/events.h"
 
 namespace sondera {

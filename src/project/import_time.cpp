@@ -9,6 +9,7 @@
 #include "project/import_findings.h"
 #include "project/import_text.h"
 #include "records/session.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -7,6 +7,7 @@
 #include "project/import_findings.h"
 #include "project/import_spectra.h"
 #include "records/session.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

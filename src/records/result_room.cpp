@@ -9,6 +9,7 @@
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

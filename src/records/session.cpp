@@ -1,8 +1,6 @@
 // session.cpp - defaults of the session state.
 #include "records/session.h"
 
-#include "runtime/dialogs.h"
-
 namespace sondera {
 
 Session session;
@@ -36,11 +34,6 @@ void SetSiteVelocities(int category) {
 
 std::string CutDeviceName(const std::string& name) {
   return name.substr(0, 4);
-}
-
-int Refuse(std::string_view text) {
-  MessagePopup(session.appTitle, text);
-  return -1;
 }
 
 std::string SessionTitle() {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "runtime/lock_file.h"
+#include "runtime/version.h"
 
 namespace sondera {
 
@@ -78,8 +79,8 @@ struct ColorScale {
 };
 
 struct Session {
-  std::string appTitle = "Sondera 4.1";  ///< first argument of every box
-  std::string curProjID = "ProjID";      ///< current selection
+  std::string appTitle{kAppTitle};   ///< first argument of every box
+  std::string curProjID = "ProjID";  ///< current selection
   std::string curMeasID = "measID";
   std::string projectFileName;  ///< empty: never saved
   LockFile projectLock;         ///< of projectFileName, while it is open and where there are locks
@@ -132,9 +133,6 @@ void SetSiteVelocities(int category);
 
 /// A device name as the driver gets it: cut to four characters.
 std::string CutDeviceName(const std::string& name);
-
-/// Shows a message under the title of the application. @return -1, the result of whatever refuses
-int Refuse(std::string_view text);
 
 /// Title of the main window: "app - project:measurement" before a file is known.
 std::string SessionTitle();

@@ -8,6 +8,7 @@
 #include "records/session.h"
 #include "run/run_progress.h"
 #include "run/system_model.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -7,6 +7,7 @@
 
 #include "records/session.h"
 #include "run/system_model.h"
+#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {

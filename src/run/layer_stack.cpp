@@ -9,6 +9,7 @@
 #include "records/session.h"
 #include "run/layer_table.h"
 #include "run/system_model.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

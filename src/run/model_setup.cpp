@@ -15,6 +15,7 @@
 #include "run/model_numbers.h"
 #include "run/preliminary_profile.h"
 #include "run/system_model.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -16,6 +16,7 @@
 #include "run/run_files.h"
 #include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/dialogs.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
 

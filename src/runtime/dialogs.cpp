@@ -29,6 +29,16 @@ void MessagePopup(std::string_view title, std::string_view text) {
   if (state.frontEnd.message) state.frontEnd.message(title, text);
 }
 
+int Refuse(std::string_view text) {
+  MessagePopup(kAppTitle, text);
+  return -1;
+}
+
+int ShowRefusal(const Refusal& refusal) {
+  if (!refusal) return 0;
+  return refusal.reason().empty() ? -1 : Refuse(refusal.reason());
+}
+
 bool ConfirmPopup(std::string_view title, std::string_view text) {
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
 }

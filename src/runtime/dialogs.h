@@ -10,6 +10,9 @@
 #include <string>
 #include <string_view>
 
+#include "runtime/refusal.h"
+#include "runtime/version.h"
+
 namespace sondera {
 
 /// Answer of FileSelectPopup. The numbers are part of the logic (2 means a name that does not exist yet).
@@ -50,6 +53,11 @@ const FrontEnd& CurrentFrontEnd();
 
 /// Shows a message box and waits until it has been read. Counted, see MessageCount.
 void MessagePopup(std::string_view title, std::string_view text);
+
+/// The same under the title of the program. @return -1, the result of whatever refuses
+int Refuse(std::string_view text);
+/// Shows the reason of a refusal, if it has one. @return 0 for what was done, -1 for what was refused
+int ShowRefusal(const Refusal& refusal);
 
 /// Asks a yes/no question. True is yes.
 bool ConfirmPopup(std::string_view title, std::string_view text);

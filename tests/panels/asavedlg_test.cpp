@@ -2,9 +2,9 @@
 #include "panels/asavedlg.h"
 
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/session.h"
 #include "runtime/catalogue/asavedlg.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

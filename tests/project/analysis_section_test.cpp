@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/session.h"
 #include "runtime/text_format.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

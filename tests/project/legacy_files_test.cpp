@@ -1,9 +1,9 @@
 // Tests of the setup and raw data files of earlier versions, against bytes put together here.
 #include "project/legacy_files.h"
 
-#include "support/project_bytes.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

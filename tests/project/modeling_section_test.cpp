@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

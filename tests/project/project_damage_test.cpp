@@ -13,11 +13,11 @@
 
 #include "project/analysis_section.h"
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
 #include "support/failing_file_driver.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

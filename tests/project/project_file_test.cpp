@@ -9,7 +9,6 @@
 
 #include <filesystem>
 
-#include "support/project_bytes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
@@ -22,6 +21,7 @@
 #include "runtime/events.h"
 #include "runtime/graphs.h"
 #include "runtime/redraw.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

@@ -8,10 +8,10 @@
 
 #include "project/analysis_section.h"
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "runtime/paths.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

@@ -6,8 +6,8 @@
 
 #include "project/project_file.h"
 #include "project/raw_section.h"
-#include "support/project_bytes.h"
 #include "records/session.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

@@ -9,12 +9,12 @@
 #include <cstring>
 
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

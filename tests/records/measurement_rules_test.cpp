@@ -9,9 +9,9 @@
 
 #include "project/load_check.h"
 #include "project/project_file.h"
-#include "support/project_bytes.h"
 #include "records/session.h"
 #include "runtime/findings.h"
+#include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 

@@ -1,6 +1,7 @@
 // catalogue.cpp - the table of all panels. A panel is added here, as an entry of Panel and as a header of its
 // own; catalogue_test holds the three against each other.
 #include "runtime/controls.h"
+#include "runtime/version.h"
 
 #include <cstddef>
 #include <iterator>
@@ -50,7 +51,7 @@ struct PanelEntry {
 
 /// In the order of Panel, so that a panel is found by its number.
 constexpr PanelEntry kPanels[] = {
-    {Panel::PANEL, "PANEL", "Sondera 4.1", true, panel::kControls},
+    {Panel::PANEL, "PANEL", kAppTitle, true, panel::kControls},
     {Panel::MEASPANEL, "MEASPANEL", "Measurements", true, measpanel::kControls},
     {Panel::SASW, "SASW", "Interactive Masking", true, sasw::kControls},
     {Panel::DISPCURV, "DISPCURV", "Dispersion Curve", true, dispcurv::kControls},

@@ -1,0 +1,22 @@
+// listener.h - what a long computation tells whoever started it, and what it asks.
+//
+// Computing code takes a Listener& and knows nothing of boxes and events; panels/ has the one that fills the
+// status boxes and lets events in. A plain Listener hears nothing and never halts: for tests and short work.
+#pragma once
+
+#include <string>
+
+namespace sondera {
+
+class Listener {
+ public:
+  virtual ~Listener() = default;
+  virtual void Status(const std::string& text) { (void)text; }   ///< what is done now
+  virtual void Process(const std::string& text) { (void)text; }  ///< the step within it
+  /// Share of the work that is done, 0 to 1.
+  virtual void Done(double share) { (void)share; }
+  /// Lets events in. True: end now, keep what is finished.
+  virtual bool Poll() { return false; }
+};
+
+}  // namespace sondera

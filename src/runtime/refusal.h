@@ -1,0 +1,29 @@
+// refusal.h - how computing code says that it did not do what was asked: a reason, which the panel shows.
+//
+// Computing code returns a Refusal and shows nothing; panels/ passes it to ShowRefusal (dialogs.h).
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace sondera {
+
+/// Empty: done. Otherwise refused, mostly with a reason; a halted run and a reason that was shown already have
+/// none.
+class [[nodiscard]] Refusal {
+ public:
+  Refusal() = default;
+  Refusal(std::string reason)
+      : refused_(true), reason_(std::move(reason)) {}            // NOLINT: a reason is a refusal
+  Refusal(const char* reason) : Refusal(std::string(reason)) {}  // NOLINT
+  static Refusal WithoutReason() { return Refusal(std::string()); }
+
+  explicit operator bool() const { return refused_; }
+  const std::string& reason() const { return reason_; }  ///< one or more sentences; "" for none
+
+ private:
+  bool refused_ = false;
+  std::string reason_;
+};
+
+}  // namespace sondera
