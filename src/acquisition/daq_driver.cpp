@@ -6,7 +6,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kNoBoard = -1;
+using daq_status::kNoBoard;
 
 struct CategoryText {
   int category;
@@ -33,6 +33,7 @@ int NoFact(const std::string&, T&) {
 
 const DaqDriver daqNone = {
     .name = "none",
+    .reset = [] {},
     .sysDevNames =
         [](std::string& names) {
           names.clear();
@@ -54,7 +55,17 @@ const DaqDriver daqNone = {
     .cfgAnlgEdgeRefTrig = [](int, const std::string&, double, int) { return kNoBoard; },
     .numChans = [](int, int&) { return kNoBoard; },
     .startTask = [](int) { return kNoBoard; },
+    .waitRecord =
+        [](int, double, bool& ready) {
+          ready = false;
+          return kNoBoard;
+        },
     .readRecord = [](int, double, double*, int, int&) { return kNoBoard; },
+    .recordOverload =
+        [](int, std::uint64_t& mask) {
+          mask = 0;
+          return kNoBoard;
+        },
     .stopTask = [](int) { return kNoBoard; },
     .clearTask = [](int) { return kNoBoard; },
     .errorString = [](int) { return std::string("no board"); },
@@ -62,15 +73,23 @@ const DaqDriver daqNone = {
 
 namespace {
 
-const DaqDriver* installed = &daqNone;
+struct Installed {
+  const DaqDriver* driver = &daqNone;
+  void (*reset)() = [] {};  // by value: the table of a test may be gone by the time another takes its place
+};
+Installed installed;
 
 }  // namespace
 
 const DaqDriver* InstallDaqDriver(const DaqDriver* next) {
-  return std::exchange(installed, next ? next : &daqNone);
+  if (!next) next = &daqNone;
+  installed.reset();
+  installed.reset = next->reset;
+  installed.reset();
+  return std::exchange(installed.driver, next);
 }
 const DaqDriver& Daq() {
-  return *installed;
+  return *installed.driver;
 }
 
 std::string DeviceListText(const std::string& devName, int category) {

@@ -2,9 +2,11 @@
 //
 // The logic asks the installed driver and never which one it is. daqNone stands for "no board": every enquiry
 // fails, no device is named, no task can be made. Installing returns the former table, so that a test can put
-// it back.
+// it back. A driver keeps all that it knows in one structure of its own; installing it resets that structure,
+// and so does installing another in its place.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,15 @@ constexpr bool IsDifferential(int category) {
 }
 }  // namespace daq_category
 
+/// Results of a driver. Whatever else went wrong: any other negative code, with its text by errorString.
+namespace daq_status {
+inline constexpr int kDone = 0;
+inline constexpr int kNoBoard = -1;
+/// readRecord: the record has not come in time. The task stays armed; waiting on is no mistake.
+inline constexpr int kNotYet = -2;
+inline constexpr int kRefused = -3;
+}  // namespace daq_status
+
 /// One input channel of a task.
 struct DaqChannel {
   std::string physicalName;   ///< "Dev1/ai0"
@@ -34,6 +45,8 @@ struct DaqChannel {
 /// All functions return 0, or a negative driver code. Device names come cut to four characters.
 struct DaqDriver {
   const char* name;  ///< for messages, never null
+  /// Ends the task, gives back what the driver holds and forgets its settings.
+  void (*reset)();
 
   // enquiries
   int (*sysDevNames)(std::string& names);  ///< comma separated, empty without a device
@@ -56,8 +69,14 @@ struct DaqDriver {
   int (*cfgAnlgEdgeRefTrig)(int task, const std::string& channel, double levelVolts, int preTriggerSamples);
   int (*numChans)(int task, int& channels);
   int (*startTask)(int task);
-  /// Reads one record into buf, channel after channel. read: samples per channel that came.
+  /// Waits for the record of the started task, `seconds` at most, 0 only looks. A record that has not come
+  /// yet is no failure: 0 with ready false. Other code may run between two calls; no sample is lost by that.
+  int (*waitRecord)(int task, double seconds, bool& ready);
+  /// Reads one record into buf, channel after channel. read: samples per channel that came. kNotYet when the
+  /// time has passed without one.
   int (*readRecord)(int task, double timeoutSeconds, double* buf, int bufLength, int& read);
+  /// Channels of the record last read that were beyond their input range: bit 0 is the task's first channel.
+  int (*recordOverload)(int task, std::uint64_t& mask);
   int (*stopTask)(int task);
   int (*clearTask)(int task);
   std::string (*errorString)(int status);
@@ -66,7 +85,7 @@ struct DaqDriver {
 /// No board.
 extern const DaqDriver daqNone;
 
-/// Installs a driver and returns the former one. Never null.
+/// Installs a driver (null: daqNone) and returns the former one, never null. Resets both.
 const DaqDriver* InstallDaqDriver(const DaqDriver* next);
 const DaqDriver& Daq();
 

@@ -1,0 +1,70 @@
+// board_task.h - the one task of a driver of ours: what was asked for, checked request by request.
+//
+// The drivers that make their records themselves (simulated site, sound card) share it. Every function
+// returns a status of daq_driver.h; a refusal leaves its text in `fault`.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "acquisition/daq_driver.h"
+
+namespace sondera {
+
+/// Most samples of all channels of a record: 1 GiB of doubles.
+inline constexpr std::int64_t kMostRecordSamples = std::int64_t{1} << 27;
+
+struct BoardTask {
+  int number = 0;  ///< 0: no task
+  std::vector<DaqChannel> channels;
+  std::vector<int> inputs;  ///< [channel] number of the physical input, from 0
+  double rate = 0.0;        ///< Hz, as granted
+  int samples = 0;          ///< per channel
+  int triggerChannel = -1;  ///< position in `channels`; -1 free run
+  double triggerLevel = 0.0;
+  int preTrigger = 0;  ///< samples before the trigger's
+  bool started = false;
+  std::string fault;  ///< why the latest request was refused
+
+  std::size_t Channels() const { return channels.size(); }
+};
+
+/// Leaves the text and returns kRefused.
+int RefuseTask(BoardTask& task, std::string_view text);
+
+/// Makes the task; refuses a second one beside it. Numbers go up from 1.
+int MakeTask(BoardTask& task, int& number);
+/// Refuses any number but the task's.
+int CheckTask(BoardTask& task, int number);
+/// Adds an input "<dev>/ai<k>" of `dev`, k below nInputs and not in use yet. Its range becomes the smallest
+/// of `ranges` (V) at or above the one asked for; none is a refusal.
+int AddTaskChannel(BoardTask& task, int number, std::string_view dev, int nInputs,
+                   const std::vector<double>& ranges, const DaqChannel& channel);
+/// Checks rate (above 0) and samples (2 or more, at most kMostRecordSamples with all channels); the samples
+/// stand in the task then, the rate is the caller's to grant.
+int SetTaskClock(BoardTask& task, int number, double rate, int samples);
+/// Sets a reference trigger on the channel of that virtual name; what lies outside the record is refused at
+/// the start.
+int SetTaskTrigger(BoardTask& task, int number, const std::string& virtualName, double levelVolts,
+                   int preTriggerSamples);
+/// Marks the task started; refuses one without channels or clock, with a trigger channel that it does not
+/// have, or with pre-trigger samples that are not inside the record.
+int StartTask(BoardTask& task, int number);
+int StopTask(BoardTask& task, int number);
+int SetTaskFreeRun(BoardTask& task, int number);
+int GetTaskRate(BoardTask& task, int number, double& rate);
+int GetTaskChannels(BoardTask& task, int number, int& channels);
+/// Forgets the task; 0 also when there is none of that number.
+int ClearTask(BoardTask& task, int number);
+
+/// Text of a status: the latest refusal's for kRefused.
+std::string TaskErrorText(const BoardTask& task, int status);
+
+/// -r, r of every range, as a driver lists them.
+std::vector<double> PairsOfRanges(const std::vector<double>& ranges);
+/// Names of the inputs, "Sim1/ai0,Sim1/ai1".
+std::string InputNames(std::string_view dev, int nInputs);
+
+}  // namespace sondera
