@@ -1,0 +1,33 @@
+// record_spectra.h - from time records to the averaged spectra of an imported measurement, without a window:
+// the records count with equal weights.
+//
+// Values are two-sided and scaled to rms: a sine of amplitude A that falls on a line has the power A * A / 2
+// there. Blocks hold `length` numbers a channel, one channel behind the other. Owned state: none.
+#pragma once
+
+#include <vector>
+
+#include "project/measdb.h"
+
+namespace sondera {
+
+/// One channel of one record and its transform, all of the padded length.
+struct ChannelSpectrum {
+  std::vector<double> time, re, im;
+};
+
+/// Pads the samples with their last value and transforms them. samples must not be empty.
+ChannelSpectrum SpectrumOf(std::vector<double> samples, int length);
+
+/// The spectrum of a channel whose samples were taken `samples` sampling intervals too late: line k turns by
+/// -2 pi k samples / length. The time record stays as it is.
+void DelaySpectrum(ChannelSpectrum& spectrum, double samples);
+
+/// Adds a record to the sums of a measurement: linear X sqrt(2) / N, auto 2 |X|^2 / N^2, cross 2 X conj(X0) /
+/// N^2 with channel 0; the time record replaces the former one. The first record makes the blocks.
+void AddRecord(const std::vector<const ChannelSpectrum*>& channels, int length, RawData& sums);
+
+/// Makes means out of sums.
+void DivideSums(RawData& sums, int records);
+
+}  // namespace sondera

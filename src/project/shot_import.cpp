@@ -1,0 +1,196 @@
+// shot_import.cpp - see shot_import.h. Owns no state.
+#include "project/shot_import.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+#include "project/import_layout.h"
+#include "project/import_record.h"
+#include "project/record_spectra.h"
+#include "project/session.h"
+#include "runtime/panels/hmsetup.h"
+#include "runtime/text_format.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kSamePlace = 1e-9;  // of the distance between source and receiver
+constexpr double kSame = 1e-9;       // relative
+
+/// One measurement in the making.
+struct Made {
+  std::string id;
+  std::vector<int> channels;  // of the shot, by distance
+  RawData sums;
+};
+
+std::vector<Made> MeasurementsOf(const ShotChoices& choices, const ShotPlan& plan) {
+  std::vector<Made> made;
+  if (choices.pairs) {
+    for (const ShotPair& pair : plan.pairs)
+      if (pair.use) made.push_back({PairID(choices.measID, pair), {pair.near, pair.far}, {}});
+    return made;
+  }
+  made.push_back({choices.measID, {}, {}});
+  for (const ShotChannel* c : plan.planned()) made.front().channels.push_back(c->channel);
+  return made;
+}
+
+const ShotChannel& ChannelOf(const ShotPlan& plan, int channel) {
+  return *std::find_if(plan.channels.begin(), plan.channels.end(),
+                       [&](const ShotChannel& c) { return c.channel == channel; });
+}
+
+TimeLayout LayoutOf(const ShotPlan& plan, int channels) {
+  TimeLayout layout;
+  LayOutTimeRecord(plan.firstTime, plan.firstTime + (plan.samples - 1) * plan.interval, plan.samples,
+                   channels, layout);
+  // What the recorder wrote, without the rounding of a difference of times.
+  layout.deltaT = plan.interval;
+  layout.timeLength = (layout.samples - 1) * layout.deltaT;
+  layout.freqSpan = 0.5 / layout.deltaT;
+  layout.deltaF = layout.freqSpan / (layout.samples / 2);
+  return layout;
+}
+
+/// In what a later file differs from the first; empty: in nothing.
+std::string DifferenceOf(const ShotPlan& first, const ShotPlan& later) {
+  const auto same = [](double a, double b) {
+    return std::fabs(a - b) <= kSame * std::max(std::fabs(a), 1e-3);
+  };
+  if (later.lengthUnit != first.lengthUnit)
+    return FormatText("its unit of length is %g m, and that of the first %g m", later.lengthUnit,
+                      first.lengthUnit);
+  if (!same(first.source, later.source))
+    return FormatText("its source stands at %g, and that of the first at %g", later.source, first.source);
+  for (const ShotChannel* c : first.planned()) {
+    const auto at = std::find_if(later.channels.begin(), later.channels.end(),
+                                 [&](const ShotChannel& l) { return l.channel == c->channel; });
+    if (at == later.channels.end()) return FormatText("it has no channel %d on this side", c->channel);
+    if (!(std::fabs(at->place - c->place) <= kSamePlace * std::max(c->distance, 1e-3)))
+      return FormatText("its channel %d stands at %g, and that of the first at %g", c->channel, at->place,
+                        c->place);
+  }
+  if (!same(first.interval, later.interval))
+    return FormatText("it is sampled every %g s, and the first every %g s", later.interval, first.interval);
+  if (std::fabs(later.firstTime - first.firstTime) > 1e-3 * first.interval)
+    return FormatText("it begins at %g s, and the first at %g s", later.firstTime, first.firstTime);
+  if (later.samples != first.samples)
+    return FormatText("it has %d samples, and the first %d", later.samples, first.samples);
+  return {};
+}
+
+/// Reads a file and holds it against the plan.
+std::string ReadOne(const ShotRequest& request, const ShotPlan& plan, std::size_t index, Shot& shot) {
+  const std::string& path = request.files[index];
+  if (std::string reason = request.read(path, shot); !reason.empty()) return path + ": " + reason;
+  if (index == 0) return {};
+  ShotChoices choices = request.choices;
+  if (choices.channels.empty()) {
+    const bool given = !choices.at.empty();
+    choices.at.clear();
+    for (const ShotChannel* c : plan.planned()) {
+      choices.channels.push_back(c->channel);
+      if (given) choices.at.push_back(c->place);
+    }
+  }
+  ShotPlan own;
+  std::string reason = PlanShot(shot, choices, own);
+  if (reason.empty()) reason = DifferenceOf(plan, own);
+  if (!reason.empty()) return path + ": " + reason;
+  shot.findings.insert(shot.findings.end(), own.findings.begin(), own.findings.end());
+  return {};
+}
+
+/// Spectra of the channels of a shot that the measurements need.
+std::string AddShot(const ShotRequest& request, const ShotPlan& plan, const Shot& shot, int length,
+                    std::vector<Made>& made) {
+  std::map<int, ChannelSpectrum> spectra;
+  for (const Made& m : made)
+    for (int channel : m.channels) {
+      if (spectra.count(channel) != 0) continue;
+      const ShotTrace* trace = TraceOfChannel(shot, channel);
+      if (!trace || trace->samples.size() < static_cast<std::size_t>(plan.samples))
+        return shot.path + FormatText(": channel %d is missing or too short", channel);
+      std::vector<double> volts(trace->samples.begin(), trace->samples.begin() + plan.samples);
+      for (double& v : volts) v *= trace->scale;
+      ChannelSpectrum& spectrum = spectra[channel];
+      spectrum = SpectrumOf(std::move(volts), length);
+      if (request.choices.correctSkew) DelaySpectrum(spectrum, trace->skew / plan.interval);
+    }
+  for (Made& m : made) {
+    std::vector<const ChannelSpectrum*> channels;
+    for (int channel : m.channels) channels.push_back(&spectra[channel]);
+    AddRecord(channels, length, m.sums);
+  }
+  return {};
+}
+
+void Store(const ShotRequest& request, const ShotPlan& plan, Made& made) {
+  ImportRequest import;
+  import.measID = made.id;
+  import.nChannels = static_cast<int>(made.channels.size());
+  import.lengthUnit = plan.lengthUnit;
+  import.locations.push_back(plan.source);
+  for (int channel : made.channels) import.locations.push_back(ChannelOf(plan, channel).place);
+  ImportRecords records;
+  BeginImport(import, IfPresent::Overwrite, records);
+  MakeTimeRecords(import, LayoutOf(plan, import.nChannels), records);
+  records.hw->nAverage = static_cast<int>(request.files.size());
+  for (auto block : kRawBlocks) records.raw->*block = std::move(made.sums.*block);
+  FinishImport(import, records);
+}
+
+void Report(const std::vector<Finding>& findings) {
+  for (const Finding& f : findings) f.kind == FindingKind::Note ? AddNote(f.text) : AddDoubt(f.text);
+}
+
+}  // namespace
+
+std::string PlanShots(const ShotRequest& request, ShotPlan& plan) {
+  if (request.files.empty()) return "there is no file to read";
+  Shot shot;
+  std::string reason = request.read(request.files.front(), shot);
+  if (reason.empty()) reason = PlanShot(shot, request.choices, plan);
+  return reason.empty() ? reason : request.files.front() + ": " + reason;
+}
+
+std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan) {
+  std::vector<std::string> ids;
+  for (const Made& made : MeasurementsOf(request.choices, plan))
+    if (GetKeyFromID(GetCtrlVal(hmsetup::PROJID), made.id) != -1) ids.push_back(made.id);
+  return ids;
+}
+
+std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::vector<std::string>* ids) {
+  std::vector<Made> made = MeasurementsOf(request.choices, plan);
+  if (made.empty()) return "no pair of the plan is to be used";
+  if (const auto there = MeasurementsThatExist(request, plan); !there.empty() && !request.choices.overwrite)
+    return "the measurement \"" + there.front() + "\" exists";
+  const int length = FullTimeLines(plan.samples);
+  std::vector<Finding> findings = plan.findings;
+  for (std::size_t i = 0; i < request.files.size(); ++i) {
+    Shot shot;
+    std::string reason = ReadOne(request, plan, i, shot);
+    if (reason.empty()) reason = AddShot(request, plan, shot, length, made);
+    if (!reason.empty()) return reason;
+    findings.insert(findings.end(), shot.findings.begin(), shot.findings.end());
+  }
+  for (Made& m : made) {
+    DivideSums(m.sums, static_cast<int>(request.files.size()));
+    Store(request, plan, m);
+    if (ids) ids->push_back(m.id);
+  }
+  Report(findings);
+  return {};
+}
+
+std::string ImportShots(const ShotRequest& request, std::vector<std::string>* ids) {
+  ShotPlan plan;
+  const std::string reason = PlanShots(request, plan);
+  return reason.empty() ? ImportShots(request, plan, ids) : reason;
+}
+
+}  // namespace sondera
