@@ -6,7 +6,7 @@
 #include <numbers>
 #include <utility>
 
-#include "runtime/analysis.h"
+#include "numeric/analysis.h"
 
 namespace sondera {
 

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "project/measdb.h"
+#include "records/measdb.h"
 
 namespace sondera {
 

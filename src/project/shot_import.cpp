@@ -9,8 +9,8 @@
 #include "project/import_layout.h"
 #include "project/import_record.h"
 #include "project/record_spectra.h"
-#include "project/session.h"
-#include "runtime/panels/hmsetup.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -182,6 +182,11 @@ std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::v
     DivideSums(m.sums, static_cast<int>(request.files.size()));
     Store(request, plan, m);
     if (ids) ids->push_back(m.id);
+  }
+  if (request.choices.pairs) {
+    std::string text = request.choices.measID + ": pairs are the measurements";
+    for (const Made& m : made) text += " " + m.id;
+    findings.push_back({FindingKind::Note, text});
   }
   Report(findings);
   return {};

@@ -6,7 +6,7 @@
 #include <cstddef>
 
 #include "project/import_layout.h"
-#include "project/measurement_rules.h"
+#include "records/measurement_rules.h"
 #include "project/shot_places.h"
 #include "runtime/text_format.h"
 

@@ -11,7 +11,7 @@
 
 #include "project/import_seg2.h"
 #include "project/import_time.h"
-#include "project/session.h"
+#include "records/session.h"
 #include "runtime/text_format.h"
 #include "signal/spectra.h"
 #include "support/field_data.h"
