@@ -11,8 +11,8 @@
 #include "acquisition/board_options.h"
 #include "acquisition/board_task.h"
 #include "acquisition/simulated_blows.h"
-#include "project/selection.h"
-#include "project/session.h"
+#include "records/selection.h"
+#include "records/session.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

@@ -9,7 +9,7 @@
 #include "acquisition/simulated_blows.h"
 #include "board_fixture.h"
 #include "forward/synthetic_site.h"
-#include "project/session.h"
+#include "records/session.h"
 
 namespace sondera {
 namespace {
