@@ -18,6 +18,7 @@
 #include "forward/plane_wave.h"
 #include "inversion/max_likelihood.h"
 #include "inversion/sensitivity.h"
+#include "panels/entry_lists.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ const fs::path kSource = fs::path(SONDERA_SOURCE_DIR) / "src";
 struct SourceFile {
   std::vector<std::string> own;     // includes in quotes: paths below src/
   std::vector<std::string> system;  // includes in angle brackets
+  std::string text;                 // the whole file
 };
 
 /// Path below src/ -> its include lines. Header and source of one stem stand on the same floor.
@@ -30,6 +32,7 @@ const std::map<std::string, SourceFile>& Sources() {
       SourceFile& file = found[fs::relative(entry.path(), kSource).generic_string()];
       std::ifstream in(entry.path());
       for (std::string line; std::getline(in, line);) {
+        file.text += line + "\n";
         if (line.rfind("#include ", 0) != 0 || line.size() < 12) continue;
         const char close = line[9] == '"' ? '"' : '>';
         const std::string name = line.substr(10, line.find(close, 10) - 10);
@@ -82,7 +85,13 @@ TEST(Architecture, EveryIncludeInQuotesNamesAFileBelowSrc) {
 /// Arrows that still run up: computing code that reads panels. The list only gets shorter.
 const std::set<std::pair<std::string, std::string>> kStillUpward = {
     {"forward/curve_import.cpp", "run/system_state.h"},
+    {"inversion/starting_model.cpp", "panels/entry_lists.h"},
     {"inversion/starting_model.cpp", "panels/fmodeling.h"},
+    {"project/modeling_section.cpp", "panels/entry_lists.h"},
+    {"project/project_file.cpp", "panels/entry_lists.h"},
+    {"project/import_record.cpp", "panels/trace_selection.h"},
+    {"project/legacy_files.cpp", "panels/trace_selection.h"},
+    {"project/trace_export.cpp", "panels/trace_selection.h"},
     {"numeric/alloc.cpp", "runtime/dialogs.h"},
     {"numeric/complex_one.cpp", "runtime/process_end.h"},
     {"numeric/nrerror.cpp", "runtime/dialogs.h"},
@@ -106,6 +115,133 @@ TEST(Architecture, NoIncludeRunsBackUp) {
       if (path == "app/main.cpp" || kStillUpward.count({path, name})) continue;  // main may know everything
       EXPECT_LE(Floor(name), Floor(path)) << path << " includes " << name;
     }
+  }
+}
+
+/// Folders that compute or read and write files: they take plain structures and return reasons.
+const std::set<std::string> kWithoutPanels = {"numeric", "records",   "signal",  "forward",
+                                              "run",     "inversion", "project", "acquisition"};
+
+/// Headers that only code of a panel needs: controls, boxes, events, graphs.
+bool IsPanelHeader(const std::string& name) {
+  static const std::set<std::string> headers = {"runtime/controls.h", "runtime/dialogs.h", "runtime/events.h",
+                                                "runtime/graphs.h"};
+  return name.rfind("runtime/catalogue/", 0) == 0 || headers.count(name) > 0;
+}
+
+/// Files that still include a panel header or call a control or a box. The list only gets shorter.
+const std::set<std::string> kStillWithPanels = {"forward/curve_import.cpp",
+                                                "forward/parameters_file.cpp",
+                                                "inversion/inversion_options.cpp",
+                                                "inversion/iterations.cpp",
+                                                "inversion/max_likelihood.cpp",
+                                                "inversion/model_step.cpp",
+                                                "inversion/sensitivity.cpp",
+                                                "inversion/starting_model.cpp",
+                                                "inversion/starting_model.h",
+                                                "inversion/update_bounds.cpp",
+                                                "inversion/update_dump.cpp",
+                                                "numeric/alloc.cpp",
+                                                "numeric/nrerror.cpp",
+                                                "project/analysis_section.cpp",
+                                                "project/analysis_section.h",
+                                                "project/exd_files.cpp",
+                                                "project/exd_files.h",
+                                                "project/import_record.cpp",
+                                                "project/import_spectra.cpp",
+                                                "project/import_time.cpp",
+                                                "project/import_uff58.cpp",
+                                                "project/legacy_files.cpp",
+                                                "project/legacy_files.h",
+                                                "project/load_check.cpp",
+                                                "project/modeling_section.cpp",
+                                                "project/project_file.cpp",
+                                                "project/project_file.h",
+                                                "project/setup_section.cpp",
+                                                "project/trace_export.cpp",
+                                                "project/trace_export.h",
+
+                                                "records/selection.h",
+                                                "run/analytic_profile.cpp",
+                                                "run/empirical_profile.cpp",
+                                                "run/forward_run.cpp",
+                                                "run/forward_run.h",
+                                                "run/layer_stack.cpp",
+                                                "run/model_numbers.cpp",
+                                                "run/model_setup.cpp",
+                                                "run/observations.cpp",
+                                                "run/result_entries.cpp",
+                                                "run/result_statistics.cpp",
+                                                "run/run_files.cpp",
+                                                "run/run_progress.cpp",
+                                                "run/run_progress.h",
+                                                "run/sweep.cpp",
+                                                "run/sweep_curves.cpp",
+                                                "run/sweep_solvers.cpp",
+                                                "run/system_model.cpp",
+                                                "run/theo_disp_info.cpp",
+                                                "signal/auto_masking.cpp",
+                                                "signal/auto_masking.h",
+                                                "signal/dispersion.cpp",
+                                                "signal/dispersion.h",
+                                                "signal/gabor.cpp",
+                                                "signal/gabor.h",
+                                                "signal/irf.cpp",
+                                                "signal/irf.h",
+                                                "signal/masking.cpp",
+                                                "signal/pair_data.cpp",
+                                                "signal/phase_unwrap.h",
+                                                "signal/rep_curve_files.cpp",
+                                                "signal/rep_curve_files.h",
+                                                "signal/rep_curves.cpp",
+                                                "signal/spectra.cpp"};
+
+/// The text without comments and without what stands between quotes.
+std::string CodeOf(const std::string& text) {
+  static const std::regex comment("//[^\n]*"), quoted("\"(\\\\.|[^\"\\\\\n])*\"");
+  return std::regex_replace(std::regex_replace(text, comment, ""), quoted, "\"\"");
+}
+
+/// First call of a control, a list, a table, a panel or a box; "" without one.
+std::string PanelCall(const std::string& text) {
+  static const std::regex call(
+      "(^|[^.>\\w])((GetCtrl|SetCtrl|GetTable|SetTable)\\w*|GetNumTableRows|SetNumTableRows|InsertListItem|"
+      "DeleteListItem|ClearListCtrl|GetNumListItems|GetLabelFromIndex|GetValueFromIndex|FindListItem|"
+      "SetVisible|SetDimmed|IsVisible|IsDimmed|DisplayPanel|HidePanel|SetPanelTitle|SetActiveTabPage|Commit|"
+      "SendEvent|MessagePopup|ConfirmPopup|PromptPopup|FileSelectPopup|ShowRefusal)\\s*\\(");
+  std::smatch found;
+  const std::string code = CodeOf(text);
+  return std::regex_search(code, found, call) ? found[2].str() : std::string();
+}
+
+TEST(Architecture, ThePanelCallCheckSeesCallsAndNothingElse) {
+  EXPECT_EQ(PanelCall("  x = GetCtrlVal(sasw::BETA);"), "GetCtrlVal");
+  EXPECT_EQ(PanelCall("MessagePopup (title, text);"), "MessagePopup");
+  EXPECT_EQ(PanelCall("// GetCtrlVal(sasw::BETA)\nfile.Commit(); f(\"Commit(\");"), "");
+}
+
+TEST(Architecture, ComputingCodeKnowsNoPanel) {
+  for (const auto& [path, file] : Sources()) {
+    if (!kWithoutPanels.count(Folder(path)) || kStillWithPanels.count(path)) continue;
+    for (const std::string& name : file.own)
+      EXPECT_FALSE(IsPanelHeader(name)) << path << " includes " << name;
+    EXPECT_EQ(PanelCall(file.text), "") << path;
+  }
+}
+
+/// Files elsewhere that still read the catalogue of controls. The list only gets shorter.
+const std::set<std::string> kStillReadsCatalogue = {"plot/disp_curv_plot.cpp", "plot/trace_plot.cpp",
+                                                    "runtime/redraw.cpp"};
+
+TEST(Architecture, OnlyPanelsAndFrontEndsReadTheCatalogue) {
+  const std::set<std::string> may = {"panels", "app", "gui"};
+  for (const auto& [path, file] : Sources()) {
+    const bool catalogue = path.rfind("runtime/catalogue/", 0) == 0;
+    if (catalogue || may.count(Folder(path)) || kStillWithPanels.count(path) ||
+        kStillReadsCatalogue.count(path))
+      continue;
+    for (const std::string& name : file.own)
+      EXPECT_FALSE(name.rfind("runtime/catalogue/", 0) == 0) << path << " includes " << name;
   }
 }
 

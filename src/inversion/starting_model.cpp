@@ -7,6 +7,7 @@
 #include <string>
 
 #include "numeric/scale_arithmetic.h"
+#include "panels/entry_lists.h"
 #include "panels/fmodeling.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
@@ -142,7 +143,7 @@ int PrepareSlots(int count) {
   const InvRecord& r = SMPParam;
   const int formerCount = r.nEntries;
   SMPParam.nEntries = count;
-  if (FS_UpdateSMParray() < 0) {
+  if (ShowRefusal(FS_UpdateSMParray()) < 0) {
     SMPParam.nEntries = formerCount;
     return -1;
   }

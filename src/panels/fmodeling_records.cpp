@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "panels/entry_lists.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
@@ -272,6 +273,7 @@ void ResetFModel_D() {
   ModelRecord& m = FModelParam;
   if (m.nReceivers > 0) {
     InitializeFModel();
+    ClearEntryLists();
     InitializeTheoDispInfo();
     InitializeInvAnal();
   } else {

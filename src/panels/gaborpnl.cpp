@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "records/selection.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/sasw.h"

@@ -5,8 +5,8 @@
 
 #include "acquisition/daq_driver.h"
 #include "panels/hwsetup.h"
+#include "panels/trace_selection.h"
 #include "records/measdb.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/hwsetup.h"

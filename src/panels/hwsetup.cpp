@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "acquisition/daq_driver.h"
-#include "records/selection.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/devpanel.h"
 #include "runtime/catalogue/hmsetup.h"

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "inversion/max_likelihood.h"
+#include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
 #include "panels/inversion.h"
 #include "panels/inversion_entries.h"
@@ -52,7 +53,7 @@ int CheckStartingModel() {
 /// lose an iteration that this run is to begin from.
 int UpdateTables() {
   if (RoomForEntries(InvParam, InvParam.nEntries) < 0) return -1;
-  return FS_UpdateINVarray();
+  return ShowRefusal(FS_UpdateINVarray());
 }
 
 /// NITER and MODELPARM. Without iterations the record stays: what it holds is still there to be saved.
@@ -92,8 +93,8 @@ void SelectCurveDisplay() {
 int MakeRoomForResults() {
   const ModelRecord& m = FModelParam;
   const bool global = m.dispCurvType == kGlobalCurve;
-  return MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers, global ? m.nDispPointsG : m.nDispPoints,
-                       global ? 1 : m.nDispCurves);
+  return ShowRefusal(MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers,
+                                   global ? m.nDispPointsG : m.nDispPoints, global ? 1 : m.nDispCurves));
 }
 
 /// Records, display, lists and vectors, with the layers of the run in FModelParam.

@@ -12,6 +12,7 @@
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/inversion.h"
+#include "runtime/dialogs.h"
 #include "runtime/graphs.h"
 
 namespace sondera {
@@ -39,7 +40,7 @@ int SeedGivenModel() {
   for (auto column : kLayerColumns) rows = std::min(rows, (m.*column).size());
   const int n = std::min(m.nLayers, static_cast<int>(rows));
   if (n < 1) return 0;
-  if (MakeEntryRoom(InvParam, 0, n, 0, 0) < 0) return -1;
+  if (ShowRefusal(MakeEntryRoom(InvParam, 0, n, 0, 0)) < 0) return -1;
   InvRecord& r = InvParam;
   r.nLayers = n;
   double depth = 0.0;

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string>
 
+#include "panels/trace_selection.h"
 #include "records/measdb.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/irfsetpnl.h"

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"

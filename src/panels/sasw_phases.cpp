@@ -1,7 +1,7 @@
 // sasw_phases.cpp - the check boxes and the selector of the phase curves. Declared in phase_unwrap.h.
 #include <array>
 
-#include "records/selection.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"

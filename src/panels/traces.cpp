@@ -4,7 +4,7 @@
 #include <map>
 
 #include "panels/irfsetpnl.h"
-#include "records/selection.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"

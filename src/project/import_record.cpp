@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "panels/hwsetup.h"
-#include "records/selection.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"

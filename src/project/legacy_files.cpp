@@ -5,13 +5,13 @@
 #include <cmath>
 
 #include "panels/hwsetup.h"
+#include "panels/trace_selection.h"
 #include "project/load_check.h"
 #include "project/project_file.h"
 #include "project/raw_section.h"
 #include "project/setup_section.h"
 #include "project/text_helpers.h"
 #include "records/measdb.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
 #include "project/analysis_section.h"
 #include "project/load_check.h"
@@ -36,6 +37,7 @@ void MendModels(int status) {
   if (status == -1) {
     FinalizeFModel();
     InitializeFModel();
+    ClearEntryLists();
   }
   if (status == -1 || status == -2) InitializeTheoDispInfo();
   if (status == -1 || status == -2 || status == -3) InitializeInvAnal();

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "panels/trace_selection.h"
 #include "project/section_io.h"
 #include "project/text_helpers.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"

@@ -3,10 +3,6 @@
 
 #include <algorithm>
 
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/fmodeling.h"
-#include "runtime/catalogue/inversion.h"
-
 namespace sondera {
 
 InvRecord InvParam;
@@ -65,13 +61,6 @@ void InitializeInvAnal() {
 void FinalizeInvAnal() {
   InvParam = InvRecord{};
   SMPParam = InvRecord{};
-}
-
-void ClearEntryLists() {
-  ClearListCtrl(exdthd::ITERNO);
-  ClearListCtrl(fmodeling::COPYPRF);
-  ClearListCtrl(inversion::INV_SMP);
-  InsertListItem(inversion::INV_SMP, 0, "Given Model P.", 0);
 }
 
 }  // namespace sondera

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "numeric/offset_array.h"
 
@@ -62,13 +63,16 @@ InvTableSizes TableSizes(const InvRecord& record);
 
 /// Makes all tables of a record afresh, zero, in those sizes.
 void AllocateInvRecord(InvRecord& record);
+/// Numbers of the entries that can be chosen, in the order of their lists: k is entry k of InvParam, -k of SMPParam.
+struct EntryNumbers {
+  std::vector<int> iterations;      ///< to be shown on the results page
+  std::vector<int> profiles;        ///< to be copied to the settings of a forward run
+  std::vector<int> startingModels;  ///< to begin an inversion from, beside the given model
+};
+
 /// First values of both records.
 void InitializeInvAnal();
 /// Empties both records.
 void FinalizeInvAnal();
-
-/// Empties the three lists of entries: ITERNO of the results page, COPYPRF of the forward-model panel, and
-/// INV_SMP of the inversion panel, which keeps its fixed first item "Given Model P." with value 0.
-void ClearEntryLists();
 
 }  // namespace sondera

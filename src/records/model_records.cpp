@@ -5,8 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "records/inv_records.h"
-
 namespace sondera {
 
 ModelRecord FModelParam;
@@ -75,7 +73,6 @@ void AllocateModelRecord(ModelRecord& m) {
 
 void InitializeFModel() {
   FModelParam = FirstModel();
-  ClearEntryLists();
 }
 
 void InitializeTheoDispInfo() {

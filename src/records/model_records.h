@@ -72,7 +72,7 @@ void AllocateModelRecord(ModelRecord& record);
 
 /// What both records start with.
 ModelRecord FirstModel();
-/// First values; empties the lists of iterations and starting profiles on the panels.
+/// First values.
 void InitializeFModel();
 /// First values of the twin: those of FModelParam but for dispCurvType 1 and the closing words.
 void InitializeTheoDispInfo();

@@ -1,4 +1,4 @@
-// result_room.cpp - see record_growth.h.
+// result_room.cpp - see result_room.h.
 #include "records/result_room.h"
 
 #include <algorithm>
@@ -8,8 +8,6 @@
 
 #include "records/model_records.h"
 #include "records/run_limits.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -59,7 +57,7 @@ void MakeTables(InvRecord& r, const Bounds& b) {
 }
 
 /// The four rules. The counters come from files: sums and products in double.
-int UpdateRecord(InvRecord& r) {
+Refusal UpdateRecord(InvRecord& r) {
   const auto rise = [](double n) { return std::max(n, -1.0) + 1.0; };
   const double data = static_cast<double>(std::max(r.nPoints, 0)) * std::max(r.nCurves, 0);
   double maxEntries = r.maxEntries, maxData = r.maxData, maxLayers = r.maxLayers;
@@ -68,8 +66,9 @@ int UpdateRecord(InvRecord& r) {
   if (maxLayers < r.nLayers) maxLayers = rise(r.nLayers);
   if (r.maxPoints < r.nPoints) maxLayers = rise(r.nPoints);
   if ((maxEntries + 1.0) * (maxLayers + maxData + r.nPoints + r.nLayers) > kMaxRunDoubles)
-    return Refuse(FormatText("Results of %.0f entries with %d layers, %d points and %d curves are too large.",
-                             maxEntries, r.nLayers, r.nPoints, r.nCurves));
+    return Refusal(
+        FormatText("Results of %.0f entries with %d layers, %d points and %d curves are too large.",
+                   maxEntries, r.nLayers, r.nPoints, r.nCurves));
   const bool rose = maxEntries > r.maxEntries || maxData > r.maxData || maxLayers > r.maxLayers;
   r.maxEntries = static_cast<int>(maxEntries);
   r.maxData = static_cast<int>(maxData);
@@ -77,7 +76,7 @@ int UpdateRecord(InvRecord& r) {
   const Bounds wanted{std::max(r.maxEntries, 0), std::max({r.maxLayers, r.nLayers, 0}),
                       std::max({r.maxPoints, r.nPoints, 0}), std::max(maxData, 0.0)};
   if (rose || !Holds(BoundsOf(r), wanted)) MakeTables(r, wanted);
-  return 0;
+  return {};
 }
 
 /// Copies all of a table into the beginning of a larger one.
@@ -125,21 +124,21 @@ void GrowGlobalCurve(ModelRecord& t) {
 
 }  // namespace
 
-int FS_UpdateSMParray() {
+Refusal FS_UpdateSMParray() {
   return UpdateRecord(SMPParam);
 }
 
-int FS_UpdateINVarray() {
+Refusal FS_UpdateINVarray() {
   return UpdateRecord(InvParam);
 }
 
-int MakeEntryRoom(InvRecord& r, int entry, int layers, int points, int curves) {
+Refusal MakeEntryRoom(InvRecord& r, int entry, int layers, int points, int curves) {
   const Bounds has = BoundsOf(r);
   const double data = static_cast<double>(std::max(points, 0)) * std::max(curves, 0);
   const Bounds wanted{std::max(has.entries, entry), std::max(has.layers, layers),
                       std::max(has.points, points), std::max(has.data, data)};
-  if (Holds(has, wanted)) return 0;
-  if (wanted.Doubles() > kMaxRunDoubles) return Refuse(TooLarge(wanted));
+  if (Holds(has, wanted)) return {};
+  if (wanted.Doubles() > kMaxRunDoubles) return Refusal(TooLarge(wanted));
   const InvRecord former = r;
   MakeTables(r, wanted);
   for (auto table : kModelTables) CopyInto(former.*table, r.*table);
@@ -150,17 +149,17 @@ int MakeEntryRoom(InvRecord& r, int entry, int layers, int points, int curves) {
   r.maxLayers = std::max(r.maxLayers, wanted.layers);
   r.maxPoints = std::max(r.maxPoints, wanted.points);
   r.maxData = std::max(r.maxData, static_cast<int>(wanted.data));
-  return 0;
+  return {};
 }
 
-int UpdateTheoDispArray() {
+Refusal UpdateTheoDispArray() {
   ModelRecord& t = TheoDispInfo;
   const ModelRecord& f = FModelParam;
   const auto beyond = [](int n, int limit) { return n > limit; };
   if (beyond(f.nLayers, kMaxRunLayers) || beyond(std::max(t.nDispPointsG, t.nDispPoints), kMaxRunPoints) ||
       beyond(std::max({t.nDispCurves, f.nDispCurves, f.nReceivers}), kMaxRunCurves) ||
       static_cast<double>(std::max(t.nDispPoints, 0)) * std::max(t.nDispCurves, 0) > kMaxRunDoubles / 8)
-    return Refuse(
+    return Refusal(
         FormatText("Theoretical curves for %d layers, %d points of the global curve and %d points of "
                    "%d array curves are too large.",
                    f.nLayers, t.nDispPointsG, t.nDispPoints, t.nDispCurves));
@@ -182,7 +181,7 @@ int UpdateTheoDispArray() {
   AtLeast(t.recLoc, t.capRec);
   AtLeast(t.freq, t.capPoints);
   for (auto column : kGlobalColumns) AtLeast(t.*column, t.capPoints);
-  return 0;
+  return {};
 }
 
 void CopyCurvesToTheoDispInfo() {

@@ -1,4 +1,4 @@
-// settings_room.cpp - see parameter_room.h.
+// settings_room.cpp - see settings_room.h.
 #include "records/settings_room.h"
 
 #include <algorithm>

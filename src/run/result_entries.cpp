@@ -11,6 +11,7 @@
 #include "records/result_room.h"
 #include "run/receiver_setups.h"
 #include "run/system_state.h"
+#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -119,7 +120,7 @@ int FS_RefreshDspCurve(int index, const OffsetVector<double>& velocity, double r
   const int entry = EntryOfIndex(index);
   const int points = global ? run.observations.nDispPoints : run.observations.obsCurves.front().nFreq;
   const int curves = global ? 1 : run.observations.obsCurves.front().nCurves;
-  if (MakeEntryRoom(r, entry, TheoDispInfo.nLayers, points, curves) < 0) return -1;
+  if (ShowRefusal(MakeEntryRoom(r, entry, TheoDispInfo.nLayers, points, curves)) < 0) return -1;
   const CurveColumns from = ShownColumns(global);
   for (int p = 0; p < points; ++p) r.freq(entry, p) = (*from.freq)[static_cast<std::size_t>(p)];
   for (int k = 0; k < points * curves; ++k) {
@@ -136,7 +137,7 @@ int FS_RefreshModelPar(int index) {
   InvRecord& r = RecordOfIndex(index);
   const int entry = EntryOfIndex(index);
   const int n = std::min(TheoDispInfo.nLayers, run.ground.nLayersCur);
-  if (n < 1 || MakeEntryRoom(r, entry, n, r.nPoints, r.nCurves) < 0) return -1;
+  if (n < 1 || ShowRefusal(MakeEntryRoom(r, entry, n, r.nPoints, r.nCurves)) < 0) return -1;
   r.nLayers = n;
   double depth = 0.0;
   for (int l = 1; l <= n; ++l) {

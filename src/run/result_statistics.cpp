@@ -12,6 +12,7 @@
 #include "run/active_rows.h"
 #include "run/report_file.h"
 #include "run/system_state.h"
+#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -132,7 +133,8 @@ void WriteResolutionTable(ReportFile& file, const ColumnMatrix& G, const ColumnM
 /// Resolution of Vs into the entry: what is fixed counts as fully resolved, so that it has no band.
 void StoreResolution(const ColumnMatrix& R) {
   const int entry = run.course.iCurIterNo, n = run.ground.nLayersCur;
-  if (entry < 0 || MakeEntryRoom(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves) < 0) return;
+  if (entry < 0 || ShowRefusal(MakeEntryRoom(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves)) < 0)
+    return;
   for (int l = 1; l <= n; ++l) {
     const int p = run.parameters.MapEntry(kQuantityVs, l);
     InvParam.resolution(entry, l - 1) = p > 0 && p <= R.rows() ? R(p, p) : 1.0;

@@ -8,6 +8,7 @@
 #include "records/model_records.h"
 #include "records/result_room.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -61,7 +62,7 @@ int ResetTheoDispInfo() {
     t.nDispPoints = 0;
     t.nDispCurves = 1;
   }
-  if (UpdateTheoDispArray() < 0) return -1;
+  if (ShowRefusal(UpdateTheoDispArray()) < 0) return -1;
   UpdateTheoDispInfo();
   FillCurveLists();
   return 0;

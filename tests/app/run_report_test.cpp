@@ -9,8 +9,8 @@
 
 #include "app/commands.h"
 #include "forward/synthetic_site.h"
+#include "panels/trace_selection.h"
 #include "records/measdb.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "run/run_history.h"
 #include "runtime/events.h"

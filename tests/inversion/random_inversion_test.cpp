@@ -4,6 +4,7 @@
 #include <iostream>
 #include <limits>
 
+#include "panels/entry_lists.h"
 #include "runtime/catalogue/meassetup.h"
 #include "support/run_case.h"
 

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "panels/entry_lists.h"
 #include "run/sweep_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "panels/analresult.h"
+#include "panels/entry_lists.h"
 #include "run/run_history.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"

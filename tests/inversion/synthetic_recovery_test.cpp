@@ -14,6 +14,7 @@
 #include <cmath>
 #include <iostream>
 
+#include "panels/entry_lists.h"
 #include "run/result_entries.h"
 #include "run/sweep.h"
 #include "support/run_case.h"

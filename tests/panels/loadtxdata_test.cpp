@@ -4,8 +4,8 @@
 
 #include <limits>
 
+#include "panels/trace_selection.h"
 #include "project/import_record.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/loadtxdata.h"

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "panels/entry_lists.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"

@@ -3,10 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/fmodeling.h"
-#include "runtime/catalogue/inversion.h"
-
 namespace sondera {
 namespace {
 
@@ -71,18 +67,6 @@ TEST(FinalizeInvAnal, LeavesEmptyRecords) {
   EXPECT_EQ(InvParam.maxLayers, 0);
   EXPECT_TRUE(InvParam.Vs.empty());
   EXPECT_TRUE(SMPParam.vel.empty());
-}
-
-TEST(ClearEntryLists, KeepsTheGivenModelAsTheOnlyStartingModel) {
-  InsertListItem(exdthd::ITERNO, -1, "INV 1", 1);
-  InsertListItem(fmodeling::COPYPRF, -1, "INV 1", 1);
-  InsertListItem(inversion::INV_SMP, -1, "SMP 4", -4);
-  ClearEntryLists();
-  EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 0);
-  EXPECT_EQ(GetNumListItems(fmodeling::COPYPRF), 0);
-  ASSERT_EQ(GetNumListItems(inversion::INV_SMP), 1);
-  EXPECT_EQ(GetLabelFromIndex(inversion::INV_SMP, 0), "Given Model P.");
-  EXPECT_EQ(GetValueFromIndex(inversion::INV_SMP, 0), 0.0);
 }
 
 }  // namespace

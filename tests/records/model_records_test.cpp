@@ -3,10 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/fmodeling.h"
-#include "runtime/catalogue/inversion.h"
-
 namespace sondera {
 namespace {
 
@@ -64,18 +60,6 @@ TEST(InitializeFModel, PairsNeighbouringReceivers) {
     EXPECT_EQ(FModelParam.pairRec1[static_cast<std::size_t>(i)], i + 1);
     EXPECT_EQ(FModelParam.pairRec2[static_cast<std::size_t>(i)], i + 2);
   }
-}
-
-TEST(InitializeFModel, EmptiesTheListsOfEntries) {
-  InsertListItem(exdthd::ITERNO, -1, "INV 3", 3);
-  InsertListItem(fmodeling::COPYPRF, -1, "SMP 2", -2);
-  InsertListItem(inversion::INV_SMP, -1, "INV 3", 3);
-  InitializeFModel();
-  EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 0);
-  EXPECT_EQ(GetNumListItems(fmodeling::COPYPRF), 0);
-  ASSERT_EQ(GetNumListItems(inversion::INV_SMP), 1);
-  EXPECT_EQ(GetLabelFromIndex(inversion::INV_SMP, 0), "Given Model P.");
-  EXPECT_EQ(GetCtrlVal(inversion::INV_SMP), 0);
 }
 
 TEST(InitializeTheoDispInfo, DiffersInTheCurveTypeAndTheClosingWordsOnly) {

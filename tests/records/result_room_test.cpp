@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "runtime/dialogs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -35,7 +36,7 @@ TEST_F(RecordGrowth, NothingHappensWhileAllFits) {
   InvParam.nPoints = 200;
   InvParam.nCurves = 20;
   InvParam.Vs(3, 4) = 77.0;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   EXPECT_EQ(InvParam.Vs(3, 4), 77.0);
   EXPECT_EQ(InvParam.maxLayers, 50);
   EXPECT_EQ(InvParam.maxEntries, 50);
@@ -44,14 +45,14 @@ TEST_F(RecordGrowth, NothingHappensWhileAllFits) {
 
 TEST_F(RecordGrowth, EachCapacityRisesToOneMoreThanItsCounter) {
   SMPParam.nEntries = 60;
-  EXPECT_EQ(FS_UpdateSMParray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateSMParray()), 0);
   EXPECT_EQ(SMPParam.maxEntries, 61);
   SMPParam.nPoints = 150;
   SMPParam.nCurves = 30;
-  EXPECT_EQ(FS_UpdateSMParray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateSMParray()), 0);
   EXPECT_EQ(SMPParam.maxData, 4501);
   SMPParam.nLayers = 400;
-  EXPECT_EQ(FS_UpdateSMParray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateSMParray()), 0);
   EXPECT_EQ(SMPParam.maxLayers, 401);
   ExpectRoom(SMPParam);
 }
@@ -61,7 +62,7 @@ TEST_F(RecordGrowth, ContentsAreLostWhenACapacityRises) {
   InvParam.rms[1] = 2.0;
   InvParam.resolution(1, 1) = 0.9;
   InvParam.nEntries = 51;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   EXPECT_EQ(InvParam.Vs(1, 1), 0.0);
   EXPECT_EQ(InvParam.rms[1], 0.0);
   EXPECT_EQ(InvParam.resolution(1, 1), 0.0);
@@ -70,7 +71,7 @@ TEST_F(RecordGrowth, ContentsAreLostWhenACapacityRises) {
 TEST_F(RecordGrowth, TooManyPointsRaiseTheCapacityOfLayers) {
   InvParam.nPoints = 250;
   InvParam.nCurves = 1;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   EXPECT_EQ(InvParam.maxLayers, 251);
   EXPECT_EQ(InvParam.maxPoints, 200);
   ExpectRoom(InvParam);
@@ -80,10 +81,10 @@ TEST_F(RecordGrowth, PointsDoNotTakeAwayTheRoomOfLayers) {
   InvParam.nLayers = 400;
   InvParam.nPoints = 250;
   InvParam.nCurves = 1;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   EXPECT_EQ(InvParam.maxLayers, 251);
   ExpectRoom(InvParam);
-  EXPECT_EQ(FS_UpdateINVarray(), 0);  // no second growth, no second loss
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);  // no second growth, no second loss
   EXPECT_EQ(InvParam.Vs(InvParam.nEntries, 400), 1.0);
 }
 
@@ -96,7 +97,7 @@ TEST_F(RecordGrowth, CountersOfADamagedFileAreRefusedWithOneMessage) {
     InvParam.nPoints = 100;
     InvParam.*counter = kMost;
     InvParam.Vs(1, 1) = 300.0;
-    EXPECT_EQ(FS_UpdateINVarray(), -1);
+    EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), -1);
     EXPECT_THAT(OnlyMessage(), ::testing::HasSubstr("too large"));
     EXPECT_EQ(InvParam.maxEntries, 50);
     EXPECT_EQ(InvParam.Vs(1, 1), 300.0);
@@ -105,7 +106,7 @@ TEST_F(RecordGrowth, CountersOfADamagedFileAreRefusedWithOneMessage) {
 
 TEST_F(RecordGrowth, NegativeCountersDoNothing) {
   InvParam.nLayers = InvParam.nEntries = InvParam.nPoints = InvParam.nCurves = -9;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   EXPECT_EQ(InvParam.maxLayers, 50);
 }
 
@@ -115,7 +116,7 @@ TEST_F(RecordGrowth, EmptyRecordGetsItsTables) {
   InvParam.nLayers = 2;
   InvParam.nPoints = 4;
   InvParam.nCurves = 2;
-  EXPECT_EQ(FS_UpdateINVarray(), 0);
+  EXPECT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
   ExpectRoom(InvParam);
 }
 
@@ -123,7 +124,7 @@ TEST_F(RecordGrowth, RoomForAnEntryKeepsTheContents) {
   InvParam.Vs(50, 50) = 300.0;
   InvParam.vel(2, 4000) = 150.0;
   InvParam.rms[7] = 1.5;
-  EXPECT_EQ(MakeEntryRoom(InvParam, 60, 80, 300, 20), 0);
+  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 60, 80, 300, 20)), 0);
   EXPECT_EQ(InvParam.Vs(50, 50), 300.0);
   EXPECT_EQ(InvParam.vel(2, 4000), 150.0);
   EXPECT_EQ(InvParam.rms[7], 1.5);
@@ -135,8 +136,8 @@ TEST_F(RecordGrowth, RoomForAnEntryKeepsTheContents) {
 }
 
 TEST_F(RecordGrowth, RoomForAnAbsurdEntryIsRefused) {
-  EXPECT_EQ(MakeEntryRoom(InvParam, 2000000000, 10, 10, 1), -1);
-  EXPECT_EQ(MakeEntryRoom(InvParam, 1, 10, 2000000000, 2000000000), -1);
+  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 2000000000, 10, 10, 1)), -1);
+  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 1, 10, 2000000000, 2000000000)), -1);
   EXPECT_EQ(frontEnd.messages.size(), 2u);
   EXPECT_EQ(InvParam.maxEntries, 50);
 }
@@ -147,7 +148,7 @@ TEST_F(RecordGrowth, TheoreticalArrayCurvesAreZeroedAndGrowByOneMore) {
   TheoDispInfo.nDispCurves = 30;
   TheoDispInfo.vel[5] = TheoDispInfo.wlen[5] = TheoDispInfo.freq[5] = 3.0;
   TheoDispInfo.globalVel[5] = 4.0;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capCurve, 4501);
   EXPECT_GE(TheoDispInfo.vel.size(), 4501u);
   EXPECT_GE(TheoDispInfo.wlen.size(), 4501u);
@@ -162,10 +163,10 @@ TEST_F(RecordGrowth, TheoreticalPointVectorDoublesOrTakesWhatItNeeds) {
   TheoDispInfo.dispCurvType = 2;
   TheoDispInfo.nDispCurves = 1;
   TheoDispInfo.nDispPoints = 250;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capPoints, 400);
   TheoDispInfo.nDispPoints = 1500;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capPoints, 1500);
   EXPECT_GE(TheoDispInfo.freq.size(), 1500u);
   EXPECT_GE(TheoDispInfo.globalVel.size(), 1500u);
@@ -176,7 +177,7 @@ TEST_F(RecordGrowth, TheoreticalGlobalCurveTakesOneMoreThanItsPoints) {
   TheoDispInfo.nDispPointsG = 300;
   for (auto column : kGlobalColumns) (TheoDispInfo.*column)[3] = 8.0;
   TheoDispInfo.vel[3] = 9.0;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capPoints, 301);
   for (auto column : kGlobalColumns) {
     EXPECT_GE((TheoDispInfo.*column).size(), 301u);
@@ -188,10 +189,10 @@ TEST_F(RecordGrowth, TheoreticalGlobalCurveTakesOneMoreThanItsPoints) {
 TEST_F(RecordGrowth, TheoreticalLayersFollowTheForwardModel) {
   TheoDispInfo.Vs[2] = 100.0;
   FModelParam.nLayers = 50;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.Vs[2], 100.0);
   FModelParam.nLayers = 60;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capLayers, 61);
   for (auto column : kLayerColumns) EXPECT_EQ((TheoDispInfo.*column).size(), 61u);
 }
@@ -199,7 +200,7 @@ TEST_F(RecordGrowth, TheoreticalLayersFollowTheForwardModel) {
 TEST_F(RecordGrowth, TheoreticalPairsHaveRoomForThoseOfTheForwardModel) {
   FModelParam.nDispCurves = 35;
   FModelParam.nReceivers = 40;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_GE(TheoDispInfo.pairRec1.size(), 35u);
   EXPECT_GE(TheoDispInfo.pairMax.size(), 35u);
   EXPECT_GE(TheoDispInfo.recLoc.size(), 40u);
@@ -211,7 +212,7 @@ TEST_F(RecordGrowth, TheoreticalCurvesOfADamagedFileAreRefused) {
     InitializeTheoDispInfo();
     frontEnd.messages.clear();
     spoil();
-    return UpdateTheoDispArray() == -1 && frontEnd.messages.size() == 1;
+    return ShowRefusal(UpdateTheoDispArray()) == -1 && frontEnd.messages.size() == 1;
   };
   EXPECT_TRUE(refused([] { TheoDispInfo.nDispPointsG = 1 << 30; }));
   EXPECT_TRUE(refused([] { TheoDispInfo.nDispPoints = 1 << 30; }));
@@ -223,7 +224,7 @@ TEST_F(RecordGrowth, TheoreticalCurvesOfADamagedFileAreRefused) {
 TEST_F(RecordGrowth, CapacitiesThatNoRecordHasAreNotBelieved) {
   TheoDispInfo.dispCurvType = 2;
   TheoDispInfo.capCurve = TheoDispInfo.capPairs = std::numeric_limits<int>::max();
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_LT(TheoDispInfo.vel.size(), 20000000u);
   EXPECT_LT(TheoDispInfo.pairMin.size(), 20000000u);
 }
@@ -232,7 +233,7 @@ TEST_F(RecordGrowth, NegativeCountersOfTheoreticalCurvesDoNothing) {
   TheoDispInfo.dispCurvType = 2;
   TheoDispInfo.nDispPoints = TheoDispInfo.nDispCurves = -4;
   FModelParam.nLayers = -2;
-  EXPECT_EQ(UpdateTheoDispArray(), 0);
+  EXPECT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   EXPECT_EQ(TheoDispInfo.capCurve, 4000);
 }
 
@@ -240,12 +241,12 @@ TEST_F(RecordGrowth, MeasuredCurvesGoToTheRecordOfTheRun) {
   SetArrayCurves(3, 2, {100, 0, 110, 111, 0, 121});
   TheoDispInfo.vel.assign(4000, 0.0);
   TheoDispInfo.freq.assign(200, 0.0);
-  ASSERT_EQ(UpdateTheoDispArray(), 0);
+  ASSERT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   CopyCurvesToTheoDispInfo();
   for (std::size_t k = 0; k < 6; ++k) EXPECT_EQ(TheoDispInfo.vel[k], FModelParam.vel[k]);
   EXPECT_EQ(TheoDispInfo.freq[2], 15.0);
   SetGlobalCurve(5);
-  ASSERT_EQ(UpdateTheoDispArray(), 0);
+  ASSERT_EQ(ShowRefusal(UpdateTheoDispArray()), 0);
   CopyCurvesToTheoDispInfo();
   EXPECT_EQ(TheoDispInfo.globalVel[4], 150.0);
   EXPECT_EQ(TheoDispInfo.globalFreq[4], 50.0);

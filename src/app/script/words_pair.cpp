@@ -12,6 +12,7 @@
 #include "app/script/values.h"
 #include "panels/dispcurv.h"
 #include "panels/sasw_masking.h"
+#include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/gaborpnl.h"
