@@ -1,0 +1,74 @@
+// kinds.h - the kinds that records, controls and files tell apart by a number.
+//
+// The values are those of the project file and of the items of the rings: they never change. Records keep such
+// a number as an int, since a damaged file may hold any other one; code compares it with these names.
+#pragma once
+
+namespace sondera {
+
+/// ModelRecord::analysis, ANALYSISTYPE: the solver of a forward run. Switches::iAnalysis has it negative in a
+/// run that is no inversion.
+enum AnalysisKind : int {
+  kPlaneWaves = 2,       ///< plane Rayleigh waves ("2-D")
+  kPointLoad = 3,        ///< point load, evenly cut layers ("3-D")
+  kPointLoadGraded = 4,  ///< point load on a graded mesh ("Enhanced 3-D")
+};
+constexpr bool IsPlaneWaves(int analysis) {
+  return analysis == kPlaneWaves || analysis == -kPlaneWaves;
+}
+
+/// ModelRecord::dispCurvType, Switches::iDispSource, GLOBAL_ARRAY: the curves that a run computes.
+enum CurveKind : int {
+  kGlobalCurve = 1,  ///< one curve for the whole line
+  kArrayCurves = 2,  ///< one curve for each receiver pair
+};
+
+/// ModelRecord::DispCurvInfo: where the points of a run come from. Any other number means stored curves too.
+enum CurvePoints : int {
+  kPointsOfRange = 0,  ///< made from the range of the settings
+  kPointsOfData = 1,   ///< those of stored curves
+};
+
+/// ModelRecord::xDomainType, Switches::xDomain, XDOMAIN_TYPE: what the points of a global curve are given by.
+enum XDomain : int { kWavelengthDomain = 1, kFrequencyDomain = 2 };
+
+/// ModelRecord::GlobalRecType, GLOBAL_REC_TYPE: the receivers of a global curve.
+enum GlobalReceivers : int {
+  kReceiversByWavelength = 3,  ///< at 2 and 4 wavelengths
+  kFixedReceivers = 4,         ///< at GlobalRec1Loc and GlobalRec2Loc
+};
+
+/// InvRecord::MODELPARM: what an inversion varies.
+enum ModelParameters : int { kVaryVs = 1, kVaryH = 2, kVaryBoth = 3 };
+constexpr bool VariesVs(int modelParm) {
+  return modelParm == kVaryVs || modelParm == kVaryBoth;
+}
+constexpr bool VariesH(int modelParm) {
+  return modelParm == kVaryH || modelParm == kVaryBoth;
+}
+
+/// PMeasInfo::phaseOption: which of the three unwrapped phases of a pair is in use.
+enum PhaseOption : int { kOriginalPhase = 0, kEnhancedPhase = 1, kBackbonePhase = 2 };
+
+/// DisplayRecord::type, DISPATYPE and DISPBTYPE: what a trace shows.
+enum class DisplayType : int {
+  TimeTrace = 0,
+  LinearPhase = 1,
+  LinearAmplitude = 2,
+  TransferPhase = 3,
+  TransferAmplitude = 4,
+  PowerSpectrum = 5,
+  CrossPhase = 6,
+  CrossAmplitude = 7,
+  Coherence = 8,
+  ImpulseResponse = 9,
+  GaborSpectrum = 10,
+};
+
+/// AxisRecord::xType, yType: the quantity on an axis of a graph of curves.
+enum class AxisQuantity : int { PhaseVelocity = 0, Frequency = 1, Wavelength = 2 };
+
+/// Session::siteCategory: the pseudo velocities of the impulse response filter.
+enum class SiteCategory : int { Geotechnical = 0, Concrete = 1, Pavement = 2 };
+
+}  // namespace sondera
