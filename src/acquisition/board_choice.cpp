@@ -2,6 +2,7 @@
 #include "acquisition/board_choice.h"
 
 #include "acquisition/daq_driver.h"
+#include "acquisition/process_driver.h"
 #include "acquisition/sim_driver.h"
 #include "runtime/terminal.h"
 #include "runtime/text_format.h"
@@ -25,9 +26,10 @@ constexpr DriverRow kDrivers[] = {
      },
      [] { return std::string("  no board: the state at the start\n"); }},
     {"sim",
-     "sim[:seed=1,channels=4,noise=0.01,hum=0.005,hum_hz=50,blow=0.2,minrate=1,pace=1,miss=N,overload=N,fail="
-     "N]\n",
+     "sim[:seed=1,channels=4,noise=0.01,hum=0.005,hum_hz=50,blow=0.2,minrate=1,pace=1,\n"
+     "     miss=N,overload=N,fail=N]\n",
      InstallSimulatedBoard, SimulatedBoardText},
+    {"process", "process:PROGRAM ARGUMENTS\n", InstallProcessBoard, ProcessBoardText},
 };
 
 }  // namespace

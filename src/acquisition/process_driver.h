@@ -1,0 +1,25 @@
+// process_driver.h - a board behind a program of its own, over the board protocol (docs/board-protocol.md).
+//
+// This is the way to a board whose driver cannot be part of this program: a small adaptor links the vendor's
+// library and answers requests on its standard input and output. A program that dies, hangs or answers
+// anything but what was asked is given up: it is killed, every request is refused with the reason, and the
+// next task starts it anew.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "acquisition/daq_driver.h"
+
+namespace sondera {
+
+extern const DaqDriver daqProcess;
+
+/// Starts "PROGRAM ARGUMENTS", greets it and installs the driver. Returns "", or one sentence: then nothing is
+/// installed, and a board program that was in use has ended.
+std::string InstallProcessBoard(std::string_view command);
+
+/// A line for the list of boards.
+std::string ProcessBoardText();
+
+}  // namespace sondera
