@@ -136,6 +136,10 @@ std::vector<WordForm> LookForms();
 std::vector<WordForm> FlowForms();
 std::vector<WordForm> RoadForms();
 
+// Rows that stand among those of another subject.
+WordForm ReadSeg2Form();
+WordForm ReadColumnsForm();
+
 // Frequent specifications.
 inline constexpr std::string_view kYesNo = "yes|no";
 ArgumentSpec Fixed(std::string_view name, Kind kind, std::string_view shown = {});

@@ -249,6 +249,8 @@ std::vector<WordForm> ProjectForms() {
        "reference.",
        Read,
        CheckRead},
+      ReadSeg2Form(),
+      ReadColumnsForm(),
       {"curves", {Literal("read"), file}, {}, "Reads dispersion curves (.exd).", ReadCurves, CheckCurvesRead},
       {"curves",
        {Literal("write"), file},
