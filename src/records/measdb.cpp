@@ -185,7 +185,7 @@ void SetupAuxiallyArrays(int n) {
   if (n <= MeasDB.auxLength) return;
   MeasDB.auxLength = n;
   const double decade = std::pow(10.0, std::floor(std::log10(static_cast<double>(n))));
-  MeasDB.nLinesDefault = static_cast<int>(std::lround(std::lround(0.8 * n / decade) * decade));
+  MeasDB.nLinesDefault = static_cast<int>(std::lround(std::round(0.8 * n / decade) * decade));
 }
 
 void SetupGlobalArrays() {
