@@ -5,6 +5,8 @@
 #include <exception>
 #include <new>
 
+#include "acquisition/board_choice.h"
+#include "acquisition/daq_driver.h"
 #include "app/command_words.h"
 #include "app/commands.h"
 #include "app/console.h"
@@ -45,6 +47,8 @@ Options
                dialect always does
   --wait       wait for a project or for result files that another run has in use; without it the program
                stops
+  --board=DRIVER[:options]
+               take records from a board; --board=list prints the drivers and what each finds
   --help       this text; --help script: the words of a script; --help <word>: one of them;
                --help completion: for bash
   --version    the version
@@ -52,6 +56,8 @@ Options
 The exit status is 0 when everything asked for was done, 1 when something was not, with the reason on standard
 error, and 3 when everything was done and there are doubts (with --strict, or by a script of the second dialect).
 )";
+
+constexpr std::string_view kBoardOption = "--board=";
 
 /// Messages shown by an action count as its failure.
 template <class Action>
@@ -192,6 +198,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.report.strict = true;
     else if (word == "--wait")
       line.wait = true;
+    else if (word.starts_with(kBoardOption))
+      line.board = word.substr(kBoardOption.size());
     else if (line.unknownOption.empty())
       line.unknownOption = word;
   }
@@ -254,6 +262,7 @@ int RunSession(const CommandLine& line) {
   const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
   const int status = RunUserInterface();
   FinishProgressLine();
+  InstallDaqDriver(&daqNone);  // a board program gets its time to end
   if (dispatched != kAllDone && dispatched != kDoneWithDoubts) return kNotAllDone;
   return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
 }
@@ -285,7 +294,16 @@ int RunProgram(const std::vector<std::string>& words) {
     std::fputs((line.help ? HelpText() : VersionText()).c_str(), stdout);
     return 0;
   }
-  return EndOnException([&] { return RunSession(line); });
+  if (line.board == "list") {
+    std::fputs(BoardListText().c_str(), stdout);
+    return 0;
+  }
+  return EndOnException([&] {
+    const std::string fault = line.board ? ChooseBoard(*line.board) : std::string();
+    if (fault.empty()) return RunSession(line);
+    PrintError("sondera: %s\n", fault.c_str());
+    return kNotAllDone;
+  });
 }
 
 }  // namespace sondera

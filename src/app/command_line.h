@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,8 @@ struct CommandLine {
   bool batch = false;      ///< never open a window
   bool assumeYes = false;  ///< answer questions with Yes
   RunReportOptions report;
-  bool wait = false;  ///< wait for a project that another process has open
+  bool wait = false;                 ///< wait for a project that another process has open
+  std::optional<std::string> board;  ///< which board to take records from; without it there is none
   std::string unknownOption;
   /// Program name and the arguments, options taken off: their number chooses the form.
   std::vector<std::string> arguments;

@@ -24,6 +24,26 @@ TEST(ParseCommandLine, OptionsDoNotCountAsArguments) {
   EXPECT_TRUE(line.unknownOption.empty());
 }
 
+TEST(ParseCommandLine, ABoardIsChosenWithItsOptions) {
+  EXPECT_FALSE(ParseCommandLine({"sondera"}).board);
+  EXPECT_EQ(ParseCommandLine({"sondera", "--board=sim:seed=2,pace=0"}).board, "sim:seed=2,pace=0");
+  EXPECT_EQ(ParseCommandLine({"sondera", "--board="}).board, "");
+  EXPECT_EQ(ParseCommandLine({"sondera", "--board", "sim"}).unknownOption, "--board");
+}
+
+TEST(RunProgram, AnUnknownBoardEndsItInOneSentence) {
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(RunProgram({"sondera", "--batch", "--board=simm"}), 1);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr().find("sondera: There is no board driver \"simm\"; "), 0u);
+}
+
+TEST(RunProgram, ListOfBoardsIsPrinted) {
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(RunProgram({"sondera", "--board=list"}), 0);
+  EXPECT_NE(::testing::internal::GetCapturedStdout().find("Sim1: Dynamic Signal Acquisition"),
+            std::string::npos);
+}
+
 TEST(ParseCommandLine, AnUnknownOptionIsNamed) {
   EXPECT_EQ(ParseCommandLine({"sondera", "--yse"}).unknownOption, "--yse");
 }
