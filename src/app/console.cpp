@@ -71,8 +71,8 @@ std::string ProgressLine() {
 }
 
 /// Shown at most every so often, the latest text only.
-void ShowProgress(Panel, ControlId control) {
-  if (control != &exdthd::STATUSMSG && control != &exdthd::PROCESSMSG) return;
+void ShowProgress(const Change& change) {
+  if (change.control != &exdthd::STATUSMSG && change.control != &exdthd::PROCESSMSG) return;
   const bool terminal = isatty(STDERR_FILENO) == 1;
   const auto now = Clock::now();
   if (now - console.lastProgress <
@@ -103,7 +103,7 @@ void FinishProgressLine() {
 
 void InstallConsole(const ConsoleOptions& options) {
   if (console.observer) RemoveObserver(console.observer);
-  console = {options, AddObserver(ShowProgress), false, Clock::now()};  // a short run shows nothing
+  console = {options, AddWatcher(ShowProgress), false, Clock::now()};  // a short run shows nothing
 
   FrontEnd f;
   f.name = "console";

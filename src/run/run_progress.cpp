@@ -58,7 +58,7 @@ void EndRunProgress() {
 }
 
 AnalysisLock::AnalysisLock()
-    : OnlyControl(exdthd::HALT, session.appTitle, "An analysis is running. Please halt it first.") {
+    : ControlLock({&exdthd::HALT}, session.appTitle, "An analysis is running. Please halt it first.") {
   run.course.iHaltRequest = 0;
 }
 

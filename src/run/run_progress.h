@@ -22,7 +22,7 @@ void EndRunProgress();
 /// Held by a driver while it works on `run` and the records: of all buttons only Halt answers, so that a
 /// press that comes in by an event poll cannot start another run or replace the project under this one. A
 /// request for a halt from before is forgotten.
-class AnalysisLock : public OnlyControl {
+class AnalysisLock : public ControlLock {
  public:
   AnalysisLock();
 };

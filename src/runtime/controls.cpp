@@ -1,11 +1,12 @@
-// controls.cpp - the settings store. Owns the state of all controls and panels, the callback table and the
-// observers. A control's state is made from its declaration when it is first touched.
+// controls.cpp - the settings store. Owns the state of all controls and panels and the callback table. A control's
+// state is made from its declaration when it is first touched.
 #include "runtime/controls.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <exception>
-#include <map>
+#include <limits>
 #include <new>
 #include <unordered_map>
 
@@ -53,19 +54,10 @@ std::array<PanelState, kPanelCount> FirstPanels() {
   return panels;
 }
 
-/// The one control that answers, if there is a lock, and what the others say.
-struct PressLock {
-  ControlId allowed = nullptr;
-  std::string title, refusal;
-};
-
 struct Store {
   std::unordered_map<ControlId, ControlState> controls;
   std::array<PanelState, kPanelCount> panels = FirstPanels();
   std::unordered_map<ControlId, Callback> callbacks;
-  std::map<int, Observer> observers;
-  int nextObserver = 1;
-  PressLock lock;
 };
 Store store;
 
@@ -92,22 +84,20 @@ PanelState& StateOf(Panel p) {
   return store.panels[static_cast<std::size_t>(p)];
 }
 
-void Notify(Panel p, ControlId c) {
-  if (store.observers.empty()) return;
-  const auto observers = store.observers;  // an observer may add or remove observers
-  for (const auto& [number, observer] : observers) observer(p, c);
+void Changed(const Control& c, ChangeKind kind) {
+  NoteChange({.kind = kind, .panel = c.panel, .control = &c});
 }
-void Changed(const Control& c) {
-  Notify(c.panel, &c);
+void Changed(Panel p, ChangeKind kind) {
+  NoteChange({.kind = kind, .panel = p});
 }
 
 void SetNumber(const Control& c, double value) {
   StateOf(c).number = value;
-  Changed(c);
+  Changed(c, ChangeKind::Value);
 }
 void SetText(const Control& c, std::string_view value) {
   StateOf(c).text = value;
-  Changed(c);
+  Changed(c, ChangeKind::Value);
 }
 
 bool SelectValue(const Control& c, double value) {
@@ -115,7 +105,7 @@ bool SelectValue(const Control& c, double value) {
   for (std::size_t i = 0; i < s.items.size(); ++i) {
     if (s.items[i].value != value) continue;
     s.index = static_cast<int>(i);
-    Changed(c);
+    Changed(c, ChangeKind::Value);
     return true;
   }
   return false;
@@ -190,7 +180,7 @@ bool SetCtrlVal(const ListControl& c, int value) {
 
 void AppendText(const TextControl& c, std::string_view text) {
   StateOf(c).text += text;
-  Changed(c);
+  Changed(c, ChangeKind::Value);
 }
 void ResetTextBox(const TextControl& c, std::string_view text) {
   SetText(c, text);
@@ -210,7 +200,7 @@ int Index(const Control& c) {
 bool SetIndex(const Control& c, int index) {
   if (index < 0 || index >= Count(c)) return false;
   StateOf(c).index = index;
-  Changed(c);
+  Changed(c, ChangeKind::Value);
   return true;
 }
 
@@ -232,7 +222,7 @@ void Insert(const Control& c, int index, std::string_view label, double value) {
     s.index = 0;
   else if (s.index >= at)
     ++s.index;
-  Changed(c);
+  Changed(c, ChangeKind::Items);
 }
 
 void Delete(const Control& c, int index) {
@@ -241,13 +231,13 @@ void Delete(const Control& c, int index) {
   s.items.erase(s.items.begin() + index);
   if (s.index > index) --s.index;
   s.index = std::min(s.index, static_cast<int>(s.items.size()) - 1);
-  Changed(c);
+  Changed(c, ChangeKind::Items);
 }
 
 void Clear(const Control& c) {
   StateOf(c).items.clear();
   StateOf(c).index = -1;
-  Changed(c);
+  Changed(c, ChangeKind::Items);
 }
 
 int Find(const Control& c, std::string_view label) {
@@ -276,13 +266,13 @@ double GetTableCellVal(const TableControl& c, int row, int column) {
 bool SetTableCellVal(const TableControl& c, int row, int column, double value) {
   if (!HasRow(c, row) || !HasColumn(c, column)) return false;
   StateOf(c).rows[static_cast<std::size_t>(row - 1)].cells[static_cast<std::size_t>(column - 1)] = value;
-  Changed(c);
+  NoteChange({ChangeKind::Cells, c.panel, &c, row, row, column, column});
   return true;
 }
 
 void SetNumTableRows(const TableControl& c, int n) {
   StateOf(c).rows.resize(static_cast<std::size_t>(std::clamp(n, 0, kMaxTableRows)), ZeroRow(c));
-  Changed(c);
+  Changed(c, ChangeKind::Items);
 }
 
 bool InsertTableRow(const TableControl& c, int row) {
@@ -290,7 +280,7 @@ bool InsertTableRow(const TableControl& c, int row) {
   const int count = static_cast<int>(rows.size());
   if (row < 1 || row > count + 1 || count >= kMaxTableRows) return false;
   rows.insert(rows.begin() + (row - 1), ZeroRow(c));
-  Changed(c);
+  Changed(c, ChangeKind::Items);
   return true;
 }
 
@@ -298,7 +288,7 @@ bool DeleteTableRow(const TableControl& c, int row) {
   if (!HasRow(c, row)) return false;
   auto& rows = StateOf(c).rows;
   rows.erase(rows.begin() + (row - 1));
-  Changed(c);
+  Changed(c, ChangeKind::Items);
   return true;
 }
 
@@ -309,7 +299,43 @@ std::string GetTableRowLabel(const TableControl& c, int row) {
 void SetTableRowLabel(const TableControl& c, int row, std::string_view label) {
   if (!HasRow(c, row)) return;
   StateOf(c).rows[static_cast<std::size_t>(row - 1)].label = label;
-  Changed(c);
+  Changed(c, ChangeKind::Label);
+}
+
+// ---- what a person enters ---------------------------------------------------------------------------------------
+
+bool EnterValue(const Control& c, double number) {
+  if (!Answers(c) || !std::isfinite(number)) return false;
+  switch (c.kind) {
+    case ControlKind::Numeric:
+      SetNumber(c, number);
+      return true;
+    case ControlKind::Int:
+    case ControlKind::Toggle:
+      if (std::fabs(number) > std::numeric_limits<int>::max()) return false;
+      SetNumber(c, std::trunc(number));
+      return true;
+    case ControlKind::Ring:
+    case ControlKind::RealRing:
+    case ControlKind::List:
+      return SelectValue(c, number);
+    default:
+      return false;
+  }
+}
+
+bool EnterValue(const Control& c, std::string_view text) {
+  if (!Answers(c) || (c.kind != ControlKind::Text && c.kind != ControlKind::Label)) return false;
+  SetText(c, text);
+  return true;
+}
+
+bool EnterIndex(const Control& c, int index) {
+  return Answers(c) && items::SetIndex(c, index);
+}
+
+bool EnterCell(const TableControl& c, int row, int column, double value) {
+  return Answers(c) && std::isfinite(value) && SetTableCellVal(c, row, column, value);
 }
 
 // ---- attributes ---------------------------------------------------------------------------------------------------
@@ -319,30 +345,30 @@ bool IsDimmed(const Control& c) {
 }
 void SetDimmed(const Control& c, bool dimmed) {
   StateOf(c).dimmed = dimmed;
-  Changed(c);
+  Changed(c, ChangeKind::Attribute);
 }
 bool IsVisible(const Control& c) {
   return StateOf(c).visible;
 }
 void SetVisible(const Control& c, bool visible) {
   StateOf(c).visible = visible;
-  Changed(c);
+  Changed(c, ChangeKind::Attribute);
 }
 std::string GetCtrlLabel(const Control& c) {
   return StateOf(c).label;
 }
 void SetCtrlLabel(const Control& c, std::string_view label) {
   StateOf(c).label = label;
-  Changed(c);
+  Changed(c, ChangeKind::Label);
 }
 
 void DisplayPanel(Panel p) {
   StateOf(p).shown = true;
-  Notify(p, nullptr);
+  Changed(p, ChangeKind::Shown);
 }
 void HidePanel(Panel p) {
   StateOf(p).shown = false;
-  Notify(p, nullptr);
+  Changed(p, ChangeKind::Shown);
 }
 bool IsPanelShown(Panel p) {
   return StateOf(p).shown;
@@ -352,17 +378,17 @@ std::string GetPanelTitle(Panel p) {
 }
 void SetPanelTitle(Panel p, std::string_view title) {
   StateOf(p).title = title;
-  Notify(p, nullptr);
+  Changed(p, ChangeKind::Title);
 }
 void SetActiveTabPage(Panel tabs, int page) {
   StateOf(tabs).activeTab = page;
-  Notify(tabs, nullptr);
+  Changed(tabs, ChangeKind::TabPage);
 }
 int GetActiveTabPage(Panel tabs) {
   return StateOf(tabs).activeTab;
 }
 
-// ---- callbacks and observers --------------------------------------------------------------------------------------
+// ---- callbacks --------------------------------------------------------------------------------------
 
 void InstallCallback(const Control& c, Callback callback) {
   store.callbacks[&c] = callback;
@@ -373,20 +399,12 @@ Callback CallbackOf(const Control& c) {
   return found == store.callbacks.end() ? nullptr : found->second;
 }
 
-OnlyControl::OnlyControl(const Control& allowed, std::string_view title, std::string_view refusal) {
-  store.lock = {&allowed, std::string(title), std::string(refusal)};
-}
-OnlyControl::~OnlyControl() {
-  store.lock = {};
-}
-ControlId OnlyAnswering() {
-  return store.lock.allowed;
-}
-
 int SendEvent(const Control& c, Event event, long data) {
-  if (store.lock.allowed && store.lock.allowed != &c) {
+  const ChangeBatch batch;
+  if (!Answers(c)) {
     if (event != Event::Commit) return 0;
-    MessagePopup(store.lock.title, store.lock.refusal);
+    const LockRefusal refusal = RefusalOf(c);
+    MessagePopup(refusal.title, refusal.text);
     return -1;
   }
   const Callback callback = CallbackOf(c);
@@ -407,20 +425,7 @@ int SendEvent(const Control& c, Event event, long data) {
 void ResetControls() {
   store.controls.clear();
   store.panels = FirstPanels();
-}
-
-ControlId FindControl(Panel p, std::string_view name) {
-  for (ControlId c : ControlsOf(p))
-    if (c->name == name) return c;
-  return nullptr;
-}
-
-int AddObserver(Observer observer) {
-  store.observers[store.nextObserver] = std::move(observer);
-  return store.nextObserver++;
-}
-void RemoveObserver(int number) {
-  store.observers.erase(number);
+  NoteChange({.kind = ChangeKind::Everything});
 }
 
 }  // namespace sondera

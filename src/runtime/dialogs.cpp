@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "runtime/changes.h"
+
 namespace sondera {
 namespace {
 
@@ -26,6 +28,7 @@ const FrontEnd& CurrentFrontEnd() {
 void MessagePopup(std::string_view title, std::string_view text) {
   ++state.messages;
   state.lastMessage = text;
+  FlushChanges();
   if (state.frontEnd.message) state.frontEnd.message(title, text);
 }
 
@@ -40,10 +43,12 @@ int ShowRefusal(const Refusal& refusal) {
 }
 
 bool ConfirmPopup(std::string_view title, std::string_view text) {
+  FlushChanges();
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
 }
 
 std::optional<std::string> PromptPopup(std::string_view title, std::string_view text, int maxLength) {
+  FlushChanges();
   if (!state.frontEnd.prompt) return std::nullopt;
   auto answer = state.frontEnd.prompt(title, text, maxLength);
   if (answer && maxLength >= 0 && answer->size() > static_cast<std::size_t>(maxLength))
@@ -52,6 +57,7 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
 }
 
 FileChoice FileSelectPopup(const FileRequest& request) {
+  FlushChanges();
   return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
 }
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "runtime/changes.h"
 #include "runtime/dialogs.h"
 
 namespace sondera {
@@ -25,6 +26,7 @@ constexpr time_t kPatience = 2;  // seconds in which a repeated request means th
 }  // namespace
 
 void ProcessSystemEvents() {
+  FlushChanges();
   if (CurrentFrontEnd().processEvents) CurrentFrontEnd().processEvents();
 }
 

@@ -250,9 +250,9 @@ class Evaluation : public InversionTest {
     SetCtrlVal(inversion::ALPHA_TO, 0.65);
     AddMeasurement();
     session.projectFileName = folder.File("site.da");
-    shown = AddObserver([this](Panel, ControlId c) {
-      if (c == &exdthd::PROCESSMSG) processes.push_back(GetCtrlVal(exdthd::PROCESSMSG));
-      if (c == &exdthd::STATUSMSG) statuses.push_back(GetCtrlVal(exdthd::STATUSMSG));
+    shown = AddWatcher([this](const Change& c) {
+      if (c.control == &exdthd::PROCESSMSG) processes.push_back(GetCtrlVal(exdthd::PROCESSMSG));
+      if (c.control == &exdthd::STATUSMSG) statuses.push_back(GetCtrlVal(exdthd::STATUSMSG));
     });
   }
   void TearDown() override {

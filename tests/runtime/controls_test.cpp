@@ -139,15 +139,25 @@ TEST_F(Controls, CommitRunsTheInstalledCallbackWithItsControl) {
   InstallCallback(BUTTON, nullptr);
 }
 
-TEST_F(Controls, ObserversHearOfEachChangeUntilRemoved) {
-  std::vector<ControlId> heard;
-  const int number = AddObserver([&](Panel, ControlId c) { heard.push_back(c); });
-  SetCtrlVal(gaborpnl::BETA, 1.0);
-  SetVisible(gaborpnl::BAND, false);
-  DisplayPanel(Panel::GABORPNL);
-  RemoveObserver(number);
-  SetCtrlVal(gaborpnl::BETA, 2.0);
-  EXPECT_EQ(heard, (std::vector<ControlId>{&gaborpnl::BETA, &gaborpnl::BAND, nullptr}));
+TEST_F(Controls, APersonEntersWhatTheKindTakes) {
+  EXPECT_TRUE(EnterValue(gaborpnl::BETA, 2.5));
+  EXPECT_EQ(GetCtrlVal(gaborpnl::BETA), 2.5);
+  EXPECT_FALSE(EnterValue(gaborpnl::BETA, NAN));
+  EXPECT_FALSE(EnterValue(gaborpnl::BETA, "2.5"));
+  EXPECT_TRUE(EnterValue(kHidden, -7.9));
+  EXPECT_EQ(GetCtrlVal(kHidden), -7) << "a whole number is cut";
+  EXPECT_FALSE(EnterValue(kHidden, 1e10));
+  EXPECT_TRUE(EnterValue(TEXT, "other"));
+  EXPECT_EQ(GetCtrlVal(TEXT), "other");
+  EXPECT_TRUE(EnterValue(UNIT, 0.01));
+  EXPECT_FALSE(EnterValue(UNIT, 0.02));
+  EXPECT_TRUE(EnterIndex(UNIT, 0));
+  EXPECT_FALSE(EnterIndex(UNIT, 2));
+  EXPECT_TRUE(EnterCell(TABLE, 2, 1, 4.0));
+  EXPECT_EQ(GetTableCellVal(TABLE, 2, 1), 4.0);
+  EXPECT_FALSE(EnterCell(TABLE, 3, 1, 4.0));
+  EXPECT_FALSE(EnterCell(TABLE, 1, 1, INFINITY));
+  EXPECT_FALSE(EnterValue(BUTTON, 1.0));
 }
 
 }  // namespace

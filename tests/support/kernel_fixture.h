@@ -22,9 +22,9 @@ class KernelTest : public RunTest {
  protected:
   void SetUp() override {
     RunTest::SetUp();
-    observer_ = AddObserver([this](Panel, ControlId control) {
-      if (control == &exdthd::PROCESSMSG) process.push_back(GetCtrlVal(exdthd::PROCESSMSG));
-      if (control == &exdthd::STATUSMSG) status.push_back(GetCtrlVal(exdthd::STATUSMSG));
+    observer_ = AddWatcher([this](const Change& change) {
+      if (change.control == &exdthd::PROCESSMSG) process.push_back(GetCtrlVal(exdthd::PROCESSMSG));
+      if (change.control == &exdthd::STATUSMSG) status.push_back(GetCtrlVal(exdthd::STATUSMSG));
     });
   }
   void TearDown() override {

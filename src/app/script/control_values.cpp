@@ -50,6 +50,10 @@ int IndexOfLabel(const Control& c, std::string_view label) {
   throw Fault(UnknownText("item of " + NameOf(c), text, labels));
 }
 
+void CheckEntered(const Control& c, bool entered) {
+  if (!entered) throw Fault(NameOf(c) + " takes no value now");
+}
+
 }  // namespace
 
 bool HasValue(const Control& c) {
@@ -87,27 +91,24 @@ void WriteValue(const Control& control, std::string_view text) {
     const int byValue = value ? IndexOfValue(control, *value) : -1;
     const int index = byValue >= 0 ? byValue : IndexOfLabel(control, text);
     if (index < 0) RefuseItem(control, text);
-    items::SetIndex(control, index);
-    return;
+    return CheckEntered(control, EnterIndex(control, index));
   }
   switch (control.kind) {
     case ControlKind::Numeric:
-      return SetCtrlVal(static_cast<const NumericControl&>(control), *NumberOf(text));
+      return CheckEntered(control, EnterValue(control, *NumberOf(text)));
     case ControlKind::Int:
-      return SetCtrlVal(static_cast<const IntControl&>(control), *WholeOf(text));
+      return CheckEntered(control, EnterValue(control, *WholeOf(text)));
     case ControlKind::Toggle:
-      return SetCtrlVal(static_cast<const ToggleControl&>(control), *SwitchOf(text));
-    case ControlKind::Text:
-      return SetCtrlVal(static_cast<const TextControl&>(control), text);
+      return CheckEntered(control, EnterValue(control, *SwitchOf(text)));
     default:
-      return SetCtrlVal(static_cast<const LabelControl&>(control), text);
+      return CheckEntered(control, EnterValue(control, text));
   }
 }
 
 void SelectItem(const Control& c, std::string_view label) {
   const int index = IndexOfLabel(c, label);
   if (index < 0) RefuseItem(c, label);
-  items::SetIndex(c, index);
+  CheckEntered(c, EnterIndex(c, index));
 }
 
 }  // namespace sondera::script

@@ -168,9 +168,9 @@ void Run::haltAfter(int polls) {
   polls_ = 0;
 }
 
-/// Only polls of a run count: then one control answers alone, the one that ends it.
+/// Only polls of a run count: then a lock is held that names the control which ends it.
 void Run::poll() {
-  const ControlId halt = OnlyAnswering();
+  const ControlId halt = EndingControl();
   if (haltPolls_ == 0 || !halt || ++polls_ < haltPolls_) return;
   haltPolls_ = polls_ = 0;
   halted_ = true;

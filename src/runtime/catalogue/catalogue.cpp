@@ -1,10 +1,12 @@
 // catalogue.cpp - the table of all panels. A panel is added here, as an entry of Panel and as a header of its
 // own; catalogue_test holds the three against each other.
-#include "runtime/controls.h"
+#include "runtime/control.h"
 #include "runtime/version.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string>
 
 #include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/analresult.h"
@@ -102,6 +104,11 @@ const PanelEntry& EntryOf(Panel p) {
 std::span<const Control* const> ControlsOf(Panel p) {
   return EntryOf(p).controls;
 }
+ControlId FindControl(Panel p, std::string_view name) {
+  for (ControlId c : ControlsOf(p))
+    if (c->name == name) return c;
+  return nullptr;
+}
 std::string_view PanelName(Panel p) {
   return EntryOf(p).name;
 }
@@ -110,6 +117,34 @@ std::string_view DefaultPanelTitle(Panel p) {
 }
 bool PanelStartsShown(Panel p) {
   return EntryOf(p).shown;
+}
+
+Panel WindowOf(Panel p) {
+  switch (p) {
+    case Panel::MEASPANEL:
+    case Panel::SASW:
+    case Panel::DISPCURV:
+    case Panel::EXDTHD:
+      return Panel::PANEL;
+    case Panel::HWSETUP:
+    case Panel::MEASSETUP:
+      return Panel::HMSETUP;
+    default:
+      return p;
+  }
+}
+
+std::string SpokenName(const Control& c) {
+  if (!c.facts.spoken.empty()) return std::string(c.facts.spoken);
+  std::string name;
+  if (c.kind == ControlKind::Menu) {
+    for (const char letter : c.text) name += letter == '/' ? std::string(", ") : std::string(1, letter);
+    name += ", ";
+  }
+  std::string_view caption = c.label;
+  caption.remove_prefix(std::min(caption.find_first_not_of(" -"), caption.size()));
+  const std::size_t last = caption.find_last_not_of(" :=");
+  return name.append(caption.substr(0, last == std::string_view::npos ? 0 : last + 1));
 }
 
 }  // namespace sondera

@@ -1,0 +1,105 @@
+// changes.cpp - see changes.h. Owns the observers and the changes that wait for them.
+#include "runtime/changes.h"
+
+#include <algorithm>
+#include <list>
+#include <utility>
+#include <vector>
+
+namespace sondera {
+namespace {
+
+struct Listening {
+  int number = 0;
+  Observer observer;
+  Watcher watcher;
+  bool removed = false;  // while it may be at work it must not be destroyed
+};
+
+struct ChangeState {
+  std::list<Listening> listening;  // of nodes that stay in place when one is added
+  std::vector<Change> waiting;
+  int nextNumber = 1;
+  int batches = 0;
+  int telling = 0;  // depth of calls out of here
+};
+ChangeState state;
+
+int Listen(Listening listening) {
+  listening.number = state.nextNumber;
+  state.listening.push_back(std::move(listening));
+  return state.nextNumber++;
+}
+
+void DropRemoved() {
+  if (state.telling == 0) state.listening.remove_if([](const Listening& l) { return l.removed; });
+}
+
+template <class Tell>
+void TellAll(Tell tell) {
+  ++state.telling;
+  for (Listening& l : state.listening)
+    if (!l.removed) tell(l);
+  --state.telling;
+  DropRemoved();
+}
+
+/// Adds a change to those that wait; one of the same kind and control takes it in.
+void Gather(const Change& change) {
+  std::vector<Change>& waiting = state.waiting;
+  if (!waiting.empty() && waiting.front().kind == ChangeKind::Everything) return;
+  if (change.kind == ChangeKind::Everything) waiting.clear();
+  const auto same = std::find_if(waiting.rbegin(), waiting.rend(), [&](const Change& c) {
+    return c.kind == change.kind && c.control == change.control && c.panel == change.panel;
+  });
+  if (same == waiting.rend()) {
+    waiting.push_back(change);
+    return;
+  }
+  same->firstRow = std::min(same->firstRow, change.firstRow);
+  same->lastRow = std::max(same->lastRow, change.lastRow);
+  same->firstColumn = std::min(same->firstColumn, change.firstColumn);
+  same->lastColumn = std::max(same->lastColumn, change.lastColumn);
+}
+
+}  // namespace
+
+int AddObserver(Observer observer) {
+  return Listen({0, std::move(observer), nullptr, false});
+}
+int AddWatcher(Watcher watcher) {
+  return Listen({0, nullptr, std::move(watcher), false});
+}
+void RemoveObserver(int number) {
+  for (Listening& l : state.listening)
+    if (l.number == number) l.removed = true;
+  DropRemoved();
+}
+
+void NoteChange(const Change& change) {
+  if (state.listening.empty()) return;
+  TellAll([&](Listening& l) {
+    if (l.watcher) l.watcher(change);
+  });
+  Gather(change);
+  if (state.batches == 0 && state.telling == 0) FlushChanges();
+}
+
+// What an observer changes goes out in the next round.
+void FlushChanges() {
+  while (!state.waiting.empty()) {
+    const std::vector<Change> batch = std::exchange(state.waiting, {});
+    TellAll([&](Listening& l) {
+      if (l.observer) l.observer(batch);
+    });
+  }
+}
+
+ChangeBatch::ChangeBatch() {
+  ++state.batches;
+}
+ChangeBatch::~ChangeBatch() {
+  if (--state.batches == 0 && state.telling == 0) FlushChanges();
+}
+
+}  // namespace sondera
