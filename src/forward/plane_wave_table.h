@@ -1,0 +1,39 @@
+// plane_wave_table.h - phase velocity of the fundamental plane Rayleigh wave at any frequency.
+//
+// The solver takes wavelengths; a table over all that matter answers for frequencies. Called where lines of a
+// spectrum need their wavelength. Units are those of the layers.
+#pragma once
+
+#include <vector>
+
+namespace sondera {
+
+/// A layer as the plane-wave solver needs it; the last one of a list is the half-space, without a thickness.
+struct PlaneWaveLayer {
+  double thickness = 0.0, Vs = 0.0, density = 0.0, nu = 0.0;
+};
+
+class PlaneWaveTable {
+ public:
+  /// Solves at 600 wavelengths, evenly in the logarithm, from 100 times the depth of the half-space to a tenth
+  /// of the first layer. Layers must make sense.
+  explicit PlaneWaveTable(const std::vector<PlaneWaveLayer>& layers);
+
+  /// Every wavelength has a root, and frequency grows with each of them: a single curve.
+  bool Whole() const { return whole_; }
+
+  /// Linear between the entries, level beyond both ends. Where a frequency has several wavelengths, the
+  /// longest counts. 0 when no wavelength had a root.
+  double Velocity(double frequency) const;
+  /// The same for a wavelength.
+  double VelocityAtWavelength(double wavelength) const;
+
+ private:
+  bool whole_ = true;
+  // ascending frequencies, and what goes with them; negative wavelengths, so that they ascend too
+  std::vector<double> freq_, vel_, minusWlen_;
+
+  double Interpolate(const std::vector<double>& x, double at) const;
+};
+
+}  // namespace sondera

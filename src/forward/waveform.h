@@ -1,0 +1,83 @@
+// waveform.h - records of a vertical blow on a layered ground, computed with all of its waves.
+//
+// The closed loop of a survey: a ground that is known, its records, and what the analysis makes of them. The
+// response of waveform_lines.h times the spectrum of the force, transformed to time. There is no noise in it
+// unless blows with noise are made of it. Called by the panel of the waveforms and by scripts, which hand over
+// plain values. Units as in waveform_lines.h; times in s. Owns no state.
+#pragma once
+
+#include <complex>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "forward/pulse.h"
+#include "forward/waveform_lines.h"
+
+namespace sondera {
+
+/// What a receiver measures.
+enum class WaveformMotion : int { kVelocity = 0, kDisplacement = 1, kAcceleration = 2 };
+
+struct WaveformSetup {
+  PulseRecord pulse;     ///< deltaT and timeLength are derived anew
+  SourceSamples source;  ///< of shape kPulseFile
+  WaveformSite site;
+  WaveformMotion motion = WaveformMotion::kVelocity;
+};
+
+inline constexpr int kLeastWaveformPoints = 16, kMostWaveformPoints = 32768;
+
+/// Samples at 0, deltaT, ...; the force begins at 0.
+struct WaveformRecord {
+  double deltaT = 0.0;
+  std::vector<double> receivers;
+  std::vector<std::vector<double>> trace;  ///< [receiver][sample], positive downward
+};
+
+struct WaveformResult {
+  WaveformLines lines;
+  std::vector<std::complex<double>> force;  ///< spectrum of the force at the lines
+  WaveformRecord record;
+  std::vector<std::string> notes;  ///< what a person should know about the record
+};
+
+/// Time that a record needs at least: the force, and the way of the slowest wave to the last receiver. Taken
+/// twice by FitToSite, so that what comes late does not return at the beginning.
+double TimeNeeded(const WaveformSetup& setup);
+
+/// Whether a record can be made. A record that is too short is told which length it needs.
+Refusal CheckWaveform(const WaveformSetup& setup);
+
+/// Centre frequency, span and points for the layers and receivers: the wavelength of the centre frequency lies
+/// between the first receiver and the last, in the geometric mean; the span is 8 times it; points are a power
+/// of two. Refuses a site that CheckWaveformSite refuses, and one that would need too many points.
+Refusal FitToSite(const WaveformSetup& setup, PulseRecord& pulse);
+
+/// Computes a record. Lines whose force is below 1e-7 of its largest line are 0, as are line 0 and the highest.
+/// `result` changes only when all is done; a halt refuses without a reason.
+Refusal GenerateWaveform(const WaveformSetup& setup, Listener& listener, WaveformResult& result);
+
+/// The record of given lines. Its line 0 is 0; a displacement whose force has a mean gets its level from the
+/// time before the first wave can arrive, which is at rest.
+WaveformRecord RecordOfLines(const WaveformSetup& setup, const WaveformLines& lines,
+                             const std::vector<std::complex<double>>& force);
+
+// --- Several blows ---
+
+struct BlowSettings {
+  int blows = 1;
+  double spread = 0.2;  ///< deviation of the strengths of several blows, as a share
+  double noise = 0.0;   ///< rms of even noise, as a share of the peak of the middle receiver
+  double hum = 0.0;     ///< amplitude at humFrequency, as such a share; a third of it at three times that
+  double humFrequency = 50.0;  ///< Hz
+  std::uint64_t seed = 1;
+};
+
+/// Records of several blows on one ground. The noise is equally strong at all receivers and independent
+/// between them and between blows; strength and phase of the hum are those of the blow. Equal settings give
+/// equal numbers. Refuses numbers out of range.
+Refusal MakeBlows(const WaveformRecord& record, const BlowSettings& settings,
+                  std::vector<WaveformRecord>& blows);
+
+}  // namespace sondera
