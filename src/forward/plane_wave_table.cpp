@@ -55,6 +55,10 @@ double PlaneWaveTable::Velocity(double frequency) const {
   return Interpolate(freq_, frequency);
 }
 
+double PlaneWaveTable::Slowest() const {
+  return vel_.empty() ? 0.0 : *std::min_element(vel_.begin(), vel_.end());
+}
+
 double PlaneWaveTable::VelocityAtWavelength(double wavelength) const {
   return Interpolate(minusWlen_, -wavelength);
 }

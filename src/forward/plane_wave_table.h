@@ -15,6 +15,7 @@ struct PlaneWaveLayer {
 
 class PlaneWaveTable {
  public:
+  PlaneWaveTable() = default;  ///< no curve: velocity 0 everywhere
   /// Solves at 600 wavelengths, evenly in the logarithm, from 100 times the depth of the half-space to a tenth
   /// of the first layer. Layers must make sense.
   explicit PlaneWaveTable(const std::vector<PlaneWaveLayer>& layers);
@@ -27,6 +28,8 @@ class PlaneWaveTable {
   double Velocity(double frequency) const;
   /// The same for a wavelength.
   double VelocityAtWavelength(double wavelength) const;
+  /// Lowest velocity of the table; 0 without a curve.
+  double Slowest() const;
 
  private:
   bool whole_ = true;

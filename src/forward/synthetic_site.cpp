@@ -6,7 +6,6 @@
 #include <numbers>
 #include <utility>
 
-#include "forward/plane_wave.h"
 #include "numeric/analysis.h"
 #include "numeric/random_numbers.h"
 
@@ -21,7 +20,6 @@ constexpr double kNearest = 0.1;             // the far-field amplitude makes no
 constexpr double kGeophoneDamping = 0.6;
 constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow turns round
 constexpr double kRinging = 1.0;        // s; a geophone is at rest again after that
-constexpr int kTablePoints = 600;
 constexpr int kMostSamples = 1 << 24;
 constexpr int kLowNoiseOrder = 8;  // how steeply the low noise ends
 
@@ -121,48 +119,17 @@ SiteSimulator::SiteSimulator(SyntheticSite site) : site_(std::move(site)), fault
 }
 
 void SiteSimulator::MakeTable() {
-  const auto n = static_cast<int>(site_.layers.size());
-  std::vector<double> h(1), Vs(1), rho(1), nu(1);  // element 0 is not used
-  double depth = 0.0;
-  for (const SiteLayer& l : site_.layers) {
-    h.push_back(l.thickness);
-    Vs.push_back(l.Vs);
-    rho.push_back(l.density);
-    nu.push_back(l.nu);
-    if (&l != &site_.layers.back()) depth += l.thickness;
-  }
-  const double longest = n > 1 ? 100.0 * depth : 2.0,
-               shortest = n > 1 ? 0.1 * site_.layers[0].thickness : 1.0;
-  std::vector<double> L(1), c(1);
-  for (int i = 0; i < kTablePoints; ++i) {  // the shortest wavelength, the highest frequency, comes last
-    L.push_back(longest * std::pow(shortest / longest, i / (kTablePoints - 1.0)));
-    c.push_back(0.0);
-  }
-  FS_SASW2D(&n, h.data(), Vs.data(), nullptr, nullptr, rho.data(), nullptr, nu.data(), &kTablePoints,
-            L.data(), c.data());
-  for (int i = 1; i <= kTablePoints; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    const double f = c[at] / L[at];
-    // A mode that leaps is no ground for a record: the wave of a frequency would not be one.
-    if (!(c[at] > 0.0) || (!freq_.empty() && f <= freq_.back())) {
-      fault_ = "The ground of the site has no fundamental mode at all wavelengths.";
-      freq_.clear();
-      vel_.clear();
-      return;
-    }
-    freq_.push_back(f);
-    vel_.push_back(c[at]);
-  }
+  std::vector<PlaneWaveLayer> layers;
+  for (const SiteLayer& l : site_.layers) layers.push_back({l.thickness, l.Vs, l.density, l.nu});
+  table_ = PlaneWaveTable(layers);
+  if (table_.Whole()) return;
+  // A mode that leaps is no ground for a record: the wave of a frequency would not be one.
+  fault_ = "The ground of the site has no fundamental mode at all wavelengths.";
+  table_ = {};
 }
 
 double SiteSimulator::PhaseVelocity(double frequency) const {
-  if (freq_.empty()) return 0.0;
-  const auto above = std::lower_bound(freq_.begin(), freq_.end(), frequency);
-  if (above == freq_.begin()) return vel_.front();
-  if (above == freq_.end()) return vel_.back();
-  const auto i = static_cast<std::size_t>(above - freq_.begin());
-  const double share = (frequency - freq_[i - 1]) / (freq_[i] - freq_[i - 1]);
-  return vel_[i - 1] + share * (vel_[i] - vel_[i - 1]);
+  return table_.Velocity(frequency);
 }
 
 std::string SiteSimulator::Fault(const SiteRecording& recording) const {
@@ -182,8 +149,7 @@ SiteRecord SiteSimulator::Record(const SiteRecording& recording, int blow) const
   if (!Fault(recording).empty()) return {};
   double farthest = 0.0;
   for (double x : recording.receivers) farthest = std::max(farthest, std::fabs(x - recording.source));
-  const double slowest = *std::min_element(vel_.begin(), vel_.end());
-  const int n = TransformLength(recording, 2.0 * farthest / slowest + kRinging);
+  const int n = TransformLength(recording, 2.0 * farthest / table_.Slowest() + kRinging);
   const double df = 1.0 / (n * recording.deltaT);
   const auto half = static_cast<std::size_t>(n / 2);
 

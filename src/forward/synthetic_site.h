@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "forward/plane_wave_table.h"
+
 namespace sondera {
 
 struct SiteLayer {
@@ -77,8 +79,8 @@ class SiteSimulator {
 
   SyntheticSite site_;
   std::string fault_;
-  std::vector<double> freq_, vel_;  // ascending frequencies and their phase velocities
-  double scale_ = 1.0;              // makes the peak at 10 m 1
+  PlaneWaveTable table_;
+  double scale_ = 1.0;  // makes the peak at 10 m 1
 };
 
 }  // namespace sondera
