@@ -9,7 +9,7 @@ namespace sondera {
 void ClearAllMemories();
 
 /// Asks whether to save the project, and does. The last step of a process that has to end
-/// (runtime/process_end.h).
+/// (numeric/process_end.h).
 void OfferSave();
 
 /// Ends the program without a question; status becomes the result of RunUserInterface.

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "numeric/process_end.h"
 #include "numeric/svd.h"
 #include "run/system_state.h"
-#include "runtime/process_end.h"
 
 namespace sondera {
 namespace {

@@ -4,7 +4,6 @@
 #include <cstdlib>
 
 #include "numeric/nrerror.h"
-#include "runtime/dialogs.h"
 
 namespace sondera {
 
@@ -23,7 +22,7 @@ void dmMatrixFree(dmMatrix m) {
 
 void* MallocOrDie(std::size_t bytes) {
   void* block = std::malloc(bytes);
-  if (block == nullptr) MessagePopup(kKernelPopupTitle, "MallocOrDie: out of memory\n");
+  if (block == nullptr) ShowKernelPopup("MallocOrDie: out of memory\n");
   return block;
 }
 

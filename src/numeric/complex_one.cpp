@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "runtime/process_end.h"
+#include "numeric/process_end.h"
 
 namespace sondera {
 

@@ -1,12 +1,25 @@
-// nrerror.cpp - the pop-up of the numerical kernels.
+// nrerror.cpp - the pop-up of the numerical kernels. Owns who shows it, set once by the program.
 #include "numeric/nrerror.h"
 
-#include "runtime/dialogs.h"
+#include <utility>
 
 namespace sondera {
+namespace {
+
+KernelPopup kernelPopup = nullptr;
+
+}  // namespace
+
+KernelPopup InstallKernelPopup(KernelPopup popup) {
+  return std::exchange(kernelPopup, popup);
+}
+
+void ShowKernelPopup(const char* text) {
+  if (kernelPopup != nullptr) kernelPopup(kKernelPopupTitle, text);
+}
 
 void nrerror([[maybe_unused]] const char* text) {
-  MessagePopup(kKernelPopupTitle, "Numerical run-time error...\n");
+  ShowKernelPopup("Numerical run-time error...\n");
 }
 
 }  // namespace sondera

@@ -14,8 +14,8 @@
 #include "numeric/complex_one.h"
 #include "numeric/nrerror.h"
 #include "numeric/offset_array.h"
+#include "numeric/process_end.h"
 #include "numeric/scratch.h"
-#include "runtime/process_end.h"
 
 namespace sondera {
 

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "numeric/process_end.h"
 #include "plot_ps/flag_page.h"
 #include "plot_ps/moves.h"
 #include "plot_ps/names.h"
@@ -11,7 +12,6 @@
 #include "plot_ps/state.h"
 #include "plot_ps/statement.h"
 #include "runtime/file_driver.h"
-#include "runtime/process_end.h"
 #include "runtime/terminal.h"
 #include "runtime/text_format.h"
 

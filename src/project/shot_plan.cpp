@@ -6,8 +6,8 @@
 #include <cstddef>
 
 #include "project/import_layout.h"
-#include "records/measurement_rules.h"
 #include "project/shot_places.h"
+#include "records/measurement_rules.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

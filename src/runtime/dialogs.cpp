@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "numeric/nrerror.h"
 #include "runtime/changes.h"
 
 namespace sondera {
@@ -18,6 +19,7 @@ DialogState state;
 }  // namespace
 
 FrontEnd InstallFrontEnd(FrontEnd next) {
+  InstallKernelPopup([](const char* title, const char* text) { MessagePopup(title, text); });
   return std::exchange(state.frontEnd, std::move(next));
 }
 

@@ -34,7 +34,8 @@ TEST(ParseCommandLine, ABoardIsChosenWithItsOptions) {
 TEST(RunProgram, AnUnknownBoardEndsItInOneSentence) {
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(RunProgram({"sondera", "--batch", "--board=simm"}), 1);
-  EXPECT_EQ(::testing::internal::GetCapturedStderr().find("sondera: There is no board driver \"simm\"; "), 0u);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr().find("sondera: There is no board driver \"simm\"; "),
+            0u);
 }
 
 TEST(RunProgram, ListOfBoardsIsPrinted) {

@@ -1,5 +1,5 @@
 // Tests of the end of the process from inside a routine: the last step comes first, once.
-#include "runtime/process_end.h"
+#include "numeric/process_end.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // process_end.cpp - see process_end.h. Owns the installed step.
-#include "runtime/process_end.h"
+#include "numeric/process_end.h"
 
 #include <cstdlib>
 #include <utility>
