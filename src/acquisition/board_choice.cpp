@@ -1,6 +1,9 @@
 // board_choice.cpp - the table of board drivers.
 #include "acquisition/board_choice.h"
 
+#ifdef SONDERA_HAS_ALSA
+#include "acquisition/alsa_driver.h"
+#endif
 #include "acquisition/daq_driver.h"
 #include "acquisition/process_driver.h"
 #include "acquisition/sim_driver.h"
@@ -30,6 +33,9 @@ constexpr DriverRow kDrivers[] = {
      "     miss=N,overload=N,fail=N]\n",
      InstallSimulatedBoard, SimulatedBoardText},
     {"process", "process:PROGRAM ARGUMENTS\n", InstallProcessBoard, ProcessBoardText},
+#ifdef SONDERA_HAS_ALSA
+    {"alsa", "alsa[:volts=1,channels=N,bits=N,device=hw:CARD]\n", InstallAlsaBoard, AlsaBoardText},
+#endif
 };
 
 }  // namespace
