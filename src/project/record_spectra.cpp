@@ -1,6 +1,7 @@
 // record_spectra.cpp - see record_spectra.h.
 #include "project/record_spectra.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -34,27 +35,34 @@ void DelaySpectrum(ChannelSpectrum& spectrum, double samples) {
 }
 
 void AddRecord(const std::vector<const ChannelSpectrum*>& channels, int length, RawData& sums) {
-  const std::size_t n = static_cast<std::size_t>(length);
-  const double samples = length;
+  const std::size_t n = static_cast<std::size_t>(length), half = n / 2;
+  // The length is a power of two: its reciprocal and square are exact.
+  const double linear = std::numbers::sqrt2, share = 1.0 / length, power = 2.0;
   for (auto block : kRawBlocks) (sums.*block).resize(n * channels.size(), 0.0);
   const ChannelSpectrum& first = *channels.front();
   for (std::size_t c = 0; c < channels.size(); ++c) {
     const ChannelSpectrum& x = *channels[c];
     const std::size_t at = n * c;
-    for (std::size_t i = 0; i < n; ++i) {
-      sums.timeHist[at + i] = x.time[i];
-      sums.linSpecRe[at + i] += x.re[i] / samples * std::numbers::sqrt2;
-      sums.linSpecIm[at + i] += x.im[i] / samples * std::numbers::sqrt2;
-      sums.powerSpec[at + i] += (x.re[i] * x.re[i] + x.im[i] * x.im[i]) / samples / samples * 2.0;
-      double re = 0.0, im = 0.0;
-      CxMul(x.re[i], x.im[i], first.re[i], -first.im[i], &re, &im);
-      sums.crossSpecRe[at + i] += re / samples / samples * 2.0;
-      sums.crossSpecIm[at + i] += im / samples / samples * 2.0;
+    std::copy(x.time.begin(), x.time.end(), sums.timeHist.begin() + static_cast<std::ptrdiff_t>(at));
+    double *linRe = &sums.linSpecRe[at], *linIm = &sums.linSpecIm[at], *autoPower = &sums.powerSpec[at],
+           *crossRe = &sums.crossSpecRe[at], *crossIm = &sums.crossSpecIm[at];
+    for (std::size_t i = 0; i <= half; ++i) {
+      linRe[i] += x.re[i] * share * linear;
+      linIm[i] += x.im[i] * share * linear;
+      autoPower[i] += (x.re[i] * x.re[i] + x.im[i] * x.im[i]) * share * share * power;
+      crossRe[i] += (x.re[i] * first.re[i] + x.im[i] * first.im[i]) * share * share * power;
+      crossIm[i] += (x.im[i] * first.re[i] - x.re[i] * first.im[i]) * share * share * power;
     }
+    // Real samples: the other half is the conjugate of this one.
+    for (double* even : {linRe, autoPower, crossRe})
+      std::reverse_copy(even + 1, even + half, even + half + 1);
+    for (double* odd : {linIm, crossIm})
+      for (std::size_t i = 1; i < half; ++i) odd[n - i] = -odd[i];
   }
 }
 
 void DivideSums(RawData& sums, int records) {
+  if (records == 1) return;
   for (auto block : kRawBlocks)
     if (block != &RawData::timeHist)
       for (double& v : sums.*block) v /= records;

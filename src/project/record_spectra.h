@@ -24,7 +24,8 @@ ChannelSpectrum SpectrumOf(std::vector<double> samples, int length);
 void DelaySpectrum(ChannelSpectrum& spectrum, double samples);
 
 /// Adds a record to the sums of a measurement: linear X sqrt(2) / N, auto 2 |X|^2 / N^2, cross 2 X conj(X0) /
-/// N^2 with channel 0; the time record replaces the former one. The first record makes the blocks.
+/// N^2 with channel 0; the time record replaces the former one. The first record makes the blocks. length, N, is
+/// a power of two, and all records have it.
 void AddRecord(const std::vector<const ChannelSpectrum*>& channels, int length, RawData& sums);
 
 /// Makes means out of sums.

@@ -7,6 +7,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "runtime/text_format.h"
 
@@ -32,11 +33,14 @@ class Bytes {
   bool holds(std::size_t at, std::size_t count) const { return at <= size() && count <= size() - at; }
   std::string_view part(std::size_t at, std::size_t count) const { return all_.substr(at, count); }
 
+  /// Whether numbers stand in another order than the machine has them.
+  bool isSwapped() const { return big_ != (std::endian::native == std::endian::big); }
+
   template <class Value>
   Value number(std::size_t at) const {
     std::array<char, sizeof(Value)> raw;
     std::copy_n(all_.data() + at, raw.size(), raw.begin());
-    if (big_ != (std::endian::native == std::endian::big)) std::reverse(raw.begin(), raw.end());
+    if (isSwapped()) std::reverse(raw.begin(), raw.end());
     return std::bit_cast<Value>(raw);
   }
   unsigned u8(std::size_t at) const { return number<std::uint8_t>(at); }
@@ -128,8 +132,17 @@ void ReadPacked(const Bytes& bytes, std::size_t at, std::vector<double>& samples
 
 template <class Value>
 void ReadPlain(const Bytes& bytes, std::size_t at, std::vector<double>& samples) {
-  for (std::size_t i = 0; i < samples.size(); ++i)
-    samples[i] = static_cast<double>(bytes.number<Value>(at + i * sizeof(Value)));
+  const std::string_view raw = bytes.part(at, samples.size() * sizeof(Value));
+  if (bytes.isSwapped()) {
+    for (std::size_t i = 0; i < samples.size(); ++i)
+      samples[i] = static_cast<double>(bytes.number<Value>(at + i * sizeof(Value)));
+    return;
+  }
+  for (std::size_t i = 0; i < samples.size(); ++i) {  // without a choice in it, the loop runs in vectors
+    Value value;
+    std::memcpy(&value, raw.data() + i * sizeof(Value), sizeof(Value));
+    samples[i] = static_cast<double>(value);
+  }
 }
 
 void ReadSamples(const Bytes& bytes, std::size_t at, int code, std::vector<double>& samples) {

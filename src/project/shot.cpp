@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
 #include "project/import_layout.h"
 #include "runtime/byte_source.h"
@@ -17,10 +18,30 @@ constexpr double kLargest = 1e140;  // its square times the samples of a record 
 constexpr std::int64_t kMostBytes =
     32 * kMostBlockValues;  // the widest text of one number, and its separator
 
-/// Longest run of the extreme value.
-int RunAt(const std::vector<double>& samples, double extreme) {
+/// Smallest and largest sample, and whether all are finite. Plain loops without an exit run in vectors.
+struct Range {
+  double low = std::numeric_limits<double>::infinity(), high = -std::numeric_limits<double>::infinity();
+  bool finite = true;
+};
+Range RangeOf(const std::vector<double>& samples) {
+  Range r;
+  int bad = 0;
+  for (double v : samples) {
+    r.low = v < r.low ? v : r.low;
+    r.high = v > r.high ? v : r.high;
+    bad += std::fabs(v) <= std::numeric_limits<double>::max() ? 0 : 1;
+  }
+  r.finite = bad == 0;
+  return r;
+}
+
+/// Longest run of a value; 0 where it is too rare for a run that matters.
+int RunAt(const std::vector<double>& samples, double value) {
+  int count = 0;
+  for (double v : samples) count += v == value ? 1 : 0;
+  if (count < kClippedRun) return 0;
   int run = 0, longest = 0;
-  for (double v : samples) longest = std::max(longest, run = v == extreme ? run + 1 : 0);
+  for (double v : samples) longest = std::max(longest, run = v == value ? run + 1 : 0);
   return longest;
 }
 
@@ -28,21 +49,21 @@ int RunAt(const std::vector<double>& samples, double extreme) {
 
 std::string SampleFault(const std::vector<double>& samples) {
   if (samples.empty()) return "has no samples";
-  if (!std::all_of(samples.begin(), samples.end(), [](double v) { return std::isfinite(v); }))
-    return "holds a value that is no finite number";
-  const auto [low, high] = std::minmax_element(samples.begin(), samples.end());
-  if (*low == 0.0 && *high == 0.0) return "is dead: all samples are 0";
-  if (*low == *high) return FormatText("is dead: all samples are %g", *low);
+  const Range range = RangeOf(samples);
+  if (!range.finite) return "holds a value that is no finite number";
+  if (range.low == 0.0 && range.high == 0.0) return "is dead: all samples are 0";
+  if (range.low == range.high) return FormatText("is dead: all samples are %g", range.low);
   // The zeros before a wave of one sign are no limit of the recorder.
-  for (double extreme : {*low, *high})
+  for (double extreme : {range.low, range.high})
     if (const int run = RunAt(samples, extreme); extreme != 0.0 && run >= kClippedRun)
       return FormatText("is clipped: %d samples in a row are at its limit, %g", run, extreme);
   return {};
 }
 
 bool SamplesAreUsable(const std::vector<double>& samples, double scale) {
-  return std::isfinite(scale) && std::all_of(samples.begin(), samples.end(),
-                                             [&](double v) { return std::fabs(v * scale) <= kLargest; });
+  const Range range = RangeOf(samples);
+  return range.finite && std::isfinite(scale) &&
+         std::max(std::fabs(range.low), std::fabs(range.high)) * std::fabs(scale) <= kLargest;
 }
 
 std::string ReadShotBytes(const std::string& path, std::string& bytes) {

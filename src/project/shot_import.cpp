@@ -82,11 +82,10 @@ std::string DifferenceOf(const ShotPlan& first, const ShotPlan& later) {
   return {};
 }
 
-/// Reads a file and holds it against the plan.
-std::string ReadOne(const ShotRequest& request, const ShotPlan& plan, std::size_t index, Shot& shot) {
+/// Reads a file behind the first and holds it against the plan.
+std::string ReadLater(const ShotRequest& request, const ShotPlan& plan, std::size_t index, Shot& shot) {
   const std::string& path = request.files[index];
   if (std::string reason = request.read(path, shot); !reason.empty()) return path + ": " + reason;
-  if (index == 0) return {};
   ShotChoices choices = request.choices;
   if (choices.channels.empty()) {
     const bool given = !choices.at.empty();
@@ -104,31 +103,37 @@ std::string ReadOne(const ShotRequest& request, const ShotPlan& plan, std::size_
   return {};
 }
 
+using Spectra = std::map<int, ChannelSpectrum>;  // by channel
+
 /// Spectra of the channels of a shot that the measurements need.
-std::string AddShot(const ShotRequest& request, const ShotPlan& plan, const Shot& shot, int length,
-                    std::vector<Made>& made) {
-  std::map<int, ChannelSpectrum> spectra;
+std::string SpectraOf(const ShotRequest& request, const ShotPlan& plan, const Shot& shot, int length,
+                      const std::vector<Made>& made, Spectra& spectra) {
+  spectra.clear();
   for (const Made& m : made)
     for (int channel : m.channels) {
       if (spectra.count(channel) != 0) continue;
       const ShotTrace* trace = TraceOfChannel(shot, channel);
       if (!trace || trace->samples.size() < static_cast<std::size_t>(plan.samples))
         return shot.path + FormatText(": channel %d is missing or too short", channel);
-      std::vector<double> volts(trace->samples.begin(), trace->samples.begin() + plan.samples);
+      std::vector<double> volts;
+      volts.reserve(static_cast<std::size_t>(length));
+      volts.assign(trace->samples.begin(), trace->samples.begin() + plan.samples);
       for (double& v : volts) v *= trace->scale;
       ChannelSpectrum& spectrum = spectra[channel];
       spectrum = SpectrumOf(std::move(volts), length);
       if (request.choices.correctSkew) DelaySpectrum(spectrum, trace->skew / plan.interval);
     }
-  for (Made& m : made) {
-    std::vector<const ChannelSpectrum*> channels;
-    for (int channel : m.channels) channels.push_back(&spectra[channel]);
-    AddRecord(channels, length, m.sums);
-  }
   return {};
 }
 
-void Store(const ShotRequest& request, const ShotPlan& plan, Made& made) {
+void Add(const Spectra& spectra, const Made& made, int length, RawData& sums) {
+  std::vector<const ChannelSpectrum*> channels;
+  for (int channel : made.channels) channels.push_back(&spectra.at(channel));
+  AddRecord(channels, length, sums);
+}
+
+/// The records of a measurement: the sums of all shots but the last, to which that one is added in place.
+void Store(const ShotRequest& request, const ShotPlan& plan, const Spectra& last, Made& made) {
   ImportRequest import;
   import.measID = made.id;
   import.nChannels = static_cast<int>(made.channels.size());
@@ -137,9 +142,13 @@ void Store(const ShotRequest& request, const ShotPlan& plan, Made& made) {
   for (int channel : made.channels) import.locations.push_back(ChannelOf(plan, channel).place);
   ImportRecords records;
   BeginImport(import, IfPresent::Overwrite, records);
-  MakeTimeRecords(import, LayoutOf(plan, import.nChannels), records);
+  const TimeLayout layout = LayoutOf(plan, import.nChannels);
+  MakeTimeRecords(import, layout, records);
   records.hw->nAverage = static_cast<int>(request.files.size());
-  for (auto block : kRawBlocks) records.raw->*block = std::move(made.sums.*block);
+  if (request.files.size() > 1)
+    for (auto block : kRawBlocks) records.raw->*block = std::move(made.sums.*block);
+  Add(last, made, layout.samples, *records.raw);
+  DivideSums(*records.raw, static_cast<int>(request.files.size()));
   FinishImport(import, records);
 }
 
@@ -147,40 +156,34 @@ void Report(const std::vector<Finding>& findings) {
   for (const Finding& f : findings) f.kind == FindingKind::Note ? AddNote(f.text) : AddDoubt(f.text);
 }
 
-}  // namespace
-
-std::string PlanShots(const ShotRequest& request, ShotPlan& plan) {
+std::string PlanFirst(const ShotRequest& request, Shot& shot, ShotPlan& plan) {
   if (request.files.empty()) return "there is no file to read";
-  Shot shot;
   std::string reason = request.read(request.files.front(), shot);
   if (reason.empty()) reason = PlanShot(shot, request.choices, plan);
   return reason.empty() ? reason : request.files.front() + ": " + reason;
 }
 
-std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan) {
-  std::vector<std::string> ids;
-  for (const Made& made : MeasurementsOf(request.choices, plan))
-    if (GetKeyFromID(GetCtrlVal(hmsetup::PROJID), made.id) != -1) ids.push_back(made.id);
-  return ids;
-}
-
-std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::vector<std::string>* ids) {
+std::string ImportFrom(const ShotRequest& request, const ShotPlan& plan, Shot shot,
+                       std::vector<std::string>* ids) {
   std::vector<Made> made = MeasurementsOf(request.choices, plan);
   if (made.empty()) return "no pair of the plan is to be used";
   if (const auto there = MeasurementsThatExist(request, plan); !there.empty() && !request.choices.overwrite)
     return "the measurement \"" + there.front() + "\" exists";
   const int length = FullTimeLines(plan.samples);
   std::vector<Finding> findings = plan.findings;
+  Spectra spectra;
   for (std::size_t i = 0; i < request.files.size(); ++i) {
-    Shot shot;
-    std::string reason = ReadOne(request, plan, i, shot);
-    if (reason.empty()) reason = AddShot(request, plan, shot, length, made);
+    std::string reason;
+    if (i > 0) {
+      for (Made& m : made) Add(spectra, m, length, m.sums);
+      reason = ReadLater(request, plan, i, shot);
+    }
+    if (reason.empty()) reason = SpectraOf(request, plan, shot, length, made, spectra);
     if (!reason.empty()) return reason;
     findings.insert(findings.end(), shot.findings.begin(), shot.findings.end());
   }
   for (Made& m : made) {
-    DivideSums(m.sums, static_cast<int>(request.files.size()));
-    Store(request, plan, m);
+    Store(request, plan, spectra, m);
     if (ids) ids->push_back(m.id);
   }
   if (request.choices.pairs) {
@@ -192,10 +195,32 @@ std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::v
   return {};
 }
 
+}  // namespace
+
+std::string PlanShots(const ShotRequest& request, ShotPlan& plan) {
+  Shot shot;
+  return PlanFirst(request, shot, plan);
+}
+
+std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan) {
+  std::vector<std::string> ids;
+  for (const Made& made : MeasurementsOf(request.choices, plan))
+    if (GetKeyFromID(GetCtrlVal(hmsetup::PROJID), made.id) != -1) ids.push_back(made.id);
+  return ids;
+}
+
+std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::vector<std::string>* ids) {
+  Shot first;
+  const std::string reason = request.read(request.files.front(), first);
+  return reason.empty() ? ImportFrom(request, plan, std::move(first), ids)
+                        : request.files.front() + ": " + reason;
+}
+
 std::string ImportShots(const ShotRequest& request, std::vector<std::string>* ids) {
   ShotPlan plan;
-  const std::string reason = PlanShots(request, plan);
-  return reason.empty() ? ImportShots(request, plan, ids) : reason;
+  Shot first;
+  const std::string reason = PlanFirst(request, first, plan);
+  return reason.empty() ? ImportFrom(request, plan, std::move(first), ids) : reason;
 }
 
 }  // namespace sondera
