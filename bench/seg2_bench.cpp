@@ -56,7 +56,7 @@ int main() {
   const double plain = bench::BestMicroseconds([&] { ReadAndTransform(path); }, kBudget);
   std::printf("read the file and transform 24 channels once: %.2f ms\n", plain / 1e3);
   for (const bool pairs : {true, false}) {
-    ShotRequest request{{path}, ReadSeg2Shot, {}};
+    ShotRequest request{"ProjID", {path}, ReadSeg2Shot, {}};
     request.choices.measID = "bench";
     request.choices.pairs = pairs;
     request.choices.overwrite = true;

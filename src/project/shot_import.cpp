@@ -10,7 +10,6 @@
 #include "project/import_record.h"
 #include "project/record_spectra.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -205,7 +204,7 @@ std::string PlanShots(const ShotRequest& request, ShotPlan& plan) {
 std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan) {
   std::vector<std::string> ids;
   for (const Made& made : MeasurementsOf(request.choices, plan))
-    if (GetKeyFromID(GetCtrlVal(hmsetup::PROJID), made.id) != -1) ids.push_back(made.id);
+    if (GetKeyFromID(request.projID, made.id) != -1) ids.push_back(made.id);
   return ids;
 }
 

@@ -20,6 +20,7 @@
 namespace sondera {
 
 struct ShotRequest {
+  std::string projID;              ///< of the project, as the setup panel shows it
   std::vector<std::string> files;  ///< of equal geometry, interval and length
   ReadShot read;
   ShotChoices choices;

@@ -41,6 +41,7 @@ class ShotImport : public ImportTest {
   }
   ShotRequest Request(std::vector<std::string> files, bool pairs = true) {
     ShotRequest request;
+    request.projID = "ProjID";
     request.files = std::move(files);
     request.read = ReadSeg2Shot;
     request.choices.measID = "new";

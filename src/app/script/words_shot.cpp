@@ -8,6 +8,7 @@
 #include "project/shot_columns.h"
 #include "project/shot_import.h"
 #include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/paths.h"
 
 namespace sondera::script {
@@ -29,6 +30,7 @@ std::string WithHint(std::string reason) {
 
 ShotRequest RequestOf(const Arguments& a) {
   ShotRequest request;
+  request.projID = GetCtrlVal(hmsetup::PROJID);
   for (const std::string& file : a.texts("files"))
     request.files.push_back(JoinUnlessAbsolute(CurrentDirectory(), file));
   ShotChoices& choices = request.choices;
