@@ -9,6 +9,7 @@
 
 #include "best_time.h"
 #include "numeric/analysis.h"
+#include "panels/sasw_pair.h"
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"

@@ -92,18 +92,16 @@ const std::set<std::pair<std::string, std::string>> kStillUpward = {
     {"project/import_record.cpp", "panels/trace_selection.h"},
     {"project/legacy_files.cpp", "panels/trace_selection.h"},
     {"project/trace_export.cpp", "panels/trace_selection.h"},
-    {"plot/disp_curv_plot.cpp", "panels/dispcurv.h"},
     {"plot/gabor_plot.cpp", "panels/gaborpnl.h"},
     {"plot/trace_plot.cpp", "panels/sasw_masking.h"},
+    {"plot/trace_plot.cpp", "panels/sasw_pair.h"},
+    {"project/exd_files.cpp", "panels/sasw_pair.h"},
     {"project/import_record.cpp", "panels/hwsetup.h"},
     {"project/legacy_files.cpp", "panels/hwsetup.h"},
     {"project/modeling_section.cpp", "panels/fmodeling_records.h"},
     {"project/project_file.cpp", "panels/fmodeling_records.h"},
     {"project/setup_section.cpp", "panels/hwsetup.h"},
-    {"signal/auto_masking.cpp", "panels/irfsetpnl.h"},
-    {"signal/auto_masking.cpp", "panels/sasw_masking.h"},
-    {"signal/dispersion.cpp", "panels/sasw_masking.h"},
-    {"signal/rep_curves.cpp", "panels/dispcurv.h"}};
+    {"project/trace_export.cpp", "panels/sasw_pair.h"}};
 
 TEST(Architecture, NoIncludeRunsBackUp) {
   for (const auto& [path, file] : Sources()) {

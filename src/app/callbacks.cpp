@@ -15,8 +15,12 @@
 #include "panels/inversion.h"
 #include "panels/irfsetpnl.h"
 #include "panels/loadtxdata.h"
+#include "panels/meassetup.h"
 #include "panels/one_click.h"
+#include "panels/sasw_auto_masking.h"
+#include "panels/sasw_dispersion.h"
 #include "panels/sasw_masking.h"
+#include "panels/sasw_phases.h"
 #include "panels/traces.h"
 #include "panels/window_modes.h"
 #include "plot/disp_curv_plot.h"
@@ -47,10 +51,6 @@
 #include "runtime/catalogue/sasw.h"
 #include "runtime/controls.h"
 #include "runtime/redraw.h"
-#include "signal/auto_masking.h"
-#include "signal/dispersion.h"
-#include "signal/irf.h"
-#include "signal/phase_unwrap.h"
 #include "signal/rep_curve_files.h"
 
 namespace sondera {

@@ -6,6 +6,8 @@
 #include "app/shutdown.h"
 #include "numeric/process_end.h"
 #include "panels/hwsetup.h"
+#include "panels/irfsetpnl.h"
+#include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
@@ -20,7 +22,6 @@
 #include "runtime/findings.h"
 #include "runtime/graphs.h"
 #include "runtime/written_files.h"
-#include "signal/irf.h"
 #include "signal/rep_curves.h"
 #include "signal/signal_state.h"
 
@@ -78,6 +79,7 @@ void StartSession() {
   ResetGraphs();
   ResetSession();
   ResetSignalState();
+  ResetPanelsState();
   InstallCallbacks();
   InstallLastStep(OfferSave);
   FindDevices();

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"

@@ -1,27 +1,13 @@
-// dispcurv.h - the DISPCURV page: labels of curves, the lists of included and excluded curves,
-// colours and markers, and the events of its graph.
+// dispcurv.h - the DISPCURV page: the lists of included and excluded curves, colours and markers, and the events
+// of its graph.
 //
 // A curve takes part in the averages when its pair's `included` is 1. Buttons and lists change that flag and
 // move the label from list to list; the graph follows at the next redraw.
 #pragma once
 
-#include <string>
-
-#include "records/measdb.h"
 #include "runtime/controls.h"
 
 namespace sondera {
-
-/// "id[1:2]" with channels (from 0) counted from 1; "CSW-id[1:2]" for continuous surface waves.
-std::string DispCurveLabel(const std::string& measID, long long refChan, long long dspChan, bool csw = false);
-
-/// Takes such a label apart; channels count from 0. The id is the text before the last bracket. Kept: an id
-/// that begins with "CSW" loses its first four characters, also where they are its own. -1, with the results
-/// left alone, without a bracket or without two numbers behind it.
-int RetrieveChnlInfo(const std::string& label, int& chan1, int& chan2, std::string& measID);
-
-/// Pair that a label of the current project stands for; null when there is none.
-PMeasInfo* PairOfLabel(const std::string& label);
 
 /// Buttons INCLUDE and EXCLUDE: set `included` of the selected curve to 1 or 0 and move its label to the
 /// other list. Without a redraw. -1 with an empty list or a label that stands for no pair.

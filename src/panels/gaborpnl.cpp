@@ -1,17 +1,17 @@
-// gaborpnl.cpp - shows and takes the settings of the Gabor maps. See gabor_panel.h.
+// gaborpnl.cpp - shows and takes the settings of the Gabor maps. See gaborpnl.h.
 #include "panels/gaborpnl.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
-#include "signal/gabor.h"
 #include "signal/irf.h"
 
 namespace sondera {

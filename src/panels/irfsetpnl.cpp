@@ -1,9 +1,10 @@
-// irfsetpnl.cpp - shows and takes the windows of the impulse response filtration. See irf_panel.h.
+// irfsetpnl.cpp - shows and takes the windows of the impulse response filtration. See irfsetpnl.h.
 #include "panels/irfsetpnl.h"
 
 #include <cmath>
 #include <string>
 
+#include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -14,9 +15,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
-#include "signal/gabor.h"
 #include "signal/irf.h"
-#include "signal/spectra.h"
 
 namespace sondera {
 namespace {
@@ -292,6 +291,10 @@ int CloseIRFCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit && event != Event::Close) return 0;
   HidePanel(panel == Panel::IRFSETPNL ? Panel::IRFSETPNL : Panel::IRFSETPNL2);
   return 0;
+}
+
+double GetIRFVEL(int n, int set) {
+  return DefaultIRFVelocity(n, set, {GetCtrlVal(irfsetpnl::IRFMODE), GetCtrlVal(irfsetpnl::SITECAT)});
 }
 
 void SetupSiteCategory() {

@@ -43,6 +43,17 @@ int UpdateIrfParamCallback(Panel panel, ControlId control, Event event, long dat
 /// then turns the panel to low-pass and geotechnical. The record waits for Apply or OK.
 int DefaultIRFparmCallback(Panel panel, ControlId control, Event event, long data);
 
+/// Default pseudo velocity of the panel, m/s, by IRFMODE and SITECAT as they stand there.
+/// @param n    1 to 4
+/// @param set  0 enhanced, 1 backbone
+/// Any other combination gives 0.
+double GetIRFVEL(int n, int set);
+
+/// Takes the site category of SITECAT: session velocities, all window times of the pair on display, and the
+/// panel. The callback does this on commit.
+void SetupSiteCategory();
+int SetupSiteCatCallback(Panel panel, ControlId control, Event event, long data);
+
 /// IRFMODE: stores it in the pair.
 int IRFmodeCallback(Panel panel, ControlId control, Event event, long data);
 

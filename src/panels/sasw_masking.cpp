@@ -1,4 +1,4 @@
-// sasw_masking.cpp - see masking_panel.h. The switches and marker counts are in the display records of the
+// sasw_masking.cpp - see sasw_masking.h. The switches and marker counts are in the display records of the
 // session. Odd on purpose: the two frequency fields find their point on the curve in different ways (see
 // there).
 #include "panels/sasw_masking.h"
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
+#include "panels/sasw_mask_list.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
@@ -15,7 +16,6 @@
 #include "runtime/dialogs.h"
 #include "runtime/graphs.h"
 #include "runtime/redraw.h"
-#include "signal/masking.h"
 
 namespace sondera {
 namespace {

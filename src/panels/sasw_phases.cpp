@@ -1,13 +1,14 @@
-// sasw_phases.cpp - the check boxes and the selector of the phase curves. Declared in phase_unwrap.h.
+// sasw_phases.cpp - see sasw_phases.h. Owns no state.
+#include "panels/sasw_phases.h"
+
 #include <array>
 
+#include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/redraw.h"
-#include "signal/phase_unwrap.h"
-#include "signal/signal_state.h"
 
 namespace sondera {
 namespace {
@@ -29,12 +30,12 @@ void TurnOnBox(int curve) {
 }  // namespace
 
 int PhaseOptionCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::LeftClick) signalState.boxesBefore = ReadBoxes();
+  if (event == Event::LeftClick) panelsState.boxesBefore = ReadBoxes();
   if (event != Event::Commit) return 0;
   const PhaseBoxes boxes = ReadBoxes();
   TurnOnBox(GetCtrlVal(sasw::DISPCURV_OPTION));
   if (!boxes.original && !boxes.enhanced && !boxes.backbone) {
-    const PhaseBoxes& before = signalState.boxesBefore;
+    const PhaseBoxes& before = panelsState.boxesBefore;
     TurnOnBox(before.original ? 0 : before.enhanced ? 1 : 2);
   }
   DoPlotting(kMaskingPage);

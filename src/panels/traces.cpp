@@ -1,9 +1,8 @@
-// traces.cpp - trace selection. Owns the selection remembered at focus in.
+// traces.cpp - trace selection. The selection at focus in is in panels_state.h.
 #include "panels/traces.h"
 
-#include <map>
-
 #include "panels/irfsetpnl.h"
+#include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
@@ -13,16 +12,13 @@
 namespace sondera {
 namespace {
 
-constexpr long kRefreshOnly = 0x7AB;  // event data that keeps the filter dialog from being shown
-
-std::map<ControlId, int> indexAtFocus;
-
 int PageOf(Panel panel) {
   return panel == Panel::SASW ? 1 : 0;
 }
 
 /// Common course of all selection callbacks.
 int SelectOnTrace(Panel panel, ControlId control, Event event) {
+  std::map<ControlId, int>& indexAtFocus = panelsState.indexAtFocus;
   if (event == Event::GotFocus) indexAtFocus[control] = items::Index(*control);
   if (event != Event::Commit) return 0;
   TraceIDSetup(panel);
@@ -32,7 +28,7 @@ int SelectOnTrace(Panel panel, ControlId control, Event event) {
     if (former != indexAtFocus.end()) items::SetIndex(*control, former->second);
   }
   indexAtFocus[control] = items::Index(*control);
-  CalcIRFCallback(panel, control, Event::Commit, kRefreshOnly);
+  CalcIRFCallback(panel, control, Event::Commit, kKeepIRFPanelHidden);
   return result;
 }
 

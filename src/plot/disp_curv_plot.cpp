@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
-#include "panels/dispcurv.h"
+#include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
 #include "records/session.h"

@@ -7,6 +7,7 @@
 
 #include "numeric/scale_arithmetic.h"
 #include "panels/sasw_masking.h"
+#include "panels/sasw_pair.h"
 #include "plot/gabor_plot.h"
 #include "records/measdb.h"
 #include "records/selection.h"

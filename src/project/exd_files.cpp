@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "panels/sasw_pair.h"
 #include "project/import_record.h"
 #include "project/section_io.h"
 #include "project/text_helpers.h"
@@ -17,7 +18,6 @@
 #include "runtime/events.h"
 #include "runtime/files.h"
 #include "runtime/redraw.h"
-#include "signal/spectra.h"
 
 namespace sondera {
 namespace {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
 #include "project/section_io.h"
 #include "project/text_helpers.h"

@@ -13,6 +13,8 @@ class Listener {
   virtual ~Listener() = default;
   virtual void Status(const std::string& text) { (void)text; }   ///< what is done now
   virtual void Process(const std::string& text) { (void)text; }  ///< the step within it
+  /// A stretch of work in which nothing answers begins or ends: a wait cursor.
+  virtual void Busy(bool on) { (void)on; }
   /// Share of the work that is done, 0 to 1.
   virtual void Done(double share) { (void)share; }
   /// Lets events in. True: end now, keep what is finished.

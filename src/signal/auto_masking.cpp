@@ -6,28 +6,20 @@
 #include <limits>
 
 #include "numeric/scale_arithmetic.h"
-#include "panels/irfsetpnl.h"
-#include "panels/sasw_masking.h"
-#include "records/selection.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
-#include "runtime/redraw.h"
-#include "signal/gabor.h"
 #include "signal/irf.h"
 #include "signal/line_masks.h"
-#include "signal/spectra.h"
+#include "signal/pair_data.h"
 #include "signal/wave_groups.h"
 #include "signal/window_tuning.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;
 constexpr double kHalfCircle = 180.0, kCycle = 360.0;  // degrees
 /// New time ranges per press. Two or three do in practice: a range that is too short doubles, one that is too
 /// long shrinks to three times the group. A map may answer each new range by the opposite wish, without end.
 constexpr int kMostRanges = 16;
+constexpr const char* kBadMap = "The Gabor spectrum has no range or no divisions. Please check its setup.";
 
 /// A map that the automatic masks can read: two points or more on each axis, ends in order or not yet set.
 bool MapIsUsable(const PMeasInfo& pair) {
@@ -39,17 +31,12 @@ bool MapIsUsable(const PMeasInfo& pair) {
   return inOrder(pair.initTime, pair.finalTime) && inOrder(pair.initFreq, pair.finalFreq);
 }
 
-int RefuseMap() {
-  MessagePopup(session.appTitle, "The Gabor spectrum has no range or no divisions. Please check its setup.");
-  return -1;
-}
-
-/// The pair on display with its windows at the velocities of the site; made when there is none.
-bool StartPair(CurrentPair& current) {
-  if (current.pair) return CalcIRF(1, Panel::SASW) == 0;
-  SetupPMeasDataNode(current.records.projID, current.records.measID, current.refChan, current.dspChan,
-                     *current.records.hwSetup, current.pair);
-  return current.pair && CalcIRF(0, Panel::SASW) == 0;
+/// The pair with its windows at the velocities of the site; its record is made when there is none.
+bool StartPair(CurrentPair& current, int phaseOption) {
+  if (current.pair) return CalcIRF(1, current) == 0;
+  current.pair = MakePairRecord(current.records.projID, current.records.measID, current.refChan,
+                                current.dspChan, *current.records.hwSetup, phaseOption);
+  return current.pair && CalcIRF(0, current) == 0;
 }
 
 struct MapSteps {
@@ -73,44 +60,62 @@ WaveGroups ReplaceMasks(const CurrentPair& current, double spacing, const MapSte
   return groups;
 }
 
-int MaskPair(int rangesLeft) {
-  CurrentPair current = FindCurrentPair(Panel::SASW);
-  if (!current.complete()) return -1;
-  if (current.pair && !MapIsUsable(*current.pair)) return RefuseMap();
+/// Masks and windows over the time range that the map has. wantedTime: a better end of that range, 0 for none.
+Refusal MaskOverRange(const AutoMaskRequest& request, Listener& listener, double& wantedTime) {
+  CurrentPair current = request.find();
+  if (!current.complete()) return Refusal::WithoutReason();
+  if (current.pair && !MapIsUsable(*current.pair)) return kBadMap;
   IrfGeometry geometry;
-  if (!StartPair(current) || !GetIrfGeometry(current, geometry)) return -1;
+  if (!StartPair(current, request.phaseOption) || !GetIrfGeometry(current, geometry))
+    return Refusal::WithoutReason();
   const double spacing = std::fabs(geometry.spacing);
-  SetWaitCursor(true);
-  CalcGaborMaps(Panel::SASW);
-  SetWaitCursor(false);
-  current = FindCurrentPair(Panel::SASW);  // events were handled
-  if (!current.complete() || !current.pair) return -1;
-  if (!MapIsUsable(*current.pair)) return RefuseMap();  // a measurement without an analysis band
+
+  CalcGaborMaps(request.find, listener);
+  current = request.find();  // events were handled
+  if (!current.complete() || !current.pair) return Refusal::WithoutReason();
+  if (!MapIsUsable(*current.pair)) return kBadMap;  // a measurement without an analysis band
+
   PMeasInfo& pair = *current.pair;
   const MapSteps step = {MapStep(pair.initFreq, pair.finalFreq, pair.freqDiv),
                          MapStep(pair.initTime, pair.finalTime, pair.timeDiv)};
   WaveGroups groups = ReplaceMasks(current, spacing, step);
   const StrongestGroup group = TakeStrongestGroup(groups, pair.freqDiv, pair.timeDiv);
   TuneWindows(group, spacing, step.column, groups.extremes.count > 0, pair);
-  const double finalTime = BetterFinalTime(group, pair.cntThreshold, step.column, pair.finalTime,
-                                           current.records.hwSetup->timeLength);
-  if (finalTime > 0.0 && rangesLeft > 0 &&
-      ConfirmPopup(session.appTitle, "Need to recalculate Gabor spectrum. Allow to do it ?")) {
-    pair.finalTime = finalTime;  // all maps are made again by what follows
-    MaskPair(rangesLeft - 1);
-    current = FindCurrentPair(Panel::SASW);
-    if (!current.pair) return -1;
-  }
-  CalcIRF(0, Panel::SASW);
+  wantedTime = BetterFinalTime(group, pair.cntThreshold, step.column, pair.finalTime,
+                               current.records.hwSetup->timeLength);
+  return {};
+}
+
+/// Phases with the new masks, then the numbers of the masks from the backbone phase. False for a pair that was
+/// taken away meanwhile.
+bool NumberMasks(const PairFinder& find) {
+  const CurrentPair current = find();
+  if (!current.pair) return false;
+  CalcIRF(0, current);
   UpdateJumpNo(*current.pair);
-  DoPlotting(kMaskingPage);
-  return 0;
+  return true;
 }
 
 }  // namespace
 
-int AutoMasking() {
-  return MaskPair(kMostRanges);
+AutoMaskResult MaskPair(const AutoMaskRequest& request, Listener& listener) {
+  AutoMaskResult result;
+  int completed = 0;  // ranges
+  for (int rangesLeft = kMostRanges;; --rangesLeft) {
+    double wantedTime = 0.0;
+    result.refusal = MaskOverRange(request, listener, wantedTime);
+    if (result.refusal) break;
+    ++completed;
+    if (!(wantedTime > 0.0) || rangesLeft == 0) break;
+    if (!request.allowNewRange || !request.allowNewRange()) break;
+    if (PMeasInfo* pair = request.find().pair) pair->finalTime = wantedTime;  // all maps are made again
+  }
+  if (completed == 0) return result;  // the masks are as they were
+  result.masked = NumberMasks(request.find);
+  // Kept: after a new range the phases are unwrapped again, now with the numbers in the masks.
+  if (result.masked && completed > 1) result.masked = NumberMasks(request.find);
+  if (!result.masked && !result.refusal) result.refusal = Refusal::WithoutReason();
+  return result;
 }
 
 void UpdateJumpNo(const PMeasInfo& pair) {
@@ -123,14 +128,6 @@ void UpdateJumpNo(const PMeasInfo& pair) {
     const int below = TruncToInt((p - kHalfCircle) / kCycle);
     mask.jumpNo = p >= kHalfCircle ? std::min(below, std::numeric_limits<int>::max() - 1) + 1 : 0;
   }
-}
-
-int MaskingAutoCallback(Panel panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  if (RefuseWindowB(panel)) return -1;
-  const int result = AutoMasking();
-  RefreshIRFwindow(Panel::SASW);
-  return result;
 }
 
 }  // namespace sondera

@@ -7,11 +7,11 @@
 // (near field).
 //
 // The curve is kept in the pair's record and holds until the next calculation for that pair; it does not
-// follow later changes of masks or windows. The DISPCURV page is served by dispersion_panel.h, its drawing by
-// plot/.
+// follow later changes of masks or windows. panels/sasw_dispersion.h has the button and the menu entry. No state.
 #pragma once
 
-#include "runtime/controls.h"
+#include "records/selection.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -35,24 +35,25 @@ struct CurveLines {
 /// Returns the number of points.
 int CalcDispersionPoints(const CurveLines& in, double* vel, double* freq, double* wlen);
 
-/// Button MASKINGCALCDISP: computes the curve of the current pair (FindCurrentPair(Panel::SASW)) up to the
-/// end of the analysis band, with alphaWlen from HYX_WLENFILTER and the phase of DISPCURV_OPTION, which
-/// become those of the session and the pair. The pair's spectra and phases are brought up to date first; a
-/// missing record is made. Ends with DispCurvPlot(1). A curve without a point is excluded, any other
-/// included. -1 on window B, without a measurement, for one whose sampling or places break the rules
-/// (MeasurementFault), or when source or receivers stand at the same place, with a message (none without a
-/// measurement).
-int MaskingCalcDispCallback(Panel panel, ControlId control, Event event, long data);
+/// Says why no curve is made from a measurement whose sampling or places break the rules (MeasurementFault).
+Refusal CheckMeasurementOfCurve(const MeasRecords& records);
 
-/// Menu "Calculate": the same with six differences that callers count on. Without a measurement nothing
-/// happens; no test of the window and none of the distances; alphaWlen and phase are those last used; all
-/// lines take part, and line i is at startFreq + i * deltaF.
-int MaskingCalcDispMenuCallback(Panel panel, ControlId control, Event event, long data);
+/// Distances of a pair, length units; both 0 when a channel has no location.
+struct PairDistances {
+  double srcToR1 = 0.0;  ///< of source and reference receiver
+  double spacing = 0.0;  ///< of the receivers
+};
+PairDistances DistancesOf(const CurrentPair& current);
 
-/// HYX_WLENFILTER on commit: the criterion of the session and of the text import.
-int UpdateWLenFilterCallback(Panel panel, ControlId control, Event event, long data);
+/// Which lines of a pair make its curve. Line i is at firstFreq + i * deltaF.
+struct CurveRange {
+  double firstFreq = 0.0;  ///< Hz
+  int maxLine = 0;         ///< the last one
+};
 
-/// RSPACING: shows the field of the spacing (1) or the controls of single locations.
-int RSpacingOptionCallback(Panel panel, ControlId control, Event event, long data);
+/// Computes the curve of the pair, by the phase of its phaseOption and the criterion of the session, and keeps
+/// it in the record. A curve without a point is excluded, any other included. A record that begins above 0 Hz
+/// without a mask that gives the cycles below leaves a doubt (AddDoubt).
+void MakeDispersionCurve(PMeasInfo& pair, const CurrentPair& current, const CurveRange& range);
 
 }  // namespace sondera

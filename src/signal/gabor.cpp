@@ -9,7 +9,6 @@
 
 #include "numeric/scale_arithmetic.h"
 #include "records/session.h"
-#include "runtime/events.h"
 #include "signal/irf.h"
 
 namespace sondera {
@@ -28,9 +27,9 @@ struct MapSource {
   IrfGeometry geometry;
 };
 
-/// Pair and records behind a page; false when something is missing or has not enough lines.
-bool FindSource(Panel panel, MapSource& source) {
-  const CurrentPair current = FindCurrentPair(panel);
+/// Pair and records of a map; false when something is missing or has not enough lines.
+bool FindSource(const PairFinder& find, MapSource& source) {
+  const CurrentPair current = find();
   if (!current.pair || !GetIrfGeometry(current, source.geometry)) return false;
   source.pair = current.pair;
   source.hw = current.records.hwSetup;
@@ -84,7 +83,7 @@ void TransformBand(const double* filter, const double* re, const double* im, int
   CxInvFFTEx(work.spectrum.data(), work.signal.data(), work.table);
 }
 
-/// Signal and quadrature of one sample; both 0 where one is a not-a-number.
+/// Signal and quadrature of one sample; both 0 where one is NaN.
 dcomplex AnalyticPair(const dcomplex& z, double halfN) {
   if (std::isnan(z.re) || std::isnan(z.im)) return {0.0, 0.0};
   return {halfN * z.re, halfN * z.im};
@@ -131,32 +130,32 @@ EnvelopeWork::EnvelopeWork(int N)
       spectrum(static_cast<std::size_t>(std::max(N, 0))),
       signal(static_cast<std::size_t>(std::max(N, 0))) {}
 
-void CalcGabor(Panel panel) {
+void CalcGabor(const PairFinder& find, Listener& listener) {
   MapSource source;
-  if (!FindSource(panel, source)) return;
+  if (!FindSource(find, source)) return;
   SettleRange(source);
   if (source.pair->timeDiv <= 0 || source.pair->freqDiv <= 0) return;
-  SetWaitCursor(true);
+  listener.Busy(true);
   const PMeasInfo* before = source.pair;
-  ProcessSystemEvents();
+  listener.Poll();
   // What was pressed meanwhile may have taken the pair away, or changed its lines.
-  if (FindSource(panel, source) && source.pair == before) {
+  if (FindSource(find, source) && source.pair == before) {
     const int N = FullTimeLines(2 * source.hw->nLines);
     EnvelopeWork work(N);
     FillMap(source, N, work);
   }
-  SetWaitCursor(false);
+  listener.Busy(false);
 }
 
-void CalcGaborMaps(Panel panel) {
-  const CurrentPair current = FindCurrentPair(panel);
+void CalcGaborMaps(const PairFinder& find, Listener& listener) {
+  const CurrentPair current = find();
   if (!current.pair) return;
   // By its identity, since events are handled in between.
   const auto pair = [&] { return FindPair(current.key, current.refChan, current.dspChan); };
   const int option = current.pair->phaseOption;
   for (int k = 0; k <= 2 && pair(); ++k) {
     pair()->phaseOption = k;
-    CalcGabor(panel);
+    CalcGabor(find, listener);
   }
   if (pair()) pair()->phaseOption = option;
 }

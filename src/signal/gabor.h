@@ -11,19 +11,26 @@
 // and Landisman, 1969.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "numeric/analysis.h"
 #include "numeric/dcomplex.h"
-#include "runtime/controls.h"
+#include "records/selection.h"
+#include "runtime/listener.h"
 
 namespace sondera {
 
 /// What a cell without energy holds, dB. Scaling takes such cells for the smallest value of the map.
 inline constexpr double kNoEnergy = -100000.0;
 
+/// Finds the pair that a computation works on. It is asked again after each poll, since what is pressed then
+/// may take the pair away.
+using PairFinder = std::function<CurrentPair()>;
+
 /// Fills the map that phaseOption of the pair names (0 original, 1 enhanced, 2 backbone).
-/// @param panel  SASW: the pair on display (LookupID); another page: measurement and channels last selected
+/// @param find      the pair; panels/sasw_pair.h has the form for the pair that a page shows
+/// @param listener  polled once, before the rows, and told of the stretch in which nothing answers
 /// Rows from initFreq to finalFreq (Hz), columns from initTime to finalTime (s), freqDiv and timeDiv of
 /// them; divisions above 50 become 50. A finalTime of exactly 0 means "not set": then all four ends are made
 /// from the absolute spacing, the session's smV[4] in plain length units, and the analysis band. A column
@@ -32,10 +39,10 @@ inline constexpr double kNoEnergy = -100000.0;
 /// twice the number of lines up to a power of two; no allocation per row.
 /// Kept: a number of lines that is not a power of two puts the rows of the filter on the frequencies of the
 /// longer record.
-void CalcGabor(Panel panel);
+void CalcGabor(const PairFinder& find, Listener& listener);
 
 /// The three maps of the same pair, one after the other; phaseOption is left as it was.
-void CalcGaborMaps(Panel panel);
+void CalcGaborMaps(const PairFinder& find, Listener& listener);
 
 /// Gauss band-pass about f over the lines of a transform of N points.
 /// @param[in]  f       centre, Hz
@@ -45,7 +52,7 @@ void CalcGaborMaps(Panel panel);
 /// @param[out] out     0..N-1; 0 outside f +- half-width
 /// @param[in]  mode    0: the half-width is (f2 - f1) / 2 * log10((1 + band) / (1 - band)) / log10(f2 / f1),
 ///                     the same for all rows; otherwise f * band
-/// A band of 1 passes everything; above 1, and for a not-a-number, the logarithm is undefined and the filter
+/// A band of 1 passes everything; above 1, and for NaN, the logarithm is undefined and the filter
 /// is 0 throughout, as it is for a band below 0.
 void GaussFilter(double f, double band, double beta, double f1, double f2, double deltaT, int N, double* out,
                  int mode);
@@ -64,7 +71,7 @@ struct EnvelopeWork {
 /// @param[in]  filter, re, im  0..N/2-1; line 0 plays no part
 /// @param[in]  N       even; that of work
 /// @param[out] cxEnv   signal and quadrature, 0..N-1; may be null
-/// @param[out] env     0..N-1; 0 where either is a not-a-number
+/// @param[out] env     0..N-1; 0 where either is NaN
 void CalcEnvelope(const double* filter, const double* re, const double* im, int N, EnvelopeWork& work,
                   dcomplex* cxEnv, double* env);
 

@@ -9,7 +9,6 @@
 #include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
 #include "records/session.h"
-#include "runtime/catalogue/irfsetpnl.h"
 #include "signal/phase_unwrap.h"
 #include "signal/signal_state.h"
 #include "signal/spectra.h"
@@ -107,8 +106,7 @@ void MakeIrfWindow(int mode, const WindowFour& times, double deltaT, int count, 
   FillTaper(t1, t2, bandPass, count, window);
 }
 
-int CalcIRF(int reset, Panel panel) {
-  const CurrentPair current = FindCurrentPair(panel);
+int CalcIRF(int reset, const CurrentPair& current) {
   IrfGeometry geometry;
   if (!current.pair || !GetIrfGeometry(current, geometry)) return -1;
   PMeasInfo& pair = *current.pair;
@@ -130,7 +128,8 @@ int CalcIRF(int reset, Panel panel) {
   FilterResponse(
       pair, window, count,
       {pair.enIrRe.data(), pair.enIrIm.data(), pair.enRe.data(), pair.enIm.data(), pair.enAmp.data()});
-  const std::vector<CycleMask> masks = CycleMasksFor(panel, n, 0.0, hw.deltaF);
+  const std::vector<CycleMask> masks =
+      CycleMasksOf(current.key, current.refChan, current.dspChan, n, 0.0, hw.deltaF);
   UnWrapLines(n, pair.hRe.data(), pair.hIm.data(), masks, pair.hPhase.data(), pair.phaseOrig.data(),
               pair.maskFlag.data());
   UnWrap_BackBone(n, pair.bbRe.data(), pair.bbIm.data(), pair.bbPhase.data(), pair.phaseBB.data());
@@ -139,7 +138,7 @@ int CalcIRF(int reset, Panel panel) {
   return 0;
 }
 
-double GetIRFVEL(int n, int set) {
+double DefaultIRFVelocity(int n, int set, const IrfDefaults& settings) {
   struct Row {
     double enhanced[4], backbone[4];
   };
@@ -150,7 +149,7 @@ double GetIRFVEL(int n, int set) {
       {{{15, 7.5, 5, 2.5}, {350, 250, 10, 5}},               // low-pass
        {{500, 250, 10, 5}, {1000, 500, 20, 10}},
        {{500, 250, 100, 5}, {1000, 500, 20, 10}}}};
-  const int mode = GetCtrlVal(irfsetpnl::IRFMODE), site = GetCtrlVal(irfsetpnl::SITECAT);
+  const int mode = settings.irfMode, site = settings.siteCat;
   if (n < 1 || n > 4 || mode < 0 || mode > 1 || site < 0 || site > 2) return 0.0;
   const Row& row = kTable[mode][site];
   if (set == 0) return row.enhanced[n - 1];

@@ -5,6 +5,7 @@
 // delays that a surface wave can have is noise. The backbone window is wide and safe and tells the number of
 // cycles; the enhanced window is tighter and gives the curve that is used where it is trusted. CalcIRF is the
 // one routine that brings a pair up to date: whatever changes a mask, a window or a spectrum ends with it.
+// panels/sasw_pair.h has its form for the pair that a page shows.
 //
 // Window times T1 <= T2 <= T3 <= T4 are kept per pair, in seconds, from 1 to 4 of bbT and enT; a fourth time
 // of 0 means "not set". Pseudo velocities (spacing / delay) are kept per session in m/s (session.bbV,
@@ -15,7 +16,6 @@
 #include <array>
 
 #include "records/selection.h"
-#include "runtime/controls.h"
 
 namespace sondera {
 
@@ -47,27 +47,23 @@ WindowFour TimesFromVelocities(double spacing, const WindowFour& velocity, doubl
 /// @param[out] window  count values
 void MakeIrfWindow(int mode, const WindowFour& times, double deltaT, int count, double* window);
 
-/// Applies both windows of the selected pair, transforms back and unwraps its three curves.
+/// Applies both windows of a pair, transforms back and unwraps its three curves, with the masks of the pair.
 /// @param reset  1 makes all window times from the session's velocities, as times that are not set are anyway
-/// @param panel  SASW: the pair on display (LookupID); another page: project of the setup dialog, measurement
-/// and
-///               channels last selected in the session
 /// At a spacing of 0 both windows become low-pass with T1, T2 = 0.4, 0.45 of the record and T3, T4 at its
 /// end. Only the real part of a windowed response is transformed; bbIrIm and enIrIm are for display. An
-/// impulse response that begins with a not-a-number, as a project file may hold it, is made again. Two
-/// transforms of 2 nLines points. Returns 0; -1, with nothing done, without such a measurement or pair
-/// record.
-int CalcIRF(int reset, Panel panel);
+/// impulse response that begins with NaN, as a project file may hold it, is made again. Two transforms of
+/// 2 nLines points. Returns 0; -1, with nothing done, without such a measurement or pair record.
+int CalcIRF(int reset, const CurrentPair& current);
 
-/// Default pseudo velocity of the panel, m/s, by IRFMODE and SITECAT as they stand there.
+/// Settings of the panel of the filtration that a set of default velocities belongs to.
+struct IrfDefaults {
+  int irfMode = kLowPass;  ///< IRFMODE: kBandPass or kLowPass
+  int siteCat = 0;         ///< SITECAT: 0 geotechnical, 1 concrete, 2 pavement
+};
+/// Default pseudo velocity, m/s.
 /// @param n    1 to 4
 /// @param set  0 enhanced, 1 backbone
-/// Any other combination gives 0.
-double GetIRFVEL(int n, int set);
-
-/// Takes the site category of SITECAT: session velocities, all window times of the pair on display, and the
-/// panel. (In irf_panel.cpp, as is the callback, which does this on commit.)
-void SetupSiteCategory();
-int SetupSiteCatCallback(Panel panel, ControlId control, Event event, long data);
+/// Any other number, mode or category gives 0.
+double DefaultIRFVelocity(int n, int set, const IrfDefaults& settings);
 
 }  // namespace sondera

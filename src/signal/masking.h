@@ -2,16 +2,15 @@
 // phase cycles that have passed there. Lines under a mask leave the dispersion curve, and the unwrapper takes
 // its cycle count from the mask instead of counting through noise.
 //
-// The operations behind the buttons of the masking page, on MeasDB.maskingList. They act on the measurement
-// and pair that FindCurrentPair(Panel::SASW) gives ("the current pair") and read the three fields
-// MASKING_FREQINIT, MASKING_FREQFINAL (Hz) and MASKING_JUMPNO. session.selMask, the mask last picked on the
-// graph, is the handle by which Update and Delete find their target. A refusal shows one message and leaves
-// the list as it was. The buttons themselves, the markers and the drawing are in masking_panel.h.
+// The operations on MeasDB.maskingList. session.selMask, the mask last picked on the graph, is the handle by
+// which update and removal find their target. A refusal leaves the list as it was; it has no reason where the
+// list is empty. panels/sasw_mask_list.h has the forms that work on the pair on display and its fields.
 //
 // A mask takes effect at the next CalcIRF, and on the dispersion curve at the next calculation.
 #pragma once
 
 #include "records/selection.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -23,50 +22,45 @@ inline constexpr int kSameJump = 4;   ///< jumpNo equals that of such a mask
 inline constexpr int kBadRange = 8;   ///< no range, or it touches, overlaps or encloses such a mask
 }  // namespace mask_check
 
-/// Compares a range (Hz) and jump number with the masks of the current measurement and the given pair
-/// (channels from 0). freqFinal is first cut to the upper frequency limit of the display (see
-/// CutFinalFrequency). The range is bad when freqFinal is not above freqInit (both 0 is allowed), when one of
-/// its ends lies in a mask, ends included, or when a mask lies strictly inside it. Returns the bits, 0 when
-/// nothing coincides.
-int CheckMaskingData(int refChan, int dspChan, int jumpNo, double freqInit, double freqFinal);
+/// A mask in the making: the pair (channels from 0) and the three fields of the masking page.
+struct MaskRequest {
+  int key = -1, refChan = 0, dspChan = 0;
+  double freqInit = 0.0, freqFinal = 0.0;  ///< MASKING_FREQINIT, MASKING_FREQFINAL, Hz
+  int jumpNo = 0;                          ///< MASKING_JUMPNO
+};
 
-/// Cuts a final frequency to the upper x limit of graph A of the masking page; a frequency that is cut is
-/// written to MASKING_FREQFINAL as well. A graph without plots, or one that shows time, has no such limit:
-/// then the end of the measurement's analysis band counts.
-double CutFinalFrequency(const CurrentPair& current, double freqFinal);
+/// Compares a range and its jump number with the masks of the pair. The range is bad when freqFinal is not
+/// above freqInit (both 0 is allowed), when one of its ends lies in a mask, ends included, or when a mask lies
+/// strictly inside it. Returns the bits, 0 when nothing coincides.
+int CheckMaskingData(const MaskRequest& mask);
 
-/// Appends a mask of the current measurement. Line indices come from the frequencies cut to whole hertz.
-/// Returns 0; 1 when the range is refused, or without a measurement.
-int NewMask(int refChan, int dspChan, int jumpNo, double freqInit, double freqFinal);
+/// Appends a mask. Line indices come from the frequencies cut to whole hertz.
+/// @param deltaF  line spacing of the measurement, Hz
+Refusal NewMask(const MaskRequest& mask, double deltaF);
 
-/// Tests the three fields before an update. 1: a frequency is negative or the final one is not above the
-/// initial one. A negative jump number is complained about and yet passes: 0.
-int CheckCurMaskingState();
+/// Writes range and number into the picked mask and into selMask.
+/// @param current     the pair that the picked mask belongs to
+/// @param pickedBits  CheckMaskingData of selMask
+/// Kept: the new range is not tested against other masks and the line indices stay.
+Refusal UpdateMask(const CurrentPair& current, int pickedBits, const MaskRequest& fields);
 
-/// Writes the three fields into the picked mask and into selMask. Kept: the new range is not tested against
-/// other masks and the line indices stay. Returns 0; 1 when the list is empty (without a word) or the mask is
-/// not in it.
-int UpdateMask();
+/// Removes the picked mask. Arguments as above.
+Refusal DeleteMask(const CurrentPair& current, int pickedBits);
 
-/// Removes the picked mask. Returns 0; 1 when the list is empty (without a word) or the mask is not in it.
-int DeleteMask();
-
-/// Removes all masks of the current pair, unless selMask is a range that merely collides with one of its
-/// masks. Kept: returns 1 always.
-int DeleteAllMaskInChannelCombination();
+/// Removes all masks of the pair, unless selMask is a range that merely collides with one of its masks.
+Refusal DeleteAllMaskInChannelCombination(const CurrentPair& current, int pickedBits);
 
 /// Removes masks by their position, of whatever measurement. Kept: the position walks on while the list
-/// shrinks, so every other mask survives. No control calls it. Returns 0; 1 when the list is empty or selMask
-/// is not in it.
-int DeleteAllMask();
+/// shrinks, so every other mask survives. No control calls it.
+Refusal DeleteAllMask(int pickedBits);
 
 /// First mask of the key and pair with freqInit <= freq <= freqFinal. Returns 0 and fills the three results;
 /// 1 when there is none, -1 for an empty list, with the results left alone.
 int GetMaskInform(int key, int refChan, int dspChan, double freq, int& jumpNo, double& freqInit,
                   double& freqFinal);
 
-/// Picks the mask of the current pair at a frequency (Hz) into session.selMask. Returns as GetMaskInform;
-/// without a mask there selMask stays.
-int PickUpMasking(double freq);
+/// Picks the mask of a pair at a frequency (Hz) into session.selMask. Returns as GetMaskInform; without a mask
+/// there selMask stays.
+int PickUpMasking(const CurrentPair& current, double freq);
 
 }  // namespace sondera

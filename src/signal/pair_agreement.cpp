@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "runtime/doubt_limits.h"
 #include "signal/rep_curves.h"

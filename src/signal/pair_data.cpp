@@ -1,10 +1,9 @@
-// pair_data.cpp - makes and refreshes the record of a receiver pair. Declared in spectra.h; apart from
-// spectra.cpp because it ends in the impulse response filtration, which itself stands on the spectra.
+// pair_data.cpp - see pair_data.h. Owns no state.
+#include "signal/pair_data.h"
+
 #include <memory>
 
 #include "records/session.h"
-#include "runtime/catalogue/sasw.h"
-#include "signal/irf.h"
 #include "signal/spectra.h"
 
 namespace sondera {
@@ -27,12 +26,12 @@ bool FillFromAverages(const std::string& projID, const std::string& measID, PMea
 
 }  // namespace
 
-void SetupPMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
-                        const HWSetup& hwSetup, PMeasInfo*& pair) {
+PMeasInfo* MakePairRecord(const std::string& projID, const std::string& measID, int chanA, int chanB,
+                          const HWSetup& hwSetup, int phaseOption) {
   const int key = GetKeyFromID(projID, measID);
   const bool inside = chanA >= 0 && chanB >= 0 && chanA < hwSetup.nChannels && chanB < hwSetup.nChannels;
   const bool hasData = MeasDB.rawDataList.findKey(key) > 0;  // lines without data may be any number
-  if (key == -1 || !inside || !hasData || hwSetup.nLines <= 0) return;
+  if (key == -1 || !inside || !hasData || hwSetup.nLines <= 0) return nullptr;
   auto made = std::make_unique<PMeasInfo>();
   SetupPairMeasArrays(*made, hwSetup.nLines);
   made->key = key;
@@ -41,7 +40,7 @@ void SetupPMeasDataNode(const std::string& projID, const std::string& measID, in
   made->gaborTimeStep = 0.015625;
   made->gaborFreqStep = 0.0625;
   made->irfMode = 0;
-  made->phaseOption = GetCtrlVal(sasw::DISPCURV_OPTION);
+  made->phaseOption = phaseOption;
   made->wlenCrit = 0.25;
   made->included = 1;
   made->marker = kFirstMarker;
@@ -52,16 +51,15 @@ void SetupPMeasDataNode(const std::string& projID, const std::string& measID, in
   made->nContLevel = 10;
   made->cntThreshold = session.gaborThreshold;
   made->finalTime = made->finalFreq = 0.0;
-  if (!FillFromAverages(projID, measID, *made)) return;
-  pair = MeasDB.pMeasList.append(std::move(made));
-  CalcIRF(0, Panel::SASW);
+  if (!FillFromAverages(projID, measID, *made)) return nullptr;
+  return MeasDB.pMeasList.append(std::move(made));
 }
 
-void UpdatePMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
-                         const HWSetup& hwSetup, PMeasInfo* pair) {
-  if (!pair || pair->key != GetKeyFromID(projID, measID)) return;
-  if (pair->refChan != chanA || pair->dspChan != chanB || pair->capacity() < hwSetup.nLines) return;
-  if (FillFromAverages(projID, measID, *pair)) CalcIRF(0, Panel::SASW);
+bool RefreshPairRecord(const std::string& projID, const std::string& measID, int chanA, int chanB,
+                       const HWSetup& hwSetup, PMeasInfo* pair) {
+  if (!pair || pair->key != GetKeyFromID(projID, measID)) return false;
+  if (pair->refChan != chanA || pair->dspChan != chanB || pair->capacity() < hwSetup.nLines) return false;
+  return FillFromAverages(projID, measID, *pair);
 }
 
 }  // namespace sondera

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "records/curve_labels.h"
 #include "runtime/doubt_limits.h"
 #include "signal/rep_curves.h"
 #include "signal/spectra.h"

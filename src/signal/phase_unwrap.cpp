@@ -7,7 +7,6 @@
 #include "numeric/phase_angle.h"
 #include "numeric/scale_arithmetic.h"
 #include "records/measdb.h"
-#include "records/selection.h"
 
 namespace sondera {
 namespace {
@@ -68,17 +67,6 @@ void UnWrapLines(int n, const double* re, const double* im, std::span<const Cycl
     unwrapped[i] = static_cast<double>(cycles) * kCycle - wrapped[i];
   }
   for (int i = 0; i < n; ++i) maskFlag[i] = maskFlag[i] != 0 ? 1 : 0;
-}
-
-std::vector<CycleMask> CycleMasksFor(Panel panel, int n, double fStart, double deltaF) {
-  const bool lookUp = panel == Panel::SASW || panel == Panel::HMSETUP || panel == Panel::HWSETUP;
-  const CurrentPair current = FindCurrentPair(lookUp ? Panel::SASW : panel);
-  return CycleMasksOf(current.key, current.refChan, current.dspChan, n, fStart, deltaF);
-}
-
-void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
-            double* wrapped, double* unwrapped, int* maskFlag) {
-  UnWrapLines(n, re, im, CycleMasksFor(panel, n, fStart, deltaF), wrapped, unwrapped, maskFlag);
 }
 
 void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped, double* unwrapped) {

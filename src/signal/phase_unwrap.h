@@ -6,7 +6,7 @@
 // UnWrap_BackBone.
 //
 // Arrays count from 0, line i at fStart + i * deltaF. Phases in degrees. Jumps are steps of more than 300
-// degrees between neighbouring lines. No state between calls, but for the check boxes (signal_state.h).
+// degrees between neighbouring lines. No state. panels/sasw_pair.h has UnWrap, with the masks of the pair that a page shows.
 //
 // Odd on purpose: a line whose real part is exactly 0 has phase 0, whatever its imaginary part; the first
 // line of a mask carries the number of the mask before it.
@@ -14,8 +14,6 @@
 
 #include <span>
 #include <vector>
-
-#include "runtime/controls.h"
 
 namespace sondera {
 
@@ -39,14 +37,6 @@ std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, do
 /// @param[out] maskFlag   n values: 1 inside a mask, else 0
 void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
                  double* unwrapped, int* maskFlag);
-
-/// CycleMasksOf the pair that a page has selected: panels SASW, HMSETUP and HWSETUP ask the masking page
-/// (LookupID); for any other the measurement and channels stay those last selected in the session.
-std::vector<CycleMask> CycleMasksFor(Panel panel, int n, double fStart, double deltaF);
-
-/// UnWrapLines with the masks of CycleMasksFor.
-void UnWrap(Panel panel, int n, double fStart, double deltaF, const double* re, const double* im,
-            double* wrapped, double* unwrapped, int* maskFlag);
 
 /// Unwraps n lines by counting upward jumps only (the second line counts from 150 degrees), then
 /// AdjustCycles, then a pass that takes 360 degrees off each step of more than 300, up or down. The pass
@@ -73,14 +63,5 @@ void UnWrap_Enhanced(int n, double argA, double argB, const double* re, const do
 /// Unwraps by the whole cycles of a + b, 0..n-1, then AdjustCycles, then repairs steps and strays from b
 /// at 3..n, so that unwrapped and b have n + 1 entries. No caller at present.
 void UnWrap_Enhanced2(int n, const double* wrapped, double* unwrapped, const double* a, const double* b);
-
-/// Check boxes PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curve that feeds the dispersion is always
-/// drawn, and one of the three always is. Left click: remembers the boxes; commit: puts them right and
-/// redraws.
-int PhaseOptionCallback(Panel panel, ControlId control, Event event, long data);
-
-/// DISPCURV_OPTION on commit: stores the curve in the pair on display, turns its box on and redraws. Without
-/// a pair: "Perform IRF first.", -1.
-int DispCurveOptionCallback(Panel panel, ControlId control, Event event, long data);
 
 }  // namespace sondera

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "numeric/sort.h"
-#include "panels/dispcurv.h"
+#include "records/curve_labels.h"
 #include "records/measurement_rules.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
@@ -298,12 +298,6 @@ int IncludedPoints(const PMeasInfo& pair) {
   if (pair.included != 1 || !HasUsableCurve(pair)) return 0;
   const std::size_t there = std::min({pair.dispVel.size(), pair.dispFreq.size(), pair.dispWlen.size()});
   return std::clamp(pair.nDispPoints, 0, static_cast<int>(there));
-}
-
-std::string RepCurveLabel(int key, int refChan, int dspChan, int base) {
-  std::string projID, measID;
-  GetIDfromKey(key, projID, measID);
-  return DispCurveLabel(measID, 0LL + refChan + base - 1, 0LL + dspChan + base - 1);
 }
 
 int SearchChannels(OffsetVector<int>& index, OffsetVector<int>& chan1, OffsetVector<int>& chan2,

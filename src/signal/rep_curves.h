@@ -76,10 +76,6 @@ void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVecto
 /// pair is not included or its curve must not be used (HasUsableCurve).
 int IncludedPoints(const PMeasInfo& pair);
 
-/// "MeasID[ref:dsp]" of a pair, with its channels (given from 0) counted from base. An unknown key gives an
-/// empty MeasID.
-std::string RepCurveLabel(int key, int refChan, int dspChan, int base);
-
 /// Lists the included curves of known measurements, by ascending distance of the two receivers; equal ones
 /// come in the order of the heap sort. All outputs 1..result.
 /// @param[out] index         position in the list of pairs

@@ -12,10 +12,6 @@
 
 #include "numeric/analysis.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/catalogue/measpanel.h"
-#include "runtime/dialogs.h"
-#include "runtime/redraw.h"
 #include "signal/signal_state.h"
 
 namespace sondera {
@@ -68,23 +64,6 @@ void PickSamples(const FrameSizes& sizes, double* timeHist) {
   for (std::size_t i = 0; i < samples; ++i) timeHist[i] = buffer[i * step];
 }
 
-/// Shows the new record on the measurement page and asks whether to take it.
-bool PreviewAccepted() {
-  using namespace measpanel;
-  const RingControl* const rings[] = {&DISPA_REFCHNL, &DISPB_REFCHNL, &DISPACHNL,
-                                      &DISPBCHNL,     &DISPATYPE,     &DISPBTYPE};
-  const int previewValues[] = {0, 0, 0, 1, spectral::kTimeTrace, spectral::kTimeTrace};
-  int indices[std::size(rings)];
-  for (std::size_t i = 0; i < std::size(rings); ++i) {
-    indices[i] = GetCtrlIndex(*rings[i]);
-    SetCtrlVal(*rings[i], previewValues[i]);
-  }
-  DoPreviewPlotting();
-  const bool accepted = ConfirmPopup(session.appTitle, "Accept the current measurements ?");
-  for (std::size_t i = 0; i < std::size(rings); ++i) SetCtrlIndex(*rings[i], indices[i]);
-  return accepted;
-}
-
 /// The five averages of one channel, N values each.
 struct ChannelAverages {
   double* __restrict linRe;
@@ -94,7 +73,7 @@ struct ChannelAverages {
   double* __restrict crossIm;
 };
 
-/// The first record replaces what stood there, whatever it was; even a not-a-number must not survive a new
+/// The first record replaces what stood there, whatever it was; even NaN must not survive a new
 /// run.
 struct Replace {
   double operator()(double value, double /*stored*/) const { return value; }
@@ -234,16 +213,15 @@ void FillTransfer(const PairRows& p, int points, double* outRe, double* outIm) {
 
 }  // namespace
 
-int CalcSpectralFns() {
+int CalcSpectralFns(int key, const std::function<bool()>& accepts) {
   MeasRecords records;
-  const int key = GetKeyFromID(GetCtrlVal(hmsetup::PROJID), GetCtrlVal(hmsetup::MEASID));
   if (GetInfoFromKey(key, records) == -1 || records.hwPos < 0 || records.rawPos < 0) return -2;
   FrameSizes sizes;
   if (!SizesOf(*records.hwSetup, *records.rawData, sizes)) return -2;
   session.samplesPerChan = sizes.frame * sizes.decimation;
   SetupAuxiallyArrays(sizes.frame);
   PickSamples(sizes, records.rawData->timeHist.data());
-  if (session.measOptions.previewOn && !PreviewAccepted()) return -1;
+  if (accepts && !accepts()) return -1;
   FoldRecord(sizes, *records.rawData);
   return 0;
 }

@@ -5,11 +5,11 @@
 // and coherence pass through channel 0 as well. No data window is applied: the spectra are those of the
 // rectangular frame.
 //
-// CalcSpectralFns runs once per accepted record of the measurement loop. SetupPMeasDataNode and
-// UpdatePMeasDataNode (in pair_data.cpp, since they end in the impulse response filtration) are the only way
-// a pair comes to exist, besides a project load. Work vectors are those of signal_state.h.
+// CalcSpectralFns runs once per record of the measurement loop; panels/measpanel_preview.h has its form for the
+// measurement of the setup dialog. Work vectors are those of signal_state.h.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "records/measdb.h"
@@ -31,18 +31,19 @@ inline constexpr int kImpulseResponse = 9;
 inline constexpr int kTransferFunction = 24;
 }  // namespace spectral
 
-/// Folds the record in session.measBuffer into the averages of the measurement that PROJID and MEASID of
-/// HMSETUP name. measBuffer holds nChannels blocks of N * decimation samples in volts, N = 2 *
+/// Folds the record in session.measBuffer into the averages of a measurement. measBuffer holds nChannels blocks of N * decimation samples in volts, N = 2 *
 /// FullTimeLines(nLines); every decimation-th sample is picked, without a filter. Each stored value becomes
 /// (new + stored * k) / (k + 1) with k = session.avgCount, so the averages are plain means over the accepted
 /// records, and k = 0 replaces whatever stood there. Spectra are kept two-sided, channel c from c * N on, V
 /// rms and V^2 rms:
 ///   linear X sqrt(2) / N, auto 2 |X|^2 / N^2, cross 2 X conj(X0) / N^2.
-/// Sets session.samplesPerChan to N * decimation. With session.measOptions.previewOn the record is shown
-/// first and the user asked. Returns 0; -1 when the user rejects the record (timeHist keeps it, the averages
-/// stay); -2, with nothing changed, when there is no such measurement or when buffer or arrays are shorter
-/// than such a record, so that another record would fare no better.
-int CalcSpectralFns();
+/// Sets session.samplesPerChan to N * decimation.
+/// @param key      of the measurement
+/// @param accepts  asked before the record is folded, when timeHist holds it; empty: every record is taken
+/// Returns 0; -1 for a record that is not accepted (timeHist keeps it, the averages stay); -2, with nothing
+/// changed, when there is no such measurement or when buffer or arrays are shorter than such a record, so
+/// that another record would fare no better.
+int CalcSpectralFns(int key, const std::function<bool()>& accepts);
 
 /// Writes one quantity of a pair, made from the averages. n = nLines; channel rows start at 2 n c. Lines
 /// where the divisor is exactly 0 are 0.
@@ -55,18 +56,5 @@ int CalcSpectralFns();
 /// Returns 0; -1 without such a measurement, a channel outside it or data too short, with nothing written.
 int CalcSpectralData(int type, const std::string& projID, const std::string& measID, int chanA, int chanB,
                      double* outRe, double* outIm);
-
-/// Makes the record of a pair (channels from 0) at the end of the pair list, fills transfer function,
-/// amplitude, phase and impulse response from the averages, then runs CalcIRF(0, Panel::SASW), which brings
-/// the pair on display up to date: normally this one. pair gets the record. An unknown measurement, a channel
-/// outside it or no lines: nothing is made and pair is left alone.
-void SetupPMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
-                        const HWSetup& hwSetup, PMeasInfo*& pair);
-
-/// Recomputes the same arrays of an existing record and runs CalcIRF(0, Panel::SASW). Masks, window times and
-/// the dispersion curve stay. Nothing is done to a null pair, another pair than named, or one made for fewer
-/// lines.
-void UpdatePMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
-                         const HWSetup& hwSetup, PMeasInfo* pair);
 
 }  // namespace sondera

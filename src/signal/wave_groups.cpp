@@ -8,10 +8,8 @@
 #include "numeric/analysis.h"
 #include "numeric/scale_arithmetic.h"
 #include "numeric/sort.h"
-#include "records/selection.h"
 #include "records/session.h"
 #include "signal/gabor.h"
-#include "signal/irf.h"
 
 namespace sondera {
 namespace {
@@ -73,6 +71,10 @@ double JudgedVelocity(double spacing, int column, double timeStep) {
 
 }  // namespace
 
+bool IsMapSize(int nF, int nT) {
+  return nF >= 1 && nT >= 1 && nF <= kGaborDivisions && nT <= kGaborDivisions;
+}
+
 double MapStep(double first, double last, int points) {
   return points > 1 ? (last - first) / (points - 1) : 0.0;
 }
@@ -104,14 +106,7 @@ int ExtremeTable::ValleyFrom(int from, int to) const {
 void IdentifyWaveGroup(int nF, int nT, double tInit, double tFinal, const double* grid, double threshold,
                        double spacing, WaveGroups& found) {
   found = WaveGroups{};
-  if (nF < 1 || nT < 1 || nF > kGaborDivisions || nT > kGaborDivisions) return;
-  if (!grid) {
-    CalcIRF(0, Panel::SASW);
-    CalcGabor(Panel::SASW);
-    PMeasInfo* pair = FindCurrentPair(Panel::SASW).pair;
-    if (!pair) return;
-    grid = pair->gaborMap(pair->phaseOption).data();
-  }
+  if (!IsMapSize(nF, nT) || !grid) return;
   TakeRidge(nF, nT, grid, threshold, found);
   const double timeStep = MapStep(tInit, tFinal, nT);
   const std::vector<double>& ridge = found.peakV;

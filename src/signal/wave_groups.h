@@ -53,7 +53,7 @@ struct WaveGroups {
 /// The velocity of a peak is spacing / (column * time step), the step that of tInit to tFinal; at or above
 /// smV[1] or below smV[4] of the session, and at column 0, the peak is rejected.
 /// @param nF, nT     rows and columns, 1 to 50; others find nothing
-/// @param grid       the map, rows of nT values; null: filtration and map of the pair on display are made
+/// @param grid       the map, rows of nT values; null finds nothing. panels/sasw_pair.h has the form that makes one
 /// @param threshold  floor of the scaled map
 /// @param spacing    distance of the receivers, length units
 /// Kept: a row counts as nT values long, while maps are stored in rows of 50; so the two agree for 50 time
@@ -84,6 +84,9 @@ void IdentifyBGNoise(const HWSetup& hwSetup, const MeasSetup& measSetup, const P
 /// valley it is that valley which is rejected; and noise above a last peak ends the search for the others.
 void RejectPeaksInNoise(const NoiseTable& noise, double deltaF, double rowStep, double finalFreq,
                         ExtremeTable& extremes);
+
+/// 1 to 50 rows and columns.
+bool IsMapSize(int nF, int nT);
 
 /// Step between the points of an axis of a map; 0 for a single point.
 double MapStep(double first, double last, int points);

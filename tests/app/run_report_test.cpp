@@ -9,6 +9,7 @@
 
 #include "app/commands.h"
 #include "forward/synthetic_site.h"
+#include "panels/measpanel_preview.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"
 #include "records/session.h"

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 
+#include "panels/sasw_pair.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/irfsetpnl.h"
 #include "runtime/catalogue/irfsetpnl2.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "panels/sasw_dispersion.h"
 #include "panels/sasw_masking.h"
 #include "runtime/catalogue/sasw.h"
-#include "signal/dispersion.h"
 #include "support/import_fixture.h"
 #include "support/site_records.h"
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "panels/sasw_pair.h"
 #include "signal/irf.h"
 #include "support/field_data.h"
 #include "support/signal_fixture.h"

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "numeric/allocation_count.h"
+#include "panels/sasw_pair.h"
 #include "plain_auto_masking.h"
 #include "plain_envelope.h"
 #include "plain_signal.h"

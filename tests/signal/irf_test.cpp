@@ -6,6 +6,8 @@
 #include <random>
 
 #include "numeric/analysis.h"
+#include "panels/irfsetpnl.h"
+#include "panels/sasw_pair.h"
 #include "plain_signal.h"
 #include "runtime/catalogue/irfsetpnl.h"
 #include "support/signal_fixture.h"

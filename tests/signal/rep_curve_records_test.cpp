@@ -6,10 +6,11 @@
 #include <set>
 
 #include "panels/cdisppnl.h"
+#include "panels/sasw_dispersion.h"
+#include "panels/sasw_mask_list.h"
 #include "panels/sasw_masking.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/sasw.h"
-#include "signal/dispersion.h"
 #include "signal/plain_rep_curve.h"
 #include "signal/rep_curves.h"
 #include "support/field_data.h"

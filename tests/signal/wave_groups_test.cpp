@@ -5,6 +5,7 @@
 #include <limits>
 #include <random>
 
+#include "panels/sasw_pair.h"
 #include "plain_auto_masking.h"
 #include "records/session.h"
 #include "signal/gabor.h"
@@ -198,12 +199,12 @@ TEST_F(WaveGroupOfAPair, WithoutAMapTheOneOfThePairOnDisplayIsMade) {
   PMeasInfo& pair = MakePair([](double f) { return Delay(f, 0.03); });
   pair.phaseOption = 1;
   WaveGroups groups;
-  IdentifyWaveGroup(50, 50, 0.0, 0.2046, nullptr, 75.0, 10.0, groups);
+  IdentifyWaveGroup(50, 50, 0.0, 0.2046, Panel::SASW, 75.0, 10.0, groups);
   ASSERT_TRUE(pair.gabor);
   EXPECT_EQ(groups.peakV.size(), 50u);
   EXPECT_GT(*std::max_element(groups.peakV.begin(), groups.peakV.end()), 99.999);
   MeasDB.pMeasList.clear();
-  IdentifyWaveGroup(50, 50, 0.0, 0.2046, nullptr, 75.0, 10.0, groups);
+  IdentifyWaveGroup(50, 50, 0.0, 0.2046, Panel::SASW, 75.0, 10.0, groups);
   EXPECT_TRUE(groups.peakV.empty());
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "panels/sasw_mask_list.h"
 #include "panels/sasw_masking.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"

@@ -4,9 +4,9 @@
 #include <complex>
 #include <functional>
 
+#include "panels/sasw_pair.h"
 #include "records/measdb.h"
 #include "runtime/catalogue/sasw.h"
-#include "signal/spectra.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {

@@ -1,6 +1,7 @@
 // session_fixture.cpp - see session_fixture.h.
 #include "support/session_fixture.h"
 
+#include "panels/panels_state.h"
 #include "records/session.h"
 #include "run/sweep_state.h"
 #include "run/system_state.h"
@@ -41,6 +42,7 @@ void ResetEverything() {
   ClearFindings();
   InstallRedrawHandlers({});
   ResetSignalState();
+  ResetPanelsState();
   ResetRunState();
   sweepState = SweepState{};
   SetupCDispParameter();

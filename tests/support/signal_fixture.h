@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "panels/measpanel_preview.h"
 #include "records/session.h"
 #include "signal/spectra.h"
 #include "support/session_fixture.h"

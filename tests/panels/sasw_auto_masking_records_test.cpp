@@ -7,11 +7,11 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "panels/sasw_auto_masking.h"
+#include "panels/sasw_dispersion.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
-#include "signal/auto_masking.h"
-#include "signal/dispersion.h"
-#include "site_curves.h"
+#include "signal/site_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
 

@@ -6,12 +6,12 @@
 #include <cmath>
 #include <map>
 
+#include "panels/sasw_dispersion.h"
+#include "panels/sasw_mask_list.h"
 #include "panels/sasw_masking.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
-#include "signal/dispersion.h"
-#include "signal/masking.h"
-#include "site_curves.h"
+#include "signal/site_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
 

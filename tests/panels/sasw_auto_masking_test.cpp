@@ -1,15 +1,17 @@
-#include "signal/auto_masking.h"
+#include "panels/sasw_auto_masking.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
 
+#include "panels/sasw_pair.h"
 #include "records/session.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/irfsetpnl.h"
 #include "runtime/events.h"
 #include "runtime/redraw.h"
+#include "signal/auto_masking.h"
 #include "signal/gabor.h"
 #include "signal/irf.h"
 #include "signal/line_masks.h"
@@ -249,6 +251,20 @@ TEST_F(AutoMaskingTest, RangeThatIsSetBackEachTimeIsAskedForSixteenTimes) {
   frontEnd.confirmAnswers.assign(1000, true);
   EXPECT_EQ(AutoMasking(), 0);
   EXPECT_EQ(frontEnd.questions.size(), 16u);
+}
+
+TEST_F(AutoMaskingTest, RefusalOfALaterRangeIsReportedAndTheMasksOfTheFirstStay) {
+  PMeasInfo& pair = MakePair(LongGroup);
+  frontEnd.confirmAnswers.assign(10, true);
+  frontEnd.onProcessEvents = [&] {
+    if (!frontEnd.questions.empty()) pair.freqDiv = 1;  // typed while the second maps are made
+  };
+  EXPECT_EQ(AutoMasking(), -1);
+  EXPECT_EQ(frontEnd.questions.size(), 1u);
+  EXPECT_EQ(OnlyMessage(), "The Gabor spectrum has no range or no divisions. Please check its setup.");
+  ASSERT_GT(MeasDB.maskingList.count(), 1);
+  EXPECT_GT(MeasDB.maskingList.at(MeasDB.maskingList.count())->jumpNo, 0) << "numbered";
+  EXPECT_EQ(pages.back(), 1) << "and shown";
 }
 
 TEST_F(AutoMaskingTest, TinyRangeEndsQuietly) {
