@@ -74,21 +74,7 @@ alignas(16) constexpr double kWeights4[4] = {
     0.032087534033836957, 0.077170203656514323, 0.015397604609051501, 0.00034465770059721827};
 // clang-format on
 
-struct Cplx {
-  double re, im;
-};
-inline Cplx operator+(Cplx a, Cplx b) {
-  return {a.re + b.re, a.im + b.im};
-}
-inline Cplx operator-(Cplx a, Cplx b) {
-  return {a.re - b.re, a.im - b.im};
-}
-inline Cplx operator*(Cplx a, Cplx b) {
-  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
-}
-inline Cplx operator*(double x, Cplx a) {
-  return {x * a.re, x * a.im};
-}
+using Cplx = dcomplex;
 inline Cplx Conj(Cplx a) {
   return {a.re, -a.im};
 }
@@ -102,9 +88,6 @@ inline Cplx Reciprocal(Cplx a) {  // Smith's form: |z| may be 1e-200 or 1e+200 o
 }
 inline Cplx ExpI(double phi) {
   return {std::cos(phi), std::sin(phi)};
-}
-inline dcomplex Out(Cplx a) {
-  return {a.re, a.im};
 }
 
 /// Times exp(p), where a zero stays zero though exp(p) be infinite.
@@ -343,8 +326,8 @@ void BesselScaled(dcomplex z, dcomplex& j0, dcomplex& j1) {
   }
   if (conjugate) a = Conj(a), b = Conj(b);
   if (mirror) b = -1.0 * b;
-  j0 = Out(a);
-  j1 = Out(b);
+  j0 = a;
+  j1 = b;
 }
 
 void Bessel(dcomplex z, dcomplex& J0, dcomplex& J1, dcomplex& ratio) {
@@ -356,7 +339,7 @@ void Bessel(dcomplex z, dcomplex& J0, dcomplex& J1, dcomplex& ratio) {
   if (j1.re == 0.0 && j1.im == 0.0) {
     ratio = {std::numeric_limits<double>::infinity(), 0.0};
   } else {
-    ratio = Out(Cplx{j0.re, j0.im} * Reciprocal({j1.re, j1.im}));
+    ratio = Cplx{j0.re, j0.im} * Reciprocal({j1.re, j1.im});
   }
 }
 
@@ -367,8 +350,8 @@ void HankelScaled(dcomplex z, dcomplex& h0, dcomplex& h1) {
     Cplx a, b;
     SeriesH(c, a, b);
     const Cplx e = ExpIZ(c);
-    h0 = Out(a * e);
-    h1 = Out(b * e);
+    h0 = a * e;
+    h1 = b * e;
     return;
   }
   const double wr = -z.im, wi = z.re;
@@ -379,7 +362,7 @@ void HankelScaled(dcomplex z, dcomplex& h0, dcomplex& h1) {
   // K1 = -K0': g (1 + 1/(2w)) - g', g' = D; and H1 = i times what H0 is made of K0
   const Cplx g1 = g + 0.5 * (g * Reciprocal({wr, wi})) - D;
   const Cplx f1 = factor * g1;
-  h0 = Out(factor * g);
+  h0 = factor * g;
   h1 = {-f1.im, f1.re};
 }
 
@@ -389,10 +372,10 @@ dcomplex Hankel0Scaled(dcomplex z) {
   if (InSeriesRange(size2)) {
     Cplx a, b;
     SeriesH(c, a, b);
-    return Out(a * ExpIZ(c));
+    return a * ExpIZ(c);
   }
   const Cplx S = StieltjesSum(-z.im, z.re, size2);
-  return Out(HankelFactor(c) * Cplx{1.0 - S.re, -S.im});
+  return HankelFactor(c) * Cplx{1.0 - S.re, -S.im};
 }
 
 void Hankel(dcomplex z, dcomplex& H0, dcomplex& H1, dcomplex& ratio, int kind) {
@@ -414,7 +397,7 @@ void Hankel(dcomplex z, dcomplex& H0, dcomplex& H1, dcomplex& ratio, int kind) {
     top = {s0.re, kind == 1 ? -s0.im : s0.im};
     bottom = {s1.re, kind == 1 ? -s1.im : s1.im};
   }
-  ratio = Out(top * Reciprocal(bottom));
+  ratio = top * Reciprocal(bottom);
 }
 
 }  // namespace sondera

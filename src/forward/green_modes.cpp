@@ -22,6 +22,7 @@
 
 #include "forward/green_kernels.h"
 #include "numeric/complex_two.h"
+#include "numeric/lanes.h"
 
 namespace sondera {
 namespace {
@@ -35,88 +36,22 @@ constexpr double kOrthogonal = 1e-5;   // largest product with the modes found b
 constexpr double kSamePair = 1e-6;     // a root this close to the conjugate of the one before is its partner
 constexpr double kLargeSum = 1e+100, kSmallSum = 1e-100;
 
-#define SONDERA_INLINE [[gnu::always_inline]] inline
-
 namespace base {
-
-typedef double Half __attribute__((vector_size(16)));
-
-struct alignas(32) Lanes {
-  Half h, v;
-};
-SONDERA_INLINE Lanes operator+(const Lanes& a, const Lanes& b) {
-  return {a.h + b.h, a.v + b.v};
-}
-SONDERA_INLINE Lanes operator-(const Lanes& a, const Lanes& b) {
-  return {a.h - b.h, a.v - b.v};
-}
-SONDERA_INLINE Lanes operator*(const Lanes& a, const Lanes& b) {
-  return {a.h * b.h, a.v * b.v};
-}
-SONDERA_INLINE Lanes operator*(const Lanes& a, double f) {
-  return {a.h * f, a.v * f};
-}
-SONDERA_INLINE Lanes operator/(double f, const Lanes& a) {
-  return {f / a.h, f / a.v};
-}
-SONDERA_INLINE Lanes operator-(const Lanes& a) {
-  return {-a.h, -a.v};
-}
-SONDERA_INLINE Lanes MakeLanes(double a, double b, double c, double d) {
-  return {Half{a, b}, Half{c, d}};
-}
-SONDERA_INLINE double Lane(const Lanes& a, int i) {
-  return i < 2 ? a.h[i] : a.v[i - 2];
-}
-SONDERA_INLINE void SetLane(Lanes& a, int i, double x) {
-  if (i < 2)
-    a.h[i] = x;
-  else
-    a.v[i - 2] = x;
-}
-/// The halves change places.
-SONDERA_INLINE Lanes Swap(const Lanes& a) {
-  return {a.v, a.h};
-}
-/// The first half twice.
-SONDERA_INLINE Lanes First(const Lanes& a) {
-  return {a.h, a.h};
-}
-
+#define SONDERA_LANES 4
+#define SONDERA_NATIVE 2
 #include "forward/green_modes_kernel.inc"
-
+#include "numeric/lanes.inc"
 }  // namespace base
 
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
-#define SONDERA_WIDE_LANES
-#pragma GCC push_options
-#pragma GCC target("avx2")
-
+#ifdef SONDERA_WIDE_LANES
+SONDERA_LANES_AVX2
 namespace wide {
-
-typedef double Lanes __attribute__((vector_size(32)));
-
-SONDERA_INLINE Lanes MakeLanes(double a, double b, double c, double d) {
-  return Lanes{a, b, c, d};
-}
-SONDERA_INLINE double Lane(const Lanes& a, int i) {
-  return a[i];
-}
-SONDERA_INLINE void SetLane(Lanes& a, int i, double x) {
-  a[i] = x;
-}
-SONDERA_INLINE Lanes Swap(const Lanes& a) {
-  return __builtin_shufflevector(a, a, 2, 3, 0, 1);
-}
-SONDERA_INLINE Lanes First(const Lanes& a) {
-  return __builtin_shufflevector(a, a, 0, 1, 0, 1);
-}
-
+#define SONDERA_LANES 4
+#define SONDERA_NATIVE 4
 #include "forward/green_modes_kernel.inc"
-
+#include "numeric/lanes.inc"
 }  // namespace wide
-
-#pragma GCC pop_options
+SONDERA_LANES_END
 #endif
 
 }  // namespace
@@ -146,7 +81,7 @@ void FS_Raylgh(const dcomplex* A_d, const dcomplex* A_o, const dcomplex* B1, con
   const double kbar = std::sqrt(mean / N);
   ModeWork::Storage& storage = work.storage();
 #ifdef SONDERA_WIDE_LANES
-  if (!work.narrow && __builtin_cpu_supports("avx2")) {
+  if (!work.narrow && HasAvx2()) {
     wide::Storage& s = storage.wide;
     Load(s, n, A_d, A_o, B1, B2, D_d, D_o);
     ok = FindModes(s, n, kbar, k, Phi, ld) ? 1 : 0;

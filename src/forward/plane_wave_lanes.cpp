@@ -1,22 +1,13 @@
 // plane_wave_lanes.cpp - picks the eight-lane characteristic function that the processor can run.
 // Called by plane_wave.cpp and its tests. Owns no state.
 //
-// The body is compiled once for the plain build and, with GCC on x86, once for each of two wider instruction
-// sets.
+// The body is compiled once for the plain build and, on x86, once for each of two wider instruction sets.
 #include "forward/plane_wave_lanes.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#if defined(__GNUC__) && !defined(__clang__)
-#define SONDERA_WIDE_LANES
-#endif
-#endif
-
-#pragma GCC diagnostic ignored "-Wpsabi"  // vectors never cross a call: all that takes one is inlined
+#include "numeric/lanes.h"
 
 namespace sondera {
 namespace {
@@ -26,7 +17,6 @@ constexpr double kNearVelocity = 1e-9;  // r^2 or s^2 below which the complex fo
 constexpr double kDoubt = 1e-14;  // sign in doubt at this part of the terms, times the growth of rounding
 constexpr int kMaxDoublings = 6;
 constexpr double kMaxTurns = 4096.0;  // 4^kMaxDoublings
-constexpr long long kSignBit = static_cast<long long>(0x8000000000000000ull);
 
 // 1 / 2!, 1 / 4!, ... and 1 / 3!, 1 / 5!, ...
 constexpr int kTerms = 9;
@@ -50,69 +40,38 @@ constexpr double kSinh[kTerms] = {1.0 / 6,
                                   1.0 / 121645100408832000};
 
 namespace portable {
-#if defined(__x86_64__)
+#define SONDERA_LANES 8
 #define SONDERA_NATIVE 2
-inline __m128d NativeSqrt(__m128d x) {
-  return _mm_sqrt_pd(x);
-}
-inline unsigned NativeBits(__m128d x) {
-  return static_cast<unsigned>(_mm_movemask_pd(x));
-}
-#else
-#define SONDERA_NATIVE 2
-using Pair = double __attribute__((vector_size(2 * sizeof(double))));
-inline Pair NativeSqrt(Pair x) {
-  return Pair{std::sqrt(x[0]), std::sqrt(x[1])};
-}
-inline unsigned NativeBits(Pair x) {
-  return (std::signbit(x[0]) ? 1u : 0u) | (std::signbit(x[1]) ? 2u : 0u);
-}
-#endif
-#include "forward/plane_wave_lane_body.h"
-#undef SONDERA_NATIVE
+#include "forward/plane_wave_lane_body.inc"
+#include "numeric/lanes.inc"
 }  // namespace portable
 
 #ifdef SONDERA_WIDE_LANES
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SONDERA_LANES_AVX2
 namespace avx2 {
+#define SONDERA_LANES 8
 #define SONDERA_NATIVE 4
-inline __m256d NativeSqrt(__m256d x) {
-  return _mm256_sqrt_pd(x);
-}
-inline unsigned NativeBits(__m256d x) {
-  return static_cast<unsigned>(_mm256_movemask_pd(x));
-}
-#include "forward/plane_wave_lane_body.h"
-#undef SONDERA_NATIVE
+#include "forward/plane_wave_lane_body.inc"
+#include "numeric/lanes.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SONDERA_LANES_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512dq,prefer-vector-width=512")
+SONDERA_LANES_AVX512
 namespace avx512 {
+#define SONDERA_LANES 8
 #define SONDERA_NATIVE 8
-inline __m512d NativeSqrt(__m512d x) {
-  return _mm512_maskz_sqrt_pd(0xff, x);
-}
-inline unsigned NativeBits(__m512d x) {
-  return _mm512_movepi64_mask((__m512i)x);
-}
-#include "forward/plane_wave_lane_body.h"
-#undef SONDERA_NATIVE
+#include "forward/plane_wave_lane_body.inc"
+#include "numeric/lanes.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SONDERA_LANES_END
 #endif
 
 }  // namespace
 
 LaneFunction LanesFor(LaneSet set) {
 #ifdef SONDERA_WIDE_LANES
-  if (set == LaneSet::kAvx2) return __builtin_cpu_supports("avx2") ? avx2::EvaluateLanes : nullptr;
-  if (set == LaneSet::kAvx512) {
-    const bool has = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq");
-    return has ? avx512::EvaluateLanes : nullptr;
-  }
+  if (set == LaneSet::kAvx2) return HasAvx2() ? avx2::EvaluateLanes : nullptr;
+  if (set == LaneSet::kAvx512) return HasAvx512() ? avx512::EvaluateLanes : nullptr;
 #endif
   return set == LaneSet::kPortable ? portable::EvaluateLanes : nullptr;
 }

@@ -1,7 +1,7 @@
 // plane_wave_layers.cpp - condensation of the layers and the half-space, in complex arithmetic.
 //
 // Called by the starting model, and by plane_wave.cpp for the few trial velocities that the eight-lane real
-// formulas leave out. Owns no state. The order of operations is the one that plane_wave_lane_body.h repeats
+// formulas leave out. Owns no state. The order of operations is the one that plane_wave_lane_body.inc repeats
 // with real numbers; a change here is a change there.
 #include "forward/plane_wave.h"
 
@@ -18,28 +18,13 @@ constexpr int kMaxNudges = 64;   // two are the most that sound data need
 
 using Z = dcomplex;
 
-Z operator+(Z a, Z b) {
-  return {a.re + b.re, a.im + b.im};
-}
-Z operator-(Z a, Z b) {
-  return {a.re - b.re, a.im - b.im};
-}
-Z operator*(Z a, Z b) {
-  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
-}
-Z operator*(Z a, double x) {
-  return {a.re * x, a.im * x};
-}
-Z operator/(Z a, double x) {
-  return {a.re / x, a.im / x};
-}
 Z FromOne(Z a) {
   return {1.0 - a.re, -a.im};
 }
 
 /// Zdiv, save that a zero divisor does not end the process: it gives not-a-numbers, and they end as "no
 /// root".
-Z operator/(Z a, Z b) {
+Z Over(Z a, Z b) {
   if (std::fabs(b.im) < std::fabs(b.re)) {
     const double t = b.im / b.re, den = (t * t + 1.0) * b.re;
     return {(t * a.im + a.re) / den, (a.im - t * a.re) / den};
@@ -63,7 +48,7 @@ struct Hyperbolic {
 Hyperbolic CoshSinh(Z a) {
   Z E;
   Zexp(&E, &a);
-  const Z inverse = Z{1.0, 0.0} / E;
+  const Z inverse = Over({1.0, 0.0}, E);
   return {(E + inverse) / 2.0, (E - inverse) / 2.0};
 }
 
@@ -86,23 +71,23 @@ void SetLayerTerms(LayerStiffness& K, const LayerWaves& w, double h) {
   const auto [C1, S1] = CoshSinh(w.r * w.k * h);
   const auto [C2, S2] = CoshSinh(w.s * w.k * h);
   const Z rs = w.r * w.s, ss = w.s * w.s, one{1.0, 0.0};
-  const Z D0 = FromOne(C1 * C2) * 2.0 + (one / rs + rs) * S1 * S2;
-  const Z Q = FromOne(ss) / 2.0 / D0;
+  const Z D0 = FromOne(C1 * C2) * 2.0 + (Over(one, rs) + rs) * S1 * S2;
+  const Z Q = Over(FromOne(ss) / 2.0, D0);
   const Z T = Q * (2.0 * w.k * w.G);
   const Z A0 = (one + ss) * (w.k * w.G);
-  K(3, 3) = T * (S2 * C1 / w.s - w.r * S1 * C2);
+  K(3, 3) = T * (Over(S2 * C1, w.s) - w.r * S1 * C2);
   K(3, 4) = A0 + T * (one + rs * S1 * S2 - C1 * C2);
-  K(4, 4) = T * (S1 * C2 / w.r - w.s * S2 * C1);
-  K(1, 3) = T * (w.r * S1 - S2 / w.s);
+  K(4, 4) = T * (Over(S1 * C2, w.r) - w.s * S2 * C1);
+  K(1, 3) = T * (w.r * S1 - Over(S2, w.s));
   K(1, 4) = T * (C2 - C1);
   K(2, 3) = K(1, 4) * -1.0;
-  K(2, 4) = T * (w.s * S2 - S1 / w.r);
+  K(2, 4) = T * (w.s * S2 - Over(S1, w.r));
 }
 
 /// Gauss elimination of the two degrees of freedom at the layer's top; moves the rest up and turns the phase.
 void EliminateTop(LayerStiffness& K, dcomplex* D) {
   for (int i = 1; i <= 2; ++i) {
-    const Z P = Z{1.0, 0.0} / K(i, i);
+    const Z P = Over({1.0, 0.0}, K(i, i));
     for (int j = i + 1; j <= 4; ++j) {
       const Z f = P * K(i, j);
       for (int m = j; m <= 4; ++m) K(j, m) = K(j, m) - K(i, m) * f;
@@ -144,7 +129,7 @@ void FS_hspace_(const LayerStiffness& K, double omega, double c, int hsLayer, co
   const LayerWaves w = WavesOf(omega, c, Vs[hsLayer], nu[hsLayer], rho[hsLayer]);
   const double B = 2.0 * w.k * w.G;
   // Kept: the imaginary part of a complex quotient is dropped, so a leaking wave has only part of its loss.
-  const double H = (FromOne(w.s * w.s) * (w.k * w.G) / FromOne(w.r * w.s)).re;
+  const double H = Over(FromOne(w.s * w.s) * (w.k * w.G), FromOne(w.r * w.s)).re;
   const Z K11 = K(1, 1) + w.r * H;
   const Z K12 = K(1, 2) + Z{H - B, 0.0};
   const Z K22 = K(2, 2) + w.s * H;

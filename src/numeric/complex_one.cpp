@@ -13,14 +13,6 @@ void EndOnZeroDivisor() {
   EndProcess(EXIT_FAILURE);
 }
 
-namespace {
-
-dcomplex Product(dcomplex a, dcomplex b) {
-  return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
-}
-
-}  // namespace
-
 void powZI(dcomplex* r, const dcomplex* a, const int* n) {
   dcomplex power = {1.0, 0.0};
   dcomplex square = *a;  // a, a^2, a^4, ...
@@ -30,9 +22,9 @@ void powZI(dcomplex* r, const dcomplex* a, const int* n) {
     Zdiv(&square, &power, a);
   }
   while (rest != 0) {
-    if ((rest & 1u) != 0) power = Product(power, square);
+    if ((rest & 1u) != 0) power = power * square;
     rest >>= 1;
-    if (rest != 0) square = Product(square, square);
+    if (rest != 0) square = square * square;
   }
   *r = power;
 }

@@ -25,30 +25,23 @@ inline dcomplex Conjg(dcomplex c) {
 }
 
 inline dcomplex Cadd(dcomplex a, dcomplex b) {
-  return {a.re + b.re, a.im + b.im};
+  return a + b;
 }
 inline dcomplex Csub(dcomplex a, dcomplex b) {
-  return {a.re - b.re, a.im - b.im};
+  return a - b;
 }
 inline dcomplex Cmul(dcomplex a, dcomplex b) {
-  return {a.re * b.re - a.im * b.im, a.im * b.re + a.re * b.im};
+  return a * b;
 }
 
 /// Real x times complex a.
 inline dcomplex RCmul(double x, dcomplex a) {
-  return {x * a.re, x * a.im};
+  return x * a;
 }
 
 /// a / b, by Smith's division. Kept: no test for zero; a zero divisor gives infinities or not-a-numbers.
 inline dcomplex Cdiv(dcomplex a, dcomplex b) {
-  if (std::fabs(b.re) < std::fabs(b.im)) {
-    const double r = b.re / b.im;
-    const double den = b.im + r * b.re;
-    return {(a.re * r + a.im) / den, (a.im * r - a.re) / den};
-  }
-  const double r = b.im / b.re;
-  const double den = b.re + r * b.im;
-  return {(a.re + r * a.im) / den, (a.im - r * a.re) / den};
+  return a / b;
 }
 
 /// Modulus, scaled by the larger part so that it neither overflows nor underflows on the way.

@@ -114,7 +114,8 @@ void FieldSiteTest::Invert() {
   complaints.clear();
   notes.clear();
   const int observer = AddWatcher([this](const Change& change) {
-    if (change.control != &exdthd::STATUSMSG || GetCtrlVal(exdthd::STATUSMSG).find("End of the iteration") != 0)
+    if (change.control != &exdthd::STATUSMSG ||
+        GetCtrlVal(exdthd::STATUSMSG).find("End of the iteration") != 0)
       return;
     if (!SweepReport().empty()) complaints.push_back(SweepReport());
     if (!sweepState.note.empty()) notes.push_back(sweepState.note);
