@@ -39,8 +39,9 @@ constexpr double kLargeSum = 1e+100, kSmallSum = 1e-100;
 namespace base {
 #define SONDERA_LANES 4
 #define SONDERA_NATIVE 2
-#include "forward/green_modes_kernel.inc"
 #include "numeric/lanes.inc"
+
+#include "forward/green_modes_kernel.inc"
 }  // namespace base
 
 #ifdef SONDERA_WIDE_LANES
@@ -48,8 +49,9 @@ SONDERA_LANES_AVX2
 namespace wide {
 #define SONDERA_LANES 4
 #define SONDERA_NATIVE 4
-#include "forward/green_modes_kernel.inc"
 #include "numeric/lanes.inc"
+
+#include "forward/green_modes_kernel.inc"
 }  // namespace wide
 SONDERA_LANES_END
 #endif

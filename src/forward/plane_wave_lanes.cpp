@@ -42,8 +42,9 @@ constexpr double kSinh[kTerms] = {1.0 / 6,
 namespace portable {
 #define SONDERA_LANES 8
 #define SONDERA_NATIVE 2
-#include "forward/plane_wave_lane_body.inc"
 #include "numeric/lanes.inc"
+
+#include "forward/plane_wave_lane_body.inc"
 }  // namespace portable
 
 #ifdef SONDERA_WIDE_LANES
@@ -51,8 +52,9 @@ SONDERA_LANES_AVX2
 namespace avx2 {
 #define SONDERA_LANES 8
 #define SONDERA_NATIVE 4
-#include "forward/plane_wave_lane_body.inc"
 #include "numeric/lanes.inc"
+
+#include "forward/plane_wave_lane_body.inc"
 }  // namespace avx2
 SONDERA_LANES_END
 
@@ -60,8 +62,9 @@ SONDERA_LANES_AVX512
 namespace avx512 {
 #define SONDERA_LANES 8
 #define SONDERA_NATIVE 8
-#include "forward/plane_wave_lane_body.inc"
 #include "numeric/lanes.inc"
+
+#include "forward/plane_wave_lane_body.inc"
 }  // namespace avx512
 SONDERA_LANES_END
 #endif

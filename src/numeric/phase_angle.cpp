@@ -23,6 +23,7 @@ namespace two {
 #define SONDERA_LANES 2
 #define SONDERA_NATIVE 2
 #include "numeric/lanes.inc"
+
 #include "numeric/phase_angle_body.inc"
 }  // namespace two
 
@@ -32,6 +33,7 @@ namespace four {
 #define SONDERA_LANES 4
 #define SONDERA_NATIVE 4
 #include "numeric/lanes.inc"
+
 #include "numeric/phase_angle_body.inc"
 }  // namespace four
 SONDERA_LANES_END
