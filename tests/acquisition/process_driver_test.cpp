@@ -25,7 +25,6 @@ namespace sondera {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::AnyOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using testing::MadeTask;
@@ -64,6 +63,20 @@ class ProcessDriver : public testing::BoardTest {
 bool HasChildren() {
   siginfo_t info{};
   return !(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD);
+}
+
+/// Whether the process whose number is in the file ends within a second.
+bool IsGoneSoon(const std::string& pidFile) {
+  std::string number, word, state;
+  std::ifstream(pidFile) >> number;
+  EXPECT_FALSE(number.empty());
+  for (int i = 0; i < 100; ++i) {
+    std::ifstream stat("/proc/" + number + "/stat");
+    // nobody may be there to bury an orphan
+    if (!(stat >> word >> word >> state) || state == "Z") return true;
+    usleep(10000);
+  }
+  return false;
 }
 
 /// What a person does with a board, up to the first request that is refused.
@@ -273,18 +286,24 @@ TEST_F(ProcessDriver, ChildrenOfTheProgramEndWithIt) {
                             "\nexec python3 tests/acquisition/test_board.py " + log_ + "\n");
   ASSERT_EQ(ChooseBoard("process:" + script), "");
   InstallDaqDriver(&daqNone);
-  std::string number;
-  std::ifstream(pid) >> number;
-  ASSERT_FALSE(number.empty());
-  std::string state = "gone";
-  for (int i = 0; i < 100; ++i) {
-    std::ifstream stat("/proc/" + number + "/stat");
-    std::string word;
-    if (!(stat >> word >> word >> state)) state = "gone";
-    if (state == "gone" || state == "Z") break;  // nobody may be there to bury an orphan
-    usleep(10000);
+  EXPECT_TRUE(IsGoneSoon(pid));
+}
+
+/// Whoever is killed cannot say "bye": the board sees the end of its input, and a signal.
+TEST_F(ProcessDriver, ABoardDoesNotOutliveAKilledProgram) {
+  const std::string number = folder_.File("pid");
+  const std::string script =
+      Script("adaptor", "#!/bin/sh\necho $$ > " + number + "\nexec python3 tests/acquisition/test_board.py " +
+                            log_ + " hang devices\n");
+  const pid_t program = fork();
+  if (program == 0) {
+    const bool installed = ChooseBoard("process:" + script).empty();
+    kill(getpid(), installed ? SIGKILL : SIGABRT);
   }
-  EXPECT_THAT(state, AnyOf("gone", "Z"));
+  int status = 0;
+  ASSERT_EQ(waitpid(program, &status, 0), program);
+  EXPECT_EQ(WTERMSIG(status), SIGKILL);
+  EXPECT_TRUE(IsGoneSoon(number));
 }
 
 TEST_F(ProcessDriver, TheProgramInheritsNothingButItsTwoStreams) {
