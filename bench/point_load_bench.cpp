@@ -126,8 +126,8 @@ int main() {
     point.nReportNodes = FS_SetUpNodes(site.in, point, -1, 0.25 * L);
     const double evaluation = Best(60, [&] { FS_Chief(site.in, point, 1e-4 * L, f, L); });
     const double sum = Best(60, [&] {
-      FS_Green(point.x.data(), point.nReportNodes, point.k.data(), point.Phi.data(), 2, 1e-4 * L, m.N,
-               point.u.data(), point.green);
+      FS_Green(point.x.data(), point.nReportNodes, point.modes.k.data(), point.modes.Phi.data(), 2, 1e-4 * L,
+               m.N, point.u.data(), point.green);
     });
 
     plain::Modes modes;

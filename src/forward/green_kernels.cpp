@@ -32,6 +32,27 @@ inline dcomplex TimesI(dcomplex z) {
 
 }  // namespace
 
+void ThinLayerMatrices::Size(int degrees) {
+  N = degrees;
+  const auto entries = static_cast<std::size_t>(N) + 3;
+  for (std::vector<double>* v : {&M_d, &M_o})
+    if (v->size() < entries) v->resize(entries);
+  for (std::vector<dcomplex>* v : {&G_d, &G_o, &B1, &B2, &A_d, &A_o, &D_d, &D_o})
+    if (v->size() < entries) v->resize(entries);
+}
+
+bool ModesOf(ThinLayerMatrices& m, double omega2, ThinLayerModes& modes) {
+  const auto degrees = static_cast<std::size_t>(m.N);
+  if (modes.k.size() < degrees + 3) modes.k.resize(degrees + 3);
+  const std::size_t entries = static_cast<std::size_t>(modes.ld) * degrees + 1;
+  if (modes.Phi.size() < entries) modes.Phi.resize(entries);
+  int ok = 0;
+  FS_Wave(modes.k.data(), modes.Phi.data(), modes.ld, m.M_d.data(), m.M_o.data(), m.G_d.data(), m.G_o.data(),
+          m.B1.data(), m.B2.data(), m.A_d.data(), m.A_o.data(), m.D_d.data(), m.D_o.data(), omega2, m.N, 1,
+          m.Gstar, m.VsStar, m.VpStar, modes.work, ok);
+  return ok != 0;
+}
+
 void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex* B1, dcomplex* B2,
                dcomplex* A_d, dcomplex* A_o, const double* t, const double* G, const double* lambda,
                const double* damp, const double* rho, int n, int N, int hsFlag) {
@@ -41,33 +62,33 @@ void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex*
 
   const int elements = hsFlag ? n - 1 : n;
   for (int j = 1; j <= elements; ++j) {
-    const dcomplex c = Complex(1.0, 2.0 * damp[j]);
-    const dcomplex S = RCmul(G[j] * t[j] / 3.0, c);
-    const dcomplex P = RCmul((2.0 * G[j] + lambda[j]) * t[j] / 3.0, c);
-    const dcomplex Gs = RCmul(G[j] / t[j], c);
-    const dcomplex Gp = RCmul((2.0 * G[j] + lambda[j]) / t[j], c);
-    const dcomplex Bm = RCmul((G[j] - lambda[j]) / 2.0, c);
-    const dcomplex Bp = RCmul((G[j] + lambda[j]) / 2.0, c);
+    const dcomplex c{1.0, 2.0 * damp[j]};
+    const dcomplex S = G[j] * t[j] / 3.0 * c;
+    const dcomplex P = (2.0 * G[j] + lambda[j]) * t[j] / 3.0 * c;
+    const dcomplex Gs = G[j] / t[j] * c;
+    const dcomplex Gp = (2.0 * G[j] + lambda[j]) / t[j] * c;
+    const dcomplex Bm = (G[j] - lambda[j]) / 2.0 * c;
+    const dcomplex Bp = (G[j] + lambda[j]) / 2.0 * c;
     const double m = t[j] * rho[j] / 3.0;
     const int h = 2 * j - 1, v = 2 * j;  // upper node; h + 2, v + 2 the lower one
 
-    A_d[h] = Cadd(A_d[h], P);
-    A_d[v] = Cadd(A_d[v], S);
+    A_d[h] = A_d[h] + P;
+    A_d[v] = A_d[v] + S;
     A_d[h + 2] = P;
     A_d[v + 2] = S;
-    A_o[h] = RCmul(0.5, P);
-    A_o[v] = RCmul(0.5, S);
-    G_d[h] = Cadd(G_d[h], Gs);
-    G_d[v] = Cadd(G_d[v], Gp);
+    A_o[h] = 0.5 * P;
+    A_o[v] = 0.5 * S;
+    G_d[h] = G_d[h] + Gs;
+    G_d[v] = G_d[v] + Gp;
     G_d[h + 2] = Gs;
     G_d[v + 2] = Gp;
-    G_o[h] = RCmul(-1.0, Gs);
-    G_o[v] = RCmul(-1.0, Gp);
+    G_o[h] = -1.0 * Gs;
+    G_o[v] = -1.0 * Gp;
     M_d[j] += m;
     M_d[j + 1] = m;
     M_o[j] = 0.5 * m;
-    B1[h] = Csub(Bm, B1[h]);
-    B1[v] = RCmul(-1.0, Bp);
+    B1[h] = Bm - B1[h];
+    B1[v] = -1.0 * Bp;
     B1[h + 2] = Bm;
     B2[h] = Bp;
     B2[v] = {};
@@ -93,14 +114,14 @@ void FormBoundary(const double* M_d, const double* M_o, const dcomplex* G_d, con
   }
   if (!hsFlag) return;
 
-  const dcomplex q = Cdiv(VpStar, VsStar), q2 = Cmul(q, q), q3 = Cmul(q2, q);
-  const dcomplex shear = Cdiv(Gstar, VsStar);  // G / Vs = rho Vs
-  const dcomplex iGV = RCmul(0.5 / omega, TimesI(Cmul(Gstar, VsStar)));
-  D_d[N - 1] = Cadd(D_d[N - 1], RCmul(omega, TimesI(shear)));
-  D_d[N] = Cadd(D_d[N], RCmul(omega, TimesI(Cmul(shear, q))));
-  A_d[N - 1] = Csub(A_d[N - 1], Cmul(iGV, Csub(RCmul(2.0, q), {1.0, 0.0})));
-  A_d[N] = Cadd(A_d[N], Cmul(iGV, Csub(q3, RCmul(2.0, q2))));
-  B1[N - 1] = Csub(Cmul(Gstar, Csub({2.0, 0.0}, q)), B1[N - 1]);
+  const dcomplex q = VpStar / VsStar, q2 = q * q, q3 = q2 * q;
+  const dcomplex shear = Gstar / VsStar;  // G / Vs = rho Vs
+  const dcomplex iGV = 0.5 / omega * TimesI(Gstar * VsStar);
+  D_d[N - 1] = D_d[N - 1] + omega * TimesI(shear);
+  D_d[N] = D_d[N] + omega * TimesI(shear * q);
+  A_d[N - 1] = A_d[N - 1] - iGV * (2.0 * q - dcomplex{1.0, 0.0});
+  A_d[N] = A_d[N] + iGV * (q3 - 2.0 * q2);
+  B1[N - 1] = Gstar * (dcomplex{2.0, 0.0} - q) - B1[N - 1];
 }
 
 void FS_Wave(dcomplex* k, dcomplex* Phi, int ld, const double* M_d, const double* M_o, const dcomplex* G_d,
@@ -112,7 +133,7 @@ void FS_Wave(dcomplex* k, dcomplex* Phi, int ld, const double* M_d, const double
 }
 
 void FS_evint(dcomplex& I1, dcomplex& I2, dcomplex& I3, dcomplex& I4, dcomplex k, double r, double r0) {
-  const dcomplex x = RCmul(r, k), x0 = RCmul(r0, k);
+  const dcomplex x = r * k, x0 = r0 * k;
   const bool outside = r0 < r;
   const dcomplex& argJ = outside ? x0 : x;
   const dcomplex& argH = outside ? x : x0;
@@ -123,17 +144,17 @@ void FS_evint(dcomplex& I1, dcomplex& I2, dcomplex& I3, dcomplex& I4, dcomplex k
   const double decay = std::exp(std::fabs(argJ.im) + argH.im);
   const dcomplex cE = TimesC({decay * std::cos(argH.re), -decay * std::sin(argH.re)});
 
-  const dcomplex cJ1 = Cmul(cE, J1), cJ0 = Cmul(cE, J0);
-  const dcomplex cJ1H1 = Cmul(cJ1, H1);
+  const dcomplex cJ1 = cE * J1, cJ0 = cE * J0;
+  const dcomplex cJ1H1 = cJ1 * H1;
   if (outside) {
-    I1 = Cdiv(Cmul(cJ1, H0), k);
-    I3 = Cdiv(Csub(cJ1H1, {0.5 * r0 / r, 0.0}), Cmul(k, k));
+    I1 = cJ1 * H0 / k;
+    I3 = (cJ1H1 - dcomplex{0.5 * r0 / r, 0.0}) / (k * k);
   } else {
-    I1 = Cdiv(Csub(Cmul(cJ0, H1), Cdiv({1.0, 0.0}, x0)), k);
-    I3 = Cdiv(Csub(cJ1H1, {0.5 * r / r0, 0.0}), Cmul(k, k));
+    I1 = (cJ0 * H1 - dcomplex{1.0, 0.0} / x0) / k;
+    I3 = (cJ1H1 - dcomplex{0.5 * r / r0, 0.0}) / (k * k);
   }
   I2 = cJ1H1;
-  I4 = Cmul(cJ0, H0);
+  I4 = cJ0 * H0;
 }
 
 void FS_Green(const double* x, int nNodes, const dcomplex* k, const dcomplex* Phi, int ld, double r0,
@@ -145,9 +166,9 @@ void FS_Green(const double* x, int nNodes, const dcomplex* k, const dcomplex* Ph
   for (int m = 1; m <= nModes; ++m) {
     const dcomplex phi = Phi[static_cast<std::ptrdiff_t>(m - 1) * ld + 2];
     dcomplex J0, J1;
-    BesselScaled(RCmul(r0, k[m]), J0, J1);
-    mode[m].phi2 = Cmul(phi, phi);
-    mode[m].factor = Cmul(mode[m].phi2, Cdiv(TimesC(J1), k[m]));
+    BesselScaled(r0 * k[m], J0, J1);
+    mode[m].phi2 = phi * phi;
+    mode[m].factor = mode[m].phi2 * (TimesC(J1) / k[m]);
     mode[m].size = std::log(Cabs(mode[m].factor)) - 0.5 * std::log(Cabs(k[m]));
   }
 
@@ -165,18 +186,18 @@ void FS_Green(const double* x, int nNodes, const dcomplex* k, const dcomplex* Ph
       }
       for (int m = 1; m <= nModes; ++m) {
         if (mode[m].size + k[m].im * far < largest - kNegligible) continue;
-        const dcomplex H0 = Hankel0Scaled(RCmul(r, k[m]));
+        const dcomplex H0 = Hankel0Scaled(r * k[m]);
         const double decay = std::exp(k[m].im * far), phase = k[m].re * r;
-        sum = Cadd(sum, Cmul(mode[m].factor, Cmul(H0, {decay * std::cos(phase), -decay * std::sin(phase)})));
+        sum = sum + mode[m].factor * (H0 * dcomplex{decay * std::cos(phase), -decay * std::sin(phase)});
       }
     } else {
       for (int m = 1; m <= nModes; ++m) {
         dcomplex I1, I2, I3, I4;
         FS_evint(I1, I2, I3, I4, k[m], r, r0);
-        sum = Cadd(sum, Cmul(mode[m].phi2, I1));
+        sum = sum + mode[m].phi2 * I1;
       }
     }
-    u[i] = RCmul(scale, sum);
+    u[i] = scale * sum;
   }
 }
 

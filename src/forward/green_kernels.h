@@ -41,6 +41,29 @@ class ModeWork {
   std::unique_ptr<Storage> storage_;
 };
 
+/// The matrices of a mesh by diagonals, see above, with the complex properties of the half-space below. Vectors of
+/// N + 3 entries, which grow to the largest problem seen.
+struct ThinLayerMatrices {
+  int N = 0;  ///< degrees of freedom, two a node
+  std::vector<double> M_d, M_o;
+  std::vector<dcomplex> G_d, G_o, B1, B2, A_d, A_o;
+  std::vector<dcomplex> D_d, D_o;  ///< of one frequency
+  dcomplex Gstar, VsStar, VpStar;  ///< half-space: shear modulus, velocities of S and P waves
+
+  void Size(int degrees);
+};
+
+/// Modes of one frequency, 1..N; Phi holds columns of ld rows.
+struct ThinLayerModes {
+  std::vector<dcomplex> k, Phi;
+  int ld = 2;
+  ModeWork work;
+};
+
+/// FS_Wave with hsFlag 1 on the matrices that FS_Boupro filled: D, the transmitting boundary, all modes.
+/// @return whether all modes are good
+bool ModesOf(ThinLayerMatrices& m, double omega2, ThinLayerModes& modes);
+
 /// Work space of FS_Green; grows to the largest number of modes seen.
 struct GreenWork {
   struct Mode {

@@ -83,24 +83,6 @@ void Grow(std::vector<T>& v, int n) {
   if (v.size() < static_cast<std::size_t>(n)) v.resize(static_cast<std::size_t>(n));
 }
 
-struct Pass {
-  double Lnew = 0.0, V = 0.0, A = 0.0;
-  double dif = 0.0, dif2 = 0.0;
-};
-
-void Trace(const PointLoadInput& in, const PointLoadWork& work, const Pass& p, double f, int point, int slot,
-           int n1, int n2, bool accepted) {
-  std::printf("[%2ld:%2ld(%2ld)]  V=%12.7g, F=%12.7g, L=%12.7g, A=%12.7g (R1:%g, R2:%g)\n",
-              static_cast<long>(point), static_cast<long>(slot), static_cast<long>(work.passes), p.V, f,
-              p.Lnew, p.A, work.x[n1], work.x[n2]);
-  if (accepted) return;
-  if (p.dif2 > kMaxOverSeed) {
-    std::printf("......... dif2(=%g)  >  %g\n", p.dif2, kMaxOverSeed);
-  } else {
-    std::printf("......... dif(=%g)  >  %g\n", p.dif, in.wlTolerance);
-  }
-}
-
 /// Inserts a node after all with a position up to its own.
 void Insert(std::vector<LineNode>& line, double x, int setup, int side) {
   line.insert(line.begin() + (FS_LocateInsertNode(line, x) + 1), LineNode{x, setup, side});
@@ -252,47 +234,125 @@ bool FS_PreMesh(const PointLoadInput& in, PointLoadWork& work, double L) {
   mesh.top[1] = 0.0;
   for (std::size_t i = 1; i < n; ++i) mesh.top[i + 1] = mesh.top[i] + mesh.thick[i];
 
-  const dcomplex c = Complex(1.0, 2.0 * mesh.damp[n]);
-  work.Gstar = RCmul(mesh.G[n], c);
-  work.VsStar = Csqrt(RCmul(1.0 / mesh.rho[n], work.Gstar));
-  const dcomplex P = Cadd(RCmul(mesh.lambda[n], c), RCmul(2.0, work.Gstar));
-  work.VpStar = Csqrt(RCmul(1.0 / mesh.rho[n], P));
-
-  const int N = work.nModes = 2 * mesh.count;
-  for (std::vector<double>* v : {&work.M_d, &work.M_o}) Grow(*v, N + 3);
-  for (std::vector<dcomplex>* v :
-       {&work.G_d, &work.G_o, &work.B1, &work.B2, &work.A_d, &work.A_o, &work.D_d, &work.D_o, &work.k}) {
-    Grow(*v, N + 3);
-  }
-  FS_Boupro(work.M_d.data(), work.M_o.data(), work.G_d.data(), work.G_o.data(), work.B1.data(),
-            work.B2.data(), work.A_d.data(), work.A_o.data(), mesh.thick.data(), mesh.G.data(),
-            mesh.lambda.data(), mesh.damp.data(), mesh.rho.data(), mesh.count, N, 1);
+  const dcomplex c{1.0, 2.0 * mesh.damp[n]};
+  ThinLayerMatrices& m = work.matrices;
+  m.Gstar = mesh.G[n] * c;
+  m.VsStar = Csqrt(1.0 / mesh.rho[n] * m.Gstar);
+  m.VpStar = Csqrt(1.0 / mesh.rho[n] * (mesh.lambda[n] * c + 2.0 * m.Gstar));
+  m.Size(2 * mesh.count);
+  FS_Boupro(m.M_d.data(), m.M_o.data(), m.G_d.data(), m.G_o.data(), m.B1.data(), m.B2.data(), m.A_d.data(),
+            m.A_o.data(), mesh.thick.data(), mesh.G.data(), mesh.lambda.data(), mesh.damp.data(),
+            mesh.rho.data(), mesh.count, m.N, 1);
   return true;
 }
 
 int FS_Chief(const PointLoadInput& in, PointLoadWork& work, double loadRadius, double freq, double Lm) {
-  constexpr int kSurfaceOnly = 2;  // degrees of freedom of a mode that are kept
   if (!FS_PreMesh(in, work, Lm)) return -1;
-  const int N = work.nModes;
-  Grow(work.Phi, kSurfaceOnly * N + 1);
   Grow(work.u, work.nReportNodes + 1);
   const double omega = 2.0 * kPi * freq;
-  int ok = 0;
-  FS_Wave(work.k.data(), work.Phi.data(), kSurfaceOnly, work.M_d.data(), work.M_o.data(), work.G_d.data(),
-          work.G_o.data(), work.B1.data(), work.B2.data(), work.A_d.data(), work.A_o.data(), work.D_d.data(),
-          work.D_o.data(), omega * omega, N, 1, work.Gstar, work.VsStar, work.VpStar, work.modes, ok);
-  if (!ok) return 0;
-  FS_Green(work.x.data(), work.nReportNodes, work.k.data(), work.Phi.data(), kSurfaceOnly, loadRadius, N,
-           work.u.data(), work.green);
+  if (!ModesOf(work.matrices, omega * omega, work.modes)) return 0;
+  FS_Green(work.x.data(), work.nReportNodes, work.modes.k.data(), work.modes.Phi.data(), work.modes.ld,
+           loadRadius, work.matrices.N, work.u.data(), work.green);
   return 1;
 }
 
+namespace {
+
+/// What is asked of one dispersion point.
+struct PairQuestion {
+  int point, slot, setup;
+  double f, L0;   // frequency, seed wavelength
+  double radius;  // of the load
+};
+
+/// Both receivers of the set-up as nodes of the line; 0 for none.
+struct PairNodes {
+  int near = 0, far = 0;
+};
+
+/// Builds the line for a wavelength. kResult: done.
+PointLoadStatus LayOutLine(const PointLoadInput& in, PointLoadWork& work, const PairQuestion& q, double Lc,
+                           PairNodes& nodes) {
+  const double dx = Lc * kNodesPerWavelength;
+  work.nSpatialNodes = FS_GetNoSpatialNodes(in, dx, Lc);
+  if (work.nSpatialNodes > kMaxLineNodes) return PointLoadStatus::kBadInput;
+  work.nReportNodes = FS_SetUpNodes(in, work, q.point, dx);
+  work.node4L = NodeOf(in, work, 2, kBuiltInSetups);
+  nodes = {NodeOf(in, work, 1, q.setup), NodeOf(in, work, 2, q.setup)};
+  return nodes.near == 0 || nodes.far == 0 ? PointLoadStatus::kNoResult : PointLoadStatus::kResult;
+}
+
+/// Phase lags in degrees along the line, unwrapped, from the displacements.
+void PhaseAlongLine(PointLoadWork& work) {
+  Grow(work.phase, work.nReportNodes + 1);
+  double* phi = work.phase.data();
+  for (int i = 1; i <= work.nReportNodes; ++i) {
+    const dcomplex u = work.u[static_cast<std::size_t>(i)];
+    phi[i] = std::atan2(u.im, u.re) * (-180.0) / kPi;
+  }
+  FS_PhasePlot(1, work.nReportNodes, work.x.data(), phi);
+  UnwrapLine(phi, work.nReportNodes);
+  FS_PhasePlot(2, work.nReportNodes, work.x.data(), phi);
+}
+
+/// What one evaluation gave.
+struct Pass {
+  double Lnew = 0.0, V = 0.0, A = 0.0;
+  double dif = 0.0, dif2 = 0.0;
+  bool grows = false;  // the phase, from the nearer to the farther receiver
+};
+
+void Trace(const PointLoadInput& in, const PointLoadWork& work, const Pass& p, const PairQuestion& q,
+           const PairNodes& nodes, bool accepted) {
+  std::printf("[%2ld:%2ld(%2ld)]  V=%12.7g, F=%12.7g, L=%12.7g, A=%12.7g (R1:%g, R2:%g)\n",
+              static_cast<long>(q.point), static_cast<long>(q.slot), static_cast<long>(work.passes), p.V, q.f,
+              p.Lnew, p.A, work.x[static_cast<std::size_t>(nodes.near)],
+              work.x[static_cast<std::size_t>(nodes.far)]);
+  if (accepted) return;
+  if (p.dif2 > kMaxOverSeed) {
+    std::printf("......... dif2(=%g)  >  %g\n", p.dif2, kMaxOverSeed);
+  } else {
+    std::printf("......... dif(=%g)  >  %g\n", p.dif, in.wlTolerance);
+  }
+}
+
+/// One evaluation: displacement and phase at all nodes. kResult: done.
+PointLoadStatus EvaluateLine(const PointLoadInput& in, PointLoadWork& work, const PairQuestion& q, double Lc,
+                             PairNodes& nodes) {
+  const PointLoadStatus line = LayOutLine(in, work, q, Lc, nodes);
+  if (line != PointLoadStatus::kResult) return line;
+  const int good = FS_Chief(in, work, q.radius, q.f, Lc);
+  if (good < 0) return PointLoadStatus::kBadInput;
+  if (good == 0) return PointLoadStatus::kSeedKept;
+  PhaseAlongLine(work);
+  return PointLoadStatus::kResult;
+}
+
+/// Wavelength, velocity and amplitude ratio of the pair from the evaluated line, and how far they are from the
+/// wavelength Lc of the line and from the seed. A phase that does not grow counts as no agreement at all.
+Pass PairResult(const PointLoadWork& work, const PairQuestion& q, const PairNodes& nodes, double Lc,
+                double* recAmp) {
+  const auto near = static_cast<std::size_t>(nodes.near), far = static_cast<std::size_t>(nodes.far);
+  const double dX = work.x[far] - work.x[near], dPhi = work.phase[far] - work.phase[near];
+  Pass p;
+  p.Lnew = 360.0 * dX / dPhi;
+  p.V = p.Lnew * q.f;
+  p.A = Cabs(work.u[far] / work.u[near]);
+  recAmp[1] = Cabs(work.u[near]);
+  recAmp[2] = Cabs(work.u[far]);
+  p.dif = std::fabs(p.Lnew - Lc) / Lc;
+  p.dif2 = std::fabs(p.Lnew - q.L0) / q.L0;
+  p.grows = dPhi > 0.0;  // not for 0 and not-a-number
+  if (!p.grows) p.dif = kNoAgreement;
+  return p;
+}
+
+}  // namespace
+
 int FS_SASW3D(const PointLoadInput& in, PointLoadWork& work, const double* freq, double* vel, double* amp,
               const double* wavelength, int iPoint, int iSlot, dcomplex* stack, double* recAmp) {
-  const int point = std::abs(iPoint);
-  const int setup = SetupOf(in, point, iSlot);
-  const double f = freq[1], L0 = wavelength[1];
-  const double radius = in.loadRadius != 0.0 ? in.loadRadius : kRadiusOverWavelength * L0;
+  PairQuestion q{std::abs(iPoint), iSlot, SetupOf(in, std::abs(iPoint), iSlot), freq[1], wavelength[1], 0.0};
+  q.radius = in.loadRadius != 0.0 ? in.loadRadius : kRadiusOverWavelength * q.L0;
   recAmp[1] = recAmp[2] = 0.0;
   work.passes = 0;
   const auto without = [&](PointLoadStatus status) {
@@ -300,72 +360,40 @@ int FS_SASW3D(const PointLoadInput& in, PointLoadWork& work, const double* freq,
     work.status = status;
     return 0;
   };
-  if (setup == 0 || !InRange(f, 0.0, 1e+30) || !InRange(L0, 0.0, 1e+30) ||
+  if (q.setup == 0 || !InRange(q.f, 0.0, 1e+30) || !InRange(q.L0, 0.0, 1e+30) ||
       !CheckPointLoadInput(in, nullptr)) {
     return without(PointLoadStatus::kBadInput);
   }
-  if (in.trace) std::printf("*** Receiver Setup : %ld ...\n", static_cast<long>(setup));
+  if (in.trace) std::printf("*** Receiver Setup : %ld ...\n", static_cast<long>(q.setup));
 
-  double Lc = L0, Lm = L0;
-  int passCounter = 0;
+  double Lc = q.L0;  // of mesh and line
   for (;;) {
-    ++passCounter;
     ++work.passes;
-    const double dx = Lc * kNodesPerWavelength;
-    work.nSpatialNodes = FS_GetNoSpatialNodes(in, dx, Lc);
-    if (work.nSpatialNodes > kMaxLineNodes) return without(PointLoadStatus::kBadInput);
-    work.nReportNodes = FS_SetUpNodes(in, work, point, dx);
-    work.node4L = NodeOf(in, work, 2, kBuiltInSetups);
-    const int n1 = NodeOf(in, work, 1, setup), n2 = NodeOf(in, work, 2, setup);
-    if (n1 == 0 || n2 == 0) return without(PointLoadStatus::kNoResult);
-
-    const int good = FS_Chief(in, work, radius, f, Lm);
-    if (good < 0) return without(PointLoadStatus::kBadInput);
-    if (good < 1) {
+    PairNodes nodes;
+    const PointLoadStatus status = EvaluateLine(in, work, q, Lc, nodes);
+    if (status == PointLoadStatus::kSeedKept) {
       recAmp[1] = recAmp[2] = 0.0;
-      work.status = PointLoadStatus::kSeedKept;
+      work.status = status;
       return 0;
     }
+    if (status != PointLoadStatus::kResult) return without(status);
 
-    Grow(work.phase, work.nReportNodes + 1);
-    double* phi = work.phase.data();
-    for (int i = 1; i <= work.nReportNodes; ++i) {
-      const dcomplex u = work.u[static_cast<std::size_t>(i)];
-      phi[i] = std::atan2(u.im, u.re) * (-180.0) / kPi;
-    }
-    FS_PhasePlot(1, work.nReportNodes, work.x.data(), phi);
-    UnwrapLine(phi, work.nReportNodes);
-    FS_PhasePlot(2, work.nReportNodes, work.x.data(), phi);
-
-    const dcomplex u1 = work.u[static_cast<std::size_t>(n1)], u2 = work.u[static_cast<std::size_t>(n2)];
-    const double dX = work.x[n2] - work.x[n1], dPhi = phi[n2] - phi[n1];
-    Pass p;
-    p.Lnew = 360.0 * dX / dPhi;
-    p.V = p.Lnew * f;
-    p.A = Cabs(Cdiv(u2, u1));
-    recAmp[1] = Cabs(u1);
-    recAmp[2] = Cabs(u2);
-    p.dif = std::fabs(p.Lnew - Lc) / Lc;
-    p.dif2 = std::fabs(p.Lnew - L0) / L0;
-    if (!(dPhi > 0.0)) {  // also 0 and not-a-number
-      p.dif = kNoAgreement;
-      passCounter = kEndPasses;
-    }
-    PassOutcome outcome = JudgePass(p.dif, p.dif2, in.wlTolerance, passCounter);
+    Pass p = PairResult(work, q, nodes, Lc, recAmp);
+    PassOutcome outcome = JudgePass(p.dif, p.dif2, in.wlTolerance, p.grows ? work.passes : kEndPasses);
     if (!(p.V > 0.0 && p.V < HUGE_VAL && p.A < HUGE_VAL)) outcome = PassOutcome::kGiveUp;
     const bool accepted = outcome == PassOutcome::kAccept;
-    if (in.trace) Trace(in, work, p, f, point, iSlot, n1, n2, accepted);
+    if (in.trace) Trace(in, work, p, q, nodes, accepted);
     if (outcome == PassOutcome::kRepeat) {
-      Lc = Lm = p.Lnew;
+      Lc = p.Lnew;
       continue;
     }
-    if (!accepted) p.V = p.A = 0.0;
-    vel[1] = p.V;
-    amp[1] = p.A;
+    vel[1] = accepted ? p.V : 0.0;
+    amp[1] = accepted ? p.A : 0.0;
     work.status = accepted ? PointLoadStatus::kResult : PointLoadStatus::kNoResult;
     if (in.stackRec) {
-      stack[FS_stackRec(*in.stackRec, work.x[n1])] = u1;
-      stack[FS_stackRec(*in.stackRec, work.x[n2])] = u2;
+      const auto near = static_cast<std::size_t>(nodes.near), far = static_cast<std::size_t>(nodes.far);
+      stack[FS_stackRec(*in.stackRec, work.x[near])] = work.u[near];
+      stack[FS_stackRec(*in.stackRec, work.x[far])] = work.u[far];
     }
     return 0;
   }

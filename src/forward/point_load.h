@@ -69,7 +69,6 @@ struct PointLoadWork {
   int nSpatialNodes = 0;  ///< grid size
   int nReportNodes = 0;   ///< distinct nodes
   int node4L = 0;         ///< node at four wavelengths
-  int nModes = 0;         ///< N of the last eigenproblem
 
   std::vector<LineNode> line;
   std::vector<double> x, phase;
@@ -77,10 +76,8 @@ struct PointLoadWork {
   std::vector<int> recIdx;  ///< node of (side, set-up) at (side - 1) * setups + set-up
 
   SubLayerMesh mesh;
-  dcomplex Gstar, VsStar, VpStar;  ///< complex properties of the half-space
-  std::vector<double> M_d, M_o;
-  std::vector<dcomplex> G_d, G_o, B1, B2, A_d, A_o, D_d, D_o, k, Phi;
-  ModeWork modes;
+  ThinLayerMatrices matrices;
+  ThinLayerModes modes;  ///< the motion of the surface alone
   GreenWork green;
 };
 

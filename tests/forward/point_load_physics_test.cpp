@@ -94,8 +94,8 @@ TEST(PointLoadPhysics, OneModeIsTheRayleighWave) {
   Evaluate(site, 6.0, e);
   double best = HUGE_VAL;
   const Complex expected = 2.0 * kPi * e.freq / (rayleigh * std::sqrt(Complex(1.0, 0.04)));
-  for (int m = 1; m <= e.work.nModes; ++m) {
-    const Complex k(e.work.k[m].re, e.work.k[m].im);
+  for (int m = 1; m <= e.work.matrices.N; ++m) {
+    const Complex k(e.work.modes.k[m].re, e.work.modes.k[m].im);
     best = std::min(best, std::abs(k - expected) / std::abs(expected));
   }
   EXPECT_LT(best, 5e-4);

@@ -66,10 +66,10 @@ Matrices MatricesOf(const Site& site, double wavelength, double freq) {
   Matrices m;
   if (!FS_PreMesh(site.in, work, wavelength)) return m;
   const double omega = 2.0 * 3.14159265358979323846 * freq;
-  FormBoundary(work.M_d.data(), work.M_o.data(), work.G_d.data(), work.G_o.data(), work.B1.data(),
-               work.A_d.data(), work.D_d.data(), work.D_o.data(), omega * omega, work.nModes, 1, work.Gstar,
-               work.VsStar, work.VpStar);
-  m = {work.nModes, work.A_d, work.A_o, work.B1, work.B2, work.D_d, work.D_o};
+  ThinLayerMatrices& w = work.matrices;
+  FormBoundary(w.M_d.data(), w.M_o.data(), w.G_d.data(), w.G_o.data(), w.B1.data(), w.A_d.data(),
+               w.D_d.data(), w.D_o.data(), omega * omega, w.N, 1, w.Gstar, w.VsStar, w.VpStar);
+  m = {w.N, w.A_d, w.A_o, w.B1, w.B2, w.D_d, w.D_o};
   return m;
 }
 

@@ -359,17 +359,17 @@ TEST(PreMesh, HalfSpaceElementCopiesTheLastSublayer) {
   PointLoadWork work;
   ASSERT_TRUE(FS_PreMesh(site.in, work, 5.0));  // to 5.0: layers 1 and 2
   const auto n = static_cast<std::size_t>(work.mesh.count);
-  EXPECT_EQ(work.nModes, 2 * work.mesh.count);
+  EXPECT_EQ(work.matrices.N, 2 * work.mesh.count);
   EXPECT_EQ(work.mesh.thick[n], work.mesh.thick[n - 1]);
   EXPECT_EQ(work.mesh.Vs[n], 220.0);
   EXPECT_EQ(work.mesh.top[1], 0.0);
   EXPECT_NEAR(work.mesh.top[n], 5.0, 0.3);
   // complex velocities of 220 and 0.3: real parts grow a little, by the hysteretic damping
   const std::complex<double> c(1.0, 0.04), Vs = 220.0 * std::sqrt(c);
-  EXPECT_NEAR(work.VsStar.re, Vs.real(), 1e-10);
-  EXPECT_NEAR(work.VsStar.im, Vs.imag(), 1e-10);
-  EXPECT_NEAR(work.VpStar.re / work.VsStar.re, std::sqrt(2.0 * 0.7 / 0.4), 1e-12);
-  EXPECT_NEAR(work.Gstar.im, 0.04 * 1.9 * 220.0 * 220.0, 1e-6);
+  EXPECT_NEAR(work.matrices.VsStar.re, Vs.real(), 1e-10);
+  EXPECT_NEAR(work.matrices.VsStar.im, Vs.imag(), 1e-10);
+  EXPECT_NEAR(work.matrices.VpStar.re / work.matrices.VsStar.re, std::sqrt(2.0 * 0.7 / 0.4), 1e-12);
+  EXPECT_NEAR(work.matrices.Gstar.im, 0.04 * 1.9 * 220.0 * 220.0, 1e-6);
 }
 
 TEST(PreMesh, TooManySublayersMakeNoMesh) {
@@ -523,9 +523,9 @@ TEST(SASW3D, LargestMeshKeepsItsMemorySmall) {
   site.in.mesh = {570, 1.75, false};  // 998 sublayers
   const Outcome run = Evaluate(site, 6.0);
   EXPECT_EQ(run.work.status, PointLoadStatus::kResult);
-  EXPECT_EQ(run.work.nModes, 2 * 999);
+  EXPECT_EQ(run.work.matrices.N, 2 * 999);
   EXPECT_NEAR(run.vel[1], 185.0, 2.0);
-  EXPECT_LT(run.work.Phi.capacity() * sizeof(dcomplex), 1u << 20);
+  EXPECT_LT(run.work.modes.Phi.capacity() * sizeof(dcomplex), 1u << 20);
 }
 
 }  // namespace
