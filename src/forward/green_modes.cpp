@@ -8,7 +8,13 @@
 // register holds the horizontal and the vertical motion of a node of the upper half and of its mirror image
 // in the lower half, and all four lanes do the same arithmetic. Such a pair of nodes is a station; station 1
 // holds the surface and the base, station m the two neighbours of the middle node. An even number of nodes
-// gets one more at the base that is tied to nothing and stays 0. Real and imaginary parts are in registers of
+// gets one more at the base that is tied to nothing and stays 0.
+//
+//     nodes      1    2   ...   m   m+1   m+2  ...  2m   2m+1
+//     stations   1    2   ...   m   mid    m   ...   2     1
+//     lanes of a station: horizontal upper, horizontal lower, vertical upper, vertical lower
+//
+// Real and imaginary parts are in registers of
 // their own. green_modes_kernel.inc is compiled twice: with the lanes in two registers, and for AVX2, where
 // one register takes all four. There are no fused operations in either, so both give the same bytes.
 //
