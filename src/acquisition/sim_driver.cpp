@@ -62,7 +62,8 @@ int Fact(const std::string& dev, T& fact, const T& value) {
 }
 
 Clock::duration AtPace(double seconds) {
-  return std::chrono::duration_cast<Clock::duration>(Seconds(seconds * sim.options.pace));
+  constexpr double kLongest = 1e9;  // beyond any record, within any clock
+  return std::chrono::duration_cast<Clock::duration>(Seconds(std::min(seconds * sim.options.pace, kLongest)));
 }
 
 /// Distances of the inputs from the source, m; a receiver that the measurement does not have is at 0.
@@ -99,7 +100,7 @@ double OverloadingForce() {
 }
 
 /// The crew strikes once. A blow that does not trigger leaves no record; readyAt is the next blow's then.
-void Strike(bool missed, double secondsFromNow) {
+void MakeBlow(bool missed, double secondsFromNow) {
   BlowRecording recording = sim.recording;
   if (missed) recording.force = 0.0;
   ++sim.blows;
@@ -115,6 +116,16 @@ void Strike(bool missed, double secondsFromNow) {
   }
   sim.record.reset();
   sim.readyAt = std::max(sim.readyAt + AtPace(kNextBlowSeconds), Clock::now() + kNextBlowAtLeast);
+}
+
+int Strike(bool missed, double secondsFromNow) {
+  try {
+    MakeBlow(missed, secondsFromNow);
+    return daq_status::kDone;
+  } catch (const std::bad_alloc&) {
+    sim.task.started = false;
+    return RefuseTask(sim.task, "There is not enough memory for the record.");
+  }
 }
 
 int Start(int number) {
@@ -133,13 +144,7 @@ int Start(int number) {
   if (sim.records == sim.options.overload) sim.recording.force = OverloadingForce();
   const bool triggered = sim.task.triggerChannel >= 0;
   const double wait = triggered ? std::max(kCrewSeconds, sim.task.preTrigger / sim.task.rate) : 0.0;
-  try {
-    Strike(sim.records == sim.options.miss, wait);
-  } catch (const std::bad_alloc&) {
-    sim.task.started = false;
-    return RefuseTask(sim.task, "There is not enough memory for the record.");
-  }
-  return daq_status::kDone;
+  return Strike(sim.records == sim.options.miss, wait);
 }
 
 /// Makes samples until the record is whole or the time is over. False with the time over.
@@ -160,7 +165,7 @@ int Wait(int number, double seconds, bool& ready) {
   while (!sim.record) {  // the last blow did not trigger
     std::this_thread::sleep_until(std::min(end, sim.readyAt));
     if (Clock::now() < sim.readyAt) return daq_status::kDone;
-    Strike(false, 0.0);
+    if (const int status = Strike(false, 0.0); status < 0) return status;
   }
   if (!MakeRecordUntil(end)) return daq_status::kDone;
   std::this_thread::sleep_until(std::min(end, sim.readyAt));
