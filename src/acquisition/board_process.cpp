@@ -187,12 +187,20 @@ bool BoardProcess::Start(const std::vector<std::string>& words, std::string& rea
 
 bool BoardProcess::Ask(const std::string& request, BoardReply& reply, double seconds) {
   if (!Running()) return dead_.empty() ? GiveUp("is not running") : false;
-  if (taken_ < bytes_.size()) return GiveUp("sends more than was asked for");
+  if (!IsQuiet()) return false;
   const Clock::time_point end = Clock::now() + kAnswerTime + Lasting(std::clamp(seconds, 0.0, 1e6));
   reader_.ExpectLine();
   if (!Send(request + "\n", end) || !Receive(end)) return false;
   if (ParseBoardReply(reader_.Line(), reply)) return true;
   return GiveUp("does not keep to the protocol: \"" + reader_.Line().substr(0, 80) + "\"");
+}
+
+/// Nothing may have come that was not asked for: it would be taken for the answer to the next request.
+bool BoardProcess::IsQuiet() {
+  char byte;
+  const ssize_t n = taken_ < bytes_.size() ? 1 : read(fromBoard_, &byte, 1);
+  if (n > 0) return GiveUp("sends more than was asked for");
+  return n < 0 || GiveUp("has ended");
 }
 
 bool BoardProcess::TakeSamples(double* samples, std::size_t count) {

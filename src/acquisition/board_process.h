@@ -46,6 +46,7 @@ class BoardProcess {
  private:
   using Clock = std::chrono::steady_clock;
 
+  bool IsQuiet();
   bool Send(const std::string& line, Clock::time_point end);
   bool Receive(Clock::time_point end);
   bool ExitedBy(Clock::time_point end) const;

@@ -2,7 +2,6 @@
 #include "acquisition/process_driver.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <limits>
 #include <utility>
@@ -89,11 +88,14 @@ bool IsOneField(const std::string& name) {
          std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-/// The shortest text that reads back as the same number.
+/// A short text that reads back as the same number, without an exponent where that is usual.
 std::string Number(double x) {
-  char text[32];
-  const auto [end, error] = std::to_chars(text, text + sizeof text, x);
-  return {text, end};
+  std::string text;
+  for (int digits = 15; digits <= 17; ++digits) {
+    text = FormatText("%.*g", digits, x);
+    if (ParseReal(text) == x) break;
+  }
+  return text;
 }
 
 template <class T, class Parse>

@@ -193,7 +193,9 @@ TEST_F(ProcessDriver, NumbersKeepAllTheirDigits) {
                               .couplingAC = true}),
             0);
   EXPECT_EQ(Daq().cfgSampClkTiming(task, 2.0 / 3.0, 1 << 20), 0);
+  EXPECT_EQ(Daq().cfgSampClkTiming(task, 100000.0, 64), 0);
   const std::vector<std::string> log = Log();
+  EXPECT_EQ(log[4], "clock 7 100000 64") << "no exponent";
   EXPECT_EQ(log[2], "channel 7 Dev1/ai0 0 0.0316 diff accel 0.0021 ac");
   EXPECT_EQ(log[3], "clock 7 0.6666666666666666 1048576");
 }
@@ -245,6 +247,19 @@ TEST_F(ProcessDriver, FaultsOfTheSamplesEndTheBoard) {
   ASSERT_EQ(ChooseBoard(Board("more read")), "");
   EXPECT_EQ(UseBoard(), daq_status::kRefused);
   EXPECT_THAT(Daq().errorString(daq_status::kRefused), HasSubstr("sends more than was asked for"));
+}
+
+/// An answer that comes late and unasked must not pass for the answer to the next request.
+TEST_F(ProcessDriver, AnAnswerThatNobodyAskedForEndsTheBoard) {
+  const std::string script = Script(
+      "chatty", "#!/bin/sh\nread a; echo ok 1 chatty\nread a; echo ok 5; sleep 0.2; echo ok\nsleep 9\n");
+  ASSERT_EQ(ChooseBoard("process:" + script), "");
+  int task = 0;
+  EXPECT_EQ(Daq().createTask("DAQTask", task), 0);
+  usleep(600000);
+  EXPECT_EQ(Daq().startTask(task), daq_status::kRefused);
+  EXPECT_THAT(Daq().errorString(daq_status::kRefused), HasSubstr("sends more than was asked for"));
+  EXPECT_FALSE(HasChildren());
 }
 
 TEST_F(ProcessDriver, ARefusalOfTheBoardLeavesItInUse) {
