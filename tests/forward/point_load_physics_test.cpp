@@ -1,10 +1,10 @@
 // point_load_physics_test.cpp - the point-load solver against the integral over wavenumbers of the exact
 // layered ground.
 //
-// What the mesh costs in accuracy is part of the method and stated here: 2 % of the pair velocity with the
-// even mesh, 1 % with the graded mesh of 1.75 wavelengths, 0.1 % with one of 4 wavelengths where velocity
-// grows with depth. A stiff crust guides waves that leave it only slowly; there the base of the mesh shows,
-// up to 7 %.
+// What the mesh costs in accuracy is part of the method and stated here, as in docs/method.md. Of the pair velocity:
+// 2 % with the even mesh, 1 % with the graded mesh of 1.75 wavelengths, 0.1 % with one of 4 wavelengths where velocity
+// grows with depth (0.15 % under a stiff crust). A wave of at most twice the thickness of a stiff crust is guided by
+// it and leaves it only slowly; there the base of the mesh shows: 5.5, 5 and 4.5 %.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -135,19 +135,19 @@ double ExactPairVelocity(const Site& site, const Evaluation& e, double wavelengt
 struct Ground {
   const char* name;
   std::vector<truth::Layer> layers;
-  bool normal;  // velocity grows with depth
+  double crust;  // thickness of a stiff layer on softer ground, 0 where velocity grows with depth
 };
 
 const Ground kGrounds[] = {
-    {"Uniform25", {{1000.0, 200.0, 1.9, 0.25, 0.02}}, true},
-    {"Uniform40", {{1000.0, 200.0, 1.9, 0.4, 0.02}}, true},
-    {"TwoLayers", {{5.0, 150.0, 1.8, 0.33, 0.02}, {1000.0, 300.0, 2.0, 0.3, 0.02}}, true},
+    {"Uniform25", {{1000.0, 200.0, 1.9, 0.25, 0.02}}, 0.0},
+    {"Uniform40", {{1000.0, 200.0, 1.9, 0.4, 0.02}}, 0.0},
+    {"TwoLayers", {{5.0, 150.0, 1.8, 0.33, 0.02}, {1000.0, 300.0, 2.0, 0.3, 0.02}}, 0.0},
     {"FourLayers",
      {{2.0, 120.0, 1.8, 0.35, 0.02},
       {3.0, 180.0, 1.8, 0.4, 0.02},
       {6.0, 260.0, 1.9, 0.3, 0.02},
       {1000.0, 400.0, 2.0, 0.25, 0.02}},
-     true},
+     0.0},
     {"Gradual",
      {{1.0, 140.0, 1.8, 0.3, 0.02},
       {1.0, 160.0, 1.8, 0.3, 0.02},
@@ -155,18 +155,19 @@ const Ground kGrounds[] = {
       {3.0, 220.0, 1.9, 0.3, 0.02},
       {4.0, 250.0, 1.9, 0.3, 0.02},
       {1000.0, 280.0, 2.0, 0.3, 0.02}},
-     true},
+     0.0},
     {"StiffCrust",
      {{1.0, 400.0, 2.0, 0.3, 0.02}, {5.0, 150.0, 1.8, 0.35, 0.02}, {1000.0, 300.0, 2.0, 0.3, 0.02}},
-     false},
+     1.0},
     {"SoftLayer",
      {{2.0, 250.0, 1.9, 0.3, 0.02}, {3.0, 150.0, 1.8, 0.35, 0.02}, {1000.0, 400.0, 2.0, 0.3, 0.02}},
-     false},
+     2.0},
 };
 
 class PairVelocity : public testing::TestWithParam<std::tuple<int, double>> {
  protected:
-  void Check(int type, double fDispBulb, double tolerance) {
+  /// Tolerances where velocity grows with depth, under a crust, and for waves that the crust guides.
+  void Check(int type, double fDispBulb, double growing, double underCrust, double inCrust) {
     const Ground& ground = kGrounds[std::get<0>(GetParam())];
     const double wavelength = std::get<1>(GetParam());
     Site site(ground.layers);
@@ -174,18 +175,20 @@ class PairVelocity : public testing::TestWithParam<std::tuple<int, double>> {
     Evaluation e;
     ASSERT_NO_FATAL_FAILURE(Evaluate(site, wavelength, e));
     const double exact = ExactPairVelocity(site, e, wavelength);
-    EXPECT_NEAR(e.vel[1] / exact, 1.0, ground.normal ? tolerance : 0.07) << ground.name << " " << wavelength;
+    const bool guided = wavelength <= 2.0 * ground.crust;
+    const double tolerance = guided ? inCrust : ground.crust > 0.0 ? underCrust : growing;
+    EXPECT_NEAR(e.vel[1] / exact, 1.0, tolerance) << ground.name << " " << wavelength;
   }
 };
 
 TEST_P(PairVelocity, EvenMeshIsWithinTwoPercent) {
-  Check(3, 1.75, 0.02);
+  Check(3, 1.75, 0.02, 0.02, 0.055);
 }
 TEST_P(PairVelocity, GradedMeshIsWithinOnePercent) {
-  Check(4, 1.75, 0.01);
+  Check(4, 1.75, 0.01, 0.01, 0.05);
 }
 TEST_P(PairVelocity, DeepGradedMeshIsWithinAThousandth) {
-  Check(4, 4.0, 0.001);
+  Check(4, 4.0, 0.001, 0.0015, 0.045);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sites, PairVelocity,
