@@ -8,7 +8,9 @@
 #include "panels/analresult.h"
 #include "panels/asavedlg.h"
 #include "panels/cdisppnl.h"
+#include "panels/cdisppnl_files.h"
 #include "panels/dispcurv.h"
+#include "panels/dispcurv_page.h"
 #include "panels/fmodeling.h"
 #include "panels/gaborpnl.h"
 #include "panels/hmsetup.h"
@@ -21,10 +23,9 @@
 #include "panels/sasw_dispersion.h"
 #include "panels/sasw_masking.h"
 #include "panels/sasw_phases.h"
+#include "panels/trace_display.h"
 #include "panels/traces.h"
 #include "panels/window_modes.h"
-#include "plot/disp_curv_plot.h"
-#include "plot/trace_plot.h"
 #include "project/analysis_section.h"
 #include "project/exd_files.h"
 #include "project/legacy_files.h"
@@ -51,7 +52,6 @@
 #include "runtime/catalogue/sasw.h"
 #include "runtime/controls.h"
 #include "runtime/redraw.h"
-#include "signal/rep_curve_files.h"
 
 namespace sondera {
 namespace {

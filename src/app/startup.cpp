@@ -22,7 +22,6 @@
 #include "runtime/findings.h"
 #include "runtime/graphs.h"
 #include "runtime/written_files.h"
-#include "signal/rep_curves.h"
 #include "signal/signal_state.h"
 
 namespace sondera {
@@ -57,7 +56,6 @@ void InitVariables() {
   MakeFirstMeasurement();
   UpdateHWSetup(session.curProjID, session.curMeasID);
   UpdateMeasSetup(session.curProjID, session.curMeasID, 2);
-  SetupCDispParameter();
   SetupSiteCategory();
   ShowEvenSpacing();
   InitializeFModel();

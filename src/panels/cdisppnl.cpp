@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "panels/event_listener.h"
 #include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -58,6 +59,25 @@ int Calculate() {
 }
 
 }  // namespace
+
+void UpdateDispDlgPanel() {
+  using namespace cdisppnl;
+  CDispSettings& p = CDispParam;
+  p.avgDomain = GetCtrlVal(AVGDOMAIN);
+  p.nSpanG = GetCtrlVal(GLOBAL_NSPAN);
+  p.nPointsG = GetCtrlVal(GLOBAL_NPOINTS);
+  p.globalPolyOrder = GetCtrlVal(GLOBAL_POLYORDER);
+  p.arrayPolyOrder = GetCtrlVal(ARRAY_POLYORDER);
+  p.incRatioG = GetCtrlVal(AVG_LINLOG) == 1 ? GetCtrlVal(GLOBAL_INCRATIO) : kLogSpacing;
+  p.nSpanA = p.nSpanG;
+  p.nPointsA = p.nPointsG;
+  p.incRatioA = p.incRatioG;
+}
+
+int PerformAveraging(int takeAllG, int takeAllA) {
+  EventListener listener;
+  return ShowRefusal(AverageCurves(takeAllG, takeAllA, listener));
+}
 
 int SetupCompDispCurveCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;

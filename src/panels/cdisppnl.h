@@ -6,6 +6,14 @@
 
 namespace sondera {
 
+/// Takes the settings from the panel into CDispParam. While AVG_LINLOG is not 1 the ratio is -1. Kept: the
+/// settings of the array curves become the global ones.
+void UpdateDispDlgPanel();
+
+/// AverageCurves of signal/rep_curves.h: makes the global curve and then the array curves, by CDispParam. -1
+/// with one message, and the curves as they were, when a setting is outside its limits.
+int PerformAveraging(int takeAllG, int takeAllA);
+
 /// Button of the dispersion page, and menu item: shows the panel and lists the pairs with included = 1. A
 /// pair without a number of polynomial terms (0) gets that of CDispParam. The first pair is selected. Kept:
 /// the labels count channels from 1 after the button and from 0 after the menu item.

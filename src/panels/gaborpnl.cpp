@@ -7,6 +7,8 @@
 
 #include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
+#include "plot/gabor_plot.h"
+#include "records/kinds.h"
 #include "records/session.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/sasw.h"
@@ -20,8 +22,7 @@ namespace {
 using namespace gaborpnl;
 
 constexpr int kMaskingPage = 1;
-constexpr int kGaborDisplay = 10;  // item of DISPATYPE and DISPBTYPE
-constexpr double kTopLevel = 100.0;
+constexpr int kGaborSpectrum = static_cast<int>(DisplayType::GaborSpectrum);
 constexpr double kDelayOfSlowest = 3.0, kLongestShare = 0.2;  // see CalcGabor
 
 constexpr const TextControl* kLevels[] = {&LOCOLORVAL, &INTCOLORVAL1, &INTCOLORVAL2, &HICOLORVAL};
@@ -48,7 +49,7 @@ void ShowOnTraceB(const CurrentPair& current) {
   SetCtrlIndex(sasw::DISPBID, FindListItem(sasw::DISPBID, current.records.measID));
   SetCtrlVal(sasw::DISPB_REFCHNL, current.refChan);
   SetCtrlVal(sasw::DISPBCHNL, current.dspChan);
-  SetCtrlVal(sasw::DISPBTYPE, kGaborDisplay);
+  SetCtrlVal(sasw::DISPBTYPE, kGaborSpectrum);
 }
 
 }  // namespace
@@ -103,15 +104,6 @@ int UpdateGaborConfig() {
   return 0;
 }
 
-std::vector<ColorLevel> MakeGaborColorMap(double threshold) {
-  const ColorScale& colors = session.gaborColor;
-  const double third = (kTopLevel - threshold) / 3.0;
-  return {{threshold, colors.lo},
-          {threshold + third, colors.int1},
-          {threshold + 2.0 * third, colors.int2},
-          {kTopLevel, colors.hi}};
-}
-
 std::vector<ColorLevel> MakeGaborColorMap() {
   const PMeasInfo* pair = FindCurrentPair(Panel::SASW).pair;
   return MakeGaborColorMap(pair ? pair->cntThreshold : session.gaborThreshold);
@@ -148,8 +140,8 @@ int GaborCalcCallback(Panel, ControlId, Event event, long) {
   CalcGaborMaps(Panel::SASW);
   const CurrentPair current = FindCurrentPair(Panel::SASW);
   if (!current.pair) return -1;
-  current.pair->phaseOption = 2;
-  if (GetCtrlVal(sasw::DISPATYPE) != kGaborDisplay && GetCtrlVal(sasw::DISPBTYPE) != kGaborDisplay)
+  current.pair->phaseOption = kBackbonePhase;
+  if (GetCtrlVal(sasw::DISPATYPE) != kGaborSpectrum && GetCtrlVal(sasw::DISPBTYPE) != kGaborSpectrum)
     ShowOnTraceB(current);
   DoPlotting(kMaskingPage);
   return 0;

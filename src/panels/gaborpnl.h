@@ -22,9 +22,8 @@ int UpdateGaborConfig();
 /// Draws the colour strip COLORSCALE and shows the four levels and colours.
 void RefreshGaborColorScale();
 
-/// The session's four colours: at the threshold, at the two thirds between it and 100, and at 100.
-/// Without an argument: the threshold of the pair on display, or that for new pairs when there is none.
-std::vector<ColorLevel> MakeGaborColorMap(double threshold);
+/// The colours of a map (plot/gabor_plot.h) above the threshold of the pair on display, or above that for new
+/// pairs when there is none.
 std::vector<ColorLevel> MakeGaborColorMap();
 
 /// Menu: shows the panel with the pair on display.

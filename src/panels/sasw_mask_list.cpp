@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "panels/trace_selection.h"
+#include "records/kinds.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
@@ -16,10 +17,6 @@ namespace sondera {
 namespace {
 
 constexpr std::string_view kWarningTitle = "Sondera - Warning";
-
-// Display types whose abscissa is time.
-constexpr int kTimeTraceType = 0;
-constexpr int kImpulseResponseType = 9;
 
 void Warn(std::string_view text) {
   MessagePopup(kWarningTitle, text);
@@ -32,8 +29,8 @@ int ShowWarning(const Refusal& refusal) {
 }
 
 std::optional<double> UpperFrequency(const CurrentPair& current) {
-  const int shown = GetCtrlVal(sasw::DISPATYPE);
-  if (shown != kTimeTraceType && shown != kImpulseResponseType) {
+  const auto shown = static_cast<DisplayType>(GetCtrlVal(sasw::DISPATYPE));
+  if (!IsOverTime(shown)) {
     if (const auto limit = UpperXLimit(sasw::DISPLAY_A)) return limit;
   }
   if (current.key == -1 || current.records.hwPos < 0) return std::nullopt;

@@ -5,6 +5,7 @@
 
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
+#include "records/kinds.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
@@ -20,11 +21,11 @@ PhaseBoxes ReadBoxes() {
           GetCtrlVal(sasw::PHASE_BACKBONE)};
 }
 
-/// Turns on the box of a curve: 0 original, 1 enhanced, 2 backbone.
+/// Turns on the box of a curve, by its phase option.
 void TurnOnBox(int curve) {
-  if (curve == 2) SetCtrlVal(sasw::PHASE_BACKBONE, 1);
-  if (curve == 1) SetCtrlVal(sasw::PHASE_ENHANCED, 1);
-  if (curve == 0) SetCtrlVal(sasw::PHASE_ORIGINAL, 1);
+  if (curve == kBackbonePhase) SetCtrlVal(sasw::PHASE_BACKBONE, 1);
+  if (curve == kEnhancedPhase) SetCtrlVal(sasw::PHASE_ENHANCED, 1);
+  if (curve == kOriginalPhase) SetCtrlVal(sasw::PHASE_ORIGINAL, 1);
 }
 
 }  // namespace
@@ -36,7 +37,7 @@ int PhaseOptionCallback(Panel, ControlId, Event event, long) {
   TurnOnBox(GetCtrlVal(sasw::DISPCURV_OPTION));
   if (!boxes.original && !boxes.enhanced && !boxes.backbone) {
     const PhaseBoxes& before = panelsState.boxesBefore;
-    TurnOnBox(before.original ? 0 : before.enhanced ? 1 : 2);
+    TurnOnBox(before.original ? kOriginalPhase : before.enhanced ? kEnhancedPhase : kBackbonePhase);
   }
   DoPlotting(kMaskingPage);
   return 0;

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -12,31 +11,17 @@
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
 #include "records/session.h"
-#include "runtime/catalogue/dispcurv.h"
 #include "runtime/graphs.h"
 
 namespace sondera {
 namespace {
 
 constexpr int kColorNotGiven = -1;
-constexpr int kLastCounterValue = 18;
 constexpr int kGlobalMarker = 12, kGlobalColor = 2;
 constexpr int kBackgroundColor = 12;  // composite curves behind a representative one
 constexpr double kAxisMargin = 1.2;
 constexpr double kLowestOnLogAxis = 1e-10;
 constexpr std::array<const char*, 3> kQuantityNames = {"Phase Velocity", "Frequency", "Wavelength"};
-
-/// A curve ready for the graph; columns by quantity: velocity, frequency, wavelength.
-struct PageCurve {
-  std::string label;
-  std::array<std::span<const double>, 3> columns;
-  int marker = 0, color = 0;
-};
-
-/// Everything that may be plotted.
-struct PageCurves {
-  std::vector<PageCurve> composite, global, array;
-};
 
 std::size_t Quantity(int type) {
   return static_cast<std::size_t>(std::clamp(type, 0, 2));
@@ -48,31 +33,15 @@ std::size_t PointCount(const PMeasInfo& pair) {
   return std::min(static_cast<std::size_t>(std::max(pair.nDispPoints, 0)), room);
 }
 
-bool IsPlotted(const PMeasInfo& pair) {
-  return pair.included == 1 && PointCount(pair) > 0;
-}
-
-std::size_t CountIncludedPoints() {
-  std::size_t count = 0;
-  for (const PMeasInfo& pair : MeasDB.pMeasList)
-    if (pair.included == 1) count += PointCount(pair);
-  return count;
-}
-
-/// Fills both lists and gathers the included curves; gives colours to those that have none.
-std::vector<PageCurve> ListPairCurves(bool csw) {
+/// The included curves of pairs; gives colours to those that have none.
+std::vector<PageCurve> PairCurves(bool csw) {
   std::vector<PageCurve> curves;
-  for (int i = 1; i <= MeasDB.pMeasList.count(); ++i) {
-    PMeasInfo& pair = *MeasDB.pMeasList.at(i);
+  for (PMeasInfo& pair : MeasDB.pMeasList) {
     std::string projID, measID;
-    if (!GetIDfromKey(pair.key, projID, measID)) continue;
-    const std::string label = DispCurveLabel(measID, pair.refChan, pair.dspChan, csw);
-    if (pair.included != 1) InsertListItem(dispcurv::LIST_EXCLUDED, -1, label, i - 1);
-    if (!IsPlotted(pair)) continue;
-    InsertListItem(dispcurv::LIST_INCLUDED, -1, label, i - 1);
+    if (!IsPlotted(pair) || !GetIDfromKey(pair.key, projID, measID)) continue;
     if (pair.color == kColorNotGiven) pair.color = session.nextCurveColor++;
     const std::size_t n = PointCount(pair);
-    curves.push_back({label,
+    curves.push_back({DispCurveLabel(measID, pair.refChan, pair.dspChan, csw),
                       {std::span<const double>(pair.dispVel.data(), n),
                        {pair.dispFreq.data(), n},
                        {pair.dispWlen.data(), n}},
@@ -89,22 +58,6 @@ PageCurve Representative(const DispInfo& d, std::string label, int marker, int c
           {std::span<const double>(d.vel.data(), n), {d.freq.data(), n}, {d.wlen.data(), n}},
           marker,
           CurveColor(color)};
-}
-
-PageCurves GatherCurves(bool csw) {
-  PageCurves curves;
-  curves.composite = ListPairCurves(csw);
-  for (const DispInfo& d : MeasDB.gDispList)
-    curves.global.push_back(Representative(d, d.label, kGlobalMarker, kGlobalColor));
-  for (const DispInfo& d : MeasDB.aDispList) {
-    PMeasInfo* pair = nullptr;
-    std::string projID, measID;
-    if (CheckifIncluded(d.key, d.refChan, d.dspChan, pair) != 1 || !GetIDfromKey(d.key, projID, measID))
-      continue;
-    curves.array.push_back(
-        Representative(d, DispCurveLabel(measID, d.refChan, d.dspChan, csw), pair->marker, pair->color));
-  }
-  return curves;
 }
 
 /// Range of a quantity over the pair curves, with margin, on nice numbers. Equal limits without a value.
@@ -127,34 +80,17 @@ AxisRange AutoRange(const std::vector<PageCurve>& curves, std::size_t quantity, 
   return range;
 }
 
-void SetUpAxis(const std::vector<PageCurve>& composite, bool xAxis) {
-  AxisRecord& record = session.dispAxis;
+void SetUpAxis(const GraphControl& graph, const std::vector<PageCurve>& composite, bool xAxis,
+               AxisRecord& record) {
   const std::size_t quantity = Quantity(xAxis ? record.xType : record.yType);
   const bool linear = (xAxis ? record.xLinear : record.yLinear) != 0;
   if ((xAxis ? record.xAutoScale : record.yAutoScale) != 0)
     record.range[quantity] = AutoRange(composite, quantity, linear);
-  GraphModel& graph = GraphOf(dispcurv::DISPGRAPH);
-  AxisModel& axis = xAxis ? graph.xAxis : graph.yAxis;
+  GraphModel& model = GraphOf(graph);
+  AxisModel& axis = xAxis ? model.xAxis : model.yAxis;
   axis.label = kQuantityNames[quantity];
   axis.logarithmic = !linear;
-  SetAxisRange(dispcurv::DISPGRAPH, xAxis, record.range[quantity].min, record.range[quantity].max);
-}
-
-void Plot(const std::vector<PageCurve>& curves, PlotStyle style, int color = kColorNotGiven) {
-  const std::size_t x = Quantity(session.dispAxis.xType), y = Quantity(session.dispAxis.yType);
-  for (const PageCurve& c : curves)
-    PlotXY(dispcurv::DISPGRAPH, {c.columns[x].begin(), c.columns[x].end()},
-           {c.columns[y].begin(), c.columns[y].end()}, style, c.marker,
-           color == kColorNotGiven ? c.color : CurveColor(color), c.label);
-}
-
-void PlotCurves(const PageCurves& curves, int type) {
-  using namespace curve_type;
-  const bool representative = type == kCompositeGlobal || type == kCompositeArray;
-  if (type == kComposite) Plot(curves.composite, PlotStyle::Scatter);
-  if (representative) Plot(curves.composite, PlotStyle::Scatter, kBackgroundColor);
-  if (type == kGlobal || type == kCompositeGlobal) Plot(curves.global, PlotStyle::ConnectedPoints);
-  if (type == kArray || type == kCompositeArray) Plot(curves.array, PlotStyle::ConnectedPoints);
+  SetAxisRange(graph, xAxis, record.range[quantity].min, record.range[quantity].max);
 }
 
 }  // namespace
@@ -164,17 +100,48 @@ int CurveColor(int index) {
   return kCurveColors[static_cast<std::size_t>(((index % count) + count) % count)];
 }
 
-int DrawDispCurvPage(int flag) {
-  if (!MeasDB.pMeasList.empty() && CountIncludedPoints() == 0) return -1;
-  if (session.nextCurveColor > kLastCounterValue) session.nextCurveColor = 0;
-  DeleteGraphPlot(dispcurv::DISPGRAPH);
-  ClearListCtrl(dispcurv::LIST_INCLUDED);
-  ClearListCtrl(dispcurv::LIST_EXCLUDED);
-  const PageCurves curves = GatherCurves(flag != 1);
-  SetUpAxis(curves.composite, true);
-  SetUpAxis(curves.composite, false);
-  PlotCurves(curves, GetCtrlVal(dispcurv::DISPCURVTYPE));
-  return 0;
+bool IsPlotted(const PMeasInfo& pair) {
+  return pair.included == 1 && PointCount(pair) > 0;
+}
+
+std::size_t CountIncludedPoints() {
+  std::size_t count = 0;
+  for (const PMeasInfo& pair : MeasDB.pMeasList)
+    if (pair.included == 1) count += PointCount(pair);
+  return count;
+}
+
+PageCurves GatherCurves(bool csw) {
+  PageCurves curves;
+  curves.composite = PairCurves(csw);
+  for (const DispInfo& d : MeasDB.gDispList)
+    curves.global.push_back(Representative(d, d.label, kGlobalMarker, kGlobalColor));
+  for (const DispInfo& d : MeasDB.aDispList) {
+    PMeasInfo* pair = nullptr;
+    std::string projID, measID;
+    if (CheckifIncluded(d.key, d.refChan, d.dspChan, pair) != 1 || !GetIDfromKey(d.key, projID, measID))
+      continue;
+    curves.array.push_back(
+        Representative(d, DispCurveLabel(measID, d.refChan, d.dspChan, csw), pair->marker, pair->color));
+  }
+  return curves;
+}
+
+void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int type, AxisRecord& axes) {
+  DeleteGraphPlot(graph);
+  SetUpAxis(graph, curves.composite, true, axes);
+  SetUpAxis(graph, curves.composite, false, axes);
+  const std::size_t x = Quantity(axes.xType), y = Quantity(axes.yType);
+  const auto plot = [&](const std::vector<PageCurve>& group, PlotStyle style, bool behind = false) {
+    for (const PageCurve& c : group)
+      PlotXY(graph, {c.columns[x].begin(), c.columns[x].end()}, {c.columns[y].begin(), c.columns[y].end()},
+             style, c.marker, behind ? CurveColor(kBackgroundColor) : c.color, c.label);
+  };
+  using namespace curve_type;
+  if (type == kComposite) plot(curves.composite, PlotStyle::Scatter);
+  if (type == kCompositeGlobal || type == kCompositeArray) plot(curves.composite, PlotStyle::Scatter, true);
+  if (type == kGlobal || type == kCompositeGlobal) plot(curves.global, PlotStyle::ConnectedPoints);
+  if (type == kArray || type == kCompositeArray) plot(curves.array, PlotStyle::ConnectedPoints);
 }
 
 }  // namespace sondera

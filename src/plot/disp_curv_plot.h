@@ -1,11 +1,17 @@
-// disp_curv_plot.h - what the dispersion page shows: the two curve lists, the graph with its axes, the
-// colours.
+// disp_curv_plot.h - the graph of the dispersion page: its curves with their colours, and its axes.
 //
-// Stands behind the redraw notice DispCurvPlot. Fills the controls and the graph model of DISPCURV from the
-// pair records, the representative curves and the axis record session.dispAxis; draws nothing itself.
+// panels/dispcurv_page.h fills the page with them. Fills the graph model and draws nothing itself.
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/graphs.h"
 
 namespace sondera {
 
@@ -25,12 +31,32 @@ inline constexpr int kCompositeGlobal = 3;
 inline constexpr int kCompositeArray = 4;
 }  // namespace curve_type
 
-/// Fills the page. Included curves with points go to LIST_INCLUDED, excluded ones to LIST_EXCLUDED, included
-/// ones without points to neither. A curve that has no colour gets the next one. An axis with automatic scale
-/// takes its range from the pair curves, whatever is plotted, and keeps it in the axis record.
-/// @param flag  1: labels "id[1:2]"; another: "CSW-id[1:2]"
-/// Returns 0. Kept: -1, with the page left as it was, when there are pairs but no included curve with a
-/// point, so the last curve stays on the page after it has been excluded.
-int DrawDispCurvPage(int flag);
+/// A curve ready for the graph; columns by quantity: velocity, frequency, wavelength.
+struct PageCurve {
+  std::string label;
+  std::array<std::span<const double>, 3> columns;
+  int marker = 0, color = 0;
+};
+
+/// Everything that may be plotted.
+struct PageCurves {
+  std::vector<PageCurve> composite, global, array;
+};
+
+/// A pair with included = 1 and a curve of at least one point.
+bool IsPlotted(const PMeasInfo& pair);
+/// Points of all pairs with included = 1.
+std::size_t CountIncludedPoints();
+
+/// Everything that may be plotted, out of the pair records and the representative curves. A curve of a pair that has
+/// no colour gets the next one (session.nextCurveColor).
+/// @param csw  labels "CSW-id[1:2]" in place of "id[1:2]"
+/// The columns are views of the records.
+PageCurves GatherCurves(bool csw);
+
+/// Puts the curves that DISPCURVTYPE names on a graph in place of what was on it, and sets up its axes. An axis with
+/// automatic scale takes its range from the pair curves, whatever is plotted, and keeps it in the axis record.
+/// @param type  a number of namespace curve_type
+void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int type, AxisRecord& axes);
 
 }  // namespace sondera

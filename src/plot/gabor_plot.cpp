@@ -6,12 +6,25 @@
 #include <utility>
 #include <vector>
 
-#include "panels/gaborpnl.h"
+#include "records/kinds.h"
 #include "records/session.h"
-#include "runtime/dialogs.h"
 #include "signal/gabor.h"
 
 namespace sondera {
+namespace {
+
+constexpr double kTopLevel = 100.0;
+
+}  // namespace
+
+std::vector<ColorLevel> MakeGaborColorMap(double threshold) {
+  const ColorScale& colors = session.gaborColor;
+  const double third = (kTopLevel - threshold) / 3.0;
+  return {{threshold, colors.lo},
+          {threshold + third, colors.int1},
+          {threshold + 2.0 * third, colors.int2},
+          {kTopLevel, colors.hi}};
+}
 
 // A column of the image is a frequency, so a row of the map.
 IntensityModel GaborImage(const PMeasInfo& pair) {
@@ -23,7 +36,8 @@ IntensityModel GaborImage(const PMeasInfo& pair) {
   image.yMin = pair.initTime;
   image.yMax = pair.finalTime;
   image.colorMap = MakeGaborColorMap(pair.cntThreshold);
-  const int option = pair.phaseOption == 1 || pair.phaseOption == 2 ? pair.phaseOption : 0;
+  const bool filtered = pair.phaseOption == kEnhancedPhase || pair.phaseOption == kBackbonePhase;
+  const int option = filtered ? pair.phaseOption : kOriginalPhase;
   for (int r = 0; r < image.columns; ++r) {
     for (int c = 0; c < image.rows; ++c) {
       const auto cell = static_cast<std::size_t>(r * kGaborDivisions + c);
@@ -34,23 +48,17 @@ IntensityModel GaborImage(const PMeasInfo& pair) {
   return image;
 }
 
-int PlotGaborMap(const GraphControl& graph, const PMeasInfo* pair) {
-  if (!pair) {
-    MessagePopup(session.appTitle, "Calcualte Gabor spectrum, first.");
-    return -2;
-  }
-  IntensityModel image = GaborImage(*pair);
+void PlotGaborMap(const GraphControl& graph, const PMeasInfo& pair) {
+  IntensityModel image = GaborImage(pair);
   SetAxisRange(graph, true, image.xMin, image.xMax);
   SetAxisRange(graph, false, image.yMin, image.yMax);
   GraphModel& model = GraphOf(graph);
   model.xAxis.label = "Frequency, Hz";
   model.yAxis.label = "Time, sec";
   PlotIntensity(graph, std::move(image));
-  return 0;
 }
 
 void PlotNoGaborMap(const GraphControl& graph, const HWSetup& hw) {
-  MessagePopup(session.appTitle, "Turn on the masking mode, first.");
   const auto n = static_cast<std::size_t>(std::max(hw.nLines, 0));
   std::vector<double> x(n);
   for (std::size_t i = 0; i < n; ++i) x[i] = static_cast<double>(i) * hw.deltaF;

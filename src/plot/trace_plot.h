@@ -1,33 +1,35 @@
-// trace_plot.h - graphs A and B of the measurement page and the masking page: which data of the selected
-// measurement and pair go on them, over which axis.
-//
-// Registered behind the DoPlotting notice. A display of transfer function or impulse response makes the pair
-// record when there is none and refreshes it from the averages; a phase display also brings the band limits
-// of a measured record up to date. Nothing else leaves a mark.
+// trace_plot.h - a trace of the measurement page or the masking page: curves of a measurement and pair over time or
+// frequency. panels/trace_display.h says which. Fills the graph model and leaves no other mark.
 #pragma once
+
+#include <string>
+
+#include "records/kinds.h"
+#include "records/measdb.h"
+#include "runtime/graphs.h"
 
 namespace sondera {
 
-/// Display types, the items of the rings DISPATYPE and DISPBTYPE.
-enum class DisplayType : int {
-  TimeTrace = 0,
-  LinearPhase,
-  LinearAmplitude,
-  TransferPhase,
-  TransferAmplitude,
-  PowerSpectrum,
-  CrossPhase,
-  CrossAmplitude,
-  Coherence,
-  ImpulseResponse,
-  Gabor
+/// What one graph shows.
+struct TraceView {
+  const GraphControl& graph;
+  DisplayType type = DisplayType::TimeTrace;
+  std::string typeLabel;         ///< name of the display, for the y axis
+  MeasRecords records;           ///< with setup and data
+  int refChan = 0, dspChan = 0;  ///< from 0
+  const PMeasInfo* pair = nullptr;
+  struct {
+    int original = 0, enhanced = 0, backbone = 0;
+  } boxes;  ///< PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curves of a pair; none: the one in use
+  bool autoScaleX = true, autoScaleY = true;
 };
 
-/// Draws both graphs of a page: 1 the masking page, any other the measurement page. 0; -1 when one of them
-/// has no measurement to show; -2 when a Gabor map is asked for that cannot be shown.
-int DrawTraces(int page);
+/// Adds the curves to the graph, by the display's type: arrays of the pair's record, or a quantity of the
+/// averages; then scales the axes. A Gabor map is not among them (gabor_plot.h).
+void PlotTrace(const TraceView& view);
 
-/// First two channels of the record under preview, on the measurement page.
-void DrawPreview();
+/// Ranges of both axes, as far as they follow the curves: rounded ranges of what is on the graph. Names the axes.
+/// The lowest bins of a spectrum do not count.
+void ScaleTraceAxes(const TraceView& view);
 
 }  // namespace sondera

@@ -65,6 +65,21 @@ enum class DisplayType : int {
   GaborSpectrum = 10,
 };
 
+/// A display whose abscissa is time, not frequency.
+constexpr bool IsOverTime(DisplayType type) {
+  return type == DisplayType::TimeTrace || type == DisplayType::ImpulseResponse;
+}
+
+/// A display that shows the arrays of a pair's record.
+constexpr bool IsOfPair(DisplayType type) {
+  return type == DisplayType::TransferPhase || type == DisplayType::TransferAmplitude ||
+         type == DisplayType::ImpulseResponse;
+}
+constexpr bool IsOfPhase(DisplayType type) {
+  return type == DisplayType::LinearPhase || type == DisplayType::TransferPhase ||
+         type == DisplayType::CrossPhase;
+}
+
 /// AxisRecord::xType, yType: the quantity on an axis of a graph of curves.
 enum class AxisQuantity : int { PhaseVelocity = 0, Frequency = 1, Wavelength = 2 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "records/kinds.h"
 #include "records/measurement_rules.h"
 #include "records/session.h"
 #include "runtime/findings.h"
@@ -15,8 +16,8 @@ namespace {
 constexpr double kCycle = 360.0;  // degrees
 
 const double* PhaseInUse(const PMeasInfo& pair) {
-  if (pair.phaseOption == 2) return pair.phaseBB.data();
-  return pair.phaseOption == 1 ? pair.phaseEn.data() : pair.phaseOrig.data();
+  if (pair.phaseOption == kBackbonePhase) return pair.phaseBB.data();
+  return pair.phaseOption == kEnhancedPhase ? pair.phaseEn.data() : pair.phaseOrig.data();
 }
 
 /// A record that begins above 0 Hz has lost the cycles below; a mask over its first line can give their

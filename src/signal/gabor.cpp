@@ -8,6 +8,7 @@
 #include <cstddef>
 
 #include "numeric/scale_arithmetic.h"
+#include "records/kinds.h"
 #include "records/session.h"
 #include "signal/irf.h"
 
@@ -59,8 +60,8 @@ struct MapSpectrum {
 };
 
 MapSpectrum SpectrumOf(const PMeasInfo& pair) {
-  if (pair.phaseOption == 2) return {pair.bbRe.data(), pair.bbIm.data()};
-  if (pair.phaseOption == 1) return {pair.enRe.data(), pair.enIm.data()};
+  if (pair.phaseOption == kBackbonePhase) return {pair.bbRe.data(), pair.bbIm.data()};
+  if (pair.phaseOption == kEnhancedPhase) return {pair.enRe.data(), pair.enIm.data()};
   return {pair.hRe.data(), pair.hIm.data()};
 }
 
@@ -104,7 +105,8 @@ void FillMap(const MapSource& source, int N, EnvelopeWork& work) {
   const double df = StepOf(pair.initFreq, pair.finalFreq, pair.freqDiv);
   const std::array<int, kGaborDivisions> samples = SamplesOfColumns(pair, deltaT, N);
   const MapSpectrum spectrum = SpectrumOf(pair);
-  const int option = pair.phaseOption == 1 || pair.phaseOption == 2 ? pair.phaseOption : 0;
+  const bool filtered = pair.phaseOption == kEnhancedPhase || pair.phaseOption == kBackbonePhase;
+  const int option = filtered ? pair.phaseOption : kOriginalPhase;
   GaborMap& map = pair.gaborMap(option);
   std::vector<double> filter(static_cast<std::size_t>(N));
   for (int r = 0; r < pair.freqDiv; ++r) {
@@ -153,7 +155,7 @@ void CalcGaborMaps(const PairFinder& find, Listener& listener) {
   // By its identity, since events are handled in between.
   const auto pair = [&] { return FindPair(current.key, current.refChan, current.dspChan); };
   const int option = current.pair->phaseOption;
-  for (int k = 0; k <= 2 && pair(); ++k) {
+  for (int k = kOriginalPhase; k <= kBackbonePhase && pair(); ++k) {
     pair()->phaseOption = k;
     CalcGabor(find, listener);
   }

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "records/curve_labels.h"
+#include "records/kinds.h"
 #include "runtime/doubt_limits.h"
 #include "signal/rep_curves.h"
 #include "signal/spectra.h"
@@ -14,7 +15,6 @@ namespace sondera {
 namespace {
 
 constexpr double kSameAsOne = 1e-9;  // coherence of a single blow, but for rounding
-constexpr int kBackbone = 2;         // phaseOption
 
 /// Energy of the first `count` samples.
 double Energy(const std::vector<double>& samples, std::size_t count) {
@@ -24,11 +24,11 @@ double Energy(const std::vector<double>& samples, std::size_t count) {
 }
 
 double WindowShare(const PMeasInfo& pair, int nLines) {
-  if (pair.phaseOption == 0) return -1.0;
+  if (pair.phaseOption == kOriginalPhase) return -1.0;
   const std::size_t count = 2 * static_cast<std::size_t>(std::max(nLines, 0));
   const double whole = Energy(pair.irRe, count);
   if (!(whole > 0.0)) return -1.0;
-  return Energy(pair.phaseOption == kBackbone ? pair.bbIrRe : pair.enIrRe, count) / whole;
+  return Energy(pair.phaseOption == kBackbonePhase ? pair.bbIrRe : pair.enIrRe, count) / whole;
 }
 
 /// Whether both channels have an auto spectrum at all: an imported transfer function has none.

@@ -1,5 +1,4 @@
-// rep_curve_files.cpp - text files of the representative curves, and the buttons that write them. Owns no
-// state.
+// rep_curve_files.cpp - text files of the representative curves. Owns no state.
 #include "signal/rep_curve_files.h"
 
 #include <string>
@@ -7,10 +6,6 @@
 
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
-#include "runtime/paths.h"
-#include "runtime/text_format.h"
 #include "signal/rep_curves.h"
 
 namespace sondera {
@@ -49,46 +44,6 @@ std::vector<const DispInfo*> IncludedArrayCurves() {
   return curves;
 }
 
-/// Where the file dialogs start: the folder of the project, or the working folder before there is one.
-std::string ProjectFolder() {
-  const std::string folder = DirectoryOf(session.projectFileName);
-  return folder.empty() ? CurrentDirectory() : folder;
-}
-
-FileChoice AskForFile(const char* filter, const char* title) {
-  return FileSelectPopup({ProjectFolder(), filter, title, true});
-}
-
-bool MayOverwrite(const FileChoice& choice) {
-  return choice.answer != FileAnswer::Exists ||
-         ConfirmPopup(session.appTitle, "File already exists. Do you want to overwrite it ?");
-}
-
-/// Writes a file; on failure shows the text with the name in it and returns -1.
-int WriteFile(const std::string& path, const char* failure, void (*save)(TextWriter&)) {
-  TextWriter file(path);
-  if (file.Ok()) save(file);
-  if (file.Ok() && file.Close()) return 0;
-  std::string text = failure;
-  text.replace(text.find("%s"), 2, path);
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
-
-/// Array curves whose receivers a file cannot name would be read back with wrong distances.
-bool RefuseArrayCurves() {
-  const std::string fault = MeasDB.aDispList.empty() ? "" : ReceiverLinesFault();
-  if (!fault.empty()) MessagePopup(session.appTitle, fault);
-  return !fault.empty();
-}
-
-void SaveBoth(TextWriter& file) {
-  file.Put("*GCD\n");
-  SaveGCD(file);
-  file.Put("\n\n*ICD\n");
-  SaveICD(file);
-}
-
 }  // namespace
 
 void SaveGCD(TextWriter& file) {
@@ -124,27 +79,22 @@ void SaveICD(TextWriter& file) {
   }
 }
 
-int SaveGCDCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  const FileChoice choice = AskForFile("*.gcd", "Save a Global Rep. Dispersion Curve.");
-  if (!MayOverwrite(choice)) return -1;
-  return WriteFile(choice.path, kGlobalFailure, SaveGCD);
+Refusal CheckArrayCurves() {
+  const std::string fault = MeasDB.aDispList.empty() ? "" : ReceiverLinesFault();
+  return fault.empty() ? Refusal() : Refusal(fault);
 }
 
-int SaveICDCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  if (RefuseArrayCurves()) return -1;
-  const FileChoice choice = AskForFile("*.icd", "Save an Array Rep. Dispersion Curve.");
-  if (!MayOverwrite(choice)) return -1;
-  return WriteFile(choice.path, kArrayFailure, SaveICD);
-}
-
-int SaveREDCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  if (RefuseArrayCurves()) return -1;
-  const FileChoice choice = AskForFile("*.red", "Save a Global and Array Rep. Dispersion Curve.");
-  if (choice.answer == FileAnswer::Cancelled) return 0;
-  return WriteFile(choice.path, kGlobalFailure, SaveBoth);
+Refusal WriteRepCurveFile(const std::string& path, RepCurveFile content) {
+  TextWriter file(path);
+  if (file.Ok()) {
+    if (content == RepCurveFile::Both) file.Put("*GCD\n");
+    if (content != RepCurveFile::Array) SaveGCD(file);
+    if (content == RepCurveFile::Both) file.Put("\n\n*ICD\n");
+    if (content != RepCurveFile::Global) SaveICD(file);
+  }
+  if (file.Ok() && file.Close()) return {};
+  std::string text = content == RepCurveFile::Array ? kArrayFailure : kGlobalFailure;
+  return text.replace(text.find("%s"), 2, path);
 }
 
 }  // namespace sondera

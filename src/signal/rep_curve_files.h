@@ -2,11 +2,13 @@
 //
 // Written for the forward model and the inversion, which read them back, and for other programs. Numbers have
 // the form %12.7lf, rows end in a blank before the line feed. Numbers are written with a decimal point
-// whatever the locale, and a file is written whole or not at all. No state.
+// whatever the locale, and a file is written whole or not at all. panels/cdisppnl_files.h has the buttons. No state.
 #pragma once
 
+#include <string>
+
 #include "runtime/atomic_writer.h"
-#include "runtime/controls.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -22,15 +24,17 @@ void SaveGCD(TextWriter& file);
 /// curve's own deviation and amplitude are nowhere written. Without any ADisp nothing is written.
 void SaveICD(TextWriter& file);
 
-/// Button SAVEGCD: asks for a file and writes the global curve. -1 when an existing file is not to be
-/// overwritten, or (with a message) when it cannot be written. Kept: a cancelled dialog goes on with the name
-/// that it left, usually none, which is such a failure.
-int SaveGCDCallback(Panel panel, ControlId control, Event event, long data);
-/// Button SAVEICD: the same for the array curves. -1 with a message, before a file is asked for, for a pair
-/// with the source between its receivers; SAVERED the same.
-int SaveICDCallback(Panel panel, ControlId control, Event event, long data);
-/// Button SAVERED: both in one file, after "*GCD" and "*ICD". Nothing happens after Cancel. Kept: an existing
-/// file is overwritten without a question (the dialog has its own).
-int SaveREDCallback(Panel panel, ControlId control, Event event, long data);
+/// Refused where the array curves have receivers that a file cannot name, which would be read back with wrong
+/// distances: a pair with the source between its receivers.
+Refusal CheckArrayCurves();
+
+/// What a file of representative curves holds.
+enum class RepCurveFile {
+  Global,  ///< *.gcd: SaveGCD
+  Array,   ///< *.icd: SaveICD
+  Both,    ///< *.red: both, after "*GCD" and "*ICD"
+};
+/// Writes a file. Refused, with the name in the reason, when it cannot be written.
+Refusal WriteRepCurveFile(const std::string& path, RepCurveFile content);
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// rep_curves.cpp - global and array representative curves out of the included pair curves. Owns CDispParam.
+// rep_curves.cpp - global and array representative curves out of the included pair curves. Owns no state.
 #include "signal/rep_curves.h"
 
 #include <algorithm>
@@ -8,16 +8,10 @@
 #include "records/curve_labels.h"
 #include "records/measurement_rules.h"
 #include "records/session.h"
-#include "runtime/catalogue/cdisppnl.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
 #include "runtime/text_format.h"
 #include "signal/rep_curve_fit.h"
 
 namespace sondera {
-
-CDispSettings CDispParam;
-
 namespace {
 
 /// Rows of a curve in the making: abscissa, value, deviation.
@@ -183,30 +177,13 @@ void SetupCDispParameter() {
   CDispParam = CDispSettings{};
 }
 
-void UpdateDispDlgPanel() {
-  using namespace cdisppnl;
-  CDispSettings& p = CDispParam;
-  p.avgDomain = GetCtrlVal(AVGDOMAIN);
-  p.nSpanG = GetCtrlVal(GLOBAL_NSPAN);
-  p.nPointsG = GetCtrlVal(GLOBAL_NPOINTS);
-  p.globalPolyOrder = GetCtrlVal(GLOBAL_POLYORDER);
-  p.arrayPolyOrder = GetCtrlVal(ARRAY_POLYORDER);
-  p.incRatioG = GetCtrlVal(AVG_LINLOG) == 1 ? GetCtrlVal(GLOBAL_INCRATIO) : kLogSpacing;
-  p.nSpanA = p.nSpanG;
-  p.nPointsA = p.nPointsG;
-  p.incRatioA = p.incRatioG;
-}
-
 // ---- averaging --------------------------------------------------------------------------------------
 
-int PerformAveraging(int takeAllG, int takeAllA) {
+Refusal AverageCurves(int takeAllG, int takeAllA, Listener& listener) {
   std::string fault = takeAllG == 1 ? "" : GlobalFault();
   if (fault.empty() && takeAllA != 1) fault = ArrayFault();
-  if (!fault.empty()) {
-    MessagePopup(session.appTitle, fault);
-    return -1;
-  }
-  SetWaitCursor(true);
+  if (!fault.empty()) return fault;
+  listener.Busy(true);
   double fMin = 0.0, fMax = 0.0, wMin = 0.0, wMax = 0.0;
   GetMinMaxDisp(fMin, fMax, wMin, wMax);
   OffsetVector<double> grid;
@@ -214,8 +191,8 @@ int PerformAveraging(int takeAllG, int takeAllA) {
   const int n =
       overFrequency ? AverageDispG(fMin, fMax, takeAllG, grid) : AverageDispG(wMin, wMax, takeAllG, grid);
   if (n != 0) AverageDisp(n, fMin, fMax, takeAllA, grid);
-  SetWaitCursor(false);
-  return 0;
+  listener.Busy(false);
+  return {};
 }
 
 void GetMinMaxDisp(double& fMin, double& fMax, double& wMin, double& wMax) {

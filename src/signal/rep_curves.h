@@ -1,51 +1,40 @@
 // rep_curves.h - the representative dispersion curves: one global curve out of all included pairs (GDisp),
 // and one curve for each pair on the same frequencies (ADisp).
 //
-// PerformAveraging makes both. They are the observations of the inversion, are shown on the dispersion page,
+// AverageCurves makes both. They are the observations of the inversion, are shown on the dispersion page,
 // saved with the project and written as text (rep_curve_files.h). A GDisp is made afresh each time; ADisp
 // records are kept and overwritten, and one whose pair is no longer included stays in the list: whoever shows
 // or writes an ADisp asks for the inclusion of its pair first.
 //
-// Owns CDispParam. An "included curve" is a pair record with included = 1 and at least one point.
+// The settings are CDispParam (signal_state.h); panels/cdisppnl.h has the panel. An "included curve" is a pair record with included = 1 and at least one point.
 #pragma once
 
 #include <string>
 
 #include "records/measdb.h"
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
+#include "signal/signal_state.h"
 
 namespace sondera {
 
 // ---- settings ---------------------------------------------------------------------------------------
 
-/// Settings of the session; those of the array curves follow the global ones from the first use of the panel.
-struct CDispSettings {
-  int avgDomain = 1;  ///< abscissa of the global fit: 1 frequency, 0 wavelength
-  int nPointsG = 50, nPointsA = 30;
-  int nSpanG = 40, nSpanA = 40;               ///< the fitted window is the whole range divided by this
-  double incRatioG = 1.07, incRatioA = 1.13;  ///< 1 linear, -1 logarithmic, else geometric ratio
-  int globalPolyOrder = 4;                    ///< terms of the polynomial
-  int arrayPolyOrder = 5;                     ///< terms for a pair that has no number of its own
-};
-extern CDispSettings CDispParam;
-
-/// Limits within which PerformAveraging works: a typing error must neither fill the memory nor run for hours.
+/// Limits within which AverageCurves works: a typing error must neither fill the memory nor run for hours.
 inline constexpr int kMaxRepPoints = 100000;
 inline constexpr int kMaxPolyTerms = 64;
 
-/// The defaults above. Leaves the panel alone.
+/// CDispParam at its defaults. Leaves the panel alone.
 void SetupCDispParameter();
-
-/// Takes the settings from CDISPPNL. While AVG_LINLOG is not 1 the ratio is -1. Kept: the settings of the
-/// array curves become the global ones.
-void UpdateDispDlgPanel();
 
 // ---- averaging --------------------------------------------------------------------------------------
 
 /// Makes the global curve and then the array curves.
 /// @param takeAllG, takeAllA  1: every point is taken as it is, with deviation 0; 0: the windowed fit
-/// @return 0; -1 with one message, and the curves as they were, when a setting is outside its limits. Without
+/// @param listener            told of the stretch in which nothing answers
+/// @return refused, with a reason and the curves as they were, when a setting is outside its limits. Without
 ///         an included curve nothing happens, nothing is said, and the old curves stay
-int PerformAveraging(int takeAllG, int takeAllA);
+Refusal AverageCurves(int takeAllG, int takeAllA, Listener& listener);
 
 /// Ranges of the included curves, over points with a velocity above 0: frequencies in Hz, wavelengths in
 /// units of length. Without one: 1e10 and -1.

@@ -4,9 +4,11 @@
 namespace sondera {
 
 SignalState signalState;
+CDispSettings CDispParam;
 
 void ResetSignalState() {
   signalState = SignalState{};
+  CDispParam = CDispSettings{};
 }
 
 }  // namespace sondera

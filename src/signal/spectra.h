@@ -12,23 +12,24 @@
 #include <functional>
 #include <string>
 
+#include "records/kinds.h"
 #include "records/measdb.h"
 
 namespace sondera {
 
 /// What CalcSpectralData can give, by the number that the displays use for it.
 namespace spectral {
-inline constexpr int kTimeTrace = 0;
-inline constexpr int kLinearPhase = 1;
-inline constexpr int kLinearAmplitude = 2;
-inline constexpr int kTransferPhase = 3;
-inline constexpr int kTransferAmplitude = 4;
-inline constexpr int kPowerSpectrum = 5;
-inline constexpr int kCrossPhase = 6;
-inline constexpr int kCrossAmplitude = 7;
-inline constexpr int kCoherence = 8;
-inline constexpr int kImpulseResponse = 9;
-inline constexpr int kTransferFunction = 24;
+inline constexpr int kTimeTrace = static_cast<int>(DisplayType::TimeTrace);
+inline constexpr int kLinearPhase = static_cast<int>(DisplayType::LinearPhase);
+inline constexpr int kLinearAmplitude = static_cast<int>(DisplayType::LinearAmplitude);
+inline constexpr int kTransferPhase = static_cast<int>(DisplayType::TransferPhase);
+inline constexpr int kTransferAmplitude = static_cast<int>(DisplayType::TransferAmplitude);
+inline constexpr int kPowerSpectrum = static_cast<int>(DisplayType::PowerSpectrum);
+inline constexpr int kCrossPhase = static_cast<int>(DisplayType::CrossPhase);
+inline constexpr int kCrossAmplitude = static_cast<int>(DisplayType::CrossAmplitude);
+inline constexpr int kCoherence = static_cast<int>(DisplayType::Coherence);
+inline constexpr int kImpulseResponse = static_cast<int>(DisplayType::ImpulseResponse);
+inline constexpr int kTransferFunction = 24;  ///< no display shows it
 }  // namespace spectral
 
 /// Folds the record in session.measBuffer into the averages of a measurement. measBuffer holds nChannels blocks of N * decimation samples in volts, N = 2 *

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "panels/cdisppnl.h"
+#include "panels/cdisppnl_files.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/paths.h"

@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 
+#include "panels/cdisppnl.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/events.h"

@@ -13,7 +13,6 @@
 #include "runtime/graphs.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
-#include "signal/rep_curves.h"
 #include "signal/signal_state.h"
 
 namespace sondera::testing {
@@ -45,7 +44,6 @@ void ResetEverything() {
   ResetPanelsState();
   ResetRunState();
   sweepState = SweepState{};
-  SetupCDispParameter();
 }
 
 TestMeasurement AddMeasurement(const MeasurementPlan& plan) {

@@ -1,8 +1,8 @@
-#include "plot/gabor_plot.h"
+#include "panels/trace_display.h"
 
 #include <algorithm>
 
-#include "plot/trace_plot.h"
+#include "plot/gabor_plot.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "signal/gabor.h"

@@ -1,11 +1,12 @@
 // The dispersion page: lists, colours, which curves are plotted, and the automatic ranges of its axes.
-#include "plot/disp_curv_plot.h"
+#include "panels/dispcurv_page.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
 #include <random>
 
+#include "plot/disp_curv_plot.h"
 #include "records/session.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/graphs.h"

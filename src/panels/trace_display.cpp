@@ -1,0 +1,153 @@
+// trace_display.cpp - see trace_display.h. Owns no state.
+#include "panels/trace_display.h"
+
+#include <algorithm>
+
+#include "panels/sasw_masking.h"
+#include "panels/sasw_pair.h"
+#include "plot/gabor_plot.h"
+#include "plot/trace_plot.h"
+#include "records/kinds.h"
+#include "records/measdb.h"
+#include "records/selection.h"
+#include "records/session.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/dialogs.h"
+#include "runtime/graphs.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kMaskingPage = 1;
+
+struct GraphOfTrace {
+  Panel panel;
+  Trace trace;
+  const GraphControl& graph;
+  const RingControl& id;
+  const RingControl& refChannel;
+  const RingControl& channel;
+  const RingControl& type;
+};
+
+GraphOfTrace GraphFor(int page, Trace trace) {
+  const bool a = trace == Trace::A;
+  if (page == kMaskingPage) {
+    using namespace sasw;
+    return a ? GraphOfTrace{Panel::SASW, trace, DISPLAY_A, DISPAID, DISPA_REFCHNL, DISPACHNL, DISPATYPE}
+             : GraphOfTrace{Panel::SASW, trace, DISPLAY_B, DISPBID, DISPB_REFCHNL, DISPBCHNL, DISPBTYPE};
+  }
+  using namespace measpanel;
+  return a ? GraphOfTrace{Panel::MEASPANEL, trace, DISPLAY_A, DISPAID, DISPA_REFCHNL, DISPACHNL, DISPATYPE}
+           : GraphOfTrace{Panel::MEASPANEL, trace, DISPLAY_B, DISPBID, DISPB_REFCHNL, DISPBCHNL, DISPBTYPE};
+}
+
+/// What one graph shows: measurement, pair, records.
+struct Shown {
+  int key = -1, refChan = 0, dspChan = 0;
+  MeasRecords records;
+  PMeasInfo* pair = nullptr;
+};
+
+bool FindShown(const GraphOfTrace& g, Shown& shown) {
+  const std::string measID = GetLabelFromIndex(g.id, GetCtrlIndex(g.id));
+  if (measID.empty() || GetCtrlIndex(g.refChannel) < 0 || GetCtrlIndex(g.channel) < 0) return false;
+  shown.key = GetKeyFromID(session.curProjID, measID);
+  shown.refChan = GetCtrlVal(g.refChannel);
+  shown.dspChan = GetCtrlVal(g.channel);
+  if (GetInfoFromKey(shown.key, shown.records) == -1) return false;
+  const MeasRecords& r = shown.records;
+  if (r.hwPos < 0 || r.rawPos < 0 || r.measPos < 0) return false;
+  const int channels = r.hwSetup->nChannels;
+  if (shown.refChan >= channels || shown.dspChan >= channels) return false;
+  shown.pair = FindPair(shown.key, shown.refChan, shown.dspChan);
+  return true;
+}
+
+/// The record of the pair, made when missing, else refreshed from the averages.
+void BringPairUpToDate(Shown& shown) {
+  const MeasRecords& r = shown.records;
+  if (!shown.pair)
+    SetupPMeasDataNode(r.projID, r.measID, shown.refChan, shown.dspChan, *r.hwSetup, shown.pair);
+  else
+    UpdatePMeasDataNode(r.projID, r.measID, shown.refChan, shown.dspChan, *r.hwSetup, shown.pair);
+}
+
+TraceView ViewOf(const GraphOfTrace& g, const Shown& shown, DisplayType type) {
+  TraceView view{g.graph, type, GetLabelFromIndex(g.type, static_cast<int>(type)), shown.records};
+  view.refChan = shown.refChan;
+  view.dspChan = shown.dspChan;
+  view.pair = shown.pair;
+  view.boxes = {GetCtrlVal(sasw::PHASE_ORIGINAL), GetCtrlVal(sasw::PHASE_ENHANCED),
+                GetCtrlVal(sasw::PHASE_BACKBONE)};
+  const DisplayRecord& record = session.display[static_cast<std::size_t>(g.trace)];
+  view.autoScaleX = record.autoScaleX != 0;
+  view.autoScaleY = record.autoScaleY != 0;
+  return view;
+}
+
+/// The display "Gabor Spectrum" of the masking page.
+int DrawGaborMap(const GraphControl& graph, const PMeasInfo* pair) {
+  if (!pair) {
+    Refuse("Calcualte Gabor spectrum, first.");
+    return -2;
+  }
+  PlotGaborMap(graph, *pair);
+  return 0;
+}
+
+void RecordDisplay(const Shown& shown, Trace trace, DisplayType type) {
+  DisplayRecord& record = session.display[static_cast<std::size_t>(trace)];
+  record.key = shown.key;
+  record.refChan = shown.refChan;
+  record.dspChan = shown.dspChan;
+  record.type = static_cast<int>(type);
+  record.measID = shown.records.measID;
+}
+
+int DrawTrace(int page, Trace trace) {
+  const GraphOfTrace g = GraphFor(page, trace);
+  DeleteGraphPlot(g.graph);
+  Shown shown;
+  if (!FindShown(g, shown)) return -1;
+  const auto type = static_cast<DisplayType>(GetCtrlVal(g.type));
+  RecordDisplay(shown, trace, type);
+
+  if (IsOfPhase(type)) BringBandLimitsUpToDate(*shown.records.hwSetup);
+  if (IsOfPair(type)) {
+    BringPairUpToDate(shown);
+    if (!shown.pair) return -1;
+  }
+  if (type != DisplayType::GaborSpectrum) {
+    PlotTrace(ViewOf(g, shown, type));
+  } else {
+    if (page == kMaskingPage) return DrawGaborMap(g.graph, shown.pair);
+    Refuse("Turn on the masking mode, first.");
+    PlotNoGaborMap(g.graph, *shown.records.hwSetup);
+    ScaleTraceAxes(ViewOf(g, shown, type));
+  }
+  if (!IsOverTime(type)) DoPlotMasking(g.graph);
+  return 0;
+}
+
+}  // namespace
+
+int DrawTraces(int page) {
+  const int a = DrawTrace(page, Trace::A);
+  const int b = DrawTrace(page, Trace::B);
+  return a < 0 ? a : b;
+}
+
+void DrawPreview() {
+  for (Trace trace : {Trace::A, Trace::B}) {
+    const GraphOfTrace g = GraphFor(0, trace);
+    DeleteGraphPlot(g.graph);
+    Shown shown;
+    if (!FindShown(g, shown)) continue;
+    shown.dspChan = std::min(static_cast<int>(trace), shown.records.hwSetup->nChannels - 1);
+    PlotTrace(ViewOf(g, shown, DisplayType::TimeTrace));
+  }
+}
+
+}  // namespace sondera
