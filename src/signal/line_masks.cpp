@@ -34,30 +34,39 @@ void MaskRejectedBands(const WaveGroups& groups, int nF, double threshold, std::
   }
 }
 
+/// A valley of the ridge between two peaks: rows, and heights of the ridge.
+struct Valley {
+  int lo, centre, hi;          // rows of the peak below, the valley, the peak above
+  double left, bottom, right;  // heights there
+};
+
+/// Masks the ridge up to kLowRidge and the lower third of both flanks.
+void MaskValley(const Valley& valley, const std::vector<double>& ridge, std::vector<int>& mask) {
+  const double leftLimit = valley.bottom + (valley.left - valley.bottom) / kFlankShare;
+  const double rightLimit = valley.bottom + (valley.right - valley.bottom) / kFlankShare;
+  for (int m = valley.lo; m <= valley.hi; ++m) {
+    const double height = ridge[At(m - 1)];
+    const double limit = m <= valley.centre ? leftLimit : rightLimit;
+    if (height <= kLowRidge || (valley.bottom <= height && height <= limit)) mask[At(m)] = 1;
+  }
+}
+
 /// Surroundings of the valleys.
 void MaskValleys(const WaveGroups& groups, int nF, std::vector<int>& mask) {
   const ExtremeTable& extremes = groups.extremes;
-  double right = 0.0;  // height of the next peak above; this and hi stay from valley to valley
-  int hi = 0;
+  Valley valley{};  // Kept: without a peak above, upper end and right height are those of the valley before
   for (int e = 1; e <= extremes.count; ++e) {
     if (!extremes.IsValley(e) || !(extremes.Vel(e) > 0.0)) continue;
-    const double bottom = std::fabs(extremes.Amp(e));
-    const int before = extremes.PeakAtOrBefore(e - 1), behind = extremes.PeakFrom(e + 1, extremes.count - 1);
-    const double left = before ? std::fabs(extremes.Amp(before)) : bottom;
-    const int lo = std::max(before ? TruncToInt(extremes.Loc(before)) : 1, 1);
-    if (behind) {
-      right = std::fabs(extremes.Amp(behind));
-      hi = TruncToInt(extremes.Loc(behind));
+    const int below = extremes.PeakAtOrBefore(e - 1), above = extremes.PeakFrom(e + 1, extremes.count - 1);
+    valley.centre = TruncToInt(extremes.Loc(e));
+    valley.bottom = std::fabs(extremes.Amp(e));
+    valley.lo = std::max(below ? TruncToInt(extremes.Loc(below)) : 1, 1);
+    valley.left = below ? std::fabs(extremes.Amp(below)) : valley.bottom;
+    if (above) {
+      valley.hi = std::min(TruncToInt(extremes.Loc(above)), nF);
+      valley.right = std::fabs(extremes.Amp(above));
     }
-    hi = std::min(hi, nF);
-    const double leftLimit = bottom + (left - bottom) / kFlankShare;
-    const double rightLimit = bottom + (right - bottom) / kFlankShare;
-    const int centre = TruncToInt(extremes.Loc(e));
-    for (int m = lo; m <= hi; ++m) {
-      const double ridge = groups.peakV[At(m - 1)];
-      const double limit = m <= centre ? leftLimit : rightLimit;
-      if (ridge <= kLowRidge || (bottom <= ridge && ridge <= limit)) mask[At(m)] = 1;
-    }
+    MaskValley(valley, groups.peakV, mask);
   }
 }
 

@@ -25,6 +25,53 @@ double RepairedStep(double value, double before) {
   return d >= 0.0 ? value - kCycle : value + kCycle;
 }
 
+/// Wrapped phases of n lines; a first line beyond 150 degrees counts as 0.
+void WrapPhases(int n, const double* re, const double* im, double* wrapped) {
+  PhaseAngles(re, im, n, wrapped);
+  if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
+}
+
+/// Number of the mask on each line, counted from 1; 0 outside. Of masks that share lines the later one holds.
+void LayOutMasks(std::span<const CycleMask> masks, int n, int* maskNumber) {
+  std::fill_n(maskNumber, n, 0);
+  int number = 0;
+  for (const CycleMask& mask : masks) {
+    ++number;
+    for (int i = std::max(mask.lineInit, 0); i <= std::min(mask.lineFinal, n - 1); ++i)
+      maskNumber[i] = number;
+  }
+}
+
+/// Cycles that have passed, line after line.
+class CycleCount {
+ public:
+  void Follow(double step) {
+    if (step > kJump) ++cycles_;
+    if (step < -kJump) --cycles_;
+  }
+  /// On a masked line: the number of the masked line before, 0 at first.
+  void Pin(int cycles) {
+    cycles_ = carry_;
+    carry_ = cycles;
+  }
+  double Degrees() const { return static_cast<double>(cycles_) * kCycle; }
+
+ private:
+  long long cycles_ = 0;
+  int carry_ = 0;
+};
+
+/// Lines on which the count of cycles is off by `excess`, from `start` on; start 0: there is none.
+struct Stretch {
+  int start = 0, excess = 0;
+};
+
+/// Whether the wrapped phase rose across a stretch that ends before line i as it does across a true wrap.
+bool EndsInATrueWrap(const Stretch& stretch, int i, const double* wrapped) {
+  const double from = wrapped[stretch.excess > 0 ? stretch.start - 1 : stretch.start];
+  return wrapped[i] > 0.0 && from < 0.0 && wrapped[i] - from > kRiseAcross;
+}
+
 }  // namespace
 
 std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, double fStart, double deltaF) {
@@ -40,39 +87,26 @@ std::vector<CycleMask> CycleMasksOf(int key, int refChan, int dspChan, int n, do
   return masks;
 }
 
-// While the masks are laid out and walked, maskFlag holds the number of the mask on a line, counted from 1.
 void UnWrapLines(int n, const double* re, const double* im, std::span<const CycleMask> masks, double* wrapped,
                  double* unwrapped, int* maskFlag) {
   if (n <= 0) return;
-  PhaseAngles(re, im, n, wrapped);
-  std::fill_n(maskFlag, n, 0);
-  if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
-  int number = 0;
-  for (const CycleMask& mask : masks) {
-    ++number;
-    for (int i = std::max(mask.lineInit, 0); i <= std::min(mask.lineFinal, n - 1); ++i) maskFlag[i] = number;
-  }
-  long long cycles = 0;
-  int carry = 0;  // number of the masked line before, which is what a masked line gets
+  WrapPhases(n, re, im, wrapped);
+  LayOutMasks(masks, n, maskFlag);
+  CycleCount count;
   unwrapped[0] = -wrapped[0];
   for (int i = 1; i < n; ++i) {
-    if (maskFlag[i] != 0) {
-      cycles = carry;
-      carry = masks[static_cast<std::size_t>(maskFlag[i] - 1)].cycles;
-    } else {
-      const double d = wrapped[i] - wrapped[i - 1];
-      if (d > kJump) ++cycles;
-      if (d < -kJump) --cycles;
-    }
-    unwrapped[i] = static_cast<double>(cycles) * kCycle - wrapped[i];
+    if (maskFlag[i] != 0)
+      count.Pin(masks[static_cast<std::size_t>(maskFlag[i] - 1)].cycles);
+    else
+      count.Follow(wrapped[i] - wrapped[i - 1]);
+    unwrapped[i] = count.Degrees() - wrapped[i];
   }
   for (int i = 0; i < n; ++i) maskFlag[i] = maskFlag[i] != 0 ? 1 : 0;
 }
 
 void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped, double* unwrapped) {
   if (n <= 0) return;
-  PhaseAngles(re, im, n, wrapped);
-  if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
+  WrapPhases(n, re, im, wrapped);
   unwrapped[0] = -wrapped[0];
   if (n == 1) return;
   // Kept: never true, since such a first line has just been made 0; it states where the count begins.
@@ -90,28 +124,20 @@ void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped,
 
 void AdjustCycles(int n, double* unwrapped, const double* wrapped) {
   if (n < 3) return;
-  bool inStretch = false;
-  double before = unwrapped[1] / kCycle;  // cycles on the old trend
-  int start = 0, excess = 0;
+  double level = unwrapped[1] / kCycle;  // cycles of the trend; within a stretch as they should be
+  Stretch open;
   for (int i = 2; i < n; ++i) {
-    const double here = unwrapped[i] / kCycle;
-    const double d = here - before;
-    if (std::fabs(d) > kLongStep) {
-      if (!inStretch && wrapped[i - 1] < kDeepBefore) {
-        excess = TruncToInt(d / kLongStep);
-        before = here - excess;
-        inStretch = true;
-        start = i;
-      }
+    const double here = unwrapped[i] / kCycle, step = here - level;
+    if (std::fabs(step) > kLongStep) {
+      if (open.start > 0 || !(wrapped[i - 1] < kDeepBefore)) continue;
+      open = {i, TruncToInt(step / kLongStep)};
+      level = here - open.excess;
       continue;
     }
-    before = here;
-    if (!inStretch) continue;
-    inStretch = false;
-    const double from = wrapped[excess > 0 ? start - 1 : start];
-    if (wrapped[i] > 0.0 && from < 0.0 && wrapped[i] - from > kRiseAcross)
-      for (int j = start; j < i; ++j) unwrapped[j] -= kCycle * excess;
-    start = 0;
+    level = here;
+    if (open.start > 0 && EndsInATrueWrap(open, i, wrapped))
+      for (int j = open.start; j < i; ++j) unwrapped[j] -= kCycle * open.excess;
+    open = {};
   }
 }
 

@@ -1,8 +1,8 @@
 // rep_curve_fit.cpp - cells, windows and windowed fits of the representative curves. Owns no state.
 //
 // Seen plainly, each output scans all points. Here the points stand in blocks of which the least and the
-// greatest abscissa are known, and a block that touches neither cell nor window is passed over. The points
-// that remain are met in their own order, so that sums and fits are those of the plain scan to the last bit.
+// greatest abscissa are known, and a block that touches neither cell nor window is skipped. The points
+// that remain are visited in their own order, so that sums and fits are those of the plain scan to the last bit.
 #include "signal/rep_curve_fit.h"
 
 #include <algorithm>
@@ -120,7 +120,7 @@ class Points {
 
   Points(int n, const double* x, const double* v) {
     if (n > 0) points_.reserve(static_cast<std::size_t>(n));
-    // A not-a-number fails both tests, and would lie in no cell either.
+    // NaN fails both tests, and would lie in no cell either.
     for (int i = 1; i <= n; ++i)
       if (v[i] >= 0.0 && x[i] == x[i]) points_.push_back({x[i], std::log10(x[i]), v[i]});
     for (std::size_t first = 0; first < points_.size(); first += kBlock) AddBlock(first);
@@ -253,63 +253,64 @@ class Condenser {
   std::vector<double> u_, vMatrix_;        // flat, counting from 1
 };
 
-}  // namespace
+/// Where the results go; all count from 1.
+struct Outputs {
+  double *x, *value, *deviation;
+};
 
-int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
-                 int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio,
-                 const double* grid) {
-  const CellPlan cells(xMin, xMax, nPts, nSpan, mode, incRatio, grid);
-  const Points points(nIn, xIn, vIn);
+/// What the two functions make of a window that holds no fit.
+struct SparseWindows {
+  bool emptyCounts;  ///< one without points counts as a cell that was kept; nothing is written
+  bool singleTaken;  ///< one with a single point gives its value, wherever in the window it lies
+};
+
+/// Fits all cells. Returns how many were kept.
+int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int polyOrder,
+                  const SparseWindows& sparse, const Outputs& out) {
   Condenser condenser(points, cells, nPts, polyOrder);
   int counted = 0;
   for (int k = 1; k <= nPts; ++k) {
     const Cell cell = cells(k);
-    xOut[k] = cell.centre;
+    out.x[k] = cell.centre;
     condenser.Gather(cell);
-    if (condenser.inWindow() == 0) {  // Kept: nothing is written, and it counts
-      ++counted;
+    if (condenser.inWindow() == 0) {
+      if (sparse.emptyCounts) ++counted;
       continue;
     }
-    if (condenser.inWindow() == 1) {  // Kept: taken as it is, wherever in the window it lies
-      vOut[k] = condenser.firstValue();
-      sdOut[k] = 0.0;
+    if (condenser.inWindow() == 1 && sparse.singleTaken) {
+      out.value[k] = condenser.firstValue();
+      out.deviation[k] = 0.0;
       ++counted;
       continue;
     }
     const double logX = std::log10(cell.centre);
-    if (!condenser.Supports(logX)) {
-      vOut[k] = 0.0;
+    if (!condenser.Supports(logX)) {  // it would be an extrapolation, as that of a single point always is
+      out.value[k] = 0.0;
       continue;
     }
-    vOut[k] = condenser.Fit(logX);
-    sdOut[k] = condenser.Deviation();
+    out.value[k] = condenser.Fit(logX);
+    out.deviation[k] = condenser.Deviation();
     ++counted;
   }
   return counted;
 }
 
+}  // namespace
+
+int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
+                 int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio,
+                 const double* grid) {
+  // Kept: an empty window counts, and a single point is taken as it is.
+  return CondenseCells(CellPlan(xMin, xMax, nPts, nSpan, mode, incRatio, grid), Points(nIn, xIn, vIn), nPts,
+                       polyOrder, {.emptyCounts = true, .singleTaken = true}, {xOut, vOut, sdOut});
+}
+
 int CompactDsp_w(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int /*mode*/,
                  double incRatio) {
-  const CellPlan cells(xMin, xMax, nPts, nSpan, kCellsBySpacing, incRatio, nullptr);
-  const Points points(nIn, xIn, vIn);
-  Condenser condenser(points, cells, nPts, polyOrder);
-  int counted = 0;
-  for (int k = 1; k <= nPts; ++k) {
-    const Cell cell = cells(k);
-    xOut[k] = cell.centre;
-    condenser.Gather(cell);
-    if (condenser.inWindow() == 0) continue;
-    const double logX = std::log10(cell.centre);
-    if (!condenser.Supports(logX)) {  // a single point always ends here
-      vOut[k] = 0.0;
-      continue;
-    }
-    vOut[k] = condenser.Fit(logX);
-    sdOut[k] = condenser.Deviation();
-    ++counted;
-  }
-  return counted;
+  return CondenseCells(CellPlan(xMin, xMax, nPts, nSpan, kCellsBySpacing, incRatio, nullptr),
+                       Points(nIn, xIn, vIn), nPts, polyOrder, {.emptyCounts = false, .singleTaken = false},
+                       {xOut, vOut, sdOut});
 }
 
 }  // namespace sondera

@@ -38,13 +38,13 @@ inline constexpr double kLogSpacing = -1.0;
 /// @param[in]     polyOrder  terms of the polynomial; a window of fewer points takes as many terms as points.
 ///                       Below 1: no fit, value 0. Above 64 svdfit allocates in each fit
 /// @param[in]     nIn    number of points
-/// @param[in]     xIn, vIn  points, 1..nIn, in any order; those with vIn < 0 or not-a-number do not count
+/// @param[in]     xIn, vIn  points, 1..nIn, in any order; those with vIn < 0 or NaN do not count
 /// @param[in]     mode   kCellsBySpacing, kCellsByGrid
 /// @param[in]     incRatio  spacing law; not used with kCellsByGrid
 /// @param[in]     grid   centres, 1..nPts, ascending, for kCellsByGrid; else not used, may be null. The cell
 ///                       borders are midway between them, xMin and xMax at the two ends
 /// @return the number of cells that were not dropped; a cell with an empty window counts as one of them
-/// Not-a-numbers and infinities run through to the cells whose window they lie in. Allocates before the first
+/// NaN and infinities run through to the cells whose window they lie in. Allocates before the first
 /// cell and not after; the time grows with nPts times the points of a window.
 /// Source: moving least squares; the fit is svdfit with equal weights, Press et al., Numerical Recipes.
 int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
