@@ -12,6 +12,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
+#include "signal/rep_curve_fit.h"
 #include "signal/rep_curves.h"
 
 namespace sondera {

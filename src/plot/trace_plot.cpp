@@ -28,7 +28,8 @@ std::vector<double> Abscissas(const HWSetup& hw, bool time, int n) {
 void AddTrace(const TraceView& view, const std::vector<double>& x, const std::vector<double>& y, int color,
               const char* legend) {
   const auto n = static_cast<std::ptrdiff_t>(std::min(x.size(), y.size()));
-  PlotXY(view.graph, {x.begin(), x.begin() + n}, {y.begin(), y.begin() + n}, PlotStyle::Line, 0, color, legend);
+  PlotXY(view.graph, {x.begin(), x.begin() + n}, {y.begin(), y.begin() + n}, PlotStyle::Line, 0, color,
+         legend);
 }
 
 /// Displays of a pair: the curves whose box is on; with none on, the one in use.
@@ -53,8 +54,8 @@ void PlotPairTraces(const TraceView& view, const PMeasInfo& p) {
     if (!choice.box && !(none && k == std::clamp(p.phaseOption, 0, 2))) continue;
     const std::vector<double>* y = view.type == DisplayType::TransferPhase       ? choice.phase
                                    : view.type == DisplayType::TransferAmplitude ? choice.amplitude
-                                                                            : choice.impulse;
-    AddTrace(g, x, *y, choice.color, choice.legend);
+                                                                                 : choice.impulse;
+    AddTrace(view, x, *y, choice.color, choice.legend);
   }
 }
 
@@ -65,7 +66,7 @@ void PlotChannelTrace(const TraceView& view) {
   if (CalcSpectralData(static_cast<int>(view.type), view.records.projID, view.records.measID, view.refChan,
                        view.dspChan, y.data(), unused.data()) < 0)
     return;
-  AddTrace(g, Abscissas(hw, IsOverTime(view.type), n), y, kColorOriginal, "");
+  AddTrace(view, Abscissas(hw, IsOverTime(view.type), n), y, kColorOriginal, "");
 }
 
 }  // namespace
@@ -90,8 +91,7 @@ void ScaleTraceAxes(const TraceView& view) {
     SetAxisRange(view.graph, false, niceLo, niceHi);
   }
   model.xAxis.label = IsOverTime(view.type) ? "Time, sec" : "Frequency, Hz";
-  model.yAxis.label =
-      IsOfPhase(view.type) ? "Phase, degrees" : view.typeLabel;
+  model.yAxis.label = IsOfPhase(view.type) ? "Phase, degrees" : view.typeLabel;
 }
 
 void PlotTrace(const TraceView& view) {

@@ -10,17 +10,21 @@
 
 namespace sondera {
 
+/// PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curves of a pair that are drawn; with none of them the one in
+/// use.
+struct TraceBoxes {
+  int original = 0, enhanced = 0, backbone = 0;
+};
+
 /// What one graph shows.
 struct TraceView {
   const GraphControl& graph;
   DisplayType type = DisplayType::TimeTrace;
-  std::string typeLabel;         ///< name of the display, for the y axis
-  MeasRecords records;           ///< with setup and data
+  std::string typeLabel = {};    ///< name of the display, for the y axis
+  MeasRecords records = {};      ///< with setup and data
   int refChan = 0, dspChan = 0;  ///< from 0
   const PMeasInfo* pair = nullptr;
-  struct {
-    int original = 0, enhanced = 0, backbone = 0;
-  } boxes;  ///< PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curves of a pair; none: the one in use
+  TraceBoxes boxes = {};
   bool autoScaleX = true, autoScaleY = true;
 };
 
