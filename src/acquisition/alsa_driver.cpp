@@ -53,9 +53,13 @@ struct AlsaState {
   CardFacts taskFacts;
   CardRate rate;
   std::optional<Capture> capture;
-  std::uint64_t overload = 0;
 };
 AlsaState alsa;
+
+BoardTask& TaskOfAlsa() {
+  return alsa.task;
+}
+using Task = TaskFunctions<TaskOfAlsa>;
 
 /// "hw:..." behind a device name; "" for an unknown one.
 std::string CardOf(const std::string& dev, const AlsaOptions& options) {
@@ -231,9 +235,10 @@ int Read(int number, double timeoutSeconds, double* buf, int bufLength, int& rea
     return RefuseTask(alsa.task, "The buffer is shorter than the record.");
   // The filter spreads a clipped sample by its length.
   const std::int64_t begin = capture.ring.Begin() * alsa.rate.factor - capture.decimator.Delay();
-  alsa.overload = 0;
+  alsa.task.overload = 0;
   for (std::size_t c = 0; c < alsa.task.Channels(); ++c)
-    if (capture.clippedAt[c] >= 0 && capture.clippedAt[c] >= begin) alsa.overload |= std::uint64_t{1} << c;
+    if (capture.clippedAt[c] >= 0 && capture.clippedAt[c] >= begin)
+      alsa.task.overload |= std::uint64_t{1} << c;
   capture.ring.Take(buf);
   alsa.task.started = false;
   read = alsa.task.samples;
@@ -322,21 +327,14 @@ const DaqDriver daqAlsa = {
         },
     .addChannel = AddChannel,
     .cfgSampClkTiming = SetClock,
-    .sampClkRate = [](int task, double& rate) { return GetTaskRate(alsa.task, task, rate); },
-    .setFreeRun = [](int task) { return SetTaskFreeRun(alsa.task, task); },
-    .cfgAnlgEdgeRefTrig =
-        [](int task, const std::string& channel, double levelVolts, int preTriggerSamples) {
-          return SetTaskTrigger(alsa.task, task, channel, levelVolts, preTriggerSamples);
-        },
-    .numChans = [](int task, int& channels) { return GetTaskChannels(alsa.task, task, channels); },
+    .sampClkRate = Task::SampClkRate,
+    .setFreeRun = Task::SetFreeRun,
+    .cfgAnlgEdgeRefTrig = Task::CfgAnlgEdgeRefTrig,
+    .numChans = Task::NumChans,
     .startTask = Start,
     .waitRecord = Wait,
     .readRecord = Read,
-    .recordOverload =
-        [](int task, std::uint64_t& mask) {
-          mask = alsa.overload;
-          return CheckTask(alsa.task, task);
-        },
+    .recordOverload = Task::RecordOverload,
     .stopTask =
         [](int task) {
           if (alsa.capture) alsa.capture->ring.Disarm();
@@ -347,7 +345,7 @@ const DaqDriver daqAlsa = {
           alsa.capture.reset();
           return ClearTask(alsa.task, task);
         },
-    .errorString = [](int status) { return TaskErrorText(alsa.task, status); },
+    .errorString = Task::ErrorString,
 };
 
 std::string InstallAlsaBoard(std::string_view options) {

@@ -118,22 +118,6 @@ int ClearTask(BoardTask& task, int number) {
   return daq_status::kDone;
 }
 
-int SetTaskFreeRun(BoardTask& task, int number) {
-  const int status = CheckTask(task, number);
-  if (status == daq_status::kDone) task.triggerChannel = -1;
-  return status;
-}
-
-int GetTaskRate(BoardTask& task, int number, double& rate) {
-  rate = task.rate;
-  return CheckTask(task, number);
-}
-
-int GetTaskChannels(BoardTask& task, int number, int& channels) {
-  channels = static_cast<int>(task.Channels());
-  return CheckTask(task, number);
-}
-
 std::string TaskErrorText(const BoardTask& task, int status) {
   switch (status) {
     case daq_status::kDone:

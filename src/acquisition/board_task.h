@@ -26,7 +26,8 @@ struct BoardTask {
   double triggerLevel = 0.0;
   int preTrigger = 0;  ///< samples before the trigger's
   bool started = false;
-  std::string fault;  ///< why the latest request was refused
+  std::uint64_t overload = 0;  ///< channels of the record last read that were beyond their range
+  std::string fault;           ///< why the latest request was refused
 
   std::size_t Channels() const { return channels.size(); }
 };
@@ -53,12 +54,8 @@ int SetTaskTrigger(BoardTask& task, int number, const std::string& virtualName, 
 /// have, or with pre-trigger samples that are not inside the record.
 int StartTask(BoardTask& task, int number);
 int StopTask(BoardTask& task, int number);
-int SetTaskFreeRun(BoardTask& task, int number);
-int GetTaskRate(BoardTask& task, int number, double& rate);
-int GetTaskChannels(BoardTask& task, int number, int& channels);
 /// Forgets the task; 0 also when there is none of that number.
 int ClearTask(BoardTask& task, int number);
-
 /// Text of a status: the latest refusal's for kRefused.
 std::string TaskErrorText(const BoardTask& task, int status);
 
@@ -66,5 +63,32 @@ std::string TaskErrorText(const BoardTask& task, int status);
 std::vector<double> PairsOfRanges(const std::vector<double>& ranges);
 /// Names of the inputs, "Sim1/ai0,Sim1/ai1".
 std::string InputNames(std::string_view dev, int nInputs);
+
+/// Functions of a driver's table that touch nothing but its task.
+template <BoardTask& (*taskOf)()>
+struct TaskFunctions {
+  static int SampClkRate(int number, double& rate) {
+    rate = taskOf().rate;
+    return CheckTask(taskOf(), number);
+  }
+  static int SetFreeRun(int number) {
+    const int status = CheckTask(taskOf(), number);
+    if (status == daq_status::kDone) taskOf().triggerChannel = -1;
+    return status;
+  }
+  static int CfgAnlgEdgeRefTrig(int number, const std::string& channel, double levelVolts,
+                                int preTriggerSamples) {
+    return SetTaskTrigger(taskOf(), number, channel, levelVolts, preTriggerSamples);
+  }
+  static int NumChans(int number, int& channels) {
+    channels = static_cast<int>(taskOf().Channels());
+    return CheckTask(taskOf(), number);
+  }
+  static int RecordOverload(int number, std::uint64_t& mask) {
+    mask = taskOf().overload;
+    return CheckTask(taskOf(), number);
+  }
+  static std::string ErrorString(int status) { return TaskErrorText(taskOf(), status); }
+};
 
 }  // namespace sondera

@@ -47,9 +47,13 @@ struct SimState {
   BlowRecording recording;     // of the armed record
   std::unique_ptr<BlowRecord> record;
   Clock::time_point readyAt;
-  std::uint64_t overload = 0;
 };
 SimState sim;
+
+BoardTask& TaskOfSim() {
+  return sim.task;
+}
+using Task = TaskFunctions<TaskOfSim>;
 
 bool IsDevice(const std::string& dev) {
   return dev == kDevice;
@@ -185,7 +189,7 @@ int Read(int number, double timeoutSeconds, double* buf, int bufLength, int& rea
   if (sim.records == sim.options.fail) return RefuseTask(sim.task, "The simulated board lost this record.");
   std::copy(samples.begin(), samples.end(), buf);
   read = sim.task.samples;
-  sim.overload = sim.record->Overload();
+  sim.task.overload = sim.record->Overload();
   return daq_status::kDone;
 }
 
@@ -226,21 +230,14 @@ const DaqDriver daqSimulated = {
             sim.task.rate = std::clamp(rate, sim.options.minRate, kHighestRate);
           return status;
         },
-    .sampClkRate = [](int task, double& rate) { return GetTaskRate(sim.task, task, rate); },
-    .setFreeRun = [](int task) { return SetTaskFreeRun(sim.task, task); },
-    .cfgAnlgEdgeRefTrig =
-        [](int task, const std::string& channel, double levelVolts, int preTriggerSamples) {
-          return SetTaskTrigger(sim.task, task, channel, levelVolts, preTriggerSamples);
-        },
-    .numChans = [](int task, int& channels) { return GetTaskChannels(sim.task, task, channels); },
+    .sampClkRate = Task::SampClkRate,
+    .setFreeRun = Task::SetFreeRun,
+    .cfgAnlgEdgeRefTrig = Task::CfgAnlgEdgeRefTrig,
+    .numChans = Task::NumChans,
     .startTask = Start,
     .waitRecord = Wait,
     .readRecord = Read,
-    .recordOverload =
-        [](int task, std::uint64_t& mask) {
-          mask = sim.overload;
-          return CheckTask(sim.task, task);
-        },
+    .recordOverload = Task::RecordOverload,
     .stopTask =
         [](int task) {
           sim.record.reset();
@@ -251,7 +248,7 @@ const DaqDriver daqSimulated = {
           sim.record.reset();
           return ClearTask(sim.task, task);
         },
-    .errorString = [](int status) { return TaskErrorText(sim.task, status); },
+    .errorString = Task::ErrorString,
 };
 
 std::string InstallSimulatedBoard(std::string_view options) {
