@@ -194,7 +194,7 @@ LockResult LockFile::Acquire(const std::string& target) {
     if (a.result == LockResult::Busy)
       reason_ = BusySentence(target, a.text);
     else if (a.result != LockResult::Taken)
-      reason_ = "Cannot lock " + target + " by " + name + ": " + a.text;
+      reason_ = FormatText("Cannot lock %s by %s: %s", target.c_str(), name.c_str(), a.text.c_str());
     return a.result;
   }
 }

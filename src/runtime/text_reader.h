@@ -81,6 +81,7 @@ class Tokenizer {
   explicit Tokenizer(std::string_view text, std::string_view delimiters = " ,\t\n");
   template <class T>
   requires std::is_same_v<T, std::string>
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): a temporary std::string alone comes here
   explicit Tokenizer(T&& temporary, std::string_view delimiters = "") = delete;
 
   /// Next token, never empty; nothing when the text has no more.

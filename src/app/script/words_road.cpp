@@ -19,7 +19,7 @@ constexpr int kLayerList = 2;
 constexpr std::size_t kMostLayers = 400;
 
 /// Runs a line of the first dialect. A text with a separator cannot be one word there.
-void RunLine(Run& run, std::string line) {
+void RunLine(Run& run, const std::string& line) {
   const int result = ProcessCommandLine(line);
   run.settle();
   if (result < 0) throw Fault("the program refused");
