@@ -1,10 +1,11 @@
-// hmsetup.cpp - the list of measurements. Owns the texts remembered while one is being edited.
+// hmsetup.cpp - the list of measurements. The texts remembered while one is being edited are in panels_state.h.
 #include "panels/hmsetup.h"
 
 #include <algorithm>
 
 #include "acquisition/daq_driver.h"
 #include "panels/hwsetup.h"
+#include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -19,11 +20,6 @@ namespace {
 constexpr int kLongestPrompt = 80;
 constexpr std::size_t kLongestID = 255;         // the file's text fields hold 256 bytes
 constexpr std::size_t kLongestProjectID = 247;  // behind it the file keeps four bars and a number
-
-struct EditedTexts {
-  std::string projID, measID;
-};
-EditedTexts edited;
 
 void RefillLists() {
   FillMeasIDListBox(Panel::SASW, session.curProjID);
@@ -64,14 +60,14 @@ int UpdateMeasIDListCallback(Panel, ControlId, Event event, long) {
 }
 
 int UpdateProjIDCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::GotFocus) edited.projID = GetCtrlVal(hmsetup::PROJID);
+  if (event == Event::GotFocus) panelsState.edited.projID = GetCtrlVal(hmsetup::PROJID);
   if (event != Event::Commit) return 0;
   const std::string projID = GetCtrlVal(hmsetup::PROJID).substr(0, kLongestProjectID);
   for (IDInfo& id : MeasDB.idList)
-    if (id.ProjID == edited.projID) id.ProjID = projID;
+    if (id.ProjID == panelsState.edited.projID) id.ProjID = projID;
   session.curProjID = projID;
   SetCtrlVal(hmsetup::PROJID, projID);
-  edited.projID = projID;
+  panelsState.edited.projID = projID;
   RefreshWindowTitle();
   return 0;
 }
@@ -80,14 +76,14 @@ int UpdateMeasIDCallback(Panel, ControlId, Event event, long) {
   const std::string measID = GetCtrlVal(hmsetup::MEASID);
   if (event == Event::GotFocus) {
     MeasRecords records;
-    edited.measID.clear();
+    panelsState.edited.measID.clear();
     if (GetInfoFromKey(GetKeyFromID(session.curProjID, measID), records) != -1 && records.measPos > 0)
-      edited.measID = measID;
+      panelsState.edited.measID = measID;
   }
   if (event != Event::Commit) return 0;
-  const int key = GetKeyFromID(session.curProjID, edited.measID);
-  if (edited.measID.empty() || key == -1) return 0;
-  edited.measID = measID;
+  const int key = GetKeyFromID(session.curProjID, panelsState.edited.measID);
+  if (panelsState.edited.measID.empty() || key == -1) return 0;
+  panelsState.edited.measID = measID;
   Rename(key, measID);
   return 0;
 }
@@ -168,6 +164,11 @@ int UpdateRemoveMeasIDCallback(Panel, ControlId, Event event, long) {
 
 int RemoveMeasIDCallback(Panel panel, ControlId control, Event event, long data) {
   return UpdateRemoveMeasIDCallback(panel, control, event, data);
+}
+
+int HWSetupOKCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::Commit) HidePanel(Panel::HMSETUP);
+  return 0;
 }
 
 }  // namespace sondera

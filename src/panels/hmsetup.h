@@ -25,4 +25,7 @@ int RenameMeasIDCallback(Panel panel, ControlId control, Event event, long data)
 int UpdateRemoveMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 int RemoveMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 
+/// OK on commit: hides the dialog.
+int HWSetupOKCallback(Panel panel, ControlId control, Event event, long data);
+
 }  // namespace sondera

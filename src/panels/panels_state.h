@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <string>
 
 #include "runtime/controls.h"
 
@@ -12,9 +13,15 @@ struct PhaseBoxes {
   int original = 0, enhanced = 1, backbone = 0;
 };
 
+/// Texts of the setup dialog before they are edited.
+struct EditedTexts {
+  std::string projID, measID;
+};
+
 struct PanelsState {
   PhaseBoxes boxesBefore;                 ///< phase boxes at the last click on one of them
   std::map<ControlId, int> indexAtFocus;  ///< position of each selector of a trace when it was last entered
+  EditedTexts edited;                     ///< project and measurement at focus in
 };
 extern PanelsState panelsState;
 

@@ -1,5 +1,8 @@
-// window_modes.h - the four pages of the main window and what their titles say.
+// mainmenu.h - the menu items that bring up a page of the main window or a tab of the setup dialog, and what their
+// titles say. No state.
 #pragma once
+
+#include <string>
 
 #include "runtime/controls.h"
 
@@ -11,10 +14,10 @@ int DispersionModeCallback(Panel panel, ControlId control, Event event, long dat
 int SetupModeCallback(Panel panel, ControlId control, Event event, long data);
 int SetupHDWareCallback(Panel panel, ControlId control, Event event, long data);
 int SetupMeasSetupCallback(Panel panel, ControlId control, Event event, long data);
-int HWSetupOKCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Results page for forward modelling (FMDORINV 1) or inversion (any other value).
-int ChooseAnalysisCallback(Panel panel, ControlId control, Event event, long data);
-void UpdateWindowFace(int mode);
+/// Shows one page of the main window in place of the others, under a title.
+void ShowPage(Panel page, const std::string& title);
+/// "app - file [what]", the title of a page.
+std::string PageTitle(const char* what);
 
 }  // namespace sondera

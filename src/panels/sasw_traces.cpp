@@ -1,5 +1,5 @@
-// traces.cpp - trace selection. The selection at focus in is in panels_state.h.
-#include "panels/traces.h"
+// sasw_traces.cpp - see sasw_traces.h. The selection at focus in is in panels_state.h.
+#include "panels/sasw_traces.h"
 
 #include "panels/irfsetpnl.h"
 #include "panels/panels_state.h"

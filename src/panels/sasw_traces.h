@@ -1,5 +1,5 @@
-// traces.h - choosing what a trace shows: measurement, channels, display type, and the per-trace
-// settings.
+// sasw_traces.h - choosing what a trace of the masking page or the measurement page shows: measurement, channels,
+// display type, and the per-trace settings. Both pages have the same controls.
 //
 // Each draws anew; when there is nothing to draw the control falls back to the value that it held at focus
 // in. Each ends by refreshing the filter dialog, so that it stays in step with the pair on display.

@@ -1,6 +1,6 @@
 // Tests of the trace selection: what a choice draws, what it leaves in the records, and what a failed plot
 // does.
-#include "panels/traces.h"
+#include "panels/sasw_traces.h"
 
 #include "app/commands.h"
 #include "records/measdb.h"

@@ -1,8 +1,7 @@
-// window_modes.cpp - shows one page and hides the others. Owns no state.
-#include "panels/window_modes.h"
+// mainmenu.cpp - see mainmenu.h. Owns no state.
+#include "panels/mainmenu.h"
 
 #include "records/session.h"
-#include "runtime/catalogue/exdthd.h"
 #include "runtime/redraw.h"
 
 namespace sondera {
@@ -24,6 +23,8 @@ int TabOf(Panel page) {
   }
 }
 
+}  // namespace
+
 void ShowPage(Panel page, const std::string& title) {
   for (Panel p : kPages)
     if (p != page) HidePanel(p);
@@ -32,11 +33,9 @@ void ShowPage(Panel page, const std::string& title) {
   SetPanelTitle(page, title);
 }
 
-std::string TitleWith(const char* what) {
+std::string PageTitle(const char* what) {
   return session.appTitle + " - " + session.projectFileName + " [" + what + "]";
 }
-
-}  // namespace
 
 int MeasModeCallback(Panel, ControlId, Event, long) {
   ShowPage(Panel::SASW, session.appTitle + " - " + session.projectFileName);
@@ -44,7 +43,7 @@ int MeasModeCallback(Panel, ControlId, Event, long) {
 }
 
 int PerformTestCallback(Panel, ControlId, Event, long) {
-  ShowPage(Panel::MEASPANEL, TitleWith("Testing"));
+  ShowPage(Panel::MEASPANEL, PageTitle("Testing"));
   return 0;
 }
 
@@ -74,29 +73,6 @@ int SetupMeasSetupCallback(Panel, ControlId, Event, long) {
   HidePanel(Panel::HWSETUP);
   SetActiveTabPage(Panel::HMSETUP, 1);
   return 0;
-}
-
-int HWSetupOKCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::Commit) HidePanel(Panel::HMSETUP);
-  return 0;
-}
-
-int ChooseAnalysisCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::Commit) UpdateWindowFace(GetCtrlVal(exdthd::FMDORINV));
-  return 0;
-}
-
-void UpdateWindowFace(int mode) {
-  using namespace exdthd;
-  ShowPage(Panel::EXDTHD, TitleWith("F. Modeling and Inversion Analysis"));
-  const bool modelling = mode == 1;
-  SetDimmed(RUN_FMODEL, !modelling);
-  SetDimmed(RUN_INVERSION, modelling);
-  SetVisible(ITERNO, !modelling);
-  SetVisible(PLOT_INV, !modelling);
-  SetCtrlVal(STATUSMSG, "");
-  SetCtrlVal(PROCESSMSG, "");
-  ExdThdCurvPlot();
 }
 
 }  // namespace sondera
