@@ -86,8 +86,9 @@ void FirDecimator::Feed(const double* frames, std::size_t nFrames, std::vector<d
     }
   }
   until_ = until_ + made * factor_ - nFrames;
-  for (std::vector<double>& past : past_)  // keep what the next output still needs
-    past.erase(past.begin(), past.end() - static_cast<std::ptrdiff_t>(std::min(past.size(), n - 1)));
+  // The next output needs the last n - 1 frames. Moving them only when as many are spent costs a move a frame.
+  for (std::vector<double>& past : past_)
+    if (past.size() >= 2 * n) past.erase(past.begin(), past.end() - static_cast<std::ptrdiff_t>(n - 1));
 }
 
 }  // namespace sondera
