@@ -15,9 +15,7 @@
 #include <vector>
 
 #include "numeric/analysis.h"
-#include "project/import_spectra.h"
-#include "project/import_time.h"
-#include "project/import_uff58.h"
+#include "panels/loadtxdata_import.h"
 #include "records/session.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"

@@ -13,6 +13,7 @@
 #include <memory>
 #include <string>
 
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"

@@ -7,6 +7,7 @@
 #include "app/startup.h"
 #include "curve_plot.h"
 #include "curve_report.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include "app/console.h"
 #include "app/startup.h"
 #include "curve_report.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 
 int main(int argc, char** argv) {

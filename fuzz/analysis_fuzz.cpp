@@ -5,6 +5,7 @@
 #include <string>
 
 #include "memory_file_driver.h"
+#include "panels/mainmenu_analysis.h"
 #include "project/analysis_section.h"
 #include "records/measdb.h"
 #include "records/session.h"

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "numeric/analysis.h"
+#include "panels/mainmenu_curves.h"
 #include "project/exd_files.h"
 #include "records/measdb.h"
 #include "records/session.h"

@@ -1,6 +1,6 @@
 // gyx_fuzz.cpp - any bytes as cross power spectra in text.
 #include "import_fuzz.h"
-#include "project/import_spectra.h"
+#include "panels/loadtxdata_import.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return sondera::fuzz::RunImport(

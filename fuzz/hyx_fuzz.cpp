@@ -1,6 +1,6 @@
 // hyx_fuzz.cpp - any bytes as transfer functions in text.
 #include "import_fuzz.h"
-#include "project/import_spectra.h"
+#include "panels/loadtxdata_import.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return sondera::fuzz::RunImport(

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "memory_file_driver.h"
+#include "panels/mainmenu_legacy.h"
 #include "project/legacy_files.h"
 #include "records/measdb.h"
 #include "records/session.h"

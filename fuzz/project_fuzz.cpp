@@ -6,6 +6,7 @@
 #include <string>
 
 #include "memory_file_driver.h"
+#include "panels/mainmenu_project.h"
 #include "project/analysis_section.h"
 #include "project/modeling_section.h"
 #include "project/project_file.h"

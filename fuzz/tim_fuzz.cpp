@@ -1,6 +1,6 @@
 // tim_fuzz.cpp - any bytes as time histories.
 #include "import_fuzz.h"
-#include "project/import_time.h"
+#include "panels/loadtxdata_import.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return sondera::fuzz::RunImport(

@@ -1,6 +1,6 @@
 // uff58_fuzz.cpp - any bytes as universal files. One more bit of the first byte chooses the kind.
 #include "import_fuzz.h"
-#include "project/import_uff58.h"
+#include "panels/loadtxdata_import.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using sondera::ImportRequest;

@@ -15,6 +15,7 @@
 #include "app/script/words.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_copies.h"
 #include "project/project_file.h"
 #include "records/session.h"
@@ -93,7 +94,8 @@ std::string NewProjectPath(const std::string& name) {
 /// and a script saves more than once. False after a message when the former one cannot be kept.
 bool NewProjectFile(const std::string& path) {
   std::string kept, reason;
-  if (!KeepFormerProject(path, StoreProject, kept, reason)) {
+  if (!KeepFormerProject(
+          path, [](AtomicWriter& file) { StoreProject(file); }, kept, reason)) {
     Refuse("The project of this name cannot be kept, so no new one is made. " + reason + ".");
     return false;
   }

@@ -11,6 +11,7 @@
 #include "app/run_report.h"
 #include "app/shutdown.h"
 #include "inversion/starting_model.h"
+#include "panels/mainmenu_export.h"
 #include "panels/one_click.h"
 #include "panels/trace_selection.h"
 #include "project/trace_export.h"

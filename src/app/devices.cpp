@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "acquisition/daq_driver.h"
+#include "acquisition/first_settings.h"
 #include "panels/hwsetup.h"
 #include "records/measdb.h"
 #include "records/session.h"

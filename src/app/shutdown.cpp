@@ -1,7 +1,7 @@
 // shutdown.cpp - the end of a session.
 #include "app/shutdown.h"
 
-#include "project/project_file.h"
+#include "panels/mainmenu_project.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
 #include "records/model_records.h"

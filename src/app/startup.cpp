@@ -7,6 +7,7 @@
 #include "numeric/process_end.h"
 #include "panels/hwsetup.h"
 #include "panels/irfsetpnl.h"
+#include "panels/meassetup.h"
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/inv_records.h"

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "project/section_io.h"
 #include "project/text_helpers.h"

@@ -5,6 +5,7 @@
 
 #include "acquisition/daq_driver.h"
 #include "panels/hwsetup.h"
+#include "panels/meassetup.h"
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"

@@ -1,4 +1,4 @@
-// loadtxdata.cpp - see import.h. Owns no state; the entries live in the controls of the dialog.
+// loadtxdata.cpp - see loadtxdata.h. Owns no state; the entries live in the controls of the dialog.
 // Rows: the first file needed always stands in the first row (FNAMESRC). Which channel it belongs to shows in
 // its label only, which counts as the theory does: H21 is receiver 2 over receiver 1, index 0 is the source.
 #include "panels/loadtxdata.h"
@@ -7,10 +7,8 @@
 #include <array>
 #include <string>
 
-#include "project/import_record.h"
+#include "panels/loadtxdata_import.h"
 #include "project/import_spectra.h"
-#include "project/import_time.h"
-#include "project/import_uff58.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/loadtxdata.h"

@@ -9,12 +9,8 @@
 #include <memory>
 #include <vector>
 
-#include "project/load_check.h"
 #include "project/setup_section.h"
 #include "records/measdb.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -324,42 +320,11 @@ void LoadAnalysisFrom(SectionReader& file) {
   file.EndSection();
 }
 
-int SaveAnalysis(const std::string& path) {
+Refusal WriteAnalysis(const std::string& path) {
   AtomicWriter file(path);
   StoreAnalysis(file);
-  if (file.Commit()) return 0;
-  MessagePopup(session.appTitle, "The interpretation could not be saved. " + file.Reason() + ".");
-  return -1;
-}
-
-int LoadAnalysis(const std::string& path) {
-  SectionReader file;
-  std::string reason;
-  if (!file.Open(path, &reason)) {
-    MessagePopup(session.appTitle, reason + ".");
-    return -1;
-  }
-  LoadAnalysisFrom(file);
-  return TellOutcome(NotReadWhole(path, file), file);
-}
-
-int Save_Analysis(Panel, ControlId, Event, long) {
-  const FileChoice choice =
-      FileSelectPopup({ProjectDirectory(), "*.ia", "Save Interpretation and Analysis", true});
-  if (choice.answer == FileAnswer::Cancelled) return 0;
-  if (choice.answer == FileAnswer::Exists &&
-      !ConfirmPopup(session.appTitle, "File already exists. Do you want to overwrite it ?"))
-    return 0;
-  return SaveAnalysis(choice.path);
-}
-
-int Load_Analysis(Panel, ControlId, Event, long) {
-  const FileChoice choice =
-      FileSelectPopup({ProjectDirectory(), "*.ia", "Load Interpretation and Analysis", false});
-  if (choice.answer == FileAnswer::Cancelled) return 0;
-  if (choice.answer == FileAnswer::Exists) return LoadAnalysis(choice.path);
-  MessagePopup(session.appTitle, "File does not exist.");
-  return -1;
+  if (file.Commit()) return {};
+  return "The interpretation could not be saved. " + file.Reason() + ".";
 }
 
 }  // namespace sondera

@@ -20,7 +20,7 @@
 #include <string>
 
 #include "project/section_io.h"
-#include "runtime/controls.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -29,16 +29,9 @@ int ReadAnalysis(SectionReader& file);
 /// Pair records without an existing key above 0, or of a measurement without lines, are left out.
 void StoreAnalysis(AtomicWriter& file);
 
-/// Writes the ".ia" file: atomic, no backup copy. 0, or -1 after a message.
-int SaveAnalysis(const std::string& path);
-/// Reads an ".ia" file; what is wrong with it is said in one message at the end. 0; -1 when it could not be
-/// read, or not whole.
-int LoadAnalysis(const std::string& path);
-/// The same from an open reader, without messages.
+/// Writes the ".ia" file: atomic, no backup copy.
+Refusal WriteAnalysis(const std::string& path);
+/// Reads an ".ia" file from an open reader. What was wrong: file.Trouble().
 void LoadAnalysisFrom(SectionReader& file);
-
-/// Menu items: dialog, question about an existing file, save or load.
-int Save_Analysis(Panel panel, ControlId control, Event event, long data);
-int Load_Analysis(Panel panel, ControlId control, Event event, long data);
 
 }  // namespace sondera

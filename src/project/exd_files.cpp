@@ -6,18 +6,11 @@
 #include <optional>
 #include <vector>
 
-#include "panels/sasw_pair.h"
 #include "project/import_record.h"
-#include "project/section_io.h"
 #include "project/text_helpers.h"
 #include "records/measdb.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/catalogue/meassetup.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
 #include "runtime/files.h"
-#include "runtime/redraw.h"
 
 namespace sondera {
 namespace {
@@ -25,9 +18,8 @@ namespace {
 constexpr std::string_view kHeading = "ID : ";
 constexpr int kHeaderRest = 4;        // lines between the number of points and the first point
 constexpr int kMostPoints = 1 << 18;  // records of a measurement are made for each; no instrument gives more
-constexpr int kIdLength = 80;
+constexpr std::size_t kIdLength = 80;
 constexpr int kMostPrompts = 10;  // new ids asked for in a row
-constexpr int kDispersionTab = 2;
 constexpr double kFoot = 0.3048;
 
 struct ExdCurve {
@@ -54,8 +46,9 @@ bool TakeNumber(Tokenizer& tokens, std::vector<double>& out) {
 /// One file in the course of reading.
 class ExdReader {
  public:
-  ExdReader(TextReader& text, const std::string& fname) : text_(text), fname_(fname) {}
-  std::string run();
+  ExdReader(TextReader& text, const std::string& fname, const ExdQuestions& questions)
+      : text_(text), fname_(fname), questions_(questions) {}
+  ExdOutcome run();
 
  private:
   bool nextLine() {
@@ -74,6 +67,7 @@ class ExdReader {
 
   TextReader& text_;
   const std::string& fname_;
+  const ExdQuestions& questions_;
   std::string line_, trouble_, lastID_;
   int lineNumber_ = 0;
   std::optional<double> unit_;
@@ -124,7 +118,7 @@ bool ExdReader::claim(std::string measID, ImportRequest& request, ImportRecords&
   for (int tries = 0; tries < kMostPrompts; ++tries) {
     request.measID = measID;
     if (BeginImport(request, IfPresent::Ask, records)) return true;
-    const auto answer = PromptPopup(session.appTitle, "Please enter a new measurement ID.", kIdLength);
+    const auto answer = questions_.newMeasID ? questions_.newMeasID() : std::nullopt;
     if (!answer || answer->empty()) break;
     measID = answer->substr(0, kIdLength);
   }
@@ -135,6 +129,8 @@ bool ExdReader::claim(std::string measID, ImportRequest& request, ImportRecords&
 void ExdReader::store(const ExdCurve& curve) {
   const int n = static_cast<int>(curve.velocity.size());
   ImportRequest request;
+  request.projID = questions_.projID;
+  request.mayOverwrite = questions_.mayOverwrite;
   request.nChannels = 2;
   ImportRecords records;
   if (!claim(curve.measID, request, records)) return;
@@ -147,11 +143,12 @@ void ExdReader::store(const ExdCurve& curve) {
   layout.timeLength = (2 * (n + 1) - 1) * layout.deltaT;
   layout.deltaF = 1.0;
   MakeSpectrumRecords(request, layout, records);
-  FinishImport(request, records);
+  CompletePairs(request, records);
+  if (questions_.made) questions_.made(request.measID);
   lastID_ = request.measID;
 
   PMeasInfo* pair = FindPair(records.key, 0, 1);
-  if (!pair) SetupPMeasDataNode(session.curProjID, request.measID, 0, 1, *records.hw, pair);
+  if (!pair && questions_.makePair) pair = questions_.makePair(request.measID, *records.hw);
   if (!pair) return;
   const auto put = [](const std::vector<double>& from, std::vector<double>& to) {
     std::fill(std::copy(from.begin(), from.end(), to.begin()), to.end(), 0.0);
@@ -163,7 +160,7 @@ void ExdReader::store(const ExdCurve& curve) {
   pair->included = 1;
 }
 
-std::string ExdReader::run() {
+ExdOutcome ExdReader::run() {
   bool fetch = true;
   while (!fetch || nextLine()) {
     fetch = true;
@@ -176,11 +173,8 @@ std::string ExdReader::run() {
     }
   }
   if (text_.ReadFailed()) note("It could not be read to its end.");
-  if (unit_) {  // behind the records, which show a unit of their own
-    session.lengthUnit = *unit_;
-    SetCtrlVal(meassetup::LENGTHUNIT, *unit_);
-  }
-  return trouble_;
+  if (unit_) session.lengthUnit = *unit_;  // behind the records, which show a unit of their own
+  return {trouble_, unit_};
 }
 
 /// Amplitude of the phase in use on the line of a frequency: points have no line numbers of their own, since
@@ -206,26 +200,11 @@ void WriteCurve(TextWriter& text, const PMeasInfo& p, const std::string& measID)
 
 }  // namespace
 
-std::string ReadExdCurves(TextReader& text, const std::string& fname) {
-  return ExdReader(text, fname).run();
+ExdOutcome ReadExdCurves(TextReader& text, const std::string& fname, const ExdQuestions& questions) {
+  return ExdReader(text, fname, questions).run();
 }
 
-int LoadExdData(const std::string& path, const std::string& fname) {
-  TextReader text;
-  if (!text.Open(path)) {
-    MessagePopup(session.appTitle, "Error in reading the file.");
-    return -1;
-  }
-  SetWaitCursor(true);
-  const std::string trouble = ReadExdCurves(text, fname);
-  SetWaitCursor(false);
-  DispCurvPlot(1);
-  if (trouble.empty()) return 0;
-  MessagePopup(session.appTitle, "The file " + path + " was not read whole. " + trouble);
-  return -1;
-}
-
-int ExportExdData(const std::string& path) {
+Refusal WriteExdCurves(const std::string& path) {
   TextWriter text(path);
   for (const PMeasInfo& p : MeasDB.pMeasList) {
     std::string projID, measID;
@@ -233,37 +212,8 @@ int ExportExdData(const std::string& path) {
     GetIDfromKey(p.key, projID, measID);
     WriteCurve(text, p, measID);
   }
-  if (text.Close()) return 0;
-  MessagePopup(session.appTitle,
-               FormatText("Error in saving the exp. disp. curve into file %s.", path.c_str()));
-  return -1;
-}
-
-int LoadExdFileMenuCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  const FileChoice choice =
-      FileSelectPopup({ProjectDirectory(), "*.exd", "Load EXD file from Sondera Ver 1.", false});
-  if (choice.answer == FileAnswer::IsNew) {
-    MessagePopup(session.appTitle, "File does not exist.");
-    return -1;
-  }
-  if (choice.answer != FileAnswer::Exists) return -1;
-  const int result = LoadExdData(choice.path, ExtractFName(choice.path));
-  SetActiveTabPage(Panel::PANEL, kDispersionTab);
-  DisplayPanel(Panel::DISPCURV);
-  DisplayPanel(Panel::MEASSETUP);
-  return result;
-}
-
-int Export_ExdDataCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  const FileChoice choice =
-      FileSelectPopup({ProjectDirectory(), "*.exd", "Export Experimental Dispersion Curve.", true});
-  if (choice.answer == FileAnswer::Cancelled) return -1;
-  if (choice.answer == FileAnswer::Exists &&
-      !ConfirmPopup(session.appTitle, "File already exists. Do you want to overwrite it ?"))
-    return -1;
-  return ExportExdData(choice.path);
+  if (text.Close()) return {};
+  return FormatText("Error in saving the exp. disp. curve into file %s.", path.c_str());
 }
 
 }  // namespace sondera

@@ -3,19 +3,11 @@
 
 #include <algorithm>
 
-#include "panels/hwsetup.h"
-#include "panels/trace_selection.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/dialogs.h"
-#include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-constexpr int kMaskingPage = 1;  // page of DoPlotting
-constexpr int kBothTraces = 2;
 
 // Settings of a measurement that no board took part in.
 constexpr double kInputRange = 5.0;            // V
@@ -54,18 +46,6 @@ void ResetInPlace(RecordList<T>& list, int key) {
   if (pos > 0) list.at(pos)->key = key;
 }
 
-/// Where a measurement stands among those of its project, from 0; -1 when it is not listed.
-int ListIndexOf(const std::string& projID, int key) {
-  int index = 0;
-  for (const MeasSetup& ms : MeasDB.measSetupList) {
-    std::string proj, meas;
-    if (!GetIDfromKey(ms.key, proj, meas) || proj != projID) continue;
-    if (ms.key == key) return index;
-    ++index;
-  }
-  return -1;
-}
-
 }  // namespace
 
 const std::string& FileInRow(const ImportRequest& request, int row) {
@@ -92,15 +72,14 @@ std::string import_text::CannotRead(const std::string& path, const TextFault& fa
 }
 
 bool BeginImport(const ImportRequest& request, IfPresent ifPresent, ImportRecords& records) {
-  session.curProjID = GetCtrlVal(hmsetup::PROJID);
+  session.curProjID = request.projID;
   records.key = GetKeyFromID(session.curProjID, request.measID);
   records.existed = records.key != -1;
   if (!records.existed) {
     records.key = InsertNewIDInfo(session.curProjID, request.measID);
     return true;
   }
-  return ifPresent == IfPresent::Overwrite ||
-         ConfirmPopup(session.appTitle, "The same measurement ID is in the list. Overwrite it ?");
+  return ifPresent == IfPresent::Overwrite || (request.mayOverwrite && request.mayOverwrite());
 }
 
 void MakeSpectrumRecords(const ImportRequest& request, const SpectrumLayout& layout, ImportRecords& records) {
@@ -137,41 +116,14 @@ void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, Imp
   MakeRest(request, records);
 }
 
-int FinishImport(const ImportRequest& request, const ImportRecords& records) {
-  if (records.existed) {
-    for (int i = MeasDB.pMeasList.count(); i >= 1; --i) {
-      const PMeasInfo& pair = *MeasDB.pMeasList.at(i);
-      if (pair.key == records.key && std::max(pair.refChan, pair.dspChan) >= request.nChannels)
-        MeasDB.pMeasList.remove(i);
-    }
-    UpdatePairMeasArrays(records.key, records.hw->nLines);
+void CompletePairs(const ImportRequest& request, const ImportRecords& records) {
+  if (!records.existed) return;
+  for (int i = MeasDB.pMeasList.count(); i >= 1; --i) {
+    const PMeasInfo& pair = *MeasDB.pMeasList.at(i);
+    if (pair.key == records.key && std::max(pair.refChan, pair.dspChan) >= request.nChannels)
+      MeasDB.pMeasList.remove(i);
   }
-  UpdateMeasSetup(session.curProjID, request.measID, kBothTraces);
-  UpdateHWSetup(session.curProjID, request.measID);
-  DoPlotting(kMaskingPage);
-  return 0;
-}
-
-int AbandonImport(const ImportRequest& request, std::string_view text) {
-  MessagePopup(session.appTitle, text);
-  TrimDataBase(session.curProjID, request.measID);
-  return -1;
-}
-
-void TrimDataBase(const std::string& projID, const std::string& measID) {
-  const int key = GetKeyFromID(projID, measID);
-  if (key == -1) return;
-  const int before = ListIndexOf(projID, key) - 1;
-  RemoveMeasurement(key);
-  FillMeasIDListBox(Panel::SASW, projID);
-  FillMeasIDListBox(Panel::MEASPANEL, projID);
-  SetCtrlIndex(hmsetup::MEASIDLISTBOX, std::max(before, 0));
-  session.curMeasID = GetLabelFromIndex(hmsetup::MEASIDLISTBOX, GetCtrlIndex(hmsetup::MEASIDLISTBOX));
-  SetCtrlVal(hmsetup::MEASID, session.curMeasID);
-  UpdateMeasSetup(projID, session.curMeasID, kBothTraces);
-  UpdateHWSetup(projID, session.curMeasID);
-  DoPlotting(kMaskingPage);
-  RefreshWindowTitle();
+  UpdatePairMeasArrays(records.key, records.hw->nLines);
 }
 
 }  // namespace sondera

@@ -1,25 +1,29 @@
 // import_record.h - the records that an import makes: found or added under its id, filled with the settings
-// that all imports share, shown when all is well, taken away again when a later file fails.
+// that all imports share.
 //
-// The order is that of the readers: first file read, then BeginImport (asks before it overwrites), Make... ,
-// the channels, and at the end FinishImport or AbandonImport. A first file that is refused leaves everything
-// as it was. A later one costs the measurement, also one that was there before: its data were released when
-// the import began.
+// The order of the readers: read the first file, BeginImport (asks before it overwrites), Make... , the
+// channels, and CompletePairs at the end. A refused first file leaves everything as it was. A refused later
+// file costs the measurement, also one that was there before: its data were released when the import began.
+// The caller removes it then (ImportResult::begun) and shows the measurement otherwise
+// (panels/loadtxdata_import.h).
 #pragma once
 
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "project/import_layout.h"
 #include "records/measdb.h"
+#include "runtime/refusal.h"
 #include "runtime/text_reader.h"
 
 namespace sondera {
 
 /// What is to be imported.
 struct ImportRequest {
+  std::string projID;  ///< project text of the measurement
   std::string measID;
   int nChannels = 0;  ///< receivers
   bool sourceInstrumented = false;
@@ -30,6 +34,17 @@ struct ImportRequest {
   /// Opens a row's file, or gives the reason; replaced where the bytes are in memory.
   std::function<bool(const std::string& name, TextReader& text, std::string& reason)> open =
       [](const std::string& name, TextReader& text, std::string& reason) { return text.Open(name, &reason); };
+  std::function<bool()> mayOverwrite;  ///< asked when the id is in the list already; empty: no
+};
+
+/// How an import ended.
+struct ImportResult {
+  Refusal refusal;     ///< without a reason: the answer to the question was no
+  bool begun = false;  ///< the measurement exists: whole, or, when refused, to be removed
+
+  static ImportResult Refused(Refusal refusal) { return {std::move(refusal), false}; }
+  static ImportResult Abandoned(Refusal refusal) { return {std::move(refusal), true}; }
+  static ImportResult Done() { return {{}, true}; }
 };
 
 /// Name in a row, from 0; empty outside.
@@ -61,23 +76,16 @@ struct ImportRecords {
 
 enum class IfPresent { Ask, Overwrite };
 
-/// Takes curProjID from the setup panel and finds or adds the id. An id that exists is asked about. False
-/// when the answer is no; nothing has changed then.
+/// Makes projID the current project and finds or adds the id. An id that exists is asked about. False when
+/// the answer is no; no measurement has changed then.
 bool BeginImport(const ImportRequest& request, IfPresent ifPresent, ImportRecords& records);
 /// The three records of imported spectra, data zero.
 void MakeSpectrumRecords(const ImportRequest& request, const SpectrumLayout& layout, ImportRecords& records);
 /// The three records of an imported time record, data zero; nothing stays of records that were there.
 void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, ImportRecords& records);
 
-/// Brings the pairs of an overwritten measurement to the new size, empty (those of channels that are gone are
-/// removed), and shows the measurement. Returns 0.
-int FinishImport(const ImportRequest& request, const ImportRecords& records);
-/// Refusal after BeginImport (before it: Refuse): the message, TrimDataBase, and -1.
-int AbandonImport(const ImportRequest& request, std::string_view text);
-
-/// Removes a measurement after a failed import: data, setups, pairs, identity. Refills the lists, selects the
-/// measurement before it (the first, when it was the first; nothing, when it was the only one) and refreshes
-/// the title.
-void TrimDataBase(const std::string& projID, const std::string& measID);
+/// Brings the pairs of an overwritten measurement to the new size, empty; those of channels that are gone are
+/// removed.
+void CompletePairs(const ImportRequest& request, const ImportRecords& records);
 
 }  // namespace sondera

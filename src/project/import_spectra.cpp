@@ -6,8 +6,6 @@
 
 #include "project/import_findings.h"
 #include "project/import_text.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -159,32 +157,34 @@ int FirstRowOfCrossSpectra(const ImportRequest& request) {
   return 0;
 }
 
-int LoadHyxData(const ImportRequest& request) {
+ImportResult ImportTransferFunctions(const ImportRequest& request) {
   Run run{request, ZeroLine::AsRead};
-  if (const std::string refusal = ReadFirstFile(run, 0); !refusal.empty()) return Refuse(refusal);
+  if (const std::string refusal = ReadFirstFile(run, 0); !refusal.empty())
+    return ImportResult::Refused(refusal);
   ImportRecords records;
   const IfPresent ifPresent = request.measID == kFirstMeasID ? IfPresent::Overwrite : IfPresent::Ask;
-  if (!BeginImport(request, ifPresent, records)) return -1;
+  if (!BeginImport(request, ifPresent, records)) return ImportResult::Refused(Refusal::WithoutReason());
   MakeSpectrumRecords(request, run.first.layout, records);
 
   RawData& raw = *records.raw;
   const int nLines = run.first.layout.nLines;
   const std::string refusal = ReadChannels(run, raw, request.sourceInstrumented ? 0 : 1, 0);
-  if (!refusal.empty()) return AbandonImport(request, refusal);
+  if (!refusal.empty()) return ImportResult::Abandoned(refusal);
   if (request.sourceInstrumented)
     DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, nLines);
   else
     SetUnity(RowOf(raw.crossSpecRe, raw.crossSpecIm, 0, nLines));
   run.findings.Report();
-  return FinishImport(request, records);
+  CompletePairs(request, records);
+  return ImportResult::Done();
 }
 
-int LoadGyxData(const ImportRequest& request) {
+ImportResult ImportCrossSpectra(const ImportRequest& request) {
   Run run{request, ZeroLine::Real, request.sourceInstrumented ? kSourceRows : 1};
   if (const std::string refusal = ReadFirstFile(run, FirstRowOfCrossSpectra(request)); !refusal.empty())
-    return Refuse(refusal);
+    return ImportResult::Refused(refusal);
   ImportRecords records;
-  if (!BeginImport(request, IfPresent::Ask, records)) return -1;
+  if (!BeginImport(request, IfPresent::Ask, records)) return ImportResult::Refused(Refusal::WithoutReason());
   MakeSpectrumRecords(request, run.first.layout, records);
 
   RawData& raw = *records.raw;
@@ -195,11 +195,12 @@ int LoadGyxData(const ImportRequest& request) {
     std::fill_n(raw.crossSpecRe.begin(), 2 * static_cast<std::size_t>(nLines), 1.0);
   const int from = firstIsUnity ? 1 : 0;
   const std::string refusal = ReadChannels(run, raw, from, request.sourceInstrumented ? kSourceRows : from);
-  if (!refusal.empty()) return AbandonImport(request, refusal);
+  if (!refusal.empty()) return ImportResult::Abandoned(refusal);
   if (request.sourceInstrumented)
     DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, nLines);
   run.findings.Report();
-  return FinishImport(request, records);
+  CompletePairs(request, records);
+  return ImportResult::Done();
 }
 
 }  // namespace sondera

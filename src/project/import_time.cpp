@@ -8,8 +8,6 @@
 #include "numeric/analysis.h"
 #include "project/import_findings.h"
 #include "project/import_text.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -104,13 +102,13 @@ bool ComputeSpectra(RawData& raw, int channels, int length) {
 
 }  // namespace
 
-int LoadTimeData(const ImportRequest& request) {
+ImportResult ImportTimeHistories(const ImportRequest& request) {
   TextColumns first;
   TimeLayout layout;
   if (const std::string refusal = ReadFirstFile(request, first, layout); !refusal.empty())
-    return Refuse(refusal);
+    return ImportResult::Refused(refusal);
   ImportRecords records;
-  if (!BeginImport(request, IfPresent::Ask, records)) return -1;
+  if (!BeginImport(request, IfPresent::Ask, records)) return ImportResult::Refused(Refusal::WithoutReason());
   MakeTimeRecords(request, layout, records);
 
   ImportFindings findings;
@@ -120,7 +118,7 @@ int LoadTimeData(const ImportRequest& request) {
     if (c > 0)
       if (const std::string refusal = ReadLaterFile(request, c, first, layout.deltaT, later);
           !refusal.empty())
-        return AbandonImport(request, refusal);
+        return ImportResult::Abandoned(refusal);
     const TextColumns& columns = c == 0 ? first : later;
     double* samples =
         records.raw->timeHist.data() + static_cast<std::size_t>(length) * static_cast<std::size_t>(c);
@@ -128,10 +126,11 @@ int LoadTimeData(const ImportRequest& request) {
     TellOf(request, c, first, columns, findings);
   }
   if (!ComputeSpectra(*records.raw, request.nChannels, length))
-    return AbandonImport(request,
-                         import_text::CannotRead("The power of these samples leaves the range of numbers."));
+    return ImportResult::Abandoned(
+        import_text::CannotRead("The power of these samples leaves the range of numbers."));
   findings.Report();
-  return FinishImport(request, records);
+  CompletePairs(request, records);
+  return ImportResult::Done();
 }
 
 }  // namespace sondera

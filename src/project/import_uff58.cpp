@@ -6,8 +6,6 @@
 
 #include "project/import_findings.h"
 #include "project/import_spectra.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -86,12 +84,12 @@ std::string ReadChannel(const ImportRequest& request, Run& run, int row, RawData
 }
 
 /// The import itself: channels from firstChannel on, the first of them from the row given.
-int ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
-            bool firstRowMayBeEmpty) {
+ImportResult ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
+                     bool firstRowMayBeEmpty) {
   const std::string refusal = ReadFirstFile(request, run);
-  if (!refusal.empty()) return Refuse(refusal);
+  if (!refusal.empty()) return ImportResult::Refused(refusal);
   ImportRecords records;
-  if (!BeginImport(request, IfPresent::Ask, records)) return -1;
+  if (!BeginImport(request, IfPresent::Ask, records)) return ImportResult::Refused(Refusal::WithoutReason());
   MakeSpectrumRecords(request, run.layout, records);
 
   RawData& raw = *records.raw;
@@ -99,25 +97,26 @@ int ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfF
     const int row = rowOfFirstChannel + c - firstChannel;
     if (row == 0 && firstRowMayBeEmpty && FileInRow(request, row).empty()) continue;
     const std::string text = ReadChannel(request, run, row, raw, c);
-    if (!text.empty()) return AbandonImport(request, text);
+    if (!text.empty()) return ImportResult::Abandoned(text);
   }
   if (request.sourceInstrumented)
     DivideByFirstChannel(raw.crossSpecRe, raw.crossSpecIm, request.nChannels, run.layout.nLines);
   else
     SetUnity(RowOf(raw.crossSpecRe, raw.crossSpecIm, 0, run.layout.nLines));
   run.findings.Report();
-  return FinishImport(request, records);
+  CompletePairs(request, records);
+  return ImportResult::Done();
 }
 
 }  // namespace
 
-int LoadHyx58Data(const ImportRequest& request, int functionType) {
+ImportResult ImportTransferFunctions58(const ImportRequest& request, int functionType) {
   Run run;
   run.types = {functionType, uff58_function::kCrossSpectrum};
   return ReadAll(request, run, request.sourceInstrumented ? 0 : 1, 0, false);
 }
 
-int LoadGyx58Data(const ImportRequest& request, int functionType) {
+ImportResult ImportCrossSpectra58(const ImportRequest& request, int functionType) {
   Run run;
   run.types = {functionType};
   run.firstRow = FirstRowOfCrossSpectra(request);

@@ -4,7 +4,7 @@
 // a set of the right type behind others gives that set, unless it is the first file, whose first set 58 must
 // be of the right type.
 //
-// Both return 0, or -1 with a message: no universal file, no set 58 or a binary one; no set of the right
+// Refused: no universal file, no set 58 or a binary one; no set of the right
 // function type with even spacing; a file that cannot be opened, whose data end early or are no numbers, or
 // with other frequencies than the first; or the question about overwriting was answered no.
 #pragma once
@@ -16,9 +16,11 @@ namespace sondera {
 
 /// Takes sets of the function type given (a frequency response), and also cross spectra (type 3), as which
 /// transfer functions are labelled at times.
-int LoadHyx58Data(const ImportRequest& request, int functionType = uff58_function::kFrequencyResponse);
+ImportResult ImportTransferFunctions58(const ImportRequest& request,
+                                       int functionType = uff58_function::kFrequencyResponse);
 
 /// Takes sets of the function type given only.
-int LoadGyx58Data(const ImportRequest& request, int functionType = uff58_function::kCrossSpectrum);
+ImportResult ImportCrossSpectra58(const ImportRequest& request,
+                                  int functionType = uff58_function::kCrossSpectrum);
 
 }  // namespace sondera

@@ -4,41 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "panels/hwsetup.h"
-#include "panels/trace_selection.h"
-#include "project/load_check.h"
-#include "project/project_file.h"
 #include "project/raw_section.h"
-#include "project/setup_section.h"
 #include "project/text_helpers.h"
 #include "records/measdb.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
-#include "runtime/files.h"
-#include "runtime/redraw.h"
 
 namespace sondera {
 namespace {
-
-constexpr int kMaskingPage = 1;  // page of DoPlotting
-constexpr int kBothTraces = 2;
-constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
-constexpr char kNotThere[] = "File does not exist.";
-
-/// Opens a file, or says why not.
-bool OpenOrTell(SectionReader& file, const std::string& path) {
-  std::string reason;
-  if (file.Open(path, &reason)) return true;
-  Refuse(FileExists(path) || DirectoryExists(path) ? reason + "." : kNotThere);
-  return false;
-}
-
-/// 0, or the message of a file that met trouble and -1.
-int Outcome(const std::string& path, const SectionReader& file) {
-  return TellOutcome("The file " + path + " was not read whole. " + file.Trouble(), file);
-}
 
 /// Takes away what hangs on the former size of a measurement.
 void RemovePairs(int key) {
@@ -74,7 +46,7 @@ void TakeHardware(int key, HWSetup&& hw) {
   *SetupHWSetupArrays(key, hw.nChannels) = std::move(hw);
 }
 
-void ReadHardware(SectionReader& file) {
+void ReadHardware(SectionReader& file, const LoadQuestions& questions) {
   const int count = file.Count("measurements", kMostMeasurements);
   for (int i = 1; i <= count && !file.Ended(); ++i) {
     const int fileKey = file.Int32();
@@ -84,7 +56,7 @@ void ReadHardware(SectionReader& file) {
     HWSetup hw;
     ReadHWSetupFields(file, hw, false, false);
     if (file.Ended()) break;  // half a setup would spoil whatever is measured or read with it
-    const int key = ClaimFileKey(file, fileKey, projID, measID);
+    const int key = ClaimFileKey(file, questions, fileKey, projID, measID);
     if (key == -1) return;
     session.fileKeyList.push_back(key);
     TakeHardware(key, std::move(hw));
@@ -92,35 +64,31 @@ void ReadHardware(SectionReader& file) {
 }
 
 /// The first measurement of a file of one, else the second.
-void ShowLoaded() {
+void SelectLoaded() {
   const std::vector<int>& keys = session.fileKeyList;
   if (keys.empty()) return;
   MeasRecords shown;
   if (GetInfoFromKey(keys.size() == 1 ? keys[0] : keys[1], shown) == -1) return;
   session.curProjID = shown.projID;
   session.curMeasID = shown.measID;
-  UpdateMeasSetup(session.curProjID, session.curMeasID, kBothTraces);
-  UpdateHWSetup(session.curProjID, session.curMeasID);
 }
 
-FileChoice Ask(const char* title, const char* filter, bool forSaving) {
-  return FileSelectPopup({ProjectDirectory(), filter, title, forSaving});
-}
-
-int CommitOrTell(AtomicWriter& file) {
-  return file.Commit() ? 0 : Refuse("The file could not be saved. " + file.Reason() + ".");
+Refusal CommitOf(AtomicWriter& file) {
+  if (file.Commit()) return {};
+  return "The file could not be saved. " + file.Reason() + ".";
 }
 
 }  // namespace
 
-void ReadLegacySetups(SectionReader& file) {
-  session.curProjID = GetCtrlVal(hmsetup::PROJID);
+GeometryRead ReadLegacySetups(SectionReader& file, const LoadQuestions& questions) {
   session.fileKeyList.clear();
   file.BeginSection("setup");
-  ReadHardware(file);
-  if (!file.GivenUp()) ReadMeasSetups(file);
+  ReadHardware(file, questions);
+  GeometryRead geometry;
+  if (!file.GivenUp()) geometry = ReadMeasSetups(file);
   file.EndSection();
-  ShowLoaded();
+  SelectLoaded();
+  return geometry;
 }
 
 void ReadLegacyRawData(SectionReader& file) {
@@ -132,14 +100,7 @@ void ReadLegacyRawData(SectionReader& file) {
   for (int key : session.fileKeyList) RemovePairs(key);  // results of other data
 }
 
-int LoadMHWSetup(const std::string& path) {
-  SectionReader file;
-  if (!OpenOrTell(file, path)) return -1;
-  ReadLegacySetups(file);
-  return Outcome(path, file);
-}
-
-int SaveMHWSetup(const std::string& path, const std::string& measID) {
+Refusal WriteLegacySetups(const std::string& path, const std::string& measID) {
   AtomicWriter file(path);
   file.Int32(MeasDB.idList.count());
   for (const IDInfo& id : MeasDB.idList) {
@@ -152,51 +113,15 @@ int SaveMHWSetup(const std::string& path, const std::string& measID) {
     StoreHWSetupFields(file, hw ? *hw : none, false);
   }
   StoreMeasSetups(file);
-  return CommitOrTell(file);
+  return CommitOf(file);
 }
 
-int Save_RawData(const std::string& path, const std::string& measID) {
-  if (SaveMHWSetup(PlaceFileExtName(path, "sms"), measID) < 0) return -1;
+Refusal WriteLegacyRawData(const std::string& path, const std::string& measID) {
+  if (Refusal refusal = WriteLegacySetups(PlaceFileExtName(path, "sms"), measID)) return refusal;
   AtomicWriter file(path);
   StoreRawData(file);
   file.Real(session.rawFileReal);
-  return CommitOrTell(file);
-}
-
-int Load_MHWSetupCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  if (!ConfirmPopup(session.appTitle, kRemoveAll)) return -1;
-  EmptyProjectLists();
-  LeaveProjectFile();
-  const FileChoice choice = Ask("Load the Measurement and Hardware Setup", "*.sms", false);
-  RefreshWindowTitle();
-  if (choice.answer == FileAnswer::IsNew) return Refuse(kNotThere);
-  return choice.answer == FileAnswer::Exists ? LoadMHWSetup(choice.path) : -1;
-}
-
-int Save_MHWSetupCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  const FileChoice choice = Ask("Save the Measurement and Hardware Setup", "*.sms", true);
-  if (choice.answer == FileAnswer::Cancelled) return -1;
-  if (choice.answer == FileAnswer::Exists &&
-      !ConfirmPopup(session.appTitle, "File already exists. Do you want to overwrite it ?"))
-    return -1;
-  return SaveMHWSetup(choice.path, {});
-}
-
-int Load_PrevRawDataCallback(Panel, ControlId, Event event, long) {
-  if (event != Event::Commit) return 0;
-  const FileChoice choice = Ask("Open File", "*.srd", false);
-  if (choice.answer == FileAnswer::IsNew) return Refuse(kNotThere);
-  SectionReader file;
-  if (choice.answer != FileAnswer::Exists || !OpenOrTell(file, choice.path)) return -1;
-  // Without whole setups nobody knows the shape of the data.
-  if (LoadMHWSetup(PlaceFileExtName(choice.path, "sms")) < 0) return -1;
-  SetWaitCursor(true);
-  ReadLegacyRawData(file);
-  SetWaitCursor(false);
-  DoPlotting(kMaskingPage);
-  return Outcome(choice.path, file);
+  return CommitOf(file);
 }
 
 }  // namespace sondera

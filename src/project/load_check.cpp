@@ -5,8 +5,6 @@
 
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 
@@ -96,17 +94,16 @@ std::vector<std::string> ProjectDoubts(const SectionReader& file) {
   return doubts;
 }
 
-int TellOutcome(const std::string& notWhole, const SectionReader& file) {
+LoadOutcome OutcomeOf(const std::string& notWhole, const SectionReader& file) {
   const bool whole = file.Trouble().empty();
   const std::vector<std::string> doubts = ProjectDoubts(file);
-  if (whole && doubts.empty()) return 0;
+  if (whole && doubts.empty()) return {};
   std::string text = whole ? "The file was read, but not all of it can be used." : notWhole;
   for (const std::string& doubt : doubts) {
     AddDoubt(doubt);
     text += "\n" + doubt;
   }
-  MessagePopup(session.appTitle, text);
-  return whole ? 0 : -1;
+  return {whole, text};
 }
 
 }  // namespace sondera

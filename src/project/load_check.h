@@ -22,8 +22,12 @@ void DropLinesWithoutData(SectionReader& file);
 inline constexpr std::size_t kMostDoubts = 12;
 std::vector<std::string> ProjectDoubts(const SectionReader& file);
 
-/// Ends a load with at most one message: `notWhole` where the reading met trouble, and the doubts, which go
-/// to the findings too. @return 0, or -1 for a file that was not read whole
-int TellOutcome(const std::string& notWhole, const SectionReader& file);
+/// How a load ended.
+struct LoadOutcome {
+  bool whole = true;
+  std::string message;  ///< what to show, "" for nothing
+};
+/// `notWhole` where the reading met trouble, and the doubts, which go to the findings too.
+LoadOutcome OutcomeOf(const std::string& notWhole, const SectionReader& file);
 
 }  // namespace sondera

@@ -3,18 +3,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
-#include "panels/entry_lists.h"
-#include "panels/fmodeling_records.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "run/theo_disp_info.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/fmodeling.h"
-#include "runtime/catalogue/inversion.h"
-#include "runtime/controls.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -23,66 +15,216 @@ namespace {
 
 constexpr int kMostListItems = 100000;
 
-// ---- model records
+// ---- fields
 // --------------------------------------------------------------------------------------------
+//
+// One list of fields a record, in the order of the file, for both directions: ModelHead, ModelBody, InvHead and
+// InvBody name the fields, Writer and Reader say what happens to them.
 
-/// Whether the point arrays are in the file: always those of FModelParam, those of its twin unless they are
-/// empty.
-enum class PointArrays { Always, UnlessEmpty };
+using Tables = std::vector<OffsetMatrix<double> InvRecord::*>;
 
 std::int64_t Cells(const ModelRecord& m) {
   return std::int64_t{m.nDispPoints} * m.nDispCurves;
 }
 
-void StoreModelHead(AtomicWriter& file, const ModelRecord& m) {
-  for (int capacity : {m.capLayers, m.capPairs, m.capRec, m.capPoints, m.capCurve}) file.Int32(capacity);
-  file.Int32(m.analysis);
-  file.Int32(m.nSubLayers);
-  file.Real(m.fDispBulb);
-  file.Int32(m.nLayers);
+/// Whether the point arrays are in the file: always those of FModelParam, those of its twin unless they are
+/// empty.
+enum class PointArrays { Always, UnlessEmpty };
+
+/// Value of a table, zero outside it.
+double Cell(const OffsetMatrix<double>& table, std::int64_t i, std::int64_t j) {
+  return i <= table.rowHi() && j <= table.colHi() ? table(static_cast<int>(i), static_cast<int>(j)) : 0.0;
 }
 
-void StoreModelBody(AtomicWriter& file, const ModelRecord& m, PointArrays points) {
-  for (auto column : kLayerColumns) StorePadded(m.*column, m.capLayers, file);
-  file.Int32(m.dispCurvType);
-  file.Int32(m.DispCurvInfo);
-  file.Real(m.incRatio);
-  file.Int32(m.nDispPointsG);
-  for (auto column : kGlobalColumns) StorePadded(m.*column, m.capPoints, file);
-  file.Int32(m.GlobalRecType);
-  file.Real(m.GlobalRec1Loc);
-  file.Real(m.GlobalRec2Loc);
-  file.Int32(m.xDomainType);
-  file.Real(m.xMinGlobal);
-  file.Real(m.xMaxGlobal);
-  file.Int32(m.nReceivers);
-  StorePadded(m.recLoc, m.capRec, file);
-  file.Int32(m.nDispPoints);
-  file.Int32(m.nDispCurves);
-  if (points == PointArrays::Always || Cells(m) != 0) {
-    StorePadded(m.freq, m.nDispPoints, file);
-    StorePadded(m.vel, Cells(m), file);
-    StorePadded(m.wlen, Cells(m), file);
+class Writer {
+ public:
+  explicit Writer(AtomicWriter& file) : file_(file) {}
+
+  void Field(int n) { file_.Int32(n); }
+  void Field(double v) { file_.Real(v); }
+  void Counter(int n, int, const char*) { file_.Int32(n); }
+  template <class T>
+  void Column(const std::vector<T>& column, int n) {
+    StorePadded(column, n, file_);
   }
-  StorePadded(m.pairRec1, m.capPairs, file);
-  StorePadded(m.pairRec2, m.capPairs, file);
-  StorePadded(m.pairMin, m.capPairs, file);
-  StorePadded(m.pairMax, m.capPairs, file);
-  file.Int32(m.closingWord1);
-  file.Int32(m.closingWord2);
+  void Column(const OffsetVector<double>& column, int n) {
+    StorePadded(column.data(), static_cast<std::size_t>(column.size()), n, file_);
+  }
+  void PairColumns(const ModelRecord& m) {
+    Column(m.pairRec1, m.capPairs);
+    Column(m.pairRec2, m.capPairs);
+    Column(m.pairMin, m.capPairs);
+    Column(m.pairMax, m.capPairs);
+  }
+  void Points(const ModelRecord& m, PointArrays points) {
+    if (points == PointArrays::UnlessEmpty && Cells(m) == 0) return;
+    StorePadded(m.freq, m.nDispPoints, file_);
+    StorePadded(m.vel, Cells(m), file_);
+    StorePadded(m.wlen, Cells(m), file_);
+  }
+  /// Cell by cell, one value from each of the tables.
+  void Interleaved(const InvRecord& r, const Tables& tables, std::int64_t rows, std::int64_t columns) {
+    for (std::int64_t i = 0; i < rows && file_.Ok(); ++i)
+      for (std::int64_t j = 0; j < columns; ++j)
+        for (auto table : tables) file_.Real(Cell(r.*table, i, j));
+  }
+
+ private:
+  AtomicWriter& file_;
+};
+
+class Reader {
+ public:
+  explicit Reader(SectionReader& file) : file_(file) {}
+
+  void Field(int& n) { n = file_.Int32(); }
+  void Field(double& v) { v = file_.Real(); }
+  /// A counter that the arrays cannot serve comes down to what they hold: what it counted is not in the file.
+  void Counter(int& n, int capacity, const char* what) {
+    n = file_.Int32();
+    Hold(n, capacity, what);
+  }
+  template <class T>
+  void Column(std::vector<T>& column, int n) {
+    column.assign(static_cast<std::size_t>(n), T{});
+    Fill(column, n);
+  }
+  void Column(OffsetVector<double>& column, int n) {
+    file_.Reals(column.data(), static_cast<std::size_t>(n));
+  }
+  void Hold(int& counter, int capacity, const char* what) {
+    const int held = std::clamp(counter, 0, capacity);
+    if (held != counter)
+      file_.Note(FormatText("A model claims %d %s and holds %d.", counter, what, capacity));
+    counter = held;
+  }
+  void PairColumns(ModelRecord& m);
+  void Points(ModelRecord& m, PointArrays points);
+  void Interleaved(InvRecord& r, const Tables& tables, std::int64_t rows, std::int64_t columns) {
+    for (std::int64_t i = 0; i < rows && !file_.Ended(); ++i)
+      for (std::int64_t j = 0; j < columns; ++j)
+        for (auto table : tables) (r.*table)(static_cast<int>(i), static_cast<int>(j)) = file_.Real();
+  }
+
+ private:
+  void Fill(std::vector<double>& column, int n) { file_.Reals(column.data(), static_cast<std::size_t>(n)); }
+  void Fill(std::vector<int>& column, int n) { file_.Int32s(column.data(), static_cast<std::size_t>(n)); }
+
+  SectionReader& file_;
+};
+
+/// The point arrays of the array curves, which are as long as the counters say.
+void Reader::Points(ModelRecord& m, PointArrays points) {
+  const auto refuse = [&] {
+    file_.GiveUp(FormatText("a model claims %d points on %d curves.", m.nDispPoints, m.nDispCurves));
+    m.nDispPoints = m.nDispCurves = 0;
+  };
+  if (m.nDispPoints < 0 || m.nDispCurves < 0) refuse();
+  const bool small = m.nDispPoints <= m.capPoints && Cells(m) <= m.capCurve;  // room is there already
+  if (!small && !(file_.CanHold(m.nDispPoints, 1, sizeof(double)) &&
+                  file_.CanHold(Cells(m), 2, sizeof(double)) && file_.CanHold(m.nDispCurves, 1, 1)))
+    refuse();
+  m.freq.assign(static_cast<std::size_t>(std::max(m.capPoints, m.nDispPoints)), 0.0);
+  for (auto* table : {&m.vel, &m.wlen})
+    table->assign(static_cast<std::size_t>(std::max<std::int64_t>(m.capCurve, Cells(m))), 0.0);
+  if (points == PointArrays::UnlessEmpty && Cells(m) == 0) return;
+  file_.Reals(m.freq.data(), static_cast<std::size_t>(m.nDispPoints));
+  file_.Reals(m.vel.data(), static_cast<std::size_t>(Cells(m)));
+  file_.Reals(m.wlen.data(), static_cast<std::size_t>(Cells(m)));
 }
 
-/// The head of a record behind its first capacity.
-void ReadModelHead(SectionReader& file, ModelRecord& m) {
-  m.capPairs = file.Int32();
-  m.capRec = file.Int32();
-  m.capPoints = file.Int32();
-  m.capCurve = file.Int32();
-  m.analysis = file.Int32();
-  m.nSubLayers = file.Int32();
-  m.fDispBulb = file.Real();
-  m.nLayers = file.Int32();
+/// As many pairs as the capacity says are in the file; more curves than that have pairs of zero.
+void Reader::PairColumns(ModelRecord& m) {
+  if (m.nDispCurves > m.capPairs && Cells(m) == 0) Hold(m.nDispCurves, m.capPairs, "curves");
+  const std::size_t used = static_cast<std::size_t>(std::max(m.capPairs, m.nDispCurves));
+  for (auto column : {&ModelRecord::pairRec1, &ModelRecord::pairRec2}) {
+    (m.*column).assign(used, 0);
+    Fill(m.*column, m.capPairs);
+  }
+  for (auto column : {&ModelRecord::pairMin, &ModelRecord::pairMax}) {
+    (m.*column).assign(used, 0.0);
+    Fill(m.*column, m.capPairs);
+  }
 }
+
+/// A model record behind its first capacity, up to what has to be looked at before the arrays are made.
+template <class Direction, class Record>
+void ModelHead(Direction& d, Record& m) {
+  d.Field(m.capPairs);
+  d.Field(m.capRec);
+  d.Field(m.capPoints);
+  d.Field(m.capCurve);
+  d.Field(m.analysis);
+  d.Field(m.nSubLayers);
+  d.Field(m.fDispBulb);
+  d.Field(m.nLayers);
+}
+
+template <class Direction, class Record>
+void ModelBody(Direction& d, Record& m, PointArrays points) {
+  for (auto column : kLayerColumns) d.Column(m.*column, m.capLayers);
+  d.Field(m.dispCurvType);
+  d.Field(m.DispCurvInfo);
+  d.Field(m.incRatio);
+  d.Counter(m.nDispPointsG, m.capPoints, "points of a global curve");
+  for (auto column : kGlobalColumns) d.Column(m.*column, m.capPoints);
+  d.Field(m.GlobalRecType);
+  d.Field(m.GlobalRec1Loc);
+  d.Field(m.GlobalRec2Loc);
+  d.Field(m.xDomainType);
+  d.Field(m.xMinGlobal);
+  d.Field(m.xMaxGlobal);
+  d.Counter(m.nReceivers, m.capRec, "receivers");
+  d.Column(m.recLoc, m.capRec);
+  d.Field(m.nDispPoints);
+  d.Field(m.nDispCurves);
+  d.Points(m, points);
+  d.PairColumns(m);
+  d.Field(m.closingWord1);
+  d.Field(m.closingWord2);
+}
+
+/// A record of results behind its first capacity.
+template <class Direction, class Record>
+void InvHead(Direction& d, Record& r) {
+  d.Field(r.maxCurves);
+  d.Field(r.maxPoints);
+  d.Field(r.maxData);
+  d.Field(r.maxEntries);
+  d.Field(r.reserved);
+  d.Field(r.nLayers);
+  d.Field(r.nCurves);
+  d.Field(r.nEntries);
+  d.Field(r.nPoints);
+  d.Field(r.alphaFrom);
+  d.Field(r.alphaTo);
+}
+
+/// Entries in the file: those wanted and the one in front of them.
+std::int64_t StoredEntries(const InvRecord& r) {
+  return std::int64_t{std::max(r.nEntries, 0)} + 1;
+}
+
+template <class Direction, class Record>
+void InvBody(Direction& d, Record& r) {
+  const std::int64_t rows = StoredEntries(r);
+  d.Interleaved(r, {kModelTables.begin(), kModelTables.end()}, rows, std::int64_t{r.nLayers} + 1);
+  d.Interleaved(r, {&InvRecord::freq}, rows, r.nPoints);
+  d.Interleaved(r, {&InvRecord::vel, &InvRecord::waveL}, rows, std::int64_t{r.nPoints} * r.nCurves);
+  d.Column(r.rms, r.maxEntries);
+  d.Interleaved(r, {&InvRecord::resolution}, rows, r.nLayers);
+  d.Field(r.ufH);
+  d.Field(r.ufVs);
+  d.Field(r.minH);
+  d.Field(r.maxH);
+  d.Field(r.minVs);
+  d.Field(r.maxVs);
+  d.Field(r.MODELPARM);
+  d.Field(r.iSelected);
+}
+
+// ---- what a file can hold
+// --------------------------------------------------------------------------------------------
 
 /// Whether arrays of so many bytes can still be in the file; where they cannot, the file ends within them.
 bool HoldsBytes(SectionReader& file, std::int64_t bytes) {
@@ -117,159 +259,6 @@ bool AffordModel(SectionReader& file, ModelRecord& m) {
   return true;
 }
 
-/// A counter that the arrays cannot serve comes down to what they hold: what it counted is not in the file.
-void HoldCount(SectionReader& file, int& counter, int capacity, const char* what) {
-  const int held = std::clamp(counter, 0, capacity);
-  if (held != counter) file.Note(FormatText("A model claims %d %s and holds %d.", counter, what, capacity));
-  counter = held;
-}
-
-/// The point arrays of the array curves, which are as long as the counters say.
-void ReadPointArrays(SectionReader& file, ModelRecord& m, PointArrays points) {
-  if (m.nDispPoints < 0 || m.nDispCurves < 0) {
-    file.GiveUp(FormatText("a model claims %d points on %d curves.", m.nDispPoints, m.nDispCurves));
-    m.nDispPoints = m.nDispCurves = 0;
-  }
-  const bool small = m.nDispPoints <= m.capPoints && Cells(m) <= m.capCurve;  // room is there already
-  if (!small && !(file.CanHold(m.nDispPoints, 1, sizeof(double)) &&
-                  file.CanHold(Cells(m), 2, sizeof(double)) && file.CanHold(m.nDispCurves, 1, 1))) {
-    file.GiveUp(FormatText("a model claims %d points on %d curves.", m.nDispPoints, m.nDispCurves));
-    m.nDispPoints = m.nDispCurves = 0;
-  }
-  m.freq.assign(static_cast<std::size_t>(std::max(m.capPoints, m.nDispPoints)), 0.0);
-  for (auto* table : {&m.vel, &m.wlen})
-    table->assign(static_cast<std::size_t>(std::max<std::int64_t>(m.capCurve, Cells(m))), 0.0);
-  if (points == PointArrays::UnlessEmpty && Cells(m) == 0) return;
-  file.Reals(m.freq.data(), static_cast<std::size_t>(m.nDispPoints));
-  file.Reals(m.vel.data(), static_cast<std::size_t>(Cells(m)));
-  file.Reals(m.wlen.data(), static_cast<std::size_t>(Cells(m)));
-}
-
-/// The record behind its head; false when nothing of it can be used.
-bool ReadModelBody(SectionReader& file, ModelRecord& m, PointArrays points) {
-  if (!AffordModel(file, m)) return false;
-  HoldCount(file, m.nLayers, m.capLayers, "layers");
-  const std::size_t layers = static_cast<std::size_t>(m.capLayers),
-                    pointsG = static_cast<std::size_t>(m.capPoints),
-                    receivers = static_cast<std::size_t>(m.capRec),
-                    pairs = static_cast<std::size_t>(m.capPairs);
-  for (auto column : kLayerColumns) {
-    (m.*column).assign(layers, 0.0);
-    file.Reals((m.*column).data(), layers);
-  }
-  m.dispCurvType = file.Int32();
-  m.DispCurvInfo = file.Int32();
-  m.incRatio = file.Real();
-  m.nDispPointsG = file.Int32();
-  HoldCount(file, m.nDispPointsG, m.capPoints, "points of a global curve");
-  for (auto column : kGlobalColumns) {
-    (m.*column).assign(pointsG, 0.0);
-    file.Reals((m.*column).data(), pointsG);
-  }
-  m.GlobalRecType = file.Int32();
-  m.GlobalRec1Loc = file.Real();
-  m.GlobalRec2Loc = file.Real();
-  m.xDomainType = file.Int32();
-  m.xMinGlobal = file.Real();
-  m.xMaxGlobal = file.Real();
-  m.nReceivers = file.Int32();
-  HoldCount(file, m.nReceivers, m.capRec, "receivers");
-  m.recLoc.assign(receivers, 0.0);
-  file.Reals(m.recLoc.data(), receivers);
-  m.nDispPoints = file.Int32();
-  m.nDispCurves = file.Int32();
-  ReadPointArrays(file, m, points);
-  if (m.nDispCurves > m.capPairs && Cells(m) == 0) HoldCount(file, m.nDispCurves, m.capPairs, "curves");
-  const std::size_t pairsInUse = std::max(pairs, static_cast<std::size_t>(m.nDispCurves));
-  m.pairRec1.assign(pairsInUse, 0);
-  m.pairRec2.assign(pairsInUse, 0);
-  m.pairMin.assign(pairsInUse, 0.0);
-  m.pairMax.assign(pairsInUse, 0.0);
-  file.Int32s(m.pairRec1.data(), pairs);
-  file.Int32s(m.pairRec2.data(), pairs);
-  file.Reals(m.pairMin.data(), pairs);
-  file.Reals(m.pairMax.data(), pairs);
-  m.closingWord1 = file.Int32();
-  m.closingWord2 = file.Int32();
-  return !file.GivenUp();
-}
-
-/// -1 when the file has no model.
-int ReadFModel(SectionReader& file) {
-  FModelParam = ModelRecord{};
-  FModelParam.capLayers = file.Int32();
-  if (FModelParam.capLayers == 0) return -1;
-  ReadModelHead(file, FModelParam);
-  return ReadModelBody(file, FModelParam, PointArrays::Always) ? 0 : -1;
-}
-
-/// -2 when the file has no theoretical curves.
-int ReadTheoDisp(SectionReader& file) {
-  ModelRecord& m = TheoDispInfo;
-  m = ModelRecord{};
-  m.capLayers = file.Int32();
-  ReadModelHead(file, m);
-  if (m.capLayers == 0) return -2;  // Kept: only behind the head
-  if (m.capRec == 0) m.capRec = FModelParam.capRec;
-  if (m.capCurve == 0) m.capCurve = FModelParam.capCurve;
-  if (m.capPairs == 0) m.capPairs = FModelParam.capPairs;
-  return ReadModelBody(file, m, PointArrays::UnlessEmpty) ? 0 : -2;
-}
-
-// ---- inversion records
-// ----------------------------------------------------------------------------------------
-
-/// Entries in the file: those wanted and the one in front of them.
-std::int64_t StoredEntries(const InvRecord& r) {
-  return std::int64_t{std::max(r.nEntries, 0)} + 1;
-}
-
-/// Value of a table, zero outside it.
-double Cell(const OffsetMatrix<double>& table, std::int64_t i, std::int64_t j) {
-  return i <= table.rowHi() && j <= table.colHi() ? table(static_cast<int>(i), static_cast<int>(j)) : 0.0;
-}
-
-/// Cell by cell, one value from each of the tables.
-void StoreInterleaved(AtomicWriter& file, const std::vector<const OffsetMatrix<double>*>& tables,
-                      std::int64_t rows, std::int64_t columns) {
-  for (std::int64_t i = 0; i < rows && file.Ok(); ++i)
-    for (std::int64_t j = 0; j < columns; ++j)
-      for (const OffsetMatrix<double>* table : tables) file.Real(Cell(*table, i, j));
-}
-
-void ReadInterleaved(SectionReader& file, const std::vector<OffsetMatrix<double>*>& tables, std::int64_t rows,
-                     std::int64_t columns) {
-  for (std::int64_t i = 0; i < rows && !file.Ended(); ++i)
-    for (std::int64_t j = 0; j < columns; ++j)
-      for (OffsetMatrix<double>* table : tables)
-        (*table)(static_cast<int>(i), static_cast<int>(j)) = file.Real();
-}
-
-template <class Record, class Table>
-std::vector<Table*> ModelTables(Record& r) {
-  std::vector<Table*> tables;
-  for (auto table : kModelTables) tables.push_back(&(r.*table));
-  return tables;
-}
-
-void StoreInvRecord(AtomicWriter& file, const InvRecord& r) {
-  for (int n : {r.maxLayers, r.maxCurves, r.maxPoints, r.maxData, r.maxEntries, r.reserved, r.nLayers,
-                r.nCurves, r.nEntries, r.nPoints})
-    file.Int32(n);
-  file.Real(r.alphaFrom);
-  file.Real(r.alphaTo);
-  const std::int64_t rows = StoredEntries(r);
-  StoreInterleaved(file, ModelTables<const InvRecord, const OffsetMatrix<double>>(r), rows,
-                   std::int64_t{r.nLayers} + 1);
-  StoreInterleaved(file, {&r.freq}, rows, r.nPoints);
-  StoreInterleaved(file, {&r.vel, &r.waveL}, rows, std::int64_t{r.nPoints} * r.nCurves);
-  StorePadded(r.rms.data(), static_cast<std::size_t>(r.rms.size()), r.maxEntries, file);
-  StoreInterleaved(file, {&r.resolution}, rows, r.nLayers);
-  for (double v : {r.ufH, r.ufVs, r.minH, r.maxH, r.minVs, r.maxVs}) file.Real(v);
-  file.Int32(r.MODELPARM);
-  file.Int32(r.iSelected);
-}
-
 /// Holds counters and capacities against what the file can fill.
 bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
   bool sound = r.maxLayers > 0;
@@ -287,16 +276,49 @@ bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
   return false;
 }
 
+// ---- records
+// --------------------------------------------------------------------------------------------
+
+/// The record behind its head; false when nothing of it can be used.
+bool ReadModelBody(SectionReader& file, ModelRecord& m, PointArrays points) {
+  if (!AffordModel(file, m)) return false;
+  Reader reader(file);
+  reader.Hold(m.nLayers, m.capLayers, "layers");
+  ModelBody(reader, m, points);
+  return !file.GivenUp();
+}
+
+/// -1 when the file has no model.
+int ReadFModel(SectionReader& file) {
+  FModelParam = ModelRecord{};
+  FModelParam.capLayers = file.Int32();
+  if (FModelParam.capLayers == 0) return -1;
+  Reader reader(file);
+  ModelHead(reader, FModelParam);
+  return ReadModelBody(file, FModelParam, PointArrays::Always) ? 0 : -1;
+}
+
+/// -2 when the file has no theoretical curves.
+int ReadTheoDisp(SectionReader& file) {
+  ModelRecord& m = TheoDispInfo;
+  m = ModelRecord{};
+  m.capLayers = file.Int32();
+  Reader reader(file);
+  ModelHead(reader, m);
+  if (m.capLayers == 0) return -2;  // Kept: only behind the head
+  if (m.capRec == 0) m.capRec = FModelParam.capRec;
+  if (m.capCurve == 0) m.capCurve = FModelParam.capCurve;
+  if (m.capPairs == 0) m.capPairs = FModelParam.capPairs;
+  return ReadModelBody(file, m, PointArrays::UnlessEmpty) ? 0 : -2;
+}
+
 /// -3 when the record is not there.
 int ReadInvRecord(SectionReader& file, InvRecord& r) {
   r = InvRecord{};
   r.maxLayers = file.Int32();
   if (r.maxLayers == 0) return -3;
-  for (int* n : {&r.maxCurves, &r.maxPoints, &r.maxData, &r.maxEntries, &r.reserved, &r.nLayers, &r.nCurves,
-                 &r.nEntries, &r.nPoints})
-    *n = file.Int32();
-  r.alphaFrom = file.Real();
-  r.alphaTo = file.Real();
+  Reader reader(file);
+  InvHead(reader, r);
   if (!AffordInvRecord(file, r)) return -3;
   const std::int64_t rows = StoredEntries(r);
   const std::int64_t perRow =
@@ -304,92 +326,70 @@ int ReadInvRecord(SectionReader& file, InvRecord& r) {
   if (!HoldsBytes(file, static_cast<std::int64_t>(sizeof(double)) * (rows * perRow + r.maxEntries)))
     return -3;
   AllocateInvRecord(r);
-  ReadInterleaved(file, ModelTables<InvRecord, OffsetMatrix<double>>(r), rows, std::int64_t{r.nLayers} + 1);
-  ReadInterleaved(file, {&r.freq}, rows, r.nPoints);
-  ReadInterleaved(file, {&r.vel, &r.waveL}, rows, std::int64_t{r.nPoints} * r.nCurves);
-  file.Reals(r.rms.data(), static_cast<std::size_t>(r.maxEntries));
-  ReadInterleaved(file, {&r.resolution}, rows, r.nLayers);
-  for (double* v : {&r.ufH, &r.ufVs, &r.minH, &r.maxH, &r.minVs, &r.maxVs}) *v = file.Real();
-  r.MODELPARM = file.Int32();
-  r.iSelected = file.Int32();
+  InvBody(reader, r);
   return 0;
 }
 
 // ---- lists of entries
 // -----------------------------------------------------------------------------------------
 
-void StoreEntryList(AtomicWriter& file, const RingControl& list) {
-  const int n = GetNumListItems(list);
-  file.Int32(n);
-  for (int i = 0; i < n; ++i) file.Int32(static_cast<int>(GetValueFromIndex(list, i)));
+void StoreNumbers(AtomicWriter& file, const std::vector<int>& numbers) {
+  for (const int n : numbers) file.Int32(n);
 }
 
-/// Appends `count` entries by their numbers.
-void ReadEntries(SectionReader& file, const RingControl& list, int count) {
+/// Up to `count` numbers, as far as the file goes.
+std::vector<int> ReadNumbers(SectionReader& file, int count) {
+  std::vector<int> numbers;
   for (int i = 0; i < count; ++i) {
     const int v = file.Int32();
-    if (file.Ended()) return;
-    const std::string label =
-        v < 0 ? FormatText("SMP %ld", -static_cast<long>(v)) : FormatText("INV %ld", static_cast<long>(v));
-    InsertListItem(list, -1, label, v);
+    if (file.Ended()) break;
+    numbers.push_back(v);
   }
-}
-
-/// The first item of the starting models is fixed; its value is in the file and not used. Kept: it is read
-/// even where the count is 0.
-void ReadStartingModels(SectionReader& file) {
-  const int count = file.Count("starting models", kMostListItems);
-  file.Int32();
-  ReadEntries(file, inversion::INV_SMP, count - 1);
-}
-
-/// Brings panel and curve lists up to date with records that were read whole.
-void ShowModels() {
-  // Every run makes the twin ready for itself, which empties its curves. Here the lists are what is wanted:
-  // the curves of the last run are in the file to be seen again, and the next save has to write the same
-  // bytes.
-  ModelRecord read = TheoDispInfo;
-  static_cast<void>(ResetTheoDispInfo());
-  TheoDispInfo = std::move(read);
-  SetFModelParam();
+  return numbers;
 }
 
 }  // namespace
 
-int ReadModeling(SectionReader& file) {
-  ClearEntryLists();
+int ReadModeling(SectionReader& file, EntryNumbers& entries) {
+  entries = {};
   if (ReadFModel(file) < 0) return -1;
   if (ReadTheoDisp(file) < 0) return -2;
   if (ReadInvRecord(file, SMPParam) < 0 || ReadInvRecord(file, InvParam) < 0) return -3;
-  const int count = file.Count("iterations", kMostListItems);
+  int count = file.Count("iterations", kMostListItems);
   if (file.Ended()) return -5;
-  ReadEntries(file, exdthd::ITERNO, count);
-  ReadEntries(file, fmodeling::COPYPRF, file.Count("profiles", kMostListItems));
-  ReadStartingModels(file);
-  ShowModels();
+  entries.iterations = ReadNumbers(file, count);
+  count = file.Count("profiles", kMostListItems);
+  entries.profiles = ReadNumbers(file, count);
+  count = file.Count("starting models", kMostListItems);
+  file.Int32();  // the given model. Kept: it is read even where the count is 0
+  entries.startingModels = ReadNumbers(file, count - 1);
   return 0;
 }
 
 /// Stops behind the mark of a record that is not there, as its reader does.
-void StoreModeling(AtomicWriter& file) {
-  if (FModelParam.capLayers == 0) return file.Int32(0);
-  StoreModelHead(file, FModelParam);
-  StoreModelBody(file, FModelParam, PointArrays::Always);
-  StoreModelHead(file, TheoDispInfo);
+void StoreModeling(AtomicWriter& file, const EntryNumbers& entries) {
+  Writer writer(file);
+  file.Int32(FModelParam.capLayers);
+  if (FModelParam.capLayers == 0) return;
+  ModelHead(writer, FModelParam);
+  ModelBody(writer, FModelParam, PointArrays::Always);
+  file.Int32(TheoDispInfo.capLayers);
+  ModelHead(writer, TheoDispInfo);
   if (TheoDispInfo.capLayers == 0) return;
-  StoreModelBody(file, TheoDispInfo, PointArrays::UnlessEmpty);
+  ModelBody(writer, TheoDispInfo, PointArrays::UnlessEmpty);
   for (const InvRecord* record : {&SMPParam, &InvParam}) {
-    if (record->maxLayers == 0) return file.Int32(0);
-    StoreInvRecord(file, *record);
+    file.Int32(record->maxLayers);
+    if (record->maxLayers == 0) return;
+    InvHead(writer, *record);
+    InvBody(writer, *record);
   }
-  StoreEntryList(file, exdthd::ITERNO);
-  StoreEntryList(file, fmodeling::COPYPRF);
-  if (GetNumListItems(inversion::INV_SMP) == 0) {  // its reader always takes the fixed item
-    file.Int32(1);
-    file.Int32(0);
-    return;
+  for (const std::vector<int>* list : {&entries.iterations, &entries.profiles}) {
+    file.Int32(static_cast<int>(list->size()));
+    StoreNumbers(file, *list);
   }
-  StoreEntryList(file, inversion::INV_SMP);
+  file.Int32(static_cast<int>(entries.startingModels.size()) + 1);
+  file.Int32(0);  // the given model
+  StoreNumbers(file, entries.startingModels);
 }
 
 }  // namespace sondera

@@ -2,7 +2,7 @@
 // lists of what they hold.
 //
 // Layout (integers 4 bytes, reals 8 bytes, little-endian, no padding): FModelParam, TheoDispInfo, SMPParam,
-// InvParam, then three lists of integers behind their counts, as they stand in ITERNO, COPYPRF and INV_SMP.
+// InvParam, then the three lists of EntryNumbers behind their counts; the last one begins with a 0, the given model.
 // The fields of a record stand in the order of ModelRecord and InvRecord; but nDispPoints and nDispCurves
 // precede the arrays that they size, which hold exactly that many entries, whatever the capacities are.
 //
@@ -12,17 +12,17 @@
 #pragma once
 
 #include "project/section_io.h"
+#include "records/inv_records.h"
 
 namespace sondera {
 
 /// Reads the section; records not reached are left as they were, or half read, which is for the caller to
-/// mend. The lists of entries are emptied first, so that they never name what is not there. Returns 0 when it
-/// is complete, otherwise where it ended:
+/// mend. The lists never name what is not there. Returns 0 when it is complete, otherwise where it ended:
 ///   -1  no FModelParam: all records have to be made afresh
 ///   -2  no TheoDispInfo: it and both inversion records
 ///   -3  no SMPParam or InvParam: both inversion records
 ///   -5  no lists: nothing
-int ReadModeling(SectionReader& file);
-void StoreModeling(AtomicWriter& file);
+int ReadModeling(SectionReader& file, EntryNumbers& entries);
+void StoreModeling(AtomicWriter& file, const EntryNumbers& entries);
 
 }  // namespace sondera

@@ -63,8 +63,8 @@ bool BackUpProject(const std::string& path, std::string& reason) {
   return CopyFileAtomic(path, path + ".bkup", reason);
 }
 
-bool KeepFormerProject(const std::string& path, void (*store)(AtomicWriter&), std::string& kept,
-                       std::string& reason) {
+bool KeepFormerProject(const std::string& path, const std::function<void(AtomicWriter&)>& store,
+                       std::string& kept, std::string& reason) {
   kept.clear();
   if (!MayExist(path)) return true;
   AtomicWriter next(path);

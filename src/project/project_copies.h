@@ -11,6 +11,7 @@
 // without its full stop.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "runtime/atomic_writer.h"
@@ -34,7 +35,7 @@ bool BackUpProject(const std::string& path, std::string& reason);
 
 /// Copies the present file to "<name>.former" when it differs from what `store` writes, which is going to
 /// take its place. `kept` becomes the name of the copy, or "" when none was needed.
-bool KeepFormerProject(const std::string& path, void (*store)(AtomicWriter&), std::string& kept,
-                       std::string& reason);
+bool KeepFormerProject(const std::string& path, const std::function<void(AtomicWriter&)>& store,
+                       std::string& kept, std::string& reason);
 
 }  // namespace sondera

@@ -1,32 +1,25 @@
-// project_file.h - opening, saving and beginning a project; the project file as a whole (extension ".da").
+// project_file.h - the project file as a whole (extension ".da"): its sections, its lock, and how it is written.
 //
-// A project file is four sections behind each other, without header, version or padding: setups, raw data,
+// A project file is four sections one after the other, without header, version or padding: setups, raw data,
 // analysis, modelling (one file of this folder each). Files of earlier versions end behind the second or the
 // third.
 //
-// Callers: menu and buttons, the command line, the script, automatic saves. Owns no state: the session knows
-// the name of the file and holds its lock. A save writes a new file beside the old one and puts it in its
-// place at the end, behind a copy of the old one (project_copies.h); whatever fails leaves the old file whole
-// and is told in one message.
+// Callers: panels/mainmenu_project, the automatic save, the command line. Owns no state: the session knows the name
+// of the file and holds its lock. A save writes a new file beside the old one and puts it in its place at the
+// end, behind a copy of the old one (project_copies.h); whatever fails leaves the old file whole.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "project/section_io.h"
-#include "runtime/controls.h"
+#include "project/setup_section.h"
+#include "records/inv_records.h"
 
 namespace sondera {
 
-enum class OpenFor { Work, Reading };
-
-/// Loads a project and selects its first measurement. With an empty path it asks for one, after the lists of
-/// the present project have been emptied. Kept: a cancelled dialog therefore leaves an empty database, and
-/// the masks of the former project stay. What is missing or wrong in the file is said in one message at the
-/// end; what could be read is there. A file that is there but cannot be opened gives no name: the empty
-/// project must not take its place. For work the file is locked; one that another process has is refused,
-/// with a path before anything has changed. Returns 0; -1 when no file was chosen, it does not exist, is in
-/// use, or was not read whole.
-int OpenFileProc(const std::string& path = {}, OpenFor purpose = OpenFor::Work);
+/// Why a save that runs out of memory fails.
+inline constexpr char kNoMemoryToWrite[] = "There is not enough memory to write it";
 
 /// Takes the lock of a project for this session, in place of the one it had. False with the reason when
 /// another process has it; true without a lock where there are none.
@@ -34,33 +27,21 @@ bool LockProject(const std::string& path, std::string& reason);
 /// The session has no project file any more: neither name nor lock.
 void LeaveProjectFile();
 
-/// Saves under session.projectFileName, or asks for a name. 0; -1 when nothing was saved.
-int SaveRawData();
-/// Asks for a name, then saves. Kept: the name stays chosen when the person then decides not to overwrite.
-int SaveAsRawData();
-
 /// All four sections.
-void StoreProject(AtomicWriter& file);
-/// All four sections into a file: atomic, no backup copy (but the one of a damaged file), no question. False
-/// with the reason; a file that another process has open is one.
-bool WriteProjectFile(const std::string& path, std::string& reason);
+/// @param[in] entries  what the lists of results name
+void StoreProject(AtomicWriter& file, const EntryNumbers& entries);
+/// All four sections into a file: atomic, no backup copy (but the one of a damaged file). False with the
+/// reason; a file that another process has open is one.
+bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason);
+
+struct ProjectRead {
+  EntryNumbers entries;      ///< what the lists of results are to name
+  bool modelsWhole = false;  ///< the modelling section was complete
+};
 /// All four sections from an open reader into the database, with model records made afresh where the file has
-/// none. Shows nothing but the questions about names that are taken. What was wrong: file.Trouble().
-void ReadProjectSections(SectionReader& file);
-
-/// "<app> - <file>" on the main window.
-void ShowFileTitle(const std::string& path);
-
-// Menu items.
-int Load_RawDataCallback(Panel panel, ControlId control, Event event, long data);
-int Save_RawDataCallback(Panel panel, ControlId control, Event event, long data);
-int SaveAs_RawDataCallback(Panel panel, ControlId control, Event event, long data);
-// Buttons of the measurement page; they act on a press only.
-int RecallCallback(Panel panel, ControlId control, Event event, long data);
-int SaveRawDataCallback(Panel panel, ControlId control, Event event, long data);
-int SaveAsRawDataCallback(Panel panel, ControlId control, Event event, long data);
-/// Menu item "New": empties the database after a question. Kept: the question is put twice, and the second
-/// answer does not matter.
-int NewMeasurementCallback(Panel panel, ControlId control, Event event, long data);
+/// none. What was wrong: file.Trouble().
+/// @param[in] setupsRead  called when the setups are in the database, before the data follow; may be empty
+ProjectRead ReadProject(SectionReader& file, const LoadQuestions& questions,
+                        const std::function<void(const SetupsRead&)>& setupsRead);
 
 }  // namespace sondera

@@ -4,12 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "panels/hwsetup.h"
 #include "records/session.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/catalogue/meassetup.h"
-#include "runtime/controls.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -17,7 +12,7 @@ namespace sondera {
 namespace {
 
 constexpr std::string_view kBars = "||||";
-constexpr std::size_t kTextBytes = 255;     // of a text field, behind it the terminator
+constexpr std::size_t kTextBytes = kLongestFileText;
 constexpr std::size_t kProjectBytes = 247;  // of a ProjID in its field: bars and number have to fit behind it
 constexpr int kChannelsOfABadCount = 8;
 constexpr int kMostPrompts = 10;  // new names asked for in a row
@@ -61,7 +56,7 @@ void TakeHardware(int key, HWSetup&& hw) {
 }
 
 /// Part A. Returns the first key in *firstKey; -1 when the person gave up.
-int ReadHWSetups(SectionReader& file, int* firstKey) {
+int ReadHWSetups(SectionReader& file, const LoadQuestions& questions, int* firstKey) {
   const int count = file.Count("measurements", kMostMeasurements);
   for (int i = 1; i <= count && !file.Ended(); ++i) {
     const int fileKey = file.Int32();
@@ -78,7 +73,7 @@ int ReadHWSetups(SectionReader& file, int* firstKey) {
 
     session.curProjID = projID;
     session.curMeasID = measID;
-    const int key = ClaimFileKey(file, fileKey, projID, measID);
+    const int key = ClaimFileKey(file, questions, fileKey, projID, measID);
     if (key == -1) return -1;
     if (i == 1) *firstKey = key;
     session.fileKeyList.push_back(key);
@@ -93,15 +88,13 @@ int StoredChannels(const HWSetup* hw) {
   return hw ? std::clamp(hw->nChannels, 1, kMostChannels) : 1;
 }
 
-int ClaimFileKey(SectionReader& file, int fileKey, const std::string& projID, std::string measID) {
+int ClaimFileKey(SectionReader& file, const LoadQuestions& questions, int fileKey, const std::string& projID,
+                 std::string measID) {
   for (int tries = 0;; ++tries) {
     const int present = GetKeyFromID(projID, measID);
     if (present == -1) break;
-    if (ConfirmPopup(session.appTitle, "The same measurement ID is in the list. Overwrite it ?"))
-      return present;
-    const auto newID = tries < kMostPrompts ? PromptPopup(session.appTitle, "Enter a new measurement ID.",
-                                                          static_cast<int>(kTextBytes))
-                                            : std::nullopt;
+    if (questions.mayOverwrite && questions.mayOverwrite()) return present;
+    const auto newID = tries < kMostPrompts && questions.newMeasID ? questions.newMeasID() : std::nullopt;
     if (!newID) {
       file.Abandon("Its reading was given up at the measurement " + measID +
                    ", which is in the list already.");
@@ -186,12 +179,13 @@ void StoreHWSetupFields(AtomicWriter& file, const HWSetup& hw, bool withBand) {
   file.Int32(hw.nAverage);
 }
 
-int ReadMeasSetups(SectionReader& file) {
+GeometryRead ReadMeasSetups(SectionReader& file) {
+  bool any = false;
   const int count = file.Count("geometry records", kMostMeasurements);
   for (std::size_t i = 0; i < static_cast<std::size_t>(count) && !file.Ended(); ++i) {
     if (i >= session.fileKeyList.size()) {
       file.GiveUp("there are more geometry records than measurements.");
-      return -1;
+      return {false, any};
     }
     const int key = session.fileKeyList[i];
     MeasSetup read;
@@ -205,10 +199,10 @@ int ReadMeasSetups(SectionReader& file) {
     if (file.Ended()) break;  // a geometry that is cut is none: a length unit of 0 would spoil every velocity
     read.key = key;
     session.lengthUnit = read.lengthUnit;
-    SetCtrlVal(meassetup::LENGTHUNIT, read.lengthUnit);
+    any = true;
     *SetupMSetupArrays(key) = std::move(read);
   }
-  return 0;
+  return {true, any};
 }
 
 void StoreMeasSetups(AtomicWriter& file) {
@@ -226,17 +220,18 @@ void StoreMeasSetups(AtomicWriter& file) {
   }
 }
 
-int ReadMHWSetup(SectionReader& file) {
-  session.curProjID = GetCtrlVal(hmsetup::PROJID);
+SetupsRead ReadMHWSetup(SectionReader& file, const LoadQuestions& questions) {
   int firstKey = -1;
-  if (ReadHWSetups(file, &firstKey) == -1 || ReadMeasSetups(file) == -1) return -1;
+  if (ReadHWSetups(file, questions, &firstKey) == -1) return {};
+  SetupsRead read;
+  read.geometry = ReadMeasSetups(file);
+  read.whole = read.geometry.whole;
   MeasRecords shown;
-  if (GetInfoFromKey(firstKey, shown) == -1) return 0;
+  if (!read.whole || GetInfoFromKey(firstKey, shown) == -1) return read;
   session.curProjID = shown.projID;
   session.curMeasID = shown.measID;
-  UpdateMeasSetup(session.curProjID, session.curMeasID, 2);
-  UpdateHWSetup(session.curProjID, session.curMeasID);
-  return 0;
+  read.selected = true;
+  return read;
 }
 
 void StoreMHWSetup(AtomicWriter& file) {

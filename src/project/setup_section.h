@@ -7,16 +7,37 @@
 // raw section, belongs to the i-th measurement of part A: both directions keep to that order.
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <string>
+
 #include "project/section_io.h"
 #include "records/measdb.h"
 
 namespace sondera {
 
+/// What a load asks. Empty functions: no, no id.
+struct LoadQuestions {
+  std::function<bool()> mayOverwrite;                     ///< the id is in the list already
+  std::function<std::optional<std::string>()> newMeasID;  ///< another id for it; nothing gives the load up
+};
+
+/// How part B was read.
+struct GeometryRead {
+  bool whole = true;  ///< false: it has a record without a measurement
+  bool any = false;   ///< a geometry came in; the session has the length unit of the last one
+};
+
+struct SetupsRead {
+  GeometryRead geometry;
+  bool whole = false;     ///< false: the person gave up on an id, or part B has more records than part A
+  bool selected = false;  ///< the first measurement of the file is the session's current one
+};
+
 /// Reads the section into the database. A pair of texts that is there already is asked about: overwrite, or a
-/// new name. session.fileKeyList gets the key of each measurement of the file, in file order; the first one
-/// is selected and shown. Keys are those of the file, except where one is taken by another measurement.
-/// Returns 0; -1 when the person gave up on a name, or part B has more records than part A.
-int ReadMHWSetup(SectionReader& file);
+/// new id. session.fileKeyList gets the key of each measurement of the file, in file order. Keys are those of
+/// the file, except where one is taken by another measurement.
+SetupsRead ReadMHWSetup(SectionReader& file, const LoadQuestions& questions);
 void StoreMHWSetup(AtomicWriter& file);
 
 /// The fields of a HWSetup from nChannels to nAverage. withBand: startFreq, stopFreq and spanKind stand
@@ -29,14 +50,17 @@ void StoreHWSetupFields(AtomicWriter& file, const HWSetup& hw, bool withBand);
 /// HWSetup.
 int StoredChannels(const HWSetup* hw);
 
-/// Part B for the keys of session.fileKeyList. The session's length unit follows each record. -1 for a record
-/// without a measurement.
-int ReadMeasSetups(SectionReader& file);
+/// Part B for the keys of session.fileKeyList. The session's length unit follows each record.
+GeometryRead ReadMeasSetups(SectionReader& file);
 void StoreMeasSetups(AtomicWriter& file);
 
 /// Key under which a measurement of a file enters the database: asks about texts that are there already.
 /// -1 when the person gave up.
-int ClaimFileKey(SectionReader& file, int fileKey, const std::string& projID, std::string measID);
+int ClaimFileKey(SectionReader& file, const LoadQuestions& questions, int fileKey, const std::string& projID,
+                 std::string measID);
+
+/// Most bytes of a text field; the terminator follows them.
+inline constexpr std::size_t kLongestFileText = 255;
 
 /// Most measurements of one file, channels of a measurement and lines of a spectrum that are believed.
 inline constexpr int kMostMeasurements = 10000, kMostChannels = 4096, kMostLines = 1 << 24;

@@ -125,6 +125,10 @@ std::string SpectraOf(const ShotRequest& request, const ShotPlan& plan, const Sh
   return {};
 }
 
+const std::string& ProjectOf(const ShotRequest& request) {
+  return request.projID.empty() ? session.curProjID : request.projID;
+}
+
 void Add(const Spectra& spectra, const Made& made, int length, RawData& sums) {
   std::vector<const ChannelSpectrum*> channels;
   for (int channel : made.channels) channels.push_back(&spectra.at(channel));
@@ -134,6 +138,7 @@ void Add(const Spectra& spectra, const Made& made, int length, RawData& sums) {
 /// The records of a measurement: the sums of all shots but the last, to which that one is added in place.
 void Store(const ShotRequest& request, const ShotPlan& plan, const Spectra& last, Made& made) {
   ImportRequest import;
+  import.projID = ProjectOf(request);
   import.measID = made.id;
   import.nChannels = static_cast<int>(made.channels.size());
   import.lengthUnit = plan.lengthUnit;
@@ -148,7 +153,8 @@ void Store(const ShotRequest& request, const ShotPlan& plan, const Spectra& last
     for (auto block : kRawBlocks) records.raw->*block = std::move(made.sums.*block);
   Add(last, made, layout.samples, *records.raw);
   DivideSums(*records.raw, static_cast<int>(request.files.size()));
-  FinishImport(import, records);
+  CompletePairs(import, records);
+  if (request.stored) request.stored(import.measID);
 }
 
 void Report(const std::vector<Finding>& findings) {
@@ -204,7 +210,7 @@ std::string PlanShots(const ShotRequest& request, ShotPlan& plan) {
 std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan) {
   std::vector<std::string> ids;
   for (const Made& made : MeasurementsOf(request.choices, plan))
-    if (GetKeyFromID(request.projID, made.id) != -1) ids.push_back(made.id);
+    if (GetKeyFromID(ProjectOf(request), made.id) != -1) ids.push_back(made.id);
   return ids;
 }
 

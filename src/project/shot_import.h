@@ -11,6 +11,7 @@
 // already is a reason to refuse unless the choices say otherwise.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,12 @@
 namespace sondera {
 
 struct ShotRequest {
-  std::string projID;              ///< of the project, as the setup panel shows it
   std::vector<std::string> files;  ///< of equal geometry, interval and length
   ReadShot read;
   ShotChoices choices;
+  std::string projID;  ///< project text of the measurements; empty: the current one
+  /// Called with the id of each measurement that was stored; empty: nobody is told.
+  std::function<void(const std::string& measID)> stored;
 };
 
 /// Plan of the first file. Empty, or the reason, which names the file.
@@ -31,7 +34,7 @@ std::string PlanShots(const ShotRequest& request, ShotPlan& plan);
 
 /// Reads the files and makes the measurements of the plan. Empty, or the reason: a file that cannot be read
 /// or differs from the first, named with what differs; an id that exists; no pair left in use. Nothing has
-/// changed then. Findings are reported (findings.h), and the last measurement is shown.
+/// changed then. Findings are reported (findings.h).
 /// @param[out] ids  of the measurements, in order; may be null
 std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::vector<std::string>* ids);
 

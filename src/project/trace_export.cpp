@@ -4,14 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "panels/sasw_pair.h"
-#include "panels/trace_selection.h"
-#include "project/section_io.h"
 #include "project/text_helpers.h"
-#include "records/session.h"
-#include "runtime/catalogue/sasw.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
 #include "runtime/files.h"
 #include "signal/spectra.h"
 
@@ -21,7 +14,6 @@ namespace {
 using namespace export_type;
 using namespace spectral;
 
-constexpr char kOverwrite[] = "File already exists. Do you want to overwrite it ?";
 constexpr int kRectangular = 0;  // the data window of all spectra
 
 /// Extension of a series; null for a type that does not exist.
@@ -141,21 +133,6 @@ bool FillGabor(PMeasInfo* pair, PlotSeries& out) {
 
 // ---- files
 // --------------------------------------------------------------------------------------------------
-
-using Columns = std::vector<const std::vector<double>*>;
-
-struct ExportFile {
-  std::string ext;
-  Columns columns;
-  std::size_t zeroRows = 0;  ///< rows in front that hold no data: 0 behind the abscissa
-};
-
-/// What one display type makes: its files, and the series that are not arrays of a record.
-struct Export {
-  std::vector<PlotSeries> series;
-  std::vector<ExportFile> files;
-};
-
 double At(const std::vector<double>& column, std::size_t i) {
   return i < column.size() ? column[i] : 0.0;
 }
@@ -174,20 +151,8 @@ bool WriteColumns(const std::string& path, const ExportFile& file, std::string& 
   return written;
 }
 
-/// The pair's record, made when there is none. While it is made its trace is the selected one, since the
-/// filtration works on that.
-PMeasInfo* PairOf(const MeasRecords& r, int key, int refChan, int dspChan, Trace trace) {
-  PMeasInfo* pair = FindPair(key, refChan, dspChan);
-  if (pair) return pair;
-  const int selected = GetCtrlVal(sasw::TRACE_ONOFF);
-  SetCtrlVal(sasw::TRACE_ONOFF, static_cast<int>(trace));
-  SetupPMeasDataNode(r.projID, r.measID, refChan, dspChan, *r.hwSetup, pair);
-  SetCtrlVal(sasw::TRACE_ONOFF, selected);
-  return pair;
-}
-
 /// Files of the displays that show the arrays of the pair's record.
-void AddPairFiles(int type, const PMeasInfo& p, const HWSetup& hw, Export& out) {
+void AddPairFiles(int type, const PMeasInfo& p, const HWSetup& hw, TraceExport& out) {
   out.series.emplace_back().x = Abscissas(type, hw);
   const std::vector<double>* x = &out.series.back().x;
   if (type == kImpulseResponse) {
@@ -209,13 +174,14 @@ std::vector<int> SeriesOf(int type) {
   return {type};
 }
 
-bool AddSeriesFiles(int type, int refChan, int dspChan, const MeasRecords& r, VoltUnit unit, Export& out) {
+bool AddSeriesFiles(int type, int refChan, int dspChan, const MeasRecords& r, VoltUnit unit,
+                    TraceExport& out) {
   const std::vector<int> wanted = SeriesOf(type);
   out.series.reserve(wanted.size());
   for (int t : wanted) {
     PlotSeries& s = out.series.emplace_back();
     if (GetPlotInfo(refChan, dspChan, t, r, unit, s) < 0) return false;
-    Columns columns{&s.x, &s.y};
+    ExportColumns columns{&s.x, &s.y};
     if (t == kGabor || t > kGabor) columns.push_back(&s.y2);
     out.files.push_back({s.ext, columns});
   }
@@ -268,39 +234,6 @@ std::size_t CountNotFinite(const RawData& raw, const std::vector<ExportFile>& fi
   return count;
 }
 
-/// Name from the dialog; empty after a cancel, or when something that exists is to stay.
-std::string AskForName(std::string_view label, const std::vector<ExportFile>& files) {
-  const FileChoice choice = FileSelectPopup(
-      {ProjectDirectory(), "*." + files.front().ext, "Save the Data on Display " + std::string(label), true});
-  if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return {};
-  bool exists = choice.answer == FileAnswer::Exists;
-  for (const ExportFile& f : files) exists = exists || FileExists(PlaceFileExtName(choice.path, f.ext));
-  return exists && !ConfirmPopup(session.appTitle, kOverwrite) ? std::string() : choice.path;
-}
-
-int WriteFiles(const std::string& name, const std::vector<ExportFile>& files) {
-  std::string reason;
-  SetWaitCursor(true);
-  for (const ExportFile& f : files) {
-    std::string why;
-    if (!WriteColumns(PlaceFileExtName(name, f.ext), f, why) && reason.empty()) reason = why;
-  }
-  SetWaitCursor(false);
-  return reason.empty() ? 0 : Refuse("The data could not be saved. " + reason + ".");
-}
-
-VoltUnit UnitOf(Trace trace) {
-  const int unit = session.display[static_cast<std::size_t>(trace)].voltUnit;
-  return static_cast<VoltUnit>(std::clamp(unit, 0, static_cast<int>(VoltUnit::Vpk2)));
-}
-
-int SaveTrace(Trace trace, const std::string& name) {
-  const TraceSelection selection = LookupID(trace);
-  const RingControl& type = trace == Trace::B ? sasw::DISPBTYPE : sasw::DISPATYPE;
-  return SaveTraceData(selection.refChan, selection.dspChan, GetCtrlVal(type), trace == Trace::B ? "B" : "A",
-                       name);
-}
-
 }  // namespace
 
 int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, VoltUnit unit,
@@ -324,58 +257,45 @@ int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, 
   return filled ? 0 : -1;
 }
 
-int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, const std::string& name) {
-  const Trace trace = label == "B" ? Trace::B : Trace::A;
-  const std::string display = trace == Trace::B ? "B" : "A";
-  const TraceSelection selection = LookupID(trace);
-  MeasRecords r;
-  const int key = selection.empty() ? -1 : GetKeyFromID(session.curProjID, selection.measID);
-  if (GetInfoFromKey(key, r) == -1 || r.hwPos < 0 || r.rawPos < 0 || r.hwSetup->nLines <= 0)
-    return Refuse("There are no data on display " + display + ".");
-  const int channels = r.hwSetup->nChannels;
-  if (std::min(refChan, dspChan) < 0 || std::max(refChan, dspChan) >= channels)
-    return Refuse(FormatText("The measurement %s has channels 1 to %d.", r.measID.c_str(), channels));
-  if (type < 0 || type > kGabor) return Refuse(FormatText("There is no display type %d.", type));
-
+Refusal MakeTraceExport(const TraceExportRequest& request, TraceExport& out) {
+  const std::string& display = request.display;
+  const MeasRecords& r = request.records;
+  const int refChan = request.refChan, dspChan = request.dspChan, type = request.type;
+  const std::string noData = "There are no data on display " + display + ".";
+  if (r.hwPos < 0 || r.rawPos < 0 || r.hwSetup->nLines <= 0) return noData;
+  if (std::min(refChan, dspChan) < 0 || std::max(refChan, dspChan) >= r.hwSetup->nChannels)
+    return FormatText("The measurement %s has channels 1 to %d.", r.measID.c_str(), r.hwSetup->nChannels);
+  if (type < 0 || type > kGabor) return FormatText("There is no display type %d.", type);
   if (const std::string_view missing = NeverMeasured(type, *r.rawData); !missing.empty())
-    return Refuse("The measurement " + r.measID + " has no " + std::string(missing) +
-                  ": there is nothing to write for this display.");
+    return "The measurement " + r.measID + " has no " + std::string(missing) +
+           ": there is nothing to write for this display.";
 
-  Export out;
   if (type == kTransferPhase || type == kTransferAmplitude || type == kImpulseResponse) {
-    const PMeasInfo* pair = PairOf(r, key, refChan, dspChan, trace);
-    if (!pair) return Refuse("There are no data on display " + display + ".");
+    const PMeasInfo* pair = request.pair();
+    if (!pair) return noData;
     AddPairFiles(type, *pair, *r.hwSetup, out);
-  } else if (!AddSeriesFiles(type, refChan, dspChan, r, UnitOf(trace), out)) {
-    return Refuse(type == kGabor ? std::string("Calcualte Gabor spectrum, first.")
-                                 : "There are no data on display " + display + ".");
+  } else if (!AddSeriesFiles(type, refChan, dspChan, r, request.unit, out)) {
+    return type == kGabor ? std::string("Calcualte Gabor spectrum, first.") : noData;
   }
   if (const std::size_t count = CountNotFinite(*r.rawData, out.files))
-    return Refuse(
-        FormatText("The data on display %s are not saved: %zu of their values are infinite or no numbers.",
-                   display.c_str(), count));
-  const std::string path = name.empty() ? AskForName(display, out.files) : name;
-  return path.empty() ? -1 : WriteFiles(path, out.files);
+    return FormatText("The data on display %s are not saved: %zu of their values are infinite or no numbers.",
+                      display.c_str(), count);
+  return {};
 }
 
-int SaveTraceA(const std::string& name) {
-  return SaveTrace(Trace::A, name);
-}
-int SaveTraceB(const std::string& name) {
-  return SaveTrace(Trace::B, name);
+bool AnyFileExists(const std::string& name, const TraceExport& exported) {
+  return std::any_of(exported.files.begin(), exported.files.end(),
+                     [&](const ExportFile& f) { return FileExists(PlaceFileExtName(name, f.ext)); });
 }
 
-int Save_TraceACallback(Panel, ControlId, Event event, long) {
-  return event == Event::Commit ? SaveTraceA({}) : 0;
-}
-int Save_TraceBCallback(Panel, ControlId, Event event, long) {
-  return event == Event::Commit ? SaveTraceB({}) : 0;
-}
-int SaveAs_TraceACallback(Panel panel, ControlId control, Event event, long data) {
-  return Save_TraceACallback(panel, control, event, data);
-}
-int SaveAs_TraceBCallback(Panel panel, ControlId control, Event event, long data) {
-  return Save_TraceBCallback(panel, control, event, data);
+Refusal WriteTraceExport(const std::string& name, const TraceExport& exported) {
+  std::string reason;
+  for (const ExportFile& f : exported.files) {
+    std::string why;
+    if (!WriteColumns(PlaceFileExtName(name, f.ext), f, why) && reason.empty()) reason = why;
+  }
+  if (reason.empty()) return {};
+  return "The data could not be saved. " + reason + ".";
 }
 
 }  // namespace sondera

@@ -1,17 +1,18 @@
 // trace_export.h - what is on a trace of the masking page, as text for other programs.
 //
-// Callers: the menu (File, Export), the command line's and the script's `export`. Owns no state. Each file
+// Callers: panels/mainmenu_export. Owns no state. Each file
 // has a row per point: numbers in exponent form with tabs between, a newline at the end, no heading. One
 // display type can make several files, which share the name and differ in the extension.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "numeric/analysis.h"
 #include "records/measdb.h"
-#include "runtime/controls.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -43,25 +44,44 @@ struct PlotSeries {
 int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, VoltUnit unit,
                 PlotSeries& out);
 
-/// Writes the file or files of a display type (0 to 10) for the measurement on a trace.
-/// @param[in] refChan, dspChan  pair, channels from 0
-/// @param[in] label  "A" or "B": the trace whose measurement it is
-/// @param[in] name   name whose extension is replaced. Empty: a dialog asks for it, and files that exist are
-///                   asked about; given, they are overwritten
-/// 3 and 4 write TFp, TFa, hyxSM, hyx; 1 and 2 write Hp, Ha, H; 6 and 7 write Gp, Ga, gyx; the others one.
-/// Types 3, 4, 9 and 10 write the arrays of the pair's record, which is made when there is none. Each file is
-/// written whole or not at all; none when the measurement has no data of the kind (blocks that are zero
-/// throughout: a coherence of imported spectra). Returns 0; -1 after a cancel or one message.
-int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, const std::string& name);
+using ExportColumns = std::vector<const std::vector<double>*>;
 
-/// SaveTraceData for the selection of trace A (B) of the masking page.
-int SaveTraceA(const std::string& name);
-int SaveTraceB(const std::string& name);
+struct ExportFile {
+  std::string ext;
+  ExportColumns columns;     ///< of a series below, or of the pair's record
+  std::size_t zeroRows = 0;  ///< rows in front that hold no data: 0 after the abscissa
+};
 
-// Menu items, with the dialog.
-int Save_TraceACallback(Panel panel, ControlId control, Event event, long data);
-int Save_TraceBCallback(Panel panel, ControlId control, Event event, long data);
-int SaveAs_TraceACallback(Panel panel, ControlId control, Event event, long data);
-int SaveAs_TraceBCallback(Panel panel, ControlId control, Event event, long data);
+/// What one display type makes: its files, and the series that are not arrays of a record. Not to be copied: the
+/// files point into the series.
+struct TraceExport {
+  std::vector<PlotSeries> series;
+  std::vector<ExportFile> files;
+
+  TraceExport() = default;
+  TraceExport(const TraceExport&) = delete;
+  TraceExport& operator=(const TraceExport&) = delete;
+};
+
+/// What to export.
+struct TraceExportRequest {
+  std::string display;  ///< "A" or "B", for the refusals
+  MeasRecords records;
+  int refChan = 0, dspChan = 0;  ///< pair, channels from 0
+  int type = 0;                  ///< display type, 0 to 10
+  VoltUnit unit = VoltUnit::Vrms;
+  std::function<const PMeasInfo*()> pair;  ///< the pair's record, made when there is none; null: no data
+};
+
+/// Computes the columns of all files of a display type: 3 and 4 give TFp, TFa, hyxSM, hyx; 1 and 2 give Hp, Ha, H; 6
+/// and 7 give Gp, Ga, gyx; the others one. Types 3, 4, 9 and 10 give the arrays of the pair's record. Refuses a
+/// measurement that has no data of the kind (blocks that are zero throughout: a coherence of imported spectra), and
+/// values that are not finite.
+Refusal MakeTraceExport(const TraceExportRequest& request, TraceExport& out);
+
+/// Whether one of the files that would be written is there. The extension of the name is replaced.
+bool AnyFileExists(const std::string& name, const TraceExport& exported);
+/// Each file is written whole or not at all.
+Refusal WriteTraceExport(const std::string& name, const TraceExport& exported);
 
 }  // namespace sondera

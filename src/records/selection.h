@@ -5,7 +5,6 @@
 #include <string>
 
 #include "records/measdb.h"
-#include "runtime/controls.h"
 
 namespace sondera {
 
@@ -30,9 +29,6 @@ struct CurrentPair {
     return key != -1 && records.hwPos > 0 && records.measPos > 0 && records.rawPos > 0;
   }
 };
-
-// Of panels/trace_selection.h, for the code of lower floors that still asks for the pair by itself.
-CurrentPair FindCurrentPair(Panel panel);
 
 /// "meter", "cm", "ft", otherwise "in", by metres per unit.
 std::string LengthUnitName(double lengthUnit);

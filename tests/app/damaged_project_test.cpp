@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/command_line.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/catalogue/asavedlg.h"

@@ -11,6 +11,8 @@
 #include <cstdio>
 
 #include "forward/parameters_file.h"
+#include "panels/mainmenu_export.h"
+#include "panels/mainmenu_project.h"
 #include "panels/one_click.h"
 #include "project/project_file.h"
 #include "project/trace_export.h"

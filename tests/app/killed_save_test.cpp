@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "app/command_line.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"

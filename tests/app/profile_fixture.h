@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/commands.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/session.h"

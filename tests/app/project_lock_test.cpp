@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "app/command_line.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/measdb.h"
 #include "records/session.h"

@@ -15,6 +15,7 @@
 
 #include "app/failing_allocation.h"
 #include "app/inversion_case.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "run/system_state.h"

@@ -6,6 +6,7 @@
 
 #include "app/command_line.h"
 #include "app/failing_allocation.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"

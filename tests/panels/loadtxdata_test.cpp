@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "panels/loadtxdata_import.h"
 #include "panels/trace_selection.h"
 #include "project/import_record.h"
 #include "records/session.h"

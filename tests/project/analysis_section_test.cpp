@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "panels/mainmenu_analysis.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/text_format.h"

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "panels/mainmenu_curves.h"
 #include "records/session.h"
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/redraw.h"

@@ -1,6 +1,7 @@
 // Tests of the setup and raw data files of earlier versions, against bytes put together here.
 #include "project/legacy_files.h"
 
+#include "panels/mainmenu_legacy.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "support/project_bytes.h"

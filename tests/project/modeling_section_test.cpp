@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "panels/entry_lists.h"
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"

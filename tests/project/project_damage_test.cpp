@@ -11,6 +11,7 @@
 #include <climits>
 #include <thread>
 
+#include "panels/mainmenu_project.h"
 #include "project/analysis_section.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"

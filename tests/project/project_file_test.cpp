@@ -9,6 +9,7 @@
 
 #include <filesystem>
 
+#include "panels/mainmenu_project.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"

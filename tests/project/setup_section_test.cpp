@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "project/raw_section.h"
 #include "records/session.h"

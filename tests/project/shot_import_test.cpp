@@ -9,6 +9,7 @@
 #include <numbers>
 #include <random>
 
+#include "panels/loadtxdata_import.h"
 #include "project/import_seg2.h"
 #include "project/import_time.h"
 #include "records/session.h"
@@ -42,6 +43,7 @@ class ShotImport : public ImportTest {
   ShotRequest Request(std::vector<std::string> files, bool pairs = true) {
     ShotRequest request;
     request.projID = "ProjID";
+    request.stored = ShowMeasurement;
     request.files = std::move(files);
     request.read = ReadSeg2Shot;
     request.choices.measID = "new";

@@ -7,6 +7,7 @@
 #include <random>
 #include <sstream>
 
+#include "panels/mainmenu_export.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"

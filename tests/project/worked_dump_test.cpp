@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "panels/mainmenu_project.h"
 #include "project/load_check.h"
 #include "project/project_file.h"
 #include "records/session.h"

@@ -8,7 +8,6 @@
 #include "app/script/fault.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
-#include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/hmsetup.h"

@@ -4,6 +4,7 @@
 #include "app/script/fault.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
+#include "panels/loadtxdata_import.h"
 #include "project/import_seg2.h"
 #include "project/shot_columns.h"
 #include "project/shot_import.h"
@@ -57,7 +58,7 @@ void Import(const ShotRequest& request) {
   if (reason.empty() && !request.choices.overwrite)
     if (const auto there = MeasurementsThatExist(request, plan); !there.empty())
       reason = "the measurement " + Quoted(there.front()) + " exists; overwrite=yes replaces it";
-  if (reason.empty()) reason = ImportShots(request, plan, nullptr);
+  if (reason.empty()) reason = LoadShots(request, plan);
   if (!reason.empty()) throw Fault(WithHint(std::move(reason)));
 }
 
