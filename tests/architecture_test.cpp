@@ -137,10 +137,7 @@ const std::set<std::string> kStillWithPanels = {"forward/curve_import.cpp",
                                                 "run/sweep_curves.cpp",
                                                 "run/sweep_solvers.cpp",
                                                 "run/system_model.cpp",
-                                                "run/theo_disp_info.cpp",
-                                                "signal/rep_curve_files.cpp",
-                                                "signal/rep_curve_files.h",
-                                                "signal/rep_curves.cpp"};
+                                                "run/theo_disp_info.cpp"};
 
 /// The text without comments and without what stands between quotes.
 std::string CodeOf(const std::string& text) {
@@ -176,8 +173,7 @@ TEST(Architecture, ComputingCodeKnowsNoPanel) {
 }
 
 /// Files elsewhere that still read the catalogue of controls. The list only gets shorter.
-const std::set<std::string> kStillReadsCatalogue = {"plot/disp_curv_plot.cpp", "plot/trace_plot.cpp",
-                                                    "runtime/redraw.cpp"};
+const std::set<std::string> kStillReadsCatalogue = {"runtime/redraw.cpp"};
 
 TEST(Architecture, OnlyPanelsAndFrontEndsReadTheCatalogue) {
   const std::set<std::string> may = {"panels", "app", "gui"};

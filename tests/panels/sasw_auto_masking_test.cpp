@@ -379,55 +379,6 @@ TEST_F(AutoMaskingTest, MeasurementTakenAwayWhileTheMapsAreMadeEndsIt) {
   EXPECT_FALSE(WaitCursorShown());
 }
 
-// ---- UpdateJumpNo
-
-class UpdateJumpNoTest : public PairTest {
- protected:
-  int NumberFor(double phase) {
-    PMeasInfo& pair = MakePair([](double f) { return Delay(f, 0.01); });
-    MeasDB.maskingList.clear();
-    pair.phaseBB[100] = phase;
-    *MeasDB.maskingList.append() = {m.key, 0, 1, 0.0, 1.0, -5, 0, 100};
-    UpdateJumpNo(pair);
-    return MeasDB.maskingList.at(1)->jumpNo;
-  }
-};
-
-TEST_F(UpdateJumpNoTest, CountsFullCyclesFromHalfACircleOn) {
-  EXPECT_EQ(NumberFor(-500.0), 0);
-  EXPECT_EQ(NumberFor(179.999), 0) << "below 180 degrees";
-  EXPECT_EQ(NumberFor(180.0), 1);
-  EXPECT_EQ(NumberFor(539.999), 1);
-  EXPECT_EQ(NumberFor(540.0), 2);
-  EXPECT_EQ(NumberFor(3000.0), 8);
-}
-
-TEST_F(UpdateJumpNoTest, HostilePhasesGiveANumber) {
-  EXPECT_EQ(NumberFor(kNaN), 0);
-  EXPECT_EQ(NumberFor(-INFINITY), 0);
-  EXPECT_EQ(NumberFor(INFINITY), std::numeric_limits<int>::max());
-}
-
-TEST_F(UpdateJumpNoTest, LineOutsideTheSpectrumHasPhaseZero) {
-  PMeasInfo& pair = MakePair([](double f) { return Delay(f, 0.01); });
-  std::fill(pair.phaseBB.begin(), pair.phaseBB.end(), 5000.0);
-  for (int line : {511, 512, 1023, 2000000000, -1})
-    *MeasDB.maskingList.append() = {m.key, 0, 1, 0.0, 1.0, 7, 0, line};
-  UpdateJumpNo(pair);
-  EXPECT_EQ(MeasDB.maskingList.at(1)->jumpNo, 14);
-  for (int k = 2; k <= 5; ++k) EXPECT_EQ(MeasDB.maskingList.at(k)->jumpNo, 0) << k;
-}
-
-TEST_F(UpdateJumpNoTest, AllMasksOfTheMeasurementAreNumberedByThisPair) {
-  PMeasInfo& pair = MakePair([](double f) { return Delay(f, 0.01); }, {.nChannels = 3});
-  pair.phaseBB[100] = 1000.0;
-  *MeasDB.maskingList.append() = {m.key, 0, 2, 0.0, 1.0, 7, 0, 100};
-  *MeasDB.maskingList.append() = {m.key + 1, 0, 1, 0.0, 1.0, 7, 0, 100};
-  UpdateJumpNo(pair);
-  EXPECT_EQ(MeasDB.maskingList.at(1)->jumpNo, 3) << "of another pair";
-  EXPECT_EQ(MeasDB.maskingList.at(2)->jumpNo, 7) << "of another measurement";
-}
-
 // ---- MaskingAutoCallback
 
 TEST_F(AutoMaskingTest, ButtonMasksAndShowsTheWindows) {

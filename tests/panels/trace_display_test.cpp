@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "panels/sasw_pair.h"
 #include "plot/gabor_plot.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"

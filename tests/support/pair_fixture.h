@@ -4,9 +4,12 @@
 #include <complex>
 #include <functional>
 
-#include "panels/sasw_pair.h"
+#include "records/kinds.h"
 #include "records/measdb.h"
+#include "records/selection.h"
 #include "runtime/catalogue/sasw.h"
+#include "signal/irf.h"
+#include "signal/pair_data.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {
@@ -36,10 +39,21 @@ class PairTest : public SessionTest {
   /// The same, with the record of the pair.
   PMeasInfo& MakePair(const Transfer& transfer, MeasurementPlan plan = {}) {
     LayTransfer(transfer, plan);
-    PMeasInfo* pair = nullptr;
-    SetupPMeasDataNode(m.projID, m.measID, 0, 1, *m.hw, pair);
-    EXPECT_NE(pair, nullptr);
-    return *pair;
+    MakePairRecord(m.projID, m.measID, 0, 1, *m.hw, kEnhancedPhase);
+    const CurrentPair current = Current();
+    EXPECT_NE(current.pair, nullptr);
+    EXPECT_EQ(CalcIRF(0, current), 0);
+    return *current.pair;
+  }
+
+  /// The pair with its records, as a page would find it.
+  CurrentPair Current() const {
+    CurrentPair current;
+    current.key = m.key;
+    current.dspChan = 1;
+    GetInfoFromKey(m.key, current.records);
+    current.pair = FindPair(m.key, 0, 1);
+    return current;
   }
 
   TestMeasurement m;
