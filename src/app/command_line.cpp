@@ -12,9 +12,11 @@
 #include "app/console.h"
 #include "app/script/line.h"
 #include "app/script/script_files.h"
+#include "app/script/values.h"
 #include "app/script/words.h"
 #include "app/shutdown.h"
 #include "app/startup.h"
+#include "app/table_export.h"
 #include "panels/mainmenu_project.h"
 #include "project/project_copies.h"
 #include "project/project_file.h"
@@ -39,6 +41,9 @@ constexpr const char* kHelp = R"(Sondera - analysis of surface-wave tests (SASW)
   sondera auto old <file.da> <script>        opens a project and runs a command script
   sondera export <file.da> <outfile> <measID> <refChan> <dspChan> <type>
                                              writes what a trace would show (channels count from 1)
+  sondera export --format=FORM <file.da> <out>
+                                             writes the project for other programs: csv, json, swprepost, dinver,
+                                             gpdc, layers, disba
 
 Options
   --batch      never open a window
@@ -50,6 +55,9 @@ Options
                stops
   --board=DRIVER[:options]
                take records from a board; --board=list prints the drivers and what each finds
+  --only=TABLE,...
+               with --format=csv: curves, profile, spectra, masks, figures
+  --extend     with --format=: Vs30 also where the ground was not seen to 30 m
   --help       this text; --help script: the words of a script; --help <word>: one of them;
                --help completion: for bash
   --version    the version
@@ -58,7 +66,7 @@ The exit status is 0 when everything asked for was done, 1 when something was no
 error, and 3 when everything was done and there are doubts (with --strict, or by a script of the second dialect).
 )";
 
-constexpr std::string_view kBoardOption = "--board=";
+constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=";
 
 /// Messages shown by an action count as its failure.
 template <class Action>
@@ -165,6 +173,29 @@ int RunExport(const std::vector<std::string>& arguments) {
   return quiet && result == 0 ? 0 : 1;
 }
 
+/// "export" with --format=: the tables of a project, which is only read.
+int RunTableExport(const CommandLine& line) {
+  const std::string& path = line.arguments[2];
+  bool opened = false;
+  const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(path, OpenFor::Reading) == 0; });
+  if (!opened) return Stop(path, "nothing was exported");
+  std::string remark;
+  const std::string reason = WriteTables(
+      {line.format, JoinUnlessAbsolute(CurrentDirectory(), line.arguments[3]), line.tables, line.extend},
+      remark);
+  if (!reason.empty()) PrintError("sondera: %s; nothing was exported.\n", reason.c_str());
+  if (!remark.empty()) PrintError("sondera: %s.\n", remark.c_str());
+  const int status = quiet && reason.empty() ? 0 : 1;
+  QuitApp(status);
+  return status;
+}
+
+/// What is wrong with a line that has a format.
+std::string WrongTableExport(const CommandLine& line) {
+  const bool isExport = line.arguments.size() == 4 && line.arguments[1] == "export";
+  return isExport ? std::string() : "--format= goes with export, a project and a name to write to";
+}
+
 int OpenForAPerson(const std::string& path) {
   if (FileExists(path) && !MayWorkOn(path)) return Stop();
   return WorksWithoutMessage([&] { OpenFileProc(path); }) ? 0 : 1;
@@ -202,9 +233,17 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.wait = true;
     else if (word.starts_with(kBoardOption))
       line.board = word.substr(kBoardOption.size());
+    else if (word.starts_with(kFormatOption))
+      line.format = word.substr(kFormatOption.size());
+    else if (word.starts_with(kOnlyOption))
+      line.tables = script::ItemsOf(word.substr(kOnlyOption.size()));
+    else if (word == "--extend")
+      line.extend = true;
     else if (line.unknownOption.empty())
       line.unknownOption = word;
   }
+  if (line.format.empty() && (line.extend || !line.tables.empty()) && line.unknownOption.empty())
+    line.unknownOption = line.extend ? "--extend" : "--only";
   return line;
 }
 
@@ -251,7 +290,7 @@ namespace {
 int RunSession(const CommandLine& line) {
   SetRunReportOptions(line.report);
   // The usage helps against a wrong command line only; a script that stopped early has said why.
-  const std::string wrong = WrongForm(line.arguments);
+  const std::string wrong = line.format.empty() ? WrongForm(line.arguments) : WrongTableExport(line);
   const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
   InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
   if (line.wait) {
@@ -261,7 +300,9 @@ int RunSession(const CommandLine& line) {
     });
   }
   StartSession();
-  const int dispatched = DispatchCommandLine(line.arguments, line.assumeYes);
+  const int dispatched = line.format.empty() ? DispatchCommandLine(line.arguments, line.assumeYes)
+                         : wrong.empty()     ? RunTableExport(line)
+                                             : kAllDone;
   const int status = RunUserInterface();
   FinishProgressLine();
   InstallDaqDriver(&daqNone);  // a board program gets its time to end

@@ -133,7 +133,11 @@ std::string ReadNumberTable(std::string_view text, NumberTable& table) {
   }
   if (table.rows() == 0) return "the file holds no row of numbers";
   const auto names = FieldsOf(comment, SeparatorOf(comment));
-  if (table.header.empty() && !comment.empty() && names.size() == table.columns.size()) table.header = names;
+  double value = 0.0;
+  const bool areNames = !comment.empty() && names.size() == table.columns.size() &&
+                        std::none_of(names.begin(), names.end(),
+                                     [&](const std::string& name) { return IsNumber(name, false, value); });
+  if (table.header.empty() && areNames) table.header = names;
   if (!table.header.empty() && table.header.size() != table.columns.size())
     return FormatText("the first line names %zu columns, and there are %zu", table.header.size(),
                       table.columns.size());

@@ -135,6 +135,7 @@ std::vector<WordForm> ControlForms();
 std::vector<WordForm> LookForms();
 std::vector<WordForm> FlowForms();
 std::vector<WordForm> RoadForms();
+std::vector<WordForm> TableForms();
 
 // Rows that stand among those of another subject.
 WordForm ReadSeg2Form();

@@ -10,6 +10,9 @@
 #include "app/script/values.h"
 #include "inversion/starting_model.h"
 #include "panels/one_click.h"
+#include "project/shot.h"
+#include "project/table_forms.h"
+#include "records/session.h"
 #include "run/model_numbers.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -64,15 +67,42 @@ std::vector<std::vector<double>> ReadLayerFile(const std::string& name) {
   return rows;
 }
 
+/// Rows of a layer table of another program, which is in m, m/s and kg/m3.
+std::vector<std::vector<double>> ReadLayersOf(const Arguments& a) {
+  const std::string& name = a.text("LIST");
+  std::string bytes;
+  std::string reason = ReadShotBytes(JoinUnlessAbsolute(CurrentDirectory(), name), bytes);
+  LayeredModel model;
+  if (reason.empty()) reason = a.choice("form") == 0 ? ReadLayers(bytes, model) : ReadDisba(bytes, model);
+  if (!reason.empty()) throw Fault(name + ": " + reason);
+  if (a.has("halfspace")) model.thickness.back() = a.number("halfspace") * session.lengthUnit;
+  if (!(model.thickness.back() > 0.0))
+    throw Fault("the half-space has no thickness there, and needs one here: halfspace=");
+  constexpr double kDerived = 0.0;  // Poisson's ratio follows from Vp and Vs
+  std::vector<std::vector<double>> rows;
+  for (std::size_t i = 0; i < model.size(); ++i)
+    rows.push_back({model.thickness[i] / session.lengthUnit, model.vp[i] / session.lengthUnit,
+                    model.vs[i] / session.lengthUnit, model.density[i], kDerived});
+  return rows;
+}
+
 bool IsNumberList(const std::string& text) {
   const std::vector<std::string> items = ItemsOf(text);
   return std::all_of(items.begin(), items.end(),
                      [](const std::string& i) { return NumberOf(i).has_value(); });
 }
 
+void CheckLayers(const Arguments& a) {
+  if (!a.has("halfspace")) return;
+  if (!a.has("form")) throw Fault("halfspace= is for the tables of other programs");
+  if (!(a.number("halfspace") > 0.0)) throw Fault("halfspace= has to be above 0");
+}
+
 void Layers(Run& run, const Arguments& a) {
   std::vector<std::vector<double>> rows;
-  if (IsNumberList(a.text("LIST"))) {
+  if (a.has("form")) {
+    rows = ReadLayersOf(a);
+  } else if (IsNumberList(a.text("LIST"))) {
     for (const std::string& item : ItemsOf(a.text("LIST"))) rows.push_back({*NumberOf(item)});
   } else {
     rows = ReadLayerFile(a.text("LIST"));
@@ -234,11 +264,15 @@ std::vector<WordForm> ModelForms() {
   return {
       {"layers",
        {Fixed("LIST", Kind::Text, "H1,H2,...|FILE")},
-       {},
+       {Optional(Named("form", Kind::Choice, "layers|disba")),
+        Optional(Named("halfspace", Kind::Number, "H"))},
        "The layer table by thicknesses, top to bottom, the last one standing for the half-space; or from a "
        "file with a "
-       "layer a line: H Vp Vs density nu damping, as many of them as you like.",
-       Layers},
+       "layer a line: H Vp Vs density nu damping, as many of them as you like. form= takes the layer table "
+       "of another program, and "
+       "halfspace= the thickness of its last layer.",
+       Layers,
+       CheckLayers},
       {"layer",
        {Fixed("N", Kind::Whole)},
        properties,

@@ -7,6 +7,7 @@
 #include "app/script/control_values.h"
 #include "app/script/fault.h"
 #include "app/script/run.h"
+#include "app/script/tables.h"
 #include "app/script/values.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
@@ -180,7 +181,8 @@ const Control& WriterOf(const Arguments& a) {
 }
 
 void CheckCurvesRead(const Arguments& a) {
-  if (ExtensionOf(a.text("FILE")) != ".exd") throw Fault("curves are read from .exd");
+  if (ExtensionOf(a.text("FILE")) == ".exd" && (a.has("form") || a.has("columns") || a.has("id")))
+    throw Fault("form=, columns= and id= are for curves of other programs");
 }
 void CheckCurvesWrite(const Arguments& a) {
   WriterOf(a);
@@ -188,6 +190,10 @@ void CheckCurvesWrite(const Arguments& a) {
 
 void ReadCurves(Run& run, const Arguments& a) {
   if (!FileExists(PathOf(a))) throw Fault("there is no file " + Quoted(a.text("FILE")));
+  if (ExtensionOf(a.text("FILE")) != ".exd") {
+    ReadCurveTable(run, a);
+    return;
+  }
   run.dialogs().chooseFile(PathOf(a));
   run.press(mainmenu::LOAD_EXD_FILE_MENU);
 }
@@ -250,7 +256,15 @@ std::vector<WordForm> ProjectForms() {
        CheckRead},
       ReadSeg2Form(),
       ReadColumnsForm(),
-      {"curves", {Literal("read"), file}, {}, "Reads dispersion curves (.exd).", ReadCurves, CheckCurvesRead},
+      {"curves",
+       {Literal("read"), file},
+       {Optional(Named("form", Kind::Choice, kCurveForms)),
+        Optional(Named("columns", Kind::Text, "NAME,...")), Optional(Named("id", Kind::Text, "ID"))},
+       "Reads dispersion curves (.exd), or a curve of another program: a text whose columns are named, by "
+       "its first "
+       "line or by columns=, or one of these forms.",
+       ReadCurves,
+       CheckCurvesRead},
       {"curves",
        {Literal("write"), file},
        {Flag("overwrite")},

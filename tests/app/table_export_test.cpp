@@ -1,0 +1,178 @@
+// Tests of tables on their way out and in: the word write, curves and layers of other programs, and the command
+// line's export with a format.
+#include "app/table_export.h"
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "app/script_fixture.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "support/site_records.h"
+
+namespace sondera::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+const std::filesystem::path kTop = std::filesystem::absolute(SONDERA_SOURCE_DIR);
+
+class TableExportTest : public ScriptTest {
+ protected:
+  /// A curve of a known site, condensed, and an inversion of two iterations.
+  void MakeSite() {
+    test::WriteSitePair(folder.File("H31.hyx"), 14.0, 30.0);
+    ASSERT_NE(Run("read hyx id=one files=H31.hyx source=0 at=14,30\npair one 1 2\nphase original\nmask 0 7\n"
+                  "mask 48 500\ndisperse\ncondense points=12\nlayers 2,3,4,6,80\nload global\nproject id=site\n"
+                  "invert iterations=2\nsave site.da\n"),
+              1)
+        << err << report;
+  }
+  int Program(const std::string& arguments) {
+    const int raw = std::system(("cd '" + folder.Path() + "' && '" SONDERA_PROGRAM "' " + arguments +
+                                 " >out.log 2>err.log </dev/null")
+                                    .c_str());
+    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  }
+};
+
+TEST_F(TableExportTest, AllFormsOfAnInvertedSite) {
+  MakeSite();
+  ASSERT_EQ(
+      Run("write csv t\nwrite json t.json\nwrite swprepost t.txt\nwrite dinver t.din\nwrite gpdc t.gpdc\n"
+          "write layers t.lay\nwrite disba t.dis\n"),
+      0)
+      << err;
+  EXPECT_THAT(Read("t_curves.csv"), HasSubstr("\npair,one,1,2,"));
+  EXPECT_THAT(Read("t_curves.csv"), HasSubstr("\nglobal,"));
+  EXPECT_THAT(Read("t_curves.csv"), HasSubstr("\ncomputed,"));
+  EXPECT_THAT(Read("t_profile.csv"), HasSubstr("\n0,1,0,2,2,"));
+  EXPECT_THAT(Read("t_profile.csv"), HasSubstr("\n2,5,15,,,"));
+  EXPECT_THAT(Read("t_figures.csv"), HasSubstr("\nvs30,30,"));
+  EXPECT_TRUE(Read("t.txt").starts_with("#rayleigh 0,,\n"));
+  EXPECT_THAT(report, HasSubstr("only the global curve is written"));
+  EXPECT_TRUE(Read("t.lay").starts_with("5\n2 "));
+  const auto j = nlohmann::json::parse(Read("t.json"));
+  ASSERT_FALSE(j["profiles"].empty());
+  EXPECT_EQ(j["profiles"].back()["iteration"], 2);
+  EXPECT_NEAR(j["profiles"].back()["layers"][0]["vs"].get<double>(), InvParam.Vs(2, 0), 1e-12);
+}
+
+TEST_F(TableExportTest, JsonAgreesWithTheSchema) {
+  if (std::system("python3 -c 'import jsonschema' 2>/dev/null") != 0) GTEST_SKIP() << "no python3-jsonschema";
+  Write("check.py",
+        "import json, sys, jsonschema\n"
+        "schema = json.load(open(sys.argv[1]))\n"
+        "jsonschema.Draft202012Validator.check_schema(schema)\n"
+        "for name in sys.argv[2:]: jsonschema.validate(json.load(open(name)), schema, "
+        "jsonschema.Draft202012Validator)\n");
+  ASSERT_EQ(Run("write json empty.json"), 0) << err;
+  MakeSite();
+  ASSERT_EQ(Run("write json site.json\nwrite json extended.json extend=yes"), 0) << err;
+  const std::string command = "cd '" + folder.Path() + "' && python3 -W ignore check.py '" +
+                              (kTop / "docs/sondera-export-1.schema.json").string() + "' ";
+  EXPECT_EQ(std::system((command + "empty.json site.json extended.json").c_str()), 0);
+  auto wrong = nlohmann::json::parse(Read("site.json"));
+  wrong["version"] = "2.0";
+  Write("wrong.json", wrong.dump());
+  EXPECT_NE(std::system((command + "wrong.json 2>/dev/null").c_str()), 0) << "the check can fail";
+}
+
+TEST_F(TableExportTest, CsvOpensInPython) {
+  MakeSite();
+  ASSERT_EQ(Run("write csv t"), 0) << err;
+  Write("check.py",
+        "import csv\n"
+        "for t in 'curves profile spectra masks figures'.split():\n"
+        "  rows = list(csv.reader(open('t_%s.csv' % t, newline='', encoding='utf-8')))\n"
+        "  assert rows and all(len(r) == len(rows[0]) for r in rows), t\n"
+        "rows = list(csv.DictReader(open('t_curves.csv', newline='')))\n"
+        "assert 100 < float(rows[0]['velocity [m/s]']) < 400\n");
+  EXPECT_EQ(std::system(("cd '" + folder.Path() + "' && python3 check.py").c_str()), 0);
+}
+
+TEST_F(TableExportTest, OnlyNarrowsAndFilesAreReplacedOnDemand) {
+  EXPECT_EQ(Run("write csv t only=masks,curves"), 0) << err;
+  EXPECT_TRUE(Exists("t_masks.csv") && Exists("t_curves.csv") && !Exists("t_profile.csv"));
+  EXPECT_EQ(Run("write csv t only=masks"), 1);
+  EXPECT_THAT(err, HasSubstr("\"t_masks.csv\" exists; overwrite=yes replaces it"));
+  EXPECT_EQ(Run("write csv t only=masks overwrite=yes"), 0) << err;
+  EXPECT_EQ(Check("write csv t only=mask"), 1);
+  EXPECT_THAT(err, HasSubstr("only= takes curves, profile, spectra, masks and figures"));
+  EXPECT_EQ(Check("write json t only=masks"), 1);
+  EXPECT_EQ(Check("write target t"), 1);
+  EXPECT_EQ(Check("write csv t geopsy=3"), 1);
+}
+
+TEST_F(TableExportTest, WhatIsNotThereIsSaid) {
+  EXPECT_EQ(Run("write gpdc t"), 1);
+  EXPECT_THAT(err, HasSubstr("there is no global curve; condense the curves of the pairs first"));
+  EXPECT_FALSE(Exists("t"));
+}
+
+TEST_F(TableExportTest, LayersOfAnotherProgramBecomeTheLayerTable) {
+  Write("m.txt", "2\n5 300 150 1800\n0 800 400 1900\n");
+  EXPECT_EQ(Run("layers m.txt form=layers"), 1);
+  EXPECT_THAT(err, HasSubstr("the half-space has no thickness there, and needs one here: halfspace="));
+  ASSERT_EQ(Run("layers m.txt form=layers halfspace=30\nwrite layers back.txt"), 0) << err;
+  EXPECT_EQ(Read("back.txt"), Read("m.txt"));
+  Write("d.txt", "0.005 0.3 0.15 1.8\n0.03 0.8 0.4 1.9\n");
+  ASSERT_EQ(Run("layers d.txt form=disba\nwrite layers back2.txt"), 0) << err;
+  EXPECT_EQ(Read("back2.txt"), Read("m.txt"));
+  EXPECT_EQ(Check("layers 1,2 halfspace=3"), 1);
+}
+
+TEST_F(TableExportTest, CurvesOfOtherProgramsBecomeMeasurements) {
+  Write("c.txt", "# Mode 0\n10 0.005\n20 0.00625\n");
+  ASSERT_EQ(Run("curves read c.txt id=g"), 0) << err;
+  const int key = GetKeyFromID(session.curProjID, "g@c");
+  const PMeasInfo* pair = FindPair(key, 0, 1);
+  ASSERT_NE(pair, nullptr);
+  ASSERT_EQ(pair->nDispPoints, 2);
+  EXPECT_EQ(pair->dispVel[0], 200.0);
+  EXPECT_EQ(pair->dispVel[1], 160.0);
+  EXPECT_EQ(pair->included, 1);
+  Write("two.txt", "10,200\n20,160\n");
+  EXPECT_EQ(Run("curves read two.txt"), 1);
+  EXPECT_THAT(err,
+              HasSubstr("two.txt: no columns of frequency and velocity are named; say what the columns are"));
+  EXPECT_EQ(Run("curves read two.txt columns=f,v"), 0) << err;
+  EXPECT_EQ(Check("curves read a.exd id=x"), 1);
+}
+
+TEST_F(TableExportTest, CommandLineExportsTables) {
+  MakeSite();
+  ASSERT_EQ(Program("export --format=json site.da a.json"), 0) << Read("err.log");
+  ASSERT_EQ(Program("export --format=json site.da b.json"), 0);
+  EXPECT_EQ(Read("a.json"), Read("b.json"));
+  EXPECT_EQ(nlohmann::json::parse(Read("a.json"))["project"]["name"], "site");
+  ASSERT_EQ(Program("export --format=csv --only=curves,profile site.da t"), 0);
+  EXPECT_TRUE(Exists("t_curves.csv") && Exists("t_profile.csv") && !Exists("t_masks.csv"));
+  ASSERT_EQ(Program("export --format=swprepost site.da t.txt"), 0);
+  EXPECT_THAT(Read("err.log"), HasSubstr("the form names a mode (rayleigh 0)"));
+  EXPECT_EQ(Program("export --format=target site.da t2.txt"), 1);
+  EXPECT_THAT(Read("err.log"), HasSubstr("\"target\" is not one of csv|json|"));
+  EXPECT_EQ(Program("export --format=csv --only=all site.da t2"), 1);
+  EXPECT_EQ(Program("export --format=csv none.da t2"), 1);
+  EXPECT_EQ(Program("export --format=csv site.da"), 1);
+  EXPECT_THAT(Read("err.log"), HasSubstr("--format= goes with export, a project and a name to write to"));
+  EXPECT_EQ(Program("--only=curves --help"), 1) << "without a format there is nothing to narrow";
+}
+
+TEST_F(TableExportTest, ExportWithoutAFormatTakesSixWordsAlone) {
+  MakeSite();
+  for (const char* words : {"site.da t", "site.da t one 1 2", "site.da t one 1 2 3 4"}) {
+    EXPECT_EQ(Program(std::string("export ") + words), 1);
+    EXPECT_THAT(Read("err.log"), HasSubstr("export takes six words")) << words;
+  }
+  EXPECT_FALSE(Exists("t"));
+}
+
+}  // namespace
+}  // namespace sondera::testing
