@@ -181,7 +181,10 @@ const Control& WriterOf(const Arguments& a) {
 }
 
 void CheckCurvesRead(const Arguments& a) {
-  if (ExtensionOf(a.text("FILE")) == ".exd" && (a.has("form") || a.has("columns") || a.has("id")))
+  const std::string extension = ExtensionOf(a.text("FILE"));
+  if (extension == ".gcd" || extension == ".icd" || extension == ".red")
+    throw Fault("curves are read from .exd");
+  if (extension == ".exd" && (a.has("form") || a.has("columns") || a.has("id")))
     throw Fault("form=, columns= and id= are for curves of other programs");
 }
 void CheckCurvesWrite(const Arguments& a) {

@@ -8,7 +8,7 @@
 #include "app/script/tables.h"
 #include "app/script/values.h"
 #include "app/table_export.h"
-#include "project/exd_files.h"
+#include "panels/mainmenu_curves.h"
 #include "project/shot.h"
 #include "project/table_forms.h"
 #include "records/session.h"
