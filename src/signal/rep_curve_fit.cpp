@@ -258,15 +258,18 @@ struct Outputs {
   double *x, *value, *deviation;
 };
 
-/// What the two functions make of a window that holds no fit.
-struct SparseWindows {
-  bool emptyCounts;  ///< one without points counts as a cell that was kept; nothing is written
-  bool singleTaken;  ///< one with a single point gives its value, wherever in the window it lies
+/// What the two functions make of a window that holds no fit. Constants, so that each has its own loop.
+struct SparseOverFrequency {
+  static constexpr bool kEmptyCounts = true;  ///< one without points counts as kept; nothing is written
+  static constexpr bool kSingleTaken = true;  ///< one with one point gives its value, wherever that lies
+};
+struct SparseOverWavelength {
+  static constexpr bool kEmptyCounts = false, kSingleTaken = false;
 };
 
 /// Fits all cells. Returns how many were kept.
-int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int polyOrder,
-                  const SparseWindows& sparse, const Outputs& out) {
+template <class Sparse>
+int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int polyOrder, const Outputs& out) {
   Condenser condenser(points, cells, nPts, polyOrder);
   int counted = 0;
   for (int k = 1; k <= nPts; ++k) {
@@ -274,10 +277,10 @@ int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int pol
     out.x[k] = cell.centre;
     condenser.Gather(cell);
     if (condenser.inWindow() == 0) {
-      if (sparse.emptyCounts) ++counted;
+      if (Sparse::kEmptyCounts) ++counted;
       continue;
     }
-    if (condenser.inWindow() == 1 && sparse.singleTaken) {
+    if (condenser.inWindow() == 1 && Sparse::kSingleTaken) {
       out.value[k] = condenser.firstValue();
       out.deviation[k] = 0.0;
       ++counted;
@@ -301,16 +304,16 @@ int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double 
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio,
                  const double* grid) {
   // Kept: an empty window counts, and a single point is taken as it is.
-  return CondenseCells(CellPlan(xMin, xMax, nPts, nSpan, mode, incRatio, grid), Points(nIn, xIn, vIn), nPts,
-                       polyOrder, {.emptyCounts = true, .singleTaken = true}, {xOut, vOut, sdOut});
+  return CondenseCells<SparseOverFrequency>(CellPlan(xMin, xMax, nPts, nSpan, mode, incRatio, grid),
+                                            Points(nIn, xIn, vIn), nPts, polyOrder, {xOut, vOut, sdOut});
 }
 
 int CompactDsp_w(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int /*mode*/,
                  double incRatio) {
-  return CondenseCells(CellPlan(xMin, xMax, nPts, nSpan, kCellsBySpacing, incRatio, nullptr),
-                       Points(nIn, xIn, vIn), nPts, polyOrder, {.emptyCounts = false, .singleTaken = false},
-                       {xOut, vOut, sdOut});
+  return CondenseCells<SparseOverWavelength>(
+      CellPlan(xMin, xMax, nPts, nSpan, kCellsBySpacing, incRatio, nullptr), Points(nIn, xIn, vIn), nPts,
+      polyOrder, {xOut, vOut, sdOut});
 }
 
 }  // namespace sondera
