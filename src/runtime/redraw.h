@@ -1,6 +1,6 @@
-// redraw.h - notices that something shown has changed. Computing code sends them; plot/ registers the functions
-// that answer. No result depends on a notice, with one exception that is on purpose: a phase display brings the
-// band limits of a measured record up to date (see project/selection.h, BringBandLimitsUpToDate).
+// redraw.h - notices that something shown has changed. Panels send them; app/ registers the functions
+// of panels/ that answer. No result depends on a notice, with one exception that is on purpose: a phase display brings the
+// band limits of a measured record up to date (see records/measdb.h, BringBandLimitsUpToDate).
 #pragma once
 
 #include <functional>
