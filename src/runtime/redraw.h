@@ -1,6 +1,7 @@
-// redraw.h - notices that something shown has changed. Panels send them; app/ registers the functions
-// of panels/ that answer. No result depends on a notice, with one exception that is on purpose: a phase display brings the
-// band limits of a measured record up to date (see records/measdb.h, BringBandLimitsUpToDate).
+// redraw.h - notices that something shown has changed. Panels send them, and long runs where the
+// order of what is seen demands it; app/ registers the functions of panels/ that answer. No result depends on a
+// notice, with one exception that is on purpose: a phase display brings the band limits of a measured record up to
+// date (see records/measdb.h, BringBandLimitsUpToDate).
 #pragma once
 
 #include <functional>
