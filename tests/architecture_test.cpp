@@ -7,6 +7,7 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -250,6 +251,29 @@ TEST(Architecture, NoTwoFilesIncludeEachOtherInACircle) {
       EXPECT_FALSE(HasCircle(stem, arrows, state, trail)) << trail;
     }
   }
+}
+
+/// The developer guide says which files a change touches; a file that moves takes its line along.
+TEST(DeveloperGuide, FilesThatAChangeTouchesExist) {
+  std::ifstream in(fs::path(SONDERA_SOURCE_DIR) / "docs/developer.md");
+  std::stringstream text;
+  text << in.rdbuf();
+  const std::string guide = text.str();
+  const std::size_t begin = guide.find("## What a change touches"), end = guide.find("\n## ", begin + 1);
+  ASSERT_NE(begin, std::string::npos);
+  const std::string section = guide.substr(begin, end - begin);
+  const std::regex path("`((src|docs)/[^`]*)`");
+  int rows = 0, files = 0;
+  for (std::sregex_iterator it(section.begin(), section.end(), path), none; it != none; ++it) {
+    const std::string name = (*it)[1];
+    if (name.find('<') != std::string::npos) continue;  // a name that the change chooses
+    ++files;
+    EXPECT_TRUE(fs::exists(fs::path(SONDERA_SOURCE_DIR) / name)) << name;
+  }
+  for (std::size_t at = section.find("\n| "); at != std::string::npos; at = section.find("\n| ", at + 1))
+    ++rows;
+  EXPECT_GE(rows, 1 + 10);  // the heading and ten changes
+  EXPECT_GT(files, 10);
 }
 
 }  // namespace

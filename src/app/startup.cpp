@@ -10,19 +10,16 @@
 #include "panels/meassetup.h"
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
-#include "records/inv_records.h"
 #include "records/measdb.h"
 #include "records/model_records.h"
+#include "records/records_state.h"
 #include "records/session.h"
 #include "run/run_history.h"
 #include "run/sweep_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/meassetup.h"
-#include "runtime/events.h"
-#include "runtime/findings.h"
-#include "runtime/graphs.h"
-#include "runtime/written_files.h"
+#include "runtime/runtime_state.h"
 #include "signal/signal_state.h"
 
 namespace sondera {
@@ -52,33 +49,29 @@ void InitVariables() {
   session.curChannels = session.device.maxChannels;
   session.samplesPerChan = 1024;
   session.measBuffer.assign(static_cast<std::size_t>(session.samplesPerChan) * session.curChannels, 0.0);
-  SetupGlobalArrays();
   RefreshWindowTitle();
   MakeFirstMeasurement();
   UpdateHWSetup(session.curProjID, session.curMeasID);
   UpdateMeasSetup(session.curProjID, session.curMeasID, 2);
   SetupSiteCategory();
   ShowEvenSpacing();
-  InitializeFModel();
-  InitializeTheoDispInfo();
-  InitializeInvAnal();
-  ResetRunState();
-  sweepState = SweepState{};
   SetCtrlVal(fmodeling::GLOBAL_ARRAY, FModelParam.dispCurvType);
 }
 
 }  // namespace
 
-void StartSession() {
-  ResetEvents();
-  ClearFindings();
-  ClearWrittenFiles();
-  ClearInversionHistories();
-  ResetControls();
-  ResetGraphs();
-  ResetSession();
+void ResetProgramState() {
+  ResetRuntimeState();
+  ResetRecordsState();
   ResetSignalState();
+  ResetRunState();
+  sweepState = SweepState{};
+  ClearInversionHistories();
   ResetPanelsState();
+}
+
+void StartSession() {
+  ResetProgramState();
   InstallCallbacks();
   InstallLastStep(OfferSave);
   FindDevices();

@@ -9,4 +9,8 @@ namespace sondera {
 /// with it.
 void StartSession();
 
+/// The first step of it: the state of every folder as at the start of the program. Callbacks, redraw handlers, the
+/// front end and the driver of the board stay. Test fixtures begin and end with it.
+void ResetProgramState();
+
 }  // namespace sondera

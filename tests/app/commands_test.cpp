@@ -6,6 +6,7 @@
 #include <numbers>
 #include <sstream>
 
+#include "panels/mainmenu_project.h"
 #include "records/measdb.h"
 #include "records/session.h"
 #include "run/sweep_state.h"
@@ -500,15 +501,39 @@ TEST_F(CommandScript, AnInterruptHaltsAtTheNextPoll) {
   EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Halted after line 2 of the command file."});
 }
 
+/// Each is refused with a message, names its line at the end, and leaves at most a whole project without new
+/// measurements.
 TEST_F(CommandScript, HostileScriptsEndWithoutHarm) {
-  for (const std::string text :
-       {"export out measID -2147483648 2147483647 3", "masking", "import", "import \xff\xfe",
-        "masking measID 99 nan inf -1e308 1e308", "masking measID 0 1e999 1 2 3",
-        "import H31 H31 1e308 -1e308", "import /dev/null x 1 2"}) {
-    SCOPED_TRACE(text);
+  struct Hostile {
+    const char* text;
+    std::size_t messages;
+  };
+  for (const Hostile& hostile :
+       {Hostile{"export out measID -2147483648 2147483647 3", 1}, Hostile{"masking", 1}, Hostile{"import", 1},
+        Hostile{"import \xff\xfe", 1}, Hostile{"masking measID 99 nan inf -1e308 1e308", 1},
+        Hostile{"masking measID 0 1e999 1 2 3", 2}, Hostile{"import H31 H31 1e308 -1e308", 1},
+        Hostile{"import /dev/null x 1 2", 1}}) {
+    SCOPED_TRACE(hostile.text);
+    for (const char* name : {"site.da", "site.da.bkup"}) std::filesystem::remove(folder.File(name));
     StartSession();
     session.projectFileName = folder.File("site.da");
-    Run(text + "\n");
+    frontEnd.messages.clear();
+    ::testing::internal::CaptureStderr();
+    EXPECT_NE(Run(std::string(hostile.text) + "\n"), 0);
+    EXPECT_EQ(frontEnd.messages.size(), hostile.messages);
+    EXPECT_NE(::testing::internal::GetCapturedStderr().find("not everything was done: line 1"),
+              std::string::npos);
+    if (!Exists("site.da")) continue;
+    StartSession();
+    frontEnd.messages.clear();
+    EXPECT_EQ(OpenFileProc(folder.File("site.da")), 0);
+    EXPECT_TRUE(frontEnd.messages.empty());
+    EXPECT_EQ(MeasDB.idList.count(), 1);
+    EXPECT_EQ(GetKeyFromID("ProjID", "measID"), 1);
+    for (const PMeasInfo& pair : MeasDB.pMeasList) {
+      EXPECT_EQ(pair.nDispPoints, 0);
+      for (const double t : pair.bbT) EXPECT_TRUE(std::isfinite(t));
+    }
   }
 }
 

@@ -1,19 +1,13 @@
 // session_fixture.cpp - see session_fixture.h.
 #include "support/session_fixture.h"
 
-#include "panels/panels_state.h"
+#include "app/startup.h"
 #include "records/session.h"
-#include "run/sweep_state.h"
-#include "run/system_state.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
-#include "runtime/events.h"
-#include "runtime/findings.h"
-#include "runtime/graphs.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
-#include "signal/signal_state.h"
 
 namespace sondera::testing {
 namespace {
@@ -33,17 +27,8 @@ void FillChannels(const RingControl& ring, int nChannels, int selected) {
 }  // namespace
 
 void ResetEverything() {
-  ResetSession();
-  SetupGlobalArrays();
-  ResetControls();
-  ResetGraphs();
-  ResetEvents();
-  ClearFindings();
+  ResetProgramState();
   InstallRedrawHandlers({});
-  ResetSignalState();
-  ResetPanelsState();
-  ResetRunState();
-  sweepState = SweepState{};
 }
 
 TestMeasurement AddMeasurement(const MeasurementPlan& plan) {

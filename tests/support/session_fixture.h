@@ -13,8 +13,7 @@
 
 namespace sondera::testing {
 
-/// Brings session, database, controls, graphs, events, redraw notices and the state of signal/ to a fresh
-/// start. Callbacks in the store stay.
+/// The state of every folder as at the start of the program, without redraw handlers. Callbacks in the store stay.
 void ResetEverything();
 
 /// Records of a measurement made for a test; borrowed from MeasDB.

@@ -1,0 +1,23 @@
+// runtime_state.h - the state of runtime/, and how a session starts it afresh.
+//
+// Each object stands behind the functions of its header:
+//   changes.cpp        state            the observers, and what they are still to be told
+//   control_lock.cpp   locks            a lock lives as long as its AnalysisLock
+//   controls.cpp       store
+//   dialogs.cpp        state            the front end and the count of messages: of the process, not of the session
+//   events.cpp         state, interruptFlag, interruptTime
+//   file_driver.cpp    fileDriver       of the process
+//   findings.cpp       findings
+//   graphs.cpp         graphs
+//   lock_file.cpp      heldLocks, tellWait   a lock lives as long as its LockFile
+//   redraw.cpp         handlers         installed by whoever starts
+//   written_files.cpp  files
+#pragma once
+
+namespace sondera {
+
+/// Controls, graphs, events, findings and the list of written files as at the start of a session. The front end, the
+/// file driver, the callbacks and the redraw handlers stay.
+void ResetRuntimeState();
+
+}  // namespace sondera
