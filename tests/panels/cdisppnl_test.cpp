@@ -77,7 +77,6 @@ class RepCurvePanel : public testing::RepCurveTest {
     return labels;
   }
 
-  TestMeasurement m;
   PMeasInfo *first = nullptr, *excluded = nullptr, *last = nullptr;
   std::vector<int> drawn;
   Callback layersBefore = nullptr;

@@ -60,7 +60,6 @@ class RepCurves : public testing::RepCurveTest {
     return Pair(m, ref, dsp, f, v, amp);
   }
 
-  TestMeasurement m;
   PMeasInfo* first = nullptr;
   PMeasInfo* second = nullptr;
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "records/session.h"
+#include "signal/rep_curves.h"
 
 namespace sondera::testing {
 
@@ -36,6 +37,14 @@ PMeasInfo& RepCurveTest::Pair(const TestMeasurement& m, int refChan, int dspChan
   }
   std::copy(amplitude.begin(), amplitude.end(), pair.enAmp.begin());
   return pair;
+}
+
+void RepCurveTest::AllPoints() {
+  m = Measurement("m1", {10, 20, 40});
+  Pair(m, 1, 2, {10, 20, 30}, {300, 240, 180}, {1.5, 2.5, 3.5});
+  Pair(m, 0, 1, {10, 20}, {200, 160}, {4, 5});
+  Listener deaf;
+  ASSERT_FALSE(AverageCurves(1, 1, deaf));
 }
 
 std::vector<double> Steps(double first, double step, int n) {

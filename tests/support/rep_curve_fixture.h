@@ -17,8 +17,13 @@ class RepCurveTest : public SessionTest {
   PMeasInfo& Pair(const TestMeasurement& m, int refChan, int dspChan, const std::vector<double>& freq,
                   const std::vector<double>& vel, const std::vector<double>& amplitude = {});
 
+  /// Two pairs of a measurement m with three and two points, and the representative curves that take all of them.
+  void AllPoints();
+
   static DispInfo& Global() { return *MeasDB.gDispList.at(1); }
   static DispInfo& Array(int position) { return *MeasDB.aDispList.at(position); }
+
+  TestMeasurement m;
 };
 
 /// first, first + step, ...; n of them.
