@@ -10,6 +10,7 @@
 #include "app/command_words.h"
 #include "app/commands.h"
 #include "app/console.h"
+#include "app/control_reference.h"
 #include "app/script/line.h"
 #include "app/script/script_files.h"
 #include "app/script/values.h"
@@ -59,6 +60,7 @@ Options
                with --format=csv: curves, profile, spectra, masks, figures
   --extend     with --format=: Vs30 also where the ground was not seen to 30 m
   --help       this text; --help script: the words of a script; --help <word>: one of them;
+               --help controls: every control by its name;
                --help completion: for bash
   --version    the version
 
@@ -252,6 +254,7 @@ std::string HelpText() {
 }
 std::string HelpText(const std::string& subject) {
   if (subject == "script") return script::HelpOfWords();
+  if (subject == "controls") return ControlReference();
   if (subject == "completion") return script::BashCompletion();
   return script::HelpOfWord(subject);
 }

@@ -8,8 +8,8 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,9 +46,12 @@ std::string Lower(std::string_view text) {
 
 std::string ReadHeader(Panel p) {
   std::ifstream file(kPanelFolder / (Lower(PanelName(p)) + ".h"));
-  std::stringstream text;
-  text << file.rdbuf();
-  return text.str();
+  std::string text;
+  for (std::string word; file >> word;) {  // line breaks of the formatter do not matter
+    if (!text.empty() && text.back() != '{' && text.back() != '(') text += ' ';
+    text += word;
+  }
+  return text;
 }
 
 /// One declaration as a header states it.
@@ -224,6 +227,87 @@ TEST(Catalogue, ItemsOfARingHaveDistinctLabelsAndValuesThatFitItsKind) {
       }
     }
   }
+}
+
+TEST(Catalogue, EveryControlHasAHintOfOneSentence) {
+  for (Panel p : AllPanels()) {
+    for (ControlId c : ControlsOf(p)) {
+      const std::string hint(c->facts.hint);
+      const std::string where = std::string(PanelName(p)) + "." + std::string(c->name);
+      EXPECT_GE(hint.size(), 10u) << where;
+      EXPECT_TRUE(hint.ends_with(".")) << where << ": " << hint;
+      EXPECT_EQ(hint.find('\n'), std::string::npos) << where;
+      EXPECT_EQ(hint.find(". "), std::string::npos) << where << " has two sentences: " << hint;
+      EXPECT_TRUE(std::isupper(static_cast<unsigned char>(hint[0])) || !std::isalpha(hint[0])) << where;
+      EXPECT_NE(hint, c->label) << where;
+    }
+  }
+}
+
+TEST(Catalogue, ANumberWithAUnitOrARangeHasItInItsHint) {
+  for (Panel p : AllPanels()) {
+    for (ControlId c : ControlsOf(p)) {
+      const Facts& f = c->facts;
+      const std::string where = std::string(PanelName(p)) + "." + std::string(c->name);
+      EXPECT_LT(f.min, f.max) << where;
+      if (c->kind == ControlKind::Numeric || c->kind == ControlKind::Int) {
+        EXPECT_GE(c->number, f.min) << where << " starts outside of its range";
+        EXPECT_LE(c->number, f.max) << where << " starts outside of its range";
+      }
+      if (f.unit == "Hz" || f.unit == "s" || f.unit == "V" || f.unit == "mV" || f.unit == "%") {
+        EXPECT_NE(f.hint.find(f.unit), std::string_view::npos) << where;
+      }
+    }
+  }
+}
+
+TEST(Catalogue, RolesFitTheirKinds) {
+  const auto roles = [](ControlKind kind) -> std::set<Role> {
+    switch (kind) {
+      case ControlKind::Int:
+        return {Role::Plain, Role::ReadOut, Role::Color};
+      case ControlKind::Numeric:
+        return {Role::Plain, Role::ReadOut};
+      case ControlKind::Text:
+        return {Role::Plain, Role::ReadOut, Role::TextBox};
+      case ControlKind::Toggle:
+        return {Role::Plain, Role::Lamp, Role::Latch};
+      default:
+        return {Role::Plain};
+    }
+  };
+  std::map<Role, int> count;
+  for (Panel p : AllPanels()) {
+    for (ControlId c : ControlsOf(p)) {
+      EXPECT_TRUE(roles(c->kind).count(c->facts.role)) << PanelName(p) << "." << c->name;
+      ++count[c->facts.role];
+    }
+  }
+  EXPECT_EQ(count[Role::Color], 8) << "four of each colour scale";
+  EXPECT_EQ(count[Role::Lamp], 1);
+  EXPECT_EQ(count[Role::Latch], 1);
+  EXPECT_EQ(count[Role::TextBox], 4);
+}
+
+TEST(Catalogue, SpokenNamesAreUniqueWithinAWindow) {
+  std::set<std::pair<Panel, std::string>> names;
+  for (Panel p : AllPanels()) {
+    for (ControlId c : ControlsOf(p)) {
+      if (c->kind == ControlKind::Label) continue;  // its text is what is spoken
+      const std::string name = SpokenName(*c);
+      EXPECT_FALSE(name.empty()) << PanelName(p) << "." << c->name;
+      EXPECT_TRUE(names.insert({WindowOf(p), name}).second)
+          << PanelName(p) << "." << c->name << " is called " << name << " like another";
+    }
+  }
+}
+
+TEST(Catalogue, SpokenNamesSayWhatACaptionAloneDoesNot) {
+  EXPECT_EQ(SpokenName(loadtxdata::FILEOPEN_CH2), "File of row 3, browse");
+  EXPECT_EQ(SpokenName(fmodeling::UPDATE_PROFILE4), "Apply All, Density");
+  EXPECT_EQ(SpokenName(mainmenu::LOAD_TWO_CHNL_DATA), "File, Import, ASCII Format Data");
+  EXPECT_EQ(SpokenName(mainmenu::NEW_MEASUREMENT), "File, New");
+  EXPECT_EQ(SpokenName(inversion::NITER), "No. of Iterations") << "dashes, colons and blanks are for the eye";
 }
 
 TEST(Catalogue, TablesHaveColumnTitles) {

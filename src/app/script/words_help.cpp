@@ -119,7 +119,7 @@ std::string BashCompletion() {
 _sondera() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]}
   if [ "$before" = --help ]; then
-    COMPREPLY=($(compgen -W "script completion)" +
+    COMPREPLY=($(compgen -W "script controls completion)" +
          words + R"(" -- "$word"))
   elif [ "$COMP_CWORD" = 1 ]; then
     COMPREPLY=($(compgen -W "run check show plot batch auto export --help --version --batch --yes" -- "$word")

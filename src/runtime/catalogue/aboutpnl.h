@@ -6,8 +6,9 @@
 
 namespace sondera::aboutpnl {
 
-inline constexpr LabelControl ABOUTTEXT{Panel::ABOUTPNL, "ABOUTTEXT", kAppTitle};
-inline constexpr ButtonControl OK{Panel::ABOUTPNL, "OK", "OK"};
+inline constexpr LabelControl ABOUTTEXT{
+    Panel::ABOUTPNL, "ABOUTTEXT", kAppTitle, {.hint = "Name and version of the program."}};
+inline constexpr ButtonControl OK{Panel::ABOUTPNL, "OK", "OK", {.hint = "Closes this box."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&ABOUTTEXT, &OK};

@@ -8,10 +8,20 @@ namespace sondera::analresult {
 inline constexpr ListItem kTables[] = {
     {"Model parameters", 0}, {"Profile", 1}, {"Dispersion curves", 2}, {"Resolution", 3}};
 
-inline constexpr RingControl SEL_RESULT{Panel::ANALRESULT, "SEL_RESULT", "Table", kTables};
-inline constexpr TextControl RESULTS{Panel::ANALRESULT, "RESULTS", "Results"};
-inline constexpr ButtonControl SAVE{Panel::ANALRESULT, "SAVE", "Save"};
-inline constexpr ButtonControl CLOSE{Panel::ANALRESULT, "CLOSE", "Close"};
+inline constexpr RingControl SEL_RESULT{
+    Panel::ANALRESULT,
+    "SEL_RESULT",
+    "Table",
+    kTables,
+    {.hint = "Table that is shown: model parameters, profile, dispersion curves or resolution."}};
+inline constexpr TextControl RESULTS{
+    Panel::ANALRESULT,
+    "RESULTS",
+    "Results",
+    {.hint = "Text of the table for the iteration that the results page shows.", .role = Role::TextBox}};
+inline constexpr ButtonControl SAVE{
+    Panel::ANALRESULT, "SAVE", "Save", {.hint = "Writes the table to a text file."}};
+inline constexpr ButtonControl CLOSE{Panel::ANALRESULT, "CLOSE", "Close", {.hint = "Hides this panel."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&SEL_RESULT, &RESULTS, &SAVE, &CLOSE};

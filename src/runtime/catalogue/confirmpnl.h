@@ -5,9 +5,10 @@
 
 namespace sondera::confirmpnl {
 
-inline constexpr LabelControl QUESTION{Panel::CONFIRMPNL, "QUESTION", "Are you sure ?"};
-inline constexpr ButtonControl YES{Panel::CONFIRMPNL, "YES", "Yes"};
-inline constexpr ButtonControl NO{Panel::CONFIRMPNL, "NO", "No"};
+inline constexpr LabelControl QUESTION{
+    Panel::CONFIRMPNL, "QUESTION", "Are you sure ?", {.hint = "The question that is asked."}};
+inline constexpr ButtonControl YES{Panel::CONFIRMPNL, "YES", "Yes", {.hint = "Answers yes."}};
+inline constexpr ButtonControl NO{Panel::CONFIRMPNL, "NO", "No", {.hint = "Answers no."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&QUESTION, &YES, &NO};

@@ -6,8 +6,9 @@
 
 namespace sondera::devpanel {
 
-inline constexpr RingControl DEVICEID{Panel::DEVPANEL, "DEVICEID", "Board"};
-inline constexpr ButtonControl OK{Panel::DEVPANEL, "OK", "OK"};
+inline constexpr RingControl DEVICEID{
+    Panel::DEVPANEL, "DEVICEID", "Board", {.hint = "Acquisition board that measurements use."}};
+inline constexpr ButtonControl OK{Panel::DEVPANEL, "OK", "OK", {.hint = "Takes the board that is chosen."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&DEVICEID, &OK};

@@ -18,27 +18,101 @@ inline constexpr ListItem kTheoretical[] = {{"Not Displayed", -2}, {"Theoretical
 inline constexpr ListItem kArrayCurves[] = {{"All", -1}};
 inline constexpr ListItem kSideGraphs[] = {{"Profile", 0}, {"Resolution", 1}, {"RMS Error", 2}};
 
-inline constexpr GraphControl CURVES{Panel::EXDTHD, "CURVES", "Experimental and theoretical curves"};
-inline constexpr TextControl COORD{Panel::EXDTHD, "COORD", "Cursor"};
-inline constexpr GraphControl PROFILE{Panel::EXDTHD, "PROFILE", "Profile"};
-inline constexpr RingControl FMDORINV{Panel::EXDTHD, "FMDORINV", "Analysis", kModes, 1};
-inline constexpr RingControl EXDTYPE{Panel::EXDTHD, "EXDTYPE", "Experimental", kExperimental, 1};
-inline constexpr RingControl THDTYPE{Panel::EXDTHD, "THDTYPE", "Theoretical", kTheoretical};
-inline constexpr RingControl ARRAYDISPID{Panel::EXDTHD, "ARRAYDISPID", "Array curve", kArrayCurves};
-inline constexpr RingControl MARKER{Panel::EXDTHD, "MARKER", "Marker", panel_items::kMarkers};
-inline constexpr RingControl COLOR{Panel::EXDTHD, "COLOR", "Colour", panel_items::kColors};
-inline constexpr RingControl ITERNO{Panel::EXDTHD, "ITERNO", "Iteration"};
-inline constexpr RingControl PLOT_INV{Panel::EXDTHD, "PLOT_INV", "Beside the curves", kSideGraphs};
-inline constexpr NumericControl RMSERROR{Panel::EXDTHD, "RMSERROR", "RMS error"};
-inline constexpr TextControl STATUSMSG{Panel::EXDTHD, "STATUSMSG", "Status"};
-inline constexpr TextControl PROCESSMSG{Panel::EXDTHD, "PROCESSMSG", "Process"};
-inline constexpr ButtonControl FMODELPARAM{Panel::EXDTHD, "FMODELPARAM", "Parameters"};
-inline constexpr ButtonControl RUN_FMODEL{Panel::EXDTHD, "RUN_FMODEL", "Run Forward Modeling"};
-inline constexpr ButtonControl RUN_INVERSION{Panel::EXDTHD, "RUN_INVERSION", "Inversion Analysis"};
-inline constexpr ButtonControl HALT{Panel::EXDTHD, "HALT", "Halt"};
-inline constexpr ButtonControl RESULTBOX{Panel::EXDTHD, "RESULTBOX", "Results"};
-inline constexpr ButtonControl REDRAW{Panel::EXDTHD, "REDRAW", "Redraw"};
-inline constexpr ButtonControl CLOSE{Panel::EXDTHD, "CLOSE", "Close"};
+inline constexpr GraphControl CURVES{Panel::EXDTHD,
+                                     "CURVES",
+                                     "Experimental and theoretical curves",
+                                     {.hint = "Experimental and theoretical dispersion curves; a double "
+                                              "click opens the axis dialog, a click reads a place."}};
+inline constexpr TextControl COORD{Panel::EXDTHD,
+                                   "COORD",
+                                   "Cursor",
+                                   {.hint = "Place of the cursor in the units of the axes.",
+                                    .spoken = "Cursor, results page",
+                                    .role = Role::ReadOut}};
+inline constexpr GraphControl PROFILE{Panel::EXDTHD,
+                                      "PROFILE",
+                                      "Profile",
+                                      {.hint = "Profile of shear wave velocity with its band, resolution, or "
+                                               "RMS error of the entries, as chosen beside the curves."}};
+inline constexpr RingControl FMDORINV{
+    Panel::EXDTHD, "FMDORINV", "Analysis",
+    kModes,        1,          {.hint = "Work of this page: forward modelling, or inversion."}};
+inline constexpr RingControl EXDTYPE{Panel::EXDTHD,
+                                     "EXDTYPE",
+                                     "Experimental",
+                                     kExperimental,
+                                     1,
+                                     {.hint = "Experimental curves that are drawn: those of the pairs "
+                                              "(composite), the global curve, the array curves, or none."}};
+inline constexpr RingControl THDTYPE{Panel::EXDTHD,
+                                     "THDTYPE",
+                                     "Theoretical",
+                                     kTheoretical,
+                                     {.hint = "Theoretical curves that are drawn: all, one, or none."}};
+inline constexpr RingControl ARRAYDISPID{Panel::EXDTHD,
+                                         "ARRAYDISPID",
+                                         "Array curve",
+                                         kArrayCurves,
+                                         {.hint = "Array curve that is drawn, or all of them."}};
+inline constexpr RingControl MARKER{Panel::EXDTHD,
+                                    "MARKER",
+                                    "Marker",
+                                    panel_items::kMarkers,
+                                    {.hint = "Marker of the curve that is chosen, 0 to 18; Redraw shows it.",
+                                     .spoken = "Marker, results page"}};
+inline constexpr RingControl COLOR{Panel::EXDTHD,
+                                   "COLOR",
+                                   "Colour",
+                                   panel_items::kColors,
+                                   {.hint = "Colour of the curve that is chosen, 0 to 17; Redraw shows it.",
+                                    .spoken = "Colour, results page"}};
+inline constexpr RingControl ITERNO{
+    Panel::EXDTHD,
+    "ITERNO",
+    "Iteration",
+    {.hint = "Entry that the page shows: an iteration (0 is the starting model) or a starting profile."}};
+inline constexpr RingControl PLOT_INV{Panel::EXDTHD,
+                                      "PLOT_INV",
+                                      "Beside the curves",
+                                      kSideGraphs,
+                                      {.hint = "Graph beside the curves: profile, resolution or RMS error."}};
+inline constexpr NumericControl RMSERROR{
+    Panel::EXDTHD,
+    "RMSERROR",
+    "RMS error",
+    {.hint = "Root mean square of the velocity misfit of the entry that is shown.",
+     .role = Role::ReadOut,
+     .unit = "length/s",
+     .min = 0.0}};
+inline constexpr TextControl STATUSMSG{
+    Panel::EXDTHD,
+    "STATUSMSG",
+    "Status",
+    {.hint = "What the run is doing, the share done and the time left.", .role = Role::TextBox}};
+inline constexpr TextControl PROCESSMSG{
+    Panel::EXDTHD,
+    "PROCESSMSG",
+    "Process",
+    {.hint = "Progress of the run point by point.", .role = Role::TextBox}};
+inline constexpr ButtonControl FMODELPARAM{
+    Panel::EXDTHD,
+    "FMODELPARAM",
+    "Parameters",
+    {.hint = "Opens the panel of layers, receivers and wanted points."}};
+inline constexpr ButtonControl RUN_FMODEL{
+    Panel::EXDTHD,
+    "RUN_FMODEL",
+    "Run Forward Modeling",
+    {.hint = "Computes the theoretical dispersion curves of the layers in the panel."}};
+inline constexpr ButtonControl RUN_INVERSION{
+    Panel::EXDTHD, "RUN_INVERSION", "Inversion Analysis", {.hint = "Opens the panel of the inversion."}};
+inline constexpr ButtonControl HALT{
+    Panel::EXDTHD, "HALT", "Halt", {.hint = "Halts the run after a question; finished iterations stay."}};
+inline constexpr ButtonControl RESULTBOX{
+    Panel::EXDTHD, "RESULTBOX", "Results", {.hint = "Opens the tables of the entry that is shown."}};
+inline constexpr ButtonControl REDRAW{
+    Panel::EXDTHD, "REDRAW", "Redraw", {.hint = "Draws both graphs anew.", .spoken = "Redraw, results page"}};
+inline constexpr ButtonControl CLOSE{Panel::EXDTHD, "CLOSE", "Close", {.hint = "Leaves this page."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {

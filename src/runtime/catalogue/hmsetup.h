@@ -9,13 +9,29 @@
 
 namespace sondera::hmsetup {
 
-inline constexpr TextControl PROJID{Panel::HMSETUP, "PROJID", "Project ID", "ProjID"};
-inline constexpr TextControl MEASID{Panel::HMSETUP, "MEASID", "Measurement ID", "measID"};
-inline constexpr ListControl MEASIDLISTBOX{Panel::HMSETUP, "MEASIDLISTBOX", "Measurements"};
-inline constexpr ButtonControl MEASADD{Panel::HMSETUP, "MEASADD", "Add"};
-inline constexpr ButtonControl MEASUPDATE{Panel::HMSETUP, "MEASUPDATE", "Rename"};
-inline constexpr ButtonControl MEASREMOVE_4{Panel::HMSETUP, "MEASREMOVE_4", "Remove"};
-inline constexpr ButtonControl OK{Panel::HMSETUP, "OK", "OK"};
+inline constexpr TextControl PROJID{
+    Panel::HMSETUP,
+    "PROJID",
+    "Project ID",
+    "ProjID",
+    {.hint = "Id of the project, up to 255 bytes; result files are named by it."}};
+inline constexpr TextControl MEASID{Panel::HMSETUP,
+                                    "MEASID",
+                                    "Measurement ID",
+                                    "measID",
+                                    {.hint = "Id of the measurement, up to 255 bytes; a commit renames it."}};
+inline constexpr ListControl MEASIDLISTBOX{
+    Panel::HMSETUP,
+    "MEASIDLISTBOX",
+    "Measurements",
+    {.hint = "Measurements of the project; the selected one is set up here."}};
+inline constexpr ButtonControl MEASADD{
+    Panel::HMSETUP, "MEASADD", "Add", {.hint = "Adds an empty measurement under this id."}};
+inline constexpr ButtonControl MEASUPDATE{
+    Panel::HMSETUP, "MEASUPDATE", "Rename", {.hint = "Renames the selected measurement to this id."}};
+inline constexpr ButtonControl MEASREMOVE_4{
+    Panel::HMSETUP, "MEASREMOVE_4", "Remove", {.hint = "Removes the selected measurement with its data."}};
+inline constexpr ButtonControl OK{Panel::HMSETUP, "OK", "OK", {.hint = "Hides this panel."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&PROJID,       &MEASID, &MEASIDLISTBOX, &MEASADD, &MEASUPDATE,

@@ -6,9 +6,10 @@
 
 namespace sondera::loadexd {
 
-inline constexpr TextControl FILENAME{Panel::LOADEXD, "FILENAME", "File"};
-inline constexpr ButtonControl LOAD{Panel::LOADEXD, "LOAD", "Load"};
-inline constexpr ButtonControl CANCEL{Panel::LOADEXD, "CANCEL", "Cancel"};
+inline constexpr TextControl FILENAME{
+    Panel::LOADEXD, "FILENAME", "File", {.hint = "File of dispersion curves, .exd."}};
+inline constexpr ButtonControl LOAD{Panel::LOADEXD, "LOAD", "Load", {.hint = "Reads the file."}};
+inline constexpr ButtonControl CANCEL{Panel::LOADEXD, "CANCEL", "Cancel", {.hint = "Hides this panel."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&FILENAME, &LOAD, &CANCEL};

@@ -5,8 +5,8 @@
 
 namespace sondera::messagepnl {
 
-inline constexpr LabelControl MESSAGE{Panel::MESSAGEPNL, "MESSAGE", " "};
-inline constexpr ButtonControl OK{Panel::MESSAGEPNL, "OK", "OK"};
+inline constexpr LabelControl MESSAGE{Panel::MESSAGEPNL, "MESSAGE", " ", {.hint = "The message."}};
+inline constexpr ButtonControl OK{Panel::MESSAGEPNL, "OK", "OK", {.hint = "Closes this box."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&MESSAGE, &OK};

@@ -6,7 +6,8 @@
 
 namespace sondera::panel {
 
-inline constexpr ButtonControl CLOSE{Panel::PANEL, "CLOSE", "Exit"};
+inline constexpr ButtonControl CLOSE{
+    Panel::PANEL, "CLOSE", "Exit", {.hint = "Ends the program after a question."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&CLOSE};
