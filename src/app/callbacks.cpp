@@ -14,6 +14,7 @@
 #include "panels/exdthd.h"
 #include "panels/fmodeling.h"
 #include "panels/gaborpnl.h"
+#include "panels/graph_events.h"
 #include "panels/hmsetup.h"
 #include "panels/inversion.h"
 #include "panels/irfsetpnl.h"
@@ -51,6 +52,7 @@
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/catalogue/panel.h"
 #include "runtime/catalogue/sasw.h"
+#include "runtime/catalogue/tmgrafpnl.h"
 #include "runtime/controls.h"
 #include "runtime/redraw.h"
 
@@ -145,7 +147,7 @@ constexpr CallbackRow kTraces[] = {
     {&sasw::TRACE_ONOFF, TraceOnOffCallback},
     {&sasw::LOG_LINEAR, TraceSettingCallback},
     {&sasw::VOLT_UNIT, TraceSettingCallback},
-    {&sasw::MARKERS_ONOFF, TraceSettingCallback},
+    {&sasw::MARKERS_ONOFF, MarkersOnOffCallback},
     {&sasw::AUTOSCALE_X, TraceSettingCallback},
     {&sasw::AUTOSCALE_Y, TraceSettingCallback},
     {&sasw::REDRAW, RedrawGraphCallback},
@@ -160,10 +162,21 @@ constexpr CallbackRow kTraces[] = {
     {&measpanel::TRACE_ONOFF, TraceOnOffCallback},
     {&measpanel::LOG_LINEAR, TraceSettingCallback},
     {&measpanel::VOLT_UNIT, TraceSettingCallback},
-    {&measpanel::MARKERS_ONOFF, TraceSettingCallback},
+    {&measpanel::MARKERS_ONOFF, MarkersOnOffCallback},
     {&measpanel::AUTOSCALE_X, TraceSettingCallback},
     {&measpanel::AUTOSCALE_Y, TraceSettingCallback},
     {&measpanel::REDRAW, RedrawGraphCallback},
+};
+
+constexpr CallbackRow kGraphs[] = {
+    {&measpanel::DISPLAY_A, DisplayCallback},
+    {&measpanel::DISPLAY_B, DisplayCallback},
+    {&sasw::DISPLAY_A, DisplayCallback},
+    {&sasw::DISPLAY_B, DisplayCallback},
+    {&dispcurv::DISPGRAPH, SetupDispCurveCallback},
+    {&exdthd::CURVES, SetupEXDTHDCallback},
+    {&exdthd::PROFILE, SetupEXDTHDCallback},
+    {&tmgrafpnl::TOMOGRAF, TomoGrafGraphCallback},
 };
 
 constexpr CallbackRow kMasking[] = {
@@ -207,7 +220,6 @@ constexpr CallbackRow kDispersion[] = {
     {&dispcurv::COLOR, DispCurveColorCallback},
     {&dispcurv::MARKER, DispCurveMarkerCallback},
     {&dispcurv::DISPCURVTYPE, SetDispCurveTypeCallback},
-    {&dispcurv::DISPGRAPH, SetupDispCurveCallback},
     {&dispcurv::REDRAW, RedrawDispCurvCallback},
     {&meassetup::HYX_WLENFILTER, UpdateWLenFilterCallback},
     {&meassetup::RSPACING, RSpacingOptionCallback},
@@ -302,6 +314,7 @@ void InstallCallbacks() {
   Install(kMeasurements);
   Install(kImport);
   Install(kTraces);
+  Install(kGraphs);
   Install(kMasking);
   Install(kFiltration);
   Install(kGabor);
@@ -313,7 +326,11 @@ void InstallCallbacks() {
   Install(kInversion);
 
   RedrawHandlers redraw;
-  redraw.doPlotting = DrawTraces;
+  redraw.doPlotting = [](int page) {
+    const int result = DrawTraces(page);
+    RenewMarkers(page);
+    return result;
+  };
   redraw.doPreviewPlotting = DrawPreview;
   redraw.dispCurvPlot = DrawDispCurvPage;
   InstallRedrawHandlers(std::move(redraw));

@@ -7,8 +7,10 @@
 #include "numeric/process_end.h"
 #include "panels/hwsetup.h"
 #include "panels/irfsetpnl.h"
+#include "panels/mainmenu_project.h"
 #include "panels/meassetup.h"
 #include "panels/panels_state.h"
+#include "panels/project_doors.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"
 #include "records/model_records.h"
@@ -19,6 +21,7 @@
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/meassetup.h"
+#include "runtime/project_hooks.h"
 #include "runtime/runtime_state.h"
 #include "signal/signal_state.h"
 
@@ -74,10 +77,13 @@ void StartSession() {
   ResetProgramState();
   InstallCallbacks();
   InstallLastStep(OfferSave);
+  InstallProjectHooks(
+      {ProjectDiffersFromSaved, TakeProjectAsSaved, SaveProjectFile, OpenProjectFile, AskAndOpenProjectFile});
   FindDevices();
   DisplayPanel(Panel::PANEL);
   InitVariables();
   SetActiveTabPage(Panel::PANEL, HasDevice() ? 0 : 1);
+  TakeProjectAsSaved();
 }
 
 }  // namespace sondera

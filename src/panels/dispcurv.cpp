@@ -1,15 +1,14 @@
 // dispcurv.cpp - see dispcurv.h. Owns no state.
 #include "panels/dispcurv.h"
 
-#include <cmath>
 #include <string>
 
+#include "panels/graph_events.h"
 #include "records/curve_labels.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/graphs.h"
 #include "runtime/redraw.h"
-#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -37,12 +36,6 @@ int StoreRingIndex(const RingControl& ring, int PMeasInfo::*field) {
   if (!pair || GetCtrlIndex(ring) < 0) return -1;
   pair->*field = GetCtrlIndex(ring);
   return 0;
-}
-
-std::string CoordinateText(double value) {
-  const double size = std::fabs(value);
-  if (size >= 1.0) return FormatText("%.2lf", value);
-  return FormatText(size >= 0.0001 || size == 0.0 ? "%.4lf" : "%.4le", value);
 }
 
 }  // namespace
@@ -99,9 +92,7 @@ int SetupDispCurveCallback(Panel, ControlId, Event event, long) {
     Commit(mainmenu::DISP_CV_AXIS_ATTR_MENU);  // fills the dialog
     DisplayPanel(Panel::DSP_MSCALE);
   } else if (event == Event::Commit) {
-    const CursorModel cursor = GetGraphCursor(dispcurv::DISPGRAPH, 1);
-    SetCtrlVal(dispcurv::COORD,
-               FormatText("(%s, %s)", CoordinateText(cursor.x).c_str(), CoordinateText(cursor.y).c_str()));
+    SetCtrlVal(dispcurv::COORD, ClickText(dispcurv::DISPGRAPH));
   }
   return 0;
 }

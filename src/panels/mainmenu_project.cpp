@@ -76,8 +76,16 @@ int LoadProject() {
   }
   DoPlotting(0);
   DoPlotting(1);
+  TakeProjectAsSaved();
   if (!opened) return Refuse(outOfReach ? reason + "." : "File does not exist.");
   return TellOutcome(NotReadWhole(path, file), file);
+}
+
+/// Of the bytes that a save would write.
+std::uint64_t DigestOfProject() {
+  AtomicWriter digest{AtomicWriter::DigestOnly{}};
+  StoreProject(digest);
+  return digest.Digest();
 }
 
 /// A save that runs out of memory has failed like any other.
@@ -106,6 +114,7 @@ int SaveProject(bool backUp) {
     return -1;
   }
   ShowFileTitle(path);
+  TakeProjectAsSaved();
   if (!backedUp)
     MessagePopup(session.appTitle,
                  "The project is saved, but its former state could not be kept. " + noBackup + ".");
@@ -224,6 +233,14 @@ bool WriteProjectFile(const std::string& path, std::string& reason) {
   return WriteProjectFile(path, ReadEntryLists(), reason);
 }
 
+void TakeProjectAsSaved() {
+  session.savedDigest = DigestOfProject();
+}
+
+bool ProjectDiffersFromSaved() {
+  return DigestOfProject() != session.savedDigest;
+}
+
 void ShowFileTitle(const std::string& path) {
   SetPanelTitle(Panel::PANEL, session.appTitle + " - " + path);
 }
@@ -266,6 +283,7 @@ int NewMeasurementCallback(Panel, ControlId, Event event, long) {
   session.readInPart = false;
   ForgetDamagedProject();
   SetPanelTitle(Panel::PANEL, session.appTitle);
+  TakeProjectAsSaved();
   return 0;
 }
 

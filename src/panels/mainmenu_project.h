@@ -32,6 +32,11 @@ int SaveAsRawData();
 void StoreProject(AtomicWriter& file);
 bool WriteProjectFile(const std::string& path, std::string& reason);
 
+/// The project is taken as saved as it stands: after a load, a save, and the beginning of a session or a project.
+void TakeProjectAsSaved();
+/// A save would write other bytes than it would have written then. Compares digests (session.savedDigest).
+bool ProjectDiffersFromSaved();
+
 /// All four sections from an open reader into the database, and onto the panels: the first measurement, the lists of
 /// results, the settings of the forward model. Shows no box but the questions about ids that are taken. What was
 /// wrong: file.Trouble().

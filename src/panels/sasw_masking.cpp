@@ -10,6 +10,7 @@
 #include "numeric/scale_arithmetic.h"
 #include "panels/sasw_mask_list.h"
 #include "panels/trace_selection.h"
+#include "panels/trace_windows.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
@@ -20,62 +21,9 @@
 namespace sondera {
 namespace {
 
-constexpr int kWindowA = 0, kWindowB = 1, kBothWindows = 2;
 constexpr int kTwoMarkers = 2;
-constexpr int kMarker1Color = 0xFF00FF, kMarker2Color = 0xFF0000;
 constexpr int kMaskColor = 0xFFFF;
 constexpr double kHalfCircle = 180.0;  // degrees
-
-/// Controls of one window on one page.
-struct WindowControls {
-  const GraphControl& graph;
-  const TextControl& marker1;
-  const TextControl& marker2;
-  const TextControl& deltaX;
-  const RingControl& measID;
-  const RingControl& refChannel;
-  const RingControl& channel;
-};
-
-WindowControls ControlsOfWindow(Panel panel, int window) {
-  const bool a = window == kWindowA;
-  if (panel == Panel::MEASPANEL) {
-    using namespace measpanel;
-    return a ? WindowControls{DISPLAY_A, DISPAMARKER1COORD, DISPAMARKER2COORD, DISPADELTAX,
-                              DISPAID,   DISPA_REFCHNL,     DISPACHNL}
-             : WindowControls{DISPLAY_B, DISPBMARKER1COORD, DISPBMARKER2COORD, DISPBDELTAX,
-                              DISPBID,   DISPB_REFCHNL,     DISPBCHNL};
-  }
-  using namespace sasw;
-  return a ? WindowControls{DISPLAY_A, DISPAMARKER1COORD, DISPAMARKER2COORD, DISPADELTAX,
-                            DISPAID,   DISPA_REFCHNL,     DISPACHNL}
-           : WindowControls{DISPLAY_B, DISPBMARKER1COORD, DISPBMARKER2COORD, DISPBDELTAX,
-                            DISPBID,   DISPB_REFCHNL,     DISPBCHNL};
-}
-
-/// Window numbers 0, 1 or both.
-std::vector<int> Windows(int window) {
-  if (window == kBothWindows) return {kWindowA, kWindowB};
-  return {window == kWindowB ? kWindowB : kWindowA};
-}
-
-DisplayRecord& DisplayOf(int window) {
-  return session.display[static_cast<std::size_t>(window)];
-}
-
-const RingControl& MarkerCount(Panel panel) {
-  return panel == Panel::MEASPANEL ? measpanel::MARKERS_ONOFF : sasw::MARKERS_ONOFF;
-}
-
-/// Of the curves on a graph the one of the phase in DISPCURV_OPTION, known by its legend; else the first.
-const PlotModel* CurveInUse(const GraphControl& graph) {
-  const auto& plots = GraphOf(graph).plots;
-  if (plots.empty()) return nullptr;
-  const std::string wanted = GetLabelFromIndex(sasw::DISPCURV_OPTION, GetCtrlIndex(sasw::DISPCURV_OPTION));
-  const auto found =
-      std::find_if(plots.begin(), plots.end(), [&](const PlotModel& p) { return p.legend == wanted; });
-  return found == plots.end() ? &plots.front() : &*found;
-}
 
 /// Step of a curve's abscissas; 0 for a curve of fewer than two points.
 double StepOf(const PlotModel& curve) {
@@ -98,14 +46,19 @@ void PutMarkerOnLine(const GraphControl& graph, int marker, double freq) {
   const int count = static_cast<int>(std::min(curve->x.size(), curve->y.size()));
   if (step == 0.0 || count == 0) return;
   const int index = std::clamp(TruncToInt((freq - curve->x.front()) / step), 0, count - 1);
-  const auto at = static_cast<std::size_t>(index);
-  SetGraphCursor(graph, marker, curve->x[at], curve->y[at]);
+  PutCursorOnPlot(graph, marker, curve->handle, index);
 }
 
 void ClearMaskingFields() {
   SetCtrlVal(sasw::MASKING_FREQINIT, 0.0);
   SetCtrlVal(sasw::MASKING_FREQFINAL, 0.0);
   SetCtrlVal(sasw::MASKING_JUMPNO, 0);
+}
+
+bool IsPicked(const MaskingInfo& mask) {
+  const PickedMask& picked = session.selMask;
+  return mask.key == picked.key && mask.refChan == picked.refChan && mask.dspChan == picked.dspChan &&
+         mask.freqInit == picked.freqInit && mask.freqFinal == picked.freqFinal;
 }
 
 /// Measurement key and channels that a window shows; key -1 for none.
@@ -257,10 +210,7 @@ void TurnOnDualMarkers(int window) {
 
 void SetDualMarkers(const GraphControl& graph) {
   SetCursorCount(graph, kTwoMarkers);
-  GraphModel& model = GraphOf(graph);
-  model.cursors[0].color = kMarker1Color;
-  model.cursors[1].color = kMarker2Color;
-  ++model.revision;
+  for (const int marker : {1, 2}) SetCursorColor(graph, marker, MarkerColor(marker));
 }
 
 void TurnOffMarkers(Panel panel, int window) {
@@ -284,7 +234,8 @@ int DoPlotMasking(const GraphControl& graph) {
     int drawn = 0;
     for (const MaskingInfo& mask : MeasDB.maskingList) {
       if (mask.key != shown.key || mask.refChan != shown.refChan || mask.dspChan != shown.dspChan) continue;
-      PlotRectangle(graph, mask.freqInit, kHalfCircle, mask.freqFinal, -kHalfCircle, kMaskColor, kMaskColor);
+      PlotRectangle(graph, mask.freqInit, kHalfCircle, mask.freqFinal, -kHalfCircle, kMaskColor, kMaskColor,
+                    std::to_string(mask.jumpNo), IsPicked(mask));
       ++drawn;
     }
     return drawn;

@@ -15,6 +15,7 @@
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
 #include "runtime/graphs.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -97,6 +98,16 @@ int DrawGaborMap(const GraphControl& graph, const PMeasInfo* pair) {
   return 0;
 }
 
+/// "site[1:2] Freq Resp (Phase)" for a pair, "site[2] Time Trace" for a channel; channels from 1.
+std::string TitleOf(const GraphOfTrace& g, const Shown& shown, DisplayType type) {
+  const std::string what = GetLabelFromIndex(g.type, GetCtrlIndex(g.type));
+  const bool ofChannel = type == DisplayType::TimeTrace || type == DisplayType::LinearPhase ||
+                         type == DisplayType::LinearAmplitude || type == DisplayType::PowerSpectrum;
+  const char* measID = shown.records.measID.c_str();
+  return ofChannel ? FormatText("%s[%d] %s", measID, shown.dspChan + 1, what.c_str())
+                   : FormatText("%s[%d:%d] %s", measID, shown.refChan + 1, shown.dspChan + 1, what.c_str());
+}
+
 void RecordDisplay(const Shown& shown, Trace trace, DisplayType type) {
   DisplayRecord& record = session.display[static_cast<std::size_t>(trace)];
   record.key = shown.key;
@@ -109,10 +120,12 @@ void RecordDisplay(const Shown& shown, Trace trace, DisplayType type) {
 int DrawTrace(int page, Trace trace) {
   const GraphOfTrace g = GraphFor(page, trace);
   DeleteGraphPlot(g.graph);
+  SetGraphTitle(g.graph, "");
   Shown shown;
   if (!FindShown(g, shown)) return -1;
   const auto type = static_cast<DisplayType>(GetCtrlVal(g.type));
   RecordDisplay(shown, trace, type);
+  SetGraphTitle(g.graph, TitleOf(g, shown, type));
 
   if (IsOfPhase(type)) BringBandLimitsUpToDate(*shown.records.hwSetup);
   if (IsOfPair(type)) {

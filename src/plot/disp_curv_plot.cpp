@@ -10,6 +10,7 @@
 #include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
+#include "records/selection.h"
 #include "records/session.h"
 #include "runtime/graphs.h"
 
@@ -80,16 +81,22 @@ AxisRange AutoRange(const std::vector<PageCurve>& curves, std::size_t quantity, 
   return range;
 }
 
+/// Of velocity, frequency, wavelength, in the unit of length of the session.
+std::string UnitOf(std::size_t quantity) {
+  if (quantity == 1) return "Hz";
+  const std::string name = LengthUnitName(session.lengthUnit);
+  const std::string length = name == "meter" ? "m" : name;
+  return quantity == 0 ? length + "/s" : length;
+}
+
 void SetUpAxis(const GraphControl& graph, const std::vector<PageCurve>& composite, bool xAxis,
                AxisRecord& record) {
   const std::size_t quantity = Quantity(xAxis ? record.xType : record.yType);
   const bool linear = (xAxis ? record.xLinear : record.yLinear) != 0;
   if ((xAxis ? record.xAutoScale : record.yAutoScale) != 0)
     record.range[quantity] = AutoRange(composite, quantity, linear);
-  GraphModel& model = GraphOf(graph);
-  AxisModel& axis = xAxis ? model.xAxis : model.yAxis;
-  axis.label = kQuantityNames[quantity];
-  axis.logarithmic = !linear;
+  SetAxisLabel(graph, xAxis, kQuantityNames[quantity], UnitOf(quantity));
+  SetAxisLogarithmic(graph, xAxis, !linear);
   SetAxisRange(graph, xAxis, record.range[quantity].min, record.range[quantity].max);
 }
 

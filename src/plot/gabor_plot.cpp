@@ -52,9 +52,8 @@ void PlotGaborMap(const GraphControl& graph, const PMeasInfo& pair) {
   IntensityModel image = GaborImage(pair);
   SetAxisRange(graph, true, image.xMin, image.xMax);
   SetAxisRange(graph, false, image.yMin, image.yMax);
-  GraphModel& model = GraphOf(graph);
-  model.xAxis.label = "Frequency, Hz";
-  model.yAxis.label = "Time, sec";
+  SetAxisLabel(graph, true, "Frequency", "Hz");
+  SetAxisLabel(graph, false, "Time", "sec");
   PlotIntensity(graph, std::move(image));
 }
 

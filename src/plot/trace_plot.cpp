@@ -28,8 +28,8 @@ std::vector<double> Abscissas(const HWSetup& hw, bool time, int n) {
 void AddTrace(const TraceView& view, const std::vector<double>& x, const std::vector<double>& y, int color,
               const char* legend) {
   const auto n = static_cast<std::ptrdiff_t>(std::min(x.size(), y.size()));
-  PlotXY(view.graph, {x.begin(), x.begin() + n}, {y.begin(), y.begin() + n}, PlotStyle::Line, 0, color,
-         legend);
+  PlotXY(view.graph, {x.begin(), x.begin() + n}, {y.begin(), y.begin() + n}, PlotStyle::Line, kNoMarker,
+         color, legend);
 }
 
 /// Displays of a pair: the curves whose box is on; with none on, the one in use.
@@ -69,10 +69,47 @@ void PlotChannelTrace(const TraceView& view) {
   AddTrace(view, Abscissas(hw, IsOverTime(view.type), n), y, kColorOriginal, "");
 }
 
+/// Unit of the ordinates; none for ratios.
+std::string_view UnitOfType(DisplayType type) {
+  switch (type) {
+    case DisplayType::TimeTrace:
+    case DisplayType::LinearAmplitude:
+      return "V";
+    case DisplayType::PowerSpectrum:
+    case DisplayType::CrossAmplitude:
+      return "V^2";
+    default:
+      return IsOfPhase(type) ? "degrees" : "";
+  }
+}
+
+/// Divisions of an axis, and the prefix of its larger limit for units that take one.
+void DivideAxis(const GraphControl& graph, bool xAxis, bool takesPrefix) {
+  const GraphLimits limits = LimitsInForce(GraphOf(graph));
+  const AxisLimits& axis = xAxis ? limits.x : limits.y;
+  std::string prefix;
+  double factor = 1.0;
+  if (takesPrefix && axis.known)
+    GetUnitStr(std::max(std::fabs(axis.min), std::fabs(axis.max)), &prefix, &factor);
+  SetAxisPrefix(graph, xAxis, prefix, factor);
+  int divisions = 0;
+  EstimateNoDiv(axis.min / factor, axis.max / factor, 0, &divisions);
+  SetAxisDivisions(graph, xAxis, divisions);
+}
+
+void LabelAxes(const TraceView& view) {
+  const bool time = IsOverTime(view.type);
+  const std::string_view unit = UnitOfType(view.type);
+  SetAxisLabel(view.graph, true, time ? "Time" : "Frequency", time ? "sec" : "Hz");
+  SetAxisLabel(view.graph, false, IsOfPhase(view.type) ? std::string("Phase") : view.typeLabel, unit);
+  DivideAxis(view.graph, true, true);
+  DivideAxis(view.graph, false, unit == "V");
+}
+
 }  // namespace
 
 void ScaleTraceAxes(const TraceView& view) {
-  GraphModel& model = GraphOf(view.graph);
+  const GraphModel& model = GraphOf(view.graph);
   double lo = INFINITY, hi = -INFINITY;
   for (const PlotModel& plot : model.plots) {
     for (std::size_t i = plot.y.size() > 10 ? kLowBins : 0; i < plot.y.size(); ++i) {
@@ -90,8 +127,7 @@ void ScaleTraceAxes(const TraceView& view) {
     if (hi > lo) CalcNiceMinMax(lo, hi, 0, &niceLo, &niceHi);
     SetAxisRange(view.graph, false, niceLo, niceHi);
   }
-  model.xAxis.label = IsOverTime(view.type) ? "Time, sec" : "Frequency, Hz";
-  model.yAxis.label = IsOfPhase(view.type) ? "Phase, degrees" : view.typeLabel;
+  LabelAxes(view);
 }
 
 void PlotTrace(const TraceView& view) {

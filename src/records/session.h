@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,7 +48,7 @@ struct DisplayRecord {
   int markersOnOff = 0;
   int autoScaleX = 1;
   int autoScaleY = 1;
-  int maskingOn = 0;  ///< masks are drawn on this trace
+  int maskingOn = 1;  ///< masks are drawn on this trace
   int active = 0;
 };
 
@@ -82,9 +83,10 @@ struct Session {
   std::string appTitle{kAppTitle};   ///< first argument of every box
   std::string curProjID = "ProjID";  ///< current selection
   std::string curMeasID = "measID";
-  std::string projectFileName;  ///< empty: never saved
-  LockFile projectLock;         ///< of projectFileName, while it is open and where there are locks
-  bool readInPart = false;      ///< the open file was damaged: what stands in it is more than what was read
+  std::string projectFileName;    ///< empty: never saved
+  LockFile projectLock;           ///< of projectFileName, while it is open and where there are locks
+  std::uint64_t savedDigest = 0;  ///< of the project as last read or written (panels/mainmenu_project.h)
+  bool readInPart = false;        ///< the open file was damaged: what stands in it is more than what was read
   std::string damagedFile;   ///< what was opened could not be read, or not whole: it holds more than was read
   bool damagedKept = false;  ///< that file has its copy ".damaged"
   std::string resultFolder;  ///< where runs leave their files; empty: the current folder

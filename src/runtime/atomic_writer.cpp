@@ -70,6 +70,18 @@ void ForEachTemporary(const std::string& target, Act act) {
   }
 }
 
+/// Takes bytes into a digest, eight at a time.
+std::uint64_t MixIn(std::uint64_t digest, const char* bytes, std::size_t count) {
+  constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15u;  // of the golden ratio: spreads each bit
+  for (std::size_t i = 0; i < count; i += sizeof(std::uint64_t)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes + i, std::min(sizeof word, count - i));
+    digest = (std::rotl(digest, 23) ^ word) * kOdd;
+    digest ^= digest >> 29;
+  }
+  return digest * kOdd + count;
+}
+
 }  // namespace
 
 AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
@@ -79,6 +91,10 @@ AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
     Discard();
     throw;
   }
+}
+
+AtomicWriter::AtomicWriter(DigestOnly) : digestOnly_(true) {
+  buffer_.resize(kBufferBytes);
 }
 
 AtomicWriter::~AtomicWriter() {
@@ -142,6 +158,10 @@ bool AtomicWriter::SameAsTarget() {
 }
 
 void AtomicWriter::WriteThrough(const char* bytes, std::size_t count) {
+  if (digestOnly_) {
+    digest_ = MixIn(digest_, bytes, count);
+    return;
+  }
   if (Ok() && !WriteFile(fd_, bytes, count)) Fail("write", path_, errno);
 }
 
@@ -188,6 +208,11 @@ void AtomicWriter::Printf(const char* format, ...) {
   va_end(arguments);
 }
 
+std::uint64_t AtomicWriter::Digest() {
+  Drain();
+  return digest_;
+}
+
 void AtomicWriter::WriteOut() {
   if (Ok() && !finished_) Drain();
 }
@@ -206,6 +231,7 @@ bool AtomicWriter::Finish(bool flushToDisk) {
 }
 
 bool AtomicWriter::Commit(bool flushToDisk) {
+  if (digestOnly_) return false;
   if (committed_ || !Finish(flushToDisk)) return Ok();
   committed_ = Place();
   if (committed_) {

@@ -27,6 +27,9 @@ class AtomicWriter {
  public:
   /// Opens a temporary file `<name>.saving-<process>-<number>` beside the target.
   explicit AtomicWriter(const std::string& path);
+  /// Writes nothing: only Digest() and Written() tell of what came.
+  struct DigestOnly {};
+  explicit AtomicWriter(DigestOnly);
   /// Without a successful Commit(): removes the temporary file.
   ~AtomicWriter();
   AtomicWriter(const AtomicWriter&) = delete;
@@ -49,6 +52,10 @@ class AtomicWriter {
 
   /// Bytes written so far, those in the buffer included.
   std::int64_t Written() const { return written_; }
+
+  /// Of a writer for the digest only: a number for the bytes so far, equal for equal writes, and in all likelihood
+  /// for no others.
+  std::uint64_t Digest();
 
   /// Gives the new file mode, owner and group (where the system allows it) and times of another one, in place
   /// of those that it would have. Before Commit().
@@ -93,6 +100,8 @@ class AtomicWriter {
   bool targetExists_ = false;
   bool finished_ = false;  // the temporary file is whole and closed
   bool committed_ = false;
+  bool digestOnly_ = false;
+  std::uint64_t digest_ = 0;
 };
 
 /// Text file on top of AtomicWriter, for the places of a plain open for writing: nothing is flushed to disk,

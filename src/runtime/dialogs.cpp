@@ -9,8 +9,16 @@
 namespace sondera {
 namespace {
 
+/// Answers that wait, one of each kind.
+struct LaidAnswers {
+  std::optional<FileChoice> file;
+  std::optional<bool> confirm;
+  std::optional<std::optional<std::string>> prompt;
+};
+
 struct DialogState {
   FrontEnd frontEnd;
+  LaidAnswers laid;
   int messages = 0;
   std::string lastMessage;
 };
@@ -45,22 +53,47 @@ int ShowRefusal(const Refusal& refusal) {
 }
 
 bool ConfirmPopup(std::string_view title, std::string_view text) {
+  if (state.laid.confirm) return *std::exchange(state.laid.confirm, std::nullopt);
   FlushChanges();
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
 }
 
 std::optional<std::string> PromptPopup(std::string_view title, std::string_view text, int maxLength) {
-  FlushChanges();
-  if (!state.frontEnd.prompt) return std::nullopt;
-  auto answer = state.frontEnd.prompt(title, text, maxLength);
+  std::optional<std::string> answer;
+  if (state.laid.prompt) {
+    answer = *std::exchange(state.laid.prompt, std::nullopt);
+  } else {
+    FlushChanges();
+    if (state.frontEnd.prompt) answer = state.frontEnd.prompt(title, text, maxLength);
+  }
   if (answer && maxLength >= 0 && answer->size() > static_cast<std::size_t>(maxLength))
     answer->resize(static_cast<std::size_t>(maxLength));
   return answer;
 }
 
 FileChoice FileSelectPopup(const FileRequest& request) {
+  if (state.laid.file) return *std::exchange(state.laid.file, std::nullopt);
   FlushChanges();
   return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
+}
+
+struct OneShotAnswers::Laid : LaidAnswers {};
+
+OneShotAnswers::OneShotAnswers() : former_(std::make_unique<Laid>(Laid{std::exchange(state.laid, {})})) {}
+OneShotAnswers::~OneShotAnswers() {
+  state.laid = std::move(*former_);
+}
+OneShotAnswers& OneShotAnswers::File(FileChoice choice) {
+  state.laid.file = std::move(choice);
+  return *this;
+}
+OneShotAnswers& OneShotAnswers::Confirm(bool yes) {
+  state.laid.confirm = yes;
+  return *this;
+}
+OneShotAnswers& OneShotAnswers::Prompt(std::optional<std::string> text) {
+  state.laid.prompt = std::move(text);
+  return *this;
 }
 
 int MessageCount() {

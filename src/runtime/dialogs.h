@@ -6,6 +6,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -67,6 +68,26 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
 
 /// Asks for a file. See FileChoice.
 FileChoice FileSelectPopup(const FileRequest& request);
+
+/// Answers that the next dialogs get without being shown, one of each kind: for whoever has asked a person before and
+/// then presses a control that asks again. An answer that nobody has asked for is dropped at the end, and answers laid
+/// out before wait again.
+class OneShotAnswers {
+ public:
+  OneShotAnswers();
+  ~OneShotAnswers();
+  OneShotAnswers(const OneShotAnswers&) = delete;
+  OneShotAnswers& operator=(const OneShotAnswers&) = delete;
+
+  OneShotAnswers& File(FileChoice choice);
+  OneShotAnswers& Confirm(bool yes);
+  /// An empty optional cancels.
+  OneShotAnswers& Prompt(std::optional<std::string> text);
+
+ private:
+  struct Laid;
+  std::unique_ptr<Laid> former_;
+};
 
 /// Messages shown since the process began, and the latest text. A script compares the count before and after
 /// a command to learn whether the command complained.

@@ -1,7 +1,10 @@
-// graphs.h - what is on a graph, without a toolkit: plots, axes, cursors, rectangles, an intensity map.
+// graphs.h - what is on a graph, without a toolkit: plots, axes, cursors, rectangles, an intensity map; and the events
+// of the mouse over it.
 //
-// Plotting code fills these models; a window draws them and has no opinion on what is in them; tests and exporters
-// read them. One model stands behind each GraphControl.
+// Plotting code fills these models by the functions below; a window draws them and has no opinion on what is in them;
+// tests and exporters read them. One model stands behind each GraphControl. Each change counts the model's revision up
+// and is noted (ChangeKind::Graph, runtime/changes.h). A front end asks for the model anew at each event: plots come
+// and go, and a reset empties the model.
 #pragma once
 
 #include <array>
@@ -14,14 +17,26 @@
 namespace sondera {
 
 enum class PlotStyle : int { Line, Scatter, ConnectedPoints, Steps };
+enum class LineDash : int { Solid, Dashed, Dotted, DashDotted };
 
-/// One curve. marker is an index into the marker shapes, colour 0xRRGGBB.
-struct PlotModel {
+inline constexpr int kNoMarker = -1;
+
+/// How a curve is drawn. marker is an index into the marker shapes (catalogue/items.h, kMarkers) or kNoMarker, colour
+/// 0xRRGGBB, width in pixels at scale 1.
+struct PlotLook {
+  PlotStyle style = PlotStyle::Line;
+  int marker = kNoMarker;
+  int color = 0;
+  double width = 1.0;
+  LineDash dash = LineDash::Solid;
+  bool visible = true;
+  bool inLegend = true;  ///< shown in the legend, if it has a text there
+};
+
+/// One curve. x and y are of one length; a point that is not finite is a gap.
+struct PlotModel : PlotLook {
   int handle = 0;
   std::vector<double> x, y;
-  PlotStyle style = PlotStyle::Line;
-  int marker = 0;
-  int color = 0;
   std::string legend;
 };
 
@@ -30,6 +45,8 @@ struct RectangleModel {
   int handle = 0;
   double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
   int frameColor = 0, fillColor = 0;
+  std::string label;      ///< text in it (number of jumps of a mask)
+  bool selected = false;  ///< drawn with a mark (the picked mask)
 };
 
 /// Entry of a colour map: from this level on, this colour; colours between entries are blended.
@@ -38,20 +55,27 @@ struct ColorLevel {
   int color = 0;
 };
 
-/// Intensity image, z[column * rows + row]; the true ranges of both axes are given beside it.
+/// Intensity image, z[column * rows + row]; the true ranges of both axes are given beside it. A cell that is NaN has
+/// no value and no colour.
 struct IntensityModel {
   std::vector<double> z;
   int columns = 0, rows = 0;
   double xMin = 0, xMax = 0, yMin = 0, yMax = 0;
   std::vector<ColorLevel> colorMap;
+  bool interpolate = true;  ///< colours go over smoothly between cells
+  std::string label, unit;  ///< of the value
 };
 
 struct AxisModel {
   bool autoScale = true;
   bool logarithmic = false;
   bool reversed = false;
-  double min = 0.0, max = 0.0;  ///< limits in force; with autoScale those of the data
-  std::string label;
+  double min = 0.0, max = 0.0;  ///< with autoScale no meaning, see LimitsInForce
+  std::string label;            ///< name of the quantity, without its unit
+  std::string unit;             ///< "Hz"; a prefix goes in front of it
+  std::string prefix;           ///< "k", "m" ... of the numbers at the ticks
+  double factor = 1.0;          ///< numbers at the ticks are divided by it; limits, plots and cursors are not
+  int divisions = 0;            ///< intervals between the ticks of a linear axis; 0: as the front end likes
 };
 
 struct CursorModel {
@@ -62,37 +86,98 @@ struct CursorModel {
 };
 
 struct GraphModel {
+  std::string title;
   std::vector<PlotModel> plots;
   std::vector<RectangleModel> rectangles;
   std::optional<IntensityModel> intensity;
   AxisModel xAxis, yAxis;
   std::vector<CursorModel> cursors;
   int nextHandle = 1;
-  int revision = 0;  ///< counts up on each change that should be drawn
+  int revision = 0;  ///< counts up on each change, a reset included
 };
 
-/// The model behind a control; made empty when first asked for.
-GraphModel& GraphOf(const GraphControl& c);
+/// The model behind a control; empty when nothing was drawn yet. The reference stays good, what is in it does not.
+const GraphModel& GraphOf(const GraphControl& c);
 /// For front ends, which have the control without its type. Null for another kind.
-GraphModel* FindGraph(const Control& c);
+const GraphModel* FindGraph(const Control& c);
+
+// ---- plots, rectangles, image ---------------------------------------------------------------------------
 
 /// Adds a curve; returns its handle (from 1).
+int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y, const PlotLook& look,
+           std::string legend = {});
 int PlotXY(const GraphControl& c, std::vector<double> x, std::vector<double> y,
-           PlotStyle style = PlotStyle::Line, int marker = 0, int color = 0, std::string legend = {});
+           PlotStyle style = PlotStyle::Line, int marker = kNoMarker, int color = 0, std::string legend = {});
 int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double y2, int frameColor,
-                  int fillColor);
+                  int fillColor, std::string label = {}, bool selected = false);
+/// Marks one rectangle as the selected one; 0 marks none.
+void SelectRectangle(const GraphControl& c, int handle);
 void PlotIntensity(const GraphControl& c, IntensityModel image);
-/// Removes one plot or rectangle, or with handle -1 everything on the graph but its axes.
+/// Removes one plot or rectangle, or with handle -1 everything on the graph but its axes, title and cursors. Cursors
+/// on a plot that goes stay where they are, on no plot.
 void DeleteGraphPlot(const GraphControl& c, int handle = -1);
+void SetGraphTitle(const GraphControl& c, std::string_view title);
+
+// ---- axes -----------------------------------------------------------------------------------------------
+
 /// Limits from now on; equal limits mean automatic.
 void SetAxisRange(const GraphControl& c, bool xAxis, double min, double max);
 void SetAxisAuto(const GraphControl& c, bool xAxis);
+void SetAxisLabel(const GraphControl& c, bool xAxis, std::string_view label, std::string_view unit = {});
+void SetAxisLogarithmic(const GraphControl& c, bool xAxis, bool logarithmic);
+void SetAxisReversed(const GraphControl& c, bool xAxis, bool reversed);
+/// Numbers at the ticks are divided by factor (above 0), and the prefix stands before the unit.
+void SetAxisPrefix(const GraphControl& c, bool xAxis, std::string_view prefix, double factor);
+void SetAxisDivisions(const GraphControl& c, bool xAxis, int divisions);
+
+/// Limits that an axis is drawn with: finite, min below max, above 0 on a logarithmic axis.
+struct AxisLimits {
+  double min = 0.0, max = 0.0;
+  bool known = false;  ///< false: nothing on the graph tells them; 0 to 1, or 1 to 10 on a logarithmic axis
+};
+struct GraphLimits {
+  AxisLimits x, y;
+};
+/// Fixed limits where they can be drawn, else those of what is visible: curves, rectangles, image. Limits the wrong
+/// way round are turned; data of one value get 1 on either side, or half and twice on a logarithmic axis.
+GraphLimits LimitsInForce(const GraphModel& graph);
+/// Upper x limit: of the axis when it is fixed, else of the curves; empty for a graph without a curve.
+std::optional<double> UpperXLimit(const GraphControl& c);
+
+// ---- cursors --------------------------------------------------------------------------------------------
+
 /// Cursor numbers count from 1; a number above the count adds cursors.
 void SetGraphCursor(const GraphControl& c, int cursor, double x, double y);
+/// The same onto a point (from 0) of a plot. False when there is no such point.
+bool PutCursorOnPlot(const GraphControl& c, int cursor, int plot, int index);
 CursorModel GetGraphCursor(const GraphControl& c, int cursor);
+void SetCursorColor(const GraphControl& c, int cursor, int color);
 void SetCursorCount(const GraphControl& c, int count);
-/// Upper x limit: of the axis when it is fixed, else of the data; empty for a graph with nothing on it.
-std::optional<double> UpperXLimit(const GraphControl& c);
+/// Point of a plot (from 0) whose abscissa is nearest to x; -1 when none is finite.
+int NearestPoint(const PlotModel& plot, double x);
+/// After a redraw: each cursor keeps its x and gets plot, index and y of the nearest point of a plot. Without such a
+/// plot it sits on none and keeps its place.
+void RenewCursors(const GraphControl& c, int plot);
+
+// ---- events ---------------------------------------------------------------------------------------------
+
+enum class MouseButton : int { None, Left, Right };
+
+/// Where an event of the mouse took place, in the units of the axes as drawn.
+struct GraphPlace {
+  double x = 0.0, y = 0.0;
+  MouseButton button = MouseButton::None;
+  int cursor = 0;                   ///< the cursor that is moved, from 1; 0 for none
+  double fromX = 0.0, fromY = 0.0;  ///< of Event::Drag: where the button went down
+};
+
+/// Sends an event with its place. ValChanged: a cursor is on its way; Commit: it has been let go, or without one a
+/// click is done; LeftClick, RightClick, LeftDoubleClick: at the place; Drag: from one place to another, not on a
+/// cursor. A cursor that is named stands at the place before the callback runs; a number without a cursor is refused
+/// with -1. Returns as SendEvent.
+int SendGraphEvent(const GraphControl& c, Event event, const GraphPlace& place);
+/// Place of the event that a graph's callback is called for; empty outside of SendGraphEvent.
+std::optional<GraphPlace> PlaceOfEvent(const Control& c);
 
 /// Empties all graphs.
 void ResetGraphs();

@@ -8,8 +8,9 @@
 //   events.cpp         state, interruptFlag, interruptTime
 //   file_driver.cpp    fileDriver       of the process
 //   findings.cpp       findings
-//   graphs.cpp         graphs
+//   graphs.cpp         state            the models, and the place of the event of the mouse under way
 //   lock_file.cpp      heldLocks, tellWait   a lock lives as long as its LockFile
+//   project_hooks.cpp  hooks            installed by whoever starts
 //   redraw.cpp         handlers         installed by whoever starts
 //   written_files.cpp  files
 #pragma once

@@ -112,7 +112,7 @@ TEST_F(ScriptControls, EveryGraphCanBeWritten) {
   for (ControlId c : AllControls())
     if (c->kind == ControlKind::Graph) {
       EXPECT_EQ(Run("graph " + NameOf(*c) + " graph.json"), 0) << err;
-      EXPECT_EQ(Read("graph.json").substr(0, 9), "{\"plots\":");
+      EXPECT_EQ(Read("graph.json").substr(0, 9), "{\"title\":");
     }
 }
 
@@ -186,17 +186,26 @@ TEST_F(ScriptControls, TheModelOfAGraphIsWritten) {
   const int handle =
       PlotXY(sasw::DISPLAY_A, {1.0, 2.0, NAN}, {3.0, -4.0, 5.0}, PlotStyle::Scatter, 2, 0xFF8000, "a \"b\"");
   ASSERT_GT(handle, 0);
-  PlotRectangle(sasw::DISPLAY_A, 5, 180, 6, -180, 0, 0);
+  PlotRectangle(sasw::DISPLAY_A, 5, 180, 6, -180, 0, 0, "3", true);
   SetAxisRange(sasw::DISPLAY_A, false, -10, 20);
+  SetAxisLabel(sasw::DISPLAY_A, true, "Frequency", "Hz");
+  SetAxisPrefix(sasw::DISPLAY_A, true, "k", 1000.0);
+  SetAxisDivisions(sasw::DISPLAY_A, true, 5);
+  SetGraphTitle(sasw::DISPLAY_A, "site");
   SetGraphCursor(sasw::DISPLAY_A, 1, 1.5, 2.5);
+  SetCursorColor(sasw::DISPLAY_A, 1, 0xFF0000);
   EXPECT_EQ(Run("graph SASW.DISPLAY_A a.json"), 0) << err;
   EXPECT_EQ(
       Read("a.json"),
-      "{\"plots\":[{\"x\":[1.0,2.0,null],\"y\":[3.0,-4.0,5.0],\"marker\":2,\"style\":\"scatter\",\"legend\":"
-      "\"a \\\"b\\\"\",\"color\":\"#ff8000\"}],\"rectangles\":[{\"x1\":5.0,\"y1\":180.0,\"x2\":6.0,\"y2\":"
-      "-180.0}],\"cursors\":[{\"x\":1.5,\"y\":2.5}],\"axes\":{\"x\":{\"min\":1.0,\"max\":6.0,\"log\":false,"
-      "\"reversed\":false,\"label\":\"\"},\"y\":{\"min\":-10.0,\"max\":20.0,\"log\":false,\"reversed\":false,"
-      "\"label\":\"\"}},\"intensity\":null}\n");
+      R"({"title":"site","plots":[{"x":[1.0,2.0,null],"y":[3.0,-4.0,5.0],"style":"scatter","marker":2,)"
+      R"("color":"#ff8000","width":1.0,"dash":"solid","legend":"a \"b\"","visible":true}],)"
+      R"("rectangles":[{"x1":5.0,"y1":180.0,"x2":6.0,"y2":-180.0,"label":"3","selected":true}],)"
+      R"("cursors":[{"x":1.5,"y":2.5,"plot":0,"index":0,"color":"#ff0000"}],)"
+      R"("axes":{"x":{"min":1.0,"max":6.0,"log":false,"reversed":false,"label":"Frequency","unit":"Hz",)"
+      R"("prefix":"k","factor":1000.0,"divisions":5},)"
+      R"("y":{"min":-10.0,"max":20.0,"log":false,"reversed":false,"label":"","unit":"","prefix":"",)"
+      R"("factor":1.0,"divisions":0}},"intensity":null})"
+      "\n");
 }
 
 }  // namespace

@@ -158,12 +158,13 @@ TEST_F(ScriptRun, SavesAndOpensByItsOwnAnswers) {
 TEST_F(ScriptRun, UnsavedChangesAreDroppedOnlyOnDemand) {
   ASSERT_EQ(Run("save a.da"), 0) << err;
   for (const std::string word : {"new", "open a.da"}) {
-    EXPECT_EQ(Run("open a.da\nset INVERSION.NITER 3\n" + word), 1);
+    const std::string id = word.substr(0, 3);
+    EXPECT_EQ(Run("open a.da discard=yes\nproject id=" + id + "\n" + word), 1);
     EXPECT_EQ(err, "job:4: " + word.substr(0, word.find(' ')) +
                        ": there are changes that are not saved; save them, or drop them with discard=yes\n");
-    EXPECT_EQ(Run("open a.da\nset INVERSION.NITER 3\n" + word + " discard=yes"), 0) << err;
-    EXPECT_EQ(Run("open a.da\nset INVERSION.NITER 3\nsave\n" + word), 0) << err;
-    EXPECT_EQ(Run("open a.da\nprint INVERSION.NITER\n" + word), 0) << err;
+    EXPECT_EQ(Run("open a.da discard=yes\nproject id=" + id + "\n" + word + " discard=yes"), 0) << err;
+    EXPECT_EQ(Run("open a.da discard=yes\nproject id=" + id + "\nsave\n" + word), 0) << err;
+    EXPECT_EQ(Run("open a.da discard=yes\nprint INVERSION.NITER\n" + word), 0) << err;
   }
 }
 

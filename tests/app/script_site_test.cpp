@@ -2,6 +2,7 @@
 // one thing give one project.
 #include <cmath>
 
+#include "app/script/values.h"
 #include "app/script_fixture.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
@@ -52,6 +53,44 @@ TEST_F(ScriptSite, AMaskByItsWordAndByPressesGivesTheSameProject) {
                 "set SASW.MASKING_JUMPNO 1\npress SASW.MASKINGNEW\npress SASW.MASKINGCALCDISP");
   EXPECT_TRUE(byWord == byPress);
   EXPECT_FALSE(byWord == ProjectOf(kPair + "mask 5 12.5 jumps=2\ndisperse"));
+}
+
+TEST_F(ScriptSite, AMaskByTheMouseGivesTheProjectOfItsWord) {
+  const std::string byMouse = ProjectOf(kPair +
+                                        "point SASW.DISPLAY_A drag 12.5 0 5 0\n"
+                                        "set SASW.MASKING_JUMPNO 1\npress SASW.MASKINGNEW\n"
+                                        "press SASW.MASKINGCALCDISP");
+  ASSERT_EQ(Masks().size(), 1u);
+  const auto [from, to] = Masks()[0];  // the drag ends on lines of the spectrum
+  EXPECT_NEAR(from, 5.0, 0.5);
+  EXPECT_NEAR(to, 12.5, 0.5);
+  const std::string ends = script::TextOf(from) + " " + script::TextOf(to);
+  EXPECT_TRUE(byMouse == ProjectOf(kPair + "mask " + ends + " jumps=1\ndisperse"));
+  EXPECT_TRUE(byMouse == ProjectOf(kPair + "set SASW.MASKING_FREQINIT " + script::TextOf(from) +
+                                   "\nset SASW.MASKING_FREQFINAL " + script::TextOf(to) +
+                                   "\nset SASW.MASKING_JUMPNO 1\npress SASW.MASKINGNEW\n"
+                                   "press SASW.MASKINGCALCDISP"));
+}
+
+TEST_F(ScriptSite, AMaskIsPickedAndMovedWithTheMouse) {
+  ASSERT_EQ(Run(kPair + "mask 5 12.5 jumps=1\n"
+                        "point SASW.DISPLAY_A right 7.3 0\n"
+                        "assert SASW.MASKING_FREQINIT = 5\nassert SASW.MASKING_JUMPNO = 1\n"
+                        "assert SASW.MARKERS_ONOFF = 2\n"
+                        "point SASW.DISPLAY_A move 20 0 cursor=2\n"
+                        "assert SASW.MASKING_FREQFINAL = 20 within=0.3\n"
+                        "assert SASW.DISPAMARKER2COORD contains \"(X2, Y2)=\"\n"
+                        "press SASW.MASKINGUPDATE\n"
+                        "point SASW.DISPLAY_A right 200 0\n"
+                        "assert SASW.MASKING_FREQFINAL = 0"),
+            0)
+      << err;
+  ASSERT_EQ(Masks().size(), 1u);
+  EXPECT_NEAR(Masks()[0].second, 20.0, 0.3);
+  EXPECT_EQ(Run("point SASW.DISPLAY_A move 20 0 cursor=1"), 1);
+  EXPECT_EQ(err, "job:2: point: SASW.DISPLAY_A has 0 cursors now\n");
+  EXPECT_EQ(Run("point PULSE.DISPLAY_A left 1 1"), 1);
+  EXPECT_EQ(err, "job:2: point: PULSE.DISPLAY_A takes no events of the mouse\n");
 }
 
 TEST_F(ScriptSite, MasksAreMadeChangedAndRemoved) {

@@ -151,6 +151,7 @@ TEST_F(MaskingCallbacks, ListButtonHasTheGuardAndNothingElse) {
 }
 
 TEST_F(MaskingCallbacks, SwitchTurnsOnTheSelectedWindows) {
+  session.display[0].maskingOn = session.display[1].maskingOn = 0;
   EXPECT_EQ(Commit(sasw::MASKINGSHOW), -1) << "no pair record";
   EXPECT_EQ(session.display[0].maskingOn, 0);
   EXPECT_THAT(redrawn, IsEmpty());
@@ -237,6 +238,7 @@ TEST_F(DoPlotMaskingTest, DrawsTheMasksOfThePairInTheWindow) {
   AddOwnMask(10.0, 20.0, 1);
   AddMask(m.key, 0, 1, 30.0, 40.0, 2);
   AddOwnMask(50.0, 60.0, 1);
+  session.display[0].maskingOn = session.display[1].maskingOn = 0;
   EXPECT_EQ(DoPlotMasking(sasw::DISPLAY_A), 0) << "the switch is off";
   session.display[0].maskingOn = session.display[1].maskingOn = 1;
   EXPECT_EQ(DoPlotMasking(sasw::DISPLAY_A), 2);

@@ -50,8 +50,10 @@ TEST_F(GaborDisplay, ShowsTheScaledMapWithFrequencyAlongXAndTimeAlongY) {
   ASSERT_EQ(image->colorMap.size(), 4u);
   EXPECT_EQ(image->colorMap.front().level, 60.0);
   EXPECT_EQ(GraphA().xAxis.max, 500.0);
-  EXPECT_EQ(GraphA().xAxis.label, "Frequency, Hz");
-  EXPECT_EQ(GraphA().yAxis.label, "Time, sec");
+  EXPECT_EQ(GraphA().xAxis.label, "Frequency");
+  EXPECT_EQ(GraphA().xAxis.unit, "Hz");
+  EXPECT_EQ(GraphA().yAxis.label, "Time");
+  EXPECT_EQ(GraphA().yAxis.unit, "sec");
   EXPECT_TRUE(frontEnd.messages.empty());
 }
 

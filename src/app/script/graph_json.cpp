@@ -2,8 +2,6 @@
 #include "app/script/graph_json.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <nlohmann/json.hpp>
 
 #include "runtime/text_format.h"
@@ -31,14 +29,39 @@ std::string_view StyleName(PlotStyle style) {
   return "steps";
 }
 
+std::string_view DashName(LineDash dash) {
+  switch (dash) {
+    case LineDash::Solid:
+      return "solid";
+    case LineDash::Dashed:
+      return "dashed";
+    case LineDash::Dotted:
+      return "dotted";
+    case LineDash::DashDotted:
+      break;
+  }
+  return "dash dotted";
+}
+
 ordered_json PlotJson(const PlotModel& p) {
-  return {{"x", p.x},           {"y", p.y},
-          {"marker", p.marker}, {"style", StyleName(p.style)},
-          {"legend", p.legend}, {"color", ColorText(p.color)}};
+  return {{"x", p.x},
+          {"y", p.y},
+          {"style", StyleName(p.style)},
+          {"marker", p.marker},
+          {"color", ColorText(p.color)},
+          {"width", p.width},
+          {"dash", DashName(p.dash)},
+          {"legend", p.inLegend ? p.legend : std::string()},
+          {"visible", p.visible}};
 }
 
 ordered_json RectangleJson(const RectangleModel& r) {
-  return {{"x1", r.x1}, {"y1", r.y1}, {"x2", r.x2}, {"y2", r.y2}};
+  return {{"x1", r.x1}, {"y1", r.y1},       {"x2", r.x2},
+          {"y2", r.y2}, {"label", r.label}, {"selected", r.selected}};
+}
+
+ordered_json CursorJson(const CursorModel& c) {
+  return {{"x", c.x}, {"y", c.y}, {"plot", c.plot}, {"index", c.index}, {"color", ColorText(c.color)}};
 }
 
 ordered_json IntensityJson(const IntensityModel& image) {
@@ -50,54 +73,35 @@ ordered_json IntensityJson(const IntensityModel& image) {
   ordered_json levels = ordered_json::array();
   for (const ColorLevel& level : image.colorMap)
     levels.push_back({{"level", level.level}, {"color", ColorText(level.color)}});
-  return {{"z", columns},
-          {"ranges", {{"x", {image.xMin, image.xMax}}, {"y", {image.yMin, image.yMax}}}},
-          {"levels", levels}};
+  return {
+      {"z", columns},         {"ranges", {{"x", {image.xMin, image.xMax}}, {"y", {image.yMin, image.yMax}}}},
+      {"levels", levels},     {"interpolate", image.interpolate},
+      {"label", image.label}, {"unit", image.unit}};
 }
 
-/// Grows by the finite numbers that it is given.
-struct Range {
-  double low = std::numeric_limits<double>::infinity(), high = -low;
-  void add(double value) {
-    if (!std::isfinite(value)) return;
-    low = std::min(low, value);
-    high = std::max(high, value);
-  }
-};
-
-/// What all that is on the graph covers along one axis.
-Range DataRange(const GraphModel& g, bool x) {
-  Range range;
-  for (const PlotModel& p : g.plots)
-    for (const double value : x ? p.x : p.y) range.add(value);
-  for (const RectangleModel& r : g.rectangles)
-    for (const double value : {x ? r.x1 : r.y1, x ? r.x2 : r.y2}) range.add(value);
-  if (g.intensity) {
-    range.add(x ? g.intensity->xMin : g.intensity->yMin);
-    range.add(x ? g.intensity->xMax : g.intensity->yMax);
-  }
-  return range;
-}
-
-ordered_json AxisJson(const GraphModel& g, bool x) {
-  const AxisModel& axis = x ? g.xAxis : g.yAxis;
-  const Range data = DataRange(g, x);
-  return {{"min", axis.autoScale ? data.low : axis.min},
-          {"max", axis.autoScale ? data.high : axis.max},
+/// Limits are null where nothing tells them.
+ordered_json AxisJson(const AxisModel& axis, const AxisLimits& limits) {
+  return {{"min", limits.known ? ordered_json(limits.min) : ordered_json(nullptr)},
+          {"max", limits.known ? ordered_json(limits.max) : ordered_json(nullptr)},
           {"log", axis.logarithmic},
           {"reversed", axis.reversed},
-          {"label", axis.label}};
+          {"label", axis.label},
+          {"unit", axis.unit},
+          {"prefix", axis.prefix},
+          {"factor", axis.factor},
+          {"divisions", axis.divisions}};
 }
 
 }  // namespace
 
 std::string GraphJson(const GraphModel& g) {
-  ordered_json graph;
+  ordered_json graph = {{"title", g.title}};
   for (const char* key : {"plots", "rectangles", "cursors"}) graph[key] = ordered_json::array();
   for (const PlotModel& p : g.plots) graph["plots"].push_back(PlotJson(p));
   for (const RectangleModel& r : g.rectangles) graph["rectangles"].push_back(RectangleJson(r));
-  for (const CursorModel& c : g.cursors) graph["cursors"].push_back({{"x", c.x}, {"y", c.y}});
-  graph["axes"] = {{"x", AxisJson(g, true)}, {"y", AxisJson(g, false)}};
+  for (const CursorModel& c : g.cursors) graph["cursors"].push_back(CursorJson(c));
+  const GraphLimits limits = LimitsInForce(g);
+  graph["axes"] = {{"x", AxisJson(g.xAxis, limits.x)}, {"y", AxisJson(g.yAxis, limits.y)}};
   graph["intensity"] = g.intensity ? IntensityJson(*g.intensity) : ordered_json(nullptr);
   return graph.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }

@@ -88,8 +88,6 @@ void Run::runLine(const std::string& text, Line& line) {
 void Run::runForm(const Arguments& arguments) {
   const WordForm::Role role = arguments.form->role;
   const bool acts = role == WordForm::Role::Acts || role == WordForm::Role::Files;
-  const bool unsavedBefore = unsaved_;
-  if (role == WordForm::Role::Acts) unsaved_ = true;
   halted_ = false;
   try {
     arguments.form->run(*this, arguments);
@@ -102,8 +100,6 @@ void Run::runForm(const Arguments& arguments) {
     throw;
   }
   dialogs_.endOfWord();
-  if (role == WordForm::Role::Files) unsaved_ = false;
-  if (role == WordForm::Role::Looks || role == WordForm::Role::Steers) unsaved_ = unsavedBefore;
 }
 
 /// The answers were for this line, and so was the halt if it made a run.
@@ -142,7 +138,15 @@ void Run::settle() {
 
 void Run::press(const Control& control, Event event, long data) {
   if (!CallbackOf(control)) throw Fault(NameOf(control) + " does nothing when it is pressed");
-  const int result = SendEvent(control, event, data);
+  checkResult(control, SendEvent(control, event, data));
+}
+
+void Run::point(const GraphControl& graph, Event event, const GraphPlace& place) {
+  if (!CallbackOf(graph)) throw Fault(NameOf(graph) + " takes no events of the mouse");
+  checkResult(graph, SendGraphEvent(graph, event, place));
+}
+
+void Run::checkResult(const Control& control, int result) {
   settle();
   if (result < 0 && !halted_) throw Fault(NameOf(control) + " refused");
 }

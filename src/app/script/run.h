@@ -11,6 +11,7 @@
 #include "app/script/dialog_answers.h"
 #include "app/script/words.h"
 #include "runtime/controls.h"
+#include "runtime/graphs.h"
 
 namespace sondera::script {
 
@@ -33,6 +34,8 @@ class Run {
   /// Sends an event to a control. A refusal, a message box, or a question without an answer is a fault; so is
   /// pressing what has no function.
   void press(const Control& control, Event event = Event::Commit, long data = 0);
+  /// An event of the mouse over a graph.
+  void point(const GraphControl& graph, Event event, const GraphPlace& place);
   /// The same where the control may have no function.
   void notify(const Control& control, Event event);
   /// What a person does to a field: into it, a value, done. The text is read by the control's kind.
@@ -44,9 +47,6 @@ class Run {
   /// Throws the complaints of the dialogs, if there are any.
   void settle();
 
-  /// True when a line has changed something since the project was last saved or opened.
-  bool unsaved() const { return unsaved_; }
-
   void continueOnError(bool on) { continueOnError_ = on; }
   /// Presses Halt at the n-th poll of the next run.
   void haltAfter(int polls);
@@ -56,6 +56,8 @@ class Run {
   void runLine(const std::string& text, Line& line);
   void runForm(const Arguments& arguments);
   void afterActing();
+  /// Throws what the dialogs complained of, else a refusal.
+  void checkResult(const Control& control, int result);
   void poll();
   void report(int number, const std::string& word, const std::string& reason);
   void checkEnd(int number);
@@ -63,7 +65,6 @@ class Run {
   std::string name_;
   DialogAnswers dialogs_;
   bool continueOnError_ = false;
-  bool unsaved_ = false;
   bool stopped_ = false;
   int failed_ = 0;
   int haltPolls_ = 0, polls_ = 0;  // 0: no halt wanted; polls of runs since it is

@@ -59,7 +59,7 @@ struct WordForm {
   void (*check)(const Arguments& arguments) = nullptr;  ///< what the argument list cannot tell; throws Fault
   enum class Role {
     Acts,    ///< changes the project or the settings; takes the answers laid out before it
-    Files,   ///< opens or saves: acts, and leaves nothing unsaved
+    Files,   ///< opens or saves
     Looks,   ///< tells or tests something
     Steers,  ///< concerns the lines that follow
   } role = Role::Acts;

@@ -76,26 +76,33 @@ void PressControl(Run& run, const Arguments& a) {
 
 // ---- point ----------------------------------------------------------------------------------------------
 
-/// Moves a cursor of a graph, as a person who drags it.
-void PlaceCursor(const GraphControl& graph, int cursor, double x, double y) {
-  if (cursor < 1 || cursor > static_cast<int>(GraphOf(graph).cursors.size()))
-    throw Fault(FormatText("%s has %zu cursors now", NameOf(graph).c_str(), GraphOf(graph).cursors.size()));
-  SetGraphCursor(graph, cursor, x, y);
-}
-
+/// A cursor that is moved is on its way first and let go then; a left click ends as a click that is done.
 void Point(Run& run, const Arguments& a) {
-  constexpr Event kByName[] = {Event::LeftClick, Event::RightClick, Event::LeftDoubleClick, Event::Commit};
+  enum { kLeft, kRight, kDouble, kMove };
   const auto& graph = static_cast<const GraphControl&>(a.control("CONTROL"));
-  if (a.has("cursor")) PlaceCursor(graph, a.whole("cursor"), a.number("X"), a.number("Y"));
-  run.press(graph, kByName[a.choice("EVENT")]);
+  const int choice = a.choice("EVENT");
+  GraphPlace place{.x = a.number("X"), .y = a.number("Y"), .button = MouseButton::Left};
+  if (choice == kRight) place.button = MouseButton::Right;
+  if (a.has("cursor")) {
+    place.cursor = a.whole("cursor");
+    const int cursors = static_cast<int>(GraphOf(graph).cursors.size());
+    if (place.cursor < 1 || place.cursor > cursors)
+      throw Fault(FormatText("%s has %d cursors now", NameOf(graph).c_str(), cursors));
+  }
+  const std::vector<Event> kEventsOf[] = {{Event::LeftClick, Event::Commit},
+                                          {Event::RightClick},
+                                          {Event::LeftDoubleClick},
+                                          {Event::ValChanged, Event::Commit}};
+  for (const Event event : kEventsOf[choice]) run.point(graph, event, place);
 }
 
-/// The two cursors of a graph go to the ends of the way, and the graph is told.
 void Drag(Run& run, const Arguments& a) {
-  const auto& graph = static_cast<const GraphControl&>(a.control("CONTROL"));
-  PlaceCursor(graph, 1, a.number("X1"), a.number("Y1"));
-  PlaceCursor(graph, 2, a.number("X2"), a.number("Y2"));
-  run.press(graph);
+  run.point(static_cast<const GraphControl&>(a.control("CONTROL")), Event::Drag,
+            {.x = a.number("X2"),
+             .y = a.number("Y2"),
+             .button = MouseButton::Left,
+             .fromX = a.number("X1"),
+             .fromY = a.number("Y1")});
 }
 
 ArgumentSpec Number(std::string_view name) {
@@ -135,12 +142,14 @@ std::vector<WordForm> ControlForms() {
       {"point",
        {graph, Fixed("EVENT", Kind::Choice, "left|right|double|move"), Number("X"), Number("Y")},
        {Optional(Named("cursor", Kind::Whole, "K"))},
-       "Sends an event of the mouse to a graph, in the units of its axes; cursor=K takes a cursor there.",
+       "Sends an event of the mouse to a graph, in the units of its axes: a click, or with move cursor=K a "
+       "marker that is moved there. A right click on a mask of trace A picks it.",
        Point},
       {"point",
        {graph, Literal("drag"), Number("X1"), Number("Y1"), Number("X2"), Number("Y2")},
        {},
-       "Drags over a graph: its two cursors mark the range from the first place to the second.",
+       "Drags the mouse over a graph: on trace A of the masking page the two markers go to both ends, and "
+       "the fields of the mask follow.",
        Drag},
   };
 }

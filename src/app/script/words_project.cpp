@@ -19,6 +19,7 @@
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/findings.h"
 #include "runtime/paths.h"
+#include "runtime/project_hooks.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {
@@ -35,19 +36,19 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 
 // ---- new, open, save ------------------------------------------------------------------------------------
 
-void KeepUnsaved(Run& run, const Arguments& a) {
-  if (run.unsaved() && !a.isYes("discard"))
+void KeepUnsaved(const Arguments& a) {
+  if (HasUnsavedChanges() && !a.isYes("discard"))
     throw Fault("there are changes that are not saved; save them, or drop them with discard=yes");
 }
 
 void New(Run& run, const Arguments& a) {
-  KeepUnsaved(run, a);
+  KeepUnsaved(a);
   run.dialogs().sayYes();
   run.press(mainmenu::NEW_MEASUREMENT);
 }
 
 void Open(Run& run, const Arguments& a) {
-  KeepUnsaved(run, a);
+  KeepUnsaved(a);
   const std::string path = PathOf(a);
   if (!FileExists(path)) throw Fault("there is no file " + Quoted(a.text("FILE")));
   run.dialogs().chooseFile(path);
