@@ -16,9 +16,10 @@
 #include <vector>
 
 #include "forward/plane_wave.h"
-#include "inversion/max_likelihood.h"
 #include "inversion/sensitivity.h"
 #include "panels/entry_lists.h"
+#include "panels/inversion.h"
+#include "panels/run_boxes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
@@ -194,7 +195,8 @@ bool Report(const char* name, int repeats) {
     sweeps.push_back(Seconds([] { SweepAgain(InvParam); }));
     one.push_back(Seconds([&] { (void)FS_rWave3D(vel, amp); }));
     files.push_back(Seconds([&] { WriteAgain(vel, amp); }));
-    matrix.push_back(Seconds([] { (void)FS_Gmatrix(); }));
+    RunBoxes boxes;
+    matrix.push_back(Seconds([&boxes] { (void)FS_Gmatrix(SettingsOfInversion(), boxes); }));
   }
   const int count = 1 + kIterations * (2 * run.parameters.nModelParm + 1);
   std::printf("%-34s %3d rows, %d parameters, %d sweeps\n", name, run.observations.nObsRows,

@@ -7,7 +7,7 @@
 
 namespace sondera {
 
-void Evaluation::Sweep() {
+void Evaluation::Sweep(RunListener&) {
   halted = FS_rWave3D(vel, amp) < 0;
   doubts = sweepState;
 }

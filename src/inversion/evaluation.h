@@ -4,6 +4,7 @@
 #pragma once
 
 #include "numeric/offset_array.h"
+#include "run/run_listener.h"
 #include "run/sweep_state.h"
 
 namespace sondera {
@@ -18,7 +19,7 @@ struct Evaluation {
   SweepState doubts;  ///< of the sweep behind these curves
 
   /// The curves of the model as it stands; rows without a result are flagged.
-  void Sweep();
+  void Sweep(RunListener& listener);
   /// The misfits, from the curves and the rows in use.
   void Judge();
 };

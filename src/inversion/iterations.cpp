@@ -1,15 +1,16 @@
-// iterations.cpp - FS_RunIAnal: the run around the updates; see max_likelihood.h. Owns no state.
+// iterations.cpp - see iterations.h.
+#include "inversion/iterations.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string>
 
-#include "inversion/max_likelihood.h"
 #include "inversion/model_state.h"
 #include "inversion/model_step.h"
 #include "inversion/run_advice.h"
 #include "inversion/several_starts.h"
+#include "records/inv_records.h"
 #include "records/model_records.h"
-#include "records/session.h"
 #include "run/data_deviation.h"
 #include "run/observations.h"
 #include "run/receiver_setups.h"
@@ -22,12 +23,7 @@
 #include "run/run_progress.h"
 #include "run/sweep_state.h"
 #include "run/system_model.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/fmodeling.h"
-#include "runtime/catalogue/inversion.h"
-#include "runtime/dialogs.h"
 #include "runtime/findings.h"
-#include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -35,30 +31,26 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 
-void ShowProcess(const std::string& text) {
-  SetCtrlVal(exdthd::PROCESSMSG, text);
-}
-
-void JudgeAndShow(Evaluation& e) {
+void JudgeAndShow(Evaluation& e, RunListener& listener) {
   e.Judge();
-  SetCtrlVal(exdthd::RMSERROR, e.rmsVel);
+  listener.Misfit(e.rmsVel);
 }
 
-void ClearBoxes() {
-  ShowProcess("");
-  ShowRunStatus("");
+void ClearTexts(RunListener& listener) {
+  listener.Process("");
+  listener.Status("");
 }
 
-/// Everything up to the first sweep. -1 after a message.
-int Prepare() {
-  if (FS_RetrieveSystemPM(kInversionRun, 0) < 0) return -1;
+/// Everything up to the first sweep.
+Refusal Prepare(const InversionSettings& settings, RunListener& listener) {
+  if (Refusal refusal = FS_RetrieveSystemPM(kInversionRun, 0, settings.PROJID)) return refusal;
   run.switches.iAnalysis = run.switches.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.course.iCurIterNo = 0;
-  if (FS_GetStartMP() < 0) return -1;
+  if (Refusal refusal = FS_GetStartMP(settings.fixed, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.receivers.recSetupList);
   FS_ReportTime(0);
-  return FS_SetUpObsData(run.switches.iDispSource);
+  return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
 /// Result of an iteration into its entry and the files.
@@ -75,20 +67,8 @@ int Store(int iteration, const Evaluation& e) {
   return 0;
 }
 
-/// The iteration into the lists of entries and onto the results page.
-void Present(int iteration) {
-  const std::string label = FormatText("INV %d", iteration);
-  InsertListItem(exdthd::ITERNO, -1, label, iteration);
-  InsertListItem(inversion::INV_SMP, -1, label, iteration);
-  InsertListItem(fmodeling::COPYPRF, -1, label, iteration);
-  SetCtrlIndex(exdthd::ITERNO, GetNumListItems(exdthd::ITERNO) - 1);
-  DisplayPanel(Panel::EXDTHD);
-  ExdThdCurvPlot();
-  DrawSideGraph(iteration);
-}
-
-void TellHalt(const std::string& what) {
-  MessagePopup(session.appTitle, "The inversion was halted. " + what);
+void TellHalt(RunListener& listener, const std::string& what) {
+  listener.Tell("The inversion was halted. " + what);
 }
 
 std::string KeptText(int iteration) {
@@ -126,12 +106,12 @@ std::string EndOfIterationText(int iteration) {
 }
 
 /// Status at the end of the run, with the advice.
-void ShowEndOfRun(bool settled) {
+void ShowEndOfRun(bool settled, RunListener& listener) {
   if (run.course.iCurIterNo == 0) return;
   const std::string advice = ReportRunAdvice();
-  ShowRunStatus(EndOfIterationText(run.course.iCurIterNo) +
-                (settled ? "     No part of the last step lowers chi: the run has settled." : "") +
-                (advice.empty() ? "" : "     Advice: ") + advice);
+  listener.Status(EndOfIterationText(run.course.iCurIterNo) +
+                  (settled ? "     No part of the last step lowers chi: the run has settled." : "") +
+                  (advice.empty() ? "" : "     Advice: ") + advice);
 }
 
 enum class Step {
@@ -142,31 +122,30 @@ enum class Step {
 };
 
 /// One iteration on the curves of the present model, which become those of the new one.
-Step Iterate(Evaluation& e, const InversionOptions& options) {
+Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
   const int iteration = run.course.iCurIterNo;
-  ClearBoxes();
-  ShowRunStatus(FormatText("Inv. Analysis: Iter. No = %d", iteration));
+  ClearTexts(listener);
+  listener.Status(FormatText("Inv. Analysis: Iter. No = %d", iteration));
   run.switches.iAnalysis = TheoDispInfo.analysis;
   run.course.runTitle = RunTitle(TheoDispInfo.analysis, true);
-  const Advance advance = AdvanceModel(e, options);
+  const Advance advance = AdvanceModel(e, settings, listener);
   if (advance == Advance::kHalted) {
-    TellHalt(KeptText(iteration - 1));
+    TellHalt(listener, KeptText(iteration - 1));
     return Step::kEnd;
   }
   if (advance == Advance::kFailed) return Step::kEnd;
   e.doubts.note = RunNote();
   sweepState = e.doubts;
-  JudgeAndShow(e);
+  JudgeAndShow(e, listener);
   if (Store(iteration, e) < 0) return Step::kEnd;
-  ShowProcess("Refreshing the plots...");
-  Present(iteration);
+  listener.Process("Refreshing the plots...");
+  listener.Stored(iteration);
   if (e.halted) {
-    TellHalt(CutShortText(iteration, e));
+    TellHalt(listener, CutShortText(iteration, e));
     return Step::kEnd;
   }
   if (e.rmsVel < 0.0) {
-    MessagePopup(
-        session.appTitle,
+    listener.Tell(
         FormatText("No point has a velocity after iteration %d: its model is no ground. Iteration %d is the "
                    "last one with a curve.",
                    iteration, iteration - 1));
@@ -174,16 +153,16 @@ Step Iterate(Evaluation& e, const InversionOptions& options) {
   }
   if (e.rmsVel <= run.switches.epsConverge) return Step::kConverged;
   if (advance == Advance::kKept) return Step::kSettled;
-  ShowRunStatus(EndOfIterationText(iteration));
+  listener.Status(EndOfIterationText(iteration));
   return Step::kGoOn;
 }
 
-Step IterateAll(Evaluation& e, int wanted, const InversionOptions& options) {
+Step IterateAll(Evaluation& e, int wanted, const InversionSettings& settings, RunListener& listener) {
   if (run.switches.iUseAmplitude == 0) run.observations.ldObs = run.observations.nObsRows;
   Step step = Step::kGoOn;
   for (int k = 0; k < wanted && step == Step::kGoOn; ++k) {
     run.course.iCurIterNo = k + 1;
-    step = Iterate(e, options);
+    step = Iterate(e, settings, listener);
   }
   return step;
 }
@@ -197,54 +176,54 @@ void TakeDeviationFromData(const Evaluation& e) {
                  part));
 }
 
-int TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int wanted,
-                         const InversionOptions& options) {
-  ShowProcess("Trying other starting models...");
-  if (TryOtherStarts(given, e, wanted, options) == 0) return 0;
-  TellHalt("The other starting models were not tried to their end. " + KeptText(run.course.iCurIterNo));
-  return -1;
+Refusal TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int wanted,
+                             const InversionSettings& settings, RunListener& listener) {
+  listener.Process("Trying other starting models...");
+  Refusal halt = TryOtherStarts(given, e, wanted, settings, listener);
+  if (halt)
+    TellHalt(listener,
+             "The other starting models were not tried to their end. " + KeptText(run.course.iCurIterNo));
+  return halt;
 }
 
-int EvaluateAndIterate(int wanted, const InversionOptions& options) {
-  ClearBoxes();
-  ShowRunStatus("Inv. Analysis: ");
-  ShowProcess("Evaluating the initial layer system. ");
+Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunListener& listener) {
+  ClearTexts(listener);
+  listener.Status("Inv. Analysis: ");
+  listener.Process("Evaluating the initial layer system. ");
   ClearStartSpread();
   const ModelState given = PresentModel();
   Evaluation e;
-  e.Sweep();
+  e.Sweep(listener);
   if (e.halted) {
-    TellHalt("The starting model was not evaluated to its end; nothing is kept of this run.");
-    return -1;
+    TellHalt(listener, "The starting model was not evaluated to its end; nothing is kept of this run.");
+    return Refusal::WithoutReason();
   }
-  if (options.deviationFromData) TakeDeviationFromData(e);
-  JudgeAndShow(e);
-  if (Store(0, e) < 0) return -1;
-  Present(0);
-  const Step end = IterateAll(e, wanted, options);
+  if (settings.DATADEVIATION) TakeDeviationFromData(e);
+  JudgeAndShow(e, listener);
+  if (Store(0, e) < 0) return Refusal::WithoutReason();
+  listener.Stored(0);
+  const Step end = IterateAll(e, wanted, settings, listener);
   sweepState =
       e.doubts;  // not those of a perturbed model, where a run ends in the middle of its sensitivities
-  if (end == Step::kEnd) return -1;
-  if (options.severalStarts && run.course.iCurIterNo > 0) {
-    if (TryOtherStartsOrTell(given, e, wanted, options) < 0) return -1;
+  if (end == Step::kEnd) return Refusal::WithoutReason();
+  if (settings.SEVERALSTARTS && run.course.iCurIterNo > 0) {
+    if (Refusal halt = TryOtherStartsOrTell(given, e, wanted, settings, listener)) return halt;
     sweepState = e.doubts;
   }
-  ShowEndOfRun(end == Step::kSettled);
-  return 0;
+  ShowEndOfRun(end == Step::kSettled, listener);
+  return {};
 }
 
 }  // namespace
 
-int FS_RunIAnal() {
-  const AnalysisLock lock;
+Refusal RunInversion(const InversionSettings& settings, RunListener& listener) {
   const RunFiles files;
-  if (Prepare() < 0) return -1;
+  if (Refusal refusal = Prepare(settings, listener)) return refusal;
   const int wanted = std::max(InvParam.nEntries, 0);
-  const InversionOptions options = ChosenOptions();
-  const long starts = options.severalStarts ? 1 + static_cast<long>(std::size(kStartRatios)) : 1;
+  const long starts = settings.SEVERALSTARTS ? 1 + static_cast<long>(std::size(kStartRatios)) : 1;
   const long sweeps = starts * (1 + wanted * (2L * run.parameters.nModelParm + 1));
   BeginRunProgress(sweeps * SolvesOfSweep());
-  const int result = EvaluateAndIterate(wanted, options);
+  Refusal result = EvaluateAndIterate(wanted, settings, listener);
   EndRunProgress();
   FS_CloseFiles(kInversionRun);
   FS_DeAllocatePropLayer();

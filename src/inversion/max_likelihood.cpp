@@ -1,27 +1,19 @@
-// max_likelihood.cpp - the model update; see max_likelihood.h. The run around it is in inversion_run.cpp.
+// max_likelihood.cpp - the model update; see max_likelihood.h. The run around it is in iterations.cpp.
 #include "inversion/max_likelihood.h"
 
 #include "inversion/truncated_solve.h"
 #include "inversion/update_bounds.h"
 #include "inversion/update_dump.h"
 #include "numeric/lu.h"
-#include "records/session.h"
 #include "run/active_rows.h"
 #include "run/covariances.h"
 #include "run/result_statistics.h"
 #include "run/system_state.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/dialogs.h"
-#include "runtime/events.h"
 
 namespace sondera {
 namespace {
 
 constexpr const char* kWarningTitle = "Sondera 4";
-
-void ShowStep(const char* text) {
-  SetCtrlVal(exdthd::PROCESSMSG, text);
-}
 
 int CountActive() {
   int n = 0;
@@ -63,10 +55,10 @@ void BuildDelta(int nActive, int rows, const OffsetVector<double>& velocity,
 }
 
 /// y = inverse of a, which is left as its factors. Events are let in around it.
-void Invert(ColumnMatrix& a, ColumnMatrix& y) {
-  ProcessSystemEvents();
+void Invert(ColumnMatrix& a, ColumnMatrix& y, Listener& listener) {
+  listener.LetEventsIn();
   FS_InvMatrix(a.shifted(), a.rows(), y.shifted());
-  ProcessSystemEvents();
+  listener.LetEventsIn();
 }
 
 /// y += x * factor over n elements from 1 of two shifted pointers.
@@ -122,20 +114,20 @@ OffsetVector<double> ResidualFromPrior() {
 
 /// Fewer data than unknowns: the square system has an equation for each datum. Kept: it has the prior term,
 /// which the same scheme has not where there are more data.
-void SolveInDataSpace() {
-  ShowStep("Calculating Weight matrix...");
+void SolveInDataSpace(Listener& listener) {
+  listener.Process("Calculating Weight matrix...");
   const ColumnMatrix CmGt = Product(run.parameters.Cm, Transposed(run.update.GActive));
   ColumnMatrix A = Product(run.update.GActive, CmGt);
   for (int r = 1; r <= A.rows(); ++r) A(r, r) += run.update.CdActive.diag(r);
   run.update.InvHData = ColumnMatrix(A.rows(), A.rows());
-  Invert(A, run.update.InvHData);
+  Invert(A, run.update.InvHData, listener);
   run.update.Weight = Product(CmGt, run.update.InvHData);
   run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior());
 }
 
 /// Hessian Gt InvCd G + InvCm. @return Gt InvCd
-ColumnMatrix BuildHessian() {
-  ShowStep("Calculating Hessian matrix...");
+ColumnMatrix BuildHessian(Listener& listener) {
+  listener.Process("Calculating Hessian matrix...");
   const int rows = run.update.GActive.rows(), m = run.parameters.nModelParm;
   run.update.InvCd = DiagonalMatrix(rows);
   ColumnMatrix T(m, rows);
@@ -146,7 +138,7 @@ ColumnMatrix BuildHessian() {
   run.update.Hessian = Product(T, run.update.GActive);
   run.update.InvCm.fill(0.0);
   // Kept: Cm holds its LU factors from here on, for a diagonal Cm its own values.
-  if (run.switches.iInvScheme != kLeastSquares) Invert(run.parameters.Cm, run.update.InvCm);
+  if (run.switches.iInvScheme != kLeastSquares) Invert(run.parameters.Cm, run.update.InvCm, listener);
   for (int q = 1; q <= m; ++q) AddScaled(Column(run.update.Hessian, q), Column(run.update.InvCm, q), 1.0, m);
   return T;
 }
@@ -178,51 +170,48 @@ void CorrectInModelSpace(const ColumnMatrix& T) {
 }
 
 /// From the weights on: resolution, bounds, the new layers.
-Move Apply(const OffsetVector<double>& velocity, int& violations) {
-  if (CorrectionIsFinite()) {
-    FS_SaveGaussParam(run.update.GActive, velocity);
-  } else {
-    MessagePopup(
-        session.appTitle,
+MoveResult Apply(const OffsetVector<double>& velocity, Listener& listener) {
+  const bool finite = CorrectionIsFinite();
+  if (finite) FS_SaveGaussParam(run.update.GActive, velocity);
+  MoveResult result = MoveModel(listener);
+  if (!finite)
+    result.refusal =
         "The correction of the model is not finite: a parameter has no influence on the curve and "
-        "no deviation of its own, or a sensitivity could not be computed. The model stays as it is.");
-  }
-  return MoveModel(violations);
+        "no deviation of its own, or a sensitivity could not be computed. The model stays as it is.";
+  return result;
 }
 
-Move UpdateInModelSpace(const OffsetVector<double>& velocity) {
-  const ColumnMatrix T = BuildHessian();
-  ShowStep("Calculating Weight matrix...");
-  int violations = 0;
+MoveResult UpdateInModelSpace(const OffsetVector<double>& velocity, Listener& listener) {
+  const ColumnMatrix T = BuildHessian(listener);
+  listener.Process("Calculating Weight matrix...");
   if (run.switches.iUseSVD == 0) {
-    Invert(run.update.Hessian, run.update.InvH);
+    Invert(run.update.Hessian, run.update.InvH, listener);
     CorrectInModelSpace(T);
-    return Apply(velocity, violations);
+    return Apply(velocity, listener);
   }
   TruncatedSolve solve;
   for (;;) {
     CorrectInModelSpace(T);
-    const Move move = Apply(velocity, violations);
-    if (move != Move::kViolated) return move;
-    solve.Tighten(violations);
+    MoveResult result = Apply(velocity, listener);
+    if (result.move != Move::kViolated) return result;
+    solve.Tighten(result.violations);
   }
 }
 
-Move UpdateInDataSpace(const OffsetVector<double>& velocity) {
-  SolveInDataSpace();
-  int violations = 0;
-  return Apply(velocity, violations);
+MoveResult UpdateInDataSpace(const OffsetVector<double>& velocity, Listener& listener) {
+  SolveInDataSpace(listener);
+  return Apply(velocity, listener);
 }
 
 }  // namespace
 
-int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude) {
+Refusal FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+                        Listener& listener) {
   run.switches.iDumpMatrices = 0;
   const int nActive = CountActive();
-  if (nActive == 0) {
-    MessagePopup(kWarningTitle, "Warning: No velocities are calculated at all the given frequencies.\n");
-    return -1;
-  }
+  if (nActive == 0)
+    return Refusal::Titled(kWarningTitle,
+                           "Warning: No velocities are calculated at all the given frequencies.\n");
   const int rows = run.switches.iUseAmplitude == 1 ? 2 * nActive : nActive;
   BuildActive(nActive, rows);
   FS_Setup_Cm();
@@ -231,13 +220,13 @@ int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<dou
   const int fullRows = run.observations.nObsRows, fullLd = run.observations.ldObs;
   run.observations.nObsRows = nActive;
   run.observations.ldObs = rows;
-  const Move move =
-      rows < run.parameters.nModelParm ? UpdateInDataSpace(velocity) : UpdateInModelSpace(velocity);
-  if (run.switches.iDumpMatrices == 1) DumpUpdate(velocity);
-  if (move == Move::kTrapped) return -1;  // Kept: with the numbers of the rows in use
+  MoveResult result = rows < run.parameters.nModelParm ? UpdateInDataSpace(velocity, listener)
+                                                       : UpdateInModelSpace(velocity, listener);
+  if (run.switches.iDumpMatrices == 1) DumpUpdate(velocity, listener);
+  if (result.move == Move::kTrapped) return result.refusal;  // Kept: with the numbers of the rows in use
   run.observations.nObsRows = fullRows;
   run.observations.ldObs = fullLd;
-  return move == Move::kMoved ? 0 : -1;
+  return result.refusal;
 }
 
 }  // namespace sondera

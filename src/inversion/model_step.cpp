@@ -9,7 +9,6 @@
 #include "run/active_rows.h"
 #include "run/report_file.h"
 #include "run/system_state.h"
-#include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
 namespace {
@@ -42,26 +41,29 @@ void ReportSingularValues() {
 }
 
 /// One update from these curves, with the deviations that it is to have.
-int UpdateModel(const Evaluation& e, bool huber) {
+Refusal UpdateModel(const Evaluation& e, bool huber, Listener& listener) {
   const DiagonalMatrix given = run.observations.Cd;
   const OffsetVector<double> curve = CurveOfActiveRows(e.vel);
   if (huber) run.observations.Cd = HuberCovariance(curve);
-  const int result = FS_MaxLiklihood(curve, e.amp);
+  Refusal result = FS_MaxLiklihood(curve, e.amp, listener);
   run.observations.Cd = given;
   return result;
 }
 
 }  // namespace
 
-Advance AdvanceModel(Evaluation& e, const InversionOptions& options) {
+Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
   const ModelState from = PresentModel();
-  if (FS_Gmatrix() < 0) return Advance::kHalted;
+  if (FS_Gmatrix(settings, listener)) return Advance::kHalted;
   if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues();
-  if (UpdateModel(e, options.huberWeights) < 0) return Advance::kFailed;
-  SetCtrlVal(exdthd::PROCESSMSG, "Evaluating the updated layer system...");
-  if (options.stepControl)
-    return EvaluateControlled(from, e, options.huberWeights) ? Advance::kMoved : Advance::kKept;
-  e.Sweep();
+  if (const Refusal refusal = UpdateModel(e, settings.HUBERWEIGHTS, listener)) {
+    listener.Tell(refusal);
+    return Advance::kFailed;
+  }
+  listener.Process("Evaluating the updated layer system...");
+  if (settings.STEPCONTROL)
+    return EvaluateControlled(from, e, settings.HUBERWEIGHTS, listener) ? Advance::kMoved : Advance::kKept;
+  e.Sweep(listener);
   return Advance::kMoved;
 }
 

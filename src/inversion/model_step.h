@@ -4,19 +4,19 @@
 #pragma once
 
 #include "inversion/evaluation.h"
-#include "inversion/inversion_options.h"
+#include "inversion/inversion_settings.h"
 
 namespace sondera {
 
 enum class Advance {
   kMoved,   ///< a new model with its curve, which may be that of a halted sweep
   kKept,    ///< by step control: no part of the step was good, the former model and its curve stand
-  kFailed,  ///< no update, after a message
+  kFailed,  ///< no update; the listener has been told why
   kHalted,  ///< in the sensitivities
 };
 
 /// Sensitivities, update, and the curve of the new model.
 /// @param[in,out] e  curve of the present model, then of the new one
-Advance AdvanceModel(Evaluation& e, const InversionOptions& options);
+Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener);
 
 }  // namespace sondera

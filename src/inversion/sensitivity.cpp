@@ -7,9 +7,6 @@
 #include "run/report_file.h"
 #include "run/sweep.h"
 #include "run/system_state.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/inversion.h"
-#include "runtime/catalogue/meassetup.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -36,12 +33,12 @@ struct Sweeps {
   OffsetVector<double> plusVel, minusVel, plusAmp, minusAmp;
 };
 
-/// Column p by a central difference. -1 when halted: the value stays perturbed.
-int FillColumn(double& value, double step, int p, Sweeps& sweeps) {
+/// Column p by a central difference. Refused when halted: the value stays perturbed.
+Refusal FillColumn(double& value, double step, int p, Sweeps& sweeps) {
   value += step;
-  if (FS_rWave3D(sweeps.plusVel, sweeps.plusAmp) < 0) return -1;
+  if (FS_rWave3D(sweeps.plusVel, sweeps.plusAmp) < 0) return Refusal::WithoutReason();
   value += -2.0 * step;
-  if (FS_rWave3D(sweeps.minusVel, sweeps.minusAmp) < 0) return -1;
+  if (FS_rWave3D(sweeps.minusVel, sweeps.minusAmp) < 0) return Refusal::WithoutReason();
   for (int r = 1; r <= run.observations.nObsRows; ++r) {
     run.update.GMatrix(r, p) = (sweeps.plusVel[r] - sweeps.minusVel[r]) / (2.0 * step);
     if (run.switches.iUseAmplitude == 1)
@@ -49,10 +46,10 @@ int FillColumn(double& value, double step, int p, Sweeps& sweeps) {
           (sweeps.plusAmp[r] - sweeps.minusAmp[r]) / (2.0 * step);
   }
   value += step;
-  return 0;
+  return {};
 }
 
-int FillColumnsOfLayer(int l, Sweeps& sweeps) {
+Refusal FillColumnsOfLayer(int l, Sweeps& sweeps, RunListener& listener) {
   // All steps belong to the layer as it came, whatever the other quantities' columns leave by rounding.
   double steps[kQuantities] = {};
   for (int q = 0; q < kQuantities; ++q)
@@ -63,11 +60,11 @@ int FillColumnsOfLayer(int l, Sweeps& sweeps) {
     const int p = run.parameters.MapEntry(quantity.number, l);
     if (p == 0) continue;
     message += quantity.name;
-    SetCtrlVal(exdthd::PROCESSMSG, message);
+    listener.Process(message);
     if (quantity.number == kQuantityH && l >= run.ground.nLayersCur) continue;
-    if (FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps) < 0) return -1;
+    if (Refusal halt = FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps)) return halt;
   }
-  return 0;
+  return {};
 }
 
 /// Derivatives by one quantity, a line for each row of the observations.
@@ -104,25 +101,24 @@ void ReportMatrix() {
 
 }  // namespace
 
-void RenewDensityAndNu() {
-  if (GetCtrlVal(inversion::UPDATERHONU) != 1) return;
-  const double factor = GetCtrlVal(meassetup::LENGTHUNIT);
-  const int unit = GetCtrlIndex(meassetup::LENGTHUNIT);
+void RenewDensityAndNu(const InversionSettings& settings) {
+  if (!settings.UPDATERHONU) return;
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    const DensityAndNu ground = RuleForVs(run.ground.layerVs[l], factor, unit);
+    const DensityAndNu ground =
+        RuleForVs(run.ground.layerVs[l], settings.unit.LENGTHUNIT, settings.unit.index);
     run.ground.layerRho[l] = ground.density;
     run.ground.layerNu[l] = ground.nu;
   }
 }
 
-int FS_Gmatrix() {
-  SetCtrlVal(exdthd::PROCESSMSG, "Calculating G matrix");
-  RenewDensityAndNu();
+Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener) {
+  listener.Process("Calculating G matrix");
+  RenewDensityAndNu(settings);
   Sweeps sweeps;
   for (int l = 1; l <= run.ground.nLayersCur; ++l)
-    if (FillColumnsOfLayer(l, sweeps) < 0) return -1;
+    if (Refusal halt = FillColumnsOfLayer(l, sweeps, listener)) return halt;
   if (run.switches.reportSwitch[kSwitchG]) ReportMatrix();
-  return 0;
+  return {};
 }
 
 }  // namespace sondera

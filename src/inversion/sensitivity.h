@@ -5,17 +5,21 @@
 // changes every mesh, so that nothing is carried over from one sweep to the next.
 #pragma once
 
+#include "inversion/inversion_settings.h"
+#include "run/run_listener.h"
+#include "runtime/refusal.h"
+
 namespace sondera {
 
 /// Density and Poisson's ratio of every layer by its present Vs (RuleForVs), where UPDATERHONU is on.
-void RenewDensityAndNu();
+void RenewDensityAndNu(const InversionSettings& settings);
 
 /// Fills run.update.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
 /// FS_rWave3D with the relative steps of the run, and with amplitudes the rows behind run.observations.nObsRows. Before
 /// that, where UPDATERHONU is on, density and Poisson's ratio of every layer follow its present Vs. Layer
 /// values are restored by adding the step back, so up to rounding. A row without a velocity in one of the
 /// sweeps is flagged in run.observations.iNoVelocity by it; its derivatives mean nothing.
-/// @return 0; -1 when halted: the perturbed value and the unfinished matrix stay as they stand
-int FS_Gmatrix();
+/// @return refused, without a reason, when halted: the perturbed value and the unfinished matrix stay as they stand
+Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener);
 
 }  // namespace sondera

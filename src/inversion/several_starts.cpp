@@ -1,4 +1,4 @@
-// several_starts.cpp - see several_starts.h. Owns the spread of the last run.
+// several_starts.cpp - see several_starts.h.
 #include "inversion/several_starts.h"
 
 #include <algorithm>
@@ -9,7 +9,6 @@
 #include "inversion/sensitivity.h"
 #include "inversion/update_bounds.h"
 #include "records/inv_records.h"
-#include "run/run_progress.h"
 #include "run/system_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
@@ -18,8 +17,6 @@ namespace sondera {
 namespace {
 
 constexpr double kRayleighOverShear = 0.93;
-
-StartSpread spread;
 
 /// Keeps what the starts change, and puts it back.
 class RunKeeper {
@@ -66,13 +63,13 @@ bool AnyVsIsFree() {
   return false;
 }
 
-void PutUniform(const ModelState& given, double Vs) {
+void PutUniform(const ModelState& given, double Vs, const InversionSettings& settings) {
   PutModelBack(given);
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     const int p = run.parameters.MapEntry(kQuantityVs, l);
     if (p != 0) run.parameters.rModel[p] = run.ground.layerVs[l] = Vs;
   }
-  RenewDensityAndNu();
+  RenewDensityAndNu(settings);
   LayersFromModel();
   run.parameters.rModelPrior = run.parameters.rModel;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
@@ -80,15 +77,16 @@ void PutUniform(const ModelState& given, double Vs) {
 }
 
 /// All iterations from the present model. false when halted, or after a message.
-bool IterateFrom(int number, int iterations, const InversionOptions& options, Evaluation& e) {
+bool IterateFrom(int number, int iterations, const InversionSettings& settings, RunListener& listener,
+                 Evaluation& e) {
   run.course.iCurIterNo = 0;
-  e.Sweep();
+  e.Sweep(listener);
   bool going = !e.halted;
   for (int k = 1; going && k <= iterations; ++k) {
     run.course.iCurIterNo = k;
-    ShowRunStatus(
+    listener.Status(
         FormatText("Inv. Analysis: start %d of %zu, Iter. No = %d", number, std::size(kStartRatios) + 1, k));
-    const Advance advance = AdvanceModel(e, options);
+    const Advance advance = AdvanceModel(e, settings, listener);
     if (advance == Advance::kKept) break;
     if (advance == Advance::kHalted) e.halted = true;
     going = advance == Advance::kMoved && !e.halted;
@@ -98,6 +96,7 @@ bool IterateFrom(int number, int iterations, const InversionOptions& options, Ev
 }
 
 void FindExtremes() {
+  StartSpread& spread = inversionState.spread;
   spread.lowest = spread.highest = spread.results.front().Vs;
   for (const StartResult& r : spread.results) {
     for (std::size_t l = 0; l < r.Vs.size(); ++l) {
@@ -109,6 +108,7 @@ void FindExtremes() {
 
 /// The same in a sentence.
 void NoteSpread() {
+  const StartSpread& spread = inversionState.spread;
   std::string layers;
   for (std::size_t l = 0; l < spread.lowest.size(); ++l)
     layers += FormatText("%s%.0f to %.0f", l > 0 ? ", " : "", spread.lowest[l], spread.highest[l]);
@@ -129,33 +129,35 @@ double SiteVelocity() {
 }
 
 void ClearStartSpread() {
-  spread = StartSpread{};
+  inversionState.spread = StartSpread{};
 }
 
-int TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
-                   const InversionOptions& options) {
+Refusal TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
+                       const InversionSettings& settings, RunListener& listener) {
+  StartSpread& spread = inversionState.spread;
   const double site = SiteVelocity();
-  if (!AnyVsIsFree() || site <= 0.0) return 0;
+  if (!AnyVsIsFree() || site <= 0.0) return {};
   spread = {run.course.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
   const RunKeeper keeper;
   int number = 1;
   for (const double ratio : kStartRatios) {
     Evaluation e;
-    PutUniform(given, ratio * site);
-    const bool finished = IterateFrom(++number, iterations, options, e);
+    PutUniform(given, ratio * site, settings);
+    const bool finished = IterateFrom(++number, iterations, settings, listener, e);
     if (e.halted) {
       ClearStartSpread();
-      return -1;
+      return Refusal::WithoutReason();
     }
     if (finished && std::isfinite(e.chi) && e.chi >= 0.0)
       spread.results.push_back({ratio * site, e.chi, PresentVs()});
   }
   FindExtremes();
   NoteSpread();
-  return 0;
+  return {};
 }
 
 std::string StartSpreadTable(int entry) {
+  const StartSpread& spread = inversionState.spread;
   // The entry may be that of another run by now: a project that was opened, or a later inversion.
   if (spread.lowest.empty() || entry != spread.iteration || entry > InvParam.Vs.rowHi()) return {};
   const std::vector<double>& Vs = spread.results.front().Vs;

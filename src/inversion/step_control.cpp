@@ -29,14 +29,14 @@ bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& 
   return found > 0 && inUse - found <= kMostLostRows * inUse && sumAfter <= sumBefore;
 }
 
-bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber) {
+bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber, RunListener& listener) {
   const OffsetVector<int> out = run.observations.iNoVelocity;
   const ModelState full = PresentModel();
   double part = 1.0;
   for (int halvings = 0; halvings <= kMostHalvings; ++halvings, part *= 0.5) {
     if (halvings > 0) PutModelBetween(from, full, part);
     Evaluation trial;
-    trial.Sweep();
+    trial.Sweep(listener);
     if (trial.halted || StepIsGood(e.vel, trial.vel, out, huber)) {
       e = std::move(trial);
       return true;

@@ -24,6 +24,6 @@ bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& 
 /// @param from  model before the sensitivities, whose curve `e` holds
 /// @param[in,out] e  then the curve of the model that stands
 /// @return false when no part of the step was good: the model is `from` again
-bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber);
+bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber, RunListener& listener);
 
 }  // namespace sondera

@@ -7,12 +7,9 @@
 #include <cstdio>
 #include <string>
 
-#include "records/session.h"
 #include "run/layer_table.h"
 #include "run/model_numbers.h"
 #include "run/system_state.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -56,18 +53,19 @@ const char* NameOf(int quantity) {
   return quantity == kQuantityVp ? "mass density" : "thickness";
 }
 
-void TellTrap(int quantity, bool atMinimum, double unclamped) {
+Refusal Trapped(int quantity, bool atMinimum, double unclamped) {
   const char* name = NameOf(quantity);
   std::printf("\n\n\n*** Warning ***\nInversion analysis is trapped. Please %s constraint for %s.\n",
               atMinimum ? "increase the minimum" : "decrease the maximum", name);
   std::fflush(stdout);
-  MessagePopup(kTrapTitle, atMinimum ? FormatText("Warning: Reduce the uncertainty factor for %s.", name)
-                                     : FormatText("Warning: Increase the uncertainty factor for %s: %lf",
-                                                  name, unclamped));
+  return Refusal::Titled(
+      kTrapTitle, atMinimum
+                      ? FormatText("Warning: Reduce the uncertainty factor for %s.", name)
+                      : FormatText("Warning: Increase the uncertainty factor for %s: %lf", name, unclamped));
 }
 
-/// Full step, parameters outside held at their bound. False when that happens too often.
-bool ClampModel() {
+/// Full step, parameters outside held at their bound. Refused when that happens too often.
+Refusal ClampModel() {
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     const int quantity = QuantityOf(p);
     const auto q = static_cast<std::size_t>(quantity);
@@ -76,30 +74,25 @@ bool ClampModel() {
     if (moved <= run.parameters.parmMin[q] || moved >= run.parameters.parmMax[q]) {
       const bool atMinimum = moved <= run.parameters.parmMin[q];
       held = atMinimum ? run.parameters.parmMin[q] : run.parameters.parmMax[q];
-      if (++run.course.iTrapCount >= kMostClamps) {
-        TellTrap(quantity, atMinimum, moved);
-        return false;
-      }
+      if (++run.course.iTrapCount >= kMostClamps) return Trapped(quantity, atMinimum, moved);
     }
     run.parameters.rModel[p] = held;
   }
-  return true;
+  return {};
 }
 
-/// Part of the step for all parameters alike. False, the model untouched, when a value would not be finite: a
+/// Part of the step for all parameters alike. Refused, the model untouched, when a value would not be finite: a
 /// start outside its bounds that the step hardly moves makes the factor as large as can be.
-bool StepModel(double factor) {
+Refusal StepModel(double factor) {
   const auto moved = [factor](int p) { return Base(p) - run.update.deltaModel[p] * factor; };
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     if (std::isfinite(moved(p))) continue;
-    MessagePopup(session.appTitle,
-                 "The step of the model is not finite: a value of the starting model lies outside its bounds "
-                 "and has no influence on the curve. The model stays as it is.");
-    return false;
+    return "The step of the model is not finite: a value of the starting model lies outside its bounds "
+           "and has no influence on the curve. The model stays as it is.";
   }
   for (int p = 1; p <= run.parameters.nModelParm; ++p) run.parameters.rModel[p] = moved(p);
   run.course.iTrapCount = 0;
-  return true;
+  return {};
 }
 
 void WriteToLayers() {
@@ -137,20 +130,24 @@ bool CorrectionIsFinite() {
                      [](double x) { return std::isfinite(x); });
 }
 
-Move MoveModel(int& violations) {
-  if (!CorrectionIsFinite()) return Move::kNotFinite;
+MoveResult MoveModel(Listener& listener) {
+  if (!CorrectionIsFinite()) return {Move::kNotFinite, {}, 0};
   if (run.course.iCurIterNo == 1) run.course.iTrapCount = 0;
-  const double factor = StepFactor(violations);
+  MoveResult result;
+  const double factor = StepFactor(result.violations);
   const bool dataSpace = run.update.GActive.rows() < run.parameters.nModelParm;  // nothing is truncated there
-  if (run.switches.iUseSVD == 1 && !dataSpace && violations >= 1) return Move::kViolated;
-  if (factor != 0.0) {
-    if (!StepModel(factor)) return Move::kNotFinite;
-  } else if (!ClampModel()) {
-    return Move::kTrapped;
+  if (run.switches.iUseSVD == 1 && !dataSpace && result.violations >= 1) {
+    result.move = Move::kViolated;
+    return result;
   }
-  SetCtrlVal(exdthd::PROCESSMSG, "Updating model parameters...");
+  result.refusal = factor != 0.0 ? StepModel(factor) : ClampModel();
+  if (result.refusal) {
+    result.move = factor != 0.0 ? Move::kNotFinite : Move::kTrapped;
+    return result;
+  }
+  listener.Process("Updating model parameters...");
   LayersFromModel();
-  return Move::kMoved;
+  return result;
 }
 
 }  // namespace sondera

@@ -3,13 +3,22 @@
 // Callers: the update of an inversion. Works on `run`; owns no state besides run.course.iTrapCount.
 #pragma once
 
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
+
 namespace sondera {
 
 enum class Move {
   kMoved,
-  kNotFinite,  ///< the correction or the step is not finite: told in a message, nothing moved
+  kNotFinite,  ///< the correction or the step is not finite: nothing moved
   kViolated,   ///< bounds were crossed in a truncated solve (run.switches.iUseSVD 1): nothing moved
-  kTrapped,    ///< held at a bound three times in a row: told in a message, the layers stay
+  kTrapped,    ///< held at a bound three times in a row: the layers stay
+};
+
+struct MoveResult {
+  Move move = Move::kMoved;
+  Refusal refusal;     ///< why a model is not finite or trapped
+  int violations = 0;  ///< parameters outside their bounds at the full step
 };
 
 /// Whether every element of run.update.deltaModel is finite.
@@ -25,8 +34,7 @@ void LayersFromModel();
 /// already sits on its bound and wants past it, the others take their full step and those outside are held
 /// at their bound. The layers follow by LayersFromModel.
 /// A start outside its bounds gives whatever the factor comes to, a negative one among others; one that
-/// takes the model beyond all numbers ends in a message.
-/// @param[out] violations  parameters outside their bounds at the full step
-Move MoveModel(int& violations);
+/// takes the model beyond all numbers is refused.
+MoveResult MoveModel(Listener& listener);
 
 }  // namespace sondera

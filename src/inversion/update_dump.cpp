@@ -5,40 +5,43 @@
 #include <cstdio>
 #include <string>
 
-#include "records/session.h"
 #include "run/run_files.h"
 #include "run/system_state.h"
 #include "runtime/atomic_writer.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-/// Writes a whole text; a file that cannot be written is told and left out.
-void WriteText(const std::string& name, const std::string& text) {
-  TextWriter file(name);
-  file.Put(text);
-  if (!file.Close()) MessagePopup(session.appTitle, OpeningComplaint(name, file.Reason()));
-}
+/// Writes whole texts and tells which of them could not be written.
+class DumpFiles {
+ public:
+  explicit DumpFiles(Listener& listener) : listener_(listener) {}
 
-template <class Element>
-void WriteMatrix(const std::string& name, int rows, int cols, const char* format, Element element) {
-  std::string text;
-  for (int i = 1; i <= rows; ++i) {
-    for (int j = 1; j <= cols; ++j) text += FormatText(format, element(i, j));
-    text += "\n";
+  void Text(const std::string& name, const std::string& text) {
+    TextWriter file(name);
+    file.Put(text);
+    if (!file.Close()) listener_.Tell(OpeningComplaint(name, file.Reason()));
   }
-  WriteText(name, text);
-}
+  template <class Element>
+  void Matrix(const std::string& name, int rows, int cols, const char* format, Element element) {
+    std::string text;
+    for (int i = 1; i <= rows; ++i) {
+      for (int j = 1; j <= cols; ++j) text += FormatText(format, element(i, j));
+      text += "\n";
+    }
+    Text(name, text);
+  }
+  void Matrix(const std::string& name, const ColumnMatrix& a) {
+    Matrix(name, a.rows(), a.cols(), "%le \t", a);
+  }
+  void Vector(const std::string& name, const OffsetVector<double>& v) {
+    Matrix(name, v.size(), 1, "%lg", [&](int i, int) { return v[i]; });
+  }
 
-void WriteMatrix(const std::string& name, const ColumnMatrix& a) {
-  WriteMatrix(name, a.rows(), a.cols(), "%le \t", a);
-}
-
-void WriteVector(const std::string& name, const OffsetVector<double>& v) {
-  WriteMatrix(name, v.size(), 1, "%lg", [&](int i, int) { return v[i]; });
-}
+ private:
+  Listener& listener_;
+};
 
 template <class Element>
 void PrintVector(const char* head, int n, Element element) {
@@ -46,33 +49,34 @@ void PrintVector(const char* head, int n, Element element) {
   for (int i = 1; i <= n; ++i) std::printf("%lg\n", element(i));
 }
 
-void WriteVelocities(const OffsetVector<double>& velocity) {
+std::string VelocityTable(const OffsetVector<double>& velocity) {
   std::string text = "compvel\tobsvel\n";
   // Cd has the rows of the run; nObsRows counts those in use while an update is made.
   const int rows =
       run.switches.iUseAmplitude == 1 ? run.observations.Cd.size() / 2 : run.observations.Cd.size();
   for (int i = 1; i <= std::min(rows, velocity.hi()); ++i)
     text += FormatText("%lf\t%lf\n", velocity[i], run.observations.runVel[i]);
-  WriteText("compvel_obsvel.dat", text);
+  return text;
 }
 
 }  // namespace
 
-void DumpUpdate(const OffsetVector<double>& velocity) {
-  WriteVelocities(velocity);
+void DumpUpdate(const OffsetVector<double>& velocity, Listener& listener) {
+  DumpFiles files(listener);
   const int rows = run.update.CdActive.size();
-  WriteMatrix("Cm", run.parameters.Cm);
-  WriteVector("DeltaVel", run.update.deltaVel);
-  WriteMatrix("G", run.update.GActive);
-  WriteMatrix("Hessian", run.update.Hessian);
-  WriteMatrix("InvH", run.update.InvH);
-  WriteMatrix("Weight", run.update.Weight);
-  WriteMatrix("InvCd", run.update.InvCd.size(), run.update.InvCd.size(), "%le \t", run.update.InvCd);
-  WriteMatrix("Gt_Cdi", run.update.InvCd.size() == rows ? run.update.GActive.cols() : 0, rows, "%le \t",
-              [](int p, int r) { return run.update.GActive(r, p) * run.update.InvCd.diag(r); });
-  WriteMatrix("InvCm", run.update.InvCm);
-  WriteVector("DeltaModel", run.update.deltaModel);
-  WriteMatrix(run.switches.baseName + ".sh", run.update.Hessian);
+  files.Text("compvel_obsvel.dat", VelocityTable(velocity));
+  files.Matrix("Cm", run.parameters.Cm);
+  files.Vector("DeltaVel", run.update.deltaVel);
+  files.Matrix("G", run.update.GActive);
+  files.Matrix("Hessian", run.update.Hessian);
+  files.Matrix("InvH", run.update.InvH);
+  files.Matrix("Weight", run.update.Weight);
+  files.Matrix("InvCd", run.update.InvCd.size(), run.update.InvCd.size(), "%le \t", run.update.InvCd);
+  files.Matrix("Gt_Cdi", run.update.InvCd.size() == rows ? run.update.GActive.cols() : 0, rows, "%le \t",
+               [](int p, int r) { return run.update.GActive(r, p) * run.update.InvCd.diag(r); });
+  files.Matrix("InvCm", run.update.InvCm);
+  files.Vector("DeltaModel", run.update.deltaModel);
+  files.Matrix(run.switches.baseName + ".sh", run.update.Hessian);
 
   std::printf("iCurIterNo ... %ld\n", static_cast<long>(run.course.iCurIterNo));
   PrintVector("rModel ... \n", run.parameters.rModel.size(), [](int i) { return run.parameters.rModel[i]; });

@@ -5,13 +5,15 @@
 #pragma once
 
 #include "numeric/offset_array.h"
+#include "runtime/listener.h"
 
 namespace sondera {
 
 /// Writes "compvel_obsvel.dat", "Cm", "DeltaVel", "G", "Hessian", "InvH", "Weight", "InvCd", "Gt_Cdi",
 /// "InvCm", "DeltaModel" and run.switches.baseName + ".sh" (the Hessian), and prints iteration, model, residuals,
 /// diagonals and correction. Hessian and Cm are shown as the update leaves them, as LU factors.
+/// A file that cannot be written is told and left out.
 /// @param velocity  computed velocity by observation row
-void DumpUpdate(const OffsetVector<double>& velocity);
+void DumpUpdate(const OffsetVector<double>& velocity, Listener& listener);
 
 }  // namespace sondera

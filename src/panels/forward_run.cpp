@@ -2,10 +2,12 @@
 #include "run/forward_run.h"
 #include "panels/analresult.h"
 #include "panels/fmodeling_records.h"
+#include "panels/run_boxes.h"
 #include "records/model_records.h"
 #include "run/system_model.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/events.h"
 #include "runtime/redraw.h"
 
@@ -41,7 +43,9 @@ int RunFromPanel() {
 int RunFModel(int prePrfType, int iProfile) {
   SetCtrlVal(exdthd::STATUSMSG, "");
   if (GetFModelParam_AS() < 0 || GetFModelParam_RD() < 0) return -1;
-  if (ResetTheoDispInfo() < 0 || FS_AllocMemoryBlocks() < 0 || FS_fModel(prePrfType, iProfile) < 0) return -1;
+  if (ResetTheoDispInfo() < 0 || FS_AllocMemoryBlocks() < 0) return -1;
+  RunBoxes boxes;
+  if (FS_fModel(prePrfType, iProfile, GetCtrlVal(hmsetup::PROJID), boxes) < 0) return -1;
   ShowResult(iProfile);
   return 0;
 }

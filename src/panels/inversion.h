@@ -7,6 +7,7 @@
 // any event. A refusal has one message and the result -1.
 #pragma once
 
+#include "inversion/inversion_settings.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -24,6 +25,11 @@ int SetInvParams();
 /// Panel to records: the ratios to SMPParam, the rest to InvParam, the factors from the live pair.
 /// @return 0; -1 after a message when the record cannot have that many entries: then their number stays
 int GetInvParams();
+
+/// What a run takes from this panel and others beside the records.
+InversionSettings SettingsOfInversion();
+/// LENGTHUNIT of the measurement setup.
+LengthUnit UnitOfLength();
 
 /// Opens the panel, from the button and from the menu: SetInvParams; empties STATUSMSG and PROCESSMSG.
 int RunInvAnalCallback(Panel panel, ControlId control, Event event, long data);
@@ -65,6 +71,10 @@ void ClearIterBox(int which);
 /// points, curve display, lists, vectors, FS_RunIAnal. FModelParam keeps the given model.
 /// @return 0; -1 after a message, or when halted
 int RunInvAnal();
+
+/// The run itself, on the records as they stand and the vectors of FS_AllocMemoryBlocks, see RunInversion: of all
+/// buttons only Halt answers meanwhile. @return 0; -1 after a message, among them that of a halt
+int FS_RunIAnal();
 
 /// Whether the last start, of whatever kind, came as far as an entry: that of the starting model at least.
 bool LastStartHasEntries();

@@ -15,7 +15,6 @@
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
-#include "runtime/catalogue/meassetup.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
@@ -33,11 +32,10 @@ bool IsStored(const InvRecord& r, int entry) {
 
 /// Density and Poisson's ratio by Vs, for the panel's record and the profile that it was copied from.
 void UpdateDensityAndNu(InvRecord& r, int entry) {
-  const double factor = GetCtrlVal(meassetup::LENGTHUNIT);
-  const int unit = GetCtrlIndex(meassetup::LENGTHUNIT);
+  const LengthUnit unit = UnitOfLength();
   for (int i = 0; i < FModelParam.nLayers; ++i) {
     const std::size_t k = static_cast<std::size_t>(i);
-    const DensityAndNu ground = RuleForVs(FModelParam.Vs[k], factor, unit);
+    const DensityAndNu ground = RuleForVs(FModelParam.Vs[k], unit.LENGTHUNIT, unit.index);
     FModelParam.density[k] = r.density(entry, i) = ground.density;
     FModelParam.nu[k] = r.nu(entry, i) = ground.nu;
   }

@@ -5,15 +5,17 @@
 #include <string>
 #include <vector>
 
-#include "inversion/max_likelihood.h"
+#include "inversion/iterations.h"
 #include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
 #include "panels/inversion.h"
 #include "panels/inversion_entries.h"
+#include "panels/run_boxes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/result_room.h"
 #include "records/session.h"
+#include "run/run_progress.h"
 #include "run/system_model.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
@@ -21,6 +23,8 @@
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
+#include "runtime/redraw.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -36,6 +40,21 @@ class WaitCursor {
   ~WaitCursor() { SetWaitCursor(false); }
   WaitCursor(const WaitCursor&) = delete;
   WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+/// The boxes of a run, and the lists and plots that an iteration goes to.
+class InversionBoxes : public RunBoxes {
+ public:
+  void Stored(int iteration) override {
+    const std::string label = FormatText("INV %d", iteration);
+    InsertListItem(exdthd::ITERNO, -1, label, iteration);
+    InsertListItem(inversion::INV_SMP, -1, label, iteration);
+    InsertListItem(fmodeling::COPYPRF, -1, label, iteration);
+    SetCtrlIndex(exdthd::ITERNO, GetNumListItems(exdthd::ITERNO) - 1);
+    DisplayPanel(Panel::EXDTHD);
+    ExdThdCurvPlot();
+    DrawSideGraph(iteration);
+  }
 };
 
 /// The chosen model to FModelParam and through the checks of its panel.
@@ -168,6 +187,12 @@ int RunWithFormerLists(const EntryLists& former) {
 
 void ClearIterBox(int) {
   ClearEntryLists();
+}
+
+int FS_RunIAnal() {
+  const AnalysisLock lock;
+  InversionBoxes boxes;
+  return ShowRefusal(RunInversion(SettingsOfInversion(), boxes));
 }
 
 int RunInvAnal() {

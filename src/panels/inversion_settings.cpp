@@ -11,7 +11,9 @@
 #include "run/result_entries.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/dialogs.h"
 #include "runtime/graphs.h"
 
@@ -123,6 +125,24 @@ int GetInvParams() {
   r.minVs = GetCtrlVal(LB_VS);
   r.maxVs = GetCtrlVal(UB_VS);
   return result;
+}
+
+LengthUnit UnitOfLength() {
+  return {GetCtrlVal(meassetup::LENGTHUNIT), GetCtrlIndex(meassetup::LENGTHUNIT)};
+}
+
+InversionSettings SettingsOfInversion() {
+  const auto isOn = [](const ToggleControl& control) { return GetCtrlVal(control) == 1; };
+  InversionSettings settings;
+  settings.PROJID = GetCtrlVal(hmsetup::PROJID);
+  settings.fixed = {GetCtrlVal(CONST_MP_VS), GetCtrlVal(CONST_MP_H)};
+  settings.UPDATERHONU = GetCtrlVal(UPDATERHONU) == 1;
+  settings.unit = UnitOfLength();
+  settings.STEPCONTROL = isOn(STEPCONTROL);
+  settings.DATADEVIATION = isOn(DATADEVIATION);
+  settings.HUBERWEIGHTS = isOn(HUBERWEIGHTS);
+  settings.SEVERALSTARTS = isOn(SEVERALSTARTS);
+  return settings;
 }
 
 int InvAnalysisParamCallback(Panel, ControlId, Event, long) {

@@ -5,10 +5,7 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
-#include "records/session.h"
-#include "run/run_progress.h"
 #include "run/system_model.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -152,7 +149,7 @@ bool IsFinite(const LayerStack& stack) {
 }
 
 /// Layers of the run from the found ones.
-int TakeShape(const LayerStack& found) {
+Refusal TakeShape(const LayerStack& found) {
   if (run.switches.iProfileShape == kMergedByHVs || run.switches.iProfileShape == kMergedByHOverVs)
     return ReplaceRunLayers(MergedLayers(found, run.switches.iProfileShape));
   if (run.switches.iProfileShape != kOnGivenLayers) return ReplaceRunLayers(found);
@@ -162,17 +159,17 @@ int TakeShape(const LayerStack& found) {
     FS_PropLayer(top + run.ground.layerH[i] / 2.0, i, given.Vs[i], RunLayerColumns());
     top += run.ground.layerH[i];
   }
-  return 0;
+  return {};
 }
 
-int MakeProfile(const std::vector<CurvePoint>& curve) {
+Refusal MakeProfile(const std::vector<CurvePoint>& curve, Listener& listener) {
   LayerStack found(static_cast<int>(curve.size()) + 1);
-  if (StripLayers(curve, run.switches.alphaDepth, found) < 0) return -1;
+  if (Refusal halt = StripLayers(curve, run.switches.alphaDepth, found, listener)) return halt;
   if (found.n == 0 || !IsFinite(found))
-    return Refuse(
-        FormatText("The global dispersion curve gives no layer of a starting profile for the "
-                   "Depth-to-WaveL ratio %g.",
-                   run.switches.alphaDepth));
+    return FormatText(
+        "The global dispersion curve gives no layer of a starting profile for the "
+        "Depth-to-WaveL ratio %g.",
+        run.switches.alphaDepth);
   return TakeShape(found);
 }
 
@@ -203,9 +200,10 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
   return true;
 }
 
-int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found) {
+Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
+                    Listener& listener) {
   found.n = 0;
-  if (curve.size() < 2) return 0;
+  if (curve.size() < 2) return {};
   Strip strip(curve, ratio, found);
   strip.Search(curve.front(), curve.front().c, kStep * curve.front().c);
   for (std::size_t p = 1; p + 1 < curve.size(); ++p) {
@@ -213,11 +211,11 @@ int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& 
       strip.Extend(curve[p]);
       continue;
     }
-    if (HaltAsked()) return -1;
+    if (listener.Poll()) return Refusal::WithoutReason();
     strip.Search(curve[p], strip.cMax(), -kStep * strip.cMax());
   }
   strip.Finish();
-  return 0;
+  return {};
 }
 
 LayerStack OnGivenLayering(const LayerStack& found) {
@@ -255,17 +253,16 @@ LayerStack MergedLayers(const LayerStack& found, int shape) {
   return merged;
 }
 
-int FS_AnalPrePrf() {
+Refusal FS_AnalPrePrf(Listener& listener) {
   if (!(run.switches.alphaDepth > 0.0) || !std::isfinite(run.switches.alphaDepth))
-    return Refuse(FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.switches.alphaDepth));
+    return FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.switches.alphaDepth);
   const std::vector<CurvePoint> curve = ObservedCurve();
-  if (curve.size() < 2)
-    return Refuse("A starting profile needs a global dispersion curve of two points or more.");
+  if (curve.size() < 2) return "A starting profile needs a global dispersion curve of two points or more.";
   if (!IsOneGround(curve))
-    return Refuse("The velocities of the global dispersion curve are too far apart for one ground.");
+    return "The velocities of the global dispersion curve are too far apart for one ground.";
   const bool replaces = run.switches.iProfileShape != kOnGivenLayers;
   if (replaces) KeepGivenLayersAsStrata();
-  const int result = MakeProfile(curve);
+  Refusal result = MakeProfile(curve, listener);
   if (replaces) FS_DeAllocateStrataPropLayer();
   return result;
 }

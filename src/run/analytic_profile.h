@@ -31,10 +31,11 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
 /// @param[in]  ratio  depth over wavelength, above 0
 /// @param[out] found  room for one layer more than there are points. Layers 1..n - 1 are those of the curve,
 ///                    layer n is the extra deep one. No layer: n is 0
-/// @return 0, or -1 when halted
+/// @return refused, without a reason, when halted
 /// A point within 5 % of the velocity that made the last layer extends that layer. A point without a root, or
 /// with a layer that its wave does not get through, is passed over, and so is one no deeper than the layers.
-[[nodiscard]] int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found);
+Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
+                    Listener& listener);
 
 /// The found layers on the layering of the run: each of its layers gets the travel-time mean velocity of what
 /// lies in it, the one of the layer above where nothing does.

@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <limits>
 
-#include "records/session.h"
 #include "run/system_model.h"
-#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -25,7 +23,7 @@ void FillLayers(const std::vector<CurvePoint>& curve, const double* H, int n, co
   }
 }
 
-int FillBounds(const std::vector<CurvePoint>& curve) {
+Refusal FillBounds(const std::vector<CurvePoint>& curve) {
   const std::vector<double> H =
       BoundsFromCurve(curve, run.ground.nLayersCur, run.ground.layerH[run.ground.nLayersCur]);
   LayerStack stack(static_cast<int>(H.size()));
@@ -33,7 +31,7 @@ int FillBounds(const std::vector<CurvePoint>& curve) {
   for (int i = 1; i <= stack.n; ++i) stack.H[i] = H[static_cast<std::size_t>(i - 1)];
   KeepGivenLayersAsStrata();
   FillLayers(curve, stack.H.shifted(), stack.n, stack.columns());
-  const int result = ReplaceRunLayers(stack);
+  Refusal result = ReplaceRunLayers(stack);
   FS_DeAllocateStrataPropLayer();
   return result;
 }
@@ -73,12 +71,12 @@ std::vector<double> BoundsFromCurve(const std::vector<CurvePoint>& curve, int mo
   return H;
 }
 
-int FS_EmpPrePrf() {
+Refusal FS_EmpPrePrf() {
   const std::vector<CurvePoint> curve = ObservedCurve();
-  if (curve.empty()) return Refuse("A starting profile needs a global dispersion curve.");
+  if (curve.empty()) return "A starting profile needs a global dispersion curve.";
   if (run.switches.iProfileShape == kBoundsFromCurve) return FillBounds(curve);
   FillLayers(curve, run.ground.layerH.shifted(), run.ground.nLayersCur, RunLayerColumns());
-  return 0;
+  return {};
 }
 
 }  // namespace sondera

@@ -44,10 +44,12 @@ int Finish(int iProfile, const OffsetVector<double>& vel, const OffsetVector<dou
 
 }  // namespace
 
-int FS_fModel(int prePrfType, int iProfile) {
+int FS_fModel(int prePrfType, int iProfile, const std::string& PROJID, RunListener& listener) {
   const AnalysisLock lock;
   const RunFiles files;
-  if (FS_RetrieveSystemPM(kForwardRun, prePrfType) < 0 || FS_GetStartMP() < 0) return -1;
+  if (ShowRefusal(FS_RetrieveSystemPM(kForwardRun, prePrfType, PROJID)) < 0 ||
+      ShowRefusal(FS_GetStartMP({}, listener)) < 0)
+    return -1;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.receivers.recSetupList);
   FS_ReportTime(0);

@@ -4,6 +4,9 @@
 // and the records.
 #pragma once
 
+#include <string>
+
+#include "run/run_listener.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -16,7 +19,7 @@ int RunFModel(int prePrfType, int iProfile);
 
 /// The run itself, on FModelParam and TheoDispInfo as they stand and on the vectors of FS_AllocMemoryBlocks.
 /// A halted run saves nothing. @return as above
-int FS_fModel(int prePrfType, int iProfile);
+int FS_fModel(int prePrfType, int iProfile, const std::string& PROJID, RunListener& listener);
 
 /// Run from the button of the results page; and from the menu, which first takes the list of iterations to
 /// its only item.

@@ -6,10 +6,8 @@
 
 #include "records/model_records.h"
 #include "records/run_limits.h"
-#include "records/session.h"
 #include "run/layer_table.h"
 #include "run/system_model.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -73,10 +71,10 @@ void KeepGivenLayersAsStrata() {
   }
 }
 
-int ReplaceRunLayers(const LayerStack& stack) {
+Refusal ReplaceRunLayers(const LayerStack& stack) {
   const int n = stack.n;
   if (n < 1 || n > kMaxRunLayers)
-    return Refuse(FormatText("The starting profile has %d layers. It must have 1 to %d.", n, kMaxRunLayers));
+    return FormatText("The starting profile has %d layers. It must have 1 to %d.", n, kMaxRunLayers);
   Resize(run.ground.layerH, n, &stack.H);
   Resize(run.ground.layerVs, n, &stack.Vs);
   Resize(run.ground.layerVp, n, &stack.Vp);
@@ -100,7 +98,7 @@ int ReplaceRunLayers(const LayerStack& stack) {
   run.ground.nLayersCur = n;
   run.ground.lastLayerH = stack.H[n];
   CopyToTheoDispInfo();
-  return 0;
+  return {};
 }
 
 }  // namespace sondera

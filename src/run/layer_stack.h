@@ -25,7 +25,7 @@ void KeepGivenLayersAsStrata();
 
 /// Makes the stack the layers of the run, and of TheoDispInfo for what stores and shows them: thickness,
 /// completed properties, and the flags of the stratum at each mid-depth.
-/// @return 0; -1 after a message when no run takes that many layers
-[[nodiscard]] int ReplaceRunLayers(const LayerStack& stack);
+/// Refuses when no run takes that many layers.
+Refusal ReplaceRunLayers(const LayerStack& stack);
 
 }  // namespace sondera

@@ -6,8 +6,6 @@
 #include <string>
 
 #include "run/system_state.h"
-#include "runtime/catalogue/inversion.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -16,25 +14,26 @@ namespace {
 constexpr const char* kWarningTitle = "Sondera - Warning";
 
 /// Clears the entries of one quantity at the layers that a list names.
-void Constrain(int quantity, const char* name, std::string text) {
+void Constrain(int quantity, const char* name, std::string text, Listener& listener) {
   if (text.size() > kMaxConstraintText) {
-    MessagePopup(kWarningTitle,
-                 FormatText("The list of layers with the constraint of %s is longer than %d characters. "
-                            "The rest of it is not used.",
-                            name, kMaxConstraintText));
+    listener.ShowMessage(
+        kWarningTitle,
+        FormatText("The list of layers with the constraint of %s is longer than %d characters. "
+                   "The rest of it is not used.",
+                   name, kMaxConstraintText));
     text.resize(kMaxConstraintText);
   }
   int count = 0;
   const std::vector<int> layers = RetrieveLayerNoFromStr(text, count);
   if (count > kMaxConstraints)
-    MessagePopup(kWarningTitle,
-                 FormatText("The list of layers with the constraint of %s has %d numbers. Only the "
-                            "first %d are used.",
-                            name, count, kMaxConstraints));
+    listener.ShowMessage(kWarningTitle,
+                         FormatText("The list of layers with the constraint of %s has %d numbers. Only the "
+                                    "first %d are used.",
+                                    name, count, kMaxConstraints));
   for (const int l : layers) {
     if (l < 1 || l > run.ground.nLayersCur) {
-      MessagePopup(kWarningTitle,
-                   FormatText("The layer with the constraint of %s, %d, is not valid.", name, l));
+      listener.ShowMessage(kWarningTitle,
+                           FormatText("The layer with the constraint of %s, %d, is not valid.", name, l));
       continue;
     }
     run.parameters.MapEntry(quantity, l) = 0;
@@ -56,15 +55,15 @@ std::vector<int> RetrieveLayerNoFromStr(std::string_view text, int& count) {
   return numbers;
 }
 
-void NumberModelParameters(int modelParm) {
+void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listener& listener) {
   const int n = run.ground.nLayersCur;
   std::fill(run.parameters.ModelMap.begin(), run.parameters.ModelMap.end(), 0);
   for (int l = 1; l <= n; ++l) {
     if ((modelParm == 2 || modelParm == 3) && l < n) run.parameters.MapEntry(kQuantityH, l) = 1;
     if (modelParm == 1 || modelParm == 3) run.parameters.MapEntry(kQuantityVs, l) = 1;
   }
-  Constrain(kQuantityVs, "Vs", GetCtrlVal(inversion::CONST_MP_VS));
-  Constrain(kQuantityH, "H", GetCtrlVal(inversion::CONST_MP_H));
+  Constrain(kQuantityVs, "Vs", fixed.CONST_MP_VS, listener);
+  Constrain(kQuantityH, "H", fixed.CONST_MP_H, listener);
   int number = 0;
   for (int l = 1; l <= n; ++l) {
     for (const int q : {kQuantityH, kQuantityVs}) {

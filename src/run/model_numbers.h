@@ -4,8 +4,11 @@
 // of `run`; owns no state.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
+
+#include "runtime/listener.h"
 
 namespace sondera {
 
@@ -18,11 +21,15 @@ inline constexpr int kMaxConstraintText = 1024;  ///< bytes of one list
 /// @return the first kMaxConstraints numbers
 std::vector<int> RetrieveLayerNoFromStr(std::string_view text, int& count);
 
+/// Lists of the layers whose Vs and whose thickness are fixed in an inversion, as the panel has them.
+struct ConstrainedLayers {
+  std::string CONST_MP_VS, CONST_MP_H;
+};
+
 /// Numbers the free parameters of the run in ModelMap, from 1, layer after layer and H before Vs, and sets
 /// nModelParm: by the parameter choice (1 Vs, 2 H, 3 both), without the half-space's thickness and without
-/// the layers that CONST_MP_VS and CONST_MP_H list. Listed layers that do not exist are reported and skipped.
-/// Vp and density are never free.
-void NumberModelParameters(int modelParm);
+/// the layers that are fixed. Listed layers that do not exist are told and skipped. Vp and density are never free.
+void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listener& listener);
 
 /// Layer and quantity (1 H, 2 Vs, 3 Vp, 4 density) of a parameter. Kept: both are 1 for a number that does
 /// not exist.

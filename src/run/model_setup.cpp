@@ -15,7 +15,6 @@
 #include "run/model_numbers.h"
 #include "run/preliminary_profile.h"
 #include "run/system_model.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -65,12 +64,12 @@ std::string CheckInvSettings(const InvRecord& r) {
 
 }  // namespace
 
-int FS_ReadLayerProp() {
+Refusal FS_ReadLayerProp() {
   const ModelRecord& t = TheoDispInfo;
   if (t.nLayers != run.ground.nLayersCur)
-    return Refuse(FormatText("The run has %d layers, its model %d.", run.ground.nLayersCur, t.nLayers));
+    return FormatText("The run has %d layers, its model %d.", run.ground.nLayersCur, t.nLayers);
   const std::string complaint = CheckRunLayers(t);
-  if (!complaint.empty()) return Refuse(complaint);
+  if (!complaint.empty()) return complaint;
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     const std::size_t i = static_cast<std::size_t>(l - 1);
     run.ground.layerH[l] = t.thickness[i];
@@ -82,45 +81,46 @@ int FS_ReadLayerProp() {
     CompleteLayer(l);
   }
   run.ground.lastLayerH = run.ground.layerH[run.ground.nLayersCur];
-  return 0;
+  return {};
 }
 
-int FS_ReadModelParmF() {
-  if (run.switches.iAnalysis <= 0) return 0;
+Refusal FS_ReadModelParmF(const ConstrainedLayers& fixed, Listener& listener) {
+  if (run.switches.iAnalysis <= 0) return {};
   const std::string complaint = CheckInvSettings(InvParam);
-  if (!complaint.empty()) return Refuse(complaint);
+  if (!complaint.empty()) return complaint;
   run.parameters.parmMin[kQuantityH] = InvParam.minH;
   run.parameters.parmMax[kQuantityH] = InvParam.maxH;
   run.parameters.parmMin[kQuantityVs] = InvParam.minVs;
   run.parameters.parmMax[kQuantityVs] = InvParam.maxVs;
-  NumberModelParameters(InvParam.MODELPARM);
+  NumberModelParameters(InvParam.MODELPARM, fixed, listener);
   if (run.parameters.nModelParm == 0)
-    return Refuse("All layers are constrained: there is no model parameter to vary.");
+    return "All layers are constrained: there is no model parameter to vary.";
   SizeModel(run.parameters.nModelParm);
   std::fill(run.parameters.corrLength.begin(), run.parameters.corrLength.end(), 0.0);
   std::fill(run.parameters.uncH.begin(), run.parameters.uncH.end(), InvParam.ufH);
   std::fill(run.parameters.uncVs.begin(), run.parameters.uncVs.end(), InvParam.ufVs);
   FS_SystemSetup();
   FS_Setup_Cm();
-  return 0;
+  return {};
 }
 
-int FS_PrelimAnal() {
+Refusal FS_PrelimAnal(const ConstrainedLayers& fixed, Listener& listener) {
   FS_AllocatePropLayer(run.ground.nLayersCur);
-  if (FS_ReadLayerProp() < 0) return -1;
+  if (Refusal refusal = FS_ReadLayerProp()) return refusal;
   const int type = run.switches.preliminaryProfileType;
   if ((type == kEmpiricalProfile || type == kAnalyticProfile) &&
       (run.switches.iProfileShape == kOnGivenLayers || run.switches.iProfileShape == kAsFound)) {
-    if (FS_SetUpObsData(1) < 0) return -1;
-    if ((type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf()) < 0) return -1;
+    if (FS_SetUpObsData(1) < 0) return Refusal::WithoutReason();
+    if (Refusal refusal = type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf(listener))
+      return refusal;
   } else {
     // The depth that goes with a layer is one and a half times its thickness, wherever it lies.
     for (int l = 1; l <= run.ground.nLayersCur; ++l)
       FS_PropLayer(1.5 * run.ground.layerH[l], l, run.ground.layerVs[l], RunLayerColumns());
   }
-  if (run.switches.iInvScheme <= 0) return 0;
+  if (run.switches.iInvScheme <= 0) return {};
   FS_AllocateModelInfo(1, run.ground.nLayersCur);
-  return FS_ReadModelParmF();
+  return FS_ReadModelParmF(fixed, listener);
 }
 
 }  // namespace sondera

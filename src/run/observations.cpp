@@ -15,8 +15,6 @@
 #include "run/point_grid.h"
 #include "run/run_files.h"
 #include "run/system_model.h"
-#include "runtime/catalogue/hmsetup.h"
-#include "runtime/dialogs.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
 
@@ -101,15 +99,14 @@ std::string CheckGlobalData(const ModelRecord& r) {
 
 /// First part of the names of the result files. A project file brings its id along, and must not choose the
 /// folder they go to.
-int NameResultFiles() {
-  const std::string projID = GetCtrlVal(hmsetup::PROJID);
-  if (!IsPlainFileName(projID))
-    return Refuse(FormatText(
+Refusal NameResultFiles(const std::string& PROJID) {
+  if (!IsPlainFileName(PROJID))
+    return FormatText(
         "The project id \"%s\" cannot name the result files: it must not be empty, \".\" or \"..\", "
         "and must have no \"/\". Please change it in the hardware setup.",
-        projID.c_str()));
-  run.switches.baseName = JoinPath(session.resultFolder, projID);
-  return 0;
+        PROJID.c_str());
+  run.switches.baseName = JoinPath(session.resultFolder, PROJID);
+  return {};
 }
 
 /// Range of all array curves together, Hz.
@@ -118,11 +115,11 @@ std::pair<double, double> ArrayRange(const ModelRecord& r) {
   return {*std::min_element(r.pairMin.begin(), minEnd), *std::max_element(r.pairMax.begin(), maxEnd)};
 }
 
-int RefuseGrid(double min, double max, double ratio) {
-  return Refuse(
-      FormatText("The range from %g to %g with the increment ratio %g gives no points to compute. Both ends "
-                 "must be above 0.",
-                 min, max, ratio));
+Refusal NoGrid(double min, double max, double ratio) {
+  return FormatText(
+      "The range from %g to %g with the increment ratio %g gives no points to compute. Both ends "
+      "must be above 0.",
+      min, max, ratio);
 }
 
 void CopyColumn(const std::vector<double>& from, OffsetVector<double>& to, int n) {
@@ -130,29 +127,29 @@ void CopyColumn(const std::vector<double>& from, OffsetVector<double>& to, int n
 }
 
 /// Points of a run without data: over the range of the global curve, or of all array curves together.
-int MakeGlobalGrid(ModelRecord& r) {
+Refusal MakeGlobalGrid(ModelRecord& r) {
   const bool array = run.switches.iDispSource == 2;
   const auto [min, max] = array ? ArrayRange(r) : std::pair{r.xMinGlobal, r.xMaxGlobal};
   const OffsetVector<double> x = PointGrid(min, max, r.incRatio, run.observations.nDispPoints);
   if (!PointsAreUsable(x)) {
     if (array && std::abs(run.switches.iAnalysis) != 2)
-      return 0;  // not looked at; the array grid is judged for itself
-    return RefuseGrid(min, max, r.incRatio);
+      return {};  // not looked at; the array grid is judged for itself
+    return NoGrid(min, max, r.incRatio);
   }
   std::copy(
       x.begin(), x.end(),
       (run.switches.xDomain == 1 ? run.observations.globalLambda : run.observations.globalFreq).begin());
-  if (array) return 0;  // the stored global curve stays: the record's array curves are what is shown
+  if (array) return {};  // the stored global curve stays: the record's array curves are what is shown
   std::copy(run.observations.globalFreq.begin(), run.observations.globalFreq.end(), r.globalFreq.begin());
   std::copy(run.observations.globalLambda.begin(), run.observations.globalLambda.end(), r.globalWlen.begin());
-  return 0;
+  return {};
 }
 
-int FillGlobalCurve(ModelRecord& r) {
+Refusal FillGlobalCurve(ModelRecord& r) {
   const int n = run.observations.nDispPoints = r.nDispPointsG;
   if (n > run.observations.globalVel.size() || n > run.observations.globalRecType.size())
-    return Refuse(FormatText("The global curve has %d points, the run was set up for %d.", n,
-                             run.observations.globalVel.size()));
+    return FormatText("The global curve has %d points, the run was set up for %d.", n,
+                      run.observations.globalVel.size());
   for (auto column : {&Observations::globalVel, &Observations::globalFreq, &Observations::globalLambda,
                       &Observations::globalDev})
     run.observations.*column = OffsetVector<double>(1, n);
@@ -163,7 +160,7 @@ int FillGlobalCurve(ModelRecord& r) {
   const bool waveform = run.switches.runKind == kWaveformRun && r.DispCurvInfo != 0;
   if (run.switches.iHaveData != 1 && !waveform) return MakeGlobalGrid(r);
   const std::string complaint = CheckGlobalData(r);
-  if (!complaint.empty()) return Refuse(complaint);
+  if (!complaint.empty()) return complaint;
   if (run.switches.iHaveData == 1) {
     CopyColumn(r.globalVel, run.observations.globalVel, n);
     CopyColumn(r.globalFreq, run.observations.globalFreq, n);
@@ -173,7 +170,7 @@ int FillGlobalCurve(ModelRecord& r) {
   } else {
     CopyColumn(r.globalFreq, run.observations.globalFreq, n);
   }
-  return 0;
+  return {};
 }
 
 /// Receivers, pairs and empty tables of the item of array curves.
@@ -194,10 +191,10 @@ ObsCurve MakeObsCurve(const ModelRecord& r) {
 }
 
 /// Frequencies of a run without data, and the marks of the points to compute.
-int MakeArrayGrid(ModelRecord& r, ObsCurve& o) {
+Refusal MakeArrayGrid(ModelRecord& r, ObsCurve& o) {
   const auto [min, max] = ArrayRange(r);
   o.freq = PointGrid(min, max, r.incRatio, o.nFreq);
-  if (!PointsAreUsable(o.freq)) return RefuseGrid(min, max, r.incRatio);
+  if (!PointsAreUsable(o.freq)) return NoGrid(min, max, r.incRatio);
   std::copy(o.freq.begin(), o.freq.end(), r.freq.begin());
   for (int p = 1; p <= o.nFreq; ++p) {
     for (int c = 1; c <= o.nCurves; ++c) {
@@ -206,7 +203,7 @@ int MakeArrayGrid(ModelRecord& r, ObsCurve& o) {
       o.vel[o.At(p, c)] = outside ? 0.0 : 1.0;
     }
   }
-  return 0;
+  return {};
 }
 
 /// Puts the points that count into the flat vectors.
@@ -236,19 +233,20 @@ std::string RunTitle(int analysis, bool inversion) {
   return inversion ? "Enhanced3-D Inversion" : "Enhanced 3-D";
 }
 
-int FS_RetrieveSystemPM(int kind, int prePrfType) {
-  if (kind < kForwardRun || kind > kWaveformRun) return -1;
+Refusal FS_RetrieveSystemPM(int kind, int prePrfType, const std::string& PROJID) {
+  if (kind < kForwardRun || kind > kWaveformRun) return Refusal::WithoutReason();
   run.switches.runKind = kind;
   const ModelRecord& r = SourceRecord();
   const std::string complaint = CheckRunSettings(r);
-  if (!complaint.empty()) return Refuse(complaint);
+  if (!complaint.empty()) return complaint;
   SetSwitches(kind, prePrfType, r);
   run.switches.iAnalysis = run.switches.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.switches.iMeshGraded = FModelParam.analysis == 4;
   run.course.runTitle = RunTitle(FModelParam.analysis, kind == kInversionRun);
-  if (NameResultFiles() < 0 || FS_OpenFiles(kind) < 0) return -1;
+  if (Refusal refusal = NameResultFiles(PROJID)) return refusal;
+  if (FS_OpenFiles(kind) < 0) return Refusal::WithoutReason();
   FS_ReadReceiverSetup();
-  return 0;
+  return {};
 }
 
 void FS_ReadReceiverSetup() {
@@ -272,37 +270,38 @@ void FS_ReadReceiverSetup() {
   }
 }
 
-int FS_ReadCompDispCurve() {
+Refusal FS_ReadCompDispCurve() {
   ModelRecord& r = SourceRecord();
   const double cells = static_cast<double>(r.nDispPoints) * r.nDispCurves;
   if (r.nDispCurves > run.observations.iArrayIndex.rowHi() ||
       r.nDispPoints > run.observations.iArrayIndex.colHi() || cells > run.observations.arrayVel.size())
-    return Refuse(
-        FormatText("The run was not set up for %d array curves of %d points.", r.nDispCurves, r.nDispPoints));
+    return FormatText("The run was not set up for %d array curves of %d points.", r.nDispCurves,
+                      r.nDispPoints);
   ObsCurve o = MakeObsCurve(r);
   if (run.switches.iHaveData == 1) {
     const std::string complaint = CheckArrayData(r);
-    if (!complaint.empty()) return Refuse(complaint);
+    if (!complaint.empty()) return complaint;
     CopyColumn(r.freq, o.freq, o.nFreq);
     CopyColumn(r.vel, o.vel, o.vel.size());
-  } else if (MakeArrayGrid(r, o) < 0) {
-    return -1;
+  } else if (Refusal refusal = MakeArrayGrid(r, o)) {
+    return refusal;
   }
   FlattenArrayCurves(o);
   run.observations.obsCurves = LList<ObsCurve>();
   PtrEnlist(run.observations.obsCurves, std::make_unique<ObsCurve>(std::move(o)));
-  return 0;
+  return {};
 }
 
-int FS_GetStartMP() {
+Refusal FS_GetStartMP(const ConstrainedLayers& fixed, Listener& listener) {
   ModelRecord& r = SourceRecord();
   const std::string complaint = CheckRunSettings(r);
-  if (!complaint.empty()) return Refuse(complaint);
-  if (FillGlobalCurve(r) < 0) return -1;
+  if (!complaint.empty()) return complaint;
+  if (Refusal refusal = FillGlobalCurve(r)) return refusal;
   run.observations.nObs = 0;
   run.observations.obsCurves = LList<ObsCurve>();
-  if (run.switches.iDispSource == 2 && FS_ReadCompDispCurve() < 0) return -1;
-  return FS_PrelimAnal();
+  if (run.switches.iDispSource == 2)
+    if (Refusal refusal = FS_ReadCompDispCurve()) return refusal;
+  return FS_PrelimAnal(fixed, listener);
 }
 
 }  // namespace sondera

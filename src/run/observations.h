@@ -13,6 +13,8 @@
 #include "run/covariances.h"
 #include "run/model_numbers.h"
 #include "run/model_setup.h"
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -27,9 +29,9 @@ std::string RunTitle(int analysis, bool inversion);
 /// @param kind         kForwardRun, kInversionRun or kWaveformRun
 /// @param prePrfType   preliminary profile: 0 as given, 1 empirical, 2 analytic; not looked at in waveform
 /// runs
-/// @return 0; -1 after a message when a setting is unusable, the project id is no file name, or a result file
-///         cannot be written
-[[nodiscard]] int FS_RetrieveSystemPM(int kind, int prePrfType);
+/// @param PROJID       the project id, first part of the names of the result files
+/// Refuses a setting that is unusable, a project id that is no file name, and a result file that cannot be written.
+Refusal FS_RetrieveSystemPM(int kind, int prePrfType, const std::string& PROJID);
 
 /// Receiver set-ups of the run: one explicit pair for a global curve with fixed receivers, one for each array
 /// curve; their numbers start at 4.
@@ -37,13 +39,12 @@ void FS_ReadReceiverSetup();
 
 /// Points, layers and model of the run: the global curve, the array curves where the run is on them, and
 /// FS_PrelimAnal. Points of a run without data are made here, and written back to the record for the display.
-/// @return 0, or -1 after a message
-[[nodiscard]] int FS_GetStartMP();
+/// @param fixed  layers without a free Vs or H, for an inversion
+Refusal FS_GetStartMP(const ConstrainedLayers& fixed, Listener& listener);
 
 /// The item of array curves and the flat vectors of its points, walking point by point and curve by curve
 /// within a point. With data every non-zero velocity counts; without, every frequency inside a curve's own
 /// range, with velocity 1 as a mark that it is to be computed.
-/// @return 0, or -1 after a message
-[[nodiscard]] int FS_ReadCompDispCurve();
+Refusal FS_ReadCompDispCurve();
 
 }  // namespace sondera

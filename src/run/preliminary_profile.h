@@ -7,6 +7,9 @@
 
 #include <vector>
 
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
+
 namespace sondera {
 
 inline constexpr int kEmpiricalProfile = 1, kAnalyticProfile = 2;  ///< run.switches.preliminaryProfileType
@@ -61,8 +64,8 @@ bool IsOneGround(const std::vector<CurvePoint>& curve);
 /// FS_EmpPrePrf by the mean velocity of the points between w / 3 of top and bottom of each layer, times 1.1.
 /// Kept: a layer without a point gets 0/0 as its velocity from FS_EmpPrePrf, and no solver then gives a
 /// result.
-/// @return 0; -1 after a message when no profile can be made from the curve, or when halted (no message)
-[[nodiscard]] int FS_EmpPrePrf();
-[[nodiscard]] int FS_AnalPrePrf();
+/// Both refuse a curve that no profile can be made from; a halt is a refusal without a reason.
+Refusal FS_EmpPrePrf();
+Refusal FS_AnalPrePrf(Listener& listener);
 
 }  // namespace sondera

@@ -60,12 +60,16 @@ void EndRunProgress() {
 AnalysisLock::AnalysisLock()
     : ControlLock({&exdthd::HALT}, session.appTitle, "An analysis is running. Please halt it first.") {
   run.course.iHaltRequest = 0;
+  ForgetHalt();
 }
 
 bool HaltAsked() {
   ProcessSystemEvents();
   const bool asked = run.course.iHaltRequest == 1 || InterruptRequested();
-  if (asked) run.course.iHaltRequest = 0;
+  if (asked) {
+    run.course.iHaltRequest = 0;
+    NoteHalt();
+  }
   return asked;
 }
 

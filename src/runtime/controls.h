@@ -16,6 +16,7 @@
 #include "runtime/changes.h"
 #include "runtime/control.h"
 #include "runtime/control_lock.h"
+#include "runtime/events.h"
 
 namespace sondera {
 
@@ -195,11 +196,13 @@ inline int Commit(const Control& c, long data = 0) {
   return SendEvent(c, Event::Commit, data);
 }
 
-/// Presses several controls, each of them whatever the others said, and remembers a refusal.
+/// Presses several controls, each of them whatever the others said, and remembers a refusal. A halt in one of
+/// them ends the chain: what would come behind it is not pressed (see NoteHalt).
 class Presses {
  public:
+  Presses() { ForgetHalt(); }
   void operator()(const Control& c, long data = 0) {
-    if (Commit(c, data) < 0) result_ = -1;
+    if (PressHalted() || Commit(c, data) < 0) result_ = -1;
   }
   int result() const { return result_; }  ///< 0, or -1 when one refused
 

@@ -49,7 +49,9 @@ int Refuse(std::string_view text) {
 
 int ShowRefusal(const Refusal& refusal) {
   if (!refusal) return 0;
-  return refusal.reason().empty() ? -1 : Refuse(refusal.reason());
+  if (!refusal.reason().empty())
+    MessagePopup(refusal.title().empty() ? kAppTitle : std::string_view(refusal.title()), refusal.reason());
+  return -1;
 }
 
 bool ConfirmPopup(std::string_view title, std::string_view text) {

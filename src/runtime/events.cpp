@@ -17,6 +17,7 @@ namespace {
 struct EventState {
   std::optional<int> quit;
   bool waitCursor = false;
+  bool halted = false;
 };
 EventState state;
 volatile std::sig_atomic_t interruptFlag = 0;  // set from a signal handler, as the time is
@@ -47,6 +48,16 @@ bool QuitRequested() {
 void ResetEvents() {
   state = {};
   interruptFlag = 0;
+}
+
+void NoteHalt() {
+  state.halted = true;
+}
+bool PressHalted() {
+  return state.halted;
+}
+void ForgetHalt() {
+  state.halted = false;
 }
 
 void SetWaitCursor(bool on) {

@@ -19,6 +19,13 @@ bool QuitRequested();
 /// Forgets a quit and an interrupt; a session starts with it.
 void ResetEvents();
 
+/// A halt ends the whole press that it came in, also where that press makes others: whoever asks for a halt or
+/// ends by one notes it, and a chain of presses asks before each of them. A chain, and a run, begin by forgetting
+/// what was noted before.
+void NoteHalt();
+bool PressHalted();
+void ForgetHalt();
+
 /// Shows or takes away the wait cursor. Calls do not nest.
 void SetWaitCursor(bool on);
 bool WaitCursorShown();

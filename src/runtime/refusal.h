@@ -17,13 +17,20 @@ class [[nodiscard]] Refusal {
       : refused_(true), reason_(std::move(reason)) {}            // NOLINT: a reason is a refusal
   Refusal(const char* reason) : Refusal(std::string(reason)) {}  // NOLINT
   static Refusal WithoutReason() { return Refusal(std::string()); }
+  /// A reason that is shown under a title of its own.
+  static Refusal Titled(std::string title, std::string reason) {
+    Refusal refusal(std::move(reason));
+    refusal.title_ = std::move(title);
+    return refusal;
+  }
 
   explicit operator bool() const { return refused_; }
   const std::string& reason() const { return reason_; }  ///< one or more sentences; "" for none
+  const std::string& title() const { return title_; }    ///< "": that of the program
 
  private:
   bool refused_ = false;
-  std::string reason_;
+  std::string reason_, title_;
 };
 
 }  // namespace sondera

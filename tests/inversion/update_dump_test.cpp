@@ -39,7 +39,7 @@ class UpdateDump : public UpdateTest {
   /// What a dump prints.
   std::string Dump() {
     ::testing::internal::CaptureStdout();
-    DumpUpdate(computed);
+    DumpUpdate(computed, boxes);
     return ::testing::internal::GetCapturedStdout();
   }
 

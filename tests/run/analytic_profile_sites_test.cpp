@@ -11,6 +11,7 @@
 #include "run/observations.h"
 #include "run/system_model.h"
 #include "signal/site_curves.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -10,6 +10,7 @@
 #include "forward/plane_wave.h"
 #include "run/observations.h"
 #include "run/system_model.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -103,7 +104,7 @@ class AnalyticProfile : public RunTest {
   void StartRun(const std::vector<LayerRow>& layers, double ratio = 0.5) {
     SetLayers(layers);
     ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-    ASSERT_EQ(FS_ReadLayerProp(), 0);
+    ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
     run.switches.preliminaryProfileType = kAnalyticProfile;
     run.switches.iProfileShape = kOnGivenLayers;
     run.switches.alphaDepth = ratio;
@@ -601,7 +602,7 @@ TEST_F(AnalyticProfile, MoreLayersThanARunTakesAreRefusedInTheDormantShapes) {
   StartPlain(3);
   LayerStack many(1002);
   many.n = 1001;
-  EXPECT_EQ(ReplaceRunLayers(many), -1);
+  EXPECT_EQ(ShowRefusal(ReplaceRunLayers(many)), -1);
   EXPECT_EQ(OnlyMessage(), "The starting profile has 1001 layers. It must have 1 to 1000.");
   EXPECT_EQ(run.ground.nLayersCur, 3);
 }

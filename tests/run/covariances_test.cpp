@@ -6,6 +6,7 @@
 
 #include "run/observations.h"
 #include "run/system_model.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

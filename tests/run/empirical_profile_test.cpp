@@ -7,6 +7,7 @@
 
 #include "run/observations.h"
 #include "run/system_model.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -116,11 +117,11 @@ TEST_F(EmpiricalProfile, CurveWithoutVelocitiesIsRefusedWithOneMessage) {
 
 TEST_F(EmpiricalProfile, BoundsFromTheCurveReplaceTheLayers) {
   Prepare();
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   ASSERT_EQ(FS_GetStartMP(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);  // the given layers again
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);  // the given layers again
   run.switches.iProfileShape = kBoundsFromCurve;
-  ASSERT_EQ(FS_EmpPrePrf(), 0);
+  ASSERT_EQ(ShowRefusal(FS_EmpPrePrf()), 0);
   // Half-sums 10, 40, 100 of 150, mean 50: passed at the fourth point only, depth 10.
   ASSERT_EQ(run.ground.nLayersCur, 2);
   EXPECT_EQ(run.ground.layerH[1], 10.0);

@@ -9,6 +9,7 @@
 #include "run/preliminary_profile.h"
 #include "run/system_model.h"
 #include "runtime/catalogue/inversion.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -25,7 +26,7 @@ class ObservationsModel : public RunTest {
     ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
     run.switches.iAnalysis = 3;
     run.switches.iInvScheme = 1;
-    ASSERT_EQ(FS_ReadLayerProp(), 0);
+    ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   }
 
   std::vector<int> Row(int q) const {
@@ -45,7 +46,7 @@ TEST_F(ObservationsModel, RatioIsGivenWithoutVpOrWithAllThree) {
              {1, 200, 100, 2, 0.0, 0.02},   // both velocities
              {1, 200, 0, 2, 0.25, 0.02}});  // Vp without Vs: the other arm
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.iPoissonGiven[1], 1);
   EXPECT_NEAR(run.ground.layerVp[1], 100.0 * std::sqrt(3.0), 1e-11);
   EXPECT_EQ(run.ground.iPoissonGiven[2], 1);
@@ -60,7 +61,7 @@ TEST_F(ObservationsModel, RatioIsGivenWithoutVpOrWithAllThree) {
 TEST_F(ObservationsModel, DensityOfZeroIsDerivedFromVs) {
   SetLayers({{1, 0, 500, 0, 0.25, 0.02}, {1, 0, 500, 1.9, 0.25, 0.02}, {1, 0, 9000, 0, 0.25, 0.02}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.iDensityDerived[1], 1);
   EXPECT_NEAR(run.ground.layerRho[1], 2.329245219926101, 1e-13);
   EXPECT_EQ(run.ground.iDensityDerived[2], 0);
@@ -71,7 +72,7 @@ TEST_F(ObservationsModel, DensityOfZeroIsDerivedFromVs) {
 TEST_F(ObservationsModel, LastThicknessIsKeptApart) {
   SetLayers({{1, 0, 100, 2, 0.3, 0.01}, {7.5, 0, 200, 2, 0.3, 0.05}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.lastLayerH, 7.5);
   EXPECT_EQ(run.ground.layerH[2], 7.5);
   EXPECT_EQ(run.ground.layerDamp[2], 0.05);
@@ -81,7 +82,7 @@ TEST_F(ObservationsModel, LayersComeFromTheRecordOfTheRun) {
   SetPlainLayers(2);
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   TheoDispInfo.Vs[0] = 77.0;
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.layerVs[1], 77.0);
 }
 
@@ -89,19 +90,19 @@ TEST_F(ObservationsModel, LayersThatDoNotFitTheRunAreRefused) {
   SetPlainLayers(3);
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   TheoDispInfo.nLayers = 2;
-  EXPECT_EQ(FS_ReadLayerProp(), -1);
+  EXPECT_EQ(ShowRefusal(FS_ReadLayerProp()), -1);
   EXPECT_EQ(OnlyMessage(), "The run has 3 layers, its model 2.");
   frontEnd.messages.clear();
   TheoDispInfo.nLayers = 3;
   TheoDispInfo.Vs[1] = kNaN;
-  EXPECT_EQ(FS_ReadLayerProp(), -1);
+  EXPECT_EQ(ShowRefusal(FS_ReadLayerProp()), -1);
   EXPECT_THAT(OnlyMessage(), ::testing::HasSubstr("S-wave velocity of layer 2"));
 }
 
 TEST_F(ObservationsModel, VsOfZeroGoesThroughAsItIs) {
   SetLayers({{1, 0, 100, 2, 0.3, 0.02}, {1, 0, 0, 2, 0.3, 0.02}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.layerVp[2], 0.0);
 }
 
@@ -109,7 +110,7 @@ TEST_F(ObservationsModel, PoissonHalfIsRefusedByTheLayersToo) {
   SetLayers({{1, 0, 100, 2, 0.3, 0.02}, {1, 0, 100, 2, 0.3, 0.02}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   TheoDispInfo.nu[0] = 0.5;
-  EXPECT_EQ(FS_ReadLayerProp(), -1);
+  EXPECT_EQ(ShowRefusal(FS_ReadLayerProp()), -1);
 }
 
 // --- FS_PrelimAnal and FS_PropLayer ---
@@ -139,7 +140,7 @@ TEST_F(ObservationsModel, UnphysicalVelocitiesAreReplacedAtTheStart) {
 TEST_F(ObservationsModel, LayerOfAnAnalyticProfileTakesItsPropertiesFromTheDepth) {
   SetLayers({{2, 0, 100, 1.5, 0.2, 0.01}, {3, 0, 200, 0, 0.4, 0.03}, {5, 900, 300, 2.5, 0, 0.05}});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  ASSERT_EQ(FS_ReadLayerProp(), 0);
+  ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   OffsetVector<double> Vs(1, 5), Vp(1, 5), G(1, 5), E(1, 5), rho(1, 5), nu(1, 5), damp(1, 5);
   const LayerColumns out{Vs.shifted(),  Vp.shifted(), G.shifted(),   E.shifted(),
                          rho.shifted(), nu.shifted(), damp.shifted()};

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "run/system_model.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

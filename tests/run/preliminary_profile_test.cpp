@@ -10,6 +10,7 @@
 #include "run/layer_table.h"
 #include "run/observations.h"
 #include "run/system_model.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -28,7 +29,7 @@ class PropLayer : public RunTest {
                {4.0, 400.0, 150.0, 1.9, 0.0, 0.03},  // Vp given: the ratio follows
                {10.0, 0.0, 200.0, 2.1, 0.35, 0.04}});
     ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-    ASSERT_EQ(FS_ReadLayerProp(), 0);
+    ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
     run.switches.iProfileShape = kOnGivenLayers;
   }
   LayerStack out{9};

@@ -8,6 +8,7 @@
 #include "run/system_model.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

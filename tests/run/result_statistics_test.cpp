@@ -8,6 +8,7 @@
 #include "run/result_entries.h"
 #include "run/system_model.h"
 #include "support/failing_file_driver.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -16,6 +16,7 @@
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/lock_file.h"
 #include "support/failing_file_driver.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -14,6 +14,7 @@
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/events.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

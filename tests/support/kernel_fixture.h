@@ -14,6 +14,7 @@
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/inversion.h"
 #include "support/dense_update.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -58,6 +59,7 @@ class KernelTest : public RunTest {
     return n;
   }
 
+  RunBoxes boxes;
   std::vector<std::string> process, status;  ///< every text of the two boxes, in order
 
  private:

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "forward/plane_wave.h"
-#include "inversion/max_likelihood.h"
 #include "records/inv_records.h"
 #include "support/kernel_fixture.h"
 

@@ -1,5 +1,6 @@
 // run_fixture.cpp - see run_fixture.h.
 #include "support/run_fixture.h"
+#include "support/named_runs.h"
 
 #include <algorithm>
 #include <cmath>
