@@ -12,6 +12,7 @@
 #include "project/import_seg2.h"
 #include "project/shot_import.h"
 #include "records/measdb.h"
+#include "records/records_state.h"
 #include "records/session.h"
 #include "support/seg2_writer.h"
 
@@ -56,14 +57,14 @@ int main() {
   const double plain = bench::BestMicroseconds([&] { ReadAndTransform(path); }, kBudget);
   std::printf("read the file and transform 24 channels once: %.2f ms\n", plain / 1e3);
   for (const bool pairs : {true, false}) {
-    ShotRequest request{"ProjID", {path}, ReadSeg2Shot, {}};
+    ShotRequest request{{path}, ReadSeg2Shot, {}, "ProjID", {}};
     request.choices.measID = "bench";
     request.choices.pairs = pairs;
     request.choices.overwrite = true;
     std::string reason;
     const double import = bench::BestMicroseconds(
         [&] {
-          SetupGlobalArrays();
+          ResetRecordsState();
           reason = ImportShots(request);
         },
         kBudget);

@@ -4,6 +4,7 @@
 #include "app/callbacks.h"
 #include "app/devices.h"
 #include "app/shutdown.h"
+#include "inversion/inversion_state.h"
 #include "numeric/process_end.h"
 #include "panels/hwsetup.h"
 #include "panels/irfsetpnl.h"
@@ -70,6 +71,7 @@ void ResetProgramState() {
   ResetRunState();
   sweepState = SweepState{};
   ClearInversionHistories();
+  ResetInversionState();
   ResetPanelsState();
 }
 
