@@ -29,6 +29,7 @@ const std::map<std::string, StateHeader> kStateHeaders = {
     {"panels", {{"panels/panels_state.h"}, "ResetPanelsState"}},
     {"plot_ps", {{"plot_ps/state.h"}, ""}},
     {"records", {{"records/records_state.h"}, "ResetRecordsState"}},
+    {"report", {{"report/graph_state.h"}, "ResetGraphState"}},
     {"run", {{"run/system_state.h", "run/sweep_state.h"}, "ResetRunState"}},
     {"runtime", {{"runtime/runtime_state.h"}, "ResetRuntimeState"}},
     {"signal", {{"signal/signal_state.h"}, "ResetSignalState"}}};

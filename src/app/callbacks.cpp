@@ -24,6 +24,7 @@
 #include "panels/mainmenu_curves.h"
 #include "panels/mainmenu_export.h"
 #include "panels/mainmenu_legacy.h"
+#include "panels/mainmenu_plot.h"
 #include "panels/mainmenu_project.h"
 #include "panels/meassetup.h"
 #include "panels/one_click.h"
@@ -103,6 +104,13 @@ constexpr CallbackRow kExport[] = {
     {&asavedlg::SAVE, AutoSaveCallback},
     {&asavedlg::CHANGEPATH, ChangePathCallback},
     {&asavedlg::CLOSE, AutoSaveCloseCallback},
+};
+
+constexpr CallbackRow kReports[] = {
+    {&mainmenu::PRINT_PS_PHASE, PrintPsPhaseCallback},
+    {&mainmenu::PRINT_PS_DISP_CURV, PrintPsDispCurvCallback},
+    {&mainmenu::PRINT_PS_SWAVE_PRF, PrintPsSwavePrfCallback},
+    {&mainmenu::PRINT_REPORT, PrintReportCallback},
 };
 
 constexpr CallbackRow kMeasurements[] = {
@@ -311,6 +319,7 @@ void InstallCallbacks() {
   Install(kPages);
   Install(kProject);
   Install(kExport);
+  Install(kReports);
   Install(kMeasurements);
   Install(kImport);
   Install(kTraces);

@@ -18,6 +18,7 @@
 #include "app/shutdown.h"
 #include "app/startup.h"
 #include "app/table_export.h"
+#include "panels/mainmenu_plot.h"
 #include "panels/mainmenu_project.h"
 #include "project/project_copies.h"
 #include "project/project_file.h"
@@ -52,6 +53,8 @@ Options
   --quiet      at the end of a script print doubts only, without summary and notes
   --strict     end with status 3 when everything was done but something is doubtful; a script of the second
                dialect always does
+  --report=OUT.ps
+               write the whole report of a project: sondera --report=OUT.ps <file.da>
   --wait       wait for a project or for result files that another run has in use; without it the program
                stops
   --board=DRIVER[:options]
@@ -68,7 +71,8 @@ The exit status is 0 when everything asked for was done, 1 when something was no
 error, and 3 when everything was done and there are doubts (with --strict, or by a script of the second dialect).
 )";
 
-constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=";
+constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=",
+                           kReportOption = "--report=";
 
 /// Messages shown by an action count as its failure.
 template <class Action>
@@ -192,6 +196,22 @@ int RunTableExport(const CommandLine& line) {
   return status;
 }
 
+/// The whole report of a project. Reads it only, as an export does. Pages that have nothing to show are told and are
+/// no failure.
+int RunReport(const std::vector<std::string>& arguments, const std::string& file) {
+  if (arguments.size() != 2 || file.empty()) {
+    PrintError("sondera: it is sondera --report=OUT.ps <file.da>\n");
+    return Stop();
+  }
+  bool opened = false;
+  const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(arguments[1], OpenFor::Reading) == 0; });
+  if (!opened) return Stop(arguments[1], "no report was written");
+  const int result = PrintReport(ReportKind::whole, JoinUnlessAbsolute(CurrentDirectory(), file));
+  const int status = quiet && result == 0 ? 0 : 1;
+  QuitApp(status);
+  return status;
+}
+
 /// What is wrong with a line that has a format.
 std::string WrongTableExport(const CommandLine& line) {
   const bool isExport = line.arguments.size() == 4 && line.arguments[1] == "export";
@@ -241,6 +261,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.tables = script::ItemsOf(word.substr(kOnlyOption.size()));
     else if (word == "--extend")
       line.extend = true;
+    else if (word.starts_with(kReportOption))
+      line.reportFile = word.substr(kReportOption.size());
     else if (line.unknownOption.empty())
       line.unknownOption = word;
   }
@@ -303,9 +325,10 @@ int RunSession(const CommandLine& line) {
     });
   }
   StartSession();
-  const int dispatched = line.format.empty() ? DispatchCommandLine(line.arguments, line.assumeYes)
-                         : wrong.empty()     ? RunTableExport(line)
-                                             : kAllDone;
+  const int dispatched = line.reportFile       ? RunReport(line.arguments, *line.reportFile)
+                         : line.format.empty() ? DispatchCommandLine(line.arguments, line.assumeYes)
+                         : wrong.empty()       ? RunTableExport(line)
+                                               : kAllDone;
   const int status = RunUserInterface();
   FinishProgressLine();
   InstallDaqDriver(&daqNone);  // a board program gets its time to end

@@ -15,11 +15,12 @@ struct CommandLine {
   bool batch = false;      ///< never open a window
   bool assumeYes = false;  ///< answer questions with Yes
   RunReportOptions report;
-  bool wait = false;                 ///< wait for a project that another process has open
-  std::optional<std::string> board;  ///< which board to take records from; without it there is none
-  std::string format;               ///< of --format=: `export` writes tables in this form
-  std::vector<std::string> tables;  ///< of --only=
-  bool extend = false;              ///< --extend: Vs30 also where 30 m were not seen
+  std::optional<std::string> reportFile;  ///< the whole report of the project goes there
+  bool wait = false;                      ///< wait for a project that another process has open
+  std::optional<std::string> board;       ///< which board to take records from; without it there is none
+  std::string format;                     ///< of --format=: `export` writes tables in this form
+  std::vector<std::string> tables;        ///< of --only=
+  bool extend = false;                    ///< --extend: Vs30 also where 30 m were not seen
   std::string unknownOption;
   /// Program name and the arguments, options taken off: their number chooses the form.
   std::vector<std::string> arguments;

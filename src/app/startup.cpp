@@ -17,6 +17,7 @@
 #include "records/model_records.h"
 #include "records/records_state.h"
 #include "records/session.h"
+#include "report/graph_state.h"
 #include "run/run_history.h"
 #include "run/sweep_state.h"
 #include "run/system_state.h"
@@ -72,6 +73,7 @@ void ResetProgramState() {
   sweepState = SweepState{};
   ClearInversionHistories();
   ResetInversionState();
+  ResetGraphState();
   ResetPanelsState();
 }
 

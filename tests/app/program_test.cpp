@@ -141,6 +141,30 @@ TEST_F(Program, ExportsThePairOfTheExample) {
     EXPECT_GE(std::filesystem::file_size(folder.File(name)), 128u * 3 * 13) << name;
 }
 
+TEST_F(Program, WritesTheReportOfAProject) {
+  FetchExample();
+  Write("curve.txt", kToTheCurve);
+  ASSERT_EQ(Run("auto new site curve.txt").status, 0);
+  const std::string project = Read("site.da");
+  Outcome o = Run("--batch --report=out.ps site.da");
+  EXPECT_EQ(o.status, 0) << o.err;
+  EXPECT_NE(o.err.find("No results of the inv. analysis are available for plotting."), std::string::npos)
+      << o.err;
+  const std::string report = Read("out.ps");
+  EXPECT_NE(report.find("(Phase-Velocity Dispersion Curve in Wavelength Domain) S"), std::string::npos);
+  EXPECT_EQ(Run("--report=out.ps site.da").status, 0);
+  EXPECT_TRUE(Read("out.ps") == report);
+  EXPECT_TRUE(Read("site.da") == project);
+  for (const char* wrong : {"--report=nowhere/out.ps site.da", "--report=out.ps none.da", "--report=out.ps",
+                            "--report= site.da", "--report=/dev/full site.da", "--report=site.da site.da"}) {
+    o = Run(wrong);
+    EXPECT_EQ(o.status, 1) << wrong;
+    EXPECT_NE(o.err, "") << wrong;
+  }
+  EXPECT_TRUE(Read("out.ps") == report);
+  EXPECT_TRUE(Read("site.da") == project);
+}
+
 TEST_F(Program, AFailedCommandGivesStatusOneAndAClosingLineWithItsName) {
   Write("job.txt", "import none none 20 50\n");
   const Outcome o = Run("auto new site job.txt");

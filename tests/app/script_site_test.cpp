@@ -271,5 +271,23 @@ TEST_F(ScriptSite, TheSixWordsAreStrict) {
   EXPECT_NE(Run("answer yes\nimport H31 ID 14 30"), 1) << err;
 }
 
+TEST_F(ScriptSite, TheReportHasThePagesOfTheProject) {
+  FreePMeasInfoList();
+  EXPECT_EQ(Run("report out.ps"), 1);
+  EXPECT_EQ(err, "job:2: report: No phase spectra are available for plotting.\n");
+  EXPECT_EQ(Run(kPair + "report out.pdf"), 1);
+  EXPECT_NE(err.find("report: the report is PostScript"), std::string::npos) << err;
+  // Pages that have nothing to show are notes.
+  EXPECT_EQ(Run("report out.ps"), 0) << err;
+  EXPECT_NE(report.find("note: No dispersion curves are available for plotting."), std::string::npos)
+      << report;
+  EXPECT_NE(report.find("note: No results of the inv. analysis are available for plotting."),
+            std::string::npos);
+  EXPECT_NE(Read("out.ps").find("%%Pages: 3\n"), std::string::npos);
+  EXPECT_NE(Run("mask 0 7\nmask 48 500\ndisperse\nreport out.ps"), 1) << err;
+  EXPECT_NE(Read("out.ps").find("(Phase-Velocity Dispersion Curve in Wavelength Domain) S"),
+            std::string::npos);
+}
+
 }  // namespace
 }  // namespace sondera

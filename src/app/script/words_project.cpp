@@ -210,6 +210,24 @@ void WriteCurves(Run& run, const Arguments& a) {
   run.press(WriterOf(a));
 }
 
+// ---- report ---------------------------------------------------------------------------------------------
+
+void CheckReport(const Arguments& a) {
+  if (!a.text("FILE").ends_with(".ps"))
+    throw Fault("the report is PostScript; name a file that ends with .ps");
+}
+
+/// Pages that have nothing to show are no trouble when the others are there.
+void Report(Run& run, const Arguments& a) {
+  run.dialogs().chooseFile(PathOf(a));
+  const int result = Commit(mainmenu::PRINT_REPORT);
+  if (result < 0) {
+    run.settle();
+    throw Fault("the report was not written");
+  }
+  for (const std::string& complaint : run.dialogs().takeComplaints()) AddNote(complaint);
+}
+
 }  // namespace
 
 std::vector<WordForm> ProjectForms() {
@@ -276,6 +294,15 @@ std::vector<WordForm> ProjectForms() {
        "(.red).",
        WriteCurves,
        CheckCurvesWrite,
+       WordForm::Role::Looks},
+      {"report",
+       {Fixed("FILE", Kind::Text, "FILE.ps")},
+       {},
+       "Writes the whole report: phases with their masks, dispersion curves, and every entry of the "
+       "inversion. "
+       "A file that exists is replaced. Pages that have nothing to show are a note.",
+       Report,
+       CheckReport,
        WordForm::Role::Looks},
   };
 }

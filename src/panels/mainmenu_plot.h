@@ -1,0 +1,27 @@
+// mainmenu_plot.h - menu File, Plot to PostScript File: the reports, with their dialogs.
+//
+// Callers: the menu, the command line's --report and the script's `report`. Owns no state.
+#pragma once
+
+#include <string>
+
+#include "report/report_document.h"
+#include "runtime/controls.h"
+
+namespace sondera {
+
+/// Writes a report of the project. What the whole report has no pages for is said in a message box each, before the
+/// file is begun.
+/// @param name  file. Empty: a dialog asks for it, and a name without extension gets ".ps"
+/// @return 0; -1 after a cancel, or after a message when nothing is there to show or the file was not written
+int PrintReport(ReportKind kind, const std::string& name);
+
+// Menu items, with the dialog.
+int PrintReportCallback(Panel panel, ControlId control, Event event, long data);
+int PrintPsPhaseCallback(Panel panel, ControlId control, Event event, long data);
+/// The same under its other name.
+int PlotPsPhaseCallback2(Panel panel, ControlId control, Event event, long data);
+int PrintPsDispCurvCallback(Panel panel, ControlId control, Event event, long data);
+int PrintPsSwavePrfCallback(Panel panel, ControlId control, Event event, long data);
+
+}  // namespace sondera
