@@ -19,19 +19,23 @@ namespace sondera {
 struct SectionLimits {
   double tmgDMin = 0.0, tmgDMax = 0.0;    ///< distance
   double tmgWlMin = 0.0, tmgWlMax = 0.0;  ///< wavelength
+  bool operator==(const SectionLimits&) const = default;
 };
 
 /// Points of all curves, in ascending order of x; the vectors are of one length.
 struct SectionSamples {
   std::vector<double> x, y, z;  ///< distance, wavelength, velocity
+  bool operator==(const SectionSamples&) const = default;
 };
 
-/// How a grid is made.
+/// How a grid is made. A grid is older than its settings when these or the samples differ from those that it
+/// was made from.
 struct GridSettings {
   SectionLimits limits;
   int tmgNx = 20, tmgNy = 10;  ///< intervals along distance and wavelength, 1 to kMostIntervals
   /// The box grows until it holds 6 points at 2 distances, instead of until it holds any.
   bool fill = false;
+  bool operator==(const GridSettings&) const = default;
 };
 inline constexpr int kMostIntervals = 500;
 

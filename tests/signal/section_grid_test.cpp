@@ -236,6 +236,22 @@ TEST(SectionGrid, ANegativeEstimateIsZero) {
   EXPECT_GT(grid.At(20, 5), 300.0);
 }
 
+TEST(SectionGrid, WhatItWasMadeFromCanBeCompared) {
+  auto line = MakeLine(3, 5, false, SmoothVelocity);
+  const GridSettings settings = SettingsOf(line);
+  const SectionSamples samples = CollectSamples(line);
+  EXPECT_EQ(SettingsOf(line), settings);
+  EXPECT_EQ(CollectSamples(line), samples);
+  GridSettings other = settings;
+  other.limits.tmgWlMax = 29.0;
+  EXPECT_FALSE(other == settings);
+  other = settings;
+  other.fill = true;
+  EXPECT_FALSE(other == settings);
+  line[1].valid = false;
+  EXPECT_FALSE(CollectSamples(line) == samples);
+}
+
 TEST(SectionGrid, OneByOneWorks) {
   const auto line = MakeLine(9, 50, false, SmoothVelocity);
   const SectionGrid grid = GridOf(line, SettingsOf(line, 1, 1));
