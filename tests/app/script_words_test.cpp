@@ -40,7 +40,12 @@ std::string ControlFor(const ArgumentSpec& spec) {
 /// Values that the checks of a word want beyond their kind, by word and argument.
 std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
   const std::string key = std::string(form.word) + " " + std::string(spec.name);
-  if (key == "curves FILE") return "curves.exd";
+  if (key == "curves FILE") {
+    const bool foreign = std::any_of(form.named.begin(), form.named.end(),
+                                     [](const ArgumentSpec& named) { return named.name == "form"; });
+    return foreign ? "curves.csv" : "curves.exd";
+  }
+  if (key == "write only") return "profile";
   if (key == "read files") return "a";
   if (key == "read KIND") return "tim";
   if (key == "mask TO") return "2";
@@ -79,6 +84,11 @@ std::string ValueFor(const WordForm& form, const ArgumentSpec& spec) {
   return "1";
 }
 
+/// Arguments that do not go with the value that ValueFor gives to another one: geopsy= is for dinver alone.
+bool GoesWithTheOthers(const WordForm& form, const ArgumentSpec& spec) {
+  return !(form.word == "write" && spec.name == "geopsy");
+}
+
 /// The form's line with all it takes, up to a number of fixed arguments and without one named argument.
 std::string LineOf(const WordForm& form, std::size_t fixed, std::string_view without = {},
                    bool optional = true) {
@@ -86,7 +96,7 @@ std::string LineOf(const WordForm& form, std::size_t fixed, std::string_view wit
   for (std::size_t i = 0; i < std::min(fixed, form.fixed.size()); ++i)
     line += " " + ValueFor(form, form.fixed[i]);
   for (const ArgumentSpec& spec : form.named)
-    if (spec.name != without && (optional || !spec.optional))
+    if (spec.name != without && (optional || !spec.optional) && GoesWithTheOthers(form, spec))
       line += " " + std::string(spec.name) + "=" + ValueFor(form, spec);
   return line;
 }

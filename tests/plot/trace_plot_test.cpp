@@ -61,11 +61,14 @@ TEST_F(TraceOnAGraph, CurvesWhoseBoxIsOnAreDrawnAndWithNoneTheOneInUse) {
 
 TEST_F(TraceOnAGraph, AxesSayWhatTheyShow) {
   PlotTrace(View(DisplayType::TransferPhase));
-  EXPECT_EQ(Graph().xAxis.label, "Frequency, Hz");
-  EXPECT_EQ(Graph().yAxis.label, "Phase, degrees");
+  EXPECT_EQ(Graph().xAxis.label, "Frequency");
+  EXPECT_EQ(Graph().xAxis.unit, "Hz");
+  EXPECT_EQ(Graph().yAxis.label, "Phase");
+  EXPECT_EQ(Graph().yAxis.unit, "degrees");
   DeleteGraphPlot(sasw::DISPLAY_A);
   PlotTrace(View(DisplayType::ImpulseResponse));
-  EXPECT_EQ(Graph().xAxis.label, "Time, sec");
+  EXPECT_EQ(Graph().xAxis.label, "Time");
+  EXPECT_EQ(Graph().xAxis.unit, "sec");
   EXPECT_EQ(Graph().yAxis.label, "Name of the Display");
   EXPECT_EQ(Graph().plots.front().x.size(), 32u) << "a time record has twice the lines";
 }
