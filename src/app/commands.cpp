@@ -230,8 +230,7 @@ int ScriptRun::finish() {
   return 0;
 }
 
-// ---- the commands
-// ---------------------------------------------------------------------------------------------------
+// --- the commands ---
 
 /// export <file> <measurement id> <reference channel> <display channel> <display type>, channels from 1
 int ScriptRun::runExport() {

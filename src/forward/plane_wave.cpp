@@ -96,7 +96,7 @@ class Stack {
   double L_;
 };
 
-/// -1, 0 or 1 as the product of two values would be; 0 for not-a-numbers too.
+/// -1, 0 or 1 as the product of two values would be; 0 for NaNs too.
 int SignOfProduct(double a, double b) {
   const int sa = (a > 0.0) - (a < 0.0), sb = (b > 0.0) - (b < 0.0);
   return sa * sb;
@@ -197,7 +197,7 @@ double Bisect(const Stack& stack, Sample* lo, Sample* hi, LookAhead* ahead, Laye
       *(p < 0 ? lo : hi) = {c[i], g[i]};
       ++gain;
     } while (Wide(lo->c, hi->c));
-    if (gain == 0) return last;  // ends that have no midpoint: not-a-numbers
+    if (gain == 0) return last;  // ends that have no midpoint: NaNs
     halvings += gain;
     ahead->SetGain(gain);
     for (int i = 0; i < n; ++i) ahead->Add({c[i], g[i]});
@@ -281,7 +281,7 @@ bool FastestVelocity(double VsMax, double nu, double rho, double* cMax) {
   return true;
 }
 
-/// Whether a layer can be one; not-a-numbers cannot.
+/// Whether a layer can be one; NaNs cannot.
 bool IsGround(double h, double Vs, double rho, double nu) {
   return h >= 0.0 && Vs > 0.0 && rho > 0.0 && nu > -1.0 && nu <= 0.5;
 }

@@ -9,7 +9,7 @@
 // Vectors of layers and of wavelengths are shifted pointers, elements 1..n; layer 1 is the top one, layer n
 // the half-space. Units are the caller's, consistent ones: length, length per time, mass density. No function
 // allocates (FS_SASW2D does with more than two wavelengths, or with more layers above 2 L than any table
-// has), none has state, none shows a message. Data that make no sense (zeros, negative values, not-a-numbers)
+// has), none has state, none shows a message. Data that make no sense (zeros, negative values, NaNs)
 // end without a root.
 #pragma once
 
@@ -66,7 +66,7 @@ void FS_search_(double L, double cLow, double cHigh, const double* h, const doub
 /// @param[in,out] fLow, fHigh  real parts: values at the ends of the bracket (any size, the sign counts)
 /// @param[in]     L, n, Vs, nu, rho, h, depth, flag  as in FS_search_
 /// @param         K            working space
-/// A value of 0 ends it at once, and so does a not-a-number.
+/// A value of 0 ends it at once, and so does a NaN.
 void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, double L, int n, LayerStiffness* K,
              const double* Vs, const double* nu, const double* rho, const double* h, const double* depth,
              int flag);

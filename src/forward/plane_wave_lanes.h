@@ -31,7 +31,7 @@ struct LaneStack {
 
 /// Values at c[0..7] to g[0..7]: condensed determinant over k^2 with the sign of the characteristic function,
 /// not normalised. A bit set in the result marks a lane whose sign is open: a velocity that needs the nudge,
-/// a value near zero, a not-a-number, an overflow, too many turns in a layer, or a layer beyond the exponent
+/// a value near zero, a NaN, an overflow, too many turns in a layer, or a layer beyond the exponent
 /// that ends the stack (which takes a layer thicker than twice the wavelength with another one below, and so
 /// never comes from the search). Its g is not to be used.
 using LaneFunction = unsigned (*)(const LaneStack& stack, const double* c, double* g);

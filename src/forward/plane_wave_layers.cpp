@@ -22,7 +22,7 @@ Z FromOne(Z a) {
   return {1.0 - a.re, -a.im};
 }
 
-/// Zdiv, save that a zero divisor does not end the process: it gives not-a-numbers, and they end as "no
+/// Zdiv, save that a zero divisor does not end the process: it gives NaNs, and they end as "no
 /// root".
 Z Over(Z a, Z b) {
   if (std::fabs(b.im) < std::fabs(b.re)) {

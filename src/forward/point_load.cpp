@@ -342,7 +342,7 @@ Pass PairResult(const PointLoadWork& work, const PairQuestion& q, const PairNode
   recAmp[2] = Cabs(work.u[far]);
   p.dif = std::fabs(p.Lnew - Lc) / Lc;
   p.dif2 = std::fabs(p.Lnew - q.L0) / q.L0;
-  p.grows = dPhi > 0.0;  // not for 0 and not-a-number
+  p.grows = dPhi > 0.0;  // not for 0 and NaN
   if (!p.grows) p.dif = kNoAgreement;
   return p;
 }

@@ -43,7 +43,7 @@ struct SubLayerMesh {
 
 /// Number of sublayers for a ratio x of thickness to target thickness: the next integer above, at least 1,
 /// where an excess of up to 1e-9 over an integer counts as rounding noise. At most 2 billion, also for a
-/// not-a-number.
+/// NaN.
 int SubLayerCount(double x);
 
 /// Thickness of zone k (from 1) of the graded mesh: t0, then t0 doubling from zone 3, never more than nSub *

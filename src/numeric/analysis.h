@@ -69,7 +69,7 @@ void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table);
 /// Releases the table early and leaves it empty.
 void DestroyFFTTable(FFTTable& table);
 
-/// Extremes of array[0..n-1] and their 0-based positions; of equal values the first counts. Not-a-numbers are
+/// Extremes of array[0..n-1] and their 0-based positions; of equal values the first counts. NaNs are
 /// passed over, except that in a sequence of nothing else the first element is reported.
 /// n <= 0 leaves the results alone.
 void MaxMin1D(const double* array, int n, double* max, int* maxIndex, double* min, int* minIndex);
@@ -103,7 +103,7 @@ void Variance(const double* x, int n, double* mean, double* variance);
 /// @param[in]  type     0, a general matrix (the only type in use)
 /// @param[out] inverse  n*n values; may be a itself
 /// Returns 0. A singular matrix (a pivot of exactly 0, or one that is no finite number) returns -1 and fills
-/// the inverse with not-a-numbers, so that a caller that does not look gets no plausible value. n <= 0 does
+/// the inverse with NaNs, so that a caller that does not look gets no plausible value. n <= 0 does
 /// nothing.
 int GenInvMatrix(const double* a, int n, int type, double* inverse);
 
@@ -132,7 +132,7 @@ enum class SpectrumKind { PowerVrms2, AmplitudeVrms };
 int SpectrumUnitConversion(const double* spectrum, int n, SpectrumKind kind, VoltUnit unit, double df,
                            const WindowConst& window, double* converted, std::string* unitText);
 
-/// 1 for a not-a-number, else 0 (also for infinities).
+/// 1 for a NaN, else 0 (also for infinities).
 int IsNotANumber(double x);
 
 }  // namespace sondera

@@ -49,7 +49,7 @@ inline void Zcnjg(dcomplex* r, const dcomplex* z) {
 [[noreturn]] void EndOnZeroDivisor();
 
 /// r = a / b, by Smith's division.
-/// A divisor of 0 + 0i ends the process (EndOnZeroDivisor). Kept: so does a not-a-number over an imaginary
+/// A divisor of 0 + 0i ends the process (EndOnZeroDivisor). Kept: so does a NaN over an imaginary
 /// part of 0, since the comparison of the two magnitudes fails for it.
 inline void Zdiv(dcomplex* r, const dcomplex* a, const dcomplex* b) {
   if (std::fabs(b->im) < std::fabs(b->re)) {

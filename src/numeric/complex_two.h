@@ -1,6 +1,6 @@
 // complex_two.h - complex arithmetic by value, as the point-load solver and its kernel functions use it.
 //
-// Nothing here tests for zero or ends anything: infinities and not-a-numbers run on. The other family,
+// Nothing here tests for zero or ends anything: infinities and NaNs run on. The other family,
 // through pointers, is numeric/complex_one.h.
 #pragma once
 
@@ -39,7 +39,7 @@ inline dcomplex RCmul(double x, dcomplex a) {
   return x * a;
 }
 
-/// a / b, by Smith's division. Kept: no test for zero; a zero divisor gives infinities or not-a-numbers.
+/// a / b, by Smith's division. Kept: no test for zero; a zero divisor gives infinities or NaNs.
 inline dcomplex Cdiv(dcomplex a, dcomplex b) {
   return a / b;
 }

@@ -44,7 +44,7 @@ void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit
 /// @param[in]  x       abscissa
 /// @param[out] y       value at x
 /// @param[out] dy      last correction, an indication of the error; 0 for a single point
-/// Equal abscissae call nrerror; the division goes on and y and dy become infinite or not-a-number.
+/// Equal abscissae call nrerror; the division goes on and y and dy become infinite or NaN.
 void FS_polint(const double* xa, const double* ya, int n, double x, double* y, double* dy);
 
 }  // namespace sondera

@@ -35,7 +35,7 @@ void RowScales(ConstFlatMatrix A, int n, Scratch<double>& scale) {
 
 /// Row of the pivot of column j, from j on: the greatest scaled magnitude.
 int PivotRow(const double* column, int j, int n, Scratch<double>& scale) {
-  int pivotRow = j;  // stays when nothing compares, that is when all scaled magnitudes are not-a-numbers
+  int pivotRow = j;  // stays when nothing compares, that is when all scaled magnitudes are NaNs
   double greatest = 0.0;
   for (int i = j; i <= n; ++i) {
     const double scaled = scale[i] * std::fabs(column[i]);

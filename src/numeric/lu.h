@@ -2,7 +2,7 @@
 //
 // Used for the Hessian of the inversion (FS_InvMatrix) and the polynomial fit. All matrices are flat: element
 // (i, j), both from 1, is a[(j - 1) * n + i] of a vector that counts from 1.
-// Kept: nothing here reports failure. A singular matrix gives huge, infinite or not-a-number results, and the
+// Kept: nothing here reports failure. A singular matrix gives huge, infinite or NaN results, and the
 // callers look at those.
 // Source: Crout's method with implicit pivoting, e.g. Golub and Van Loan, Matrix Computations, ch. 3.
 #pragma once

@@ -1,5 +1,5 @@
 // nrerror.h - the one way in which a numerical routine reports trouble: tell the person, and go on.
-// Callers of the kernels have to expect infinities and not-a-numbers in results; no numerical error ends a
+// Callers of the kernels have to expect infinities and NaNs in results; no numerical error ends a
 // run.
 #pragma once
 

@@ -10,7 +10,7 @@ double PhaseAngle(double re, double im);
 
 /// The same for re[0..n-1], im[0..n-1], by a polynomial that runs on several lines at a time: within 1e-13
 /// degrees of PhaseAngle, exact at whole multiples of 45 degrees, and the same bytes on every processor.
-/// Lines that hold an infinity, a not-a-number or a part beyond 1e300 make the whole call take PhaseAngle
+/// Lines that hold an infinity, a NaN or a part beyond 1e300 make the whole call take PhaseAngle
 /// itself.
 /// @param[out] angle  n values; no part of re or im
 void PhaseAngles(const double* re, const double* im, int n, double* angle);

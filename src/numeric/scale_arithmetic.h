@@ -9,14 +9,14 @@
 
 namespace sondera {
 
-/// Truncates towards zero. Beyond the range of int: the nearest limit; a not-a-number: 0.
+/// Truncates towards zero. Beyond the range of int: the nearest limit; a NaN: 0.
 int TruncToInt(double x);
 
 /// Limits that end on multiples of a power of ten just below the range.
 /// With P = 10^CalcPow(max - min): outMax is the next multiple of P above max (also when max is a multiple
 /// already, if it is positive), outMin the next one below a min that is 0 or negative, and the multiple at or
 /// below a positive min. With logFlag 1 outMin is min cut to one significant figure; a min of 0 or less,
-/// which has no decade, stays. max below min (or a not-a-number): the results are left alone. Kept: a min of
+/// which has no decade, stays. max below min (or a NaN): the results are left alone. Kept: a min of
 /// exactly 0 becomes -P on a linear axis.
 void CalcNiceMinMax(double min, double max, int logFlag, double* outMin, double* outMax);
 
@@ -30,7 +30,7 @@ int CalcPow(double x);
 /// numbers, else 5.
 void EstimateNoDiv(double min, double max, int logFlag, int* out);
 
-/// x rounded to that many significant figures, halves away from 0. 0, infinities and not-a-numbers stay.
+/// x rounded to that many significant figures, halves away from 0. 0, infinities and NaNs stay.
 double NiceNumber(double x, int digits);
 
 /// Unit prefix for a value of this size and the factor it stands for: "M" above 10^6, "k" above 1000, none

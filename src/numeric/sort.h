@@ -12,7 +12,7 @@ namespace sondera {
 /// @param[in]  n      number of keys, at least 1
 /// @param[in]  arrin  keys, 1..n, not changed
 /// @param[out] indx   permutation of 1..n, 1..n
-/// Allocates nothing. With not-a-numbers among the keys the order is undefined, but indx is a permutation.
+/// Allocates nothing. With NaNs among the keys the order is undefined, but indx is a permutation.
 void indexx(int n, const double* arrin, int* indx);
 
 /// As indexx, but returns at once for n <= 0.

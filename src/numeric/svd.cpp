@@ -190,11 +190,11 @@ class Decomposition {
     }
   }
 
-  /// Small against the whole matrix. False for not-a-numbers.
+  /// Small against the whole matrix. False for NaNs.
   bool Negligible(double x) const { return std::fabs(x) + norm_ == norm_; }
 
   /// First row of the unreduced block that ends at k: the element e[l] above it is negligible, or is made so
-  /// where w[l - 1] is. e[1] is 0 and ends the search in any case, also among not-a-numbers.
+  /// where w[l - 1] is. e[1] is 0 and ends the search in any case, also among NaNs.
   int StartOfBlock(int k) {
     for (int l = k; l > 1; --l) {
       if (Negligible(e_[l])) return l;

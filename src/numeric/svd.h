@@ -12,7 +12,7 @@
 
 namespace sondera {
 
-/// sqrt(a^2 + b^2) without overflow on the way. Kept: no test for zero, so that PYTHAG(0, 0) is not-a-number.
+/// sqrt(a^2 + b^2) without overflow on the way. Kept: no test for zero, so that PYTHAG(0, 0) is NaN.
 double PYTHAG(double a, double b);
 
 /// Decomposes a.
@@ -33,7 +33,7 @@ void svdcmp(double* a, int m, int n, double* w, double* v);
 /// @param[out]    w     as for svdcmp
 /// @param[out]    v     Kept: leading dimension m, so that v needs (n - 1) * m + n elements
 /// Kept: on the thirtieth sweep for a value it calls nrerror and does the sweep all the same. It uses PYTHAG,
-/// so that an exact zero in the rotations gives not-a-numbers.
+/// so that an exact zero in the rotations gives NaNs.
 void FS_svdcmp(int m, int n, double* a, double* w, double* v);
 
 /// Solves A x = b in the least-squares sense with the factors of svdcmp: x = V diag(1/w) U^T b. A w of

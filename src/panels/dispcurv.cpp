@@ -40,8 +40,7 @@ int StoreRingIndex(const RingControl& ring, int PMeasInfo::*field) {
 
 }  // namespace
 
-// ---- lists
-// ----------------------------------------------------------------------------------------------------------
+// --- lists ---
 
 int IncludeDispCurveCallback(Panel, ControlId, Event event, long) {
   return event == Event::Commit ? MoveSelected(dispcurv::LIST_EXCLUDED, dispcurv::LIST_INCLUDED, 1) : 0;
@@ -76,8 +75,7 @@ int DispCurveMarkerCallback(Panel, ControlId, Event event, long) {
   return event == Event::Commit ? StoreRingIndex(dispcurv::MARKER, &PMeasInfo::marker) : 0;
 }
 
-// ---- graph
-// ----------------------------------------------------------------------------------------------------------
+// --- graph ---
 
 int SetDispCurveTypeCallback(Panel, ControlId, Event event, long) {
   return event == Event::Commit ? DispCurvPlot(1) : 0;

@@ -47,8 +47,7 @@ void Show(const Fields& fields, const WindowFour& values) {
   for (std::size_t k = 1; k <= 4; ++k) SetCtrlVal(*fields[k], values[k]);
 }
 
-// ---- which pair
-// -----------------------------------------------------------------------------------------------------
+// --- which pair ---
 
 /// The measurement and channels that IRFSETPNL shows are the session's selection while this lives, so that
 /// routines called for Panel::IRFSETPNL work on them. The current measurement comes back; the channels stay
@@ -91,8 +90,7 @@ CurrentPair PairShownOn(Panel panel) {
   return current;
 }
 
-// ---- showing
-// --------------------------------------------------------------------------------------------------------
+// --- showing ---
 
 WindowFour VelocitiesOf(double spacing, const WindowFour& times, double velScale) {
   WindowFour velocities{};
@@ -129,8 +127,7 @@ bool ShowWindows(CurrentPair current, bool signedSpacing, const char* lengthForm
   return true;
 }
 
-// ---- taking
-// ---------------------------------------------------------------------------------------------------------
+// --- taking ---
 
 bool Ascending(const WindowFour& t) {
   return t[1] <= t[2] && t[2] <= t[3] && t[3] <= t[4];

@@ -84,8 +84,7 @@ bool RefuseWindowB(Panel panel) {
   return true;
 }
 
-// ---- buttons
-// --------------------------------------------------------------------------------------------------------
+// --- buttons ---
 
 int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
@@ -142,8 +141,7 @@ int MaskingOnOffCallback(Panel panel, ControlId, Event event, long) {
   return 0;
 }
 
-// ---- fields
-// ---------------------------------------------------------------------------------------------------------
+// --- fields ---
 
 int MaskFreqInitCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
@@ -180,8 +178,7 @@ int MaskJumpNoCallback(Panel, ControlId, Event, long) {
   return 0;
 }
 
-// ---- markers and drawing
-// --------------------------------------------------------------------------------------------
+// --- markers and drawing ---
 
 int PickMaskOnGraph(double freq) {
   const int window = SelectedWindow(Panel::SASW);

@@ -30,8 +30,7 @@ int LinesOf(int key) {
   return hw && MeasDB.idList.findKey(key) > 0 ? hw->nLines : 0;
 }
 
-// ---- masks
-// ----------------------------------------------------------------------------------------------------
+// --- masks ---
 
 void ReadMasks(SectionReader& file) {
   const int count = file.Count("masks", INT_MAX);
@@ -64,8 +63,7 @@ void StoreMasks(AtomicWriter& file) {
   }
 }
 
-// ---- Gabor maps
-// -----------------------------------------------------------------------------------------------
+// --- Gabor maps ---
 
 constexpr std::array<double, 3 * kGaborDivisions> kZeroRow{};
 
@@ -115,8 +113,7 @@ void StoreGaborMaps(AtomicWriter& file, const PMeasInfo& pair) {
   }
 }
 
-// ---- pair records
-// ---------------------------------------------------------------------------------------------
+// --- pair records ---
 
 void ReadPairSettings(SectionReader& file, PMeasInfo& pair, Source source) {
   pair.irfMode = file.Int32();
@@ -242,8 +239,7 @@ void StorePair(AtomicWriter& file, const PMeasInfo& pair) {
   file.Int32(pair.polyOrderB);
 }
 
-// ---- representative curves
-// ------------------------------------------------------------------------------------
+// --- representative curves ---
 
 void ReadCurves(SectionReader& file, RecordList<DispInfo>& list, const char* what) {
   const int count = file.Count(what, INT_MAX);

@@ -14,10 +14,10 @@
 
 namespace sondera {
 
-/// What one file gave, line by line from 0. A text that is not a finite number stands as a not-a-number, so
+/// What one file gave, line by line from 0. A text that is not a finite number stands as a NaN, so
 /// that whoever uses it can refuse it; what nobody uses (a line dropped later) does no harm.
 struct TextColumns {
-  std::vector<double> axis;  ///< s or Hz; not-a-number also on a line without any token
+  std::vector<double> axis;  ///< s or Hz; NaN also on a line without any token
   std::vector<double> a;     ///< value, or real part; 0 where the token is missing
   std::vector<double> b;     ///< imaginary part, 0 where missing; empty for one value per line
   double lastValue = 0.0;    ///< last value of column a that was there

@@ -3,8 +3,7 @@
 // ".sms": the setup section of a project file (setup_section.h), with two differences: the ProjID field is
 // the plain text, without bars and decimation, and nothing stands behind a negative freqSpan. ".srd": the raw
 // data section (raw_section.h), then one real that has no use here and is carried along
-// (session.rawFileReal). A
-// ".srd" is read for the measurements of the ".sms" of the same name.
+// (session.rawFileReal). A ".srd" is read for the measurements of the ".sms" of the same name.
 //
 // Callers: panels/mainmenu_legacy. Files are written whole or not at all; of a damaged file what is whole comes in.
 #pragma once

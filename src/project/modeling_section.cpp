@@ -15,8 +15,7 @@ namespace {
 
 constexpr int kMostListItems = 100000;
 
-// ---- fields
-// --------------------------------------------------------------------------------------------
+// --- fields ---
 //
 // One list of fields a record, in the order of the file, for both directions: ModelHead, ModelBody, InvHead and
 // InvBody name the fields, Writer and Reader say what happens to them.
@@ -223,8 +222,7 @@ void InvBody(Direction& d, Record& r) {
   d.Field(r.iSelected);
 }
 
-// ---- what a file can hold
-// --------------------------------------------------------------------------------------------
+// --- what a file can hold ---
 
 /// Whether arrays of so many bytes can still be in the file; where they cannot, the file ends within them.
 bool HoldsBytes(SectionReader& file, std::int64_t bytes) {
@@ -276,8 +274,7 @@ bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
   return false;
 }
 
-// ---- records
-// --------------------------------------------------------------------------------------------
+// --- records ---
 
 /// The record behind its head; false when nothing of it can be used.
 bool ReadModelBody(SectionReader& file, ModelRecord& m, PointArrays points) {
@@ -330,8 +327,7 @@ int ReadInvRecord(SectionReader& file, InvRecord& r) {
   return 0;
 }
 
-// ---- lists of entries
-// -----------------------------------------------------------------------------------------
+// --- lists of entries ---
 
 void StoreNumbers(AtomicWriter& file, const std::vector<int>& numbers) {
   for (const int n : numbers) file.Int32(n);

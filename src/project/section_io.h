@@ -2,9 +2,8 @@
 // went wrong, and the array helpers of both directions.
 //
 // Callers: the section files beside this one, and the readers and writers of the single-section files (".ia",
-// ".sms",
-// ".srd"). A project file has no header, no version and no padding, so nothing in it can be found again once
-// a count is wrong: the first trouble decides what is said at the end.
+// ".sms", ".srd"). A project file has no header, no version and no padding, so nothing in it can be found
+// again once a count is wrong: the first trouble decides what is said at the end.
 #pragma once
 
 #include <cstddef>

@@ -131,8 +131,7 @@ bool FillGabor(PMeasInfo* pair, PlotSeries& out) {
   return !out.x.empty();
 }
 
-// ---- files
-// --------------------------------------------------------------------------------------------------
+// --- files ---
 double At(const std::vector<double>& column, std::size_t i) {
   return i < column.size() ? column[i] : 0.0;
 }

@@ -1,6 +1,5 @@
 // uff58.h - reads functions from universal files: text files of data sets between "    -1" lines, of which
-// set 58
-// ("function at nodal degree of freedom") is the one of interest here.
+// set 58 ("function at nodal degree of freedom") is the one of interest here.
 //
 // Layout of a set 58, one physical line each, whatever its length and line end:
 //

@@ -17,7 +17,7 @@ bool AboveZero(double x) {
 }
 
 bool IsPlace(double x) {
-  return std::fabs(x) <= kFarthestPlace;  // not a not-a-number
+  return std::fabs(x) <= kFarthestPlace;  // not a NaN
 }
 
 /// a between b and c, or near one of them.

@@ -18,7 +18,7 @@
 namespace sondera {
 
 /// Steps v until R changes its sign, then halves the step until it is below 1e-5 v.
-/// @param[in]     R           the function; a not-a-number is no change of sign
+/// @param[in]     R           the function; a NaN is no change of sign
 /// @param[in]     cMin, cMax  the search ends without a root when v leaves this range
 /// @param[in,out] v           in: first trial, R(v) counts as the value before; out: the root, less two steps
 /// @param[in]     s           first step, of either sign, not 0

@@ -13,7 +13,7 @@ inline constexpr double kDepthOfWavelength = 3.0;             ///< wavelength ov
 inline constexpr double kShearOverPhase = 1.100000023841858;  ///< Kept: 1.1 in single precision
 
 /// 1.1 times the mean velocity of the points from `top` to `bottom`, both ends included, so that a point on
-/// an interface counts in both layers. Kept: 0/0, a not-a-number, without a point.
+/// an interface counts in both layers. Kept: 0/0, a NaN, without a point.
 double MeanShearVelocity(const std::vector<CurvePoint>& curve, double top, double bottom);
 
 /// Thicknesses of at most `most` layers, found where the curve varies: half-sums of |c(p) - c(1)| of

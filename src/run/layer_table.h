@@ -23,7 +23,7 @@ double PoissonFromVelocities(double Vp, double Vs);
 inline constexpr double kGuardedNu = 0.497;
 inline constexpr double kGuardedVsOverVpSquared = 0.005964214711729627;  // (1 - 2 nu) / (2 (1 - nu)) of it
 
-/// Whether a ratio found from velocities has to be replaced (a not-a-number has not).
+/// Whether a ratio found from velocities has to be replaced (a NaN has not).
 inline bool PoissonIsUnphysical(double nu) {
   return nu >= 0.5 || nu < 0.0;
 }
@@ -42,7 +42,7 @@ void DeriveLayerProperties(bool guardPoisson);
 void FS_SystemSetup();
 
 /// Number of the layer that holds a depth; an interface belongs to the layer below. At or below the last
-/// interface, and for a not-a-number: nLayersCur.
+/// interface, and for a NaN: nLayersCur.
 int FS_GetLayerID(double depth);
 
 /// The same for the tops of the strata; the last stratum for all that lies below its top or above the first.

@@ -20,8 +20,7 @@
 
 namespace sondera {
 
-// ---- values
-// -------------------------------------------------------------------------------------------------------
+// --- values ---
 
 double GetCtrlVal(const NumericControl& c);
 int GetCtrlVal(const IntControl& c);
@@ -47,8 +46,7 @@ bool SetCtrlVal(const ListControl& c, int value);
 void AppendText(const TextControl& c, std::string_view text);
 void ResetTextBox(const TextControl& c, std::string_view text = {});
 
-// ---- items of rings and lists; positions count from 0
-// ---------------------------------------------------------------
+// --- items of rings and lists; positions count from 0 ---
 
 template <class C>
 concept ItemControl =
@@ -113,8 +111,7 @@ int FindListItem(const C& c, std::string_view label) {
   return items::Find(c, label);
 }
 
-// ---- tables; rows and columns count from 1
-// --------------------------------------------------------------------------
+// --- tables; rows and columns count from 1 ---
 
 inline constexpr int kMaxTableRows = 100000;
 
@@ -131,8 +128,7 @@ bool DeleteTableRow(const TableControl& c, int row);
 std::string GetTableRowLabel(const TableControl& c, int row);
 void SetTableRowLabel(const TableControl& c, int row, std::string_view label);
 
-// ---- what a person enters
-// ----------------------------------------------------------------------------------------------------------
+// --- what a person enters ---
 
 /// As SetCtrlVal and the others, for a person's input: false and nothing written while the control does not answer,
 /// for a kind that does not take it, a number that is not finite or does not fit, an item or a cell that is not
@@ -144,8 +140,7 @@ bool EnterValue(const Control& c, std::string_view text);
 bool EnterIndex(const Control& c, int index);
 bool EnterCell(const TableControl& c, int row, int column, double value);
 
-// ---- attributes
-// -----------------------------------------------------------------------------------------------------
+// --- attributes ---
 
 bool IsDimmed(const Control& c);
 void SetDimmed(const Control& c, bool dimmed);
@@ -164,8 +159,7 @@ void SetPanelTitle(Panel p, std::string_view title);
 void SetActiveTabPage(Panel tabs, int page);
 int GetActiveTabPage(Panel tabs);
 
-// ---- callbacks
-// ------------------------------------------------------------------------------------------------------
+// --- callbacks ---
 
 enum class Event : int {
   Commit = 1,
@@ -210,8 +204,7 @@ class Presses {
   int result_ = 0;
 };
 
-// ---- the whole store
-// ------------------------------------------------------------------------------------------------
+// --- the whole store ---
 
 /// Brings every control and panel to its declared first state; observers hear of one change, of everything.
 /// Callbacks and observers stay.

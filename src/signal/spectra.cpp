@@ -28,8 +28,7 @@ double Magnitude(double re, double im) {
   return std::sqrt(re * re + im * im);
 }
 
-// ---- running averages
-// -----------------------------------------------------------------------------------------------
+// --- running averages ---
 
 /// Sizes of one record.
 struct FrameSizes {
@@ -124,8 +123,7 @@ void FoldRecord(const FrameSizes& sizes, RawData& raw) {
   }
 }
 
-// ---- quantities of a pair
-// -------------------------------------------------------------------------------------------
+// --- quantities of a pair ---
 
 /// Rows of the two channels of a pair and of channel 0, with a stride of 2 n.
 struct PairRows {

@@ -28,7 +28,7 @@ Complex C(dcomplex z) {
 }
 constexpr double kPi = 3.14159265358979323846;
 
-// ---------------------------------------------------------------- assembly
+// --- assembly ---
 
 struct Assembled {
   std::vector<double> M_d, M_o;
@@ -112,7 +112,7 @@ TEST(Wave, BoundaryEntersTheLastNodeOnly) {
   ExpectNear(a.B1[3], g * (2.0 - q) - C(before.B1[3]));
 }
 
-// ---------------------------------------------------------------- modes
+// --- modes ---
 
 /// Pairs each k with the closest of the others that is still free; returns the largest relative distance.
 double Match(const std::vector<dcomplex>& k, const std::vector<Complex>& others, int N,
@@ -389,7 +389,7 @@ TEST(Raylgh, SizeOfTheModuliDoesNotMatter) {
   }
 }
 
-// ---------------------------------------------------------------- radial functions
+// --- radial functions ---
 
 const Complex kC(0.0, -1.570796);
 
@@ -456,7 +456,7 @@ TEST(Evint, ProductsStayFiniteWhereTheirFactorsDoNot) {
   for (const dcomplex& z : {I1, I2, I3, I4}) EXPECT_TRUE(std::isfinite(z.re) && std::isfinite(z.im));
 }
 
-// ---------------------------------------------------------------- sum over modes
+// --- sum over modes ---
 
 TEST(Green, SumsParticipationTimesRadialFunctionOverAllModes) {
   const Matrices m = test::RigidBase(15, 0.3, 150.0, 1.8, 0.3, 0.02, 30.0);

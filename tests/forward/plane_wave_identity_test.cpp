@@ -198,7 +198,7 @@ TEST(PlaneWaveLanes, DoubtfulLanesAreGivenBack) {
   double value[kLanes];
   const unsigned doubt = BestLanes()(stack, c, value);
   EXPECT_EQ(doubt & 0b01000101u, 0u) << "plain velocities";
-  EXPECT_EQ(doubt & 0b10111010u, 0b10111010u) << "Vs, not-a-number, zero, Vp, overflow";
+  EXPECT_EQ(doubt & 0b10111010u, 0b10111010u) << "Vs, NaN, zero, Vp, overflow";
 }
 
 }  // namespace

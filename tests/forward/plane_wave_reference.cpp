@@ -2,7 +2,7 @@
 //
 // Division is Smith's and the square root is the one with the non-negative real part, as everywhere in the
 // method; the order of operations is that of the formulas, read from left to right. A division by zero gives
-// not-a-numbers.
+// NaNs.
 #include "forward/plane_wave_reference.h"
 
 #include <cmath>

@@ -89,8 +89,7 @@ void ExpectSameRoots(const Ground& g, double L, double cLow, double cHigh, std::
   }
 }
 
-// ---- range of the scan
-// -------------------------------------------------------------------------------------------
+// --- range of the scan ---
 
 TEST(FsSasw2d, UniformHalfSpaceHasOneRootAtTheSameVelocityForAnyWavelength) {
   const Ground g{{3.7}, {213.0}, {1.93}, {0.31}};
@@ -167,8 +166,7 @@ TEST(FsSasw2d, SeveralWavelengthsAtOnceGiveTheValuesOfSingleCalls) {
   EXPECT_EQ(two[1], c[6]);
 }
 
-// ---- search
-// --------------------------------------------------------------------------------------------------------
+// --- search ---
 
 TEST(FsSearch, CollectsAllRootsOfTheScanInOrder) {
   ExpectSameRoots(kGradient, 2.0, 96.0, 380.0, 3);
@@ -242,8 +240,7 @@ TEST(FsSearch, LayersAtTwiceTheWavelengthAreLeftOut) {
   EXPECT_NE(Search(g, 5.0001, 96.0, 380.0, 0).c, above.c) << "the higher modes reach the layer";
 }
 
-// ---- bisection
-// -----------------------------------------------------------------------------------------------------
+// --- bisection ---
 
 struct Bracket {
   double lo, hi;
@@ -300,8 +297,7 @@ TEST(FsSub, NotANumberEndsIt) {
   Sub(kGradient, 2.0, {-1.0, 0.0, {-1.0, 0.0}, {1.0, 0.0}});
 }
 
-// ---- condensation and half-space
-// -----------------------------------------------------------------------------------
+// --- condensation and half-space ---
 
 struct Strat {
   LayerStiffness K;
@@ -411,8 +407,7 @@ TEST(FsHspace, ZeroDeterminantGivesZero) {
   EXPECT_EQ(F.re, 0.0);
 }
 
-// ---- data that make no sense
-// ---------------------------------------------------------------------------------------
+// --- data that make no sense ---
 
 const double kHostile[] = {0.0,    -0.0,  -1.0, kNaN, kInf,         -kInf, 1e308, -1e308, 1e-308,
                            5e-324, 1e-12, 1e12, 0.5,  0.4999999999, 1.0,   2.0,   200.0};

@@ -21,7 +21,7 @@ using truth::Complex;
 
 constexpr double kPi = 3.14159265358979323846;
 
-// ---------------------------------------------------------------- the truth itself
+// --- the truth itself ---
 
 TEST(WavenumberIntegral, UniformGroundCutIntoLayersIsTheClosedForm) {
   const truth::Layer one{1.0, 200.0, 1.9, 0.3, 0.02};
@@ -45,7 +45,7 @@ Complex Lamb(const std::vector<truth::Layer>& ground, double omega, Complex k) {
   return truth::LambCompliance(ground.front(), omega, k);
 }
 
-// ---------------------------------------------------------------- displacement
+// --- displacement ---
 
 /// An evaluation whose wavelength has settled, at the plane-wave velocity.
 struct Evaluation {
@@ -117,7 +117,7 @@ TEST(PointLoadPhysics, DisplacementOfNormalSitesIsTheIntegral) {
   }
 }
 
-// ---------------------------------------------------------------- pair velocity
+// --- pair velocity ---
 
 /// Velocity of the pair at 2 L and 4 L from the exact displacement at the solver's nodes between both
 /// receivers.

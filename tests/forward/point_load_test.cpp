@@ -43,7 +43,7 @@ Outcome Evaluate(const Site& site, double wavelength) {
   return run;
 }
 
-// ---------------------------------------------------------------- node line
+// --- node line ---
 
 /// The line for spacing 0.5 (wavelength 2).
 int Line(const Site& site, PointLoadWork& work) {
@@ -154,7 +154,7 @@ TEST(StackRec, NewDistanceIsEnteredInOrderAndGivesZero) {
   EXPECT_EQ(list.nStackRec, 4);
 }
 
-// ---------------------------------------------------------------- unwrapping and repetition
+// --- unwrapping and repetition ---
 
 TEST(UnwrapLine, EachTurnFromPositiveToNegativeAddsACycle) {
   double phi[] = {0, 80.0, 170.0, -100.0, -10.0, 90.0, 179.0, -91.0};
@@ -351,7 +351,7 @@ TEST(SASW3D, RepeatedEvaluationAllocatesNothing) {
   EXPECT_EQ(AllocationCount(), before);
 }
 
-// ---------------------------------------------------------------- mesh
+// --- mesh ---
 
 TEST(PreMesh, HalfSpaceElementCopiesTheLastSublayer) {
   Site site(Normal());
@@ -381,7 +381,7 @@ TEST(PreMesh, TooManySublayersMakeNoMesh) {
   EXPECT_FALSE(FS_PreMesh(site.in, work, 5.0));
 }
 
-// ---------------------------------------------------------------- hostile input
+// --- hostile input ---
 
 TEST(CheckPointLoadInput, NamesTheSettingThatIsOutOfRange) {
   struct Case {

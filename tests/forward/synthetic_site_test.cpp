@@ -63,7 +63,7 @@ TEST(SyntheticSite, PhaseOfAPairGivesThePhaseVelocity) {
   for (std::size_t c = 1; c < 4; ++c) {
     const auto h = spectra.Transfer(c);
     const double d = std::fabs(recording.receivers[c]) - recording.receivers[0];
-    for (std::size_t k = 1; k * spectra.deltaF < 130.0; ++k) {
+    for (std::size_t k = 1; static_cast<double>(k) * spectra.deltaF < 130.0; ++k) {
       const double f = static_cast<double>(k) * spectra.deltaF;
       if (f < 3.0) continue;
       const double expected = kTwoPi * d * f / SolverVelocity(site.PhaseVelocity(f) / f);

@@ -77,7 +77,7 @@ TEST(WaveformPhysics, StiffCrustIsTheExactIntegral) {
                {0.6, 0.6, 0.6, 0.6});
 }
 
-// ---------------------------------------------------------------- pair curves
+// --- pair curves ---
 
 /// Velocities of a pair of receivers at the lines of a record, from the phases of its two traces as they stand
 /// in files.
@@ -128,7 +128,7 @@ TEST(WaveformPhysics, SavedRecordsGiveTheVelocitiesOfTheSolversPairs) {
   }
 }
 
-// ---------------------------------------------------------------- Lamb
+// --- Lamb ---
 
 TEST(LambStep, IsTheIntegralOverWavenumbersAndSettles) {
   const double mu = 1.8 * 200.0 * 200.0;

@@ -38,7 +38,7 @@ std::string Why(const WaveformSetup& setup) {
   return CheckWaveform(setup).reason();
 }
 
-// ---------------------------------------------------------------- lengths
+// --- lengths ---
 
 TEST(Waveform, FirstValuesAreToldTheLengthNeededInOneSentence) {
   WaveformSetup s = Small();
@@ -87,7 +87,7 @@ TEST(FitToSite, ASiteThatNeedsTooManyPointsIsRefused) {
   EXPECT_EQ(s.pulse.nPoints, before.nPoints);
 }
 
-// ---------------------------------------------------------------- refusals and notes
+// --- refusals and notes ---
 
 TEST(Waveform, EachBadSettingHasOneSentence) {
   const auto with = [](auto change) {
@@ -196,7 +196,7 @@ TEST(Waveform, LinesWithoutForceAreLeftOut) {
   EXPECT_EQ(result.lines.u[0][127], Complex(0.0));
 }
 
-// ---------------------------------------------------------------- records
+// --- records ---
 
 TEST(Waveform, IsTheSumOfItsLines) {
   const WaveformSetup s = Small();
@@ -287,7 +287,7 @@ TEST(Waveform, TheThicknessOfTheHalfSpaceDoesNotCount) {
   EXPECT_EQ(Generated(s).record.trace, none.trace);
 }
 
-// ---------------------------------------------------------------- blows
+// --- blows ---
 
 /// A record for blows: any shape will do.
 WaveformRecord Ringing() {
@@ -371,7 +371,7 @@ TEST(MakeBlows, NumbersOutOfRangeAreRefused) {
   EXPECT_TRUE(blows.empty());
 }
 
-// ---------------------------------------------------------------- texts
+// --- texts ---
 
 TEST(WaveformText, TheTransformOfASavedRecordIsTheSolversLine) {
   const WaveformSetup s = Small();

@@ -240,7 +240,7 @@ TEST(Lubksb, RightHandSideCountsFromZero) {
 
 TEST(Lubksb, LeadingZerosOfTheRightHandSideAreSkipped) {
   Matrix lu = Identity(3);
-  lu(2, 1) = lu(3, 1) = kInf;  // times a leading zero it would give not-a-numbers
+  lu(2, 1) = lu(3, 1) = kInf;  // times a leading zero it would give NaNs
   const int indx[] = {0, 1, 2, 3};
   double b[] = {0.0, 1.5, 2.5};
   lubksb(lu.data(), 3, indx, b);

@@ -60,8 +60,7 @@ class CurveLists : public SessionTest {
 
 using DispersionPage = CurveLists;
 
-// ---- lists
-// ----------------------------------------------------------------------------------------------------------
+// --- lists ---
 
 TEST_F(DispersionPage, ButtonsMoveTheCurveAndSetItsFlagWithoutADraw) {
   PMeasInfo& first = AddPair(0, 1, 1);
@@ -149,8 +148,7 @@ TEST_F(DispersionPage, RingsStoreTheirPositionInTheChosenCurve) {
   EXPECT_THAT(drawn, IsEmpty());
 }
 
-// ---- graph
-// ----------------------------------------------------------------------------------------------------------
+// --- graph ---
 
 TEST_F(DispersionPage, TypeAndRedrawDrawThePlainLabels) {
   result = -1;

@@ -264,11 +264,12 @@ TEST_F(GetFModelParamRD, GrowsTheRecordWithTheTables) {
 
 TEST_F(GetFModelParamRD, StoredVelocitiesStayWithTheirPointAndCurve) {
   for (std::size_t p = 0; p < 50; ++p)
-    for (std::size_t c = 0; c < 7; ++c) FModelParam.vel[p * 7 + c] = 100.0 * p + c;
+    for (std::size_t c = 0; c < 7; ++c) FModelParam.vel[p * 7 + c] = static_cast<double>(100 * p + c);
   SetCtrlVal(NDISPCURVES, 5);
   ASSERT_EQ(GetFModelParam_RD(), 0);
   for (std::size_t p = 0; p < 50; ++p)
-    for (std::size_t c = 0; c < 5; ++c) EXPECT_EQ(FModelParam.vel[p * 5 + c], 100.0 * p + c);
+    for (std::size_t c = 0; c < 5; ++c)
+      EXPECT_EQ(FModelParam.vel[p * 5 + c], static_cast<double>(100 * p + c));
   SetCtrlVal(NDISPCURVES, 6);
   ASSERT_EQ(GetFModelParam_RD(), 0);
   EXPECT_EQ(FModelParam.vel[3 * 6 + 4], 304.0);
@@ -300,7 +301,8 @@ TEST_F(SetFModelParamTest, WhatIsShownIsReadBackAsItWas) {
   m.nLayers = 60;
   RoomForLayers(m, 60);
   for (std::size_t k = 0; k < 6; ++k)
-    for (std::size_t l = 0; l < 60; ++l) (m.*kLayerColumns[k])[l] = 1.0 + 0.001 * (10.0 * l + k);
+    for (std::size_t l = 0; l < 60; ++l)
+      (m.*kLayerColumns[k])[l] = 1.0 + 0.001 * static_cast<double>(10 * l + k);
   m.analysis = 2;
   m.GlobalRecType = 4;
   m.pairMax[6] = 3.25;

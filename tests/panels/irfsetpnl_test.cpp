@@ -110,8 +110,7 @@ using UpdateIrfParam = IrfPanel;
 using DefaultIRFparm = IrfPanel;
 using SiteCategory = IrfPanel;
 
-// ---- showing
-// --------------------------------------------------------------------------------------------------------
+// --- showing ---
 
 TEST_F(RefreshIRFwindowTest, MakesAMissingPairAndShowsItsWindows) {
   SelectPair(m, 0, 2);
@@ -199,8 +198,7 @@ TEST_F(RefreshIRFwindowTest, MenuShowsSignedVelocitiesAndTheBareRecordLength) {
   EXPECT_EQ(GetCtrlVal(irfsetpnl::RECORDLENGTH), "1.023");
 }
 
-// ---- OK
-// -------------------------------------------------------------------------------------------------------------
+// --- OK ---
 
 TEST_F(IRFsetupOk, StoresTheDelaysOfBothSetsAndBringsThePairUpToDate) {
   PMeasInfo* pair = MakePair();
@@ -311,8 +309,7 @@ TEST_F(IRFsetupOk, NothingHappensWithoutAPairOrWithoutACommit) {
   EXPECT_TRUE(frontEnd.messages.empty());
 }
 
-// ---- Apply by times only
-// --------------------------------------------------------------------------------------------
+// --- Apply by times only ---
 
 TEST_F(IRFApply, TakesBackboneFromVelocitiesAndEnhancedFromTimes) {
   const PMeasInfo* pair = MakePair();
@@ -368,8 +365,7 @@ TEST_F(IRFApply, LowPassShowsTheDerivedTimesInItsOwnPanel) {
   EXPECT_EQ(GetCtrlVal(irfsetpnl2::SMIRF_T4), kTotal - 0.01);
 }
 
-// ---- Apply of times as they stand
-// -----------------------------------------------------------------------------------
+// --- Apply of times as they stand ---
 
 TEST_F(UpdateIrfParam, TakesTimesAndModeWithoutATestAndShowsVelocities) {
   PMeasInfo* pair = MakePair();
@@ -436,8 +432,7 @@ TEST_F(UpdateIrfParam, WithoutAPairDoesNothing) {
   EXPECT_EQ(session.refChan, 1);
 }
 
-// ---- defaults and mode
-// ----------------------------------------------------------------------------------------------
+// --- defaults and mode ---
 
 TEST_F(DefaultIRFparm, ShowsTheTableOfModeAndSiteThenTurnsToLowPass) {
   PMeasInfo* pair = MakePair();
@@ -498,8 +493,7 @@ TEST_F(IrfPanel, LowPassDimsTheLastVelocitiesAndBandPassUndimsThem) {
   }
 }
 
-// ---- site category
-// --------------------------------------------------------------------------------------------------
+// --- site category ---
 
 TEST_F(SiteCategory, SetsVelocitiesWindowsAndPanel) {
   const PMeasInfo* pair = MakePair();

@@ -363,8 +363,7 @@ TEST_F(ImportDialog, TheProjectIsThatOfTheSetupPanel) {
   EXPECT_EQ(GetKeyFromID("ProjID", "measID"), 1);
 }
 
-// ---- TrimDataBase
-// -------------------------------------------------------------------------------------------------------
+// --- TrimDataBase ---
 
 TEST_F(ImportDialog, TrimTakesAllRecordsOfAMeasurementAndSelectsTheOneBefore) {
   for (const char* id : {"a", "b", "c"}) ASSERT_EQ(Import({.measID = id, .files = {GoodHyx()}}), 0);

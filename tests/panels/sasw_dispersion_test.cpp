@@ -46,7 +46,7 @@ class Curves : public SessionTest {
     const int n = 2 * m.hw->nLines;
     for (int c = 0; c < 3; ++c)
       for (int i = 0; i < n; ++i) {
-        const double angle = -2.0 * kPi * ((static_cast<long>(i) * c * samples) % n) / n;
+        const double angle = -2.0 * kPi * static_cast<double>((static_cast<long>(i) * c * samples) % n) / n;
         const auto at = static_cast<std::size_t>(c * n + i);
         m.raw->crossSpecRe[at] = std::cos(angle);
         m.raw->crossSpecIm[at] = std::sin(angle);
@@ -310,8 +310,7 @@ TEST_F(MaskingCalcDispMenu, ZeroDistancesGiveAnExcludedCurveWithoutAWord) {
   EXPECT_THAT(frontEnd.messages, IsEmpty());
 }
 
-// ---- settings
-// -------------------------------------------------------------------------------------------------------
+// --- settings ---
 
 TEST_F(Curves, CriterionGoesToTheSessionAndToTheImport) {
   SetCtrlVal(meassetup::HYX_WLENFILTER, 0.7);

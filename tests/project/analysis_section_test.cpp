@@ -346,8 +346,7 @@ TEST_F(AnalysisSection, AFileThatEndsInFrontOfTheSectionIsAnOlderOne) {
   EXPECT_EQ(file.Trouble(), "");
 }
 
-// ---- the ".ia" file
-// -------------------------------------------------------------------------------------------
+// --- the ".ia" file ---
 
 TEST_F(AnalysisSection, AnInterpretationFileAddressesThePairOneKeyLower) {
   ByteStream s;

@@ -218,8 +218,7 @@ TEST_F(ImportOfRecords, CrossSpectraGiveThePhasesOfTheTransferFunctions) {
   }
 }
 
-// ---- universal files
-// --------------------------------------------------------------------------------------------------
+// --- universal files ---
 
 constexpr char kWrongType[] = "Error: The data type is not matched.";
 constexpr char kNot58[] = "Error: The file is not in 58 format.";

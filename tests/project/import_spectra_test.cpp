@@ -33,8 +33,7 @@ class SpectrumImport : public ImportTest {
   }
 };
 
-// ---- .Hyx
-// -------------------------------------------------------------------------------------------------------------
+// --- .Hyx ---
 
 class LoadHyxDataTest : public SpectrumImport {};
 
@@ -312,8 +311,7 @@ TEST_F(LoadHyxDataTest, ZerosAndLengthsAreTold) {
                                     File(2, 40) + "; the first file sets the length of all");
 }
 
-// ---- .Gyx
-// -------------------------------------------------------------------------------------------------------------
+// --- .Gyx ---
 
 class LoadGyxDataTest : public SpectrumImport {
  protected:

@@ -72,7 +72,7 @@ TEST(NumberTable, AnyBytesAreATableOrASentence) {
   const std::string alphabet = "0123456789.,;\t -+eE#\"\nab\r\0";
   for (int round = 0; round < 3000; ++round) {
     std::string text;
-    for (unsigned i = random() % 60; i > 0; --i) text += alphabet[random() % alphabet.size()];
+    for (auto i = random() % 60; i > 0; --i) text += alphabet[random() % alphabet.size()];
     NumberTable table;
     const std::string reason = ReadNumberTable(text, table);
     if (!reason.empty()) continue;

@@ -228,8 +228,7 @@ TEST_F(Damage, EveryCutOfAnInterpretationFileEndsWithOneMessage) {
   }
 }
 
-// ---- memory
-// ---------------------------------------------------------------------------------------------------
+// --- memory ---
 
 #ifndef SONDERA_CHECK_BOUNDS  // the sanitizers reserve memory of their own
 
@@ -283,8 +282,7 @@ TEST_F(Damage, EverySizeThatIsTooLargeStaysWithinBoundedMemory) {
 
 #endif
 
-// ---- failing saves
-// --------------------------------------------------------------------------------------------
+// --- failing saves ---
 
 /// A project on disk, changed in memory since.
 class FailingSave : public Damage {
@@ -376,8 +374,7 @@ TEST_F(FailingSave, ADamagedFileIsNotTouchedByItsLoad) {
   EXPECT_THAT(OnlyMessage(), HasSubstr("another name"));
 }
 
-// ---- killed saves
-// ---------------------------------------------------------------------------------------------
+// --- killed saves ---
 
 /// Saves one of two states after the other until it is killed. The states differ in every raw sample.
 [[noreturn]] void SaveForEver(const std::string& path) {

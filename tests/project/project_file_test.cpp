@@ -80,8 +80,7 @@ class ProjectFile : public SessionTest {
 
 constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
 
-// ---- opening
-// --------------------------------------------------------------------------------------------------
+// --- opening ---
 
 TEST_F(ProjectFile, OpensAPathWithoutADialog) {
   const std::string path = OnDisk("site.da");
@@ -200,8 +199,7 @@ TEST_F(ProjectFile, OpeningEmptiesTheListsOfTheFormerProjectButItsMasks) {
   EXPECT_EQ(MeasDB.maskingList.count(), masks + 1);
 }
 
-// ---- saving
-// ---------------------------------------------------------------------------------------------------
+// --- saving ---
 
 TEST_F(ProjectFile, SaveAsksForADaFileWhenThereIsNoName) {
   MakeSmallProject();
@@ -365,8 +363,7 @@ TEST_F(ProjectFile, AnEmptyProjectIsFourZeroCountsAndTheRecords) {
   EXPECT_THAT(frontEnd.messages, IsEmpty());
 }
 
-// ---- callbacks
-// ------------------------------------------------------------------------------------------------
+// --- callbacks ---
 
 TEST_F(ProjectFile, MenuItemsActAtOnceAndButtonsOnAPressOnly) {
   MakeSmallProject();

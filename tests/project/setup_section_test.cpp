@@ -241,8 +241,7 @@ TEST_F(SetupSection, TheKeyThatMeansNoneIsNeverGiven) {
   EXPECT_THAT(session.fileKeyList, ElementsAre(1));
 }
 
-// ---- duplicates
-// -----------------------------------------------------------------------------------------------
+// --- duplicates ---
 
 constexpr char kOverwrite[] = "The same measurement ID is in the list. Overwrite it ?";
 
@@ -340,8 +339,7 @@ TEST_F(Duplicates, ARenamedOneDoesNotTakeTheKeyOfALaterMeasurement) {
   EXPECT_EQ(MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(GetKeyFromID("p", "n")))->decimation, 8);
 }
 
-// ---- geometry and raw data
-// ------------------------------------------------------------------------------------
+// --- geometry and raw data ---
 
 TEST_F(SetupSection, MoreGeometryThanMeasurementsGivesUp) {
   ByteStream s;

@@ -39,8 +39,7 @@ class MeasDBTest : public SessionTest {
   }
 };
 
-// ---- lengths
-// --------------------------------------------------------------------------------------------------
+// --- lengths ---
 
 TEST(FullTimeLines, LeavesAPowerOfTwoUnchanged) {
   for (int e = 0; e <= 30; ++e) EXPECT_EQ(FullTimeLines(1 << e), 1 << e);
@@ -59,8 +58,7 @@ TEST(FullTimeLines, IsBoundedAtBothEnds) {
   EXPECT_EQ(FullTimeLines(INT_MAX), 1 << 30);
 }
 
-// ---- keys
-// -----------------------------------------------------------------------------------------------------
+// --- keys ---
 
 TEST_F(MeasDBTest, TheFirstKeyIsOne) {
   EXPECT_EQ(InsertNewIDInfo("p", "a"), 1);
@@ -198,8 +196,7 @@ TEST_F(MeasDBTest, OnlyAPairWithItsFlagAtOneIsIncluded) {
   EXPECT_EQ(found, &p);
 }
 
-// ---- set up
-// ---------------------------------------------------------------------------------------------------
+// --- set up ---
 
 TEST_F(MeasDBTest, HardwareArraysAreMadeAfreshInTheirRecord) {
   HWSetup* hw = SetupHWSetupArrays(3, 2);
@@ -353,8 +350,7 @@ TEST_F(MeasDBTest, CurveArraysCountFromOne) {
   EXPECT_TRUE(d.stat3.empty());
 }
 
-// ---- release
-// --------------------------------------------------------------------------------------------------
+// --- release ---
 
 TEST_F(MeasDBTest, FreeingMasksWithBothChannelsZeroTakesAllPairsOfTheKey) {
   AddMask(1, 0, 1);
@@ -451,8 +447,7 @@ TEST_F(MeasDBTest, EachListIsEmptiedByItself) {
   EXPECT_EQ(MeasDB.auxLength, 1024);
 }
 
-// ---- copies
-// ---------------------------------------------------------------------------------------------------
+// --- copies ---
 
 HWSetup FilledHardware() {
   HWSetup hw;
@@ -542,8 +537,7 @@ TEST_F(MeasDBTest, ACopyOfRawDataTakesDecimationTimesTheLinesAsFarAsTheyGo) {
   EXPECT_THAT(dst->crossSpecRe, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8)) << "no more than there is room for";
 }
 
-// ---- band limits
-// ----------------------------------------------------------------------------------------------
+// --- band limits ---
 
 TEST(BandLimits, OfAMeasuredRecordAreBroughtUpToDate) {
   HWSetup hw = FilledHardware();
@@ -562,8 +556,7 @@ TEST(BandLimits, OfImportedSpectraStayAsTheyAre) {
   EXPECT_EQ(BandEnd(hw), 90);
 }
 
-// ---- the list itself
-// ------------------------------------------------------------------------------------------
+// --- the list itself ---
 
 TEST(RecordList, PositionsCountFromOneAndEndAtTheCount) {
   RecordList<IDInfo> list;

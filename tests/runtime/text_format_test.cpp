@@ -63,7 +63,7 @@ TEST(ParseReal, EqualsTheCLibraryOnRandomTexts) {
   const std::string letters = " +-..0123456789eExXinfa,";
   for (int trial = 0; trial < 200000; ++trial) {
     std::string text;
-    for (unsigned i = random() % 12; i > 0; --i) text += letters[random() % letters.size()];
+    for (auto i = random() % 12; i > 0; --i) text += letters[random() % letters.size()];
     char* end = nullptr;
     const double expected = std::strtod(text.c_str(), &end);
     std::size_t used = 0;

@@ -216,7 +216,7 @@ TEST(Tokenizer, CutsAsTheCLibraryDoes) {
   std::mt19937 random(11);
   for (int trial = 0; trial < 300; ++trial) {
     std::string text;
-    for (unsigned i = random() % 40; i > 0; --i) text += " ,\tab\xe6"[random() % 6];
+    for (auto i = random() % 40; i > 0; --i) text += " ,\tab\xe6"[random() % 6];
     std::string copy = text;
     std::vector<std::string> expected;
     for (char* t = std::strtok(copy.data(), " ,\t"); t; t = std::strtok(nullptr, " ,\t"))

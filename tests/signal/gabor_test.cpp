@@ -58,7 +58,8 @@ TEST(GaussFilter, IsOneAtItsCentreAndFallsToTheExponentAtItsEdges) {
 TEST(GaussFilter, HasTheSameWidthInAllRows) {
   const auto lines = [](double f) {
     const std::vector<double> filter = Filter(f, 0.5, 3.0, 0.0, 500.0, 0.001, 4096);
-    return std::count_if(filter.begin(), filter.end(), [](double v) { return v > 0.0; });
+    const auto count = std::count_if(filter.begin(), filter.end(), [](double v) { return v > 0.0; });
+    return static_cast<double>(count);
   };
   const auto width = lines(100.0);
   EXPECT_GT(width, 100);

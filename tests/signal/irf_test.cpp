@@ -20,8 +20,7 @@ using testing::Fold;
 using testing::MeasurementPlan;
 using testing::TestMeasurement;
 
-// ---- the window
-// -----------------------------------------------------------------------------------------------------
+// --- the window ---
 
 std::vector<double> Window(int mode, const WindowFour& times, double deltaT, int count) {
   std::vector<double> w(count, 7.0);
@@ -91,8 +90,7 @@ TEST(MakeIrfWindow, SamplesOutsideTheRecordAreLeftOut) {
   Window(kBandPass, {0, 0.0, 0.1, 0.2, 0.3}, 0.0, 50);
 }
 
-// ---- CalcIRF
-// --------------------------------------------------------------------------------------------------------
+// --- CalcIRF ---
 
 /// Two channels of noise, the second later by a whole number of samples, plus the pair.
 class CalcIRFTest : public testing::SessionTest {
@@ -320,8 +318,7 @@ TEST_F(CalcIRFTest, NoMeasurementOrPairOrRoomDoesNothing) {
   EXPECT_EQ(pair->enRe, before);
 }
 
-// ---- default velocities
-// ---------------------------------------------------------------------------------------------
+// --- default velocities ---
 
 class GetIRFVELTest : public testing::SessionTest {};
 

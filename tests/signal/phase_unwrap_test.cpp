@@ -48,8 +48,7 @@ std::vector<double> Ramp(int n, double perLine, double first = 0.0) {
   return phase;
 }
 
-// ---- UnWrap
-// ---------------------------------------------------------------------------------------------------------
+// --- UnWrap ---
 
 TEST(UnWrap, FollowsACleanLinearPhaseExactly) {
   Lines lines(Ramp(400, -37.3));
@@ -188,8 +187,7 @@ TEST(UnWrap, LargestJumpNumberAndOneLineAndNoneAreHarmless) {
   UnWrapLines(0, nullptr, nullptr, {}, nullptr, nullptr, nullptr);
 }
 
-// ---- against the plain steps
-// ----------------------------------------------------------------------------------------
+// --- against the plain steps ---
 
 /// A phase that mostly falls, with noise that jumps about in places.
 std::vector<double> WildPhase(int n, std::mt19937& random) {
@@ -216,7 +214,8 @@ TEST(UnWrap, EqualsThePlainStepsOnRandomSpectraAndMasks) {
     MeasDB = MeasDatabase{};
     for (unsigned k = random() % 4; k > 0; --k) {
       const double f = deltaF * n * (static_cast<double>(random() % 1000) / 900.0 - 0.05);
-      masks.push_back({f, f + deltaF * (random() % 30), static_cast<int>(random() % 9) - 2});
+      masks.push_back(
+          {f, f + deltaF * static_cast<double>(random() % 30), static_cast<int>(random() % 9) - 2});
       *MeasDB.maskingList.append() = {
           1, 0, 1, masks.back().freqInit, masks.back().freqFinal, masks.back().jumpNo};
     }
@@ -251,7 +250,7 @@ TEST(AdjustCycles, EqualsThePlainStepsOnRandomCurves) {
     std::vector<double> wrapped(n), unwrapped(n);
     int cycles = 0;
     for (int i = 0; i < n; ++i) {
-      wrapped[i] = 360.0 * (random() % 1000) / 1000.0 - 180.0;
+      wrapped[i] = 360.0 * static_cast<double>(random() % 1000) / 1000.0 - 180.0;
       if (random() % 4 == 0) cycles += static_cast<int>(random() % 5) - 2;
       unwrapped[i] = 360.0 * cycles - wrapped[i];
     }
@@ -265,8 +264,7 @@ TEST(AdjustCycles, EqualsThePlainStepsOnRandomCurves) {
   EXPECT_GT(changed, 100);
 }
 
-// ---- backbone
-// -------------------------------------------------------------------------------------------------------
+// --- backbone ---
 
 TEST(UnWrap_BackBone, FollowsACleanLinearPhase) {
   Lines lines(Ramp(300, -43.0));
@@ -320,8 +318,7 @@ TEST(UnWrap_BackBone, ShortRecordsWork) {
   }
 }
 
-// ---- AdjustCycles
-// ---------------------------------------------------------------------------------------------------
+// --- AdjustCycles ---
 
 /// A trend on which lines 4 and 5 stand one cycle too high.
 struct Runaway {
@@ -391,8 +388,7 @@ TEST(AdjustCycles, InfinitiesAndShortCurvesAreHarmless) {
   AdjustCycles(0, nullptr, nullptr);
 }
 
-// ---- the two forms guided by a reference
-// ----------------------------------------------------------------------------
+// --- the two forms guided by a reference ---
 
 TEST(UnWrap_Enhanced, TakesTheCyclesOfTheReference) {
   Lines lines({0, 0, 0, -30.0, 170.0, -160.0});
@@ -432,8 +428,7 @@ TEST(UnWrap_Enhanced2, TakesTheWholeCyclesOfBothReferencesAndStaysWith300Degrees
   EXPECT_EQ(unwrapped[5], 620.0);  // 260 at first: no step, but 380 below the second reference
 }
 
-// ---- masks as runs of lines
-// -------------------------------------------------------------------------------
+// --- masks as runs of lines ---
 
 TEST(CycleMasks, RoundToTheNearestLineFromTheStartFrequencyAndStayInside) {
   MeasDB = MeasDatabase{};

@@ -168,8 +168,7 @@ TEST(CompactDsp, BothLimitsActOnAWindowThatIsWiderThanTheRange) {
 
 TEST(CompactDsp, InTheLogSpacingTheWindowIsCutAndGrownInLogTerms) {
   // Range 1..101, so 2 / 2 = one decade a cell; window (log10 101) / 2 = 1.00216 wide. Cell 1: centre 0.5,
-  // window
-  // [-0.00108, 1.00108), grown to 1.00216: up to 10.0499.
+  // window [-0.00108, 1.00108), grown to 1.00216: up to 10.0499.
   PlainInput in = Points({1.5, 9.0, 10.04, 10.06}, {100, 100, 400, 9000});
   in.xMin = 1, in.xMax = 101, in.nPts = 2, in.nSpan = 2, in.polyOrder = 1, in.incRatio = -1;
   EXPECT_NEAR(Compact(in).v[1], 200.0, 1e-9);

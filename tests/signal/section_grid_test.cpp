@@ -267,7 +267,7 @@ TEST(SectionGrid, ASampleFarOutsideTheRangesDoesNotCount) {
   EXPECT_EQ(GridOf(line, settings).value, before.value);
 }
 
-// ---------------------------------------------------------------- neighbourhoods
+// --- neighbourhoods ---
 
 TEST(GetSamples, ASampleAtTheDistanceOfTheNodeCountsToTheLeft) {
   const SectionSamples s = {{10.0, 10.0, 10.0, 10.5}, {8.0, 10.0, 12.0, 10.0}, {1.0, 1.0, 1.0, 1.0}};
@@ -302,7 +302,7 @@ TEST(GetSamples, NothingInsideTheLimitsLeavesTheFormerSamples) {
   EXPECT_EQ(found.sample, (std::vector<int>{7, 8}));
 }
 
-// ---------------------------------------------------------------- refusals
+// --- refusals ---
 
 TEST(SectionGrid, BadRangesAreRefusedWithOneSentence) {
   const SectionSamples samples = CollectSamples(MakeLine(3, 5, false, SmoothVelocity));
@@ -377,7 +377,7 @@ TEST(SectionGrid, AHaltKeepsTheFormerGrid) {
   EXPECT_LT(listener.told, 1.0);
 }
 
-// ---------------------------------------------------------------- read-out
+// --- read-out ---
 
 TEST(GridVelocity, IsLinearBetweenNodesAndNothingOutside) {
   SectionGrid grid;

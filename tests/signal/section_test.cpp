@@ -105,7 +105,7 @@ TEST(SectionSettings, GridSizesOutOfRangeGetTheDefaultsWithOneSentence) {
                                        "defaults are taken."));
 }
 
-// ---------------------------------------------------------------- stack
+// --- stack ---
 
 double LargestOffset(const StackedSection& stack, const std::vector<SectionStation>& line) {
   double largest = 0.0;
@@ -159,7 +159,7 @@ TEST(StackCurves, NegativeVelocitiesAreLeftOutAndNothingGivesNoCurves) {
   EXPECT_TRUE(StackCurves({}).curves.empty());
 }
 
-// ---------------------------------------------------------------- colours
+// --- colours ---
 
 TEST(SectionColors, LevelsAndBlends) {
   const auto map = MakeTMGColorMap(100.0, 400.0, kSectionColors);
@@ -190,7 +190,7 @@ TEST(SectionColors, LevelsShowOneDecimal) {
   EXPECT_EQ(ColorLevelText(map[2].level), "266.7");
 }
 
-// ---------------------------------------------------------------- tables
+// --- tables ---
 
 TEST(SectionTables, AGridLineForEachNodeAndNothingWhereNothingIs) {
   const auto line = MakeLine(9, 25, true, SmoothVelocity);

@@ -50,8 +50,7 @@ using CalcSpectralFnsTest = Spectra;
 using CalcSpectralDataTest = Spectra;
 using PairDataTest = Spectra;
 
-// ---- running averages
-// -----------------------------------------------------------------------------------------------
+// --- running averages ---
 
 TEST_F(CalcSpectralFnsTest, FirstRecordReplacesWhateverWasStored) {
   const TestMeasurement m = AddMeasurement(Plan(3, 16));
@@ -217,8 +216,7 @@ TEST_F(Preview, OffAsksNothing) {
   EXPECT_TRUE(seen.empty());
 }
 
-// ---- quantities of a pair
-// -------------------------------------------------------------------------------------------
+// --- quantities of a pair ---
 
 TEST_F(CalcSpectralDataTest, EveryTypeEqualsItsFormula) {
   const int n = 16, frame = 2 * n;
@@ -363,8 +361,7 @@ TEST_F(CalcSpectralDataTest, UnknownMeasurementOrChannelWritesNothing) {
   EXPECT_EQ(im, 6.0);
 }
 
-// ---- records of a pair
-// ----------------------------------------------------------------------------------------------
+// --- records of a pair ---
 
 TEST_F(PairDataTest, NewPairStartsWithItsStatedValues) {
   const int n = 64;

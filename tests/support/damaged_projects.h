@@ -34,7 +34,7 @@ struct Damage {
 };
 
 /// All damages of a project, always in the same order: each field set to 0, -1, 1, 2^31 - 1, -2^31, 65536,
-/// and reals to not-a-number, infinity, 1e300 and 5e-324 too; a cut at every border and a byte beside it;
+/// and reals to NaN, infinity, 1e300 and 5e-324 too; a cut at every border and a byte beside it;
 /// each part twice, and each two parts swapped.
 std::vector<Damage> DamagesOf(const std::string& project);
 
