@@ -2,13 +2,17 @@
 //
 // Each object stands behind the functions of its header:
 //   changes.cpp        state            the observers, and what they are still to be told
-//   control_lock.cpp   locks            a lock lives as long as its AnalysisLock controls.cpp       store
-//   dialogs.cpp        state            the front end and the count of messages: of the process, not of the
-//   session events.cpp         state, interruptFlag, interruptTime file_driver.cpp    fileDriver       of the
-//   process findings.cpp       findings graphs.cpp         state            the models, and the place of the
-//   event of the mouse under way lock_file.cpp      heldLocks, tellWait   a lock lives as long as its
-//   LockFile project_hooks.cpp  hooks            installed by whoever starts redraw.cpp         handlers
-//      installed by whoever starts written_files.cpp  files
+//   control_lock.cpp   locks            a lock lives as long as its AnalysisLock
+//   controls.cpp       store
+//   dialogs.cpp        state            the front end and the count of messages: of the process, not of the session
+//   events.cpp         state, interruptFlag, interruptTime
+//   file_driver.cpp    fileDriver       of the process
+//   findings.cpp       findings
+//   graphs.cpp         state            the models, and the place of the event of the mouse under way
+//   lock_file.cpp      heldLocks, tellWait   a lock lives as long as its LockFile
+//   project_hooks.cpp  hooks            installed by whoever starts
+//   redraw.cpp         handlers         installed by whoever starts
+//   written_files.cpp  files
 #pragma once
 
 namespace sondera {

@@ -46,6 +46,7 @@ std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
     return foreign ? "curves.csv" : "curves.exd";
   }
   if (key == "write only") return "profile";
+  if (key == "report FILE.ps" || key == "report FILE") return "report.ps";
   if (key == "read files") return "a";
   if (key == "read KIND") return "tim";
   if (key == "mask TO") return "2";
