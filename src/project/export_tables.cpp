@@ -231,7 +231,7 @@ ProfileTable IterationOf(int entry, const TableChoices& choices) {
   double top = 0.0;
   for (int i = 0; i < r.nLayers; ++i) {
     const bool halfSpace = i + 1 == r.nLayers;
-    LayerTable l;
+    ProfileLayer l;
     l.top = top;
     l.thickness = halfSpace ? kNone : Cell(r.H, entry, i);
     if (!halfSpace) top += l.thickness;
@@ -263,7 +263,7 @@ ProfileTable GivenProfile() {
   double top = 0.0;
   for (std::size_t i = 0; i < static_cast<std::size_t>(std::max(m.nLayers, 0)) && i < m.Vs.size(); ++i) {
     const bool halfSpace = i + 1 == static_cast<std::size_t>(m.nLayers);
-    LayerTable l;
+    ProfileLayer l;
     l.top = top;
     l.thickness = halfSpace ? kNone : m.thickness[i];
     if (!halfSpace) top += l.thickness;
@@ -291,7 +291,7 @@ SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double
   SiteProfile site;
   site.lengthUnit = lengthUnit;
   site.longestWavelength = longestWavelength;
-  for (const LayerTable& l : profile.layers) {
+  for (const ProfileLayer& l : profile.layers) {
     // A layer that was kept has its velocity at both ends of the band.
     const auto end = [&](double v) { return l.isFixed ? std::optional(l.vs) : some(v); };
     site.layers.push_back(

@@ -54,7 +54,7 @@ struct CurveTable {
   std::vector<std::string> state;  ///< "ok", "none", "plane", "base"
 };
 
-struct LayerTable {
+struct ProfileLayer {
   double top = 0.0, thickness = 0.0;  ///< NaN for the half-space
   double vs = 0.0, low = 0.0, high = 0.0, sd = 0.0, resolution = 0.0;
   double vp = 0.0, poisson = 0.0, density = 0.0, damping = 0.0;  ///< density as entered
@@ -66,7 +66,7 @@ struct ProfileTable {
   int iteration = -1;  ///< -1: none
   double rms = 0.0;    ///< NaN where there is none
   int analysis = 0;    ///< 2, 3, 4; 0: not known
-  std::vector<LayerTable> layers;
+  std::vector<ProfileLayer> layers;
   SiteFigures figures;  ///< of the last inverted profile
   std::vector<SiteClass> classes;
 };

@@ -62,7 +62,7 @@ std::string Profile(const ProjectTables& t) {
       t.lengthUnit);
   for (const ProfileTable& p : t.profiles)
     for (std::size_t i = 0; i < p.layers.size(); ++i) {
-      const LayerTable& l = p.layers[i];
+      const ProfileLayer& l = p.layers[i];
       CsvLine line;
       p.iteration >= 0 ? line << p.iteration : line.empty();
       line << static_cast<int>(i + 1) << l.top << l.top + l.thickness << l.thickness << l.vs << l.low

@@ -91,7 +91,7 @@ Json CurveJson(const CurveTable& c, double unit) {
   return j;
 }
 
-Json LayerJson(const LayerTable& l, double unit) {
+Json LayerJson(const ProfileLayer& l, double unit) {
   Json j;
   j["top"] = l.top * unit;
   j["thickness"] = Number(l.thickness, unit);
@@ -117,7 +117,7 @@ Json ProfileJson(const ProfileTable& p, double unit) {
   if (p.analysis >= 2 && p.analysis <= 4) j["analysis"] = kAnalyses[p.analysis - 2];
   j["band_sigma"] = kBandSigma;
   j["layers"] = Json::array();
-  for (const LayerTable& l : p.layers) j["layers"].push_back(LayerJson(l, unit));
+  for (const ProfileLayer& l : p.layers) j["layers"].push_back(LayerJson(l, unit));
   j["figures"] = Json::array();
   for (const SiteFigure& f : p.figures.figures) {
     Json row;

@@ -15,10 +15,10 @@ constexpr std::size_t kMostLayers = 1000;
 constexpr std::size_t kColumns = 4, kWithQuality = 6;  // Qp and Qs may stand behind
 
 /// Factor that makes kg/m3 of densities as they were entered; 0 where they are in no unit that can be told.
-double DensityFactor(const std::vector<LayerTable>& layers) {
+double DensityFactor(const std::vector<ProfileLayer>& layers) {
   const auto all = [&](double low, double high) {
     return std::all_of(layers.begin(), layers.end(),
-                       [&](const LayerTable& l) { return l.density >= low && l.density <= high; });
+                       [&](const ProfileLayer& l) { return l.density >= low && l.density <= high; });
   };
   return all(0.5, 5.0) ? kKilo : all(500.0, 5000.0) ? 1.0 : 0.0;
 }
@@ -71,7 +71,7 @@ std::string LayeredModelOf(const ProfileTable& profile, double lengthUnit, Layer
     return "the densities are neither all between 0.5 and 5 (g/cm3) nor all between 500 and 5000 (kg/m3), so "
            "that "
            "their unit is not known";
-  for (const LayerTable& l : profile.layers) {
+  for (const ProfileLayer& l : profile.layers) {
     // A table that a person entered may have Poisson's ratio instead.
     const double vp = l.vp > 0.0 ? l.vp : VpFromPoisson(l.vs, l.poisson);
     if (!(vp > 0.0) || !std::isfinite(vp)) return "a layer has neither Vp nor a Poisson's ratio below 0.5";

@@ -51,8 +51,8 @@ std::vector<std::vector<std::string>> Rows(const std::string& text) {
   return rows;
 }
 
-LayerTable Layer(double top, double h, double vs, double density = 1.8) {
-  LayerTable l;
+ProfileLayer Layer(double top, double h, double vs, double density = 1.8) {
+  ProfileLayer l;
   l.top = top;
   l.thickness = h;
   l.vs = vs;
@@ -342,12 +342,12 @@ TEST(TableForms, LayeredModelReadBackIsTheSameTable) {
 TEST(TableForms, DensitiesHaveToBeInOneUnitThatCanBeTold) {
   LayeredModel model;
   ProfileTable p = Known().profiles[0];
-  for (LayerTable& l : p.layers) l.density = 1900;
+  for (ProfileLayer& l : p.layers) l.density = 1900;
   ASSERT_EQ(LayeredModelOf(p, 1.0, model), "");
   EXPECT_EQ(model.density[0], 1900.0);
   p.layers[1].density = 1.9;
   EXPECT_THAT(LayeredModelOf(p, 1.0, model), HasSubstr("the densities are neither all between 0.5 and 5"));
-  for (LayerTable& l : p.layers) l.density = 112.5;
+  for (ProfileLayer& l : p.layers) l.density = 112.5;
   EXPECT_THAT(LayeredModelOf(p, 1.0, model), HasSubstr("the densities are neither"));
 }
 
