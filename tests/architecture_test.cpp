@@ -254,4 +254,30 @@ TEST(DeveloperGuide, FilesThatAChangeTouchesExist) {
   EXPECT_GT(files, 10);
 }
 
+// Two types of one name in one namespace are one type to the linker, and whichever file comes first wins.
+TEST(Architecture, ANameOfTheNamespaceIsDefinedInOneFile) {
+  static const std::regex space(R"(^(inline )?namespace ([\w:]*) ?\{)"), end(R"(^\}  // namespace)"),
+      type(R"(^(struct|class|enum class) (\w+)( final)?( : [^;]*)?( )?\{)");
+  std::map<std::string, std::string> home;
+  for (const auto& [path, file] : Sources()) {
+    std::vector<std::string> spaces;
+    std::istringstream in(file.text);
+    std::smatch found;
+    for (std::string line; std::getline(in, line);) {
+      if (std::regex_search(line, found, space)) {
+        spaces.push_back(found[2]);
+      } else if (std::regex_search(line, end)) {
+        if (!spaces.empty()) spaces.pop_back();
+      } else if (std::regex_search(line, found, type)) {
+        std::string name;
+        for (const std::string& s : spaces) name += s + "::";
+        if (name.find("::::") != std::string::npos || name.starts_with("::")) continue;  // of this file alone
+        const auto [at, added] = home.emplace(name + found[2].str(), path);
+        EXPECT_TRUE(added || at->second == path) << name << found[2] << ": " << at->second << " and " << path;
+      }
+    }
+  }
+  EXPECT_GT(home.size(), 100u);
+}
+
 }  // namespace

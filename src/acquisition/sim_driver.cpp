@@ -32,7 +32,7 @@ constexpr int kACAndDC = 3;
 const std::vector<double> kRanges = {10.0, 3.16, 1.0, 0.316, 0.1, 0.0316, 0.01};  // V, largest first
 
 struct SimOptions {
-  BlowSettings blows;
+  SimulatedBlow blows;
   int channels = 4;
   int miss = 0, overload = 0, fail = 0;  // numbers of records, from 1; 0 none
   double minRate = 1.0;

@@ -56,7 +56,7 @@ BlowWave MakeBlowWave(double rate, std::vector<double> distances, std::string& f
   return {.rate = rate, .distances = std::move(distances), .volts = site.Record(recording, 1)};
 }
 
-BlowRecord::BlowRecord(const BlowSettings& settings, const BlowWave& wave, BlowRecording recording, int blow)
+BlowRecord::BlowRecord(const SimulatedBlow& settings, const BlowWave& wave, BlowRecording recording, int blow)
     : settings_(settings), wave_(wave), recording_(std::move(recording)), blow_(blow) {
   RandomNumbers strength = StreamOf(settings_.seed, blow_, kStrength);
   const double deviations = std::clamp(strength.Normal(), -kStrongestBlow, kStrongestBlow);

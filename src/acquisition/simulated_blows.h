@@ -15,7 +15,7 @@
 
 namespace sondera {
 
-struct BlowSettings {
+struct SimulatedBlow {
   std::uint64_t seed = 1;
   double noise = 0.01;  ///< rms, V
   double hum = 0.005;   ///< amplitude at humHz, V; a third of it at three times that
@@ -60,7 +60,7 @@ class BlowRecord {
  public:
   /// Strikes blow number `blow`. The trigger looks for its rising crossing from the blow on, so that noise
   /// before it cannot set it off. The wave has to outlive the record.
-  BlowRecord(const BlowSettings& settings, const BlowWave& wave, BlowRecording recording, int blow);
+  BlowRecord(const SimulatedBlow& settings, const BlowWave& wave, BlowRecording recording, int blow);
 
   /// False when the trigger channel never rose through the level: there will be no record of this blow.
   bool Triggered() const { return first_.has_value(); }
@@ -85,7 +85,7 @@ class BlowRecord {
   double Volts(std::size_t input, int sample, double random, double hum) const;
   void FindTrigger();
 
-  const BlowSettings settings_;
+  const SimulatedBlow settings_;
   const BlowWave& wave_;
   BlowRecording recording_;
   int blow_;

@@ -23,7 +23,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 /// Depth of the top of the first layer at `velocity` or faster, m; infinity where none is.
 double DepthTo(const SiteProfile& profile, double velocity) {
   double top = 0.0;
-  for (const SiteLayer& layer : profile.layers) {
+  for (const FigureLayer& layer : profile.layers) {
     if (layer.vs * profile.lengthUnit >= velocity) return top;
     top += layer.thickness * profile.lengthUnit;
   }

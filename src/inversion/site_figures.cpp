@@ -33,9 +33,9 @@ std::vector<double> CutAt(const SiteProfile& profile, double depth) {
   return parts;
 }
 
-std::optional<SiteProfile> AtEnd(const SiteProfile& profile, std::optional<double> SiteLayer::*end) {
+std::optional<SiteProfile> AtEnd(const SiteProfile& profile, std::optional<double> FigureLayer::*end) {
   SiteProfile moved = profile;
-  for (SiteLayer& layer : moved.layers) {
+  for (FigureLayer& layer : moved.layers) {
     const std::optional<double> velocity = layer.*end;
     if (!velocity || !AboveZero(*velocity)) return std::nullopt;
     layer.vs = *velocity;
@@ -83,7 +83,7 @@ std::string ProfileFault(const SiteProfile& profile) {
   if (profile.layers.empty()) return "the profile has no layers";
   if (!AboveZero(profile.lengthUnit)) return "the profile has no unit of length";
   for (std::size_t i = 0; i < profile.layers.size(); ++i) {
-    const SiteLayer& layer = profile.layers[i];
+    const FigureLayer& layer = profile.layers[i];
     if (!AboveZero(layer.vs)) return FormatText("layer %zu has a shear-wave velocity of %g", i + 1, layer.vs);
     if (i + 1 < profile.layers.size() && !AboveZero(layer.thickness))
       return FormatText("layer %zu has a thickness of %g", i + 1, layer.thickness);
@@ -100,7 +100,7 @@ SeenDepth SeenDepthOf(const SiteProfile& profile) {
     seen.byWavelength = kSeenShare * profile.longestWavelength * profile.lengthUnit;
   double bottom = 0.0;
   for (std::size_t i = 0; i < profile.layers.size(); ++i) {
-    const SiteLayer& layer = profile.layers[i];
+    const FigureLayer& layer = profile.layers[i];
     bottom += layer.thickness * profile.lengthUnit;
     if (i + 1 == profile.layers.size()) bottom = std::numeric_limits<double>::infinity();
     if (!layer.resolution) continue;
@@ -164,10 +164,10 @@ std::string FiguresOf(const SiteProfile& profile, bool extend, SiteFigures& figu
 }
 
 std::optional<SiteProfile> AtLowEnd(const SiteProfile& profile) {
-  return AtEnd(profile, &SiteLayer::low);
+  return AtEnd(profile, &FigureLayer::low);
 }
 std::optional<SiteProfile> AtHighEnd(const SiteProfile& profile) {
-  return AtEnd(profile, &SiteLayer::high);
+  return AtEnd(profile, &FigureLayer::high);
 }
 
 std::string_view StatusName(FigureStatus status) {

@@ -19,7 +19,7 @@ inline constexpr double kSeenShare = 0.5;
 inline constexpr double kLeastResolution = 0.3;
 
 /// One layer, lengths in the profile's unit. The last layer of a profile is the half-space.
-struct SiteLayer {
+struct FigureLayer {
   double thickness = 0.0;            ///< above 0; that of the half-space does not matter
   double vs = 0.0;                   ///< length/s, above 0
   std::optional<double> low, high;   ///< band of 2 standard deviations
@@ -27,7 +27,7 @@ struct SiteLayer {
 };
 
 struct SiteProfile {
-  std::vector<SiteLayer> layers;
+  std::vector<FigureLayer> layers;
   double lengthUnit = 1.0;         ///< metres per unit
   double longestWavelength = 0.0;  ///< of the curves that were used, in the unit; 0: none
   /// Posterior covariance of the velocities, (length/s)^2, row by row, layers x layers; empty: not known.

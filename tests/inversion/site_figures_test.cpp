@@ -26,7 +26,7 @@ SiteProfile Profile(const std::vector<std::array<double, 2>>& layers, double lon
   return profile;
 }
 SiteProfile WithBand(SiteProfile profile, double share) {
-  for (SiteLayer& layer : profile.layers) {
+  for (FigureLayer& layer : profile.layers) {
     layer.low = layer.vs * (1.0 - share);
     layer.high = layer.vs * (1.0 + share);
   }
@@ -122,7 +122,7 @@ TEST(SiteFigures, NotSeenToThirtyMetresIsNotAvailableUnlessExtended) {
 
 TEST(SiteFigures, SeenIsTheLesserOfWavelengthAndResolution) {
   SiteProfile profile = kC;
-  for (SiteLayer& layer : profile.layers) layer.resolution = 0.9;
+  for (FigureLayer& layer : profile.layers) layer.resolution = 0.9;
   EXPECT_EQ(SeenDepthOf(profile).depth, 30.0) << "the half-space counts down to half a wavelength";
   profile.layers[3].resolution = 0.2;
   profile.layers[2].resolution = 0.29;
@@ -133,7 +133,7 @@ TEST(SiteFigures, SeenIsTheLesserOfWavelengthAndResolution) {
       HasSubstr("half the longest wavelength is 30 m, and layers have a resolution of 0.3 down to 10 m"));
   profile.layers[2].resolution = 0.3;
   EXPECT_EQ(SeenDepthOf(profile).depth, 30.0);
-  for (SiteLayer& layer : profile.layers) layer.resolution = 0.1;
+  for (FigureLayer& layer : profile.layers) layer.resolution = 0.1;
   EXPECT_EQ(SeenDepthOf(profile).depth, 0.0);
   ASSERT_EQ(Figures(profile).figures.size(), 1u) << "no average down to nothing";
   EXPECT_THAT(Figures(profile).figures[0].reason, HasSubstr("no layer has a resolution of 0.3"));
@@ -149,7 +149,7 @@ TEST(SiteFigures, OuterRangeHasAllLayersAtOneEnd) {
   std::uniform_real_distribution<double> share(0.0, 1.0);
   for (int round = 0; round < 200; ++round) {
     SiteProfile profile = kC;
-    for (SiteLayer& layer : profile.layers) {
+    for (FigureLayer& layer : profile.layers) {
       layer.low = layer.vs * (1.0 - share(random) * 0.9);
       layer.high = layer.vs * (1.0 + share(random));
     }
@@ -224,7 +224,7 @@ TEST(SiteFigures, FeetGiveTheSameMetresASecond) {
   SiteProfile feet = kC;
   feet.lengthUnit = 0.3048;
   feet.longestWavelength /= 0.3048;
-  for (SiteLayer& layer : feet.layers) {
+  for (FigureLayer& layer : feet.layers) {
     layer.thickness /= 0.3048;
     layer.vs /= 0.3048;
   }
