@@ -8,7 +8,8 @@
 
 #include "acquisition/pcm_samples.h"
 
-struct _snd_pcm;  // ALSA's own, so that its header stays out of this one
+// ALSA's own, so that its header stays out of this one
+struct _snd_pcm;  // NOLINT(bugprone-reserved-identifier)
 
 namespace sondera {
 

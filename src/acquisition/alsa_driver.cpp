@@ -365,7 +365,7 @@ std::string InstallAlsaBoard(std::string_view options) {
   const BoardOption table[] = {{"volts", kSmallestVolts, kLargestVolts, false, &o.volts},
                                {"channels", 1.0, 32.0, true, &channels},
                                {"bits", 16.0, 32.0, true, &bits}};
-  if (const std::string fault = ParseBoardOptions("alsa", options, table); !fault.empty()) return fault;
+  if (std::string fault = ParseBoardOptions("alsa", options, table); !fault.empty()) return fault;
   o.channels = static_cast<int>(channels);
   o.bits = static_cast<int>(bits);
   if (Daq().reset == daqAlsa.reset) InstallDaqDriver(&daqNone);  // the card has to be free

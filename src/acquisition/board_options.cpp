@@ -51,7 +51,7 @@ std::string ParseBoardOptions(std::string_view driver, std::string_view text,
     given[at] = true;
     const std::string_view value =
         name.size() < entry.size() ? entry.substr(name.size() + 1) : std::string_view();
-    if (const std::string fault = TakeValue(driver, table[at], value); !fault.empty()) return fault;
+    if (std::string fault = TakeValue(driver, table[at], value); !fault.empty()) return fault;
   }
   return "";
 }

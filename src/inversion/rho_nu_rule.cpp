@@ -1,4 +1,4 @@
-// rho_nu_rule.cpp - see ground_rule.h.
+// rho_nu_rule.cpp - see rho_nu_rule.h.
 #include "inversion/rho_nu_rule.h"
 
 namespace sondera {

@@ -1,4 +1,4 @@
-// analresult.cpp - see result_text.h.
+// analresult.cpp - see analresult.h.
 #include "panels/analresult.h"
 
 #include <algorithm>

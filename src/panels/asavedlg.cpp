@@ -1,4 +1,4 @@
-// asavedlg.cpp - see auto_save.h.
+// asavedlg.cpp - see asavedlg.h.
 #include "panels/asavedlg.h"
 
 #include <string>

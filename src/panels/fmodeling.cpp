@@ -1,4 +1,4 @@
-// fmodeling.cpp - see parameters_panel.h.
+// fmodeling.cpp - see fmodeling.h.
 #include "panels/fmodeling.h"
 
 #include <string>

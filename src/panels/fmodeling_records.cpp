@@ -1,4 +1,4 @@
-// fmodeling_records.cpp - see parameters.h.
+// fmodeling_records.cpp - see fmodeling_records.h.
 #include "panels/fmodeling_records.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // record, the choice of the starting model, the run, and the viewing of what it left.
 //
 // Callers: the callback table. Work on InvParam, SMPParam, FModelParam, TheoDispInfo and `run`. Owned state:
-// how far the last start came. Sources: inv_settings.cpp (panel), inv_entries.cpp (stored profiles),
-// inv_run.cpp (start), inv_view.cpp (results page). Buttons, rings and lists act on a press; menu items on
+// how far the last start came. Sources: inversion_settings.cpp (panel), inversion_entries.cpp (stored profiles),
+// inversion_run.cpp (start), results_page.cpp (results page). Buttons, rings and lists act on a press; menu items on
 // any event. A refusal has one message and the result -1.
 #pragma once
 

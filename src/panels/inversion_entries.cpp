@@ -1,4 +1,4 @@
-// inversion_entries.cpp - stored profiles as starting models and as settings; see inv_session.h, inv_entries.h.
+// inversion_entries.cpp - stored profiles as starting models and as settings; see inversion.h, inversion_entries.h.
 #include "panels/inversion_entries.h"
 
 #include <algorithm>

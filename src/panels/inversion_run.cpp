@@ -1,4 +1,4 @@
-// inversion_run.cpp - an inversion from the panel to FS_RunIAnal; see inv_session.h.
+// inversion_run.cpp - an inversion from the panel to FS_RunIAnal; see inversion.h.
 //
 // The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
 // sizes from there; the given model is put back each time before anything else can look at it.

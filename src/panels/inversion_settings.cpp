@@ -1,5 +1,5 @@
 // inversion_settings.cpp - the panel of the inversion: settings between panel and records, which controls are live;
-// see inv_session.h.
+// see inversion.h.
 #include <algorithm>
 #include <cstddef>
 

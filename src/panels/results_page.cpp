@@ -1,4 +1,4 @@
-// results_page.cpp - what the results page does with the stored entries, and the halt; see inv_session.h.
+// results_page.cpp - what the results page does with the stored entries, and the halt; see inversion.h.
 #include "panels/analresult.h"
 #include "panels/inversion.h"
 #include "records/inv_records.h"

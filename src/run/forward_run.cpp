@@ -1,5 +1,5 @@
-// forward_run.cpp - the run on the records as they stand; see run.h. What the panel has to do with it is in
-// run_panel.cpp.
+// forward_run.cpp - the run on the records as they stand; see forward_run.h. What the panel has to do with it is in
+// panels/forward_run.cpp.
 #include "run/forward_run.h"
 
 #include <algorithm>

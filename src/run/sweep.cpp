@@ -1,4 +1,4 @@
-// sweep.cpp - sweeps of runs with data; see sweep.h. Those without data stand in sweep_free.cpp.
+// sweep.cpp - sweeps of runs with data; see sweep.h. Those without data stand in sweep_curves.cpp.
 #include "run/sweep.h"
 
 #include <cstdlib>
