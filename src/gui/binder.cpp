@@ -1,0 +1,329 @@
+// binder.cpp - see binder.h. Owns the list of binders that live.
+#include "gui/binder.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "gui/dispatch.h"
+#include "gui/fields.h"
+#include "gui/graph_view.h"
+#include "gui/qt_text.h"
+#include "gui/table_model.h"
+
+namespace sondera {
+namespace {
+
+std::vector<Binder*> living;
+
+double NumberOf(const Control& c) {
+  if (c.kind == ControlKind::Numeric) return GetCtrlVal(static_cast<const NumericControl&>(c));
+  if (c.kind == ControlKind::Toggle) return GetCtrlVal(static_cast<const ToggleControl&>(c));
+  return GetCtrlVal(static_cast<const IntControl&>(c));
+}
+
+std::string TextOf(const Control& c) {
+  if (c.kind == ControlKind::Label) return GetCtrlVal(static_cast<const LabelControl&>(c));
+  return GetCtrlVal(static_cast<const TextControl&>(c));
+}
+
+bool HasCallback(const Control& c) {
+  return CallbackOf(c) != nullptr;
+}
+
+/// A button that nothing stands behind is dimmed.
+bool IsLive(const Control& c) {
+  return Answers(c) && !IsDimmed(c) && (c.kind != ControlKind::Button || HasCallback(c));
+}
+
+// ---- what a person enters ---------------------------------------------------------------------------------------
+
+void ConnectLine(const Control& c, QLineEdit& line) {
+  line.setAcceptDrops(false);
+  if (c.kind != ControlKind::Text || c.facts.role == Role::ReadOut) {
+    line.setReadOnly(true);
+    return;
+  }
+  const auto take = [&c, &line] {
+    if (!line.isReadOnly()) DispatchText(c, FromQt(line.text()));
+  };
+  QObject::connect(&line, &QLineEdit::returnPressed, &line, take);
+  QObject::connect(&line, &QLineEdit::editingFinished, &line, [take, &c, &line] {
+    if (line.isModified() && line.text() != ToQt(TextOf(c))) take();
+  });
+}
+
+void ConnectTable(const Control& c, QTableView& view) {
+  SetUpTableView(view, static_cast<const TableControl&>(c));
+}
+
+void ConnectList(const Control& c, QListWidget& list) {
+  QObject::connect(&list, &QListWidget::currentRowChanged, &list, [&c, &list](int row) {
+    if (row >= 0 && !list.signalsBlocked()) DispatchIndex(c, row);
+  });
+  QObject::connect(&list, &QListWidget::itemDoubleClicked, &list,
+                   [&c, &list](QListWidgetItem* item) { DispatchDoubleClick(c, list.row(item)); });
+}
+
+void ConnectButton(const Control& c, QAbstractButton& button) {
+  if (c.kind == ControlKind::Toggle) {
+    button.setCheckable(true);
+    QObject::connect(&button, &QAbstractButton::clicked, &button,
+                     [&c](bool on) { DispatchNumber(c, on ? 1.0 : 0.0); });
+  } else {
+    QObject::connect(&button, &QAbstractButton::clicked, &button, [&c] { DispatchPress(c); });
+  }
+}
+
+/// Connects a widget of any of the classes that binder.h names.
+void Connect(const Control& c, QWidget* widget) {
+  if (auto* number = qobject_cast<NumberField*>(widget)) {
+    number->SetWhole(c.kind == ControlKind::Int);
+    number->SetStep(c.facts.step > 0.0 ? c.facts.step : 0.0);
+    number->setReadOnly(c.facts.role == Role::ReadOut);
+    QObject::connect(number, &NumberField::Entered, number, [&c](double value) { DispatchNumber(c, value); });
+  } else if (auto* colour = qobject_cast<ColourButton*>(widget)) {
+    QObject::connect(colour, &ColourButton::Chosen, colour, [&c](int rgb) { DispatchNumber(c, rgb); });
+  } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+    ConnectLine(c, *line);
+  } else if (auto* box = qobject_cast<QPlainTextEdit*>(widget)) {
+    box->setReadOnly(true);
+    box->setTabChangesFocus(true);
+    box->setAcceptDrops(false);
+    box->viewport()->setAcceptDrops(false);
+  } else if (auto* ring = qobject_cast<QComboBox*>(widget)) {
+    QObject::connect(ring, &QComboBox::activated, ring, [&c](int index) { DispatchIndex(c, index); });
+  } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
+    ConnectList(c, *list);
+  } else if (auto* table = qobject_cast<QTableView*>(widget)) {
+    ConnectTable(c, *table);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    ConnectButton(c, *button);
+  }
+}
+
+/// A graph's place: the view itself, or a widget that is filled with one.
+GraphView* PutGraph(const Control& c, QWidget* place) {
+  auto* view = qobject_cast<GraphView*>(place);
+  if (!view) {
+    view = new GraphView(place);
+    auto* layout = new QVBoxLayout(place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view);
+  }
+  view->Bind(static_cast<const GraphControl&>(c));
+  return view;
+}
+
+// ---- what the store has -----------------------------------------------------------------------------------------
+
+void ShowItems(const Control& c, QWidget* widget) {
+  const int count = items::Count(c);
+  if (auto* ring = qobject_cast<QComboBox*>(widget)) {
+    const QSignalBlocker quiet(ring);
+    bool same = ring->count() == count;
+    for (int i = 0; same && i < count; ++i) same = ring->itemText(i) == ToQt(items::Label(c, i));
+    if (same) return;
+    ring->clear();
+    for (int i = 0; i < count; ++i) ring->addItem(ToQt(items::Label(c, i)));
+  } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
+    const QSignalBlocker quiet(list);
+    list->clear();
+    for (int i = 0; i < count; ++i) list->addItem(ToQt(items::Label(c, i)));
+  } else if (auto* table = qobject_cast<QTableView*>(widget)) {
+    static_cast<TableModel*>(table->model())->RowsChanged();
+  }
+}
+
+/// A box that stands at its end stays there when text comes, else where it was read.
+void ShowTextBox(QPlainTextEdit& box, const QString& text) {
+  const QString before = box.toPlainText();
+  if (before == text) return;
+  QScrollBar* bar = box.verticalScrollBar();
+  const bool atEnd = bar->value() >= bar->maximum();
+  if (text.startsWith(before) && !before.isEmpty()) {
+    QTextCursor end(box.document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(text.mid(before.size()));
+    if (atEnd) bar->setValue(bar->maximum());
+  } else {
+    box.setPlainText(text);
+  }
+}
+
+void ShowValue(const Control& c, QWidget* widget) {
+  if (auto* number = qobject_cast<NumberField*>(widget)) {
+    number->SetNumber(NumberOf(c));
+  } else if (auto* colour = qobject_cast<ColourButton*>(widget)) {
+    colour->SetColour(static_cast<int>(NumberOf(c)));
+  } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+    const QString text = ToQt(TextOf(c));
+    if (line->text() != text) line->setText(text);
+    line->setModified(false);
+  } else if (auto* box = qobject_cast<QPlainTextEdit*>(widget)) {
+    ShowTextBox(*box, ToQt(TextOf(c)));
+  } else if (auto* ring = qobject_cast<QComboBox*>(widget)) {
+    const QSignalBlocker quiet(ring);
+    ring->setCurrentIndex(items::Index(c));
+  } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
+    const QSignalBlocker quiet(list);
+    list->setCurrentRow(items::Index(c));
+  } else if (auto* lamp = qobject_cast<Lamp*>(widget)) {
+    lamp->SetLit(NumberOf(c) != 0.0);
+  } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+    if (c.kind == ControlKind::Label || c.kind == ControlKind::Text) label->setText(ToQt(TextOf(c)));
+  } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    const QSignalBlocker quiet(button);
+    if (c.kind == ControlKind::Toggle) button->setChecked(NumberOf(c) != 0.0);
+  }
+}
+
+/// A caption that the logic has changed takes the place of the form's.
+void ShowCaption(const Control& c, QWidget* widget, const std::vector<QLabel*>& labels) {
+  if (auto* table = qobject_cast<QTableView*>(widget)) {
+    static_cast<TableModel*>(table->model())->CellsChanged();
+    return;
+  }
+  const std::string caption = GetCtrlLabel(c);
+  if (caption == c.label) return;
+  if (auto* button = qobject_cast<QAbstractButton*>(widget)) button->setText(ToQt(caption));
+  for (QLabel* label : labels)
+    if (label->buddy() == widget) label->setText(ToQt(caption));
+}
+
+void Speak(const Control& c, QWidget* widget, const std::vector<QLabel*>& labels) {
+  const QString name = ToQt(SpokenName(c)), hint = ToQt(c.facts.hint);
+  widget->setToolTip(hint);
+  if (qobject_cast<QLabel*>(widget)) return;  // a name would hide its text
+  widget->setAccessibleName(name);
+  widget->setAccessibleDescription(hint);
+  // A ring has no name of its own: it is that of its label.
+  if (qobject_cast<QComboBox*>(widget))
+    for (QLabel* label : labels)
+      if (label->buddy() == widget) label->setAccessibleName(name);
+}
+
+}  // namespace
+
+Binder::Binder(Panel panel, QWidget* form) : panel_(panel), form_(form) {
+  living.push_back(this);
+  QObject::connect(form, &QObject::destroyed, form, [this] { delete this; });
+  for (ControlId c : ControlsOf(panel))
+    if (QWidget* widget = form->findChild<QWidget*>(ToQt(c->name))) Bind(*c, widget);
+  ShowAll();
+  for (int i = 0; i < kPanelCount; ++i) {
+    const auto inner = static_cast<Panel>(i);
+    if (inner == panel || WindowOf(inner) != panel || !HasForm(inner)) continue;
+    QWidget* place = form->findChild<QWidget*>(ToQt(PanelName(inner)));
+    if (!place) continue;
+    QWidget* page = MakeForm(inner, place);
+    auto* layout = new QVBoxLayout(place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(page);
+    new Binder(inner, page);
+  }
+}
+
+Binder::~Binder() {
+  std::erase(living, this);
+}
+
+QWidget* Binder::WidgetOf(const Control& c) const {
+  const auto found = bound_.find(&c);
+  return found == bound_.end() ? nullptr : found->second.widget;
+}
+
+void Binder::Bind(const Control& c, QWidget* widget) {
+  Bound bound{&c, widget, {}};
+  for (QLabel* label : form_->findChildren<QLabel*>())
+    if (label->buddy() == widget || label->objectName() == ToQt(c.name) + QStringLiteral("_unit"))
+      bound.labels.push_back(label);
+  if (c.kind == ControlKind::Graph) {
+    bound.widget = PutGraph(c, widget);
+    bound.widget->setToolTip({});
+    bound.widget->setAccessibleName(ToQt(SpokenName(c)));
+  } else {
+    Connect(c, widget);
+    Speak(c, widget, bound.labels);
+  }
+  bound_.emplace(&c, std::move(bound));
+}
+
+void Binder::ShowState(const Bound& bound) {
+  const Control& c = *bound.control;
+  const bool live = IsLive(c), visible = IsVisible(c);
+  const bool graph = c.kind == ControlKind::Graph;
+  // What is shown stays readable, and a graph can be looked at, in a run.
+  const bool shown = c.facts.role == Role::ReadOut || c.facts.role == Role::TextBox ||
+                     c.facts.role == Role::Lamp || c.kind == ControlKind::Label || graph;
+  const bool enabled = shown ? !IsDimmed(c) : live;
+  bound.widget->setEnabled(enabled);
+  bound.widget->setVisible(visible);
+  for (QLabel* label : bound.labels) {
+    label->setEnabled(enabled);
+    label->setVisible(visible);
+  }
+}
+
+void Binder::Show(const Control& c, ChangeKind kind) {
+  const auto found = bound_.find(&c);
+  if (found == bound_.end()) return;
+  const Bound& bound = found->second;
+  switch (kind) {
+    case ChangeKind::Value:
+      ShowValue(c, bound.widget);
+      break;
+    case ChangeKind::Items:
+      ShowItems(c, bound.widget);
+      ShowValue(c, bound.widget);
+      break;
+    case ChangeKind::Cells:
+      static_cast<TableModel*>(static_cast<QTableView*>(bound.widget)->model())->CellsChanged();
+      break;
+    case ChangeKind::Attribute:
+      ShowState(bound);
+      break;
+    case ChangeKind::Label:
+      ShowCaption(c, bound.widget, bound.labels);
+      break;
+    case ChangeKind::Graph:
+      static_cast<GraphView*>(bound.widget)->Refresh();
+      break;
+    default:
+      break;
+  }
+}
+
+void Binder::ShowAll() {
+  for (const auto& [control, bound] : bound_) {
+    ShowItems(*control, bound.widget);
+    ShowValue(*control, bound.widget);
+    ShowCaption(*control, bound.widget, bound.labels);
+    ShowState(bound);
+    if (control->kind == ControlKind::Graph) static_cast<GraphView*>(bound.widget)->Refresh();
+  }
+}
+
+void Binder::ShowAnswers() {
+  for (const auto& [control, bound] : bound_) ShowState(bound);
+}
+
+const std::vector<Binder*>& LivingBinders() {
+  return living;
+}
+
+Binder* BinderOf(Panel panel) {
+  const auto found =
+      std::find_if(living.begin(), living.end(), [&](const Binder* b) { return b->panel() == panel; });
+  return found == living.end() ? nullptr : *found;
+}
+
+}  // namespace sondera

@@ -1,0 +1,163 @@
+// boxes.cpp - see boxes.h.
+#include "gui/boxes.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+#include "gui/qt_text.h"
+#include "runtime/version.h"
+
+namespace sondera {
+namespace {
+
+QPointer<QWidget> owner;
+
+/// The panel that a person works in, else the main window: a box stands above it.
+QWidget* ParentOfBox() {
+  if (QApplication::activeModalWidget()) return QApplication::activeModalWidget();
+  QWidget* active = QApplication::activeWindow();
+  return active && active->isVisible() ? active : owner.data();
+}
+
+QMessageBox::StandardButton RunBox(QMessageBox::Icon icon, std::string_view title, std::string_view text,
+                                   QMessageBox::StandardButtons buttons,
+                                   QMessageBox::StandardButton byEscape) {
+  // Over a wait cursor nobody finds the buttons.
+  const bool waiting = QApplication::overrideCursor() != nullptr;
+  if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  QMessageBox box(icon, ToQt(title), ToQt(text), buttons, ParentOfBox());
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box.setEscapeButton(byEscape);
+  box.setWindowModality(Qt::ApplicationModal);
+  const int answer = box.exec();
+  if (waiting) QApplication::restoreOverrideCursor();
+  return static_cast<QMessageBox::StandardButton>(answer);
+}
+
+/// "*.da" -> "da"; empty for "*.*" and patterns without one extension.
+QString ExtensionOf(const std::string& filter) {
+  const QString text = ToQt(filter);
+  const qsizetype dot = text.lastIndexOf(QLatin1Char('.'));
+  const QString extension = dot < 0 ? QString() : text.mid(dot + 1);
+  for (const QChar c : extension)
+    if (!c.isLetterOrNumber()) return {};
+  return extension;
+}
+
+/// The filter of the dialog, in both cases of its letters.
+QString NameFilter(const std::string& filter) {
+  const QString text = filter.empty() ? QStringLiteral("*") : ToQt(filter);
+  const QString upper = text.toUpper();
+  const QString both = upper == text ? text : text + QLatin1Char(' ') + upper;
+  return QStringLiteral("%1 (%2);;All files (*)").arg(text, both);
+}
+
+/// Takes any name that is typed, also of a file that is not there: the logic says what it thinks of it.
+class AnyNameDialog : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+  QString chosen;
+
+ protected:
+  void accept() override {
+    auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QString name = field ? field->text().trimmed() : QString();
+    if (name.size() > 1 && name.startsWith(QLatin1Char('"')) && name.endsWith(QLatin1Char('"')))
+      name = name.mid(1, name.size() - 2);
+    if (name.isEmpty()) return;
+    if (name == QStringLiteral("~") || name.startsWith(QStringLiteral("~/")))
+      name = QDir::homePath() + name.mid(1);
+    const QFileInfo info(directory(), name);
+    if (info.isDir()) {
+      setDirectory(info.absoluteFilePath());
+      field->clear();
+      return;
+    }
+    chosen = info.absoluteFilePath();
+    QDialog::accept();
+  }
+};
+
+}  // namespace
+
+void SetBoxOwner(QWidget* window) {
+  owner = window;
+}
+
+void ShowMessageBox(std::string_view title, std::string_view text) {
+  RunBox(QMessageBox::Information, title, text, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+void ShowNotice(std::string_view text) {
+  ShowMessageBox(kAppTitle, text);
+}
+
+bool AskYesNo(std::string_view title, std::string_view text) {
+  return RunBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+         QMessageBox::Yes;
+}
+
+std::optional<std::string> AskText(std::string_view title, std::string_view text, int maxLength) {
+  QInputDialog box(ParentOfBox());
+  box.setWindowTitle(ToQt(title));
+  box.setLabelText(ToQt(text));
+  box.setInputMode(QInputDialog::TextInput);
+  if (auto* field = box.findChild<QLineEdit*>()) {
+    field->setAccessibleName(ToQt(text));
+    if (maxLength >= 0)
+      QObject::connect(field, &QLineEdit::textEdited, field, [field, maxLength](const QString& typed) {
+        const QString cut = CutToBytes(typed, maxLength);
+        if (cut == typed) return;
+        const int at = field->cursorPosition();
+        field->setText(cut);
+        field->setCursorPosition(std::min<int>(at, static_cast<int>(cut.size())));
+      });
+  }
+  if (box.exec() != QDialog::Accepted) return {};
+  return FromQt(box.textValue());
+}
+
+FileChoice AskFile(const FileRequest& request) {
+  AnyNameDialog dialog(ParentOfBox(), ToQt(request.title));
+  dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+  dialog.setAcceptMode(request.forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setNameFilter(NameFilter(request.filter));
+  const QString start = ToQt(request.directory);
+  dialog.setDirectory(QDir(start).exists() && !start.isEmpty() ? start : QDir::currentPath());
+  if (dialog.exec() != QDialog::Accepted || dialog.chosen.isEmpty()) return {};
+  QString path = dialog.chosen;
+  const QString extension = ExtensionOf(request.filter);
+  if (!extension.isEmpty() && QFileInfo(path).suffix().isEmpty() && !QFileInfo::exists(path))
+    path += QLatin1Char('.') + extension;
+  return {QFileInfo::exists(path) ? FileAnswer::Exists : FileAnswer::IsNew,
+          FromQt(QDir::toNativeSeparators(path))};
+}
+
+UnsavedAnswer AskAboutUnsaved(std::string_view question) {
+  const std::string text = std::string(question) + "\nThe project has changes that are not saved.";
+  QMessageBox box(QMessageBox::Question, ToQt(kAppTitle), ToQt(text), QMessageBox::NoButton, ParentOfBox());
+  box.setTextFormat(Qt::PlainText);
+  QPushButton* save = box.addButton(QObject::tr("&Save"), QMessageBox::AcceptRole);
+  QPushButton* drop = box.addButton(QObject::tr("&Don't save"), QMessageBox::DestructiveRole);
+  QPushButton* cancel = box.addButton(QMessageBox::Cancel);
+  save->setAccessibleName(QStringLiteral("Save"));
+  drop->setAccessibleName(QStringLiteral("Don't save"));
+  box.setDefaultButton(save);
+  box.setEscapeButton(cancel);
+  box.setWindowModality(Qt::ApplicationModal);
+  box.exec();
+  if (box.clickedButton() == save) return UnsavedAnswer::Save;
+  return box.clickedButton() == drop ? UnsavedAnswer::DontSave : UnsavedAnswer::Cancel;
+}
+
+}  // namespace sondera

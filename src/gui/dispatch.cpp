@@ -1,0 +1,162 @@
+// dispatch.cpp - see dispatch.h. Owns how deep events are in each other and the close request that waits.
+#include "gui/dispatch.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include "gui/project_questions.h"
+#include "gui/refresh.h"
+#include "runtime/project_hooks.h"
+#include "runtime/redraw.h"
+
+namespace sondera {
+namespace {
+
+struct DispatchState {
+  int depth = 0;
+  bool closeWaits = false;
+};
+DispatchState state;
+
+/// One event of a person. What it leaves is shown at its end.
+class EventScope {
+ public:
+  EventScope() { ++state.depth; }
+  ~EventScope() {
+    if (state.depth == 1 && WaitCursorShown()) SetWaitCursor(false);
+    FlushViews();
+    --state.depth;
+    if (state.depth == 0 && state.closeWaits) QTimer::singleShot(0, qApp, RequestClose);
+  }
+  EventScope(const EventScope&) = delete;
+  EventScope& operator=(const EventScope&) = delete;
+};
+
+/// Nothing comes in while an event is at work, but for the controls that a run names.
+bool DoorIsOpen(const Control& c) {
+  return Answers(c) && (state.depth == 0 || IsLocked());
+}
+
+/// Focus in and left click come before the value, since callbacks note by them what was there before.
+bool Enter(const Control& c, const std::function<bool()>& enter, std::initializer_list<Event> events) {
+  if (!Takes(c)) {
+    FlushViews();
+    return false;
+  }
+  const EventScope scope;
+  SendEvent(c, Event::GotFocus);
+  SendEvent(c, Event::LeftClick);
+  const bool entered = enter();
+  if (entered)
+    for (const Event event : events) SendEvent(c, event);
+  // A callback may have put back what was there; the widget shows it again.
+  NoteChange({.kind = ChangeKind::Value, .panel = c.panel, .control = &c});
+  return entered;
+}
+
+void PressCloseOf(Panel panel) {
+  for (const std::string_view name : {"CLOSE", "CANCEL", "OK"}) {
+    const ControlId button = FindControl(panel, name);
+    if (!button || button->kind != ControlKind::Button) continue;
+    if (panel == Panel::DEVPANEL) break;  // its OK takes a board
+    if (CallbackOf(*button)) SendEvent(*button, Event::Commit);
+    break;
+  }
+  HidePanel(panel);
+}
+
+}  // namespace
+
+bool Takes(const Control& c) {
+  return DoorIsOpen(c) && !IsDimmed(c);
+}
+
+bool InEvent() {
+  return state.depth > 0;
+}
+
+bool DispatchPress(const Control& c) {
+  if (!Takes(c)) return false;
+  const EventScope scope;
+  if (!PressWithQuestions(c)) SendEvent(c, Event::Commit);
+  return true;
+}
+
+bool DispatchNumber(const Control& c, double value) {
+  return Enter(c, [&] { return EnterValue(c, value); }, {Event::Commit});
+}
+
+bool DispatchText(const Control& c, std::string_view text) {
+  return Enter(c, [&] { return EnterValue(c, text); }, {Event::Commit});
+}
+
+bool DispatchIndex(const Control& c, int index) {
+  const auto enter = [&] { return EnterIndex(c, index); };
+  return c.kind == ControlKind::List ? Enter(c, enter, {Event::ValChanged, Event::Commit})
+                                     : Enter(c, enter, {Event::Commit});
+}
+
+bool DispatchDoubleClick(const Control& c, int index) {
+  return Enter(c, [&] { return EnterIndex(c, index); }, {Event::LeftDoubleClick});
+}
+
+bool DispatchCells(const TableControl& c, const std::vector<CellEntry>& cells) {
+  const auto enter = [&] {
+    bool all = true;
+    for (const CellEntry& cell : cells) all = EnterCell(c, cell.row, cell.column, cell.value) && all;
+    return all;
+  };
+  return Enter(c, enter, {Event::Commit});
+}
+
+bool DispatchGraph(const GraphControl& c, Event event, const GraphPlace& place) {
+  if (!Takes(c)) return false;
+  const EventScope scope;
+  SendGraphEvent(c, event, place);
+  return true;
+}
+
+bool DispatchTab(Panel tabs, int page) {
+  if (GetActiveTabPage(tabs) == page) return true;
+  if (InEvent() && !IsLocked()) return false;
+  const EventScope scope;
+  SetActiveTabPage(tabs, page);
+  if (tabs == Panel::PANEL && !IsLocked()) {
+    if (page == 2) LookAround([] { DispCurvPlot(1); });
+    if (page == 3) LookAround([] { ExdThdCurvPlot(); });
+  }
+  return true;
+}
+
+bool DispatchClose(Panel panel) {
+  if (IsLocked() || InEvent()) return false;
+  const EventScope scope;
+  PressCloseOf(panel);
+  return true;
+}
+
+bool DispatchAction(const std::function<void()>& action) {
+  if (IsLocked() || InEvent()) return false;
+  const EventScope scope;
+  action();
+  return true;
+}
+
+void RequestClose() {
+  if (QuitRequested()) return;
+  if (!InEvent()) {
+    state.closeWaits = false;
+    DispatchAction(PressQuit);
+    return;
+  }
+  if (state.closeWaits || QApplication::activeModalWidget()) return;
+  const ControlId ending = EndingControl();
+  if (!ending) {
+    state.closeWaits = true;  // something without a halt; it ends soon
+    return;
+  }
+  if (!PressHalted()) DispatchPress(*ending);
+  state.closeWaits = PressHalted();
+}
+
+}  // namespace sondera

@@ -1,0 +1,52 @@
+// dispatch.h - the one door through which what a person does comes into the program.
+//
+// Each event goes the same way: it is refused while the control does not answer (a run) or while another event is at
+// work; else focus in, left click, the value into the store, the event, the wait cursor back, and the views are brought
+// up to date. During a run the controls that the run names (Halt) come in through the run's polls.
+//
+// A widget calls one of these from a signal that only a person causes (activated, clicked, editingFinished), never
+// when the store has written into it. True: the event was sent; false: refused, and the widget shows the store again.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "runtime/controls.h"
+#include "runtime/graphs.h"
+
+namespace sondera {
+
+/// A button or a menu item.
+bool DispatchPress(const Control& c);
+/// A field, a check box, a colour: a number and the event. A number that the store does not take is refused.
+bool DispatchNumber(const Control& c, double value);
+bool DispatchText(const Control& c, std::string_view text);
+/// An item of a ring (Commit) or of a list (ValChanged, then Commit), by its position from 0.
+bool DispatchIndex(const Control& c, int index);
+/// A double click on an item of a list: it is selected, then LeftDoubleClick.
+bool DispatchDoubleClick(const Control& c, int index);
+/// Cells of a table, rows and columns from 1; one event for all of them.
+struct CellEntry {
+  int row = 0, column = 0;
+  double value = 0.0;
+};
+bool DispatchCells(const TableControl& c, const std::vector<CellEntry>& cells);
+/// The mouse on a graph; see SendGraphEvent for which events there are.
+bool DispatchGraph(const GraphControl& c, Event event, const GraphPlace& place);
+/// A tab of the main window or of the setup dialog: no event, the page is redrawn where nothing runs.
+bool DispatchTab(Panel tabs, int page);
+/// The close button of a panel: its CLOSE, else CANCEL, else OK is pressed; without one the panel is hidden.
+bool DispatchClose(Panel panel);
+/// Anything else that a person asks for and that presses controls itself (open a dropped file, undo).
+bool DispatchAction(const std::function<void()>& action);
+
+/// Whether an event of the control would be taken now. Widgets are dimmed by it.
+bool Takes(const Control& c);
+/// True while an event of a person is at work.
+bool InEvent();
+
+/// A close request of the main window. While an event is at work it is kept until that has ended, and where a run
+/// can be halted its button is pressed first.
+void RequestClose();
+
+}  // namespace sondera

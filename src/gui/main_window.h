@@ -1,0 +1,14 @@
+// main_window.h - the main window: menus of the catalogue, tool bar, the four pages, the status line.
+#pragma once
+
+#include <vector>
+
+#include "runtime/changes.h"
+
+namespace sondera {
+
+/// Windows follow the store: titles, panels shown and hidden, tab pages; all of them for `everything`. answers: other
+/// controls answer than before.
+void ShowWindowChanges(const std::vector<Change>& changes, bool everything, bool answers);
+
+}  // namespace sondera

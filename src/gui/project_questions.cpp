@@ -1,0 +1,69 @@
+// project_questions.cpp - see project_questions.h. Owns no state.
+#include "gui/project_questions.h"
+
+#include <string_view>
+
+#include "gui/boxes.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/panel.h"
+#include "runtime/controls.h"
+#include "runtime/dialogs.h"
+#include "runtime/project_hooks.h"
+
+namespace sondera {
+namespace {
+
+/// What is to happen to the changes: false when the person goes back, or the save failed.
+bool SettleChanges(std::string_view question) {
+  switch (AskAboutUnsaved(question)) {
+    case UnsavedAnswer::Save:
+      return SaveProjectNow() == 0;
+    case UnsavedAnswer::DontSave:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// Presses a control whose first question is the one about the changes, where there are any.
+void PressAfter(const Control& c, std::string_view question) {
+  if (!HasUnsavedChanges()) {
+    SendEvent(c, Event::Commit);
+    return;
+  }
+  if (!SettleChanges(question)) return;
+  OneShotAnswers answers;
+  answers.Confirm(true);
+  SendEvent(c, Event::Commit);
+}
+
+constexpr std::string_view kQuit = "Do you want to exit the program ?",
+                           kOpen = "Do you want to open another project ?",
+                           kNew = "All the measurements will be removed. Do you want to proceed ?";
+
+}  // namespace
+
+void PressQuit() {
+  PressAfter(panel::CLOSE, kQuit);
+}
+
+void OpenAfterQuestion(const std::string& path) {
+  if (HasUnsavedChanges() && !SettleChanges(kOpen)) return;
+  OpenProject(path);
+}
+
+bool PressWithQuestions(const Control& c) {
+  if (&c == &panel::CLOSE || &c == &mainmenu::QUIT) {
+    PressAfter(c, kQuit);
+  } else if (&c == &mainmenu::NEW_MEASUREMENT) {
+    PressAfter(c, kNew);
+  } else if (&c == &mainmenu::LOAD_RAW_DATA || &c == &measpanel::F9) {
+    if (!HasUnsavedChanges() || SettleChanges(kOpen)) AskAndOpenProject();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace sondera

@@ -1,0 +1,69 @@
+// Numbers as fields show and take them.
+#include "gui/fields.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QSignalSpy>
+#include <QTest>
+#include <random>
+
+namespace sondera {
+namespace {
+
+TEST(NumberText, IsShortAndReadsBackToTheSameNumber) {
+  EXPECT_EQ(NumberText(0.25), "0.25");
+  EXPECT_EQ(NumberText(0.1 + 0.2), "0.30000000000000004");
+  EXPECT_EQ(NumberText(-0.0), "0");
+  std::mt19937_64 random(7);
+  std::uniform_real_distribution<double> exponent(-300, 300), mantissa(-1, 1);
+  for (int i = 0; i < 2000; ++i) {
+    const double value = mantissa(random) * std::pow(10.0, exponent(random));
+    const std::string text = NumberText(value);
+    EXPECT_EQ(std::strtod(text.c_str(), nullptr), value) << text;
+    EXPECT_EQ(NumberFromText(text), value) << text;
+  }
+}
+
+TEST(NumberFromText, RefusesWhatIsNoNumber) {
+  for (const char* text : {"", " ", "0,25", "abc", "1 2", "nan", "inf", "1e999", "+-1", "0x10", "1e"})
+    EXPECT_FALSE(NumberFromText(text)) << text;
+  EXPECT_EQ(NumberFromText(" +1e-6 "), 1e-6);
+  EXPECT_EQ(NumberFromText("1e300"), 1e300);
+  EXPECT_EQ(NumberFromText("-2.9", true), -2.0);
+  EXPECT_FALSE(NumberFromText("3e9", true));
+}
+
+TEST(NumberField, EnterCommitsAndACommaIsShownAsAFault) {
+  NumberField field;
+  field.SetNumber(2.0);
+  QSignalSpy entered(&field, &NumberField::Entered);
+  field.selectAll();
+  QTest::keyClicks(&field, "0.25");
+  QTest::keyClick(&field, Qt::Key_Return);
+  ASSERT_EQ(entered.count(), 1);
+  EXPECT_EQ(entered.at(0).at(0).toDouble(), 0.25);
+
+  field.selectAll();
+  QTest::keyClicks(&field, "0,5");
+  QTest::keyClick(&field, Qt::Key_Return);
+  EXPECT_EQ(entered.count(), 1);
+  EXPECT_EQ(field.Number(), 0.25);
+  EXPECT_EQ(field.text(), "0,5");
+  EXPECT_TRUE(field.toolTip().contains("comma")) << field.toolTip().toStdString();
+
+  QTest::keyClick(&field, Qt::Key_Escape);
+  EXPECT_EQ(field.text(), "0.25");
+  EXPECT_FALSE(field.toolTip().contains("comma"));
+}
+
+TEST(NumberField, WhatTheProgramWritesIsNoEntry) {
+  NumberField field;
+  QSignalSpy entered(&field, &NumberField::Entered);
+  field.SetNumber(17.5);
+  EXPECT_EQ(entered.count(), 0);
+}
+
+}  // namespace
+}  // namespace sondera
