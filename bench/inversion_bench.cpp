@@ -18,6 +18,7 @@
 #include "forward/plane_wave.h"
 #include "inversion/sensitivity.h"
 #include "panels/entry_lists.h"
+#include "panels/forward_run.h"
 #include "panels/inversion.h"
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"
@@ -148,6 +149,8 @@ void StartRecords(const std::string& folder) {
   SetLayers(std::vector<double>(kLayers, kStartVs));
 }
 
+Listener nobody;
+
 bool RunOnce() {
   ClearEntryLists();
   return FS_AllocMemoryBlocks() == 0 && FS_RunIAnal() == 0;
@@ -159,12 +162,12 @@ void SweepAgain(const InvRecord& results) {
   OffsetVector<double> vel, amp;
   for (int k = 0; k <= kIterations; ++k) {
     for (int l = 1; l <= kLayers; ++l) run.ground.layerVs[l] = results.Vs(k, l - 1);
-    (void)FS_rWave3D(vel, amp);
+    (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp);
     for (int l = 1; l <= kLayers && k < kIterations; ++l) {
       const double Vs = run.ground.layerVs[l];
       for (const double step : {run.switches.dVs, -run.switches.dVs}) {
         run.ground.layerVs[l] = Vs * (1.0 + step);
-        (void)FS_rWave3D(vel, amp);
+        (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp);
       }
       run.ground.layerVs[l] = Vs;
     }
@@ -193,7 +196,7 @@ bool Report(const char* name, int repeats) {
     whole.push_back(Seconds([&] { good = RunOnce(); }));
     if (!good) return false;
     sweeps.push_back(Seconds([] { SweepAgain(InvParam); }));
-    one.push_back(Seconds([&] { (void)FS_rWave3D(vel, amp); }));
+    one.push_back(Seconds([&] { (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp); }));
     files.push_back(Seconds([&] { WriteAgain(vel, amp); }));
     RunBoxes boxes;
     matrix.push_back(Seconds([&boxes] { (void)FS_Gmatrix(SettingsOfInversion(), boxes); }));

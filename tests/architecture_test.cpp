@@ -87,7 +87,8 @@ TEST(Architecture, EveryIncludeInQuotesNamesAFileBelowSrc) {
 const std::set<std::pair<std::string, std::string>> kStillUpward = {
     {"forward/curve_import.cpp", "run/system_state.h"},
     {"inversion/starting_model.cpp", "panels/entry_lists.h"},
-    {"inversion/starting_model.cpp", "panels/fmodeling.h"}};
+    {"inversion/starting_model.cpp", "panels/fmodeling.h"},
+    {"inversion/starting_model.cpp", "panels/forward_run.h"}};
 
 /// What windows share with figures, so that screen and paper agree.
 const std::set<std::string> kSharedWithWindows = {"figure/ticks.h", "figure/palette.h", "figure/symbols.h"};
@@ -116,11 +117,8 @@ bool IsPanelHeader(const std::string& name) {
 /// Files that still include a panel header or call a control or a box. The list only gets shorter.
 const std::set<std::string> kStillWithPanels = {
     "forward/curve_import.cpp",   "forward/parameters_file.cpp", "inversion/starting_model.cpp",
-    "inversion/starting_model.h", "run/forward_run.cpp",         "run/forward_run.h",
-    "run/result_entries.cpp",     "run/result_statistics.cpp",   "run/run_files.cpp",
-    "run/run_progress.cpp",       "run/run_progress.h",          "run/sweep.cpp",
-    "run/sweep_curves.cpp",       "run/sweep_solvers.cpp",       "run/system_model.cpp",
-    "run/theo_disp_info.cpp"};
+    "inversion/starting_model.h", "run/result_entries.cpp",      "run/result_statistics.cpp",
+    "run/run_files.cpp"};
 
 /// The text without comments and without what stands between quotes.
 std::string CodeOf(const std::string& text) {

@@ -2,9 +2,10 @@
 //
 // Callers: the solvers' drivers, the set-up of a run, starting profiles, the inversion. Layer 1 is the surface
 // layer, layer nLayersCur the half-space; vectors count from 1. Lengths, velocities and densities are in the
-// project's units; nothing here converts.
+// project's units; nothing here converts. The one place with a unit system built in is DensityFromVs.
 #pragma once
 
+#include "forward/sublayers.h"
 #include "numeric/offset_array.h"
 
 namespace sondera {
@@ -17,6 +18,56 @@ struct LayeredGround {
   OffsetVector<int> iPoissonGiven, iDensityDerived;   ///< 1: Vp from nu; 1: density from Vs
   double lastLayerH = 0.0;                            ///< thickness of the half-space in the table
   double totalDepth = 0.0;                            ///< sum of the thicknesses, by DeriveLayerProperties
+
+  LayeredGround() = default;
+  /// n layers, all values 0.
+  explicit LayeredGround(int n);
 };
+
+// --- Elastic properties ---
+
+/// Mass density from a shear-wave velocity in feet per second, at a fixed pressure term of 20; at most
+/// 125 / 32.2, in slugs per cubic foot. Kept: the numbers are the same whatever the project's unit is.
+double DensityFromVs(double Vs);
+
+/// Vp of an elastic solid. Infinite for nu = 0.5, NaN above.
+double VpFromPoisson(double Vs, double nu);
+
+/// Poisson's ratio from the two wave velocities; NaN for Vs = 0.
+double PoissonFromVelocities(double Vp, double Vs);
+
+/// Values that replace a Poisson's ratio outside 0 <= nu < 0.5: nu, and Vs as a part of Vp that goes with it.
+inline constexpr double kGuardedNu = 0.497;
+inline constexpr double kGuardedVsOverVpSquared = 0.005964214711729627;  // (1 - 2 nu) / (2 (1 - nu)) of it
+
+/// Whether a ratio found from velocities has to be replaced. NaN has not.
+inline bool PoissonIsUnphysical(double nu) {
+  return nu >= 0.5 || nu < 0.0;
+}
+/// The Vs that goes with kGuardedNu.
+double GuardedVs(double Vp);
+
+/// Completes all layers before a solver works with them: density where it is derived, G, Vp or nu, E, and
+/// totalDepth. With guardPoisson a ratio outside the physical range that came from the velocities is replaced,
+/// and Vs follows. Kept: G and density are those of the Vs before that.
+void DeriveLayerProperties(LayeredGround& ground, bool guardPoisson);
+
+// --- Layers ---
+
+/// Number of the layer that holds a depth; an interface belongs to the layer below. At or below the last
+/// interface, and for NaN: nLayersCur.
+int FS_GetLayerID(const LayeredGround& ground, double depth);
+
+/// Smallest and largest Vs of the layers; 0 without layers.
+double SmallestVs(const LayeredGround& ground);
+double LargestVs(const LayeredGround& ground);
+
+// --- Solvers ---
+
+/// Velocity of the plane Rayleigh wave at a wavelength (FS_SASW2D); 0 without a root.
+double PlaneWaveVelocity(const LayeredGround& ground, double wavelength);
+
+/// The layers as the point-load solver reads them; the ground has to outlive the table.
+LayerTable LayersOf(const LayeredGround& ground);
 
 }  // namespace sondera

@@ -7,8 +7,8 @@
 
 namespace sondera {
 
-void Evaluation::Sweep(RunListener&) {
-  halted = FS_rWave3D(vel, amp) < 0;
+void Evaluation::Sweep(RunListener& listener) {
+  halted = static_cast<bool>(SweepWithData(PartsOfSweep(run), listener, vel, amp));
   doubts = sweepState;
 }
 

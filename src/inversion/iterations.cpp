@@ -10,6 +10,7 @@
 #include "inversion/run_advice.h"
 #include "inversion/several_starts.h"
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "run/data_deviation.h"
 #include "run/observations.h"
@@ -20,7 +21,7 @@
 #include "run/run_clock.h"
 #include "run/run_files.h"
 #include "run/run_history.h"
-#include "run/run_progress.h"
+#include "run/solve_counter.h"
 #include "run/sweep_state.h"
 #include "run/system_model.h"
 #include "runtime/findings.h"
@@ -28,8 +29,6 @@
 
 namespace sondera {
 namespace {
-
-constexpr int kGlobalCurve = 1;
 
 void JudgeAndShow(Evaluation& e, RunListener& listener) {
   e.Judge();
@@ -48,7 +47,7 @@ Refusal Prepare(const InversionSettings& settings, RunListener& listener) {
   run.course.iCurIterNo = 0;
   if (Refusal refusal = FS_GetStartMP(settings.fixed, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
-  if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.receivers.recSetupList);
+  if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.observations, run.receivers);
   FS_ReportTime(0);
   return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
@@ -222,9 +221,8 @@ Refusal RunInversion(const InversionSettings& settings, RunListener& listener) {
   const int wanted = std::max(InvParam.nEntries, 0);
   const long starts = settings.SEVERALSTARTS ? 1 + static_cast<long>(std::size(kStartRatios)) : 1;
   const long sweeps = starts * (1 + wanted * (2L * run.parameters.nModelParm + 1));
-  BeginRunProgress(sweeps * SolvesOfSweep());
-  Refusal result = EvaluateAndIterate(wanted, settings, listener);
-  EndRunProgress();
+  SolveCounter counted(listener, sweeps * SolvesOfSweep(run.observations, run.switches));
+  Refusal result = EvaluateAndIterate(wanted, settings, counted);
   FS_CloseFiles(kInversionRun);
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();

@@ -34,11 +34,12 @@ struct Sweeps {
 };
 
 /// Column p by a central difference. Refused when halted: the value stays perturbed.
-Refusal FillColumn(double& value, double step, int p, Sweeps& sweeps) {
+Refusal FillColumn(double& value, double step, int p, Sweeps& sweeps, RunListener& listener) {
   value += step;
-  if (FS_rWave3D(sweeps.plusVel, sweeps.plusAmp) < 0) return Refusal::WithoutReason();
+  if (Refusal halt = SweepWithData(PartsOfSweep(run), listener, sweeps.plusVel, sweeps.plusAmp)) return halt;
   value += -2.0 * step;
-  if (FS_rWave3D(sweeps.minusVel, sweeps.minusAmp) < 0) return Refusal::WithoutReason();
+  if (Refusal halt = SweepWithData(PartsOfSweep(run), listener, sweeps.minusVel, sweeps.minusAmp))
+    return halt;
   for (int r = 1; r <= run.observations.nObsRows; ++r) {
     run.update.GMatrix(r, p) = (sweeps.plusVel[r] - sweeps.minusVel[r]) / (2.0 * step);
     if (run.switches.iUseAmplitude == 1)
@@ -62,7 +63,8 @@ Refusal FillColumnsOfLayer(int l, Sweeps& sweeps, RunListener& listener) {
     message += quantity.name;
     listener.Process(message);
     if (quantity.number == kQuantityH && l >= run.ground.nLayersCur) continue;
-    if (Refusal halt = FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps)) return halt;
+    if (Refusal halt = FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps, listener))
+      return halt;
   }
   return {};
 }

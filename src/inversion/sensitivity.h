@@ -15,7 +15,7 @@ namespace sondera {
 void RenewDensityAndNu(const InversionSettings& settings);
 
 /// Fills run.update.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
-/// FS_rWave3D with the relative steps of the run, and with amplitudes the rows behind run.observations.nObsRows. Before
+/// SweepWithData with the relative steps of the run, and with amplitudes the rows behind run.observations.nObsRows. Before
 /// that, where UPDATERHONU is on, density and Poisson's ratio of every layer follow its present Vs. Layer
 /// values are restored by adding the step back, so up to rounding. A row without a velocity in one of the
 /// sweeps is flagged in run.observations.iNoVelocity by it; its derivatives mean nothing.

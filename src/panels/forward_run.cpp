@@ -1,20 +1,27 @@
-// forward_run.cpp - a forward run from the panel; see run.h.
-#include "run/forward_run.h"
+// forward_run.cpp - see forward_run.h.
+#include "panels/forward_run.h"
+
+#include <cstddef>
+
 #include "panels/analresult.h"
 #include "panels/fmodeling_records.h"
 #include "panels/run_boxes.h"
+#include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
+#include "run/forward_run.h"
 #include "run/system_model.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/redraw.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
 
 void ShowResult(int iProfile) {
@@ -24,6 +31,24 @@ void ShowResult(int iProfile) {
   DisplayPanel(Panel::EXDTHD);
   ExdThdCurvPlot();
   DrawSideGraph(iProfile);
+}
+
+/// Items of the curve lists: the fixed ones, then one for each pair of array curves, named by its receivers.
+void FillCurveLists() {
+  const ModelRecord& t = TheoDispInfo;
+  ClearListCtrl(exdthd::THDTYPE);
+  for (const ListItem& item : exdthd::kTheoretical)
+    InsertListItem(exdthd::THDTYPE, -1, item.label, item.value);
+  ClearListCtrl(exdthd::ARRAYDISPID);
+  for (const ListItem& item : exdthd::kArrayCurves)
+    InsertListItem(exdthd::ARRAYDISPID, -1, item.label, item.value);
+  if (t.dispCurvType != kArrayCurves) return;
+  for (int c = 0; c < t.nDispCurves && static_cast<std::size_t>(c) < t.pairRec1.size(); ++c) {
+    const int first = t.pairRec1[static_cast<std::size_t>(c)],
+              second = t.pairRec2[static_cast<std::size_t>(c)];
+    InsertListItem(exdthd::THDTYPE, -1, FormatText("Theoretical [%d:%d]", first, second), c);
+    InsertListItem(exdthd::ARRAYDISPID, -1, FormatText("Array R. [%d:%d]", first, second), c);
+  }
 }
 
 int RunFromPanel() {
@@ -43,11 +68,29 @@ int RunFromPanel() {
 int RunFModel(int prePrfType, int iProfile) {
   SetCtrlVal(exdthd::STATUSMSG, "");
   if (GetFModelParam_AS() < 0 || GetFModelParam_RD() < 0) return -1;
-  if (ResetTheoDispInfo() < 0 || FS_AllocMemoryBlocks() < 0) return -1;
-  RunBoxes boxes;
-  if (FS_fModel(prePrfType, iProfile, GetCtrlVal(hmsetup::PROJID), boxes) < 0) return -1;
+  if (ResetTheoDispInfo() < 0 || FS_AllocMemoryBlocks() < 0 || FS_fModel(prePrfType, iProfile) < 0) return -1;
   ShowResult(iProfile);
   return 0;
+}
+
+int FS_fModel(int prePrfType, int iProfile) {
+  const AnalysisLock lock;
+  RunBoxes boxes;
+  const ForwardRunEnd end =
+      RunForward(run, FModelParam, GetCtrlVal(hmsetup::PROJID), prePrfType, iProfile, boxes);
+  if (ShowRefusal(end.refusal) == 0) return 0;
+  if (end.inSweep) boxes.Status("The analysis was halted; nothing of it is kept.");
+  return -1;
+}
+
+int ResetTheoDispInfo() {
+  if (ShowRefusal(MakeTheoDispInfoReady()) < 0) return -1;
+  FillCurveLists();
+  return 0;
+}
+
+int FS_AllocMemoryBlocks() {
+  return ShowRefusal(SizeRun(run, FModelParam, InvParam.MODELPARM));
 }
 
 int RunFModelCallback(Panel, ControlId, Event event, long) {

@@ -6,6 +6,7 @@
 
 #include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
+#include "panels/forward_run.h"
 #include "panels/hwsetup.h"
 #include "panels/loadtxdata_import.h"
 #include "panels/meassetup.h"
@@ -16,7 +17,6 @@
 #include "records/measdb.h"
 #include "records/model_records.h"
 #include "records/session.h"
-#include "run/theo_disp_info.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/catalogue/sasw.h"

@@ -90,7 +90,7 @@ Refusal ReplaceRunLayers(const LayerStack& stack) {
   run.ground.iPoissonGiven = run.ground.iDensityDerived = OffsetVector<int>(1, n);
   double top = 0.0;
   for (int l = 1; l <= n; ++l) {
-    const int j = FS_GetStrataID(top + 0.5 * stack.H[l]);
+    const int j = FS_GetStrataID(run.strata, top + 0.5 * stack.H[l]);
     run.ground.iPoissonGiven[l] = run.strata.iPoissonGiven[j];
     run.ground.iDensityDerived[l] = run.strata.iDensityDerived[j];
     top += stack.H[l];

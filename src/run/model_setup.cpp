@@ -99,7 +99,7 @@ Refusal FS_ReadModelParmF(const ConstrainedLayers& fixed, Listener& listener) {
   std::fill(run.parameters.corrLength.begin(), run.parameters.corrLength.end(), 0.0);
   std::fill(run.parameters.uncH.begin(), run.parameters.uncH.end(), InvParam.ufH);
   std::fill(run.parameters.uncVs.begin(), run.parameters.uncVs.end(), InvParam.ufVs);
-  FS_SystemSetup();
+  FS_SystemSetup(run.ground, run.parameters);
   FS_Setup_Cm();
   return {};
 }

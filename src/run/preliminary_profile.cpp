@@ -35,8 +35,9 @@ Source StratumAsSource(int j) {
 Source SourceOf(double depth, int i) {
   const bool replaces =
       run.switches.preliminaryProfileType != 0 && run.switches.iProfileShape != kOnGivenLayers;
-  if (replaces && run.strata.nStrata > 0) return StratumAsSource(FS_GetStrataID(depth));
-  if (run.switches.preliminaryProfileType == kAnalyticProfile) return LayerAsSource(FS_GetLayerID(depth));
+  if (replaces && run.strata.nStrata > 0) return StratumAsSource(FS_GetStrataID(run.strata, depth));
+  if (run.switches.preliminaryProfileType == kAnalyticProfile)
+    return LayerAsSource(FS_GetLayerID(run.ground, depth));
   return LayerAsSource(std::min(i, run.ground.nLayersCur));
 }
 

@@ -4,55 +4,56 @@
 #include <cstddef>
 #include <string>
 
+#include "forward/point_load.h"
+
 namespace sondera {
 namespace {
 
-constexpr int kSetupsBuiltIn = 3;
-
-void SetupGlobalReceivers() {
-  const int n = run.observations.nDispPoints;
+void SetupGlobalReceivers(const Observations& o, Receivers& r) {
+  const int n = o.nDispPoints;
   for (int i = 1; i <= n; ++i) {
-    run.receivers.nRecCfgPerPoint[i] = run.observations.globalRecCount[i];
-    for (int k = 1; k <= run.observations.globalRecCount[i]; ++k)
-      run.receivers.recCfgOfPoint[(k - 1) * n + i] = run.observations.globalRecType[(k - 1) * n + i];
+    r.nRecCfgPerPoint[i] = o.globalRecCount[i];
+    for (int k = 1; k <= o.globalRecCount[i]; ++k)
+      r.recCfgOfPoint[(k - 1) * n + i] = o.globalRecType[(k - 1) * n + i];
   }
 }
 
-void SetupArrayReceivers(const ObsCurve& curve) {
+void SetupArrayReceivers(const ObsCurve& curve, Receivers& r) {
   for (int p = 1; p <= curve.nFreq; ++p) {
-    run.receivers.nRecCfgPerPoint[p] = curve.nCurves;
-    for (int k = 1; k <= curve.nCurves; ++k)
-      run.receivers.recCfgOfPoint[(k - 1) * curve.nFreq + p] = kSetupsBuiltIn + k;
+    r.nRecCfgPerPoint[p] = curve.nCurves;
+    for (int k = 1; k <= curve.nCurves; ++k) r.recCfgOfPoint[(k - 1) * curve.nFreq + p] = kBuiltInSetups + k;
   }
 }
 
 }  // namespace
 
-void FS_SetupReceivers(int curveId) {
-  if (curveId == 0) SetupGlobalReceivers();
+void FS_SetupReceivers(int curveId, const Observations& observations, Receivers& receivers) {
+  if (curveId == 0) SetupGlobalReceivers(observations, receivers);
   int id = 0;
-  for (const ObsCurve& curve : run.observations.obsCurves)
-    if (++id == curveId) SetupArrayReceivers(curve);
+  for (const ObsCurve& curve : observations.obsCurves)
+    if (++id == curveId) SetupArrayReceivers(curve, receivers);
 }
 
-void FS_SearchReceivers(OffsetVector<int>& list) {
+void FS_SearchReceivers(const Observations& observations, Receivers& receivers) {
+  OffsetVector<int>& list = receivers.recSetupList;
   std::string used(static_cast<std::size_t>(list.size()) + 1, '0');
-  for (int i = 1; i <= run.observations.nDispPoints; ++i) {
-    for (int k = 1; k <= run.observations.globalRecCount[i]; ++k) {
-      const int setup = run.observations.globalRecType[(k - 1) * run.observations.nDispPoints + i];
+  for (int i = 1; i <= observations.nDispPoints; ++i) {
+    for (int k = 1; k <= observations.globalRecCount[i]; ++k) {
+      const int setup = observations.globalRecType[(k - 1) * observations.nDispPoints + i];
       if (setup >= 1 && setup <= list.size()) used[static_cast<std::size_t>(setup)] = '1';
     }
   }
-  run.receivers.nRecSetupsUsed = 0;
+  receivers.nRecSetupsUsed = 0;
   for (int setup = 1; setup <= list.size(); ++setup) {
-    if (used[static_cast<std::size_t>(setup)] == '1') list[++run.receivers.nRecSetupsUsed] = setup;
+    if (used[static_cast<std::size_t>(setup)] == '1') list[++receivers.nRecSetupsUsed] = setup;
   }
 }
 
-double FS_CheckRecNo(int iPoint, int iRec, const OffsetVector<double>& table) {
-  for (int k = 1; k <= run.receivers.nRecCfgPerPoint[iPoint]; ++k) {
-    const int at = (k - 1) * run.observations.nDispPoints + iPoint;
-    if (run.receivers.recCfgOfPoint[at] == iRec) return at <= table.hi() ? table[at] : 0.0;
+double FS_CheckRecNo(const Receivers& receivers, int nPoints, int iPoint, int iRec,
+                     const OffsetVector<double>& table) {
+  for (int k = 1; k <= receivers.nRecCfgPerPoint[iPoint]; ++k) {
+    const int at = (k - 1) * nPoints + iPoint;
+    if (receivers.recCfgOfPoint[at] == iRec) return at <= table.hi() ? table[at] : 0.0;
   }
   return 0.0;
 }

@@ -36,7 +36,7 @@ CurvePoint GlobalPoint(int i, const OffsetVector<double>& velocity) {
     return p;
   }
   const int firstSetup = run.receivers.nRecSetupsUsed > 0 ? run.receivers.recSetupList[1] : 0;
-  p.vel = FS_CheckRecNo(i, firstSetup, velocity);
+  p.vel = FS_CheckRecNo(run.receivers, run.observations.nDispPoints, i, firstSetup, velocity);
   p.freq = run.observations.runFreq[i];
   p.wlen = p.vel != 0.0 && p.freq > 0.0 ? p.vel / p.freq : 0.0;
   return p;

@@ -42,7 +42,8 @@ void PointLoadRows(ReportFile& file, const OffsetVector<double>& velocity) {
     const double frequency = run.observations.runFreq[i], observed = run.observations.runVel[i];
     file.Printf("%11.5lf %11.5lf %11.5lf ", frequency, Ratio(observed, frequency), observed);
     for (int k = 1; k <= run.receivers.nRecSetupsUsed; ++k) {
-      const double computed = FS_CheckRecNo(i, run.receivers.recSetupList[k], velocity);
+      const double computed = FS_CheckRecNo(run.receivers, run.observations.nDispPoints, i,
+                                            run.receivers.recSetupList[k], velocity);
       file.Printf("%11.5lf %11.5lf", Ratio(computed, frequency), computed);
     }
     file.Put("\n");

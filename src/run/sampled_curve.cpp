@@ -17,7 +17,7 @@ constexpr double kStart = 1.1, kShorter = 0.7, kLonger = 1.3;
 
 /// Shortest wavelength: a point without a root has not reached fMax yet.
 bool FindShortEnd(SweepSolvers& solvers, double fMax, double& L) {
-  L = SmallestVs() * kStart / fMax;
+  L = SmallestVs(solvers.Ground()) * kStart / fMax;
   for (int step = 0; step < kMaxSteps; ++step) {
     L *= kShorter;
     double c = 0.0;
@@ -29,7 +29,7 @@ bool FindShortEnd(SweepSolvers& solvers, double fMax, double& L) {
 
 /// Longest wavelength: a point without a root is the end.
 bool FindLongEnd(SweepSolvers& solvers, double fMin, double fMax, double& L) {
-  L = LargestVs() * kStart / fMax;
+  L = LargestVs(solvers.Ground()) * kStart / fMax;
   for (int step = 0; step < kMaxSteps; ++step) {
     L *= kLonger;
     double c = 0.0;

@@ -4,29 +4,23 @@
 #include <algorithm>
 #include <cmath>
 
-#include "forward/plane_wave.h"
-#include "run/run_progress.h"
-#include "run/sweep_state.h"
-#include "run/system_state.h"
-#include "runtime/catalogue/exdthd.h"
+#include "records/kinds.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-PointLoadInput InputOfRun(int nPoints) {
+PointLoadInput InputOf(const SweepParts& parts, int nPoints) {
   PointLoadInput in;
-  in.layers = {run.ground.nLayersCur,         run.ground.layerH.shifted(),   run.ground.layerVs.shifted(),
-               run.ground.layerG.shifted(),   run.ground.layerRho.shifted(), run.ground.layerNu.shifted(),
-               run.ground.layerDamp.shifted()};
-  in.mesh = {run.switches.nSubLayers, run.switches.fDispBulb, run.switches.iMeshGraded};
-  in.wlTolerance = run.switches.wlTolerance;
-  in.nRecSetups = run.receivers.nRecSetups;
-  in.rec1Loc = run.receivers.rec1Loc.shifted();
-  in.rec2Loc = run.receivers.rec2Loc.shifted();
+  in.layers = LayersOf(parts.ground);
+  in.mesh = {parts.switches.nSubLayers, parts.switches.fDispBulb, parts.switches.iMeshGraded};
+  in.wlTolerance = parts.switches.wlTolerance;
+  in.nRecSetups = parts.receivers.nRecSetups;
+  in.rec1Loc = parts.receivers.rec1Loc.shifted();
+  in.rec2Loc = parts.receivers.rec2Loc.shifted();
   in.nPoints = nPoints;
-  in.nRecCfgPerPoint = run.receivers.nRecCfgPerPoint.shifted();
-  in.recCfgOfPoint = run.receivers.recCfgOfPoint.shifted();
+  in.nRecCfgPerPoint = parts.receivers.nRecCfgPerPoint.shifted();
+  in.recCfgOfPoint = parts.receivers.recCfgOfPoint.shifted();
   return in;
 }
 
@@ -34,35 +28,17 @@ PointLoadInput InputOfRun(int nPoints) {
 /// it ends at 0.9 wavelengths, by 4 % at 0.7.
 constexpr double kMeshDepthNeeded = 1.0;
 
-bool UsesPointLoad() {
-  return std::abs(run.switches.iAnalysis) != 2;
-}
-
-bool HaltAfterSolve() {
-  CountSolve();
-  return HaltAsked();
-}
-
-void Show(const std::string& line) {
-  SetCtrlVal(exdthd::STATUSMSG, line);
-}
-
 }  // namespace
 
-SweepSolvers::SweepSolvers(int nPoints) : input_(InputOfRun(nPoints)) {
-  sweepState = SweepState{};
-  if (UsesPointLoad()) usable_ = CheckPointLoadInput(input_, &sweepState.refusal);
+SweepSolvers::SweepSolvers(const SweepParts& parts, int nPoints, Listener& listener)
+    : ground_(parts.ground), doubts_(parts.doubts), listener_(listener), input_(InputOf(parts, nPoints)) {
+  doubts_ = SweepState{};
+  if (!IsPlaneWaves(parts.switches.iAnalysis)) usable_ = CheckPointLoadInput(input_, &doubts_.refusal);
 }
 
 bool SweepSolvers::PlaneWave(double wavelength, double& velocity) {
-  const int one = 1;
-  const double L[2] = {0.0, wavelength};
-  double c[2] = {0.0, 0.0};
-  FS_SASW2D(&run.ground.nLayersCur, run.ground.layerH.shifted(), run.ground.layerVs.shifted(),
-            run.ground.layerVp.shifted(), run.ground.layerG.shifted(), run.ground.layerRho.shifted(),
-            run.ground.layerE.shifted(), run.ground.layerNu.shifted(), &one, L, c);
-  velocity = std::isfinite(c[1]) ? c[1] : 0.0;
-  return !HaltAfterSolve();
+  velocity = PlaneWaveVelocity(ground_, wavelength);
+  return !listener_.Poll();
 }
 
 PairAnswer SweepSolvers::PointLoad(const PairQuestion& question) {
@@ -79,42 +55,32 @@ PairAnswer SweepSolvers::PointLoad(const PairQuestion& question) {
   if (std::isfinite(vel[1])) answer.vel = vel[1];
   if (std::isfinite(amp[1])) answer.amp = amp[1];
   if (answer.vel == 0.0) {
-    sweepState.noResult.push_back(question.name);
+    doubts_.noResult.push_back(question.name);
   } else if (work_.status == PointLoadStatus::kSeedKept) {
-    sweepState.seedKept.push_back(question.name);
+    doubts_.seedKept.push_back(question.name);
   } else if (work_.mesh.depth <
-             std::min(kMeshDepthNeeded, run.switches.fDispBulb) * (1.0 - 1e-6) * answer.vel / question.freq) {
-    sweepState.shallowMesh.push_back(question.name);
+             std::min(kMeshDepthNeeded, input_.mesh.fDispBulb) * (1.0 - 1e-6) * answer.vel / question.freq) {
+    doubts_.shallowMesh.push_back(question.name);
   }
-  answer.halted = HaltAfterSolve();
+  answer.halted = listener_.Poll();
   return answer;
 }
 
-void ShowGlobalProgress(int iPoint, double freq, double wavelength, double vel) {
-  Show(FormatText("F. Modeling: [%3d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf", iPoint, freq, wavelength,
-                  vel));
+std::string GlobalProgress(int iPoint, double freq, double wavelength, double vel) {
+  return FormatText("F. Modeling: [%3d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf", iPoint, freq,
+                    wavelength, vel);
 }
 
-void ShowArrayProgress(bool withData, int iFreq, int iPair, double freq, double wavelength, double vel) {
-  Show(withData ? FormatText("F. Modeling: [F,D]=[%d,%d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf", iFreq,
-                             iPair, freq, wavelength, vel)
-                : FormatText("F. Modeling: [F,D]=(%3d,%2d)   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf",
-                             iFreq, iPair, freq, wavelength, vel));
+std::string ArrayProgress(bool withData, int iFreq, int iPair, double freq, double wavelength, double vel) {
+  return withData ? FormatText("F. Modeling: [F,D]=[%d,%d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf",
+                               iFreq, iPair, freq, wavelength, vel)
+                  : FormatText("F. Modeling: [F,D]=(%3d,%2d)   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf",
+                               iFreq, iPair, freq, wavelength, vel);
 }
 
-void ShowSlotProgress(int iPoint, int iSlot, double freq, double wavelength, double vel) {
-  Show(FormatText("F. Modeling: [F,V]=[%3d,%2d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf", iPoint, iSlot,
-                  freq, wavelength, vel));
-}
-
-double SmallestVs() {
-  return run.ground.layerVs.empty() ? 0.0
-                                    : *std::min_element(run.ground.layerVs.begin(), run.ground.layerVs.end());
-}
-
-double LargestVs() {
-  return run.ground.layerVs.empty() ? 0.0
-                                    : *std::max_element(run.ground.layerVs.begin(), run.ground.layerVs.end());
+std::string SlotProgress(int iPoint, int iSlot, double freq, double wavelength, double vel) {
+  return FormatText("F. Modeling: [F,V]=[%3d,%2d]   Freq=%-12.4lf WaveL=%-12.4lf Vel=%-12.4lf", iPoint, iSlot,
+                    freq, wavelength, vel);
 }
 
 }  // namespace sondera

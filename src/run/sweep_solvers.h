@@ -1,10 +1,11 @@
 // sweep_solvers.h - both solvers on the layers of a run, with the poll for a halt after each call, and the
-// progress line. Callers: the sweeps. Owned state: none of its own; enters doubts into sweepState.
+// progress line. Callers: the sweeps. Owned state: none; enters doubts into the sweep's.
 #pragma once
 
 #include <string>
 
 #include "forward/point_load.h"
+#include "run/sweep.h"
 
 namespace sondera {
 
@@ -25,35 +26,36 @@ struct PairAnswer {
 /// The solvers of one sweep, with their work space.
 class SweepSolvers {
  public:
-  /// Empties sweepState.
+  /// Begins the doubts of the sweep afresh.
   /// @param nPoints  stride of the set-up tables: points of the global curve, frequencies of array curves
-  explicit SweepSolvers(int nPoints);
+  SweepSolvers(const SweepParts& parts, int nPoints, Listener& listener);
   void SetStride(int nPoints) { input_.nPoints = nPoints; }
 
   /// Plane-wave velocity at a wavelength, 0 without a root; then the poll. @return false when halted
   bool PlaneWave(double wavelength, double& velocity);
 
-  /// Apparent velocity of a receiver pair; then the poll. Enters a doubt into sweepState.
+  /// Apparent velocity of a receiver pair; then the poll. Enters a doubt.
   PairAnswer PointLoad(const PairQuestion& question);
 
+  const LayeredGround& Ground() const { return ground_; }
+
  private:
+  const LayeredGround& ground_;
+  SweepState& doubts_;
+  Listener& listener_;
   PointLoadInput input_;
   PointLoadWork work_;
   bool usable_ = true;  ///< the solver takes settings and layers
 };
 
-/// Progress on the status line of the results page.
-void ShowGlobalProgress(int iPoint, double freq, double wavelength, double vel);
+/// Progress lines.
+std::string GlobalProgress(int iPoint, double freq, double wavelength, double vel);
 /// Array curves, "(F,D)" in a run without data and "[F,D]" in one with data.
-void ShowArrayProgress(bool withData, int iFreq, int iPair, double freq, double wavelength, double vel);
+std::string ArrayProgress(bool withData, int iFreq, int iPair, double freq, double wavelength, double vel);
 /// Global curve by frequency.
-void ShowSlotProgress(int iPoint, int iSlot, double freq, double wavelength, double vel);
+std::string SlotProgress(int iPoint, int iSlot, double freq, double wavelength, double vel);
 
 /// Amplitude factor of stored results.
 inline constexpr double kAmplitudeFactor = 1.0;
-
-/// Smallest and largest Vs of the layers.
-double SmallestVs();
-double LargestVs();
 
 }  // namespace sondera

@@ -4,45 +4,21 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "records/inv_records.h"
-#include "records/model_records.h"
+#include "forward/point_load.h"
+#include "records/kinds.h"
 #include "records/run_limits.h"
-#include "records/session.h"
-#include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kBuiltInSetups = 3;
-constexpr int kFixedPairType = 4;  // GlobalRecType: one explicit pair
-
-/// Vs is varied; thickness is varied.
-bool VariesVs(int modelParm) {
-  return modelParm == 1 || modelParm == 3;
-}
-bool VariesH(int modelParm) {
-  return modelParm == 2 || modelParm == 3;
-}
-
 /// Numbers ModelMap for a run without constrained layers.
-void NumberModelMap(int nLayers, int modelParm) {
+void NumberModelMap(Parameters& parameters, int nLayers, int modelParm) {
   int number = 0;
   for (int l = 1; l <= nLayers; ++l) {
-    if (VariesH(modelParm) && l < nLayers) run.parameters.MapEntry(kQuantityH, l) = ++number;
-    if (VariesVs(modelParm)) run.parameters.MapEntry(kQuantityVs, l) = ++number;
+    if (VariesH(modelParm) && l < nLayers) parameters.MapEntry(kQuantityH, l) = ++number;
+    if (VariesVs(modelParm)) parameters.MapEntry(kQuantityVs, l) = ++number;
   }
-}
-
-LayeredGround SizedGround(const RunSizes& size) {
-  LayeredGround ground;
-  const int n = ground.nLayersCur = size.nLayersCur;
-  for (auto column :
-       {&LayeredGround::layerH, &LayeredGround::layerVs, &LayeredGround::layerVp, &LayeredGround::layerG,
-        &LayeredGround::layerE, &LayeredGround::layerRho, &LayeredGround::layerNu, &LayeredGround::layerDamp})
-    ground.*column = OffsetVector<double>(1, n);
-  ground.iPoissonGiven = ground.iDensityDerived = OffsetVector<int>(1, n);
-  return ground;
 }
 
 /// Parameters, with ModelMap still 0.
@@ -107,11 +83,11 @@ double DoublesOf(const RunSizes& size) {
 
 }  // namespace
 
-RunSizes FS_InitVars() {
-  const ModelRecord& m = FModelParam;
+RunSizes FS_InitVars(const ModelRecord& m, int modelParm, Course& course) {
   RunSizes size;
   size.nLayersCur = m.nLayers;
-  size.recMax1 = m.GlobalRecType == kBuiltInSetups || m.GlobalRecType == kFixedPairType ? m.GlobalRecType : 0;
+  size.recMax1 =
+      m.GlobalRecType == kReceiversByWavelength || m.GlobalRecType == kFixedReceivers ? m.GlobalRecType : 0;
   size.recMax2 = m.nDispCurves + kBuiltInSetups;
   size.nDispG = m.nDispPointsG;
   size.nPoints = m.nDispPoints;
@@ -122,25 +98,26 @@ RunSizes FS_InitVars() {
   const auto end = m.vel.begin() + static_cast<std::ptrdiff_t>(std::min(cells, m.vel.size()));
   size.nObs =
       m.nDispPoints + static_cast<int>(std::count_if(m.vel.begin(), end, [](double v) { return v != 0.0; }));
-  if (VariesH(InvParam.MODELPARM)) size.nModel += m.nLayers - 1;
-  if (VariesVs(InvParam.MODELPARM)) size.nModel += m.nLayers;
-  run.course.iPriorIter = 0;
-  run.course.ampScale = 1.0;
+  if (VariesH(modelParm)) size.nModel += m.nLayers - 1;
+  if (VariesVs(modelParm)) size.nModel += m.nLayers;
+  course.iPriorIter = 0;
+  course.ampScale = 1.0;
   return size;
 }
 
-int FS_AllocMemoryBlocks() {
-  const std::string complaint = CheckRunSettings(FModelParam);
-  if (!complaint.empty()) return Refuse(complaint);
-  const RunSizes size = FS_InitVars();
+Refusal SizeRun(Run& run, const ModelRecord& settings, int modelParm) {
+  const std::string complaint = CheckRunSettings(settings);
+  if (!complaint.empty()) return complaint;
+  const RunSizes size = FS_InitVars(settings, modelParm, run.course);
   if (DoublesOf(size) > kMaxRunDoubles)
-    return Refuse(
-        FormatText("A run with %d layers, %d points of the global curve and %d points of %d array "
-                   "curves is too large.",
-                   size.nLayersCur, size.nDispG, size.nPoints, size.recMax2 - kBuiltInSetups));
+    return FormatText(
+        "A run with %d layers, %d points of the global curve and %d points of %d array curves is too "
+        "large.",
+        size.nLayersCur, size.nDispG, size.nPoints, size.recMax2 - kBuiltInSetups);
   // Whole parts are replaced, once there was memory for all of them.
-  LayeredGround ground = SizedGround(size);
+  LayeredGround ground(size.nLayersCur);
   Parameters parameters = SizedParameters(size);
+  NumberModelMap(parameters, size.nLayersCur, modelParm);
   Observations observations = SizedObservations(size);
   Receivers receivers = SizedReceivers(size);
   Update update;
@@ -150,8 +127,7 @@ int FS_AllocMemoryBlocks() {
   run.observations = std::move(observations);
   run.receivers = std::move(receivers);
   run.update = std::move(update);
-  NumberModelMap(size.nLayersCur, InvParam.MODELPARM);
-  return 0;
+  return {};
 }
 
 // The blocks own the storage: these mark points in the life of a run and have nothing to do.

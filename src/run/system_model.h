@@ -1,12 +1,13 @@
-// system_model.h - what is done with the state of a run: sizes at its start, derived elastic properties,
-// model vector, layer at a depth, and the growth of the result records.
+// system_model.h - the sizes of a run, and the named points in its life.
 //
-// Callers: drivers of forward runs and of inversions, in this order: FS_AllocMemoryBlocks, then the set-up of
-// observations, then the solvers. Owned state: `run` of system_state.h. Settings that no ground and no survey
-// has (a damaged file) end in one message and the result -1, before anything is allocated.
+// Callers: drivers of forward runs and of inversions, in this order: SizeRun, then the set-up of observations,
+// then the solvers. Owned state: none; works on `run` of system_state.h. Settings that no ground and no survey
+// has (a damaged file) are refused before anything is allocated.
 #pragma once
 
+#include "records/model_records.h"
 #include "run/system_state.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -25,15 +26,14 @@ struct RunSizes {
   int nRecLoc = 0;  ///< receivers
 };
 
-/// The counts above from FModelParam and the parameter choice of InvParam. Resets iPriorIter to 0 and
-/// ampScale to 1.
-RunSizes FS_InitVars();
+/// The counts above. iPriorIter becomes 0, ampScale 1.
+/// @param modelParm  what an inversion varies, see ModelParameters of kinds.h
+RunSizes FS_InitVars(const ModelRecord& settings, int modelParm, Course& course);
 
-/// Sizes and zeroes all vectors of the run for FModelParam, and numbers ModelMap for the parameter choice of
-/// InvParam: thickness of all layers but the half-space for 2 and 3, Vs of all layers for 1 and 3, H before
-/// Vs in each layer. Switches stay.
-/// @return 0; -1 after a message when a count or the whole is beyond the limits above: then nothing changed
-[[nodiscard]] int FS_AllocMemoryBlocks();
+/// Sizes and zeroes all vectors of the run, and numbers ModelMap: thickness of all layers but the half-space
+/// where it is varied, Vs of all layers, H before Vs in each layer. Calls FS_InitVars; switches stay. Refuses a count, or a whole,
+/// beyond the limits of run_limits.h: then the vectors stay as they were.
+Refusal SizeRun(Run& run, const ModelRecord& settings, int modelParm);
 
 // Named points in the life of a run. The vectors own their storage, so most of them do nothing.
 void FS_AllocateObsData(int n);

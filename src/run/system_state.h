@@ -3,7 +3,7 @@
 //
 // Callers: everything from the solvers' drivers up to the inversion. One instance, `run`; one run at a time.
 // The sized vectors and matrices of ground, parameters, observations, receivers and update are made afresh and
-// zero by FS_AllocMemoryBlocks of system_model.h; switches and course are set by whoever is named there. All
+// zero by SizeRun of system_model.h; switches and course are set by whoever is named there. All
 // vectors count from 1. Lengths, velocities and densities are in the project's units; nothing here converts.
 #pragma once
 
@@ -51,6 +51,12 @@ struct StrataTables {
   OffsetVector<int> iPoissonGiven, iDensityDerived;
   OffsetVector<int> modelMap;  ///< StrataModelInfo: four entries per stratum
 };
+
+/// Frequency of a velocity at a wavelength, or wavelength of a velocity at a frequency; 0 where `by` is not
+/// above 0.
+inline double RatioOrZero(double velocity, double by) {
+  return by > 0.0 ? velocity / by : 0.0;
+}
 
 /// The model parameters of an inversion: which quantities of which layers are free, and what is assumed of them.
 struct Parameters {

@@ -5,16 +5,12 @@
 #include <cstddef>
 #include <vector>
 
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/result_room.h"
-#include "runtime/catalogue/exdthd.h"
-#include "runtime/dialogs.h"
-#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-constexpr int kArrayCurves = 2;
 
 /// Copies what both vectors hold.
 template <class T>
@@ -29,27 +25,9 @@ void CopyColumn(const std::vector<T>& from, std::vector<T>& to) {
   CopyCommon(from, to);
 }
 
-/// Items of the curve lists: the fixed ones, then one for each pair of array curves, named by its receivers.
-void FillCurveLists() {
-  const ModelRecord& t = TheoDispInfo;
-  ClearListCtrl(exdthd::THDTYPE);
-  for (const ListItem& item : exdthd::kTheoretical)
-    InsertListItem(exdthd::THDTYPE, -1, item.label, item.value);
-  ClearListCtrl(exdthd::ARRAYDISPID);
-  for (const ListItem& item : exdthd::kArrayCurves)
-    InsertListItem(exdthd::ARRAYDISPID, -1, item.label, item.value);
-  if (t.dispCurvType != kArrayCurves) return;
-  for (int c = 0; c < t.nDispCurves && static_cast<std::size_t>(c) < t.pairRec1.size(); ++c) {
-    const int first = t.pairRec1[static_cast<std::size_t>(c)],
-              second = t.pairRec2[static_cast<std::size_t>(c)];
-    InsertListItem(exdthd::THDTYPE, -1, FormatText("Theoretical [%d:%d]", first, second), c);
-    InsertListItem(exdthd::ARRAYDISPID, -1, FormatText("Array R. [%d:%d]", first, second), c);
-  }
-}
-
 }  // namespace
 
-int ResetTheoDispInfo() {
+Refusal MakeTheoDispInfoReady() {
   const ModelRecord& f = FModelParam;
   ModelRecord& t = TheoDispInfo;
   t.dispCurvType = f.dispCurvType;
@@ -62,10 +40,9 @@ int ResetTheoDispInfo() {
     t.nDispPoints = 0;
     t.nDispCurves = 1;
   }
-  if (ShowRefusal(UpdateTheoDispArray()) < 0) return -1;
+  if (Refusal refusal = UpdateTheoDispArray()) return refusal;
   UpdateTheoDispInfo();
-  FillCurveLists();
-  return 0;
+  return {};
 }
 
 void UpdateTheoDispInfo() {

@@ -3,12 +3,13 @@
 // Callers: drivers of forward runs and inversions. Owned state: none.
 #pragma once
 
+#include "runtime/refusal.h"
+
 namespace sondera {
 
 /// Sizes TheoDispInfo for the kind of curve of FModelParam, zeroes its curves (the counters of the other kind
-/// become 0 points, or one curve), takes over the settings, and fills the curve lists of the results page.
-/// @return 0; -1 after a message when the settings are beyond any limit
-[[nodiscard]] int ResetTheoDispInfo();
+/// become 0 points, or one curve), and takes over the settings. Refuses settings that are beyond any limit.
+Refusal MakeTheoDispInfoReady();
 
 /// Copies the scalar settings, the receivers, the pairs and the layers from FModelParam. Counters of points
 /// and curves stay.

@@ -1,10 +1,11 @@
 // Tests of a forward run from the panel: settings, both ways to start, what is shown at the end.
 #include <gtest/gtest.h>
 
+#include "panels/forward_run.h"
+
 #include "panels/fmodeling_records.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "run/forward_run.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"

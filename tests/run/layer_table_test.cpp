@@ -53,28 +53,28 @@ TEST(GuardedVs, GoesWithTheGuardedRatio) {
 
 TEST_F(LayerTable, DepthAtAnInterfaceBelongsToTheLayerBelow) {
   MakeRun({1.0, 2.0, 4.0});
-  EXPECT_EQ(FS_GetLayerID(0.0), 1);
-  EXPECT_EQ(FS_GetLayerID(0.999), 1);
-  EXPECT_EQ(FS_GetLayerID(1.0), 2);
-  EXPECT_EQ(FS_GetLayerID(3.0), 3);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 0.0), 1);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 0.999), 1);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 1.0), 2);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 3.0), 3);
 }
 
 TEST_F(LayerTable, DepthInTheHalfSpaceHoweverLargeGivesTheLastLayer) {
   MakeRun({1.0, 2.0, 4.0});
   for (const double depth : {3.0, 7.0, 100.0, 1e300, std::numeric_limits<double>::infinity(), kNaN})
-    EXPECT_EQ(FS_GetLayerID(depth), 3) << depth;
-  EXPECT_EQ(FS_GetLayerID(-1.0), 3);  // above the surface no layer holds it
+    EXPECT_EQ(FS_GetLayerID(run.ground, depth), 3) << depth;
+  EXPECT_EQ(FS_GetLayerID(run.ground, -1.0), 3);  // above the surface no layer holds it
 }
 
 TEST_F(LayerTable, LayerOfZeroThicknessHoldsNoDepth) {
   MakeRun({1.0, 0.0, 2.0, 5.0});
-  EXPECT_EQ(FS_GetLayerID(1.0), 3);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 1.0), 3);
 }
 
 TEST_F(LayerTable, OneLayerHoldsEveryDepth) {
   MakeRun({3.0});
-  EXPECT_EQ(FS_GetLayerID(0.0), 1);
-  EXPECT_EQ(FS_GetLayerID(50.0), 1);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 0.0), 1);
+  EXPECT_EQ(FS_GetLayerID(run.ground, 50.0), 1);
 }
 
 TEST_F(LayerTable, StratumIsFoundByItsTop) {
@@ -82,13 +82,13 @@ TEST_F(LayerTable, StratumIsFoundByItsTop) {
   run.strata.top[1] = 0.0;
   run.strata.top[2] = 2.0;
   run.strata.top[3] = 5.0;
-  EXPECT_EQ(FS_GetStrataID(0.0), 1);
-  EXPECT_EQ(FS_GetStrataID(2.0), 2);
-  EXPECT_EQ(FS_GetStrataID(4.9), 2);
-  EXPECT_EQ(FS_GetStrataID(5.0), 3);
-  EXPECT_EQ(FS_GetStrataID(1e9), 3);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 0.0), 1);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 2.0), 2);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 4.9), 2);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 5.0), 3);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 1e9), 3);
   FS_AllocateStrataPropLayer(0);
-  EXPECT_EQ(FS_GetStrataID(1.0), 0);
+  EXPECT_EQ(FS_GetStrataID(run.strata, 1.0), 0);
 }
 
 TEST_F(LayerTable, SystemSetupFillsFreeParametersWithValueAndFactor) {
@@ -108,7 +108,7 @@ TEST_F(LayerTable, SystemSetupFillsFreeParametersWithValueAndFactor) {
   run.parameters.MapEntry(kQuantityVs, 2) = 2;
   run.parameters.MapEntry(kQuantityVp, 3) = 3;
   run.parameters.MapEntry(kQuantityDensity, 1) = 4;
-  FS_SystemSetup();
+  FS_SystemSetup(run.ground, run.parameters);
   const double value[] = {1.0, 200.0, 900.0, 2.0}, factor[] = {0.1, 0.4, 0.9, 0.4};
   for (int p = 1; p <= 4; ++p) {
     EXPECT_EQ(run.parameters.rModel[p], value[p - 1]);
@@ -125,7 +125,7 @@ TEST_F(LayerTable, SystemSetupLeavesEveryEntryAloneWhoseMapEntryIsZero) {
     std::fill(v->begin(), v->end(), -7.0);
   run.parameters.MapEntry(kQuantityVs, 1) = 2;
   run.ground.layerVs[1] = 90.0;
-  FS_SystemSetup();
+  FS_SystemSetup(run.ground, run.parameters);
   EXPECT_EQ(run.parameters.rModel[1], -7.0);
   EXPECT_EQ(run.parameters.rModelPrior[1], -7.0);
   EXPECT_EQ(run.parameters.UFModel[1], -7.0);
@@ -135,7 +135,7 @@ TEST_F(LayerTable, SystemSetupLeavesEveryEntryAloneWhoseMapEntryIsZero) {
 TEST_F(LayerTable, SystemSetupWritesNothingBeyondTheModelVector) {
   MakeRun({1.0, 2.0});
   run.parameters.MapEntry(kQuantityVs, 1) = 1000;
-  FS_SystemSetup();
+  FS_SystemSetup(run.ground, run.parameters);
   EXPECT_EQ(run.parameters.rModel.hi(), 2);
 }
 
@@ -147,7 +147,7 @@ TEST_F(LayerTable, PropertiesFollowFromVsWhereTheyAreDerived) {
   run.ground.layerVs[2] = 100.0;
   run.ground.layerVp[2] = 200.0;
   run.ground.layerRho[2] = 1.5;
-  DeriveLayerProperties(false);
+  DeriveLayerProperties(run.ground, false);
   EXPECT_NEAR(run.ground.layerRho[1], 2.329245219926101, 1e-13);
   EXPECT_NEAR(run.ground.layerG[1], 2.329245219926101 * 250000.0, 1e-7);
   EXPECT_NEAR(run.ground.layerVp[1], 500.0 * std::sqrt(3.0), 1e-10);
@@ -174,7 +174,7 @@ TEST_F(LayerTable, PropertiesAgreeWithElasticityForRandomLayers) {
     const double lambda = 2.0 * G * run.ground.layerNu[l] / (1.0 - 2.0 * run.ground.layerNu[l]);
     if (l % 2 == 0) run.ground.layerVp[l] = std::sqrt((lambda + 2.0 * G) / run.ground.layerRho[l]);
   }
-  DeriveLayerProperties(true);
+  DeriveLayerProperties(run.ground, true);
   for (int l = 1; l <= 200; ++l) {
     const double G = run.ground.layerG[l], E = run.ground.layerE[l];
     const double M = run.ground.layerRho[l] * run.ground.layerVp[l] * run.ground.layerVp[l];
@@ -188,7 +188,7 @@ TEST_F(LayerTable, GuardReplacesAnUnphysicalRatioAndPullsVs) {
   run.ground.layerVs[1] = 100.0, run.ground.layerVp[1] = 120.0;  // nu below 0
   run.ground.layerVs[2] = 200.0, run.ground.layerVp[2] = 100.0;  // nu above 0.5
   run.ground.layerVs[3] = 100.0, run.ground.layerVp[3] = 200.0;
-  DeriveLayerProperties(true);
+  DeriveLayerProperties(run.ground, true);
   EXPECT_EQ(run.ground.layerNu[1], 0.497);
   EXPECT_DOUBLE_EQ(run.ground.layerVs[1], 120.0 * std::sqrt(0.005964214711729627));
   EXPECT_EQ(run.ground.layerNu[2], 0.497);
@@ -201,10 +201,10 @@ TEST_F(LayerTable, GuardLeavesTheShearModulusOfTheFormerVs) {
   run.ground.layerRho[1] = 2.0;
   run.ground.layerVs[1] = 100.0;
   run.ground.layerVp[1] = 120.0;
-  DeriveLayerProperties(true);
+  DeriveLayerProperties(run.ground, true);
   EXPECT_EQ(run.ground.layerG[1], 20000.0);
   EXPECT_DOUBLE_EQ(run.ground.layerE[1], 2.0 * 20000.0 * 1.497);
-  DeriveLayerProperties(true);  // the next solve has the pulled one
+  DeriveLayerProperties(run.ground, true);  // the next solve has the pulled one
   EXPECT_DOUBLE_EQ(run.ground.layerG[1], 2.0 * run.ground.layerVs[1] * run.ground.layerVs[1]);
 }
 
@@ -212,7 +212,7 @@ TEST_F(LayerTable, WithoutGuardAnUnphysicalRatioStays) {
   MakeRun({1.0, 1.0});
   run.ground.layerVs[1] = 100.0;
   run.ground.layerVp[1] = 120.0;
-  DeriveLayerProperties(false);
+  DeriveLayerProperties(run.ground, false);
   EXPECT_LT(run.ground.layerNu[1], 0.0);
   EXPECT_EQ(run.ground.layerVs[1], 100.0);
 }
@@ -220,7 +220,7 @@ TEST_F(LayerTable, WithoutGuardAnUnphysicalRatioStays) {
 TEST_F(LayerTable, GuardDoesNotTouchALayerWithoutShearWave) {
   MakeRun({1.0, 1.0});
   run.ground.layerVp[1] = 300.0;
-  DeriveLayerProperties(true);
+  DeriveLayerProperties(run.ground, true);
   EXPECT_TRUE(std::isnan(run.ground.layerNu[1]));
   EXPECT_EQ(run.ground.layerVs[1], 0.0);
 }

@@ -132,7 +132,7 @@ TEST_F(PropLayer, LayersBecomeStrataWithTheirTops) {
   const double tops[] = {0.0, 1.0, 3.0, 7.0};
   for (int l = 1; l <= 4; ++l) {
     EXPECT_EQ(run.strata.top[l], tops[l - 1]);
-    EXPECT_EQ(FS_GetStrataID(tops[l - 1]), l);
+    EXPECT_EQ(FS_GetStrataID(run.strata, tops[l - 1]), l);
   }
 }
 

@@ -29,7 +29,7 @@ TEST_F(ReceiverSetups, GlobalPointsHaveTheSetUpOfTheSettings) {
   SetGlobalCurve(3);
   FModelParam.GlobalRecType = 4;
   Start();
-  FS_SetupReceivers(0);
+  FS_SetupReceivers(0, run.observations, run.receivers);
   for (int i = 1; i <= 3; ++i) {
     EXPECT_EQ(run.receivers.nRecCfgPerPoint[i], 1);
     EXPECT_EQ(run.receivers.recCfgOfPoint[i], 4);
@@ -39,12 +39,12 @@ TEST_F(ReceiverSetups, GlobalPointsHaveTheSetUpOfTheSettings) {
 TEST_F(ReceiverSetups, ArrayPointsHaveOneSetUpForEachPair) {
   SetArrayCurves(2, 3, {100.0, 0.0, 120.0, 110.0, 115.0, 0.0});
   Start();
-  FS_SetupReceivers(1);
+  FS_SetupReceivers(1, run.observations, run.receivers);
   for (int p = 1; p <= 2; ++p) {
     EXPECT_EQ(run.receivers.nRecCfgPerPoint[p], 3);
     for (int k = 1; k <= 3; ++k) EXPECT_EQ(run.receivers.recCfgOfPoint[(k - 1) * 2 + p], 3 + k);
   }
-  FS_SetupReceivers(2);  // there is no such item
+  FS_SetupReceivers(2, run.observations, run.receivers);  // there is no such item
   EXPECT_EQ(run.receivers.recCfgOfPoint[1], 4);
 }
 
@@ -53,7 +53,7 @@ TEST_F(ReceiverSetups, SetUpsInUseAreCollectedAscending) {
   FModelParam.GlobalRecType = 4;
   Start();
   run.observations.globalRecType[2] = 3;
-  FS_SearchReceivers(run.receivers.recSetupList);
+  FS_SearchReceivers(run.observations, run.receivers);
   EXPECT_EQ(run.receivers.nRecSetupsUsed, 2);
   EXPECT_EQ(run.receivers.recSetupList[1], 3);
   EXPECT_EQ(run.receivers.recSetupList[2], 4);
@@ -62,12 +62,12 @@ TEST_F(ReceiverSetups, SetUpsInUseAreCollectedAscending) {
 TEST_F(ReceiverSetups, SetUpThatAPointDoesNotUseGivesZero) {
   SetGlobalCurve(2);
   Start();
-  FS_SetupReceivers(0);
+  FS_SetupReceivers(0, run.observations, run.receivers);
   OffsetVector<double> table(1, 2);
   table[1] = 11.0;
   table[2] = 22.0;
-  EXPECT_DOUBLE_EQ(FS_CheckRecNo(2, 3, table), 22.0);
-  EXPECT_DOUBLE_EQ(FS_CheckRecNo(2, 4, table), 0.0);
+  EXPECT_DOUBLE_EQ(FS_CheckRecNo(run.receivers, run.observations.nDispPoints, 2, 3, table), 22.0);
+  EXPECT_DOUBLE_EQ(FS_CheckRecNo(run.receivers, run.observations.nDispPoints, 2, 4, table), 0.0);
 }
 
 TEST_F(ReceiverSetups, RowsCountOnlyPointsThatAreThere) {

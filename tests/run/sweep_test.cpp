@@ -6,12 +6,11 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
-#include "run/forward_run.h"
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/sampled_curve.h"
+#include "run/sweep_solvers.h"
 #include "run/system_model.h"
-#include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/events.h"
 #include "support/named_runs.h"
@@ -50,7 +49,7 @@ class Sweep : public RunTest {
     ASSERT_EQ(FS_RetrieveSystemPM(kForwardRun, 0), 0);
     ASSERT_EQ(FS_GetStartMP(), 0);
     ASSERT_EQ(FS_SetUpObsData(run.switches.iDispSource), 0);
-    if (run.switches.iDispSource == 1) FS_SearchReceivers(run.receivers.recSetupList);
+    if (run.switches.iDispSource == 1) FS_SearchReceivers(run.observations, run.receivers);
   }
 
   OffsetVector<double> vel, amp;
@@ -76,7 +75,8 @@ TEST_F(Sweep, FrequencyDomainFindsThePointsOfTheCurve) {
   FModelParam.Vs[1] = 300.0;
   Start(2);
   ASSERT_EQ(FS_rWave3D_F(vel, amp), 0);
-  SweepSolvers solvers(run.observations.nDispPoints);
+  Listener nobody;
+  SweepSolvers solvers(PartsOfSweep(run), run.observations.nDispPoints, nobody);
   for (int i = 1; i <= 9; ++i) {
     double again = 0.0;
     ASSERT_TRUE(solvers.PlaneWave(vel[i] / run.observations.runFreq[i], again));
@@ -180,7 +180,8 @@ TEST_F(Sweep, PlaneWavesWithDataAreSolvedAtTheObservedWavelength) {
   ASSERT_EQ(FS_rWave3D(vel, amp), 0);
   for (int i = 1; i <= 3; ++i) {
     double c = 0.0;
-    SweepSolvers solvers(3);
+    Listener nobody;
+    SweepSolvers solvers(PartsOfSweep(run), 3, nobody);
     ASSERT_TRUE(solvers.PlaneWave(run.observations.runVel[i] / run.observations.runFreq[i], c));
     EXPECT_DOUBLE_EQ(vel[i], c);
     EXPECT_DOUBLE_EQ(run.observations.runLambda2[i], c / run.observations.runFreq[i]);
@@ -302,17 +303,13 @@ TEST_F(Sweep, ManyDoubtsAreCountedAndTheFirstOnesNamed) {
 }
 
 TEST_F(Sweep, ProgressLinesHaveTheirFormats) {
-  ShowGlobalProgress(7, 12.5, 8.25, 103.125);
-  EXPECT_EQ(GetCtrlVal(exdthd::STATUSMSG),
+  EXPECT_EQ(GlobalProgress(7, 12.5, 8.25, 103.125),
             "F. Modeling: [  7]   Freq=12.5000      WaveL=8.2500       Vel=103.1250    ");
-  ShowArrayProgress(false, 7, 2, 12.5, 8.25, 103.125);
-  EXPECT_EQ(GetCtrlVal(exdthd::STATUSMSG),
+  EXPECT_EQ(ArrayProgress(false, 7, 2, 12.5, 8.25, 103.125),
             "F. Modeling: [F,D]=(  7, 2)   Freq=12.5000      WaveL=8.2500       Vel=103.1250    ");
-  ShowArrayProgress(true, 7, 2, 12.5, 8.25, 103.125);
-  EXPECT_EQ(GetCtrlVal(exdthd::STATUSMSG),
+  EXPECT_EQ(ArrayProgress(true, 7, 2, 12.5, 8.25, 103.125),
             "F. Modeling: [F,D]=[7,2]   Freq=12.5000      WaveL=8.2500       Vel=103.1250    ");
-  ShowSlotProgress(7, 2, 12.5, 8.25, 103.125);
-  EXPECT_EQ(GetCtrlVal(exdthd::STATUSMSG),
+  EXPECT_EQ(SlotProgress(7, 2, 12.5, 8.25, 103.125),
             "F. Modeling: [F,V]=[  7, 2]   Freq=12.5000      WaveL=8.2500       Vel=103.1250    ");
 }
 

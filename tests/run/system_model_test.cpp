@@ -24,7 +24,7 @@ TEST_F(SystemModel, SizesOfARunFollowTheSettings) {
   FModelParam.nDispPointsG = 17;
   FModelParam.GlobalRecType = 4;
   InvParam.MODELPARM = 3;
-  const RunSizes s = FS_InitVars();
+  const RunSizes s = FS_InitVars(FModelParam, InvParam.MODELPARM, run.course);
   EXPECT_EQ(s.nLayersCur, 6);
   EXPECT_EQ(s.recMax1, 4);
   EXPECT_EQ(s.recMax2, 6);
@@ -39,14 +39,14 @@ TEST_F(SystemModel, SizesOfARunFollowTheSettings) {
 TEST_F(SystemModel, ReceiverTypesOtherThanThreeAndFourHaveNoSetups) {
   for (const auto& [type, setups] : {std::pair{3, 3}, {4, 4}, {0, 0}, {1, 0}, {5, 0}}) {
     FModelParam.GlobalRecType = type;
-    EXPECT_EQ(FS_InitVars().recMax1, setups) << type;
+    EXPECT_EQ(FS_InitVars(FModelParam, InvParam.MODELPARM, run.course).recMax1, setups) << type;
   }
 }
 
 TEST_F(SystemModel, CountsResetTheIterationCounterAndTheAmplitudeScale) {
   run.course.iPriorIter = 9;
   run.course.ampScale = 3.0;
-  FS_InitVars();
+  FS_InitVars(FModelParam, InvParam.MODELPARM, run.course);
   EXPECT_EQ(run.course.iPriorIter, 0);
   EXPECT_EQ(run.course.ampScale, 1.0);
 }

@@ -2,7 +2,7 @@
 #include "support/inv_fixture.h"
 
 #include "panels/fmodeling_records.h"
-#include "run/forward_run.h"
+#include "panels/forward_run.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/redraw.h"
 

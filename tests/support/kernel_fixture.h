@@ -43,7 +43,7 @@ class KernelTest : public RunTest {
     ASSERT_EQ(FS_RetrieveSystemPM(kInversionRun, 0), 0);
     ASSERT_EQ(FS_GetStartMP(), 0);
     std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
-    if (run.switches.iDispSource == 1) FS_SearchReceivers(run.receivers.recSetupList);
+    if (run.switches.iDispSource == 1) FS_SearchReceivers(run.observations, run.receivers);
     ASSERT_EQ(FS_SetUpObsData(run.switches.iDispSource), 0);
     run.course.iCurIterNo = 1;
   }

@@ -4,10 +4,10 @@
 
 #include "inversion/max_likelihood.h"
 #include "inversion/sensitivity.h"
+#include "panels/forward_run.h"
 #include "panels/inversion.h"
 #include "panels/run_boxes.h"
 #include "run/analytic_profile.h"
-#include "run/forward_run.h"
 #include "run/observations.h"
 #include "run/preliminary_profile.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -41,10 +41,6 @@ inline int FS_AnalPrePrf() {
 inline int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found) {
   RunBoxes boxes;
   return ShowRefusal(StripLayers(curve, ratio, found, boxes));
-}
-inline int FS_fModel(int prePrfType, int iProfile) {
-  RunBoxes boxes;
-  return FS_fModel(prePrfType, iProfile, GetCtrlVal(hmsetup::PROJID), boxes);
 }
 inline int FS_Gmatrix() {
   RunBoxes boxes;

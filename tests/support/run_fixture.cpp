@@ -5,14 +5,27 @@
 #include <algorithm>
 #include <cmath>
 
+#include "panels/run_boxes.h"
 #include "records/session.h"
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/run_files.h"
+#include "run/sweep.h"
 #include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/dialogs.h"
 
 namespace sondera::testing {
+
+int FS_rWave3D_F(OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  RunBoxes boxes;
+  return ShowRefusal(SweepWithoutData(PartsOfSweep(run), FModelParam, boxes, vel, amp));
+}
+
+int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp) {
+  RunBoxes boxes;
+  return ShowRefusal(SweepWithData(PartsOfSweep(run), boxes, vel, amp));
+}
 
 void RunTest::SetUp() {
   SessionTest::SetUp();
@@ -103,8 +116,8 @@ void RunTest::StartRun(int kind, int analysis) {
   ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
   ASSERT_EQ(FS_GetStartMP(), 0);
   ASSERT_EQ(FS_SetUpObsData(run.switches.iDispSource), 0);
-  FS_SetupReceivers(0);
-  FS_SearchReceivers(run.receivers.recSetupList);
+  FS_SetupReceivers(0, run.observations, run.receivers);
+  FS_SearchReceivers(run.observations, run.receivers);
 }
 
 OffsetVector<double> RunTest::Values(std::initializer_list<double> list) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "panels/forward_run.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "run/system_state.h"
@@ -18,6 +19,10 @@ namespace sondera::testing {
 struct LayerRow {
   double thickness, Vp, Vs, density, nu, damping;
 };
+
+/// Sweeps of the present run on the boxes of the results page. @return 0; -1 after a message, or when halted
+int FS_rWave3D_F(OffsetVector<double>& vel, OffsetVector<double>& amp);
+int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp);
 
 class RunTest : public SessionTest {
  protected:
