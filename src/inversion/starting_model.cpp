@@ -206,6 +206,7 @@ Evaluation EvaluateFromButton() {
     Refuse("Please enter the number of Depth-to-WaveL Ratios.");
     return {};
   }
+  ForgetHalt();  // a press begins
   SetWaitCursor(true);
   const Evaluation done = Evaluate();
   SetWaitCursor(false);
@@ -276,7 +277,7 @@ int AutoSetupSMPCallback(Panel, ControlId, Event event, long data) {
 int EvalSMParamCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   const Evaluation done = EvaluateFromButton();
-  if (!done.started) return -1;
+  if (!done.started || PressHalted()) return -1;
   if (done.result == 0 && BestStartingProfile() == 0)
     return Refuse("None of the starting profiles has a theoretical curve.");
   const int taken = RunAutoPreInversion();

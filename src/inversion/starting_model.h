@@ -56,7 +56,8 @@ int RunAutoPreInversion();
 
 /// Set up layers; with the data kDepthOfPanel for the depth of the panel, otherwise for the curves.
 int AutoSetupSMPCallback(Panel panel, ControlId control, Event event, long data);
-/// EvalSMParam and RunAutoPreInversion. 0 ratios are refused.
+/// EvalSMParam and RunAutoPreInversion. 0 ratios are refused. After a halt the finished profiles stay in their slots;
+/// none is taken, and nothing is saved.
 int EvalSMParamCallback(Panel panel, ControlId control, Event event, long data);
 /// EvalSMParam alone, from the menu.
 int DetermineSMPCallback(Panel panel, ControlId control, Event event, long data);

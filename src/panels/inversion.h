@@ -89,7 +89,8 @@ int Run_InvAnalCallback(Panel panel, ControlId control, Event event, long data);
 
 // --- Results page ---------------------------------------------------------------------------------------
 
-/// HALT: asks; run.course.iHaltRequest becomes 1 on Yes, 0 on No.
+/// HALT: asks; run.course.iHaltRequest becomes 1 on Yes, 0 on No. Yes ends the whole press that the run belongs to
+/// (NoteHalt), No takes back a halt that no run has seen yet.
 int HaltProcessCallback(Panel panel, ControlId control, Event event, long data);
 
 /// ITERNO: curves and model of the chosen entry to TheoDispInfo and on display, its misfit to RMSERROR (0 for

@@ -32,7 +32,7 @@ void RunPreInversion(const std::vector<double>& thicknesses, const Press& press)
 void RunInversionAndSave(const Press& press);
 
 /// Button ONECLICK_RUN: starting profiles, then as RunInversionAndSave. PERFORMINVSAVE: without the first
-/// step.
+/// step. A halt in one of the steps ends both: no further step starts, and nothing is saved.
 int OneClickInversionCallback(Panel panel, ControlId control, Event event, long data);
 int PerformInvInvSaveCallback(Panel panel, ControlId control, Event event, long data);
 

@@ -8,6 +8,7 @@
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/dialogs.h"
+#include "runtime/events.h"
 #include "runtime/redraw.h"
 
 namespace sondera {
@@ -32,7 +33,14 @@ void ShowEntry() {
 
 int HaltProcessCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  run.course.iHaltRequest = ConfirmPopup(session.appTitle, "Do you want to halt the process ?") ? 1 : 0;
+  const bool pending = run.course.iHaltRequest == 1;
+  if (ConfirmPopup(session.appTitle, "Do you want to halt the process ?")) {
+    run.course.iHaltRequest = 1;
+    NoteHalt();
+  } else {
+    run.course.iHaltRequest = 0;
+    if (pending) ForgetHalt();  // taken back before a run has seen it; one that ended a run stays
+  }
   return 0;
 }
 

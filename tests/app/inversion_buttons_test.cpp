@@ -1,11 +1,14 @@
 // Tests of the inversion as a person works with it: its buttons, lists and menu items through the table of
 // callbacks, and a whole run from the first press to the saved project.
 #include <algorithm>
+#include <filesystem>
 #include <vector>
 
 #include "app/inversion_case.h"
 #include "records/inv_records.h"
+#include "records/measdb.h"
 #include "records/model_records.h"
+#include "records/session.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
@@ -13,11 +16,47 @@
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/mainmenu.h"
+#include "runtime/events.h"
 
 namespace sondera::testing {
 namespace {
 
 using InversionButtons = InversionCase;
+
+class OneClick : public InversionCase {
+ protected:
+  void SetUp() override {
+    InversionCase::SetUp();
+    EnterCase();
+    MeasDB.pMeasList.append();  // without a measurement there is nothing to save
+    session.projectFileName = folder.File("site.da");
+    SetCtrlVal(inversion::ALPHA_POINT, 3);
+    SetCtrlVal(inversion::NITER, 3);
+    SetCtrlVal(inversion::UF_VS, 0.4);
+  }
+
+  /// Last item of the list of results; 0 in an empty one.
+  static int LastEntry() {
+    const int n = GetNumListItems(exdthd::ITERNO);
+    return n > 0 ? static_cast<int>(GetValueFromIndex(exdthd::ITERNO, n - 1)) : 0;
+  }
+
+  /// One press, halted by the Halt button as soon as `when` holds.
+  template <class When>
+  int HaltedPress(When when) {
+    bool halted = false;
+    frontEnd.confirmAnswers = {true};
+    frontEnd.onProcessEvents = [&halted, when] {
+      if (halted || !when()) return;
+      halted = true;
+      Commit(exdthd::HALT);
+    };
+    const int result = Commit(inversion::ONECLICK_RUN);
+    frontEnd.onProcessEvents = nullptr;
+    EXPECT_TRUE(halted);
+    return result;
+  }
+};
 
 TEST_F(InversionButtons, EveryControlOfTheSessionHasItsCallback) {
   for (const Control* c : std::vector<const Control*>{
@@ -85,6 +124,36 @@ TEST_F(InversionButtons, HaltIsAskedFor) {
   EXPECT_EQ(Commit(exdthd::HALT), 0);
   EXPECT_EQ(run.course.iHaltRequest, 1);
   EXPECT_EQ(frontEnd.questions, std::vector<std::string>{"Do you want to halt the process ?"});
+}
+
+TEST_F(OneClick, HaltInTheStartingProfilesEndsItBeforeTheInversion) {
+  EXPECT_EQ(HaltedPress([] { return LastEntry() == -1; }), -1);
+  EXPECT_EQ(GetNumListItems(exdthd::ITERNO), 1);
+  EXPECT_EQ(LastEntry(), -1) << "the finished profile stays, and no iteration comes";
+  EXPECT_GT(SMPParam.rms[1], 0.0);
+  EXPECT_FALSE(Exists("site.da"));
+  EXPECT_FALSE(Exists("site_f.results"));
+  EXPECT_FALSE(IsPanelShown(Panel::ANALRESULT));
+  EXPECT_FALSE(WaitCursorShown());
+}
+
+TEST_F(OneClick, HaltInTheInversionKeepsItsIterationsAndSavesNothing) {
+  const auto iterationIsDone = [] {
+    std::filesystem::remove("site.da");  // that of the starting profiles
+    return LastEntry() == 1;
+  };
+  EXPECT_EQ(HaltedPress(iterationIsDone), -1);
+  EXPECT_EQ(LastEntry(), 1);
+  EXPECT_GT(InvParam.rms[1], 0.0);
+  EXPECT_FALSE(Exists("site.da"));
+  EXPECT_FALSE(Exists("site_f.results"));
+}
+
+TEST_F(OneClick, WithoutAHaltProjectAndResultsAreSaved) {
+  NoteHalt();  // of a former press
+  EXPECT_EQ(Commit(inversion::ONECLICK_RUN), 0) << (frontEnd.messages.empty() ? "" : frontEnd.messages[0]);
+  EXPECT_TRUE(Exists("site.da"));
+  EXPECT_TRUE(Exists("site_f.results"));
 }
 
 }  // namespace

@@ -433,7 +433,7 @@ TEST_F(Evaluation, HaltKeepsWhatIsThere) {
   EXPECT_EQ(run.course.iHaltRequest, 0);
 }
 
-TEST_F(Evaluation, InterruptOfTheTerminalEndsItToo) {
+TEST_F(Evaluation, InterruptOfTheTerminalEndsThePress) {
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
     if (++polls == 20) RequestInterrupt();
@@ -441,7 +441,15 @@ TEST_F(Evaluation, InterruptOfTheTerminalEndsItToo) {
   EXPECT_EQ(Commit(inversion::EVALSMPARAM), -1);
   ClearInterrupt();
   EXPECT_EQ(Items(exdthd::ITERNO), "SMP 1=-1 ");
-  EXPECT_EQ(VsOnPanel(), VsOfSlot(1));
+  EXPECT_GT(SMPParam.rms[1], 0.0);
+  EXPECT_EQ(VsOnPanel(), kStartVs) << "no profile is taken";
+  EXPECT_FALSE(Saved());
+}
+
+TEST_F(Evaluation, HaltOfAFormerPressDoesNotEndTheNext) {
+  NoteHalt();
+  EXPECT_EQ(Commit(inversion::EVALSMPARAM), 0) << Messages();
+  EXPECT_EQ(VsOnPanel(), VsOfSlot(BestStartingProfile()));
   EXPECT_TRUE(Saved());
 }
 

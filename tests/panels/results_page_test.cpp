@@ -7,6 +7,7 @@
 #include "records/session.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/events.h"
 #include "support/inv_fixture.h"
 
 namespace sondera::testing {
@@ -47,9 +48,18 @@ TEST_F(HaltProcess, YesAsksForTheHaltAndNoTakesItBack) {
   frontEnd.confirmAnswers = {true, false};
   EXPECT_EQ(HaltProcessCallback(Panel::EXDTHD, &HALT, Event::Commit, 0), 0);
   EXPECT_EQ(run.course.iHaltRequest, 1);
+  EXPECT_TRUE(PressHalted());
   EXPECT_EQ(HaltProcessCallback(Panel::EXDTHD, &HALT, Event::Commit, 0), 0);
   EXPECT_EQ(run.course.iHaltRequest, 0);
+  EXPECT_FALSE(PressHalted());
   EXPECT_EQ(frontEnd.questions, std::vector<std::string>(2, "Do you want to halt the process ?"));
+}
+
+TEST_F(HaltProcess, NoLeavesAHaltThatHasEndedARun) {
+  frontEnd.confirmAnswers = {false};
+  NoteHalt();  // by the poll of a run, which took the request back
+  HaltProcessCallback(Panel::EXDTHD, &HALT, Event::Commit, 0);
+  EXPECT_TRUE(PressHalted());
 }
 
 TEST_F(HaltProcess, AsksUnderTheTitleOfTheProgram) {
