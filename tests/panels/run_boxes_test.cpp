@@ -71,7 +71,7 @@ TEST_F(RunBoxesTest, MisfitProcessAndMessagesGoToTheirPlaces) {
   RunListener& listener = counted;
   listener.Misfit(2.5);
   listener.Process("Calculating");
-  listener.Tell("The file is lost.");
+  listener.Tell(std::string("The file is lost."));
   EXPECT_EQ(GetCtrlVal(exdthd::RMSERROR), 2.5);
   EXPECT_EQ(GetCtrlVal(exdthd::PROCESSMSG), "Calculating");
   EXPECT_EQ(OnlyMessage(), "The file is lost.");
