@@ -1,0 +1,64 @@
+// help_window.h - the user manual in a window of its own: chapters at the left, text at the right, a field to search it.
+//
+// The texts of docs/ and their pictures are built into the program, so that the manual is there wherever it is installed.
+#pragma once
+
+#include <QTextBrowser>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace sondera {
+
+/// The name by which a link reaches a heading: small letters and figures, dashes for blanks ("What you need" is
+/// "what-you-need").
+QString HeadingAnchor(const QString& heading);
+
+/// A text of docs/ with anchors at its headings and lines around its tables.
+class ManualText final : public QTextBrowser {
+  Q_OBJECT
+
+ public:
+  explicit ManualText(QWidget* parent);
+  /// Marks the next place of a text behind the cursor, from the top again at the end. False: it is nowhere.
+  bool FindNext(const QString& text);
+
+ protected:
+  void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void Dress();
+};
+
+class HelpWindow final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// A window of its own, above its owner.
+  explicit HelpWindow(QWidget* owner);
+  /// Shows a page, such as "manual.md" or "script.md#words".
+  void ShowPage(const QString& page);
+  ManualText& text() const { return *text_; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void FillChapters();
+  void Follow(const QUrl& link);
+  void Find();
+
+  QTreeWidget* chapters_ = nullptr;
+  ManualText* text_ = nullptr;
+  QLineEdit* search_ = nullptr;
+  QLabel* note_ = nullptr;
+};
+
+/// Shows the manual: one window, made when it is first asked for, which goes with its owner. Returns 0.
+int ShowHelpWindow(QWidget* owner);
+
+}  // namespace sondera
