@@ -25,6 +25,7 @@ struct StateHeader {
   std::string reset;
 };
 const std::map<std::string, StateHeader> kStateHeaders = {
+    {"acquisition", {{"acquisition/acquisition_state.h"}, "ResetAcquisitionState"}},
     {"inversion", {{"inversion/inversion_state.h"}, "ResetInversionState"}},
     {"panels", {{"panels/panels_state.h"}, "ResetPanelsState"}},
     {"plot_ps", {{"plot_ps/state.h"}, ""}},

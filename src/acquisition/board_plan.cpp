@@ -80,14 +80,7 @@ bool MakeTaskOf(const BoardPlan& plan, bool whole, int& task, BoardGrant& grant,
     task = 0;
     return false;
   }
-  grant.rate = rate;
-  grant.decimation = sampling.decimation;
-  grant.span = rate * 0.5 / sampling.decimation;
-  grant.deltaT = 0.5 / grant.span;
-  grant.timeLength = 2.0 * plan.lines * grant.deltaT;
-  grant.deltaF = grant.span / plan.lines;
-  grant.samplesPerChan = sampling.samplesPerChan;
-  grant.channels = channels;
+  grant = GrantOf(plan, sampling, rate, channels);
   return true;
 }
 
@@ -126,6 +119,19 @@ bool PlanSampling(const BoardPlan& plan, BoardSampling& sampling) {
   constexpr double kMost = std::numeric_limits<int>::max();
   sampling.preTrigger = std::fabs(before) <= kMost ? static_cast<int>(before) : -1;
   return true;
+}
+
+BoardGrant GrantOf(const BoardPlan& plan, const BoardSampling& sampling, double rate, int channels) {
+  BoardGrant grant;
+  grant.rate = rate;
+  grant.decimation = sampling.decimation;
+  grant.span = rate * 0.5 / sampling.decimation;
+  grant.deltaT = 0.5 / grant.span;
+  grant.timeLength = 2.0 * plan.lines * grant.deltaT;
+  grant.deltaF = grant.span / plan.lines;
+  grant.samplesPerChan = sampling.samplesPerChan;
+  grant.channels = channels;
+  return grant;
 }
 
 std::string InputNameOf(const BoardPlan& plan, int channel) {

@@ -67,6 +67,9 @@ struct BoardGrant {
   int channels = 0;        ///< of a record
 };
 
+/// What a plan becomes with a sampling rate, Hz above 0, and a number of channels.
+BoardGrant GrantOf(const BoardPlan& plan, const BoardSampling& sampling, double rate, int channels);
+
 /// Name of the input for a channel: the entry of the list; on boards that measure differentially with the
 /// number in its tail replaced by channel, from 8 on by channel + 8. "" when the list is too short.
 std::string InputNameOf(const BoardPlan& plan, int channel);

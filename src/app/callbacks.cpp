@@ -17,6 +17,8 @@
 #include "panels/gaborpnl.h"
 #include "panels/graph_events.h"
 #include "panels/hmsetup.h"
+#include "panels/hwsetup_configure.h"
+#include "panels/hwsetup_fields.h"
 #include "panels/inversion.h"
 #include "panels/irfsetpnl.h"
 #include "panels/loadtxdata.h"
@@ -27,7 +29,9 @@
 #include "panels/mainmenu_legacy.h"
 #include "panels/mainmenu_plot.h"
 #include "panels/mainmenu_project.h"
+#include "panels/measpanel_run.h"
 #include "panels/meassetup.h"
+#include "panels/meassetup_places.h"
 #include "panels/one_click.h"
 #include "panels/sasw_auto_masking.h"
 #include "panels/sasw_dispersion.h"
@@ -44,6 +48,7 @@
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/hwsetup.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/irfsetpnl.h"
 #include "runtime/catalogue/irfsetpnl2.h"
@@ -122,6 +127,36 @@ constexpr CallbackRow kMeasurements[] = {
     {&hmsetup::MEASREMOVE_4, RemoveMeasIDCallback},
     {&measpanel::F1, F1Callback},
     {&measpanel::F2, F2Callback},
+};
+
+constexpr CallbackRow kHardware[] = {
+    {&measpanel::SASWSTART, SASWStartCallback},
+    {&measpanel::SASWPAUSECONT, SASWPauseContCallback},
+    {&measpanel::STOPMEAS, SASWstopCallback},
+    {&hwsetup::NCHANNELS1, UpdateNChannelsCallback},
+    {&hwsetup::NCHANNELS2, UpdateRefChannelCallback},
+    {&hwsetup::FREQLINES, UpdateFreqLinesCallback},
+    {&hwsetup::FREQSPAN, UpdateFreqSpanCallback},
+    {&hwsetup::NCHANNELS4, UpdateInputChnlCallback},
+    {&hwsetup::ACDC, UpdateACDCsettingCallback},
+    {&hwsetup::GROUNDFLOAT, UpdateGFsettingCallback},
+    {&hwsetup::INPUTRANGE, UpdateInputRangeCallback},
+    {&hwsetup::INPUTCHNLUPDATE, InputChnlUpdateCallback},
+    {&hwsetup::INPUTCHNLLIST, UpdateInputChnlListCallback},
+    {&hwsetup::NCHANNELS5, UpdateTriggerChannelCallback},
+    {&hwsetup::TRIGGERSLOPE, UpdateTriggerSlopeCallback},
+    {&hwsetup::TRIGGERLEVEL, UpdateTriggerLevelCallback},
+    {&hwsetup::TRIGGERDELAY, UpdateTriggerDelayCallback},
+    {&hwsetup::AVERAGEONOFF, UpdateAverageOnOffCallback},
+    {&hwsetup::NAVERAGE, UpdateNoAverageCallback},
+    {&hwsetup::PREVIEW_ONOFF, PreviewOnoffCallback},
+    {&hwsetup::COFIG_SETUP, ConfigSetupCallback},
+    {&meassetup::SRCLOC, UpdateSrcLocCallback},
+    {&meassetup::CHNLLOC, UpdateChnlLocCallback},
+    {&meassetup::NCHANNELS3, UpdateChnlLocInfoCallback},
+    {&meassetup::RECLOCLIST, UpdateRecLocListCallback},
+    {&meassetup::EVENSPACING, UpdateSingleChanelLocCallback},
+    {&meassetup::LENGTHUNIT, UpdateLengthUnitCallback},
 };
 
 constexpr CallbackRow kImport[] = {
@@ -321,6 +356,7 @@ void InstallCallbacks() {
   Install(kExport);
   Install(kReports);
   Install(kMeasurements);
+  Install(kHardware);
   Install(kImport);
   Install(kTraces);
   Install(kGraphs);

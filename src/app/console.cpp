@@ -9,6 +9,7 @@
 #include <string>
 
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
@@ -64,21 +65,28 @@ int Run() {
   return 1;
 }
 
-/// Both boxes of the results page as one line: how far the run is, then what it is doing.
-std::string ProgressLine() {
-  const std::string status = GetCtrlVal(exdthd::STATUSMSG), process = GetCtrlVal(exdthd::PROCESSMSG);
+bool ShowsProgress(ControlId control) {
+  return control == &exdthd::STATUSMSG || control == &exdthd::PROCESSMSG ||
+         control == &measpanel::DISPA_AVGCOUNT || control == &measpanel::MSGBOX;
+}
+
+/// Both boxes of a page as one line: how far the run is, then what it is doing.
+std::string ProgressLine(ControlId changed) {
+  const bool measures = changed->panel == Panel::MEASPANEL;
+  const std::string status = GetCtrlVal(measures ? measpanel::DISPA_AVGCOUNT : exdthd::STATUSMSG),
+                    process = GetCtrlVal(measures ? measpanel::MSGBOX : exdthd::PROCESSMSG);
   return status + (status.empty() || process.empty() ? "" : "   ") + process;
 }
 
 /// Shown at most every so often, the latest text only.
 void ShowProgress(const Change& change) {
-  if (change.control != &exdthd::STATUSMSG && change.control != &exdthd::PROCESSMSG) return;
+  if (!ShowsProgress(change.control)) return;
   const bool terminal = isatty(STDERR_FILENO) == 1;
   const auto now = Clock::now();
   if (now - console.lastProgress <
       (terminal ? Clock::duration(kTerminalInterval) : Clock::duration(kLogInterval)))
     return;
-  const std::string text = ProgressLine();
+  const std::string text = ProgressLine(change.control);
   if (text.empty()) return;
   console.lastProgress = now;
   if (terminal) {
@@ -107,6 +115,7 @@ void InstallConsole(const ConsoleOptions& options) {
 
   FrontEnd f;
   f.name = "console";
+  f.answersByRule = true;
   f.message = PrintLine;
   f.confirm = Confirm;
   f.prompt = Prompt;

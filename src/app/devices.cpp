@@ -4,9 +4,12 @@
 
 #include <algorithm>
 
+#include "acquisition/board_choice.h"
 #include "acquisition/daq_driver.h"
 #include "acquisition/first_settings.h"
+#include "acquisition/hardware_settings.h"
 #include "panels/hwsetup.h"
+#include "panels/hwsetup_fields.h"
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/devpanel.h"
@@ -31,7 +34,7 @@ void ReadDeviceFacts() {
   const DaqDriver& daq = Daq();
   int triggerSupported = 0;
   daq.devProductCategory(d.devName, d.devCategory);
-  daq.devAnlgTrigSupported(d.devName, triggerSupported);
+  d.aiTriggerSupported = daq.devAnlgTrigSupported(d.devName, triggerSupported) < 0 || triggerSupported != 0;
   daq.devAIPhysicalChans(d.devName, d.aiPhysicalChans);
   d.maxChannels = static_cast<int>(std::count(d.aiPhysicalChans.begin(), d.aiPhysicalChans.end(), ',')) + 1;
   if (daq_category::IsDifferential(d.devCategory)) d.maxChannels /= 2;
@@ -65,12 +68,55 @@ void SetupDevPanel() {
   SetCtrlIndex(devpanel::DEVICEID, 0);
 }
 
+namespace {
+
+/// The facts of the device selected in the list, or those of a session without a board.
+void ReadSelectedDevice() {
+  DeviceFacts& d = session.device;
+  d = DeviceFacts{};
+  d.aiVoltageRngs.fill(10.0);
+  d.aiVoltageRngs.back() = 0.0;
+  if (!HasDevice()) return;
+  d.devName = SelectedDeviceName();
+  Daq().devProductType(d.devName, d.devProductType);
+  ReadDeviceFacts();
+}
+
+/// The measurement in hand begins anew with the first settings of the board. One that holds data keeps its settings.
+void GiveFirstSettings(int key) {
+  MeasRecords records;
+  if (GetInfoFromKey(key, records) == -1 || records.hwPos < 1) return;
+  if (!HoldsData(key)) {
+    records.hwSetup->nLines = 0;  // nothing is made afresh twice
+    SetChannelCount(key, session.device.maxChannels);
+    InitHWSetup(*records.hwSetup);
+    RemoveData(key);
+  }
+  UpdateHWSetup(records.projID, records.measID);
+  RefillChannelLists(records);
+}
+
+void TakeSelectedDevice() {
+  ReadSelectedDevice();
+  session.measOptions.nChannels = session.device.maxChannels;
+  session.configDone = 0;
+  GiveFirstSettings(GetKeyFromID(session.curProjID, session.curMeasID));
+}
+
+}  // namespace
+
+std::string UseBoard(std::string_view choice) {
+  std::string fault = ChooseBoard(choice);
+  if (fault.empty() || (HasDevice() && &Daq() == &daqNone)) {
+    SetupDevPanel();
+    TakeSelectedDevice();
+  }
+  return fault;
+}
+
 int DeviceSetupOKCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  session.device.devName = SelectedDeviceName();
-  MeasRecords records;
-  if (GetInfoFromKey(GetKeyFromID(session.curProjID, session.curMeasID), records) != -1 && records.hwPos > 0)
-    InitHWSetup(*records.hwSetup);
+  TakeSelectedDevice();
   HidePanel(Panel::DEVPANEL);
   return 0;
 }

@@ -1,6 +1,9 @@
 // devices.h - the boards of the machine: finding them, choosing one, and what a board can do.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -14,7 +17,12 @@ void ReadDeviceFacts();
 
 /// Fills the list of boards (DEVICEID) from the driver and selects the first.
 void SetupDevPanel();
-/// OK of the board panel: the chosen board becomes the one in use.
+/// Chooses a board driver (acquisition/board_choice.h) and takes its first device, as the start of a session does.
+/// @return "", or one sentence; then the board in use stays, unless it had to be given up for the new one.
+std::string UseBoard(std::string_view choice);
+
+/// OK of the board panel: the chosen board becomes the one in use. Its facts are read anew, and the current measurement
+/// begins with its first settings unless it holds data; other measurements keep their settings.
 int DeviceSetupOKCallback(Panel panel, ControlId control, Event event, long data);
 
 }  // namespace sondera

@@ -1,6 +1,7 @@
 // startup.cpp - session start. Owns no state; brings that of all others to a known one.
 #include "app/startup.h"
 
+#include "acquisition/acquisition_state.h"
 #include "app/callbacks.h"
 #include "app/devices.h"
 #include "app/shutdown.h"
@@ -73,6 +74,7 @@ void ResetProgramState() {
   sweepState = SweepState{};
   ClearInversionHistories();
   ResetInversionState();
+  ResetAcquisitionState();
   ResetGraphState();
   ResetPanelsState();
 }

@@ -15,6 +15,7 @@ namespace sondera {
 namespace {
 
 constexpr double kInputRangeShown = 5.0;  // V
+constexpr std::string_view kSetupTitle = "Hardware and Measurement Setup";
 
 /// Asks the board about its limits; without a board the session keeps those that it has.
 void RefreshDeviceFacts() {
@@ -41,13 +42,18 @@ void FillHardwareLists(int channels) {
   SetCtrlVal(INPUTRANGE, kInputRangeShown);
 }
 
+}  // namespace
+
 void DimTriggerControls(bool freeRun) {
   SetDimmed(hwsetup::TRIGGERDELAY, freeRun);
   SetDimmed(hwsetup::TRIGGERLEVEL, freeRun);
   SetDimmed(hwsetup::TRIGGERSLOPE, freeRun);
 }
 
-}  // namespace
+void MarkChecked(bool checked) {
+  session.configDone = checked ? 1 : 0;
+  SetPanelTitle(Panel::HMSETUP, std::string(kSetupTitle) + (checked ? "" : " - not checked yet"));
+}
 
 void FillChannelRing(const RingControl& ring, int channels, std::string_view first) {
   const int value = GetCtrlVal(ring);
@@ -110,6 +116,7 @@ void UpdateHWSetup(const std::string& projID, const std::string& measID) {
   DimTriggerControls(hw.triggerChannel < 0);
   SetCtrlVal(AVERAGEONOFF, hw.averageOn);
   SetCtrlVal(NAVERAGE, hw.nAverage);
+  SetCtrlVal(PREVIEW_ONOFF, session.measOptions.previewOn);
 }
 
 }  // namespace sondera

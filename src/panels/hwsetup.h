@@ -25,6 +25,11 @@ void FillInputChannelList(const HWSetup& hw);
 /// Shows coupling, grounding and range of one channel (from 0).
 void ShowInputChannel(const HWSetup& hw, int channel);
 
+/// Level, delay and slope of the trigger mean nothing in a free run.
+void DimTriggerControls(bool freeRun);
+/// Whether the settings on display were checked with the board: the flag of the session, and the title of the dialog.
+void MarkChecked(bool checked);
+
 /// Refills a channel ring with labels from 1 and values from 0, behind an optional first item with the value -1. The
 /// ring keeps its value.
 void FillChannelRing(const RingControl& ring, int channels, std::string_view first = {});

@@ -13,9 +13,7 @@
 #include "signal/spectra.h"
 
 namespace sondera {
-namespace {
 
-/// Shows the new record on the measurement page and asks whether to take it.
 bool PreviewAccepted() {
   using namespace measpanel;
   const RingControl* const rings[] = {&DISPA_REFCHNL, &DISPB_REFCHNL, &DISPACHNL,
@@ -31,8 +29,6 @@ bool PreviewAccepted() {
   for (std::size_t i = 0; i < std::size(rings); ++i) SetCtrlIndex(*rings[i], indices[i]);
   return accepted;
 }
-
-}  // namespace
 
 int CalcSpectralFns() {
   const int key = GetKeyFromID(GetCtrlVal(hmsetup::PROJID), GetCtrlVal(hmsetup::MEASID));

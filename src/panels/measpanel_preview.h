@@ -3,6 +3,9 @@
 
 namespace sondera {
 
+/// Shows the record in timeHist on the measurement page and asks "Accept the current measurements ?".
+bool PreviewAccepted();
+
 /// Folds the record in session.measBuffer into the averages of the measurement that PROJID and MEASID of
 /// HMSETUP name. With session.measOptions.previewOn it shows the record first, as the first two channels of
 /// the measurement page, and asks "Accept the current measurements ?". Returns as its computing form

@@ -1,6 +1,7 @@
 // sasw_traces.cpp - see sasw_traces.h. The selection at focus in is in panels_state.h.
 #include "panels/sasw_traces.h"
 
+#include "acquisition/acquisition_state.h"
 #include "panels/irfsetpnl.h"
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
@@ -28,7 +29,7 @@ int SelectOnTrace(Panel panel, ControlId control, Event event) {
     if (former != indexAtFocus.end()) items::SetIndex(*control, former->second);
   }
   indexAtFocus[control] = items::Index(*control);
-  CalcIRFCallback(panel, control, Event::Commit, kKeepIRFPanelHidden);
+  if (!measRun.measRunning) CalcIRFCallback(panel, control, Event::Commit, kKeepIRFPanelHidden);
   return result;
 }
 

@@ -27,6 +27,7 @@ struct DeviceFacts {
   std::array<double, 256>
       aiVoltageRngs{};  ///< volts; pairs of low and high limit, ended by 0 (no board: all 10)
   int aiCouplings = 0;
+  int aiTriggerSupported = 1;  ///< 0: the board cannot trigger on a level
   std::string aiPhysicalChans;
 };
 

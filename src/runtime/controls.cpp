@@ -402,7 +402,7 @@ Callback CallbackOf(const Control& c) {
 int SendEvent(const Control& c, Event event, long data) {
   const ChangeBatch batch;
   if (!Answers(c)) {
-    if (event != Event::Commit) return 0;
+    if (event != Event::Commit && event != Event::Close) return 0;
     const LockRefusal refusal = RefusalOf(c);
     MessagePopup(refusal.title, refusal.text);
     return -1;

@@ -180,8 +180,8 @@ using Callback = int (*)(Panel panel, ControlId control, Event event, long data)
 void InstallCallback(const Control& c, Callback callback);
 Callback CallbackOf(const Control& c);
 /// Runs the control's callback with an event, as a front end does. Without a callback: 0. A control that does not
-/// answer now (runtime/control_lock.h) refuses a press with the message of the lock and -1; other events of it do
-/// nothing. An exception out of the callback, such as memory that is not there, gives a message and -1, so that a
+/// answer now (runtime/control_lock.h) refuses a press, or the close of a window, with the message of the lock and -1;
+/// other events of it do nothing. An exception out of the callback, such as memory that is not there, gives a message and -1, so that a
 /// person can still save. Observers hear of all changes of one event in one batch.
 int SendEvent(const Control& c, Event event, long data = 0);
 

@@ -60,6 +60,10 @@ bool ConfirmPopup(std::string_view title, std::string_view text) {
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
 }
 
+bool PersonAnswers() {
+  return state.frontEnd.confirm && !state.frontEnd.answersByRule;
+}
+
 std::optional<std::string> PromptPopup(std::string_view title, std::string_view text, int maxLength) {
   std::optional<std::string> answer;
   if (state.laid.prompt) {

@@ -44,6 +44,7 @@ struct FrontEnd {
   std::function<int()> run;       ///< the event loop; its result is that of RunUserInterface
   std::function<void(int)> quit;  ///< ends run() with this result
   std::function<void(bool)> waitCursor;
+  bool answersByRule = false;  ///< no person is asked: a question asked again gets the same kind of answer
 };
 
 /// Installs a front end and returns the one that stood before, so that a test or a script can put it back.
@@ -62,6 +63,9 @@ int ShowRefusal(const Refusal& refusal);
 
 /// Asks a yes/no question. True is yes.
 bool ConfirmPopup(std::string_view title, std::string_view text);
+
+/// A person sees questions and answers them.
+bool PersonAnswers();
 
 /// Asks for a line of text of at most maxLength bytes. Empty optional: cancelled.
 std::optional<std::string> PromptPopup(std::string_view title, std::string_view text, int maxLength);

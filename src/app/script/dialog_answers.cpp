@@ -18,6 +18,7 @@ std::string WithoutLineEnd(std::string_view text) {
 
 DialogAnswers::DialogAnswers(bool assumeYes) : former_(CurrentFrontEnd()), assumeYes_(assumeYes) {
   FrontEnd mine = former_;
+  mine.answersByRule = true;
   mine.message = [this](std::string_view, std::string_view text) {
     complaints_.push_back(WithoutLineEnd(text));
   };

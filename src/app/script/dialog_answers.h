@@ -34,6 +34,7 @@ class DialogAnswers {
   void layOut(Answer answer) { laidOut_.push_back(std::move(answer)); }
   /// Before those that wait: for a question that comes in between.
   void layOutFirst(Answer answer) { laidOut_.push_front(std::move(answer)); }
+  void dropFirst() { laidOut_.pop_front(); }
   std::size_t unused() const { return laidOut_.size(); }
   void dropUnused() { laidOut_.clear(); }
 

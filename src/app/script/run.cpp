@@ -172,14 +172,22 @@ void Run::haltAfter(int polls) {
   polls_ = 0;
 }
 
-/// Only polls of a run count: then a lock is held that names the control which ends it.
+std::shared_ptr<void> Run::atPolls(std::function<void()> watcher) {
+  watcher_ = std::move(watcher);
+  return {nullptr, [this](void*) { watcher_ = nullptr; }};
+}
+
+/// Only polls of a run count: then a lock is held that names the control which ends it. Some ask whether they may.
 void Run::poll() {
+  if (watcher_) watcher_();
   const ControlId halt = EndingControl();
   if (haltPolls_ == 0 || !halt || ++polls_ < haltPolls_) return;
   haltPolls_ = polls_ = 0;
   halted_ = true;
+  const std::size_t others = dialogs_.unused();
   dialogs_.layOutFirst({Answer::Kind::Yes, {}});
   Commit(*halt);
+  if (dialogs_.unused() > others) dialogs_.dropFirst();
 }
 
 int CheckScript(Source& source, const std::string& name) {

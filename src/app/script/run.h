@@ -5,6 +5,8 @@
 // not done is counted.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -50,6 +52,8 @@ class Run {
   void continueOnError(bool on) { continueOnError_ = on; }
   /// Presses Halt at the n-th poll of the next run.
   void haltAfter(int polls);
+  /// Calls a function at each poll of long runs, for as long as what is returned lives.
+  [[nodiscard]] std::shared_ptr<void> atPolls(std::function<void()> watcher);
   const std::string& name() const { return name_; }
 
  private:
@@ -67,6 +71,7 @@ class Run {
   bool continueOnError_ = false;
   bool stopped_ = false;
   int failed_ = 0;
+  std::function<void()> watcher_;  // of the word that runs
   int haltPolls_ = 0, polls_ = 0;  // 0: no halt wanted; polls of runs since it is
   bool halted_ = false;            // by this line
 };

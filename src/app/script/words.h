@@ -136,6 +136,7 @@ std::vector<WordForm> LookForms();
 std::vector<WordForm> FlowForms();
 std::vector<WordForm> RoadForms();
 std::vector<WordForm> TableForms();
+std::vector<WordForm> MeasureForms();
 
 // Rows that stand among those of another subject.
 WordForm ReadSeg2Form();
