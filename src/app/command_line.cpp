@@ -312,12 +312,19 @@ int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYe
 namespace {
 
 /// All of a run behind the options.
-int RunSession(const CommandLine& line) {
+int RunSession(const CommandLine& line, const WindowsDoor& windows) {
   SetRunReportOptions(line.report);
   // The usage helps against a wrong command line only; a script that stopped early has said why.
   const std::string wrong = line.format.empty() ? WrongForm(line.arguments) : WrongTableExport(line);
-  const bool forPerson = line.arguments.size() <= 2 || !wrong.empty();
-  InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string()});
+  const bool forPerson = (line.arguments.size() <= 2 || !wrong.empty()) && !line.reportFile &&
+                         (line.arguments.size() < 2 || !IsCommandWord(line.arguments[1]));
+  const WindowsDoor door = line.batch ? WindowsDoor() : windows;
+  if (forPerson && door && door()) {
+    if (!wrong.empty()) PrintError("sondera: %s; the windows open on an empty project.\n", wrong.c_str());
+  } else {
+    InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), static_cast<bool>(windows),
+                    forPerson ? WindowsDoor() : door});
+  }
   if (line.wait) {
     WaitForLocks([](const std::string& sentence) {
       FinishProgressLine();
@@ -352,7 +359,7 @@ int EndOnException(const std::function<int()>& body) {
   return kNotAllDone;
 }
 
-int RunProgram(const std::vector<std::string>& words) {
+int RunProgram(const std::vector<std::string>& words, const WindowsDoor& windows) {
   const CommandLine line = ParseCommandLine(words);
   if (!line.unknownOption.empty()) {
     PrintError("sondera: unknown option %s; sondera --help lists the options.\n", line.unknownOption.c_str());
@@ -369,7 +376,7 @@ int RunProgram(const std::vector<std::string>& words) {
   }
   return EndOnException([&] {
     const std::string fault = line.board ? ChooseBoard(*line.board) : std::string();
-    if (fault.empty()) return RunSession(line);
+    if (fault.empty()) return RunSession(line, windows);
     PrintError("sondera: %s\n", fault.c_str());
     return kNotAllDone;
   });

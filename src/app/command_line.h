@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/console.h"
 #include "app/run_report.h"
 
 namespace sondera {
@@ -53,6 +54,8 @@ int EndOnException(const std::function<int()>& body);
 
 /// The program: session, dispatch, event loop, shutdown. The exit status: 0 for a finished script or a closed
 /// window, 1 for anything that was not done, 3 for a script that was done with doubts, when they count.
-int RunProgram(const std::vector<std::string>& words);
+/// A session of a person opens windows; a script opens them only when it stops early, on what it left; --batch never
+/// does.
+int RunProgram(const std::vector<std::string>& words, const WindowsDoor& windows = {});
 
 }  // namespace sondera

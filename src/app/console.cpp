@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/measpanel.h"
@@ -55,6 +56,11 @@ FileChoice SelectFile(const FileRequest& request) {
 int Run() {
   FinishProgressLine();
   const ConsoleOptions& options = console.options;
+  if (options.windows && options.windows()) {
+    RemoveObserver(std::exchange(console.observer, 0));
+    const auto run = CurrentFrontEnd().run;
+    return run ? run() : 1;
+  }
   if (!options.complaint.empty()) PrintError("sondera: %s.\n", options.complaint.c_str());
   std::fputs(
       options.builtWithWindows

@@ -6,9 +6,13 @@
 // then elsewhere.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace sondera {
+
+/// Makes windows the front end in place of the console; false where no display is there. Empty: built without them.
+using WindowsDoor = std::function<bool()>;
 
 struct ConsoleOptions {
   bool assumeYes = false;
@@ -16,10 +20,11 @@ struct ConsoleOptions {
   /// person, since the console has none. Empty: nothing of it.
   std::string complaint, usage;
   bool builtWithWindows = false;  ///< then it is the display that is missing
+  WindowsDoor windows;            ///< opens where a script has stopped early; empty: never
 };
 
 /// Installs the console as front end, its progress line and its Ctrl-C handling. Its event loop ends at once
-/// with 1 and says why.
+/// with 1 and says why, unless windows open in its place.
 void InstallConsole(const ConsoleOptions& options);
 
 /// Ends a progress line that stands unfinished on the terminal.

@@ -4,6 +4,14 @@
 
 #include "app/command_line.h"
 
+#ifdef SONDERA_HAS_GUI
+#include "gui/windows.h"
+#endif
+
 int main(int argc, char** argv) {
-  return sondera::RunProgram(std::vector<std::string>(argv, argv + argc));
+  sondera::WindowsDoor windows;
+#ifdef SONDERA_HAS_GUI
+  windows = sondera::InstallWindows;
+#endif
+  return sondera::RunProgram(std::vector<std::string>(argv, argv + argc), windows);
 }

@@ -83,8 +83,8 @@ void StartSession() {
   ResetProgramState();
   InstallCallbacks();
   InstallLastStep(OfferSave);
-  InstallProjectHooks(
-      {ProjectDiffersFromSaved, TakeProjectAsSaved, SaveProjectFile, OpenProjectFile, AskAndOpenProjectFile});
+  InstallProjectHooks({ProjectDiffersFromSaved, TakeProjectAsSaved, SaveProjectFile, OpenProjectFile,
+                       AskAndOpenProjectFile, [] { return session.projectFileName; }});
   FindDevices();
   DisplayPanel(Panel::PANEL);
   InitVariables();

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTabWidget>
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include "gui/graph_view.h"
 #include "gui/qt_text.h"
 #include "gui/table_model.h"
+#include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
 namespace {
@@ -41,6 +43,7 @@ bool HasCallback(const Control& c) {
 
 /// A button that nothing stands behind is dimmed.
 bool IsLive(const Control& c) {
+  if (&c == &exdthd::HALT) return IsLocked() && Answers(c);
   return Answers(c) && !IsDimmed(c) && (c.kind != ControlKind::Button || HasCallback(c));
 }
 
@@ -219,17 +222,34 @@ Binder::Binder(Panel panel, QWidget* form) : panel_(panel), form_(form) {
   for (ControlId c : ControlsOf(panel))
     if (QWidget* widget = form->findChild<QWidget*>(ToQt(c->name))) Bind(*c, widget);
   ShowAll();
+  FillPages();
+}
+
+void Binder::FillPages() {
   for (int i = 0; i < kPanelCount; ++i) {
     const auto inner = static_cast<Panel>(i);
-    if (inner == panel || WindowOf(inner) != panel || !HasForm(inner)) continue;
-    QWidget* place = form->findChild<QWidget*>(ToQt(PanelName(inner)));
+    if (inner == panel_ || WindowOf(inner) != panel_ || !HasForm(inner)) continue;
+    QWidget* place = form_->findChild<QWidget*>(ToQt(PanelName(inner)));
     if (!place) continue;
     QWidget* page = MakeForm(inner, place);
     auto* layout = new QVBoxLayout(place);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(page);
     new Binder(inner, page);
+    for (auto* tabs : form_->findChildren<QTabWidget*>())
+      if (tabs->indexOf(place) >= 0) tabs_ = tabs;
   }
+  if (!tabs_) return;
+  ShowTab();
+  QObject::connect(tabs_, &QTabWidget::currentChanged, tabs_, [this](int page) {
+    if (!DispatchTab(panel_, page)) ShowTab();
+  });
+}
+
+void Binder::ShowTab() {
+  if (!tabs_) return;
+  const QSignalBlocker quiet(tabs_);
+  tabs_->setCurrentIndex(GetActiveTabPage(panel_));
 }
 
 Binder::~Binder() {

@@ -26,6 +26,7 @@
 #include "runtime/controls.h"
 
 class QLabel;
+class QTabWidget;
 class QWidget;
 
 namespace sondera {
@@ -54,6 +55,8 @@ class Binder {
   void ShowAll();
   /// Which controls answer has changed: dims and brings back.
   void ShowAnswers();
+  /// Brings the active tab page of the store to the front, where the form has tabs.
+  void ShowTab();
 
  private:
   struct Bound {
@@ -64,8 +67,11 @@ class Binder {
   void Bind(const Control& c, QWidget* widget);
   void ShowState(const Bound& bound);
 
+  void FillPages();
+
   Panel panel_;
   QWidget* form_;
+  QTabWidget* tabs_ = nullptr;  // with panels for pages
   std::unordered_map<ControlId, Bound> bound_;
 };
 

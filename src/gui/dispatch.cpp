@@ -5,7 +5,6 @@
 #include <QTimer>
 
 #include "gui/project_questions.h"
-#include "gui/refresh.h"
 #include "runtime/project_hooks.h"
 #include "runtime/redraw.h"
 
@@ -15,8 +14,18 @@ namespace {
 struct DispatchState {
   int depth = 0;
   bool closeWaits = false;
+  std::function<void()> showViews;
 };
 DispatchState state;
+
+void ShowViews() {
+  if (state.showViews) state.showViews();
+}
+
+/// The widget shows again what the store has: a value may have been refused, or put back by a callback.
+void ShowAgain(const Control& c) {
+  NoteChange({.kind = ChangeKind::Value, .panel = c.panel, .control = &c});
+}
 
 /// One event of a person. What it leaves is shown at its end.
 class EventScope {
@@ -24,7 +33,7 @@ class EventScope {
   EventScope() { ++state.depth; }
   ~EventScope() {
     if (state.depth == 1 && WaitCursorShown()) SetWaitCursor(false);
-    FlushViews();
+    ShowViews();
     --state.depth;
     if (state.depth == 0 && state.closeWaits) QTimer::singleShot(0, qApp, RequestClose);
   }
@@ -40,7 +49,8 @@ bool DoorIsOpen(const Control& c) {
 /// Focus in and left click come before the value, since callbacks note by them what was there before.
 bool Enter(const Control& c, const std::function<bool()>& enter, std::initializer_list<Event> events) {
   if (!Takes(c)) {
-    FlushViews();
+    ShowAgain(c);
+    ShowViews();
     return false;
   }
   const EventScope scope;
@@ -49,8 +59,7 @@ bool Enter(const Control& c, const std::function<bool()>& enter, std::initialize
   const bool entered = enter();
   if (entered)
     for (const Event event : events) SendEvent(c, event);
-  // A callback may have put back what was there; the widget shows it again.
-  NoteChange({.kind = ChangeKind::Value, .panel = c.panel, .control = &c});
+  ShowAgain(c);
   return entered;
 }
 
@@ -69,6 +78,10 @@ void PressCloseOf(Panel panel) {
 
 bool Takes(const Control& c) {
   return DoorIsOpen(c) && !IsDimmed(c);
+}
+
+void SetShowViews(std::function<void()> show) {
+  state.showViews = std::move(show);
 }
 
 bool InEvent() {

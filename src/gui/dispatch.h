@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string_view>
+#include <vector>
 
 #include "runtime/controls.h"
 #include "runtime/graphs.h"
@@ -44,6 +45,9 @@ bool DispatchAction(const std::function<void()>& action);
 bool Takes(const Control& c);
 /// True while an event of a person is at work.
 bool InEvent();
+
+/// What brings the views up to date at the end of an event.
+void SetShowViews(std::function<void()> show);
 
 /// A close request of the main window. While an event is at work it is kept until that has ended, and where a run
 /// can be halted its button is pressed first.

@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "gui/binder.h"
+#include "gui/dispatch.h"
 #include "gui/main_window.h"
 #include "runtime/changes.h"
+#include "runtime/events.h"
 
 namespace sondera {
 namespace {
@@ -56,15 +58,17 @@ void Observe(std::span<const Change> changes) {
 void StartRefresh() {
   StopRefresh();
   state.observer = AddObserver(Observe);
+  SetShowViews(FlushViews);
 }
 
 void StopRefresh() {
   if (state.observer) RemoveObserver(state.observer);
   state = {};
+  SetShowViews({});
 }
 
 void FlushViews() {
-  if (state.flushing || !state.observer) return;
+  if (state.flushing || !state.observer || QuitRequested()) return;
   state.flushing = true;
   FlushChanges();
   const bool everything = std::exchange(state.everything, false), lock = std::exchange(state.lock, false);

@@ -27,6 +27,10 @@ int AskAndOpenProject() {
   return hooks.askAndOpen ? hooks.askAndOpen() : -1;
 }
 
+std::string ProjectPath() {
+  return hooks.path ? hooks.path() : std::string();
+}
+
 void LookAround(const std::function<void()>& look) {
   const bool unsaved = HasUnsavedChanges();
   look();

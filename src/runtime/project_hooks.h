@@ -13,6 +13,7 @@ struct ProjectHooks {
   std::function<int()> save;
   std::function<int(const std::string& path)> open;
   std::function<int()> askAndOpen;
+  std::function<std::string()> path;
 };
 
 /// Installs the functions and returns the former ones. An empty slot says no, or refuses with -1.
@@ -27,6 +28,9 @@ int SaveProjectNow();
 int OpenProject(const std::string& path);
 /// Asks for the file first and then opens it so; after Cancel nothing has changed. 0, or -1.
 int AskAndOpenProject();
+
+/// File of the open project; empty while it has none.
+std::string ProjectPath();
 
 /// Runs what only looks around (a page, a choice of a trace, a redraw). It may leave marks in the records, such as the
 /// record of a pair that was never shown before; they alone make no unsaved change.

@@ -1,0 +1,42 @@
+// menus.h - menu bar, tool bar and shortcuts of the main window, made from the catalogue's paths and captions.
+#pragma once
+
+#include <QAction>
+#include <QMainWindow>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "runtime/control.h"
+
+namespace sondera {
+
+/// A caption with the mark of an Alt letter that `used` does not have yet; the letter is added there.
+QString WithMnemonic(const QString& caption, QString& used);
+
+class Menus final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit Menus(QMainWindow* window);
+  /// Dims what does not answer now; keys of the measurement page work on it only.
+  void Follow();
+
+ private:
+  void MakeBar();
+  void MakeToolBar();
+  void MakeKeys();
+  QMenu* MenuOf(const std::string& path);
+  QAction* Add(QMenu* menu, const Control& c, const QString& caption);
+  QAction* AddTool(const Control& c, const QString& text, int icon);
+  void FillRecent();
+
+  QMainWindow* window_;
+  std::unordered_map<std::string, QMenu*> menus_;
+  std::unordered_map<const QMenu*, QString> letters_;
+  std::vector<std::pair<ControlId, QAction*>> actions_;
+  std::vector<QAction*> pageKeys_;
+  QMenu* recent_ = nullptr;
+};
+
+}  // namespace sondera
