@@ -19,6 +19,7 @@
 #include "gui/graph_view.h"
 #include "gui/qt_text.h"
 #include "gui/table_model.h"
+#include "gui/unit_labels.h"
 #include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
@@ -329,6 +330,14 @@ void Binder::ShowAll() {
     ShowCaption(*control, bound.widget, bound.labels);
     ShowState(bound);
     if (control->kind == ControlKind::Graph) static_cast<GraphView*>(bound.widget)->Refresh();
+  }
+  ShowUnits();
+}
+
+void Binder::ShowUnits() {
+  for (const auto& [control, bound] : bound_) {
+    for (QLabel* label : bound.labels)
+      if (label->buddy() != bound.widget) label->setText(ToQt(UnitText(*control)));
   }
 }
 

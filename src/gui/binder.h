@@ -53,6 +53,8 @@ class Binder {
   void Show(const Control& c, ChangeKind kind);
   /// All controls: values, items, attributes.
   void ShowAll();
+  /// The units behind the fields; ShowAll does it too.
+  void ShowUnits();
   /// Which controls answer has changed: dims and brings back.
   void ShowAnswers();
   /// Brings the active tab page of the store to the front, where the form has tabs.

@@ -16,6 +16,7 @@
 
 #include "gui/binder.h"
 #include "gui/dispatch.h"
+#include "gui/fields.h"
 #include "gui/qt_text.h"
 #include "gui/recent.h"
 #include "runtime/controls.h"
@@ -40,7 +41,7 @@ class PanelWindow final : public QDialog {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area);
-    // Enter commits a field; it presses no button that a person has not chosen.
+    // Enter commits a field. It presses the button that has the focus, else the one that the form names for it.
     for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
     const QByteArray place = WindowPlace(std::string(PanelName(panel)));
     if (place.isEmpty() || !restoreGeometry(place)) resize(FirstSize());
@@ -56,8 +57,10 @@ class PanelWindow final : public QDialog {
   }
   void reject() override { DispatchClose(panel_); }
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return;
-    QDialog::keyPressEvent(event);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+      PressEnter();
+    else
+      QDialog::keyPressEvent(event);
   }
   void hideEvent(QHideEvent* event) override {
     KeepPlace();
@@ -65,6 +68,15 @@ class PanelWindow final : public QDialog {
   }
 
  private:
+  void PressEnter() {
+    const auto* field = qobject_cast<NumberField*>(focusWidget());
+    if (field && !field->isReadOnly() && field->text() != ToQt(NumberText(field->Number())))
+      return;  // not taken
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    for (QPushButton* other : findChildren<QPushButton*>())
+      if (!button && other->isDefault()) button = other;
+    if (button && button->isVisible()) button->click();
+  }
   QRect Room() const {
     const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
     return screen->availableGeometry();

@@ -11,6 +11,7 @@
 #include "gui/binder.h"
 #include "gui/dispatch.h"
 #include "gui/main_window.h"
+#include "gui/unit_labels.h"
 #include "runtime/changes.h"
 #include "runtime/events.h"
 
@@ -74,6 +75,8 @@ void FlushViews() {
   const bool everything = std::exchange(state.everything, false), lock = std::exchange(state.lock, false);
   const auto controls = std::exchange(state.controls, {});
   const auto windows = std::exchange(state.windows, {});
+  const bool units = std::any_of(controls.begin(), controls.end(),
+                                 [](const auto& changed) { return IsUnitOfLength(*changed.first); });
   for (Binder* binder : LivingBinders()) {
     if (everything) {
       binder->ShowAll();
@@ -81,6 +84,7 @@ void FlushViews() {
     }
     for (const auto& [control, kind] : controls)
       if (control->panel == binder->panel()) binder->Show(*control, kind);
+    if (units) binder->ShowUnits();
     if (lock) binder->ShowAnswers();
   }
   ShowWindowChanges(windows, everything, lock || everything);
