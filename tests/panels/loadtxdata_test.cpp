@@ -259,7 +259,7 @@ TEST_F(ImportDialog, AZeroCriterionIsValid) {
 TEST_F(ImportDialog, TheLengthUnitIsStoredAndShown) {
   SetCtrlVal(LENGTHUNIT, 0.3048);
   EXPECT_EQ(Import({.files = {GoodHyx()}}), 0);
-  EXPECT_EQ(Setup().lengthUnit, 0.3048);
+  EXPECT_EQ(MeasurementSetup().lengthUnit, 0.3048);
   EXPECT_EQ(session.lengthUnit, 0.3048);
   EXPECT_EQ(GetCtrlVal(meassetup::LENGTHUNIT), 0.3048);
 }

@@ -91,7 +91,7 @@ class AutoMasksOfRecords : public ImportTest {
     Outcome o;
     o.site = site;
     o.pair = FormatText("%d-%d", refChan + 1, dspChan + 1);
-    const std::vector<double>& recLoc = Setup().recLoc;
+    const std::vector<double>& recLoc = MeasurementSetup().recLoc;
     o.spacing = recLoc[static_cast<std::size_t>(dspChan)] - recLoc[static_cast<std::size_t>(refChan)];
     o.unmasked = Calculate(curve, refChan, dspChan);
     const std::size_t questions = frontEnd.questions.size();

@@ -181,7 +181,7 @@ TEST(TableJson, IsInSiUnitsAndInTheOrderOfTheSchema) {
 TEST(TableJson, NamesThatAreNoUtf8DoNoHarm) {
   ProjectTables t = Known();
   t.id = "\xff\xfe";
-  EXPECT_NO_THROW(nlohmann::json::parse(JsonText(t)));
+  EXPECT_TRUE(nlohmann::json::accept(JsonText(t)));
 }
 
 // ---- tables of a project --------------------------------------------------------------------------------
@@ -225,7 +225,7 @@ TEST_F(ExportTables, RandomProjectsMakeTablesThatHoldTogether) {
       const auto rows = Rows(CsvText(t, name));
       for (const auto& row : rows) ASSERT_EQ(row.size(), rows[0].size()) << name << seed;
     }
-    EXPECT_NO_THROW(nlohmann::json::parse(JsonText(t))) << seed;
+    EXPECT_TRUE(nlohmann::json::accept(JsonText(t))) << seed;
   }
 }
 

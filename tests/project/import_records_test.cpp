@@ -60,8 +60,8 @@ TEST_F(ImportOfRecords, HammerShotAtWghsInTimeHistories) {
   EXPECT_NEAR(hw.deltaT, 0.001, 1e-15);
   EXPECT_NEAR(hw.timeLength, 2.047, 1e-12);
   EXPECT_NEAR(hw.triggerDelay, 33.3555704, 0.51e-7);
-  EXPECT_EQ(Setup().srcLoc, -10.0);
-  EXPECT_THAT(Setup().recLoc, ::testing::ElementsAre(0, 4, 10, 20, 30, 46));
+  EXPECT_EQ(MeasurementSetup().srcLoc, -10.0);
+  EXPECT_THAT(MeasurementSetup().recLoc, ::testing::ElementsAre(0, 4, 10, 20, 30, 46));
 
   const RawData& raw = Data();
   ASSERT_EQ(raw.timeHist.size(), 6u * 2048u);

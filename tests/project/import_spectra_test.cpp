@@ -75,8 +75,8 @@ TEST_F(LoadHyxDataTest, RecordFields) {
   EXPECT_THAT(hw.inputRange, ElementsAre(5.0, 5.0, 0.0));
   EXPECT_EQ(hw.triggerDelay, 10.0);
   EXPECT_EQ(hw.triggerLevel, 0.05);
-  EXPECT_EQ(Setup().srcLoc, 2.0);
-  EXPECT_THAT(Setup().recLoc, ElementsAre(5, 11, 30));
+  EXPECT_EQ(MeasurementSetup().srcLoc, 2.0);
+  EXPECT_THAT(MeasurementSetup().recLoc, ElementsAre(5, 11, 30));
   for (double v : Data().timeHist) ASSERT_EQ(v, 0.0);
   for (double v : Data().powerSpec) ASSERT_EQ(v, 0.0);
 }

@@ -306,7 +306,7 @@ TEST_F(LoadTimeDataTest, OverwritingLeavesNothingOfTheOldRecords) {
   ASSERT_EQ(ImportTexts({TimText(0, 0.01, {1, 2, 3, 4}), TimText(0, 0.01, {1, 2, 3, 4})}), 0);
   EXPECT_EQ(Hardware().sensorType, 0);
   EXPECT_EQ(Hardware().reservedInt, 0);
-  EXPECT_EQ(Setup().wlenFilter, 0);
+  EXPECT_EQ(MeasurementSetup().wlenFilter, 0);
   EXPECT_EQ(Hardware().nChannels, 2);
   EXPECT_EQ(Data().timeHist.size(), 8u);
   EXPECT_EQ(MeasDB.hwSetupList.count(), 2);

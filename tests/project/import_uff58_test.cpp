@@ -212,8 +212,8 @@ TEST_F(UffImport, AnIdThatExistsIsAskedAbout) {
 
 TEST_F(UffImport, TheLengthUnitOfTheDialogIsStored) {
   ASSERT_EQ(ImportH(2, {File({})}), 0);
-  EXPECT_EQ(Setup().lengthUnit, 1.0);
-  EXPECT_THAT(Setup().recLoc, ElementsAre(10, 20));
+  EXPECT_EQ(MeasurementSetup().lengthUnit, 1.0);
+  EXPECT_THAT(MeasurementSetup().recLoc, ElementsAre(10, 20));
 }
 
 }  // namespace

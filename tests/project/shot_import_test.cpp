@@ -54,7 +54,7 @@ class ShotImport : public ImportTest {
   double Phase(const std::string& id, int line) { return std::arg(Cross(1, line, id)) * 180.0 / kPi; }
   /// Velocity between the two channels of a measurement, from the phase of a line below half a cycle.
   double Velocity(const std::string& id, int line) {
-    const MeasSetup& m = Setup(id);
+    const MeasSetup& m = MeasurementSetup(id);
     return 360.0 * line * Hardware(id).deltaF * std::fabs(m.recLoc[1] - m.recLoc[0]) / -Phase(id, line);
   }
   std::vector<std::string> FindingTexts(FindingKind kind) {
@@ -90,8 +90,8 @@ TEST_F(ShotImport, WaveOf200MetresASecondIsFoundAgain) {
     EXPECT_EQ(Hardware(id).nAverage, 1);
     for (int line : {2, 3, 5}) EXPECT_NEAR(Velocity(id, line), 200.0, 0.01) << id << line;
   }
-  EXPECT_EQ(Setup("new_10_20").srcLoc, 0.0);
-  EXPECT_THAT(Setup("new_10_20").recLoc, ElementsAre(10.0, 20.0));
+  EXPECT_EQ(MeasurementSetup("new_10_20").srcLoc, 0.0);
+  EXPECT_THAT(MeasurementSetup("new_10_20").recLoc, ElementsAre(10.0, 20.0));
   EXPECT_THAT(frontEnd.messages, IsEmpty());
 }
 
@@ -104,7 +104,7 @@ TEST_F(ShotImport, DecimalCommasFeetAndThreeCoordinatesChangeNothing) {
     return text;
   };
   ASSERT_EQ(ImportShots(Request({WriteSeg2("shot", test::Seg2OfLine(line))})), "");
-  EXPECT_EQ(Setup("new_30.5_60.5").lengthUnit, 0.3048);
+  EXPECT_EQ(MeasurementSetup("new_30.5_60.5").lengthUnit, 0.3048);
   EXPECT_EQ(session.lengthUnit, 0.3048);
   for (int k : {2, 3, 5}) EXPECT_NEAR(Velocity("new_30.5_60.5", k) * 0.3048, 200.0, 0.01);
 }
@@ -327,8 +327,8 @@ TEST_F(ShotRecords, OneShotIsTheMeasurementOfItsTextFiles) {
   EXPECT_NEAR(b.deltaT, a.deltaT, 1e-15);
   EXPECT_NEAR(a.triggerDelay, 33.3555704, 1e-7);
   EXPECT_NEAR(a.triggerDelay, b.triggerDelay, 1e-9);
-  EXPECT_EQ(Setup("new").srcLoc, -10.0);
-  EXPECT_EQ(Setup("new").recLoc, Setup("text").recLoc);
+  EXPECT_EQ(MeasurementSetup("new").srcLoc, -10.0);
+  EXPECT_EQ(MeasurementSetup("new").recLoc, MeasurementSetup("text").recLoc);
   const double scale = 0.0026974 / 1000;
   const std::vector<double>&x = Data("new").timeHist, &y = Data("text").timeHist;
   ASSERT_EQ(x.size(), y.size());

@@ -25,7 +25,7 @@ class ResultFiles : public RunTest {
     SetPlainLayers(2);
   }
 
-  const OffsetVector<double> none;
+  const OffsetVector<double> none{};
 };
 
 TEST_F(ResultFiles, HeadLineHasTheAmplitudeOnlyWhereItIsInUse) {

@@ -214,7 +214,7 @@ TEST_F(RepCurvesOfRecords, ArrayCurvesStandOnTheFrequenciesOfTheGlobalOneInOrder
   const DispInfo& g = *MeasDB.gDispList.at(1);
   for (int i = 1; i <= g.nPoints; ++i) f.push_back(g.freq[i]);
   std::sort(f.begin(), f.end());
-  const MeasSetup& setup = Setup();
+  const MeasSetup& setup = MeasurementSetup();
   double before = 0.0;
   for (const DispInfo& ad : MeasDB.aDispList) {
     ASSERT_EQ(ad.nPoints, g.nPoints);

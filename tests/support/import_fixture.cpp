@@ -77,7 +77,7 @@ const HWSetup& ImportTest::Hardware(const std::string& measID) const {
   return records.hwPos > 0 ? *records.hwSetup : none;
 }
 
-const MeasSetup& ImportTest::Setup(const std::string& measID) const {
+const MeasSetup& ImportTest::MeasurementSetup(const std::string& measID) const {
   static const MeasSetup none;
   MeasRecords records;
   GetInfoFromKey(GetKeyFromID("ProjID", measID), records);

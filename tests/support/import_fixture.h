@@ -37,7 +37,7 @@ class ImportTest : public SessionTest {
   /// records.
   bool Has(const std::string& measID) const;
   const HWSetup& Hardware(const std::string& measID = "new") const;
-  const MeasSetup& Setup(const std::string& measID = "new") const;
+  const MeasSetup& MeasurementSetup(const std::string& measID = "new") const;
   const RawData& Data(const std::string& measID = "new") const;
   /// Element i of 0..2 nLines - 1 of a channel's cross spectrum.
   std::complex<double> Cross(int channel, int i, const std::string& measID = "new") const;
