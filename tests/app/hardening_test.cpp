@@ -12,7 +12,7 @@
 namespace sondera {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(SONDERA_CHECK_BOUNDS)  // set by the sanitizer build, whichever the compiler
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;

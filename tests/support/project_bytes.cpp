@@ -275,7 +275,19 @@ void AddRandomMeasurement(Source& random, int key, int nChannels, int nLines, bo
       (r.*block)[i] = random();
 }
 
-PMeasInfo& AddRandomPair(Source& random, int key, int refChan, int dspChan, int timeDiv, int freqDiv) {
+// Sizes of records. A braced list is evaluated from left to right, whichever the compiler: arguments of a call are not.
+struct MapSize {
+  int timeDiv, freqDiv;
+};
+struct ModelSize {
+  int layers, points, curves;
+};
+struct RunSize {
+  int entries, layers, points, curves;
+};
+
+PMeasInfo& AddRandomPair(Source& random, int key, int refChan, int dspChan, MapSize size) {
+  const auto [timeDiv, freqDiv] = size;
   const int lines = ByKey(MeasDB.hwSetupList, key)->nLines;
   PMeasInfo& p = *MeasDB.pMeasList.append();
   SetupPairMeasArrays(p, lines);
@@ -342,7 +354,8 @@ void AddRandomCurve(Source& random, RecordList<DispInfo>& list, int key, int poi
     for (double& v : d.*array) v = random();
 }
 
-void FillModel(Source& random, ModelRecord& m, int layers, int points, int curves) {
+void FillModel(Source& random, ModelRecord& m, ModelSize size) {
+  const auto [layers, points, curves] = size;
   m = ModelRecord{};
   m.capLayers = layers + 2;
   m.capPairs = curves + 1;
@@ -378,7 +391,8 @@ void FillModel(Source& random, ModelRecord& m, int layers, int points, int curve
   m.closingWord2 = random.Int(0, 99);
 }
 
-void FillInversion(Source& random, InvRecord& r, int entries, int layers, int points, int curves) {
+void FillInversion(Source& random, InvRecord& r, RunSize size) {
+  const auto [entries, layers, points, curves] = size;
   r = InvRecord{};
   r.maxLayers = layers + 1;
   r.maxCurves = curves + 1;
@@ -416,13 +430,13 @@ void MakeSmallProject() {
   AddRandomMeasurement(random, 1, 2, 2, false);
   ByKey(MeasDB.hwSetupList, 1)->decimation = 1;
   AddRandomMask(random, 1);
-  AddRandomPair(random, 1, 0, 1, 4, 3);
+  AddRandomPair(random, 1, 0, 1, {4, 3});
   AddRandomCurve(random, MeasDB.gDispList, 0, 2);
   AddRandomCurve(random, MeasDB.aDispList, 1, 1);
-  FillModel(random, FModelParam, 2, 2, 1);
-  FillModel(random, TheoDispInfo, 2, 2, 1);
-  FillInversion(random, SMPParam, 1, 2, 1, 1);
-  FillInversion(random, InvParam, 2, 2, 2, 1);
+  FillModel(random, FModelParam, {2, 2, 1});
+  FillModel(random, TheoDispInfo, {2, 2, 1});
+  FillInversion(random, SMPParam, {1, 2, 1, 1});
+  FillInversion(random, InvParam, {2, 2, 2, 1});
   InsertListItem(exdthd::ITERNO, -1, "INV 1", 1);
   InsertListItem(exdthd::ITERNO, -1, "INV 2", 2);
   InsertListItem(fmodeling::COPYPRF, -1, "SMP 1", -1);
@@ -440,16 +454,16 @@ void MakeRandomProject(unsigned seed) {
     const int channels = random.Int(1, 5), lines = random.Int(1, 40);
     AddRandomMeasurement(random, key, channels, lines, random.Int(0, 1) == 1);
     for (int k = random.Int(0, 2); k > 0; --k)
-      AddRandomPair(random, key, 0, k, random.Int(0, 60), random.Int(0, 60));
+      AddRandomPair(random, key, 0, k, {random.Int(0, 60), random.Int(0, 60)});
     for (int k = random.Int(0, 3); k > 0; --k) AddRandomMask(random, key);
     for (int k = random.Int(0, 2); k > 0; --k)
       AddRandomCurve(random, MeasDB.aDispList, key, random.Int(0, 9));
   }
   if (random.Int(0, 1)) AddRandomCurve(random, MeasDB.gDispList, 0, random.Int(0, 9));
-  FillModel(random, FModelParam, random.Int(0, 6), random.Int(0, 5), random.Int(0, 4));
-  FillModel(random, TheoDispInfo, random.Int(0, 6), random.Int(0, 2), random.Int(0, 2));
-  FillInversion(random, SMPParam, random.Int(0, 4), random.Int(0, 5), random.Int(0, 4), random.Int(0, 3));
-  FillInversion(random, InvParam, random.Int(0, 4), random.Int(0, 5), random.Int(0, 4), random.Int(0, 3));
+  FillModel(random, FModelParam, {random.Int(0, 6), random.Int(0, 5), random.Int(0, 4)});
+  FillModel(random, TheoDispInfo, {random.Int(0, 6), random.Int(0, 2), random.Int(0, 2)});
+  FillInversion(random, SMPParam, {random.Int(0, 4), random.Int(0, 5), random.Int(0, 4), random.Int(0, 3)});
+  FillInversion(random, InvParam, {random.Int(0, 4), random.Int(0, 5), random.Int(0, 4), random.Int(0, 3)});
   for (int k = random.Int(0, 4); k > 0; --k)
     InsertListItem(exdthd::ITERNO, -1, "INV " + std::to_string(k), k);
   for (int k = random.Int(0, 4); k > 0; --k)
