@@ -20,6 +20,7 @@ class FS_MaxLiklihoodTest : public UpdateTest {
     const plain::Update expected = plain::Solve(problem);
     const plain::Real f = plain::StepFactor(expected, Bounds(false), Bounds(true));
     ASSERT_EQ(f, 1.0L) << "the example is meant to stay within its bounds";
+    const OffsetVector<double> formerH = run.ground.layerH, formerVs = run.ground.layerVs;
     ASSERT_EQ(FS_MaxLiklihood(computed, amplitude), 0);
     const double largest = Largest(expected.correction);
     ASSERT_GT(largest, 0.01);
@@ -28,14 +29,15 @@ class FS_MaxLiklihoodTest : public UpdateTest {
     ExpectMatrix(run.update.Weight, expected.weight, "weight");
     if (problem.G.rows >= problem.model.size())
       ExpectMatrix(run.update.InvH, expected.posterior, "posterior");
-    ExpectLayersOfModel();
+    ExpectLayersOfModel(formerH, formerVs);
   }
 
-  void ExpectLayersOfModel() {
+  /// The layers follow the parameters; what is no parameter is as it was before the update.
+  void ExpectLayersOfModel(const OffsetVector<double>& formerH, const OffsetVector<double>& formerVs) {
     for (int l = 1; l <= run.ground.nLayersCur; ++l) {
       const int pH = run.parameters.MapEntry(kQuantityH, l), pVs = run.parameters.MapEntry(kQuantityVs, l);
-      EXPECT_EQ(run.ground.layerH[l], pH > 0 ? run.parameters.rModel[pH] : run.ground.layerH[l]);
-      EXPECT_EQ(run.ground.layerVs[l], pVs > 0 ? run.parameters.rModel[pVs] : run.ground.layerVs[l]);
+      EXPECT_EQ(run.ground.layerH[l], pH > 0 ? run.parameters.rModel[pH] : formerH[l]);
+      EXPECT_EQ(run.ground.layerVs[l], pVs > 0 ? run.parameters.rModel[pVs] : formerVs[l]);
       EXPECT_NEAR(run.ground.layerVp[l], run.ground.layerVs[l] * std::sqrt(3.5),
                   1e-9 * run.ground.layerVp[l]);  // ratio 0.3
     }
