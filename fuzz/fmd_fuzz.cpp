@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "forward/parameters_file.h"
 #include "memory_file_driver.h"
+#include "project/parameters_file.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
@@ -32,16 +32,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(reinterpret_cast<const char*>(data), size);
   TextReader file;
   file.OpenMemory(text);
-  if (ReadFModelParamFrom(file) != 0) {
+  if (!ReadParametersFrom(file, FModelParam)) {
     Demand(FModelParam.nLayers == 10 && FModelParam.capLayers == 50 && FModelParam.vel.size() == 4000);
     return 0;
   }
   CheckRunSettings(FModelParam);
   const int layers = FModelParam.nLayers, curves = FModelParam.nDispCurves;
-  Demand(SaveFModelParam("/nowhere/x.fmd") == 0);
+  Demand(!WriteParameters(FModelParam, "/nowhere/x.fmd"));
   const std::string saved = fuzz::writtenBytes;
   file.OpenMemory(saved);
-  Demand(ReadFModelParamFrom(file) == 0);
+  Demand(ReadParametersFrom(file, FModelParam));
   Demand(FModelParam.nLayers == layers && FModelParam.nDispCurves == curves);
   return 0;
 }

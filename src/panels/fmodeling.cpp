@@ -3,8 +3,7 @@
 
 #include <string>
 
-#include "forward/curve_import.h"
-#include "forward/parameters_file.h"
+#include "panels/fmodeling_files.h"
 #include "panels/fmodeling_records.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"

@@ -10,7 +10,7 @@
 #include <complex>
 #include <cstdio>
 
-#include "forward/parameters_file.h"
+#include "panels/fmodeling_files.h"
 #include "panels/mainmenu_export.h"
 #include "panels/mainmenu_project.h"
 #include "panels/one_click.h"

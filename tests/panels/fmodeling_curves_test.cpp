@@ -4,9 +4,10 @@
 #include <cmath>
 
 #include "app/callbacks.h"
-#include "forward/curve_import.h"
+#include "panels/fmodeling_files.h"
 #include "panels/fmodeling_fixture.h"
 #include "panels/fmodeling_records.h"
+#include "project/curve_file.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
@@ -369,7 +370,7 @@ TEST_F(CurveImport, CutsOfAFileBeforeTheEndOfItsVelocitiesAreRefused) {
     TextReader file;
     const std::string cut = text.substr(0, n);
     file.OpenMemory(cut);
-    EXPECT_EQ(RetrieveDispCurvInfoFrom(file), -1) << n;
+    EXPECT_FALSE(ReadCurvesFrom(file, FModelParam, run.switches)) << n;
     EXPECT_EQ(FModelParam.vel[0], 5.5);
     EXPECT_EQ(FModelParam.nDispCurves, 7);
   }
@@ -399,7 +400,7 @@ TEST_F(CurveImport, WrongCountsOfAFileAreRefused) {
     damaged.replace(at, std::string(what).size(), by);
     TextReader file;
     file.OpenMemory(damaged);
-    EXPECT_EQ(RetrieveDispCurvInfoFrom(file), -1) << by;
+    EXPECT_FALSE(ReadCurvesFrom(file, FModelParam, run.switches)) << by;
   }
 }
 

@@ -1,5 +1,5 @@
 // parameters_file.cpp - see parameters_file.h.
-#include "forward/parameters_file.h"
+#include "project/parameters_file.h"
 
 #include <algorithm>
 #include <array>
@@ -9,21 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "records/model_records.h"
-#include "records/session.h"
 #include "records/settings_room.h"
-#include "runtime/dialogs.h"
 #include "runtime/files.h"
 
 namespace sondera {
 namespace {
-
-int Refuse(const char* format, const std::string& path) {
-  std::string text = format;
-  text.replace(text.find("%s"), 2, path);
-  MessagePopup(session.appTitle, text);
-  return -1;
-}
 
 // ---- writing ----------------------------------------------------------------------------------------
 
@@ -322,38 +312,34 @@ void ReadPairs(Scanner& in, ModelRecord& m) {
 
 }  // namespace
 
-int SaveFModelParam(const std::string& path) {
-  constexpr const char* kFailure = "Error in writing the forward modeling param. into file %s.";
-  if (!IsWhole(FModelParam)) return Refuse(kFailure, path);
-  if (!HasNumbersOnly(FModelParam))
-    return Refuse(
-        "Error in writing the forward modeling param. into file %s.\n"
-        "One of the parameters is infinite or no number.",
-        path);
+Refusal WriteParameters(const ModelRecord& record, const std::string& path) {
+  const std::string failure = "Error in writing the forward modeling param. into file " + path + ".";
+  if (!IsWhole(record)) return failure;
+  if (!HasNumbersOnly(record)) return failure + "\nOne of the parameters is infinite or no number.";
   TextWriter file(path);
-  WriteLayers(file, FModelParam);
-  WriteGlobalCurve(file, FModelParam);
-  WriteArrayCurves(file, FModelParam);
-  return file.Ok() && file.Close() ? 0 : Refuse(kFailure, path);
+  WriteLayers(file, record);
+  WriteGlobalCurve(file, record);
+  WriteArrayCurves(file, record);
+  return file.Ok() && file.Close() ? Refusal() : Refusal(failure);
 }
 
-int ReadFModelParam(const std::string& path) {
+Refusal ReadParameters(const std::string& path, ModelRecord& record) {
   TextReader file;
-  if (file.Open(path) && ReadFModelParamFrom(file) == 0) return 0;
-  return Refuse("Error in reading the forward modeling param. into file %s.", path);
+  if (file.Open(path) && ReadParametersFrom(file, record)) return {};
+  return "Error in reading the forward modeling param. into file " + path + ".";
 }
 
-int ReadFModelParamFrom(TextReader& file) {
-  ModelRecord m = FModelParam;
+bool ReadParametersFrom(TextReader& file, ModelRecord& record) {
+  ModelRecord m = record;
   Scanner in(file);
   ReadLayers(in, m);
   ReadGlobalCurve(in, m);
   ReadReceivers(in, m);
   ReadArrayTable(in, m);
   ReadPairs(in, m);
-  if (!in.Ok() || file.ReadFailed()) return -1;
-  FModelParam = std::move(m);
-  return 0;
+  if (!in.Ok() || file.ReadFailed()) return false;
+  record = std::move(m);
+  return true;
 }
 
 }  // namespace sondera

@@ -1,5 +1,5 @@
 // Tests of the parameter file of a forward run: layout, round trip, damage.
-#include "forward/parameters_file.h"
+#include "panels/fmodeling_files.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 
 #include "app/callbacks.h"
 #include "panels/fmodeling_records.h"
+#include "project/parameters_file.h"
 #include "records/model_records.h"
 #include "records/session.h"
 #include "records/settings_room.h"
@@ -120,7 +121,7 @@ class ParameterFile : public testing::SessionTest {
   int Read(const std::string& text) {
     TextReader file;
     file.OpenMemory(text);
-    return ReadFModelParamFrom(file);
+    return ReadParametersFrom(file, FModelParam) ? 0 : -1;
   }
   std::string Saved() {
     const std::string path = folder.File("saved.fmd");
