@@ -27,6 +27,7 @@
 #include "run/observations.h"
 #include "run/result_files.h"
 #include "run/result_statistics.h"
+#include "run/run_state.h"
 #include "run/sweep.h"
 #include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -178,13 +179,13 @@ void SweepAgain(const InvRecord& results) {
 void WriteAgain(const OffsetVector<double>& vel, const OffsetVector<double>& amp) {
   for (int k = 0; k <= kIterations; ++k) {
     const double rms = InvParam.rms[k];
-    FS_SaveDspCurve(k, vel, amp, rms, 0.0);
-    FS_SaveModelPar(k, rms, 0.0);
-    FS_SaveProfile(k, rms, 0.0);
+    FS_SaveDspCurve(run, k, vel, amp, rms, 0.0, nobody);
+    FS_SaveModelPar(run, k, rms, 0.0, nobody);
+    FS_SaveProfile(run, k, rms, 0.0, nobody);
     if (k == 0) continue;
-    FS_SaveGaussParam(run.update.GActive, vel);
-    FS_SavePostMPar(k, rms);
-    FS_SaveSMPfile(k, rms, 0.0);
+    FS_SaveGaussParam(run, run.update.GActive, vel, nobody);
+    FS_SavePostMPar(run, k, rms, nobody);
+    FS_SaveSMPfile(run, k, rms, 0.0, nobody);
   }
 }
 

@@ -114,9 +114,7 @@ bool IsPanelHeader(const std::string& name) {
 }
 
 /// Files that still include a panel header or call a control or a box. The list only gets shorter.
-const std::set<std::string> kStillWithPanels = {"inversion/starting_model.cpp", "inversion/starting_model.h",
-                                                "run/result_entries.cpp", "run/result_statistics.cpp",
-                                                "run/run_files.cpp"};
+const std::set<std::string> kStillWithPanels = {"inversion/starting_model.cpp", "inversion/starting_model.h"};
 
 /// The text without comments and without what stands between quotes.
 std::string CodeOf(const std::string& text) {
@@ -151,16 +149,11 @@ TEST(Architecture, ComputingCodeKnowsNoPanel) {
   }
 }
 
-/// Files elsewhere that still read the catalogue of controls. The list only gets shorter.
-const std::set<std::string> kStillReadsCatalogue = {"runtime/redraw.cpp"};
-
 TEST(Architecture, OnlyPanelsAndFrontEndsReadTheCatalogue) {
   const std::set<std::string> may = {"panels", "app", "gui"};
   for (const auto& [path, file] : Sources()) {
     const bool catalogue = path.rfind("runtime/catalogue/", 0) == 0;
-    if (catalogue || may.count(Folder(path)) || kStillWithPanels.count(path) ||
-        kStillReadsCatalogue.count(path))
-      continue;
+    if (catalogue || may.count(Folder(path)) || kStillWithPanels.count(path)) continue;
     for (const std::string& name : file.own)
       EXPECT_FALSE(name.rfind("runtime/catalogue/", 0) == 0) << path << " includes " << name;
   }

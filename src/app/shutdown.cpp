@@ -19,7 +19,7 @@ void ClearAllMemories() {
   FinalizeFModel();
   FinalizeTheoDispInfo();
   FinalizeInvAnal();
-  ResetRunState();
+  run = Run{};  // what the summary at the end reads stays: the histories of inversions
   sweepState = SweepState{};
   ResetGraphs();
 }

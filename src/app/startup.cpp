@@ -19,8 +19,7 @@
 #include "records/records_state.h"
 #include "records/session.h"
 #include "report/graph_state.h"
-#include "run/run_history.h"
-#include "run/sweep_state.h"
+#include "run/run_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/meassetup.h"
@@ -71,8 +70,6 @@ void ResetProgramState() {
   ResetRecordsState();
   ResetSignalState();
   ResetRunState();
-  sweepState = SweepState{};
-  ClearInversionHistories();
   ResetInversionState();
   ResetAcquisitionState();
   ResetGraphState();

@@ -48,22 +48,27 @@ Refusal Prepare(const InversionSettings& settings, RunListener& listener) {
   if (Refusal refusal = FS_GetStartMP(settings.fixed, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.observations, run.receivers);
-  FS_ReportTime(0);
+  FS_ReportTime(run.course, 0);
   return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
-/// Result of an iteration into its entry and the files.
-int Store(int iteration, const Evaluation& e) {
-  if (FS_RefreshDspCurve(iteration, e.vel, e.rmsVel) < 0 || FS_RefreshModelPar(iteration) < 0) return -1;
+/// Result of an iteration into its entry and the files; false after a message when there is no entry for it.
+bool Store(int iteration, const Evaluation& e, RunListener& listener) {
+  Refusal refusal = FS_RefreshDspCurve(run, iteration, e.vel, e.rmsVel);
+  if (!refusal) refusal = FS_RefreshModelPar(run.ground, iteration);
+  if (refusal) {
+    listener.Tell(refusal);
+    return false;
+  }
   if (!e.halted) NoteIteration(iteration, e.vel, e.rmsVel);
-  FS_SaveDspCurve(iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp);
-  FS_SaveModelPar(iteration, e.rmsVel, e.rmsAmp);
-  FS_SaveProfile(iteration, e.rmsVel, e.rmsAmp);
-  if (iteration == 0) return 0;
-  FS_SavePostMPar(iteration, e.rmsVel);
-  FS_SaveSMPfile(iteration, e.rmsVel, e.rmsAmp);
-  FS_ReportTime(1);
-  return 0;
+  FS_SaveDspCurve(run, iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp, listener);
+  FS_SaveModelPar(run, iteration, e.rmsVel, e.rmsAmp, listener);
+  FS_SaveProfile(run, iteration, e.rmsVel, e.rmsAmp, listener);
+  if (iteration == 0) return true;
+  FS_SavePostMPar(run, iteration, e.rmsVel, listener);
+  FS_SaveSMPfile(run, iteration, e.rmsVel, e.rmsAmp, listener);
+  FS_ReportTime(run.course, 1);
+  return true;
 }
 
 void TellHalt(RunListener& listener, const std::string& what) {
@@ -136,7 +141,7 @@ Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& list
   e.doubts.note = RunNote();
   sweepState = e.doubts;
   JudgeAndShow(e, listener);
-  if (Store(iteration, e) < 0) return Step::kEnd;
+  if (!Store(iteration, e, listener)) return Step::kEnd;
   listener.Process("Refreshing the plots...");
   listener.Stored(iteration);
   if (e.halted) {
@@ -199,7 +204,7 @@ Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunLis
   }
   if (settings.DATADEVIATION) TakeDeviationFromData(e);
   JudgeAndShow(e, listener);
-  if (Store(0, e) < 0) return Refusal::WithoutReason();
+  if (!Store(0, e, listener)) return Refusal::WithoutReason();
   listener.Stored(0);
   const Step end = IterateAll(e, wanted, settings, listener);
   sweepState =
@@ -223,7 +228,7 @@ Refusal RunInversion(const InversionSettings& settings, RunListener& listener) {
   const long sweeps = starts * (1 + wanted * (2L * run.parameters.nModelParm + 1));
   SolveCounter counted(listener, sweeps * SolvesOfSweep(run.observations, run.switches));
   Refusal result = EvaluateAndIterate(wanted, settings, counted);
-  FS_CloseFiles(kInversionRun);
+  FS_CloseFiles(kInversionRun, listener);
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();
   FS_DeAllocateObsData();

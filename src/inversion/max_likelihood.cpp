@@ -172,7 +172,7 @@ void CorrectInModelSpace(const ColumnMatrix& T) {
 /// From the weights on: resolution, bounds, the new layers.
 MoveResult Apply(const OffsetVector<double>& velocity, Listener& listener) {
   const bool finite = CorrectionIsFinite();
-  if (finite) FS_SaveGaussParam(run.update.GActive, velocity);
+  if (finite) FS_SaveGaussParam(run, run.update.GActive, velocity, listener);
   MoveResult result = MoveModel(listener);
   if (!finite)
     result.refusal =

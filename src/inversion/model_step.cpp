@@ -16,9 +16,9 @@ namespace {
 constexpr std::size_t kSwitchSvd = 0;  // place in Switches::reportSwitch
 
 /// Singular values of the sensitivities, with both sides.
-void ReportSingularValues() {
+void ReportSingularValues(Listener& listener) {
   const int rows = run.update.GMatrix.rows(), m = run.parameters.nModelParm;
-  ReportFile file(".svd");
+  ReportFile file(run.switches, ".svd");
   file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.course.iCurIterNo));
   if (rows >= m) {  // the decomposition takes no fewer rows
     ColumnMatrix U = run.update.GMatrix, V(rows, m);
@@ -37,7 +37,7 @@ void ReportSingularValues() {
     file.Put("V ... \n");
     put(V, m, m);
   }
-  file.Append();
+  file.Append(listener);
 }
 
 /// One update from these curves, with the deviations that it is to have.
@@ -55,7 +55,7 @@ Refusal UpdateModel(const Evaluation& e, bool huber, Listener& listener) {
 Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
   const ModelState from = PresentModel();
   if (FS_Gmatrix(settings, listener)) return Advance::kHalted;
-  if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues();
+  if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues(listener);
   if (const Refusal refusal = UpdateModel(e, settings.HUBERWEIGHTS, listener)) {
     listener.Tell(refusal);
     return Advance::kFailed;

@@ -86,8 +86,8 @@ void ReportQuantity(ReportFile& file, const char* head, int quantity, int firstR
 
 /// Kept: the third and fourth block hold rows 3 and 4 of the map, which are Vp and density, whatever their
 /// heads say.
-void ReportMatrix() {
-  ReportFile file(".G");
+void ReportMatrix(Listener& listener) {
+  ReportFile file(run.switches, ".G");
   ReportQuantity(file, "pdf of Velocity wrt Thickness\n", 1, 0);
   ReportQuantity(file, "pdf of Velocity wrt Shear Wave Velocity\n", 2, 0);
   ReportQuantity(file, "pdf of Velocity wrt Unit Weight\n", 3, 0);
@@ -98,7 +98,7 @@ void ReportMatrix() {
     ReportQuantity(file, "pdf of Amplitude wrt Unit Weight\n", 3, run.observations.nObsRows);
     ReportQuantity(file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.observations.nObsRows);
   }
-  file.Append();
+  file.Append(listener);
 }
 
 }  // namespace
@@ -119,7 +119,7 @@ Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener) {
   Sweeps sweeps;
   for (int l = 1; l <= run.ground.nLayersCur; ++l)
     if (Refusal halt = FillColumnsOfLayer(l, sweeps, listener)) return halt;
-  if (run.switches.reportSwitch[kSwitchG]) ReportMatrix();
+  if (run.switches.reportSwitch[kSwitchG]) ReportMatrix(listener);
   return {};
 }
 

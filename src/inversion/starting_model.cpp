@@ -8,6 +8,7 @@
 
 #include "numeric/scale_arithmetic.h"
 #include "panels/entry_lists.h"
+#include "panels/exdthd.h"
 #include "panels/fmodeling.h"
 #include "panels/forward_run.h"
 #include "records/inv_records.h"

@@ -25,4 +25,10 @@ void UpdateWindowFace(int mode) {
   ExdThdCurvPlot();
 }
 
+void DrawSideGraph(int entry) {
+  void (*const kDraw[])(int) = {DrawProfile, DrawResolution, DrawRMSerror};
+  const int choice = GetCtrlVal(exdthd::PLOT_INV);
+  if (choice >= 0 && choice < 3) kDraw[choice](entry);
+}
+
 }  // namespace sondera

@@ -11,4 +11,7 @@ int ChooseAnalysisCallback(Panel panel, ControlId control, Event event, long dat
 /// it, blanks the two status boxes and draws the curves.
 void UpdateWindowFace(int mode);
 
+/// Draws the side graph that PLOT_INV chooses: profile, resolution or RMS error of an entry.
+void DrawSideGraph(int entry);
+
 }  // namespace sondera

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "panels/analresult.h"
+#include "panels/exdthd.h"
 #include "panels/fmodeling_records.h"
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"

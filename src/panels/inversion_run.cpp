@@ -7,10 +7,12 @@
 
 #include "inversion/iterations.h"
 #include "panels/entry_lists.h"
+#include "panels/exdthd.h"
 #include "panels/fmodeling_records.h"
 #include "panels/forward_run.h"
 #include "panels/inversion.h"
 #include "panels/inversion_entries.h"
+#include "panels/panels_state.h"
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
@@ -30,8 +32,6 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
-
-bool lastStartHasEntries = false;
 
 class WaitCursor {
  public:
@@ -176,7 +176,7 @@ int RunWithFormerLists(const EntryLists& former) {
   if (GetNumListItems(exdthd::ITERNO) == 0) {
     former.PutBack();
   } else {
-    lastStartHasEntries = true;
+    panelsState.lastStartHasEntries = true;
     InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
   }
   return result;
@@ -199,12 +199,12 @@ int RunInvAnal() {
 }
 
 bool LastStartHasEntries() {
-  return lastStartHasEntries;
+  return panelsState.lastStartHasEntries;
 }
 
 int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  lastStartHasEntries = false;
+  panelsState.lastStartHasEntries = false;
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0) return -1;
   TakeDataCovariance();
@@ -216,7 +216,7 @@ int PerformInvAnalCallback(Panel, ControlId, Event event, long) {
 }
 
 int Run_InvAnalCallback(Panel, ControlId, Event, long) {
-  lastStartHasEntries = false;
+  panelsState.lastStartHasEntries = false;
   const WaitCursor wait;
   if (CheckStartingModel() < 0 || UpdateTables() < 0 || TakeIterations() < 0) return -1;
   const EntryLists former;

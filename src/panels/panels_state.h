@@ -22,6 +22,7 @@ struct PanelsState {
   PhaseBoxes boxesBefore;                 ///< phase boxes at the last click on one of them
   std::map<ControlId, int> indexAtFocus;  ///< position of each selector of a trace when it was last entered
   EditedTexts edited;                     ///< project and measurement at focus in
+  bool lastStartHasEntries = false;       ///< see LastStartHasEntries of inversion.h
 };
 extern PanelsState panelsState;
 

@@ -1,5 +1,6 @@
 // results_page.cpp - what the results page does with the stored entries, and the halt; see inversion.h.
 #include "panels/analresult.h"
+#include "panels/exdthd.h"
 #include "panels/inversion.h"
 #include "records/inv_records.h"
 #include "records/session.h"

@@ -21,7 +21,7 @@ Refusal Prepare(Run& run, const std::string& PROJID, int prePrfType, Listener& l
   if (Refusal refusal = FS_GetStartMP({}, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.observations, run.receivers);
-  FS_ReportTime(0);
+  FS_ReportTime(run.course, 0);
   return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
@@ -31,12 +31,12 @@ Refusal Finish(Run& run, int iProfile, const OffsetVector<double>& vel, const Of
   double rmsVel = 0.0, rmsAmp = 0.0;
   FS_RMSerror(vel, amp, rmsVel, rmsAmp);
   listener.Misfit(rmsVel);
-  if (FS_RefreshDspCurve(iProfile, vel, rmsVel) < 0 || FS_RefreshModelPar(iProfile) < 0)
-    return Refusal::WithoutReason();
-  FS_SaveDspCurve(iProfile, vel, amp, rmsVel, rmsAmp);
-  FS_SaveModelPar(iProfile, rmsVel, rmsAmp);
-  FS_SaveProfile(iProfile, rmsVel, rmsAmp);
-  FS_ReportTime(1);
+  if (Refusal refusal = FS_RefreshDspCurve(run, iProfile, vel, rmsVel)) return refusal;
+  if (Refusal refusal = FS_RefreshModelPar(run.ground, iProfile)) return refusal;
+  FS_SaveDspCurve(run, iProfile, vel, amp, rmsVel, rmsAmp, listener);
+  FS_SaveModelPar(run, iProfile, rmsVel, rmsAmp, listener);
+  FS_SaveProfile(run, iProfile, rmsVel, rmsAmp, listener);
+  FS_ReportTime(run.course, 1);
   std::string status = "End of Forward Modeling Analysis:     The computation time : " + run.course.timeText;
   const std::string doubts = SweepReport();
   if (!doubts.empty()) status += "     " + doubts;
@@ -58,7 +58,7 @@ ForwardRunEnd RunForward(Run& run, const ModelRecord& settings, const std::strin
                                                 : SweepWithData(parts, listener, vel, amp);
   if (refusal) return {refusal, true};
   refusal = Finish(run, iProfile, vel, amp, listener);
-  FS_CloseFiles(kForwardRun);
+  FS_CloseFiles(kForwardRun, listener);
   return {refusal};
 }
 

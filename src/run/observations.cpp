@@ -244,7 +244,7 @@ Refusal FS_RetrieveSystemPM(int kind, int prePrfType, const std::string& PROJID)
   run.switches.iMeshGraded = FModelParam.analysis == 4;
   run.course.runTitle = RunTitle(FModelParam.analysis, kind == kInversionRun);
   if (Refusal refusal = NameResultFiles(PROJID)) return refusal;
-  if (FS_OpenFiles(kind) < 0) return Refusal::WithoutReason();
+  if (Refusal refusal = FS_OpenFiles(kind, run.switches)) return refusal;
   FS_ReadReceiverSetup();
   return {};
 }

@@ -4,7 +4,6 @@
 #include <cstdarg>
 
 #include "run/run_files.h"
-#include "run/system_state.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -16,14 +15,15 @@ void ReportFile::Printf(const char* format, ...) {
   va_end(arguments);
 }
 
-void ReportFile::Append() const {
-  AddToRunFile(extension_, text_);
+void ReportFile::Append(Listener& listener) const {
+  AddToRunFile(baseName_, extension_, text_, listener);
 }
 
-std::string IterationHead(int iteration, double rmsVel, double rmsAmp) {
+std::string IterationHead(const Course& course, const Switches& switches, int iteration, double rmsVel,
+                          double rmsAmp) {
   const long i = iteration;
-  const char* title = run.course.runTitle.c_str();
-  if (run.switches.iUseAmplitude != 1)
+  const char* title = course.runTitle.c_str();
+  if (switches.iUseAmplitude != 1)
     return FormatText("Iteration no. : %2ld (%s) ... RMS error (Vel=%lg)\n", i, title, rmsVel);
   return FormatText("Iteration no. : %2ld (%s) ... RMS error (Vel=%lg, Amp=%lg)\n", i, title, rmsVel, rmsAmp);
 }

@@ -4,24 +4,30 @@
 
 #include <string>
 
+#include "run/system_state.h"
+#include "runtime/listener.h"
+
 namespace sondera {
 
 /// Text that is added to the file of this extension as one piece, see AddToRunFile.
 class ReportFile {
  public:
-  explicit ReportFile(const char* extension) : extension_(extension) {}
+  ReportFile(const Switches& switches, const char* extension)
+      : baseName_(switches.baseName), extension_(extension) {}
   void Put(const std::string& text) { text_ += text; }
   void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-  void Append() const;
+  void Append(Listener& listener) const;
 
  private:
+  std::string baseName_;
   const char* extension_;
   std::string text_;
 };
 
 /// Head line of an iteration in ".fdp", ".fmp", ".pfl" and ".fsp", with the title of the run; the amplitude's
 /// misfit only where amplitudes are in use.
-std::string IterationHead(int iteration, double rmsVel, double rmsAmp);
+std::string IterationHead(const Course& course, const Switches& switches, int iteration, double rmsVel,
+                          double rmsAmp);
 
 }  // namespace sondera

@@ -10,8 +10,6 @@
 #include "records/model_records.h"
 #include "records/result_room.h"
 #include "run/receiver_setups.h"
-#include "run/system_state.h"
-#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -27,7 +25,7 @@ struct CurvePoint {
   double vel = 0.0, freq = 0.0, wlen = 0.0;
 };
 
-CurvePoint GlobalPoint(int i, const OffsetVector<double>& velocity) {
+CurvePoint GlobalPoint(const Run& run, int i, const OffsetVector<double>& velocity) {
   CurvePoint p;
   if (std::abs(run.switches.iAnalysis) == kPlaneWaves) {
     p.wlen = run.observations.runLambda[i];
@@ -42,14 +40,14 @@ CurvePoint GlobalPoint(int i, const OffsetVector<double>& velocity) {
   return p;
 }
 
-void RefreshGlobalCurve(const OffsetVector<double>& velocity) {
+void RefreshGlobalCurve(const Run& run, const OffsetVector<double>& velocity) {
   ModelRecord& t = TheoDispInfo;
   t.nDispPointsG = run.observations.nDispPoints;
   for (auto column : kGlobalColumns) AtLeast(t.*column, run.observations.nDispPoints);
   t.capPoints = std::max(t.capPoints, run.observations.nDispPoints);
   AtLeast(t.freq, t.capPoints);
   for (int i = 1; i <= run.observations.nDispPoints; ++i) {
-    const CurvePoint p = GlobalPoint(i, velocity);
+    const CurvePoint p = GlobalPoint(run, i, velocity);
     const std::size_t k = static_cast<std::size_t>(i - 1);
     t.globalVel[k] = p.vel;
     t.globalFreq[k] = p.freq;
@@ -57,7 +55,8 @@ void RefreshGlobalCurve(const OffsetVector<double>& velocity) {
   }
 }
 
-void RefreshArrayCurves(const ObsCurve& o, const OffsetVector<double>& velocity) {
+void RefreshArrayCurves(const Observations& observations, const OffsetVector<double>& velocity) {
+  const ObsCurve& o = observations.obsCurves.front();
   ModelRecord& t = TheoDispInfo;
   AtLeast(t.freq, o.nFreq);
   AtLeast(t.vel, o.vel.size());
@@ -65,7 +64,7 @@ void RefreshArrayCurves(const ObsCurve& o, const OffsetVector<double>& velocity)
   for (int p = 1; p <= o.nFreq; ++p) {
     t.freq[static_cast<std::size_t>(p - 1)] = o.freq[p];
     for (int c = 1; c <= o.nCurves; ++c) {
-      const int row = run.observations.iArrayIndex(c, p);
+      const int row = observations.iArrayIndex(c, p);
       const std::size_t at = static_cast<std::size_t>(o.At(p, c) - 1);
       t.vel[at] = row > 0 ? velocity[row] : 0.0;
       t.wlen[at] = row > 0 && o.freq[p] > 0.0 ? velocity[row] / o.freq[p] : 0.0;
@@ -98,7 +97,7 @@ int EntryOfIndex(int index) {
   return index >= 0 ? index : -std::max(index, -std::numeric_limits<int>::max());
 }
 
-bool RowsAreGlobal() {
+bool RowsAreGlobal(const Run& run) {
   return run.observations.obsCurves.empty() || run.switches.iDispSource == kGlobalCurve ||
          (std::abs(run.switches.iAnalysis) == kPlaneWaves && run.switches.iHaveData != 0);
 }
@@ -109,18 +108,18 @@ bool StoredIsGlobal() {
          (TheoDispInfo.analysis == kPlaneWaves && TheoDispInfo.nDispPointsG > 0);
 }
 
-int FS_RefreshDspCurve(int index, const OffsetVector<double>& velocity, double rms) {
-  const bool global = RowsAreGlobal();
+Refusal FS_RefreshDspCurve(const Run& run, int index, const OffsetVector<double>& velocity, double rms) {
+  const bool global = RowsAreGlobal(run);
   if (global) {
-    RefreshGlobalCurve(velocity);
+    RefreshGlobalCurve(run, velocity);
   } else {
-    RefreshArrayCurves(run.observations.obsCurves.front(), velocity);
+    RefreshArrayCurves(run.observations, velocity);
   }
   InvRecord& r = RecordOfIndex(index);
   const int entry = EntryOfIndex(index);
   const int points = global ? run.observations.nDispPoints : run.observations.obsCurves.front().nFreq;
   const int curves = global ? 1 : run.observations.obsCurves.front().nCurves;
-  if (ShowRefusal(MakeEntryRoom(r, entry, TheoDispInfo.nLayers, points, curves)) < 0) return -1;
+  if (Refusal refusal = MakeEntryRoom(r, entry, TheoDispInfo.nLayers, points, curves)) return refusal;
   const CurveColumns from = ShownColumns(global);
   for (int p = 0; p < points; ++p) r.freq(entry, p) = (*from.freq)[static_cast<std::size_t>(p)];
   for (int k = 0; k < points * curves; ++k) {
@@ -130,30 +129,30 @@ int FS_RefreshDspCurve(int index, const OffsetVector<double>& velocity, double r
   r.nPoints = points;
   r.nCurves = curves;
   r.rms[entry] = rms;
-  return 0;
+  return {};
 }
 
-int FS_RefreshModelPar(int index) {
+Refusal FS_RefreshModelPar(const LayeredGround& ground, int index) {
   InvRecord& r = RecordOfIndex(index);
   const int entry = EntryOfIndex(index);
-  const int n = std::min(TheoDispInfo.nLayers, run.ground.nLayersCur);
-  if (n < 1 || ShowRefusal(MakeEntryRoom(r, entry, n, r.nPoints, r.nCurves)) < 0) return -1;
+  const int n = std::min(TheoDispInfo.nLayers, ground.nLayersCur);
+  if (n < 1) return Refusal::WithoutReason();
+  if (Refusal refusal = MakeEntryRoom(r, entry, n, r.nPoints, r.nCurves)) return refusal;
   r.nLayers = n;
   double depth = 0.0;
   for (int l = 1; l <= n; ++l) {
     r.depth(entry, l - 1) = depth;
-    r.H(entry, l - 1) = run.ground.layerH[l];
-    r.Vp(entry, l - 1) = run.ground.layerVp[l];
-    r.Vs(entry, l - 1) = run.ground.layerVs[l];
-    r.density(entry, l - 1) = run.ground.layerRho[l];
-    r.nu(entry, l - 1) = run.ground.layerNu[l];
-    r.damping(entry, l - 1) = run.ground.layerDamp[l];
-    if (l < n) depth += run.ground.layerH[l];
+    r.H(entry, l - 1) = ground.layerH[l];
+    r.Vp(entry, l - 1) = ground.layerVp[l];
+    r.Vs(entry, l - 1) = ground.layerVs[l];
+    r.density(entry, l - 1) = ground.layerRho[l];
+    r.nu(entry, l - 1) = ground.layerNu[l];
+    r.damping(entry, l - 1) = ground.layerDamp[l];
+    if (l < n) depth += ground.layerH[l];
   }
-  const double above = n > 1 ? run.ground.layerH[n - 1] : run.ground.layerH[n];
-  r.depth(entry, n) =
-      run.ground.layerH[n] <= 2.0 * above ? depth + run.ground.layerH[n] : depth + 0.5 * above;
-  return 0;
+  const double above = n > 1 ? ground.layerH[n - 1] : ground.layerH[n];
+  r.depth(entry, n) = ground.layerH[n] <= 2.0 * above ? depth + ground.layerH[n] : depth + 0.5 * above;
+  return {};
 }
 
 void FS_RecallDspCurve(int index) {

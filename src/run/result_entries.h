@@ -7,6 +7,8 @@
 
 #include "numeric/offset_array.h"
 #include "records/inv_records.h"
+#include "run/system_state.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
@@ -14,21 +16,21 @@ namespace sondera {
 InvRecord& RecordOfIndex(int index);
 int EntryOfIndex(int index);
 
-/// Whether the rows of the present run are points of the global curve: it is on that curve, or it is a
+/// Whether the rows of the run are points of the global curve: it is on that curve, or it is a
 /// plane-wave run with data, which works on the global points in any case.
-bool RowsAreGlobal();
+bool RowsAreGlobal(const Run& run);
 /// The same of what TheoDispInfo and the entries hold.
 bool StoredIsGlobal();
 
 /// Computed curve by row into TheoDispInfo and into the entry, with its misfit; array curves go to their
 /// places by the map of points, 0 where there is none. A velocity of 0 has wavelength 0.
-/// @return 0; -1 after a message when there is no room for the entry
-int FS_RefreshDspCurve(int index, const OffsetVector<double>& velocity, double rms);
+/// @return refused when there is no room for the entry
+Refusal FS_RefreshDspCurve(const Run& run, int index, const OffsetVector<double>& velocity, double rms);
 
 /// Layers of the run into the entry, with running depth: top of the layer, and at nLayers the end for plots,
 /// which takes half the thickness of the layer above where the half-space is more than twice as thick as
-/// that. @return as above
-int FS_RefreshModelPar(int index);
+/// that. @return as above; without a reason where there is no layer
+Refusal FS_RefreshModelPar(const LayeredGround& ground, int index);
 
 /// Curves of an entry into TheoDispInfo. Nothing happens for an entry that was never stored.
 void FS_RecallDspCurve(int index);

@@ -7,7 +7,6 @@
 #include "run/report_file.h"
 #include "run/result_entries.h"
 #include "run/run_clock.h"
-#include "run/system_state.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -23,7 +22,7 @@ double At(const OffsetVector<double>& v, int i) {
 
 // --- Global curve ---
 
-void PlaneWaveRows(ReportFile& file, const OffsetVector<double>& velocity) {
+void PlaneWaveRows(const Run& run, ReportFile& file, const OffsetVector<double>& velocity) {
   file.Put("wavelength  freq(obs)   vel(obs)  freq(cal) vel(cal)   \n");
   for (int i = 1; i <= run.observations.nDispPoints; ++i) {
     const double wavelength = run.observations.runLambda[i], observed = run.observations.runVel[i],
@@ -34,7 +33,7 @@ void PlaneWaveRows(ReportFile& file, const OffsetVector<double>& velocity) {
   }
 }
 
-void PointLoadRows(ReportFile& file, const OffsetVector<double>& velocity) {
+void PointLoadRows(const Run& run, ReportFile& file, const OffsetVector<double>& velocity) {
   file.Put("frequency wavel(obs)   vel(obs)  ");
   for (int k = 1; k <= run.receivers.nRecSetupsUsed; ++k) file.Put("wavel(cal) vel(cal)   ");
   file.Put("\n");
@@ -54,14 +53,15 @@ void PointLoadRows(ReportFile& file, const OffsetVector<double>& velocity) {
 
 /// A table with the frequency in front: two values for each curve, of its row.
 template <class Pair>
-void FrequencyBlock(ReportFile& file, const ObsCurve& o, const char* curveHead, Pair&& pairOfRow) {
+void FrequencyBlock(const Observations& observations, ReportFile& file, const ObsCurve& o,
+                    const char* curveHead, Pair&& pairOfRow) {
   file.Put("      freq. ");
   for (int c = 1; c <= o.nCurves; ++c) file.Put(curveHead);
   file.Put("\n");
   for (int p = 1; p <= o.nFreq; ++p) {
     file.Printf("%11.5lf ", o.freq[p]);
     for (int c = 1; c <= o.nCurves; ++c) {
-      const int row = run.observations.iArrayIndex(c, p);
+      const int row = observations.iArrayIndex(c, p);
       if (row <= 0) {
         file.Put(kNoVelocities);
         continue;
@@ -73,17 +73,18 @@ void FrequencyBlock(ReportFile& file, const ObsCurve& o, const char* curveHead, 
   }
 }
 
-void WavelengthBlock(ReportFile& file, const ObsCurve& o, const OffsetVector<double>& velocity) {
+void WavelengthBlock(const Observations& observations, ReportFile& file, const ObsCurve& o,
+                     const OffsetVector<double>& velocity) {
   for (int c = 1; c <= o.nCurves; ++c) file.Put(" waveL(obs)   vel(obs)  waveL(calc)   vel(calc)   ");
   file.Put("\n");
   for (int p = 1; p <= o.nFreq; ++p) {
     for (int c = 1; c <= o.nCurves; ++c) {
-      const int row = run.observations.iArrayIndex(c, p);
+      const int row = observations.iArrayIndex(c, p);
       if (row <= 0) {
         file.Put(kNoWavelengths);
         continue;
       }
-      const double frequency = run.observations.runFreq[row], observed = run.observations.runVel[row],
+      const double frequency = observations.runFreq[row], observed = observations.runVel[row],
                    computed = At(velocity, row);
       file.Printf("%11.5lf %11.5lf %11.5lf %11.5lf   ", Ratio(observed, frequency), observed,
                   Ratio(computed, frequency), computed);
@@ -92,18 +93,18 @@ void WavelengthBlock(ReportFile& file, const ObsCurve& o, const OffsetVector<dou
   }
 }
 
-void ArrayBlocks(ReportFile& file, const ObsCurve& o, const OffsetVector<double>& velocity,
+void ArrayBlocks(const Run& run, ReportFile& file, const ObsCurve& o, const OffsetVector<double>& velocity,
                  const OffsetVector<double>& amplitude) {
   struct Two {
     double observed, computed;
   };
-  FrequencyBlock(file, o, "   vel(obs)    vel(cal) ", [&](int row) {
+  FrequencyBlock(run.observations, file, o, "   vel(obs)    vel(cal) ", [&](int row) {
     return Two{run.observations.runVel[row], At(velocity, row)};
   });
   file.Put("\n\n");
-  WavelengthBlock(file, o, velocity);
+  WavelengthBlock(run.observations, file, o, velocity);
   file.Put("\n\n");
-  FrequencyBlock(file, o, "   Amp(obs)    Amp(cal) ", [&](int row) {
+  FrequencyBlock(run.observations, file, o, "   Amp(obs)    Amp(cal) ", [&](int row) {
     return Two{run.observations.runAmp[row] / run.course.ampScale, At(amplitude, row) / run.course.ampScale};
   });
 }
@@ -113,34 +114,35 @@ struct ForwardModelRow {
   double H, Vp, Vs, density, nu, damping;
 };
 
-ForwardModelRow ForwardModelOf(int l) {
-  const bool poissonGiven = run.ground.iPoissonGiven[l] == 1;
-  return {run.ground.layerH[l],
-          poissonGiven ? 0.0 : run.ground.layerVp[l],
-          run.ground.layerVs[l],
-          run.ground.iDensityDerived[l] == 1 ? 0.0 : run.ground.layerRho[l],
-          poissonGiven ? run.ground.layerNu[l] : 0.0,
-          run.ground.layerDamp[l]};
+ForwardModelRow ForwardModelOf(const LayeredGround& ground, int l) {
+  const bool poissonGiven = ground.iPoissonGiven[l] == 1;
+  return {ground.layerH[l],
+          poissonGiven ? 0.0 : ground.layerVp[l],
+          ground.layerVs[l],
+          ground.iDensityDerived[l] == 1 ? 0.0 : ground.layerRho[l],
+          poissonGiven ? ground.layerNu[l] : 0.0,
+          ground.layerDamp[l]};
 }
 
 }  // namespace
 
-void FS_SaveDspCurve(int iteration, const OffsetVector<double>& velocity,
-                     const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp) {
-  ReportFile file(".fdp");
-  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
-  if (RowsAreGlobal()) {
+void FS_SaveDspCurve(Run& run, int iteration, const OffsetVector<double>& velocity,
+                     const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp,
+                     Listener& listener) {
+  ReportFile file(run.switches, ".fdp");
+  file.Put(IterationHead(run.course, run.switches, iteration, rmsVel, rmsAmp));
+  if (RowsAreGlobal(run)) {
     if (std::abs(run.switches.iAnalysis) == 2) {
-      PlaneWaveRows(file, velocity);
+      PlaneWaveRows(run, file, velocity);
     } else {
-      PointLoadRows(file, velocity);
+      PointLoadRows(run, file, velocity);
     }
   } else {
-    for (const ObsCurve& o : run.observations.obsCurves) ArrayBlocks(file, o, velocity, amplitude);
+    for (const ObsCurve& o : run.observations.obsCurves) ArrayBlocks(run, file, o, velocity, amplitude);
     file.Put("\n\n");
   }
-  file.Append();
-  FS_ReportTime(1);
+  file.Append(listener);
+  FS_ReportTime(run.course, 1);
 }
 
 std::string ModelTableRow(int index, int i, double firstLimit, double secondLimit) {
@@ -151,11 +153,11 @@ std::string ModelTableRow(int index, int i, double firstLimit, double secondLimi
                     r.damping(e, i));
 }
 
-void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp) {
+void FS_SaveModelPar(const Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener) {
   const InvRecord& r = RecordOfIndex(iteration);
   const int entry = EntryOfIndex(iteration);
-  ReportFile file(".fmp");
-  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+  ReportFile file(run.switches, ".fmp");
+  file.Put(IterationHead(run.course, run.switches, iteration, rmsVel, rmsAmp));
   file.Put(
       "Layer No.    Depth       Thick.        Cp           Cs      Cs(Lower)   Cs(Upper)     Rho          Nu "
       "      damping\n");
@@ -168,12 +170,12 @@ void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp) {
     file.Put(ModelTableRow(iteration, i, Vs - band, Vs + band));
   }
   file.Put("\n");
-  file.Append();
+  file.Append(listener);
 }
 
-void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
-  ReportFile file(".pfl");
-  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+void FS_SaveProfile(const Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener) {
+  ReportFile file(run.switches, ".pfl");
+  file.Put(IterationHead(run.course, run.switches, iteration, rmsVel, rmsAmp));
   file.Put("Velocity  Depth\n");
   double top = 0.0;
   for (int l = 1; l < run.ground.nLayersCur; ++l) {
@@ -185,20 +187,20 @@ void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
   if (run.ground.nLayersCur > 0)
     file.Printf("%12.5lf %12.5lf\n", run.ground.layerVs[run.ground.nLayersCur], top);
   file.Put("\n");
-  file.Append();
+  file.Append(listener);
 }
 
-void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp) {
-  ReportFile file(".fsp");
-  file.Put(IterationHead(iteration, rmsVel, rmsAmp));
+void FS_SaveSMPfile(Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener) {
+  ReportFile file(run.switches, ".fsp");
+  file.Put(IterationHead(run.course, run.switches, iteration, rmsVel, rmsAmp));
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    const ForwardModelRow m = ForwardModelOf(l);
+    const ForwardModelRow m = ForwardModelOf(run.ground, l);
     file.Printf("%14.5lf %14.5lf %14.5lf %14.5lf %14.5lf %14.5lf\n", m.H, m.Vp, m.Vs, m.density, m.nu,
                 m.damping);
   }
   file.Put("\n");
-  file.Append();
-  FS_ReportTime(1);
+  file.Append(listener);
+  FS_ReportTime(run.course, 1);
 }
 
 }  // namespace sondera

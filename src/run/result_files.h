@@ -3,33 +3,35 @@
 //
 // Callers: drivers of forward runs and inversions, between FS_OpenFiles and FS_CloseFiles (run_files.h). A
 // file is named run.switches.baseName plus its extension; every call adds a block, so that the iterations of a run
-// stand one after the other. A block that cannot be written is told in a message box, and the run goes on.
+// stand one after the other. A block that cannot be written is told to the listener, and the run goes on.
 // Statistics stand in result_statistics.h. Owned state: none.
 #pragma once
 
 #include <string>
 
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
+#include "runtime/listener.h"
 
 namespace sondera {
 
 /// ".fdp": observed and computed curves. Global curve: one row for each point. Array curves: velocities by
 /// frequency, wavelengths, amplitudes.
 /// @param velocity, amplitude  computed values by row (global: by set-up slot and point, too)
-/// Also brings run.course.timeText up to date.
-void FS_SaveDspCurve(int iteration, const OffsetVector<double>& velocity,
-                     const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp);
+/// Also brings course.timeText up to date.
+void FS_SaveDspCurve(Run& run, int iteration, const OffsetVector<double>& velocity,
+                     const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp, Listener& listener);
 
 /// ".fmp": table of the model, from the entry of this number (FS_RefreshModelPar comes first), with the Vs
 /// two posterior deviations below and above.
-void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp);
+void FS_SaveModelPar(const Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener);
 
 /// ".pfl": Vs over depth as stairs, the half-space by its top alone.
-void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp);
+void FS_SaveProfile(const Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener);
 
 /// ".fsp": the layers of the run as columns of a forward model, 0 where a value is to be derived. Also brings
-/// run.course.timeText up to date.
-void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp);
+/// course.timeText up to date.
+void FS_SaveSMPfile(Run& run, int iteration, double rmsVel, double rmsAmp, Listener& listener);
 
 /// Row of the model table: depth, H, Vp, Vs, two limits of Vs, density, nu, damping of layer i (from 0).
 std::string ModelTableRow(int index, int i, double firstLimit, double secondLimit);

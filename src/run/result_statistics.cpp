@@ -11,8 +11,6 @@
 #include "records/result_room.h"
 #include "run/active_rows.h"
 #include "run/report_file.h"
-#include "run/system_state.h"
-#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -25,7 +23,7 @@ struct Parameter {
   int layer, number;
 };
 
-std::vector<Parameter> ParametersOf(int quantity) {
+std::vector<Parameter> ParametersOf(const Run& run, int quantity) {
   std::vector<Parameter> found;
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     const int p = run.parameters.MapEntry(quantity, l);
@@ -53,8 +51,8 @@ double Product(const ColumnMatrix& a, const ColumnMatrix& b, int i, int j) {
   return sum;
 }
 
-void WriteDataResolution(const ColumnMatrix& G) {
-  ReportFile file(".N");
+void WriteDataResolution(const Run& run, const ColumnMatrix& G, Listener& listener) {
+  ReportFile file(run.switches, ".N");
   file.Printf("\n\nIteration no. : %2ld ...\n", static_cast<long>(run.course.iCurIterNo));
   for (int i = 1; i <= G.rows(); ++i) {
     for (int j = 1; j <= G.rows(); ++j)
@@ -62,13 +60,14 @@ void WriteDataResolution(const ColumnMatrix& G) {
     file.Put("\n");
   }
   file.Put("\n\n");
-  file.Append();
+  file.Append(listener);
 }
 
-void WriteDataDiagonal(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
+void WriteDataDiagonal(const Run& run, const ColumnMatrix& G, const OffsetVector<double>& velocity,
+                       Listener& listener) {
   const std::vector<int> rows = ActiveRows();
   const bool byWavelength = run.switches.iDispSource == 1 && std::abs(run.switches.iAnalysis) == 2;
-  ReportFile file(".n");
+  ReportFile file(run.switches, ".n");
   file.Printf("\n\nIteration no. : %2ld ...\n", static_cast<long>(run.course.iCurIterNo));
   for (int i = 1; i <= G.rows() && !rows.empty(); ++i) {
     // Rows of amplitudes follow those of velocities.
@@ -79,16 +78,16 @@ void WriteDataDiagonal(const ColumnMatrix& G, const OffsetVector<double>& veloci
                 Product(G, run.update.Weight, i, i));
   }
   file.Put("\n");
-  file.Append();
+  file.Append(listener);
 }
 
 /// Whole model resolution. The long form has all quantities, the short one thickness and Vs, in blocks.
-void WriteModelResolution(const ColumnMatrix& R, bool longForm) {
-  ReportFile file(longForm ? ".R0" : ".R1");
+void WriteModelResolution(const Run& run, const ColumnMatrix& R, bool longForm, Listener& listener) {
+  ReportFile file(run.switches, longForm ? ".R0" : ".R1");
   file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.course.iCurIterNo));
   for (const ResolutionTable& table : kResolutionTables) {
     if (!longForm && table.quantity != kQuantityH && table.quantity != kQuantityVs) continue;
-    const auto parameters = ParametersOf(table.quantity);
+    const auto parameters = ParametersOf(run, table.quantity);
     if (parameters.empty()) continue;
     file.Put(table.title);
     for (const Parameter& row : parameters) {
@@ -98,7 +97,7 @@ void WriteModelResolution(const ColumnMatrix& R, bool longForm) {
       if (!longForm) file.Put("\n");
     }
   }
-  file.Append();
+  file.Append(listener);
 }
 
 double ColumnNorm(const ColumnMatrix& G, int p) {
@@ -107,14 +106,14 @@ double ColumnNorm(const ColumnMatrix& G, int p) {
   return std::sqrt(sum);
 }
 
-void WriteResolutionTable(ReportFile& file, const ColumnMatrix& G, const ColumnMatrix& R,
-                          const std::vector<Parameter>& parameters) {
+void WriteResolutionTable(ReportFile& file, const LayeredGround& ground, const ColumnMatrix& G,
+                          const ColumnMatrix& R, const std::vector<Parameter>& parameters) {
   file.Put(
       " No.\t      Depth\t   G(maxWaveL)\t   G(diagonal)\t    Diagonal\t Backus-Gilbert\t    Dirichlet\n");
   double depth = 0.0, backusSum = 0.0, dirichletSum = 0.0;
   for (const Parameter& row : parameters) {
     const int i = row.layer, p = row.number;
-    depth += run.ground.layerH[i];
+    depth += ground.layerH[i];
     double backus = 0.0, dirichlet = 0.0;
     for (const Parameter& col : parameters) {
       const double r = R(p, col.number), apart = i - col.layer, delta = i == col.layer ? 1.0 : 0.0;
@@ -131,10 +130,13 @@ void WriteResolutionTable(ReportFile& file, const ColumnMatrix& G, const ColumnM
 }
 
 /// Resolution of Vs into the entry: what is fixed counts as fully resolved, so that it has no band.
-void StoreResolution(const ColumnMatrix& R) {
+void StoreResolution(const Run& run, const ColumnMatrix& R, Listener& listener) {
   const int entry = run.course.iCurIterNo, n = run.ground.nLayersCur;
-  if (entry < 0 || ShowRefusal(MakeEntryRoom(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves)) < 0)
+  if (entry < 0) return;
+  if (const Refusal refusal = MakeEntryRoom(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves)) {
+    listener.Tell(refusal);
     return;
+  }
   for (int l = 1; l <= n; ++l) {
     const int p = run.parameters.MapEntry(kQuantityVs, l);
     InvParam.resolution(entry, l - 1) = p > 0 && p <= R.rows() ? R(p, p) : 1.0;
@@ -157,12 +159,12 @@ constexpr PosteriorTable kPosteriorTables[] = {
 
 }  // namespace
 
-void FS_SavePostMPar(int iteration, double rmsVel) {
-  ReportFile file(".pcm");
+void FS_SavePostMPar(const Run& run, int iteration, double rmsVel, Listener& listener) {
+  ReportFile file(run.switches, ".pcm");
   file.Printf("Iteration no. : %2ld (%s) ... RMS error (Vel=%lg)\n", static_cast<long>(iteration),
               run.course.runTitle.c_str(), rmsVel);
   for (const PosteriorTable& table : kPosteriorTables) {
-    const auto parameters = ParametersOf(table.quantity);
+    const auto parameters = ParametersOf(run, table.quantity);
     if (parameters.empty()) continue;
     file.Put(table.title);
     file.Put("Layer   postV/priV      Var.       Std Dev. L.Bound(95%)  U.Bound(95%)\n");
@@ -175,33 +177,34 @@ void FS_SavePostMPar(int iteration, double rmsVel) {
                   value + 2.0 * deviation);
     }
   }
-  file.Append();
+  file.Append(listener);
 }
 
-void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
+void FS_SaveGaussParam(const Run& run, const ColumnMatrix& G, const OffsetVector<double>& velocity,
+                       Listener& listener) {
   if (run.switches.withoutResults) return;
   const ColumnMatrix& W = run.update.Weight;
   if (W.cols() != G.rows() || W.rows() != G.cols()) return;
   const bool standard = run.switches.runKind == kInversion;
-  if (run.switches.reportSwitch[kSwitchN]) WriteDataResolution(G);
-  if (standard) WriteDataDiagonal(G, velocity);
+  if (run.switches.reportSwitch[kSwitchN]) WriteDataResolution(run, G, listener);
+  if (standard) WriteDataDiagonal(run, G, velocity, listener);
 
   ColumnMatrix R(W.rows(), W.rows());
   for (int j = 1; j <= R.cols(); ++j)
     for (int i = 1; i <= R.rows(); ++i) R(i, j) = Product(W, G, i, j);
-  if (run.switches.reportSwitch[kSwitchR0]) WriteModelResolution(R, true);
-  if (run.switches.reportSwitch[kSwitchR1]) WriteModelResolution(R, false);
-  StoreResolution(R);
+  if (run.switches.reportSwitch[kSwitchR0]) WriteModelResolution(run, R, true, listener);
+  if (run.switches.reportSwitch[kSwitchR1]) WriteModelResolution(run, R, false, listener);
+  StoreResolution(run, R, listener);
   if (!standard) return;
-  ReportFile file(".r");
+  ReportFile file(run.switches, ".r");
   file.Printf("\n\nIteration no. : %2ld ... \n", static_cast<long>(run.course.iCurIterNo));
   for (const ResolutionTable& table : kResolutionTables) {
-    const auto parameters = ParametersOf(table.quantity);
+    const auto parameters = ParametersOf(run, table.quantity);
     if (parameters.empty()) continue;
     file.Put(table.title);
-    WriteResolutionTable(file, G, R, parameters);
+    WriteResolutionTable(file, run.ground, G, R, parameters);
   }
-  file.Append();
+  file.Append(listener);
 }
 
 }  // namespace sondera

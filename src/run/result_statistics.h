@@ -8,6 +8,8 @@
 
 #include "numeric/column_matrix.h"
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
+#include "runtime/listener.h"
 
 namespace sondera {
 
@@ -15,7 +17,7 @@ namespace sondera {
 /// from run.update.InvH and run.parameters.Cm. Kept: the third table is titled Poisson's ratio and shows nu, while its row of
 /// the model is that of Vp; and where an update was made in data space InvH is not formed, so that the former
 /// values show.
-void FS_SavePostMPar(int iteration, double rmsVel);
+void FS_SavePostMPar(const Run& run, int iteration, double rmsVel, Listener& listener);
 
 /// ".n" and ".r" in an inversion, ".N", ".R0" and ".R1" under their switches; the resolution of Vs also into
 /// the entry run.course.iCurIterNo of InvParam, 1 where Vs is fixed.
@@ -23,6 +25,7 @@ void FS_SavePostMPar(int iteration, double rmsVel);
 /// @param G         sensitivities of the rows in use, by parameter; goes with run.update.Weight
 /// @param velocity  computed velocity by observation row. A row i of G is the i-th row with
 ///                  iNoVelocity 0 and a deviation above 0
-void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& velocity);
+void FS_SaveGaussParam(const Run& run, const ColumnMatrix& G, const OffsetVector<double>& velocity,
+                       Listener& listener);
 
 }  // namespace sondera

@@ -3,7 +3,6 @@
 
 #include <ctime>
 
-#include "run/system_state.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -30,12 +29,12 @@ std::string ElapsedText(const std::array<int, 3>& start, const std::array<int, 3
   return FormatText("[%dhr %dmin %dsec]", elapsed / 3600, elapsed / 60 % 60, elapsed % 60);
 }
 
-void FS_ReportTime(int stage) {
+void FS_ReportTime(Course& course, int stage) {
   if (stage == 0) {
-    run.course.startClock = ClockNow();
-    run.course.timeText.clear();
+    course.startClock = ClockNow();
+    course.timeText.clear();
   } else {
-    run.course.timeText = ElapsedText(run.course.startClock, ClockNow());
+    course.timeText = ElapsedText(course.startClock, ClockNow());
   }
 }
 

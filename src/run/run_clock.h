@@ -1,9 +1,11 @@
 // run_clock.h - how long a run has taken, as text. Callers: drivers of runs, writers of results. The start is
-// kept in `run`.
+// kept in the course of the run.
 #pragma once
 
 #include <array>
 #include <string>
+
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -11,8 +13,8 @@ namespace sondera {
 /// lies on the next day. Kept: whole days are not seen, so a run of more than 24 hours shows too little.
 std::string ElapsedText(const std::array<int, 3>& start, const std::array<int, 3>& end);
 
-/// Stage 0 reads the start into run.course.startClock and clears run.course.timeText; stage 1 puts the time since then into
-/// run.course.timeText.
-void FS_ReportTime(int stage);
+/// Stage 0 reads the start into course.startClock and clears course.timeText; stage 1 puts the time since then into
+/// course.timeText.
+void FS_ReportTime(Course& course, int stage);
 
 }  // namespace sondera

@@ -5,10 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "records/session.h"
-#include "run/system_state.h"
 #include "runtime/atomic_writer.h"
-#include "runtime/dialogs.h"
 #include "runtime/lock_file.h"
 #include "runtime/text_format.h"
 
@@ -19,7 +16,8 @@ struct RunFile {
   std::string extension, path;
   AtomicWriter writer;
 
-  explicit RunFile(const char* ext) : extension(ext), path(run.switches.baseName + ext), writer(path) {}
+  RunFile(const std::string& baseName, const char* ext)
+      : extension(ext), path(baseName + ext), writer(path) {}
 };
 
 struct OpenSet {
@@ -31,10 +29,10 @@ struct OpenSet {
 OpenSet open;
 
 /// The file of an extension, opened if need be; null when it cannot be, with the complaint.
-RunFile* FileOf(const char* extension, std::string& complaint) {
+RunFile* FileOf(const std::string& baseName, const char* extension, std::string& complaint) {
   for (const auto& file : open.files)
     if (file->extension == extension) return file.get();
-  auto file = std::make_unique<RunFile>(extension);
+  auto file = std::make_unique<RunFile>(baseName, extension);
   if (!file->writer.Ok()) {
     complaint = OpeningComplaint(file->path, file->writer.Reason());
     return nullptr;
@@ -44,13 +42,12 @@ RunFile* FileOf(const char* extension, std::string& complaint) {
 }
 
 /// The set cannot become whole any more.
-void Lose(const std::string& complaint) {
+void Lose(const std::string& complaint, Listener& listener) {
   open.lost = true;
-  MessagePopup(session.appTitle,
-               complaint + "\nThe result files of this run are not written. Those of the former run stay.");
+  listener.Tell(complaint + "\nThe result files of this run are not written. Those of the former run stay.");
 }
 
-std::vector<const char*> ExtensionsOf(int kind) {
+std::vector<const char*> ExtensionsOf(int kind, const Switches& switches) {
   std::vector<const char*> found;
   const auto add = [&found](std::initializer_list<const char*> list) {
     found.insert(found.end(), list.begin(), list.end());
@@ -60,16 +57,16 @@ std::vector<const char*> ExtensionsOf(int kind) {
   add({".fdp", ".fmp", ".pfl", ".pcm"});
   if (kind == 2) add({".n", ".r"});
   for (std::size_t i = 0; i < kReportExtensions.size(); ++i)
-    if (run.switches.reportSwitch[i]) add({kReportExtensions[i]});
+    if (switches.reportSwitch[i]) add({kReportExtensions[i]});
   return found;
 }
 
 /// Before the first file takes its place all are written to the end, so that a full disk leaves the whole
 /// former set.
-bool WriteToTheEnd() {
+bool WriteToTheEnd(Listener& listener) {
   for (const auto& file : open.files) {
     if (file->writer.Finish(false)) continue;
-    Lose(file->writer.Reason() + ".");
+    Lose(file->writer.Reason() + ".", listener);
     return false;
   }
   return true;
@@ -81,35 +78,36 @@ std::string OpeningComplaint(const std::string& path, const std::string& reason)
   return FormatText("Error in opening file %s\n%s.", path.c_str(), reason.c_str());
 }
 
-int FS_OpenFiles(int kind) {
+Refusal FS_OpenFiles(int kind, const Switches& switches) {
   FS_DropFiles();
-  if (!LockFile::MayGoOn(open.lock.Acquire(run.switches.baseName))) return Refuse(open.lock.Reason() + ".");
-  for (const char* extension : ExtensionsOf(kind)) {
-    if (open.lock.Held()) RemoveRemains(run.switches.baseName + extension);
+  if (!LockFile::MayGoOn(open.lock.Acquire(switches.baseName))) return open.lock.Reason() + ".";
+  for (const char* extension : ExtensionsOf(kind, switches)) {
+    if (open.lock.Held()) RemoveRemains(switches.baseName + extension);
     std::string complaint;
-    if (FileOf(extension, complaint)) continue;
+    if (FileOf(switches.baseName, extension, complaint)) continue;
     FS_DropFiles();
-    return Refuse(complaint);
+    return complaint;
   }
-  return 0;
+  return {};
 }
 
-void AddToRunFile(const char* extension, std::string_view block) {
+void AddToRunFile(const std::string& baseName, const char* extension, std::string_view block,
+                  Listener& listener) {
   if (open.lost) return;
   std::string complaint;
-  RunFile* file = FileOf(extension, complaint);
-  if (!file) return Lose(complaint);
+  RunFile* file = FileOf(baseName, extension, complaint);
+  if (!file) return Lose(complaint, listener);
   open.begun = true;
   file->writer.Put(block);
   file->writer.WriteOut();
-  if (!file->writer.Ok()) Lose(file->writer.Reason() + ".");
+  if (!file->writer.Ok()) Lose(file->writer.Reason() + ".", listener);
 }
 
-void FS_CloseFiles(int) {
-  if (open.begun && !open.lost && WriteToTheEnd()) {
+void FS_CloseFiles(int, Listener& listener) {
+  if (open.begun && !open.lost && WriteToTheEnd(listener)) {
     for (const auto& file : open.files)
       if (!file->writer.Commit(false))
-        MessagePopup(session.appTitle, file->writer.Reason() + ".\nIt is still the file of the former run.");
+        listener.Tell(file->writer.Reason() + ".\nIt is still the file of the former run.");
   }
   FS_DropFiles();
 }

@@ -7,24 +7,28 @@
 // be written whole leaves the former set; a killed one leaves it too, beside its temporary files.
 //
 // Callers: FS_RetrieveSystemPM opens, the drivers of runs close, ReportFile adds blocks. Owned state: the
-// files of the present run and their lock.
+// files of the present run and their lock (run_state.h).
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "run/system_state.h"
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
+
 namespace sondera {
 
-/// Opens the files of a run: run.switches.baseName plus ".fdp", ".fmp", ".pfl", ".pcm"; in an inversion (kind 2) also
+/// Opens the files of a run: switches.baseName plus ".fdp", ".fmp", ".pfl", ".pcm"; in an inversion (kind 2) also
 /// ".fsp", ".n", ".r"; in a waveform run (kind 3) ".pls" and ".spc"; and those whose report switch is on.
 /// Drops files that are still open.
-/// @return 0; -1 after a message when another process works on these files, or when one of them cannot be
-///         written or is no plain file: nothing has changed then
-[[nodiscard]] int FS_OpenFiles(int kind);
+/// @return refused when another process works on these files, or when one of them cannot be written or is no plain
+///         file: nothing has changed then
+Refusal FS_OpenFiles(int kind, const Switches& switches);
 
 /// Puts the files in place, all of them or, after a message, none; none without a message when nothing was
 /// added. Those without a block become empty. Kept: the kind of run is not looked at.
-void FS_CloseFiles(int kind);
+void FS_CloseFiles(int kind, Listener& listener);
 
 /// Drops what is open; the former files stay. Throws nothing.
 void FS_DropFiles();
@@ -39,8 +43,9 @@ class RunFiles {
 };
 
 /// Adds a block to the file of this extension; a file that FS_OpenFiles did not open is opened now. The first
-/// failure of a run is told; from then on blocks are passed over.
-void AddToRunFile(const char* extension, std::string_view block);
+/// failure of a run is told; no block is written from then on.
+void AddToRunFile(const std::string& baseName, const char* extension, std::string_view block,
+                  Listener& listener);
 
 /// "Error in opening file %s\n" and the reason, as a sentence.
 std::string OpeningComplaint(const std::string& path, const std::string& reason);

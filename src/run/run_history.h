@@ -1,7 +1,7 @@
 // run_history.h - how the inversions of the session went: fit and number of points of each iteration.
 //
 // Callers: the run of an inversion reports to it; the summary at the end of an unattended run and its doubts
-// read it. Owns the list of histories, which belongs to the session: StartSession() empties it.
+// read it. Owns the list of histories, which belongs to the session (run_state.h).
 #pragma once
 
 #include <vector>

@@ -5,8 +5,4 @@ namespace sondera {
 
 Run run;
 
-void ResetRunState() {
-  run = Run{};
-}
-
 }  // namespace sondera

@@ -192,7 +192,4 @@ inline constexpr std::array<const char*, 7> kReportExtensions = {".svd", ".N",  
 
 extern Run run;
 
-/// State of a fresh start.
-void ResetRunState();
-
 }  // namespace sondera

@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include "runtime/catalogue/exdthd.h"
-
 namespace sondera {
 namespace {
 
@@ -36,12 +34,6 @@ void DrawResolution(int entry) {
 }
 void DrawRMSerror(int entry) {
   if (handlers.drawRMSerror) handlers.drawRMSerror(entry);
-}
-
-void DrawSideGraph(int entry) {
-  void (*const kDraw[])(int) = {DrawProfile, DrawResolution, DrawRMSerror};
-  const int choice = GetCtrlVal(exdthd::PLOT_INV);
-  if (choice >= 0 && choice < 3) kDraw[choice](entry);
 }
 
 }  // namespace sondera

@@ -35,7 +35,5 @@ void ExdThdCurvPlot();
 void DrawProfile(int entry);
 void DrawResolution(int entry);
 void DrawRMSerror(int entry);
-/// The side graph that PLOT_INV of the results page chooses: profile, resolution or RMS error.
-void DrawSideGraph(int entry);
 
 }  // namespace sondera

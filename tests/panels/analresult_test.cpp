@@ -12,6 +12,7 @@
 #include "run/system_model.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -6,6 +6,7 @@
 #include "panels/fmodeling_records.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
+#include "run/run_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "support/session_fixture.h"

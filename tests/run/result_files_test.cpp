@@ -12,6 +12,7 @@
 #include "run/run_files.h"
 #include "run/system_model.h"
 #include "support/failing_file_driver.h"
+#include "support/named_runs.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -30,9 +31,10 @@ class ResultFiles : public RunTest {
 
 TEST_F(ResultFiles, HeadLineHasTheAmplitudeOnlyWhereItIsInUse) {
   run.course.runTitle = "3-D Inversion";
-  EXPECT_EQ(IterationHead(3, 1.25, 0.5), "Iteration no. :  3 (3-D Inversion) ... RMS error (Vel=1.25)\n");
+  EXPECT_EQ(IterationHead(run.course, run.switches, 3, 1.25, 0.5),
+            "Iteration no. :  3 (3-D Inversion) ... RMS error (Vel=1.25)\n");
   run.switches.iUseAmplitude = 1;
-  EXPECT_EQ(IterationHead(12, 1.25, 0.5),
+  EXPECT_EQ(IterationHead(run.course, run.switches, 12, 1.25, 0.5),
             "Iteration no. : 12 (3-D Inversion) ... RMS error (Vel=1.25, Amp=0.5)\n");
 }
 

@@ -3,6 +3,7 @@
 
 #include "panels/fmodeling_records.h"
 #include "panels/forward_run.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/redraw.h"
 

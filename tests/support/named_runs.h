@@ -2,6 +2,8 @@
 // their boxes. 0, or -1 after a message.
 #pragma once
 
+#include <string_view>
+
 #include "inversion/max_likelihood.h"
 #include "inversion/sensitivity.h"
 #include "panels/forward_run.h"
@@ -10,6 +12,11 @@
 #include "run/analytic_profile.h"
 #include "run/observations.h"
 #include "run/preliminary_profile.h"
+#include "run/result_entries.h"
+#include "run/result_files.h"
+#include "run/result_statistics.h"
+#include "run/run_clock.h"
+#include "run/run_files.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
 
@@ -49,6 +56,52 @@ inline int FS_Gmatrix() {
 inline int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude) {
   RunBoxes boxes;
   return ShowRefusal(FS_MaxLiklihood(velocity, amplitude, boxes));
+}
+
+inline int FS_OpenFiles(int kind) {
+  return ShowRefusal(FS_OpenFiles(kind, run.switches));
+}
+inline void FS_CloseFiles(int kind) {
+  RunBoxes boxes;
+  FS_CloseFiles(kind, boxes);
+}
+inline void AddToRunFile(const char* extension, std::string_view block) {
+  RunBoxes boxes;
+  AddToRunFile(run.switches.baseName, extension, block, boxes);
+}
+inline int FS_RefreshDspCurve(int index, const OffsetVector<double>& velocity, double rms) {
+  return ShowRefusal(FS_RefreshDspCurve(run, index, velocity, rms));
+}
+inline int FS_RefreshModelPar(int index) {
+  return ShowRefusal(FS_RefreshModelPar(run.ground, index));
+}
+inline void FS_ReportTime(int stage) {
+  FS_ReportTime(run.course, stage);
+}
+inline void FS_SaveDspCurve(int iteration, const OffsetVector<double>& velocity,
+                            const OffsetVector<double>& amplitude, double rmsVel, double rmsAmp) {
+  RunBoxes boxes;
+  FS_SaveDspCurve(run, iteration, velocity, amplitude, rmsVel, rmsAmp, boxes);
+}
+inline void FS_SaveModelPar(int iteration, double rmsVel, double rmsAmp) {
+  RunBoxes boxes;
+  FS_SaveModelPar(run, iteration, rmsVel, rmsAmp, boxes);
+}
+inline void FS_SaveProfile(int iteration, double rmsVel, double rmsAmp) {
+  RunBoxes boxes;
+  FS_SaveProfile(run, iteration, rmsVel, rmsAmp, boxes);
+}
+inline void FS_SaveSMPfile(int iteration, double rmsVel, double rmsAmp) {
+  RunBoxes boxes;
+  FS_SaveSMPfile(run, iteration, rmsVel, rmsAmp, boxes);
+}
+inline void FS_SavePostMPar(int iteration, double rmsVel) {
+  RunBoxes boxes;
+  FS_SavePostMPar(run, iteration, rmsVel, boxes);
+}
+inline void FS_SaveGaussParam(const ColumnMatrix& G, const OffsetVector<double>& velocity) {
+  RunBoxes boxes;
+  FS_SaveGaussParam(run, G, velocity, boxes);
 }
 
 }  // namespace sondera

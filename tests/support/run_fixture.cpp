@@ -10,6 +10,7 @@
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/run_files.h"
+#include "run/run_state.h"
 #include "run/sweep.h"
 #include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -38,7 +39,6 @@ void RunTest::SetUp() {
 }
 
 void RunTest::TearDown() {
-  FS_DropFiles();
   ResetRunState();
   SessionTest::TearDown();
 }

@@ -1,0 +1,13 @@
+// run_state.h - the state of run/, and how a session starts it afresh.
+//
+// `run` stands in system_state.h, sweepState in sweep_state.h. Objects behind the functions of their header:
+//   run_files.cpp    open        the files of the present run and their lock: they live as long as its RunFiles
+//   run_history.cpp  histories   the inversions of the session
+#pragma once
+
+namespace sondera {
+
+/// State of a fresh start: files that are still open are dropped.
+void ResetRunState();
+
+}  // namespace sondera
