@@ -31,6 +31,7 @@ struct PlotLook {
   LineDash dash = LineDash::Solid;
   bool visible = true;
   bool inLegend = true;  ///< shown in the legend, if it has a text there
+  int bandTo = 0;        ///< handle of another curve: the area between both is shaded; 0 for none
 };
 
 /// One curve. x and y are of one length; a point that is not finite is a gap.

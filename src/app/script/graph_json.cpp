@@ -44,15 +44,17 @@ std::string_view DashName(LineDash dash) {
 }
 
 ordered_json PlotJson(const PlotModel& p) {
-  return {{"x", p.x},
-          {"y", p.y},
-          {"style", StyleName(p.style)},
-          {"marker", p.marker},
-          {"color", ColorText(p.color)},
-          {"width", p.width},
-          {"dash", DashName(p.dash)},
-          {"legend", p.inLegend ? p.legend : std::string()},
-          {"visible", p.visible}};
+  ordered_json plot = {{"x", p.x},
+                       {"y", p.y},
+                       {"style", StyleName(p.style)},
+                       {"marker", p.marker},
+                       {"color", ColorText(p.color)},
+                       {"width", p.width},
+                       {"dash", DashName(p.dash)},
+                       {"legend", p.inLegend ? p.legend : std::string()},
+                       {"visible", p.visible}};
+  if (p.bandTo != 0) plot["band_to"] = p.bandTo;
+  return plot;
 }
 
 ordered_json RectangleJson(const RectangleModel& r) {

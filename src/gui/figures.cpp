@@ -1,0 +1,148 @@
+// figures.cpp - see figures.h.
+#include "gui/figures.h"
+
+#include <QBuffer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QSaveFile>
+#include <QSvgGenerator>
+#include <algorithm>
+#include <cmath>
+
+#include "gui/boxes.h"
+#include "gui/graph_view.h"
+#include "gui/qt_text.h"
+#include "runtime/version.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kScreenDpi = 96.0, kPngDpi = 300.0, kInch = 0.0254;
+constexpr int kPdfDpi = 1200;
+constexpr double kMillimetresOfPixel = 25.4 / kScreenDpi;
+constexpr int kSmallest = 16;  // pixels; a widget that was never shown may be smaller
+
+QSize SizeOf(const QWidget& what) {
+  return what.size().expandedTo({kSmallest, kSmallest});
+}
+
+/// Paints a graph or a page; its graphs too are painted as lines and texts.
+void Paint(QWidget& what, QPaintDevice& device, double scale, bool vectorial) {
+  if (auto* graph = qobject_cast<GraphView*>(&what)) {
+    graph->PaintFigure(device, scale, vectorial);
+    return;
+  }
+  const QList<GraphView*> graphs = what.findChildren<GraphView*>();
+  for (GraphView* graph : graphs) graph->SetPaintsAsFigure(true);
+  QPainter painter(&device);
+  painter.scale(scale, scale);
+  what.render(&painter, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
+  painter.end();
+  for (GraphView* graph : graphs) graph->SetPaintsAsFigure(false);
+}
+
+QByteArray PngOf(QWidget& what) {
+  const double scale = kPngDpi / kScreenDpi;
+  QImage image((QSizeF(SizeOf(what)) * scale).toSize(), QImage::Format_RGB32);
+  image.fill(Qt::white);
+  Paint(what, image, scale, false);
+  // Last: fonts would grow with it.
+  const int dots = static_cast<int>(std::lround(kPngDpi / kInch));
+  image.setDotsPerMeterX(dots);
+  image.setDotsPerMeterY(dots);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  image.save(&buffer, "PNG");
+  return bytes;
+}
+
+QByteArray SvgOf(QWidget& what) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QSvgGenerator svg;
+  svg.setOutputDevice(&buffer);
+  svg.setResolution(static_cast<int>(kScreenDpi));
+  svg.setSize(SizeOf(what));
+  svg.setViewBox(QRect(QPoint(), SizeOf(what)));
+  svg.setTitle(what.accessibleName());
+  svg.setDescription(what.accessibleDescription());
+  Paint(what, svg, 1.0, true);
+  return bytes;
+}
+
+QByteArray PdfOf(QWidget& what) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter pdf(&buffer);
+  pdf.setResolution(kPdfDpi);
+  pdf.setPageSize(QPageSize(QSizeF(SizeOf(what)) * kMillimetresOfPixel, QPageSize::Millimeter, QString(),
+                            QPageSize::ExactMatch));
+  pdf.setPageMargins(QMarginsF());
+  pdf.setTitle(what.accessibleName());
+  pdf.setCreator(ToQt(kAppTitle));
+  Paint(what, pdf, kPdfDpi / kScreenDpi, true);
+  return bytes;
+}
+
+}  // namespace
+
+FigureKind FigureKindOf(const QString& path) {
+  const QString ending = QFileInfo(path).suffix().toLower();
+  if (ending == "svg") return FigureKind::Svg;
+  return ending == "pdf" ? FigureKind::Pdf : FigureKind::Png;
+}
+
+QString SaveFigure(QWidget& what, const QString& path) {
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+  const FigureKind kind = FigureKindOf(path);
+  const QByteArray bytes = kind == FigureKind::Svg   ? SvgOf(what)
+                           : kind == FigureKind::Pdf ? PdfOf(what)
+                                                     : PngOf(what);
+  if (bytes.isEmpty()) return QStringLiteral("The figure is too large.");
+  file.write(bytes);
+  return file.commit() ? QString() : file.errorString();
+}
+
+void AskAndSaveFigure(QWidget& what, const QString& proposedName) {
+  QFileDialog dialog(what.window(), QStringLiteral("Save as a picture"), proposedName,
+                     QStringLiteral("Picture (*.png);;Drawing (*.svg);;Document (*.pdf)"));
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("png"));
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(filter.section('.', -1).chopped(1));
+  });
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  const QString path = dialog.selectedFiles().constFirst(), reason = SaveFigure(what, path);
+  if (!reason.isEmpty()) ShowNotice(FromQt(QStringLiteral("%1 could not be written: %2").arg(path, reason)));
+}
+
+void PrintFigure(QWidget& what, const QString& title) {
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    AskAndSaveFigure(what, title + ".pdf");
+    return;
+  }
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(title);
+  printer.setCreator(ToQt(kAppTitle));
+  printer.setPageOrientation(what.width() > what.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(title + ".pdf");
+  QPrintDialog dialog(&printer, what.window());
+  if (dialog.exec() != QDialog::Accepted) return;
+  const QRectF page = printer.pageRect(QPrinter::DevicePixel);
+  const QSize size = SizeOf(what);
+  Paint(what, printer, std::min(page.width() / size.width(), page.height() / size.height()), true);
+}
+
+}  // namespace sondera

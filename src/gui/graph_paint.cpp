@@ -1,0 +1,196 @@
+// graph_paint.cpp - see graph_paint.h.
+#include "gui/graph_paint.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "figure/palette.h"
+#include "figure/ticks.h"
+#include "gui/graph_legend.h"
+#include "gui/graph_style.h"
+#include "gui/qt_text.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kMapScale = 2.0;  // pixels of a map in a file for each one of the screen
+constexpr double kMarkerRing = 4.0, kFlagMargin = 3.0;
+constexpr double kBarWidth = 12.0, kBarGap = 12.0;
+
+QRectF ToRect(const PixelArea& area) {
+  return {QPointF(area.left, area.top), QPointF(area.right, area.bottom)};
+}
+int TextOn(int color) {
+  return Contrast(color, 0) > Contrast(color, 0xFFFFFF) ? 0 : 0xFFFFFF;
+}
+
+// ---- masks and map ----------------------------------------------------------------------------------------------
+
+/// Pixel of a mask's end: a place off the axis is the area's edge.
+double Held(const PixelAxis& axis, double value) {
+  const double pixel = axis.PixelOf(value), low = std::min(axis.from, axis.to),
+               high = std::max(axis.from, axis.to);
+  if (std::isnan(pixel)) return axis.from;
+  return std::clamp(pixel, low - 3.0, high + 3.0);
+}
+
+void PaintMask(QPainter& painter, const RectangleModel& mask, const GraphFrame& frame) {
+  const QRectF rect = QRectF(QPointF(Held(frame.x, mask.x1), Held(frame.y, mask.y1)),
+                             QPointF(Held(frame.x, mask.x2), Held(frame.y, mask.y2)))
+                          .normalized();
+  const Ink edge = InkFor(mask.frameColor, frame.theme.background);
+  painter.setBrush(Faint(mask.fillColor & 0xFFFFFF, kMaskOpacity));
+  painter.setPen(mask.selected ? QPen(ToColor(frame.theme.text), 2.0)
+                               : QPen(ToColor(edge.edged ? edge.edge : edge.color), 1.0));
+  painter.drawRect(rect);
+  const QString text = ToQt(mask.label);
+  const QFontMetricsF metrics(frame.font);
+  if (text.isEmpty() || metrics.horizontalAdvance(text) > rect.width() - 4) return;
+  painter.setFont(frame.font);
+  painter.setPen(ToColor(frame.theme.text));
+  painter.drawText(rect.adjusted(0, 3, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text);
+}
+
+void PaintMap(QPainter& painter, const IntensityModel& map, const GraphFrame& frame) {
+  // A file gets more pixels than a screen has there.
+  const double scale = frame.vectorial ? kMapScale : painter.device()->devicePixelRatioF();
+  const auto scaled = [&](const PixelAxis& axis) {
+    PixelAxis a = axis;
+    a.from *= scale;
+    a.to *= scale;
+    return a;
+  };
+  const PixelArea area = {frame.area.left * scale, frame.area.top * scale, frame.area.right * scale,
+                          frame.area.bottom * scale};
+  const MapPixels pixels = PixelsOf(map, scaled(frame.x), scaled(frame.y), area);
+  if (pixels.pixels.empty()) return;
+  const QImage image(reinterpret_cast<const uchar*>(pixels.pixels.data()), pixels.width, pixels.height,
+                     QImage::Format_ARGB32);
+  painter.drawImage(QRectF(frame.area.left, frame.area.top, pixels.width / scale, pixels.height / scale),
+                    image);
+}
+
+void PaintColorBar(QPainter& painter, const IntensityModel& map, const GraphFrame& frame) {
+  const ColorBar bar = ColorBarOf(map, frame.area.bottom - frame.area.top);
+  if (bar.ticks.empty()) return;
+  const double left = frame.area.right + kBarGap, height = frame.area.bottom - frame.area.top;
+  const QRectF rect(left, frame.area.top, kBarWidth, height);
+  QImage image(1, std::max(2, static_cast<int>(height)), QImage::Format_RGB32);
+  for (int row = 0; row < image.height(); ++row) {
+    const double value = bar.high + (bar.low - bar.high) * row / (image.height() - 1);
+    image.setPixel(0, row, static_cast<QRgb>(MapColor(map.colorMap, value, frame.theme.background)));
+  }
+  painter.drawImage(rect, image);
+  painter.setPen(ToColor(frame.theme.frame));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(rect);
+  painter.setFont(frame.font);
+  const QFontMetricsF metrics(frame.font);
+  painter.setPen(ToColor(frame.theme.text));
+  double widest = 0.0;
+  for (const Tick& tick : bar.ticks) {
+    const double y = rect.bottom() - (tick.at - bar.low) / (bar.high - bar.low) * height;
+    const QString text = ToQt(tick.text);
+    painter.drawLine(QPointF(rect.right(), y), QPointF(rect.right() + 3, y));
+    painter.drawText(QPointF(rect.right() + 6, y + metrics.ascent() / 2 - 1), text);
+    widest = std::max(widest, metrics.horizontalAdvance(text));
+  }
+  if (bar.title.isEmpty()) return;
+  painter.save();
+  painter.translate(rect.right() + 10 + widest, rect.center().y());
+  painter.rotate(90);
+  painter.drawText(QRectF(-height / 2, -metrics.height(), height, metrics.height()), Qt::AlignCenter,
+                   bar.title);
+  painter.restore();
+}
+
+// ---- markers ----------------------------------------------------------------------------------------------------
+
+void PaintMarker(QPainter& painter, const CursorModel& cursor, int number, const GraphFrame& frame) {
+  const double x = frame.x.PixelOf(cursor.x), y = frame.y.PixelOf(cursor.y);
+  if (!std::isfinite(x) || x < frame.area.left - 0.5 || x > frame.area.right + 0.5) return;
+  const int color = InkFor(cursor.color, frame.theme.background).color;
+  painter.setPen(QPen(ToColor(color), 1.2));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawLine(QPointF(x, frame.area.top), QPointF(x, frame.area.bottom));
+  if (std::isfinite(y) && y >= frame.area.top && y <= frame.area.bottom) {
+    painter.drawEllipse(QPointF(x, y), kMarkerRing, kMarkerRing);
+    if (cursor.plot == 0) {
+      painter.setPen(QPen(ToColor(color), 1.0, Qt::DotLine));
+      painter.drawLine(QPointF(frame.area.left, y), QPointF(frame.area.right, y));
+    }
+  }
+  const QFontMetricsF metrics(frame.font);
+  const QString text = QString::number(number);
+  QRectF flag(x, frame.area.top, metrics.horizontalAdvance(text) + 2 * kFlagMargin, metrics.height());
+  if (flag.right() > frame.area.right) flag.moveRight(x);
+  painter.fillRect(flag, ToColor(color));
+  painter.setPen(ToColor(TextOn(color)));
+  painter.setFont(frame.font);
+  painter.drawText(flag, Qt::AlignCenter, text);
+}
+
+void PaintTitle(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
+  if (graph.title.empty()) return;
+  QFont bold = frame.font;
+  bold.setBold(true);
+  const QFontMetricsF metrics(bold);
+  const QRectF place(frame.area.left, frame.area.top - metrics.height() - 3,
+                     frame.area.right - frame.area.left, metrics.height());
+  painter.setFont(bold);
+  painter.setPen(ToColor(frame.theme.text));
+  painter.drawText(place, Qt::AlignCenter,
+                   metrics.elidedText(ToQt(graph.title), Qt::ElideRight, place.width()));
+}
+
+}  // namespace
+
+GraphRoom RoomFor(const GraphModel& graph, const QFont& font, const QSize& size) {
+  GraphRoom room;
+  const QFontMetricsF metrics(font);
+  if (!graph.title.empty()) room.top = static_cast<int>(metrics.height()) + 6;
+  const LegendPlan legend = PlanLegend(graph, font, size);
+  room.legendBeside = legend.beside;
+  if (legend.beside) room.right = static_cast<int>(legend.width) + 10;
+  if (!graph.intensity || size.width() < 240 || size.height() < 140) return room;
+  const ColorBar bar = ColorBarOf(*graph.intensity, size.height());
+  double widest = 0.0;
+  for (const Tick& tick : bar.ticks) widest = std::max(widest, metrics.horizontalAdvance(ToQt(tick.text)));
+  if (!bar.ticks.empty())
+    room.right = static_cast<int>(kBarGap + kBarWidth + 10 + widest +
+                                  (bar.title.isEmpty() ? 0.0 : metrics.height() + 4));
+  return room;
+}
+
+void PaintContent(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setClipRect(ToRect(frame.area), Qt::IntersectClip);
+  if (graph.intensity) PaintMap(painter, *graph.intensity, frame);
+  for (const RectangleModel& mask : graph.rectangles)
+    if (!mask.selected) PaintMask(painter, mask, frame);
+  for (const RectangleModel& mask : graph.rectangles)
+    if (mask.selected) PaintMask(painter, mask, frame);
+  for (const PlotModel& plot : graph.plots)
+    if (plot.visible && plot.bandTo != 0) PaintBand(painter, graph, plot, frame);
+  for (const PlotModel& plot : graph.plots) {
+    if (plot.visible) PaintCurve(painter, plot, frame);
+  }
+  painter.restore();
+}
+
+void PaintOver(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  PaintTitle(painter, graph, frame);
+  if (graph.intensity && !frame.legendBeside) PaintColorBar(painter, *graph.intensity, frame);
+  for (std::size_t i = graph.cursors.size(); i-- > 0;)
+    PaintMarker(painter, graph.cursors[i], static_cast<int>(i) + 1, frame);
+  PaintLegend(painter, graph, frame);
+  painter.restore();
+}
+
+}  // namespace sondera

@@ -1,0 +1,144 @@
+// graph_style.cpp - see graph_style.h.
+#include "gui/graph_style.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "figure/ticks.h"
+
+namespace sondera {
+namespace {
+
+constexpr double kFarthest = 1e200, kClosestToZero = 1e-200;  // well within what the plot library takes
+constexpr double kLeastRange = 1e-12;                         // of the larger limit
+constexpr int kDotSymbol = 18;
+constexpr std::size_t kMostNames = 24;  // of curves in a spoken line
+constexpr int kFigures = 6;
+
+std::string Number(double value) {
+  return ShortNumber(value, kFigures);
+}
+
+std::string Count(std::size_t n, std::string_view what) {
+  return std::to_string(n) + " " + std::string(what) + (n == 1 ? "" : "s");
+}
+
+void Append(std::string& line, std::string_view part) {
+  if (part.empty()) return;
+  if (!line.empty()) line += "; ";
+  line += part;
+}
+
+std::string AxisPhrase(const AxisModel& axis, const AxisLimits& limits, std::string_view nameless) {
+  std::string phrase(axis.label.empty() ? nameless : std::string_view(axis.label));
+  if (limits.known) phrase += " " + Number(limits.min) + " to " + Number(limits.max);
+  if (axis.logarithmic) phrase += ", logarithmic";
+  if (axis.reversed) phrase += ", reversed";
+  return phrase;
+}
+
+std::string CurvesPhrase(const GraphModel& g) {
+  std::vector<std::string_view> names;
+  std::size_t count = 0;
+  for (const PlotModel& plot : g.plots) {
+    if (!plot.visible) continue;
+    ++count;
+    if (!plot.legend.empty()) names.push_back(plot.legend);
+  }
+  if (count == 0) return g.intensity ? "" : "no curves";
+  std::string phrase = Count(count, "curve");
+  for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
+    phrase += (i == 0 ? ": " : ", ") + std::string(names[i]);
+  if (names.size() > kMostNames) phrase += " and " + std::to_string(names.size() - kMostNames) + " more";
+  return phrase;
+}
+
+std::string MasksPhrase(const GraphModel& g) {
+  if (g.rectangles.empty()) return {};
+  std::string phrase = Count(g.rectangles.size(), "mask");
+  bool first = true;
+  for (const RectangleModel& mask : g.rectangles) {
+    phrase += (first ? " " : ", ") + Number(mask.x1) + " to " + Number(mask.x2);
+    if (!g.xAxis.unit.empty()) phrase += " " + g.xAxis.unit;
+    if (mask.selected) phrase += " (picked)";
+    first = false;
+  }
+  return phrase;
+}
+
+std::string MapPhrase(const GraphModel& g) {
+  if (!g.intensity) return {};
+  return "map of " + std::to_string(g.intensity->columns) + " by " + std::to_string(g.intensity->rows);
+}
+
+std::string MarkersPhrase(const GraphModel& g) {
+  std::string phrase;
+  for (const CursorModel& cursor : g.cursors)
+    phrase +=
+        (phrase.empty() ? (g.cursors.size() == 1 ? "marker at " : "markers at ") : ", ") + Number(cursor.x);
+  return phrase;
+}
+
+}  // namespace
+
+std::span<const double> DashLengths(LineDash dash) {
+  static constexpr std::array<double, 2> dashed = {8, 4}, dotted = {2, 3.5};
+  static constexpr std::array<double, 4> dashDotted = {8, 3.5, 2, 3.5};
+  switch (dash) {
+    case LineDash::Dashed:
+      return dashed;
+    case LineDash::Dotted:
+      return dotted;
+    case LineDash::DashDotted:
+      return dashDotted;
+    case LineDash::Solid:
+      break;
+  }
+  return {};
+}
+
+int SymbolNumber(const PlotLook& look) {
+  if (look.style == PlotStyle::Line || look.style == PlotStyle::Steps) return kNoMarker;
+  return look.marker == kNoMarker ? kDotSymbol : look.marker;
+}
+
+bool HasLine(const PlotLook& look) {
+  return look.style != PlotStyle::Scatter;
+}
+
+AxisLimits SafeLimits(const AxisLimits& limits, bool logarithmic) {
+  const double least = logarithmic ? kClosestToZero : -kFarthest;
+  AxisLimits safe = {std::clamp(limits.min, least, kFarthest), std::clamp(limits.max, least, kFarthest),
+                     limits.known};
+  const double margin =
+      std::max(kLeastRange * std::max(std::fabs(safe.min), std::fabs(safe.max)), kClosestToZero);
+  if (safe.max - safe.min >= margin) return safe;
+  const double middle = safe.min / 2.0 + safe.max / 2.0;
+  return {logarithmic ? middle * (1.0 - kLeastRange) : middle - margin,
+          logarithmic ? middle * (1.0 + kLeastRange) : middle + margin, limits.known};
+}
+
+AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarithmic, double share,
+                  double factor) {
+  const auto scale = [&](double value) { return logarithmic ? std::log(value) : value; };
+  const auto back = [&](double value) { return logarithmic ? std::exp(value) : value; };
+  const double low = scale(shown.min), high = scale(shown.max), still = low + share * (high - low);
+  AxisLimits zoomed = {std::max(back(still - factor * (still - low)), whole.min),
+                       std::min(back(still + factor * (high - still)), whole.max), shown.known};
+  const double least = 1e-9 * std::max(std::fabs(zoomed.min), std::fabs(zoomed.max));
+  return zoomed.max - zoomed.min > least ? zoomed : shown;
+}
+
+std::string SpokenLine(const GraphModel& g, const GraphLimits& shown) {
+  const std::string axes = AxisPhrase(g.yAxis, shown.y, "y") + " over " + AxisPhrase(g.xAxis, shown.x, "x");
+  std::string line = g.title.empty() ? axes : g.title + ": " + axes;
+  Append(line, CurvesPhrase(g));
+  Append(line, MapPhrase(g));
+  Append(line, MasksPhrase(g));
+  Append(line, MarkersPhrase(g));
+  return line;
+}
+
+}  // namespace sondera

@@ -1,0 +1,40 @@
+// graph_style.h - how graphs look and what is said of them, without Qt: sizes, dashes, limits that can be drawn, the
+// spoken line. Ticks, symbols and colours are those of figure/. No state.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "runtime/graphs.h"
+
+namespace sondera {
+
+/// Sizes in pixels at scale 1.
+inline constexpr double kLineWidth = 1.5;     ///< of a curve of width 1
+inline constexpr double kMarkerSize = 7.0;    ///< symbols of curves
+inline constexpr double kEdgeWidth = 1.0;     ///< on each side of a pale curve
+inline constexpr double kMaskOpacity = 0.35;  ///< fill of a mask
+inline constexpr double kBandOpacity = 0.16;  ///< area between two curves
+
+/// Lengths of strokes and gaps in pixels at scale 1; empty for a solid line.
+std::span<const double> DashLengths(LineDash dash);
+
+/// Symbol of a curve's points: that of its marker; a dot for points that have none; kNoMarker for plain lines.
+int SymbolNumber(const PlotLook& look);
+bool HasLine(const PlotLook& look);
+
+/// Limits as they can be drawn: within 1e200 of 0, above 1e-200 on a logarithmic axis, and far enough apart for a
+/// double to tell places between them.
+AxisLimits SafeLimits(const AxisLimits& limits, bool logarithmic);
+
+/// Part of an axis that a zoom shows: share 0 to 1 of the axis stays where it is, the range grows by factor. The result
+/// stays within `whole`.
+AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarithmic, double share,
+                  double factor);
+
+/// The graph in one line, for who does not see it: "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic;
+/// 2 curves: H21[1:2], H31[1:3]; 1 mask 20 to 30 Hz; markers at 20, 30". Limits are those that are drawn.
+std::string SpokenLine(const GraphModel& graph, const GraphLimits& shown);
+
+}  // namespace sondera

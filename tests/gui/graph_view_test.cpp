@@ -1,0 +1,251 @@
+// Graphs drawn on a screen in memory.
+#include "gui/graph_view.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QImage>
+#include <QPalette>
+#include <QTest>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/sasw.h"
+
+namespace sondera {
+namespace {
+
+/// Texts that Qt and the plot library have to say.
+std::string warnings;
+void Listen(QtMsgType, const QMessageLogContext&, const QString& text) {
+  // The screen in memory has no window manager and says so.
+  if (!text.contains("This plugin does not support")) warnings += text.toStdString() + "\n";
+}
+
+class GraphViewTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ResetGraphs();
+    warnings.clear();
+    former_ = qInstallMessageHandler(Listen);
+    view = std::make_unique<GraphView>();
+    view->resize(640, 400);
+    view->Bind(kGraph);
+    view->show();
+    Draw();
+  }
+  void TearDown() override {
+    view.reset();
+    qInstallMessageHandler(former_);
+    ResetGraphs();
+    EXPECT_EQ(warnings, "");
+  }
+  void Draw() {
+    view->Refresh();
+    QApplication::processEvents();
+  }
+  QImage Picture() {
+    Draw();
+    return view->grab().toImage().convertToFormat(QImage::Format_RGB32);
+  }
+  std::string Line() const { return view->accessibleDescription().toStdString(); }
+  QColor At(double x, double y) {
+    const QImage image = Picture();
+    const QPointF pixel = view->PixelOf(x, y) * image.devicePixelRatio();
+    return image.pixelColor(static_cast<int>(pixel.x()), static_cast<int>(pixel.y()));
+  }
+
+  static constexpr const GraphControl& kGraph = sasw::DISPLAY_A;
+  std::unique_ptr<GraphView> view;
+
+ private:
+  QtMessageHandler former_ = nullptr;
+};
+
+int Count(const QImage& image, QRgb color) {
+  int count = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if ((image.pixel(x, y) & 0xFFFFFF) == (color & 0xFFFFFF)) ++count;
+  return count;
+}
+
+IntensityModel Map(std::vector<double> z) {
+  IntensityModel map;
+  map.z = std::move(z);
+  map.columns = map.rows = 2;
+  map.xMax = map.yMax = 1;
+  return map;
+}
+
+TEST_F(GraphViewTest, DrawsACurveInItsColour) {
+  PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF, "Original");
+  SetAxisRange(kGraph, false, -1, 1);
+  EXPECT_EQ(At(5, 0).rgb() & 0xFFFFFF, 0x0000FFu);
+  EXPECT_GT(Count(Picture(), 0x0000FF), 300);
+}
+
+TEST_F(GraphViewTest, DrawsMasksBelowTheCurves) {
+  PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF);
+  PlotRectangle(kGraph, 2, -1, 4, 1, 0xFFFF, 0xFFFF, "2");
+  SetAxisRange(kGraph, false, -1, 1);
+  const QColor mask = At(3.3, -0.47), beside = At(6.3, -0.47);
+  EXPECT_EQ(beside, QColor(Qt::white));
+  EXPECT_LT(mask.red(), 200);
+  EXPECT_GT(mask.blue(), 250);
+  EXPECT_EQ(At(3, 0).rgb() & 0xFFFFFF, 0x0000FFu);
+}
+
+TEST_F(GraphViewTest, DrawsAMapUnderItsMask) {
+  IntensityModel map = Map({0, 0, 100, 100});
+  map.colorMap = {{0, 0x0000FF}, {100, 0xFF0000}};
+  PlotIntensity(kGraph, map);
+  EXPECT_GT(At(0.99, 0.5).red(), 240);
+  EXPECT_GT(At(0.01, 0.5).blue(), 240);
+}
+
+TEST_F(GraphViewTest, ReversedAxesRunDownward) {
+  PlotXY(kGraph, {0, 1}, {0, 30});
+  SetAxisReversed(kGraph, false, true);
+  Draw();
+  EXPECT_LT(view->PixelOf(0, 0).y(), view->PixelOf(0, 30).y());
+}
+
+TEST_F(GraphViewTest, HostileModelsAreDrawnWithoutAWarning) {
+  constexpr double huge = std::numeric_limits<double>::max(),
+                   tiny = std::numeric_limits<double>::denorm_min();
+  const std::vector<std::vector<double>> columns = {{},
+                                                    {1},
+                                                    {NAN, NAN},
+                                                    {INFINITY, -INFINITY},
+                                                    {0, 0, 0},
+                                                    {1, NAN, 3},
+                                                    {-huge, huge},
+                                                    {tiny, 1},
+                                                    {1e-300, 1e300},
+                                                    {1, std::nextafter(1.0, 2.0)},
+                                                    {5, INFINITY, -5, NAN, 7}};
+  for (const bool logarithmic : {false, true}) {
+    for (const PlotStyle style :
+         {PlotStyle::Line, PlotStyle::Scatter, PlotStyle::ConnectedPoints, PlotStyle::Steps}) {
+      for (std::size_t a = 0; a < columns.size(); ++a) {
+        ResetGraphs();
+        PlotXY(kGraph, columns[a], columns[(a + 3) % columns.size()], style, 3, 0xFF0000, "a curve");
+        PlotXY(kGraph, columns[a], columns[a],
+               {.style = style, .marker = 7, .dash = LineDash::Dashed, .bandTo = 1}, "b");
+        PlotRectangle(kGraph, columns[a].empty() ? NAN : columns[a][0], -INFINITY, 3, INFINITY, 0, 0xFFFF);
+        SetGraphCursor(kGraph, 1, columns[a].empty() ? NAN : columns[a].back(), huge);
+        SetAxisLogarithmic(kGraph, true, logarithmic);
+        SetAxisLogarithmic(kGraph, false, logarithmic);
+        EXPECT_FALSE(Picture().isNull());
+      }
+    }
+  }
+  IntensityModel map = Map({NAN, huge, -huge, 1});
+  map.xMax = 0;
+  map.yMin = NAN;
+  map.colorMap = {{NAN, 0}, {huge, 0xFF}};
+  PlotIntensity(kGraph, map);
+  EXPECT_FALSE(Picture().isNull());
+}
+
+TEST_F(GraphViewTest, AMillionPointsAreDrawn) {
+  std::mt19937 random(1);
+  std::normal_distribution<double> noise;
+  std::vector<double> x(1000000), y(x.size());
+  for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i), y[i] = noise(random);
+  PlotXY(kGraph, x, y, PlotStyle::Line, kNoMarker, 0x0000FF);
+  PlotXY(kGraph, x, y,
+         {.style = PlotStyle::ConnectedPoints, .marker = 0, .color = 0xFF0000, .dash = LineDash::Dashed});
+  EXPECT_GT(Count(Picture(), 0xFF0000), 1000);
+}
+
+TEST_F(GraphViewTest, AZeroSizeAndALegendOfManyCurvesDoNoHarm) {
+  for (int i = 0; i < 60; ++i)
+    PlotXY(kGraph, {0, 1}, {0, 1.0 * i}, PlotStyle::Scatter, i, i * 1000,
+           "A curve of a long name, number " + std::to_string(i));
+  SetGraphTitle(kGraph, "A title");
+  EXPECT_FALSE(Picture().isNull());
+  for (const QSize size : {QSize(0, 0), QSize(1, 1), QSize(130, 60), QSize(2000, 30)}) {
+    view->resize(size);
+    EXPECT_NO_FATAL_FAILURE(Picture());
+  }
+}
+
+TEST_F(GraphViewTest, TheSpokenLineFollowsTheDrawing) {
+  SetAxisLabel(kGraph, true, "Frequency", "Hz");
+  SetAxisLabel(kGraph, false, "Phase", "degrees");
+  PlotXY(kGraph, {0, 100}, {-180, 180}, PlotStyle::Line, kNoMarker, 0, "Original");
+  Draw();
+  EXPECT_EQ(Line(), "Phase -180 to 180 over Frequency 0 to 100; 1 curve: Original");
+  PlotRectangle(kGraph, 20, -180, 30, 180, 0, 0);
+  Draw();
+  EXPECT_EQ(Line(), "Phase -180 to 180 over Frequency 0 to 100; 1 curve: Original; 1 mask 20 to 30 Hz");
+  view->ShowPart(AxisLimits{10, 60, true}, {});
+  EXPECT_EQ(Line(), "Phase -180 to 180 over Frequency 10 to 60; 1 curve: Original; 1 mask 20 to 30 Hz");
+  view->hide();
+  DeleteGraphPlot(kGraph);
+  Draw();
+  EXPECT_EQ(Line(), "Phase over Frequency; no curves") << "on a page that is not in front, too";
+}
+
+TEST_F(GraphViewTest, IsAChartWithoutPartsToAScreenReader) {
+  QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(view.get());
+  ASSERT_NE(spoken, nullptr);
+  EXPECT_EQ(spoken->role(), QAccessible::Chart);
+  EXPECT_EQ(spoken->childCount(), 0);
+}
+
+TEST_F(GraphViewTest, AZoomIsOfTheViewAlone) {
+  PlotXY(kGraph, {0, 100}, {0, 50});
+  Draw();
+  view->ShowPart(AxisLimits{20, 40, true}, AxisLimits{10, 20, true});
+  EXPECT_TRUE(view->IsZoomed());
+  EXPECT_NEAR(view->ValueAt(view->PlotArea().center()).x(), 30.0, 0.2);
+  EXPECT_TRUE(GraphOf(kGraph).xAxis.autoScale);
+  EXPECT_EQ(LimitsInForce(GraphOf(kGraph)).x.max, 100.0);
+  SetGraphCursor(kGraph, 1, 30, 15);
+  Draw();
+  EXPECT_TRUE(view->IsZoomed()) << "a marker is no reason to leave";
+  SetAxisRange(kGraph, true, 0, 200);
+  Draw();
+  EXPECT_FALSE(view->IsZoomed()) << "other limits are";
+}
+
+TEST_F(GraphViewTest, GraphsOfOneAbscissaZoomTogether) {
+  QWidget page;
+  GraphView a(&page), b(&page), other(&page);
+  for (const GraphControl* c : {&sasw::DISPLAY_A, &sasw::DISPLAY_B, &dispcurv::DISPGRAPH}) {
+    PlotXY(*c, {0, 100}, {0, 50});
+    SetAxisLabel(*c, true, "Frequency", "Hz");
+  }
+  a.Bind(sasw::DISPLAY_A);
+  b.Bind(sasw::DISPLAY_B);
+  other.Bind(dispcurv::DISPGRAPH);
+  a.ShowPart(AxisLimits{20, 40, true}, AxisLimits{10, 20, true});
+  EXPECT_EQ(b.Shown().x.min, 20.0);
+  EXPECT_EQ(b.Shown().y.max, 50.0);
+  EXPECT_FALSE(other.IsZoomed());
+  b.ShowPart({}, {});
+  EXPECT_EQ(a.Shown().x.min, 0.0);
+}
+
+TEST_F(GraphViewTest, FollowsADarkTheme) {
+  PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x000000);
+  SetAxisRange(kGraph, false, -1, 1);
+  QPalette dark;
+  dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
+  dark.setColor(QPalette::Text, Qt::white);
+  view->setPalette(dark);
+  EXPECT_LT(At(5, 0.5).lightness(), 60);
+  EXPECT_GT(At(5, 0).lightness(), 200) << "a black curve is white there";
+}
+
+}  // namespace
+}  // namespace sondera
