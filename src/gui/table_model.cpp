@@ -11,6 +11,7 @@
 #include "gui/boxes.h"
 #include "gui/fields.h"
 #include "gui/qt_text.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -53,6 +54,12 @@ std::optional<double> CellNumber(std::string_view text) {
   return NumberFromText(pointed);
 }
 
+/// A cell that is looked at: six figures where all of them would not fit. Its editor and a copy have all.
+std::string CellText(double value) {
+  const std::string whole = NumberText(value);
+  return whole.size() <= 8 ? whole : FormatText("%.6g", value);
+}
+
 void Copy(const QTableView& view) {
   const QModelIndexList chosen = view.selectionModel()->selectedIndexes();
   if (chosen.isEmpty()) return;
@@ -66,7 +73,7 @@ void Copy(const QTableView& view) {
   QString text;
   for (int row = top; row <= bottom; ++row)
     for (int column = left; column <= right; ++column)
-      text += view.model()->index(row, column).data(Qt::DisplayRole).toString() +
+      text += view.model()->index(row, column).data(Qt::EditRole).toString() +
               QLatin1Char(column == right ? '\n' : '\t');
   QApplication::clipboard()->setText(text);
 }
@@ -130,7 +137,9 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   switch (role) {
     case Qt::DisplayRole:
+      return ToQt(CellText(GetTableCellVal(table_, index.row() + 1, index.column() + 1)));
     case Qt::EditRole:
+    case Qt::ToolTipRole:
       return ToQt(NumberText(GetTableCellVal(table_, index.row() + 1, index.column() + 1)));
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
@@ -138,7 +147,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return QStringLiteral("%1, row %2: %3")
           .arg(headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString(),
                headerData(index.row(), Qt::Vertical, Qt::DisplayRole).toString(),
-               data(index, Qt::DisplayRole).toString());
+               data(index, Qt::EditRole).toString());
     default:
       return {};
   }

@@ -1,0 +1,143 @@
+// Pictures of all windows with the example in them: nothing is empty, and the manual's pictures are made here, by
+//   SONDERA_PICTURES=docs/pictures QT_QPA_PLATFORM=offscreen gui_test --gtest_filter='Pictures.*'
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QScrollArea>
+#include <QWidget>
+#include <set>
+
+#include "app/script/run.h"
+#include "gui/binder.h"
+#include "gui/main_window.h"
+#include "gui/panel_window.h"
+#include "gui/refresh.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/events.h"
+#include "support/app_fixture.h"
+#include "support/site_records.h"
+
+namespace sondera {
+namespace {
+
+/// Three pairs of the example with their masks, representative curves, and two iterations on plane waves.
+constexpr const char* kRoad = R"(*sondera 2
+read tim id=site files=rec1.tim,rec2.tim,rec3.tim,rec4.tim,rec5.tim,rec6.tim source=0 at=10,14,22,30,42,54
+pair site 1 3
+mask 0 7
+mask 48 500
+disperse
+pair site 2 4
+mask 0 7
+mask 40 500
+disperse
+pair site 1 2
+phase enhanced
+mask 0 14
+mask 48 500
+disperse
+save Site.da overwrite=yes
+calcVel
+preInversion 0 0 2 0.5 6 2 2 3 2 2 100
+inversion
+)";
+
+class Pictures : public testing::AppTest {
+ protected:
+  void SetUp() override {
+    const char* wanted = std::getenv("SONDERA_PICTURES");
+    if (wanted) target_ = QDir::current().absoluteFilePath(QString::fromLocal8Bit(wanted));
+    AppTest::SetUp();
+    if (!wanted) target_ = QString::fromStdString(folder.File("pictures"));
+    ASSERT_TRUE(QDir().mkpath(target_));
+    qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.File("state")));
+    test::WriteSiteRecords(".");
+    script::Source source = script::Source::OfText(kRoad);
+    ResetEvents();
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    const int status = script::Run("road", {}).run(source);
+    ::testing::internal::GetCapturedStdout();
+    ASSERT_NE(status, 1) << ::testing::internal::GetCapturedStderr();
+    ResetEvents();
+    StartRefresh();
+    OpenMainWindow();
+    MainWindowWidget()->resize(1100, 700);
+    Settle();
+  }
+  void TearDown() override {
+    StopRefresh();
+    CloseMainWindow();
+    AppTest::TearDown();
+  }
+
+  static void Settle() {
+    for (int i = 0; i < 5; ++i) {
+      FlushViews();
+      QApplication::processEvents();
+    }
+  }
+
+  /// Takes the picture and looks whether there is something on it.
+  void Take(QWidget* window, const QString& name) {
+    ASSERT_TRUE(window) << name.toStdString();
+    Settle();
+    QImage image = window->grab().toImage();
+    std::set<QRgb> colours;
+    for (int y = 0; y < image.height(); y += 2)
+      for (int x = 0; x < image.width(); ++x) colours.insert(image.pixel(x, y));
+    EXPECT_GT(colours.size(), 20u) << name.toStdString();
+    image = image.convertToFormat(QImage::Format_RGB32);
+    EXPECT_TRUE(image.save(target_ + "/" + name + ".png", nullptr, 0)) << name.toStdString();
+  }
+  void TakePage(Panel page, int tab, const QString& name) {
+    SetActiveTabPage(Panel::PANEL, tab);
+    Take(MainWindowWidget(), name);
+    EXPECT_TRUE(BinderOf(page)) << name.toStdString();
+  }
+  /// Opens a panel by its button or menu item, as a person does, and hides it afterwards.
+  void TakePanel(Panel panel, const Control& opener, const QString& name) {
+    Commit(opener);
+    EXPECT_TRUE(IsPanelShown(panel)) << name.toStdString() << ": " << LastMessage();
+    DisplayPanel(panel);
+    FollowPanel(panel, MainWindowWidget());
+    const Binder* binder = BinderOf(panel);
+    ASSERT_TRUE(binder) << name.toStdString();
+    QWidget* window = binder->WidgetOf(*ControlsOf(panel)[0])->window();
+    // As large as the form wants to be: the screen in memory is smaller than a desktop.
+    if (const auto* area = window->findChild<QScrollArea*>())
+      window->resize(area->widget()->minimumSizeHint().expandedTo(QSize(620, 320)));
+    Take(window, name);
+    HidePanel(panel);
+    Settle();
+  }
+
+ private:
+  QString target_;
+};
+
+TEST_F(Pictures, OfPagesAndPanels) {
+  TakePage(Panel::MEASPANEL, 0, "page_measurements");
+  TakePage(Panel::SASW, 1, "page_masking");
+  TakePage(Panel::DISPCURV, 2, "page_dispersion");
+  TakePage(Panel::EXDTHD, 3, "page_results");
+
+  TakePanel(Panel::HMSETUP, mainmenu::SETUP_HDWARE, "hardware_setup");
+  TakePanel(Panel::HMSETUP, mainmenu::SETUP_MEAS_SETUP, "measurement_setup");
+  TakePanel(Panel::LOADTXDATA, mainmenu::LOAD_TWO_CHNL_DATA, "import");
+  TakePanel(Panel::IRFSETPNL, mainmenu::IRF_SETUP, "filter");
+  TakePanel(Panel::GABORPNL, mainmenu::GABOR_SETUP, "gabor");
+  TakePanel(Panel::CDISPPNL, mainmenu::CALC_REP_DISP_MENU, "representative_curves");
+  TakePanel(Panel::FMODELING, mainmenu::FMODEL_PARAM, "layers");
+  TakePanel(Panel::INVERSION, mainmenu::INV_ANALYSIS_PARAM, "inversion");
+  TakePanel(Panel::ANALRESULT, exdthd::RESULTBOX, "results");
+  TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave");
+}
+
+}  // namespace
+}  // namespace sondera
