@@ -100,6 +100,14 @@ TEST_F(ScriptMeasure, AHaltEndsTheRunAsStopDoes) {
   EXPECT_NE(err.find("before the halt after 900"), std::string::npos) << err;
 }
 
+TEST_F(ScriptMeasure, AnOverloadIsADoubt) {
+  BeginWithTestBoard();
+  testBoard.mask = 2;
+  EXPECT_EQ(Run("setup naverage=2\nmeasure\nsave x.da\n"), 3) << err;
+  EXPECT_NE(report.find("doubt: measID: Overload in 2 of 2 records: channel 2"), std::string::npos) << report;
+  EXPECT_TRUE(Exists("x.da")) << "and the script goes on";
+}
+
 TEST_F(ScriptMeasure, DataGoOnlyWithDiscard) {
   BeginWithTestBoard();
   ASSERT_EQ(Run("setup naverage=1\nmeasure\n"), 0) << err;

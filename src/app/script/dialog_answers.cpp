@@ -46,6 +46,16 @@ std::vector<std::string> DialogAnswers::takeComplaints() {
   return std::exchange(complaints_, {});
 }
 
+std::vector<std::string> DialogAnswers::takeComplaints(std::string_view beginning) {
+  std::vector<std::string> taken;
+  std::erase_if(complaints_, [&](const std::string& text) {
+    const bool takes = text.starts_with(beginning);
+    if (takes) taken.push_back(text);
+    return takes;
+  });
+  return taken;
+}
+
 std::optional<Answer> DialogAnswers::next() {
   if (laidOut_.empty()) return std::nullopt;
   Answer answer = std::move(laidOut_.front());

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -48,6 +49,8 @@ class DialogAnswers {
 
   /// Texts of the boxes and of the questions without an answer since the last call.
   std::vector<std::string> takeComplaints();
+  /// Of these the ones that begin so; the others stay.
+  std::vector<std::string> takeComplaints(std::string_view beginning);
 
   /// Called at each poll of a long run, behind that of the former front end.
   std::function<void()> onPoll;

@@ -48,6 +48,8 @@ class Run {
   DialogAnswers& dialogs() { return dialogs_; }
   /// Throws the complaints of the dialogs, if there are any.
   void settle();
+  /// Throws what the dialogs complained of behind an event, else a refusal.
+  void checkResult(const Control& control, int result);
 
   void continueOnError(bool on) { continueOnError_ = on; }
   /// Presses Halt at the n-th poll of the next run.
@@ -60,8 +62,6 @@ class Run {
   void runLine(const std::string& text, Line& line);
   void runForm(const Arguments& arguments);
   void afterActing();
-  /// Throws what the dialogs complained of, else a refusal.
-  void checkResult(const Control& control, int result);
   void poll();
   void report(int number, const std::string& word, const std::string& reason);
   void checkEnd(int number);

@@ -14,6 +14,7 @@
 #include "runtime/catalogue/hwsetup.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/meassetup.h"
+#include "runtime/findings.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {
@@ -111,7 +112,11 @@ void Measure(Run& run, const Arguments& a) {
   const auto watch = run.atPolls([stop] {
     if (stop > 0 && measRun.measRunning && measRun.delivered >= stop) Commit(measpanel::STOPMEAS);
   });
-  run.press(measpanel::SASWSTART);
+  const int result = Commit(measpanel::SASWSTART);
+  // The records are there: what a person should think about is no failure of the line.
+  for (const std::string& text : run.dialogs().takeComplaints("Overload in"))
+    AddDoubt(session.curMeasID + ": " + text);
+  run.checkResult(measpanel::SASWSTART, result);
 }
 
 }  // namespace
@@ -154,11 +159,9 @@ std::vector<WordForm> MeasureForms() {
        {},
        {Optional(Named("stop", Kind::Whole)), Optional(Named("accept", Kind::Text, "yynyy")),
         Flag("discard")},
-       "Runs the measurement: as many averages as are set, or stop=N records, rejected ones too. accept= "
-       "shows each "
-       "record before it is averaged and accepts or rejects it by its letter. Imported data are replaced "
-       "only with "
-       "discard=yes.",
+       "Runs the measurement: as many averages as are set, or stop=N records, rejected ones too. accept= shows "
+       "each record before it is averaged and accepts or rejects it by its letter. Overloads are a doubt. "
+       "Imported data are replaced only with discard=yes.",
        Measure,
        CheckMeasure},
   };
