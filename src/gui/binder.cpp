@@ -54,6 +54,11 @@ void ConnectLine(const Control& c, QLineEdit& line) {
   line.setAcceptDrops(false);
   if (c.kind != ControlKind::Text || c.facts.role == Role::ReadOut) {
     line.setReadOnly(true);
+    if (!line.hasFrame()) {  // it looks like text, and a screen reader still finds it by name
+      QPalette palette = line.palette();
+      palette.setColor(QPalette::Base, Qt::transparent);
+      line.setPalette(palette);
+    }
     return;
   }
   const auto take = [&c, &line] {

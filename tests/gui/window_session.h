@@ -1,0 +1,118 @@
+// window_session.h - the real windows in a test: a session, the main window, boxes answered by a list.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/startup.h"
+#include "gui/binder.h"
+#include "gui/boxes.h"
+#include "gui/loop.h"
+#include "gui/main_window.h"
+#include "gui/windows.h"
+#include "runtime/controls.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "support/temp_folder.h"
+
+namespace sondera::test {
+
+/// Tests of windows: Run() opens them, does the steps from within the event loop, and ends.
+class WindowSession : public testing::Test {
+ protected:
+  WindowSession() {
+    qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path()));
+    StartSession();
+    EXPECT_TRUE(InstallWindows());
+    boxes_.setInterval(5);
+    QObject::connect(&boxes_, &QTimer::timeout, [this] { AnswerBox(); });
+    boxes_.start();
+  }
+  ~WindowSession() override {
+    boxes_.stop();
+    CloseMainWindow();
+    InstallFrontEnd({});
+    ResetProgramState();
+  }
+
+  /// Opens the windows and runs the steps; afterwards the program is told to quit, unless a step has.
+  int Run(const std::function<void()>& steps) {
+    QTimer::singleShot(0, qApp, [&] {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(MainWindowWidget()));
+      steps();
+      if (!QuitRequested()) QuitUserInterface(0);
+    });
+    return RunUserInterface();
+  }
+
+  static QWidget* WidgetOf(const Control& c) {
+    Binder* binder = BinderOf(c.panel);
+    QWidget* widget = binder ? binder->WidgetOf(c) : nullptr;
+    EXPECT_TRUE(widget) << c.name;
+    return widget;
+  }
+  template <class Widget>
+  static Widget* The(const Control& c) {
+    auto* widget = qobject_cast<Widget*>(WidgetOf(c));
+    EXPECT_TRUE(widget) << c.name;
+    return widget;
+  }
+  static void Click(const Control& c) { QTest::mouseClick(WidgetOf(c), Qt::LeftButton); }
+
+  /// Answer of the next box: the caption of its button, or "file:PATH".
+  void Answer(const std::string& answer) { answers.push_back(answer); }
+
+  TempFolder folder;
+  std::deque<std::string> answers;
+  std::vector<std::string> asked;  // texts of the boxes that came up, titles of file dialogs
+
+ private:
+  void AnswerBox() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (!modal || !modal->isVisible()) return;
+    if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+      asked.push_back(box->text().toStdString());
+      const std::string wanted = Next(box->escapeButton() ? "" : "OK");
+      for (QAbstractButton* button : box->buttons()) {
+        const std::string caption = button->text().remove(QLatin1Char('&')).toStdString();
+        if (caption != wanted && !(wanted.empty() && button == box->escapeButton())) continue;
+        button->click();
+        return;
+      }
+      ADD_FAILURE() << "no button " << wanted << " in: " << box->text().toStdString();
+      box->reject();
+    } else if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
+      asked.push_back(dialog->windowTitle().toStdString());
+      const std::string wanted = Next("");
+      if (!wanted.starts_with("file:")) {
+        dialog->reject();
+        return;
+      }
+      dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+          ->setText(QString::fromStdString(wanted.substr(5)));
+      QMetaObject::invokeMethod(dialog, "accept", Qt::DirectConnection);
+    }
+  }
+  std::string Next(const std::string& otherwise) {
+    if (answers.empty()) return otherwise;
+    std::string next = answers.front();
+    answers.pop_front();
+    return next;
+  }
+
+  QTimer boxes_;
+};
+
+}  // namespace sondera::test

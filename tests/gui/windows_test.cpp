@@ -1,0 +1,309 @@
+// The main window: pages, fields, menus, panels, projects.
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <fstream>
+#include <map>
+
+#include "gui/dispatch.h"
+#include "gui/fields.h"
+#include "gui/menus.h"
+#include "gui/recent.h"
+#include "gui/status_line.h"
+#include "gui/table_model.h"
+#include "panels/mainmenu_project.h"
+#include "records/session.h"
+#include "runtime/catalogue/fmodeling.h"
+#include "runtime/catalogue/gaborpnl.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/panel.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/project_hooks.h"
+#include "window_session.h"
+
+namespace sondera {
+namespace {
+
+using Windows = test::WindowSession;
+
+std::vector<std::pair<ControlId, Event>> heard;
+
+int Hear(Panel, ControlId control, Event event, long) {
+  heard.emplace_back(control, event);
+  return 0;
+}
+
+TEST_F(Windows, OpenWithFourTabsAndTheProgramsTitleAndEndByTheQuestion) {
+  Answer("Yes");
+  const int status = Run([&] {
+    auto* window = qobject_cast<QMainWindow*>(MainWindowWidget());
+    ASSERT_TRUE(window && window->isVisible());
+    EXPECT_TRUE(window->windowTitle().startsWith("Sondera 4.1 - ProjID:measID"))
+        << window->windowTitle().toStdString();
+    const auto* tabs = window->findChild<QTabWidget*>("TABS");
+    ASSERT_TRUE(tabs);
+    ASSERT_EQ(tabs->count(), 4);
+    EXPECT_EQ(tabs->tabText(1), "Interactive Masking");
+    EXPECT_EQ(tabs->currentIndex(), 1) << "no board: the masking page is in front";
+    window->close();
+    QTest::qWait(300);
+    EXPECT_TRUE(QuitRequested());
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(asked, (std::vector<std::string>{"Do you want to exit the program ?"}));
+  EXPECT_EQ(MainWindowWidget(), nullptr);
+}
+
+TEST_F(Windows, AClickOnATabAndAMenuItemOfAPageBringItToTheFront) {
+  Run([&] {
+    auto* tabs = MainWindowWidget()->findChild<QTabWidget*>("TABS");
+    tabs->setCurrentIndex(2);
+    EXPECT_EQ(GetActiveTabPage(Panel::PANEL), 2);
+    DispatchPress(mainmenu::PERFORM_TEST);
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_TRUE(MainWindowWidget()->windowTitle().contains("[Testing]"));
+  });
+}
+
+TEST_F(Windows, AFieldCommitsByEnterAndByLeavingIt) {
+  Run([&] {
+    auto* from = The<NumberField>(sasw::MASKING_FREQINIT);
+    from->setFocus();
+    from->selectAll();
+    QTest::keyClicks(from, "12.5");
+    EXPECT_EQ(GetCtrlVal(sasw::MASKING_FREQINIT), 0.0) << "not before it is committed";
+    QTest::keyClick(from, Qt::Key_Return);
+    EXPECT_EQ(GetCtrlVal(sasw::MASKING_FREQINIT), 12.5);
+    auto* to = The<NumberField>(sasw::MASKING_FREQFINAL);
+    to->setFocus();
+    to->selectAll();
+    QTest::keyClicks(to, "20");
+    from->setFocus();
+    EXPECT_EQ(GetCtrlVal(sasw::MASKING_FREQFINAL), 20.0);
+    SetCtrlVal(sasw::MASKING_FREQFINAL, 31.0);
+    QTest::qWait(200);
+    EXPECT_EQ(to->text(), "31") << "what the program writes is shown";
+  });
+}
+
+TEST_F(Windows, AnEventBringsFocusClickAndValueInOrder) {
+  Run([&] {
+    const Callback former = CallbackOf(sasw::PHASE_BACKBONE);
+    InstallCallback(sasw::PHASE_BACKBONE, Hear);
+    heard.clear();
+    The<QCheckBox>(sasw::PHASE_BACKBONE)->click();
+    InstallCallback(sasw::PHASE_BACKBONE, former);
+    ASSERT_EQ(heard.size(), 3u);
+    EXPECT_EQ(heard[0].second, Event::GotFocus);
+    EXPECT_EQ(heard[1].second, Event::LeftClick);
+    EXPECT_EQ(heard[2].second, Event::Commit);
+    EXPECT_EQ(GetCtrlVal(sasw::PHASE_BACKBONE), 1);
+  });
+}
+
+TEST_F(Windows, ARingTakesTheChosenItemAlsoTheSameOne) {
+  Run([&] {
+    auto* ring = The<QComboBox>(sasw::MARKERS_ONOFF);
+    heard.clear();
+    InstallCallback(sasw::MARKERS_ONOFF, Hear);
+    ring->setFocus();
+    Q_EMIT ring->activated(2);
+    EXPECT_EQ(GetCtrlVal(sasw::MARKERS_ONOFF), 2);
+    Q_EMIT ring->activated(2);
+    EXPECT_EQ(heard.size(), 6u) << "three events each";
+    SetCtrlVal(sasw::MARKERS_ONOFF, 0);
+    QTest::qWait(200);
+    EXPECT_EQ(ring->currentIndex(), 0);
+    EXPECT_EQ(heard.size(), 6u) << "the program's own writing is no event";
+  });
+}
+
+TEST_F(Windows, APanelIsAWindowThatEscapeCloses) {
+  Run([&] {
+    DispatchPress(mainmenu::GABOR_SETUP);
+    QTest::qWait(50);
+    ASSERT_TRUE(BinderOf(Panel::GABORPNL));
+    QWidget* window = WidgetOf(gaborpnl::CALC)->window();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(window->isModal());
+    EXPECT_EQ(window->windowTitle(), "Parameters of Gabor Spectrum");
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(IsPanelShown(Panel::GABORPNL));
+    EXPECT_FALSE(window->isVisible());
+  });
+}
+
+TEST_F(Windows, CancelInOpenKeepsTheProject) {
+  Run([&] {
+    session.projectFileName = folder.File("site.da");
+    const std::string id = session.curMeasID;
+    TakeProjectAsSaved();
+    Answer("");
+    DispatchPress(mainmenu::LOAD_RAW_DATA);
+    EXPECT_EQ(asked, (std::vector<std::string>{"File Open"}));
+    EXPECT_EQ(session.projectFileName, folder.File("site.da"));
+    EXPECT_EQ(session.curMeasID, id);
+  });
+}
+
+TEST_F(Windows, UnsavedChangesAreAskedAboutOnceWithThreeAnswers) {
+  Run([&] {
+    DispatchText(hmsetup::PROJID, "Bridge");
+    ASSERT_TRUE(HasUnsavedChanges());
+    const std::string text = "Do you want to exit the program ?\nThe project has changes that are not saved.";
+    Answer("Cancel");
+    DispatchPress(mainmenu::QUIT);
+    EXPECT_EQ(asked, (std::vector<std::string>{text}));
+    EXPECT_FALSE(QuitRequested());
+    asked.clear();
+    Answer("Save");
+    Answer("file:" + folder.File("kept.da"));
+    DispatchPress(mainmenu::QUIT);
+    EXPECT_EQ(asked, (std::vector<std::string>{text, "File Save"}));
+    EXPECT_TRUE(QuitRequested());
+    EXPECT_TRUE(std::ifstream(folder.File("kept.da")).good());
+  });
+}
+
+TEST_F(Windows, DontSaveLeavesWithoutASave) {
+  Run([&] {
+    DispatchText(hmsetup::PROJID, "Bridge");
+    ASSERT_TRUE(HasUnsavedChanges());
+    Answer("Don't save");
+    DispatchPress(mainmenu::QUIT);
+    EXPECT_TRUE(QuitRequested());
+    EXPECT_EQ(asked.size(), 1u);
+  });
+}
+
+TEST_F(Windows, ARightNameInTheFileDialogGetsTheFiltersExtension) {
+  Run([&] {
+    Answer("file:" + folder.File("new_name"));
+    const FileChoice choice = AskFile({folder.Path(), "*.da", "File Save", true});
+    EXPECT_EQ(choice.answer, FileAnswer::IsNew);
+    EXPECT_EQ(choice.path, folder.File("new_name.da"));
+    std::ofstream(folder.File("there.txt")) << "x";
+    Answer("file:" + folder.File("there.txt"));
+    EXPECT_EQ(AskFile({folder.Path(), "*.da", "File Open", false}).answer, FileAnswer::Exists);
+  });
+}
+
+TEST_F(Windows, EveryMenuItemOfTheCatalogueIsInTheMenuBarAndDeadOnesAreDimmed) {
+  Run([&] {
+    auto* window = qobject_cast<QMainWindow*>(MainWindowWidget());
+    std::map<std::string, const QAction*> found;
+    const std::function<void(const QList<QAction*>&, const std::string&)> walk =
+        [&](const QList<QAction*>& actions, const std::string& path) {
+          std::map<QChar, int> letters;
+          for (QAction* action : actions) {
+            if (action->isSeparator()) continue;
+            const qsizetype mark = action->text().indexOf(QRegularExpression("&[^&]"));
+            if (mark >= 0) ++letters[action->text()[mark + 1].toLower()];
+            const std::string caption = action->text().remove(QLatin1Char('&')).toStdString();
+            const std::string here = path.empty() ? caption : path + "/" + caption;
+            found[here] = action;
+            if (action->menu()) walk(action->menu()->actions(), here);
+          }
+          for (const auto& [letter, count] : letters)
+            EXPECT_EQ(count, 1) << path << " " << QString(letter).toStdString();
+        };
+    walk(window->menuBar()->actions(), "");
+    for (ControlId c : ControlsOf(Panel::MAINMENU)) {
+      const std::string path =
+          std::string(c->text) + "/" + QString::fromStdString(std::string(c->label)).trimmed().toStdString();
+      ASSERT_TRUE(found.count(path)) << path;
+      EXPECT_EQ(found[path]->isEnabled(), CallbackOf(*c) != nullptr && !IsDimmed(*c)) << path;
+      EXPECT_FALSE(found[path]->toolTip().isEmpty()) << path;
+    }
+  });
+}
+
+TEST_F(Windows, NoNameIsUsedTwiceInTheMainWindow) {
+  Run([&] {
+    std::map<std::string, int> names;
+    for (const Panel page : {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD})
+      for (ControlId c : ControlsOf(page)) {
+        const QWidget* widget = WidgetOf(*c);
+        if (widget && !widget->accessibleName().isEmpty()) ++names[widget->accessibleName().toStdString()];
+      }
+    EXPECT_GT(names.size(), 100u);
+    for (const auto& [name, count] : names) EXPECT_EQ(count, 1) << name;
+    EXPECT_TRUE(MainWindowWidget()->accessibleName().isEmpty()) << "it would replace the title";
+  });
+}
+
+TEST_F(Windows, ATableTakesACellAndAPastedBlockOfASheet) {
+  Run([&] {
+    DisplayPanel(Panel::FMODELING);
+    QTest::qWait(50);
+    auto* view = The<QTableView>(fmodeling::SOILPROFILE);
+    ASSERT_TRUE(view->model()->setData(view->model()->index(0, 0), "2.5", Qt::EditRole));
+    EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 1), 2.5);
+    Answer("OK");
+    EXPECT_FALSE(view->model()->setData(view->model()->index(0, 0), "2,5", Qt::EditRole));
+    EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 1), 2.5);
+    EXPECT_FALSE(view->tabKeyNavigation());
+  });
+}
+
+TEST(CellsFromText, TakesBlocksOfSheetsAndRefusesWhatIsAmbiguous) {
+  const auto cells = CellsFromText("1\t2.5\r\n0,25\t4e2\r\n", 3, 2);
+  ASSERT_TRUE(cells && cells->size() == 4);
+  EXPECT_EQ(cells->at(0).row, 3);
+  EXPECT_EQ(cells->at(0).column, 2);
+  EXPECT_EQ(cells->at(2).row, 4);
+  EXPECT_EQ(cells->at(2).value, 0.25);
+  EXPECT_EQ(cells->at(3).value, 400.0);
+  EXPECT_EQ(CellsFromText("1 2  3", 1, 1)->size(), 3u);
+  EXPECT_EQ(CellsFromText("0,125", 1, 1)->at(0).value, 0.125);
+  EXPECT_FALSE(CellsFromText("1,500", 1, 1)) << "1.5 or 1500?";
+  EXPECT_FALSE(CellsFromText("1,2,3", 1, 1));
+  EXPECT_FALSE(CellsFromText("1\tabc", 1, 1));
+}
+
+TEST(PartsOfStatus, ShareAndTimeLeftAreTakenOutOfTheText) {
+  const StatusParts parts = PartsOfStatus("Iteration 2     37 % done, 2 min 05 s left");
+  EXPECT_EQ(parts.text, "Iteration 2");
+  EXPECT_EQ(parts.percent, 37);
+  EXPECT_EQ(parts.timeLeft, "2 min 05 s left");
+  EXPECT_EQ(PartsOfStatus("Starting profile 3").percent, -1);
+  EXPECT_EQ(PartsOfStatus("Starting profile 3").text, "Starting profile 3");
+  EXPECT_EQ(PartsOfStatus("     100 % done").percent, 100);
+}
+
+TEST(Recent, KeepsEightNewestFirstAndSurvivesAFolderThatCannotBeWritten) {
+  const test::TempFolder folder;
+  qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path()));
+  for (int i = 0; i < 10; ++i) NoteRecentFile("/projects/site" + std::to_string(i) + ".da");
+  NoteRecentFile("/projects/site5.da");
+  const std::vector<std::string> files = RecentFiles();
+  ASSERT_EQ(files.size(), 8u);
+  EXPECT_EQ(files[0], "/projects/site5.da");
+  EXPECT_EQ(files[1], "/projects/site9.da");
+  EXPECT_EQ(files[7], "/projects/site2.da");
+  ForgetRecentFile("/projects/site9.da");
+  EXPECT_EQ(RecentFiles()[1], "/projects/site8.da");
+  qputenv("XDG_STATE_HOME", "/dev/null/no/such");
+  NoteRecentFile("/projects/site1.da");
+  EXPECT_TRUE(RecentFiles().empty());
+}
+
+TEST(Mnemonics, AreLettersThatAreFree) {
+  QString used;
+  EXPECT_EQ(WithMnemonic("File", used), "&File");
+  EXPECT_EQ(WithMnemonic("F. Modeling", used), "F. &Modeling");
+  EXPECT_EQ(WithMnemonic("Full Waveform", used), "Full &Waveform");
+  EXPECT_EQ(WithMnemonic("New ", used), "&New");
+  EXPECT_EQ(WithMnemonic("A & B", used), "&A && B");
+}
+
+}  // namespace
+}  // namespace sondera
