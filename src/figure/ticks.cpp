@@ -209,7 +209,8 @@ AxisTicks TicksOf(const AxisModel& axis, const AxisLimits& limits, int atMost) {
 }
 
 std::string AxisTitle(const AxisModel& axis) {
-  const std::string unit = axis.prefix + axis.unit;
+  std::string unit = axis.prefix + axis.unit;
+  for (std::size_t at; (at = unit.find("^2")) != std::string::npos;) unit.replace(at, 2, "²");
   if (axis.label.empty() || unit.empty()) return axis.label + unit;
   return axis.label + ", " + unit;
 }

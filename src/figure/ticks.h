@@ -29,7 +29,7 @@ struct AxisTicks {
 /// @param atMost  numbers that there is room for, taken as 2 at least
 AxisTicks TicksOf(const AxisModel& axis, const AxisLimits& limits, int atMost);
 
-/// "Frequency, kHz": name and unit with its prefix. Either may be missing.
+/// "Frequency, kHz": name and unit with its prefix. Either may be missing. A square is written as one: "V²".
 std::string AxisTitle(const AxisModel& axis);
 
 /// Shortest text that gives a number to that many figures: "12.21", "400", "2e+07". For read-outs and spoken lines.

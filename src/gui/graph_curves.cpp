@@ -80,7 +80,7 @@ void PaintSymbol(QPainter& painter, const QPointF& at, int marker, int color, co
   const bool solid = symbol.fill == SymbolFill::Solid;
   const double width = solid ? 1.0 : 1.4;
   painter.setBrush(Qt::NoBrush);
-  if (ink.edged) {
+  if (ink.edged && !solid) {  // a solid one has its dark outline
     painter.setPen(QPen(ToColor(ink.edge), width + 2 * kEdgeWidth));
     painter.drawPath(path);
   }
@@ -128,8 +128,17 @@ GraphTheme ThemeOf(const QPalette& palette) {
   return {background, text, MixColors(background, text, 0.11), MixColors(background, text, 0.5)};
 }
 
+QRectF ToRect(const PixelArea& area) {
+  return {QPointF(area.left, area.top), QPointF(area.right, area.bottom)};
+}
+
 void PaintCurve(QPainter& painter, const PlotModel& plot, const GraphFrame& frame) {
-  if (HasLine(plot)) PaintLine(painter, plot, frame);
+  if (HasLine(plot)) {
+    painter.save();
+    painter.setClipRect(ToRect(frame.area), Qt::IntersectClip);
+    PaintLine(painter, plot, frame);
+    painter.restore();
+  }
   if (SymbolNumber(plot) != kNoMarker) PaintPoints(painter, plot, frame);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QRectF>
 #include <QSize>
 
 #include "gui/graph_lines.h"
@@ -10,8 +11,6 @@
 
 class QPainter;
 class QPalette;
-class QPointF;
-class QRectF;
 
 namespace sondera {
 
@@ -29,6 +28,7 @@ struct GraphFrame {
   QSize size;                 ///< of the whole graph, axes and all
   QFont font;                 ///< of legend and markers
   bool vectorial = false;     ///< for a file without pixels
+  bool colorBar = false;      ///< to the right of a map
   bool legendBeside = false;  ///< to the right of the area, else in the corner with the fewest points
 };
 
@@ -36,7 +36,9 @@ QColor ToColor(int color);
 /// The colour, mostly transparent: opacity 0 to 1.
 QColor Faint(int color, double opacity);
 
-/// Line and points of a curve.
+QRectF ToRect(const PixelArea& area);
+
+/// Line and points of a curve. Symbols of points at the area's edge reach over it.
 void PaintCurve(QPainter& painter, const PlotModel& plot, const GraphFrame& frame);
 /// The area between a curve and the one that its bandTo names.
 void PaintBand(QPainter& painter, const GraphModel& graph, const PlotModel& plot, const GraphFrame& frame);

@@ -20,9 +20,6 @@ constexpr double kMapScale = 2.0;  // pixels of a map in a file for each one of 
 constexpr double kMarkerRing = 4.0, kFlagMargin = 3.0;
 constexpr double kBarWidth = 12.0, kBarGap = 12.0;
 
-QRectF ToRect(const PixelArea& area) {
-  return {QPointF(area.left, area.top), QPointF(area.right, area.bottom)};
-}
 int TextOn(int color) {
   return Contrast(color, 0) > Contrast(color, 0xFFFFFF) ? 0 : 0xFFFFFF;
 }
@@ -159,7 +156,8 @@ GraphRoom RoomFor(const GraphModel& graph, const QFont& font, const QSize& size)
   const ColorBar bar = ColorBarOf(*graph.intensity, size.height());
   double widest = 0.0;
   for (const Tick& tick : bar.ticks) widest = std::max(widest, metrics.horizontalAdvance(ToQt(tick.text)));
-  if (!bar.ticks.empty())
+  room.colorBar = !bar.ticks.empty() && !legend.beside;
+  if (room.colorBar)
     room.right = static_cast<int>(kBarGap + kBarWidth + 10 + widest +
                                   (bar.title.isEmpty() ? 0.0 : metrics.height() + 4));
   return room;
@@ -176,9 +174,11 @@ void PaintContent(QPainter& painter, const GraphModel& graph, const GraphFrame& 
     if (mask.selected) PaintMask(painter, mask, frame);
   for (const PlotModel& plot : graph.plots)
     if (plot.visible && plot.bandTo != 0) PaintBand(painter, graph, plot, frame);
-  for (const PlotModel& plot : graph.plots) {
+  painter.restore();
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const PlotModel& plot : graph.plots)
     if (plot.visible) PaintCurve(painter, plot, frame);
-  }
   painter.restore();
 }
 
@@ -186,7 +186,7 @@ void PaintOver(QPainter& painter, const GraphModel& graph, const GraphFrame& fra
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   PaintTitle(painter, graph, frame);
-  if (graph.intensity && !frame.legendBeside) PaintColorBar(painter, *graph.intensity, frame);
+  if (graph.intensity && frame.colorBar) PaintColorBar(painter, *graph.intensity, frame);
   for (std::size_t i = graph.cursors.size(); i-- > 0;)
     PaintMarker(painter, graph.cursors[i], static_cast<int>(i) + 1, frame);
   PaintLegend(painter, graph, frame);

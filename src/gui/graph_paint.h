@@ -9,6 +9,7 @@ namespace sondera {
 /// Room that a graph needs around its axes for title, legend and colour bar.
 struct GraphRoom {
   int top = 0, right = 0;
+  bool colorBar = false;
   bool legendBeside = false;
 };
 GraphRoom RoomFor(const GraphModel& graph, const QFont& font, const QSize& size);

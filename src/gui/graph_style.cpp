@@ -12,7 +12,7 @@ namespace sondera {
 namespace {
 
 constexpr double kFarthest = 1e200, kClosestToZero = 1e-200;  // well within what the plot library takes
-constexpr double kLeastRange = 1e-12;                         // of the larger limit
+constexpr double kLeastRange = 1e-9;                          // of the larger limit; less is rounding
 constexpr int kDotSymbol = 18;
 constexpr std::size_t kMostNames = 24;  // of curves in a spoken line
 constexpr int kFigures = 6;
@@ -112,12 +112,11 @@ AxisLimits SafeLimits(const AxisLimits& limits, bool logarithmic) {
   const double least = logarithmic ? kClosestToZero : -kFarthest;
   AxisLimits safe = {std::clamp(limits.min, least, kFarthest), std::clamp(limits.max, least, kFarthest),
                      limits.known};
-  const double margin =
-      std::max(kLeastRange * std::max(std::fabs(safe.min), std::fabs(safe.max)), kClosestToZero);
-  if (safe.max - safe.min >= margin) return safe;
-  const double middle = safe.min / 2.0 + safe.max / 2.0;
-  return {logarithmic ? middle * (1.0 - kLeastRange) : middle - margin,
-          logarithmic ? middle * (1.0 + kLeastRange) : middle + margin, limits.known};
+  const double size = std::max(std::fabs(safe.min), std::fabs(safe.max));
+  if (safe.max - safe.min >= std::max(kLeastRange * size, kClosestToZero)) return safe;
+  const double middle = safe.min / 2.0 + safe.max / 2.0, margin = std::max(1.0, 1e-6 * size);
+  if (logarithmic) return {middle / 2.0, middle * 2.0, limits.known};
+  return {middle - margin, middle + margin, limits.known};
 }
 
 AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarithmic, double share,
@@ -132,12 +131,12 @@ AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarit
 }
 
 std::string SpokenLine(const GraphModel& g, const GraphLimits& shown) {
-  const std::string axes = AxisPhrase(g.yAxis, shown.y, "y") + " over " + AxisPhrase(g.xAxis, shown.x, "x");
-  std::string line = g.title.empty() ? axes : g.title + ": " + axes;
+  std::string line = AxisPhrase(g.yAxis, shown.y, "y") + " over " + AxisPhrase(g.xAxis, shown.x, "x");
   Append(line, CurvesPhrase(g));
   Append(line, MapPhrase(g));
   Append(line, MasksPhrase(g));
   Append(line, MarkersPhrase(g));
+  if (!g.title.empty()) Append(line, "title " + g.title);
   return line;
 }
 

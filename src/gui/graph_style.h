@@ -13,7 +13,7 @@ namespace sondera {
 /// Sizes in pixels at scale 1.
 inline constexpr double kLineWidth = 1.5;     ///< of a curve of width 1
 inline constexpr double kMarkerSize = 7.0;    ///< symbols of curves
-inline constexpr double kEdgeWidth = 1.0;     ///< on each side of a pale curve
+inline constexpr double kEdgeWidth = 0.8;     ///< on each side of a pale curve
 inline constexpr double kMaskOpacity = 0.35;  ///< fill of a mask
 inline constexpr double kBandOpacity = 0.16;  ///< area between two curves
 
@@ -24,8 +24,8 @@ std::span<const double> DashLengths(LineDash dash);
 int SymbolNumber(const PlotLook& look);
 bool HasLine(const PlotLook& look);
 
-/// Limits as they can be drawn: within 1e200 of 0, above 1e-200 on a logarithmic axis, and far enough apart for a
-/// double to tell places between them.
+/// Limits as they can be drawn: within 1e200 of 0 and above 1e-200 on a logarithmic axis. Limits that differ by less than
+/// rounding does count as one value: 1 on either side, or half and twice it.
 AxisLimits SafeLimits(const AxisLimits& limits, bool logarithmic);
 
 /// Part of an axis that a zoom shows: share 0 to 1 of the axis stays where it is, the range grows by factor. The result
@@ -34,7 +34,7 @@ AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarit
                   double factor);
 
 /// The graph in one line, for who does not see it: "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic;
-/// 2 curves: H21[1:2], H31[1:3]; 1 mask 20 to 30 Hz; markers at 20, 30". Limits are those that are drawn.
+/// 2 curves: H21[1:2], H31[1:3]; 1 mask 20 to 30 Hz; markers at 20, 30". A title comes last. Limits are those that are drawn.
 std::string SpokenLine(const GraphModel& graph, const GraphLimits& shown);
 
 }  // namespace sondera

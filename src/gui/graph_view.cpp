@@ -142,6 +142,10 @@ class GraphView::Plot {
   void SetModel(const GraphModel& model, const GraphLimits& shown) {
     SetAxis(*plot_->xAxis, model.xAxis, shown.x);
     SetAxis(*plot_->yAxis, model.yAxis, shown.y);
+    // A strip of colours has no abscissa.
+    const bool strip = model.intensity && model.intensity->columns <= 2 && model.xAxis.label.empty();
+    plot_->xAxis->setTicks(!strip);
+    plot_->xAxis->setTickLabels(!strip);
     MakeRoom();
   }
   void SetTheme(const GraphTheme& theme) {
@@ -199,6 +203,7 @@ class GraphView::Plot {
   void MakeRoom() {
     const GraphRoom room = RoomFor(view_.model(), font_, plot_->size());
     legendBeside_ = room.legendBeside;
+    colorBar_ = room.colorBar;
     // Wide enough for most numbers, so that graphs above each other have their axes in line.
     const QFontMetricsF metrics(font_);
     const int left = plot_->width() < 240
@@ -216,6 +221,7 @@ class GraphView::Plot {
     frame.font = font_;
     frame.vectorial = painter.modes().testFlag(QCPPainter::pmVectorized);
     frame.legendBeside = legendBeside_;
+    frame.colorBar = colorBar_;
     return frame;
   }
 
@@ -223,7 +229,7 @@ class GraphView::Plot {
   QCustomPlot* plot_;  // a child of the view
   GraphTheme theme_;
   QFont font_;
-  bool legendBeside_ = false;
+  bool legendBeside_ = false, colorBar_ = false;
 };
 
 GraphView::GraphView(QWidget* parent) : QWidget(parent) {

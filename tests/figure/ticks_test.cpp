@@ -129,6 +129,10 @@ TEST(Ticks, AreDividedByTheFactorAndStandInTheUnitsOfTheAxis) {
 TEST(Ticks, TitlesDoWithoutUnitOrName) {
   AxisModel axis;
   EXPECT_EQ(AxisTitle(axis), "");
+  axis.label = "Power";
+  axis.unit = "V^2";
+  EXPECT_EQ(AxisTitle(axis), "Power, V²");
+  axis.unit = "";
   axis.label = "Coherence";
   EXPECT_EQ(AxisTitle(axis), "Coherence");
   axis.label = "";

@@ -77,7 +77,7 @@ TEST(SpokenLine, NamesTitleMapAndDirection) {
   map.yMax = 2;
   g.intensity = map;
   EXPECT_EQ(SpokenLine(g, LimitsInForce(g)),
-            "INV 3: Depth 1 to 2, reversed over Velocity 0 to 5; map of 2 by 2");
+            "Depth 1 to 2, reversed over Velocity 0 to 5; map of 2 by 2; title INV 3");
 }
 
 TEST(SpokenLine, OfManyCurvesStaysALine) {
@@ -102,6 +102,8 @@ TEST(SafeLimits, CanAlwaysBeDrawn) {
       }
     }
   }
+  const AxisLimits rounding = SafeLimits({1.0 - 1e-12, 1.0 + 1e-12, true}, false);
+  EXPECT_NEAR(rounding.min, 0.0, 1e-9) << "a coherence of 1 with its rounding is one value";
   const AxisLimits plain = SafeLimits({-180.0, 180.0, true}, false);
   EXPECT_EQ(plain.min, -180.0);
   EXPECT_EQ(plain.max, 180.0);
