@@ -91,7 +91,8 @@ const std::set<std::pair<std::string, std::string>> kStillUpward = {
     {"inversion/starting_model.cpp", "panels/forward_run.h"}};
 
 /// What windows share with figures, so that screen and paper agree.
-const std::set<std::string> kSharedWithWindows = {"figure/ticks.h", "figure/palette.h", "figure/symbols.h"};
+const std::set<std::string> kSharedWithWindows = {"figure/ticks.h", "figure/palette.h", "figure/symbols.h",
+                                                  "figure/graph_lines.h"};
 
 TEST(Architecture, NoIncludeRunsBackUp) {
   for (const auto& [path, file] : Sources()) {
@@ -174,11 +175,22 @@ TEST(Architecture, OnlyMainKnowsTheWindowsAndTheySeeOnlyRuntime) {
   }
 }
 
-TEST(Architecture, FiguresSeeGraphModelsAlone) {
+TEST(Architecture, FiguresSeeGraphModelsAndFilesAlone) {
+  const std::set<std::string> runtime = {"runtime/atomic_writer", "runtime/graphs", "runtime/refusal",
+                                         "runtime/text_format", "runtime/utf8"};
   for (const auto& [path, file] : Sources()) {
     if (Folder(path) != "figure") continue;
     for (const std::string& name : file.own)
-      EXPECT_TRUE(Folder(name) == "figure" || name == "runtime/graphs.h") << path << " includes " << name;
+      EXPECT_TRUE(Folder(name) == "figure" || runtime.count(Stem(name))) << path << " includes " << name;
+  }
+}
+
+TEST(Architecture, OneFileSeesTheDrawingLibrariesOfPdfAndPng) {
+  for (const auto& [path, file] : Sources()) {
+    if (path == "figure/canvas_cairo.cpp") continue;
+    for (const std::string& name : file.system)
+      EXPECT_TRUE(name.find("cairo") == std::string::npos && name.find("pango") == std::string::npos)
+          << path << " includes <" << name << ">";
   }
 }
 

@@ -16,6 +16,7 @@ constexpr SymbolPoint kAsterisk[] = {{0, -0.5},     {0, 0.5},       {-0.433, -0.
                                      {0.433, 0.25}, {-0.433, 0.25}, {0.433, -0.25}};
 
 constexpr double kSmall = 0.6, kDot = 0.36;
+constexpr int kDotNumber = 18;
 
 constexpr Symbol Outlined(std::span<const SymbolPoint> corners, SymbolFill fill, double size = 1.0) {
   return {.fill = fill, .size = size, .circle = false, .outline = corners, .strokes = {}};
@@ -53,6 +54,27 @@ constexpr std::array<Symbol, kSymbolCount> kSymbols = {
 
 const Symbol& SymbolOf(int marker) {
   return kSymbols[static_cast<std::size_t>(((marker % kSymbolCount) + kSymbolCount) % kSymbolCount)];
+}
+
+int SymbolNumber(const PlotLook& look) {
+  if (look.style == PlotStyle::Line || look.style == PlotStyle::Steps) return kNoMarker;
+  return look.marker == kNoMarker ? kDotNumber : look.marker;
+}
+
+std::span<const double> DashLengths(LineDash dash) {
+  static constexpr std::array<double, 2> dashed = {8, 4}, dotted = {2, 3.5};
+  static constexpr std::array<double, 4> dashDotted = {8, 3.5, 2, 3.5};
+  switch (dash) {
+    case LineDash::Dashed:
+      return dashed;
+    case LineDash::Dotted:
+      return dotted;
+    case LineDash::DashDotted:
+      return dashDotted;
+    case LineDash::Solid:
+      break;
+  }
+  return {};
 }
 
 }  // namespace sondera

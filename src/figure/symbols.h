@@ -1,8 +1,10 @@
-// symbols.h - outlines of the 19 markers of curves, in the order of the marker rings (0 "Empty square" to 18 "Dot"). One
+// symbols.h - dashes of curves, and outlines of their 19 markers, in the order of the marker rings (0 "Empty square" to 18 "Dot"). One
 // table for windows and figures. No state.
 #pragma once
 
 #include <span>
+
+#include "runtime/graphs.h"
 
 namespace sondera {
 
@@ -32,5 +34,12 @@ inline constexpr double kSymbolDot = 0.3;
 
 /// Symbol of a marker; counters of markers run on, so the number is taken modulo kSymbolCount.
 const Symbol& SymbolOf(int marker);
+
+/// Number of the symbol of a curve's points: that of its marker; a dot for points that have none; kNoMarker for plain
+/// lines.
+int SymbolNumber(const PlotLook& look);
+
+/// Lengths of strokes and gaps in pixels at scale 1, where a curve of width 1 is 1.5 wide; empty for a solid line.
+std::span<const double> DashLengths(LineDash dash);
 
 }  // namespace sondera

@@ -6,7 +6,7 @@
 #include <QRectF>
 #include <QSize>
 
-#include "gui/graph_lines.h"
+#include "figure/graph_lines.h"
 #include "runtime/graphs.h"
 
 class QPainter;

@@ -2,7 +2,6 @@
 #include "gui/graph_style.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <vector>
 
@@ -13,8 +12,7 @@ namespace {
 
 constexpr double kFarthest = 1e200, kClosestToZero = 1e-200;  // well within what the plot library takes
 constexpr double kLeastRange = 1e-9;                          // of the larger limit; less is rounding
-constexpr int kDotSymbol = 18;
-constexpr std::size_t kMostNames = 24;  // of curves in a spoken line
+constexpr std::size_t kMostNames = 24;                        // of curves in a spoken line
 constexpr int kFigures = 6;
 
 std::string Number(double value) {
@@ -82,27 +80,6 @@ std::string MarkersPhrase(const GraphModel& g) {
 }
 
 }  // namespace
-
-std::span<const double> DashLengths(LineDash dash) {
-  static constexpr std::array<double, 2> dashed = {8, 4}, dotted = {2, 3.5};
-  static constexpr std::array<double, 4> dashDotted = {8, 3.5, 2, 3.5};
-  switch (dash) {
-    case LineDash::Dashed:
-      return dashed;
-    case LineDash::Dotted:
-      return dotted;
-    case LineDash::DashDotted:
-      return dashDotted;
-    case LineDash::Solid:
-      break;
-  }
-  return {};
-}
-
-int SymbolNumber(const PlotLook& look) {
-  if (look.style == PlotStyle::Line || look.style == PlotStyle::Steps) return kNoMarker;
-  return look.marker == kNoMarker ? kDotSymbol : look.marker;
-}
 
 bool HasLine(const PlotLook& look) {
   return look.style != PlotStyle::Scatter;

@@ -2,7 +2,6 @@
 // spoken line. Ticks, symbols and colours are those of figure/. No state.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,11 +16,6 @@ inline constexpr double kEdgeWidth = 0.8;     ///< on each side of a pale curve
 inline constexpr double kMaskOpacity = 0.35;  ///< fill of a mask
 inline constexpr double kBandOpacity = 0.16;  ///< area between two curves
 
-/// Lengths of strokes and gaps in pixels at scale 1; empty for a solid line.
-std::span<const double> DashLengths(LineDash dash);
-
-/// Symbol of a curve's points: that of its marker; a dot for points that have none; kNoMarker for plain lines.
-int SymbolNumber(const PlotLook& look);
 bool HasLine(const PlotLook& look);
 
 /// Limits as they can be drawn: within 1e200 of 0 and above 1e-200 on a logarithmic axis. Limits that differ by less than

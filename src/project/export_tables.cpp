@@ -202,19 +202,6 @@ void AddComputed(std::vector<CurveTable>& curves) {
   }
 }
 
-/// Longest wavelength of the curves that a model is fitted to; 0 for none.
-double LongestWavelength() {
-  const ModelRecord& m = FModelParam;
-  if (m.DispCurvInfo == 0) return 0.0;
-  const std::vector<double>& wavelengths = m.dispCurvType == 1 ? m.globalWlen : m.wlen;
-  const std::size_t n = static_cast<std::size_t>(
-      std::max(0, m.dispCurvType == 1 ? m.nDispPointsG : m.nDispPoints * m.nDispCurves));
-  double longest = 0.0;
-  for (std::size_t i = 0; i < std::min(n, wavelengths.size()); ++i)
-    if (std::isfinite(wavelengths[i])) longest = std::max(longest, wavelengths[i]);
-  return longest;
-}
-
 double Cell(const OffsetMatrix<double>& table, int row, int column) {
   const bool inside =
       row >= table.rowLo() && row <= table.rowHi() && column >= table.colLo() && column <= table.colHi();
@@ -285,6 +272,18 @@ std::string ProjectName() {
 }
 
 }  // namespace
+
+double LongestWavelength() {
+  const ModelRecord& m = FModelParam;
+  if (m.DispCurvInfo == 0) return 0.0;
+  const std::vector<double>& wavelengths = m.dispCurvType == 1 ? m.globalWlen : m.wlen;
+  const std::size_t n = static_cast<std::size_t>(
+      std::max(0, m.dispCurvType == 1 ? m.nDispPointsG : m.nDispPoints * m.nDispCurves));
+  double longest = 0.0;
+  for (std::size_t i = 0; i < std::min(n, wavelengths.size()); ++i)
+    if (std::isfinite(wavelengths[i])) longest = std::max(longest, wavelengths[i]);
+  return longest;
+}
 
 SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double longestWavelength) {
   const auto some = [](double v) { return std::isnan(v) ? std::nullopt : std::optional(v); };

@@ -88,6 +88,9 @@ struct TableChoices {
 /// Tables of the open project.
 ProjectTables CollectTables(const TableChoices& choices);
 
+/// Longest wavelength of the curves that a model is fitted to, in the unit of the project; 0 for none.
+double LongestWavelength();
+
 /// A profile as the figures take it. longestWavelength in the unit of the tables.
 SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double longestWavelength);
 

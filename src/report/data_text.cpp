@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "runtime/text_format.h"
+#include "runtime/utf8.h"
 
 namespace sondera {
 namespace {
@@ -26,23 +27,6 @@ constexpr Relative kRelatives[] = {
     {0x2265, 0x2265, ">="},   {0x0152, 0x0152, "OE"},  {0x0153, 0x0153, "oe"}, {0x0160, 0x0160, "S"},
     {0x0161, 0x0161, "s"},    {0x017D, 0x017D, "Z"},   {0x017E, 0x017E, "z"},  {0x0178, 0x0178, "Y"},
     {0x03BC, 0x03BC, "\xB5"}, {0x2126, 0x2126, "Ohm"}, {0x1E9E, 0x1E9E, "SS"}, {0x20AC, 0x20AC, "EUR"}};
-
-/// Next letter of a UTF-8 text, which gets shorter. A byte that begins no sound sequence stands for itself.
-std::uint32_t NextLetter(std::string_view& text) {
-  const auto at = [&](std::size_t i) {
-    return static_cast<std::uint32_t>(static_cast<unsigned char>(text[i]));
-  };
-  const std::uint32_t first = at(0);
-  const std::size_t more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-  std::uint32_t letter = first & (0x3Fu >> more);
-  bool sound = first >= 0xC2 && first <= 0xF4 && text.size() > more;
-  for (std::size_t i = 1; sound && i <= more; ++i) {
-    sound = (at(i) & 0xC0) == 0x80;
-    letter = (letter << 6) | (at(i) & 0x3F);
-  }
-  text.remove_prefix(sound ? more + 1 : 1);
-  return sound ? letter : first;
-}
 
 std::string Byte(std::uint32_t letter) {
   constexpr std::uint32_t kFirstPrintable = 0x20, kLastPrintable = 0x7E;

@@ -7,27 +7,10 @@
 #include <cstdio>
 
 #include "runtime/text_format.h"
+#include "runtime/utf8.h"
 
 namespace sondera {
 namespace {
-
-/// Bytes of the character at the start of a text, 0 when it is no whole UTF-8 character.
-std::size_t CharacterAt(std::string_view text, std::uint32_t& code) {
-  const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char first = byte(0);
-  code = first;
-  if (first < 0x80) return 1;
-  const std::size_t bytes = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < bytes) return 0;
-  code = first & (0x7Fu >> bytes);
-  for (std::size_t i = 1; i < bytes; ++i) {
-    if ((byte(i) & 0xC0u) != 0x80u) return 0;
-    code = (code << 6) | (byte(i) & 0x3Fu);
-  }
-  constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  return code < kLeast[bytes] || code > 0x10FFFF || surrogate ? 0 : bytes;
-}
 
 bool IsControl(std::uint32_t code) {
   return code < 0x20 || (code >= 0x7F && code < 0xA0);

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "figure/symbols.h"
+
 namespace sondera {
 namespace {
 

@@ -9,6 +9,7 @@
 #include "app/script/pairs.h"
 #include "app/script/run.h"
 #include "app/script/values.h"
+#include "figure/figure_file.h"
 #include "runtime/files.h"
 #include "runtime/graphs.h"
 
@@ -52,6 +53,22 @@ void Table(Run&, const Arguments& a) {
 
 void Graph(Run&, const Arguments& a) {
   WriteFile(a.text("FILE"), GraphJson(GraphOf(static_cast<const GraphControl&>(a.control("CONTROL")))));
+}
+
+void CheckFigure(const Arguments& a) {
+  const std::string fault = FigureNameFault(a.text("FILE"));
+  if (!fault.empty()) throw Fault(fault);
+  for (const char* side : {"width", "height"})
+    if (a.has(side) && (a.whole(side) < kLeastPixels || a.whole(side) > kMostPixels))
+      throw Fault(FormatText("%s= is %d to %d pixels", side, kLeastPixels, kMostPixels));
+}
+
+void Figure(Run&, const Arguments& a) {
+  const FigureSize usual;
+  const Refusal refusal = WriteFigure(GraphOf(static_cast<const GraphControl&>(a.control("CONTROL"))),
+                                      JoinUnlessAbsolute(CurrentDirectory(), a.text("FILE")),
+                                      {a.whole("width", usual.width), a.whole("height", usual.height)});
+  if (refusal) throw Fault(refusal.reason());
 }
 
 // ---- assert ---------------------------------------------------------------------------------------------
@@ -154,6 +171,15 @@ std::vector<WordForm> LookForms() {
        "Writes all that is on a graph to a file, as JSON.",
        Graph,
        nullptr,
+       kLooks},
+      {"figure",
+       {ControlArgument("PANEL.GRAPH", Bit(ControlKind::Graph)), Fixed("FILE", Kind::Text)},
+       {Optional(Named("width", Kind::Whole)), Optional(Named("height", Kind::Whole))},
+       "Draws a graph as it stands to a file .pdf, .svg or .png. width= and height= are pixels of a PNG; PDF "
+       "and "
+       "SVG take 3/4 of them as points.",
+       Figure,
+       CheckFigure,
        kLooks},
       {"assert",
        {Literal("velocity"), Fixed("ID", Kind::Text), Fixed("REF", Kind::Whole),

@@ -1,4 +1,4 @@
-// graph_lines.h - where curves and maps lie on the screen, without Qt: pixels of values, and the few points that draw a
+// graph_lines.h - where curves and maps lie on the screen or on paper: pixels of values, and the few points that draw a
 // curve of any length as all of its points would. No state.
 #pragma once
 

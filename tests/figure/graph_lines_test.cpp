@@ -1,5 +1,5 @@
 // Pixels of curves and maps.
-#include "gui/graph_lines.h"
+#include "figure/graph_lines.h"
 
 #include <gtest/gtest.h>
 

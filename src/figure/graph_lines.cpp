@@ -1,5 +1,5 @@
 // graph_lines.cpp - see graph_lines.h.
-#include "gui/graph_lines.h"
+#include "figure/graph_lines.h"
 
 #include <algorithm>
 #include <array>

@@ -1,0 +1,59 @@
+// fit_curves.cpp - see fit_curves.h.
+#include "report/fit_curves.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "records/inv_records.h"
+#include "records/model_records.h"
+#include "run/result_entries.h"
+
+namespace sondera {
+namespace {
+
+double At(const std::vector<double>& v, int i) {
+  return i >= 0 && static_cast<std::size_t>(i) < v.size() ? v[static_cast<std::size_t>(i)] : 0.0;
+}
+
+void AddPoint(ReportCurve& curve, double vel, double freq, double wlen) {
+  if (!(vel > 0.0)) return;
+  curve.vel.push_back(vel);
+  curve.freq.push_back(freq);
+  curve.wlen.push_back(wlen);
+}
+
+}  // namespace
+
+std::vector<ReportCurve> MeasuredCurves() {
+  const ModelRecord& m = FModelParam;
+  const bool global = StoredIsGlobal();
+  const int count = global ? 1 : std::clamp(m.nDispCurves, 0, static_cast<int>(m.vel.size()));
+  std::vector<ReportCurve> curves(static_cast<std::size_t>(count));
+  const std::size_t held =
+      global ? m.globalVel.size() : m.vel.size() / std::max<std::size_t>(curves.size(), 1);
+  const int points = std::clamp(global ? m.nDispPointsG : m.nDispPoints, 0, static_cast<int>(held));
+  for (int p = 0; p < points; ++p) {
+    for (int c = 0; c < count; ++c) {
+      ReportCurve& curve = curves[static_cast<std::size_t>(c)];
+      if (global)
+        AddPoint(curve, At(m.globalVel, p), At(m.globalFreq, p), At(m.globalWlen, p));
+      else
+        AddPoint(curve, At(m.vel, p * count + c), At(m.freq, p), At(m.wlen, p * count + c));
+    }
+  }
+  return curves;
+}
+
+std::vector<ReportCurve> ComputedCurves(int entry) {
+  const InvRecord& r = InvParam;
+  const int count = std::clamp(r.nCurves, 1, std::max(r.vel.colHi() + 1, 1));
+  const int points = std::min({r.nPoints, r.freq.colHi() + 1, (r.vel.colHi() + 1) / count});
+  std::vector<ReportCurve> curves(static_cast<std::size_t>(count));
+  for (int p = 0; p < points; ++p)
+    for (int c = 0; c < count; ++c)
+      AddPoint(curves[static_cast<std::size_t>(c)], r.vel(entry, p * count + c), r.freq(entry, p),
+               r.waveL(entry, p * count + c));
+  return curves;
+}
+
+}  // namespace sondera
