@@ -73,7 +73,9 @@ struct CallbackRow {
 constexpr CallbackRow kSession[] = {
     {&mainmenu::QUIT, QuitCallback},
     {&panel::CLOSE, QuitProgCallback},
+    {&devpanel::FIND, FindBoardsCallback},
     {&devpanel::OK, DeviceSetupOKCallback},
+    {&mainmenu::SETUP_BOARDS, SetupBoardsCallback},
 };
 
 constexpr CallbackRow kPages[] = {

@@ -13,6 +13,7 @@
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/devpanel.h"
+#include "runtime/dialogs.h"
 
 namespace sondera {
 namespace {
@@ -112,6 +113,17 @@ std::string UseBoard(std::string_view choice) {
     TakeSelectedDevice();
   }
   return fault;
+}
+
+int SetupBoardsCallback(Panel, ControlId, Event event, long) {
+  if (event == Event::Commit) DisplayPanel(Panel::DEVPANEL);
+  return 0;
+}
+
+int FindBoardsCallback(Panel, ControlId, Event event, long) {
+  if (event != Event::Commit) return 0;
+  const std::string fault = UseBoard(GetCtrlVal(devpanel::DRIVER));
+  return fault.empty() ? 0 : Refuse(fault);
 }
 
 int DeviceSetupOKCallback(Panel, ControlId, Event event, long) {

@@ -21,6 +21,10 @@ void SetupDevPanel();
 /// @return "", or one sentence; then the board in use stays, unless it had to be given up for the new one.
 std::string UseBoard(std::string_view choice);
 
+/// SETUP_BOARDS of the menu: shows the board panel.
+int SetupBoardsCallback(Panel panel, ControlId control, Event event, long data);
+/// FIND of the board panel: UseBoard with the driver in DRIVER, with a message for what is wrong.
+int FindBoardsCallback(Panel panel, ControlId control, Event event, long data);
 /// OK of the board panel: the chosen board becomes the one in use. Its facts are read anew, and the current measurement
 /// begins with its first settings unless it holds data; other measurements keep their settings.
 int DeviceSetupOKCallback(Panel panel, ControlId control, Event event, long data);

@@ -10,6 +10,7 @@
 #include "records/kinds.h"
 #include "runtime/catalogue/devpanel.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
 #include "runtime/text_format.h"
@@ -354,6 +355,22 @@ TEST_F(HardwareSetup, AnotherBoardBringsItsOwnFacts) {
   EXPECT_EQ(GetNumListItems(hwsetup::INPUTRANGE), 2);
   EXPECT_EQ(Hw().nChannels, 4) << "another measurement keeps its settings";
   EXPECT_EQ(Hw().freqSpan, 51200.0);
+}
+
+TEST_F(HardwareSetup, TheBoardPanelFindsBoardsByTheirDriver) {
+  Commit(mainmenu::SETUP_BOARDS);
+  EXPECT_TRUE(IsPanelShown(Panel::DEVPANEL));
+  SetCtrlVal(devpanel::DRIVER, "sim:channels=3");
+  EXPECT_EQ(Commit(devpanel::FIND), 0);
+  EXPECT_EQ(GetLabelFromIndex(devpanel::DEVICEID, 0), "Sim1: Dynamic Signal Acquisition");
+  EXPECT_EQ(session.device.maxChannels, 3);
+  EXPECT_EQ(Hw().nChannels, 3);
+  SetCtrlVal(devpanel::DRIVER, "sim:channels=99");
+  EXPECT_EQ(Commit(devpanel::FIND), -1);
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_EQ(session.device.maxChannels, 3) << "the board in use stays";
+  EXPECT_EQ(Commit(devpanel::OK), 0);
+  EXPECT_FALSE(IsPanelShown(Panel::DEVPANEL));
 }
 
 TEST_F(HardwareSetup, AnotherBoardLeavesAMeasurementWithDataAlone) {

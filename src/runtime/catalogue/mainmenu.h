@@ -99,6 +99,8 @@ inline constexpr MenuControl SETUP_MEAS_SETUP{
     "Measurements",
     "Measurement Setup",
     {.hint = "Opens the measurement setup: places of source and receivers."}};
+inline constexpr MenuControl SETUP_BOARDS{
+    "SETUP_BOARDS", "Measurements", "Boards", {.hint = "Opens the choice of the acquisition board."}};
 
 inline constexpr MenuControl MEAS_MODE{
     "MEAS_MODE", "Masking", "Interactive Masking", {.hint = "Shows the page of masking."}};
@@ -220,6 +222,7 @@ inline constexpr const Control* kControls[] = {&NEW_MEASUREMENT,
                                                &PERFORM_TEST,
                                                &SETUP_HDWARE,
                                                &SETUP_MEAS_SETUP,
+                                               &SETUP_BOARDS,
                                                &MEAS_MODE,
                                                &IRF_SETUP,
                                                &GABOR_SETUP,
