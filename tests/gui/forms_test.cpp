@@ -256,9 +256,11 @@ TEST_P(FormTest, FitsASmallScreen) {
   EXPECT_LE(least.height(), 560);
 }
 
+/// Pages have the whole width of a screen of 1024; dialogs can be made as small as their forms.
 TEST_P(FormTest, NoTextIsCutAtTheSmallestSize) {
   const BoundForm bound(GetParam());
-  bound.form()->resize(bound.form()->minimumSizeHint());
+  const QSize page = WindowOf(GetParam()) == Panel::PANEL ? QSize(1000, 430) : QSize();
+  bound.form()->resize(bound.form()->minimumSizeHint().expandedTo(page));
   bound.form()->show();
   for (const QLabel* label : bound.form()->findChildren<QLabel*>()) {
     if (!label->isVisible() || label->wordWrap()) continue;
