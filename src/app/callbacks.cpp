@@ -9,9 +9,11 @@
 #include "panels/asavedlg.h"
 #include "panels/cdisppnl.h"
 #include "panels/cdisppnl_files.h"
+#include "panels/curve_axes.h"
 #include "panels/dispcurv.h"
 #include "panels/dispcurv_page.h"
 #include "panels/exdthd.h"
+#include "panels/exdthd_graphs.h"
 #include "panels/fmodeling.h"
 #include "panels/forward_run.h"
 #include "panels/gaborpnl.h"
@@ -29,21 +31,28 @@
 #include "panels/mainmenu_legacy.h"
 #include "panels/mainmenu_plot.h"
 #include "panels/mainmenu_project.h"
+#include "panels/mainmenu_windows.h"
 #include "panels/measpanel_run.h"
 #include "panels/meassetup.h"
 #include "panels/meassetup_places.h"
+#include "panels/mscalepnl.h"
 #include "panels/one_click.h"
+#include "panels/pulse.h"
 #include "panels/sasw_auto_masking.h"
 #include "panels/sasw_dispersion.h"
 #include "panels/sasw_masking.h"
 #include "panels/sasw_phases.h"
 #include "panels/sasw_traces.h"
 #include "panels/trace_display.h"
+#include "panels/undo.h"
+#include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/asavedlg.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/devpanel.h"
 #include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/dsp_mscale.h"
+#include "runtime/catalogue/exd_scale.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/gaborpnl.h"
@@ -56,7 +65,9 @@
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/meassetup.h"
+#include "runtime/catalogue/mscalepnl.h"
 #include "runtime/catalogue/panel.h"
+#include "runtime/catalogue/pulse.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/catalogue/tmgrafpnl.h"
 #include "runtime/controls.h"
@@ -118,6 +129,38 @@ constexpr CallbackRow kReports[] = {
     {&mainmenu::PRINT_PS_DISP_CURV, PrintPsDispCurvCallback},
     {&mainmenu::PRINT_PS_SWAVE_PRF, PrintPsSwavePrfCallback},
     {&mainmenu::PRINT_REPORT, PrintReportCallback},
+};
+
+constexpr CallbackRow kWindows[] = {
+    {&mainmenu::PRINT_MEAS_DISP_AB, PrintMeasDispABCallback},
+    {&mainmenu::PRINT_DC_PANEL, PrintDCPanelCallback},
+    {&mainmenu::PRINT_DCPRF_PANEL, PrintDCPRFPanelCallback},
+    {&mainmenu::PRINT_DISP_CURVE, PrintDispCurveCallback},
+    {&mainmenu::PRINT_FM_INV, PrintFmInvCallback},
+    {&mainmenu::PRINT_PROF_WIN, PrintProfWinCallback},
+    {&mainmenu::HELP, HelpCallback},
+    {&mainmenu::ABOUT_BOX, AboutBoxCallback},
+    {&aboutpnl::OK, AboutOKCallback},
+};
+
+constexpr CallbackRow kWaveform[] = {
+    {&mainmenu::PULSE_WAVEFORM_MENU, Pulse_WaveformMenuCallback},
+    {&mainmenu::PULSE_LAYERING_REC_MENU, Pulse_LayeringRecMenuCallback},
+    {&pulse::SHAPE, Pulse_SrcShapeCallback},
+    {&pulse::BROWSE, Pulse_SrcFileBrowseCallback},
+    {&pulse::CFREQ, Pulse_NPointsCallback},
+    {&pulse::FREQSPAN, Pulse_NPointsCallback},
+    {&pulse::NPOINTS, Pulse_NPointsCallback},
+    {&pulse::PROFILEREC, Pulse_OpenProfileRecCallback},
+    {&pulse::CLOSE, Pulse_CloseCallback},
+};
+
+constexpr CallbackRow kEdit[] = {
+    {&mainmenu::UNDO, UndoCallback},
+    {&mainmenu::REDO, RedoCallback},
+    {&fmodeling::SOILPROFILE, TableCellCallback},
+    {&fmodeling::RECEIVERLOC, TableCellCallback},
+    {&fmodeling::DISPCURVINFO, TableCellCallback},
 };
 
 constexpr CallbackRow kMeasurements[] = {
@@ -224,6 +267,29 @@ constexpr CallbackRow kGraphs[] = {
     {&tmgrafpnl::TOMOGRAF, TomoGrafGraphCallback},
 };
 
+constexpr CallbackRow kAxes[] = {
+    {&mainmenu::ADJUST_SCALE, AdjustScaleCallback},
+    {&sasw::ADJUSTSCALE, AdjustScaleCallback},
+    {&measpanel::ADJUSTSCALE, AdjustScaleCallback},
+    {&mscalepnl::AUTOSCALE_X, AutoScaleCallback},
+    {&mscalepnl::AUTOSCALE_Y, AutoScaleCallback},
+    {&mscalepnl::OK, ManualScaleCallback},
+    {&mscalepnl::CANCEL, ManualScaleCancelCallback},
+    {&mainmenu::DISP_CV_AXIS_ATTR_MENU, DispCVAxisAttrMenuCallback},
+    {&dsp_mscale::DSP_XTYPE, CurveAxisChoiceCallback},
+    {&dsp_mscale::DSP_XAUTO, CurveAxisChoiceCallback},
+    {&dsp_mscale::DSP_YTYPE, CurveAxisChoiceCallback},
+    {&dsp_mscale::DSP_YAUTO, CurveAxisChoiceCallback},
+    {&dsp_mscale::OK, DispCVManualScaleCallback},
+    {&dsp_mscale::CANCEL, DispCVManualScaleCancelCallback},
+    {&exd_scale::DSP_XTYPE, CurveAxisChoiceCallback},
+    {&exd_scale::DSP_XAUTO, CurveAxisChoiceCallback},
+    {&exd_scale::DSP_YTYPE, CurveAxisChoiceCallback},
+    {&exd_scale::DSP_YAUTO, CurveAxisChoiceCallback},
+    {&exd_scale::OK, EXDTHDManualScaleCallback},
+    {&exd_scale::CANCEL, EXDTHDManualScaleCancelCallback},
+};
+
 constexpr CallbackRow kMasking[] = {
     {&sasw::MASKINGNEW, MaskingNewCallback},           {&sasw::MASKINGUPDATE, MaskingUpdateCallback},
     {&sasw::MASKINGDEL, MaskingDeleteCallback},        {&sasw::MASKINGRESET, MaskingResetCallback},
@@ -292,6 +358,17 @@ constexpr CallbackRow kResults[] = {
     {&analresult::SAVE, SaveInvResultCallback},   {&analresult::CLOSE, ResultBoxCloseCallback},
 };
 
+constexpr CallbackRow kResultsPage[] = {
+    {&mainmenu::OPEN_FMODELING_WIN, OpenFModelingWinCallback},
+    {&exdthd::EXDTYPE, SetEXDCurveTypeCallback},
+    {&exdthd::THDTYPE, SetTHDCurveTypeCallback},
+    {&exdthd::ARRAYDISPID, SetEXDCurveTypeCallback},
+    {&exdthd::COLOR, EXDTHDColorCallback},
+    {&exdthd::MARKER, EXDTHDMarkerCallback},
+    {&exdthd::REDRAW, RedrawEXDTHDCallback},
+    {&exdthd::CLOSE, EXDTHDCloseCallback},
+};
+
 constexpr CallbackRow kModelParameters[] = {
     {&mainmenu::FMODEL_PARAM, FModelParamCallback},
     {&mainmenu::READ_FMODEL_PARAM_MENU, ReadFModelParamMenuCallback},
@@ -357,11 +434,15 @@ void InstallCallbacks() {
   Install(kProject);
   Install(kExport);
   Install(kReports);
+  Install(kWindows);
+  Install(kWaveform);
+  Install(kEdit);
   Install(kMeasurements);
   Install(kHardware);
   Install(kImport);
   Install(kTraces);
   Install(kGraphs);
+  Install(kAxes);
   Install(kMasking);
   Install(kFiltration);
   Install(kGabor);
@@ -369,6 +450,7 @@ void InstallCallbacks() {
   Install(kRepresentative);
   Install(kModelParameters);
   Install(kResults);
+  Install(kResultsPage);
   Install(kStartingModel);
   Install(kInversion);
 
@@ -380,6 +462,10 @@ void InstallCallbacks() {
   };
   redraw.doPreviewPlotting = DrawPreview;
   redraw.dispCurvPlot = DrawDispCurvPage;
+  redraw.exdThdCurvPlot = DrawResultCurves;
+  redraw.drawProfile = DrawProfileGraph;
+  redraw.drawResolution = DrawResolutionGraph;
+  redraw.drawRMSerror = DrawRMSErrorGraph;
   InstallRedrawHandlers(std::move(redraw));
 }
 

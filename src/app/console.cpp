@@ -53,6 +53,16 @@ FileChoice SelectFile(const FileRequest& request) {
   return {};
 }
 
+bool Print(const PrintRequest& request) {
+  PrintLine(request.title, "printing needs the windows; the word report writes pages as PostScript.");
+  return false;
+}
+
+bool ShowManualText() {
+  PrintLine(kAppTitle, "the manual is docs/manual.md; sondera --help lists the rest.");
+  return false;
+}
+
 int Run() {
   FinishProgressLine();
   const ConsoleOptions& options = console.options;
@@ -127,6 +137,8 @@ void InstallConsole(const ConsoleOptions& options) {
   f.prompt = Prompt;
   f.selectFile = SelectFile;
   f.run = Run;
+  f.print = Print;
+  f.showManual = ShowManualText;
   InstallFrontEnd(std::move(f));
 
   struct sigaction action = {};

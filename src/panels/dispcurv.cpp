@@ -3,10 +3,11 @@
 
 #include <string>
 
+#include "panels/curve_axes.h"
 #include "panels/graph_events.h"
+#include "panels/undo.h"
 #include "records/curve_labels.h"
 #include "runtime/catalogue/dispcurv.h"
-#include "runtime/catalogue/mainmenu.h"
 #include "runtime/graphs.h"
 #include "runtime/redraw.h"
 
@@ -24,6 +25,7 @@ int MoveSelected(const ListControl& from, const ListControl& to, int included) {
   const std::string label = GetLabelFromIndex(from, index);
   PMeasInfo* pair = PairOfLabel(label);
   if (!pair) return -1;
+  const UndoStep step(included ? "Include" : "Exclude");
   pair->included = included;
   const double value = GetValueFromIndex(from, index);
   DeleteListItem(from, index);
@@ -87,8 +89,7 @@ int RedrawDispCurvCallback(Panel, ControlId, Event event, long) {
 
 int SetupDispCurveCallback(Panel, ControlId, Event event, long) {
   if (event == Event::LeftDoubleClick) {
-    Commit(mainmenu::DISP_CV_AXIS_ATTR_MENU);  // fills the dialog
-    DisplayPanel(Panel::DSP_MSCALE);
+    OpenDispersionAxes();
   } else if (event == Event::Commit) {
     SetCtrlVal(dispcurv::COORD, ClickText(dispcurv::DISPGRAPH));
   }

@@ -14,7 +14,9 @@ namespace {
 
 constexpr int kLastCounterValue = 18;
 
-void FillLists(bool csw) {
+}  // namespace
+
+void FillCurveLists(bool csw) {
   ClearListCtrl(dispcurv::LIST_INCLUDED);
   ClearListCtrl(dispcurv::LIST_EXCLUDED);
   for (int i = 1; i <= MeasDB.pMeasList.count(); ++i) {
@@ -27,13 +29,11 @@ void FillLists(bool csw) {
   }
 }
 
-}  // namespace
-
 int DrawDispCurvPage(int flag) {
   if (!MeasDB.pMeasList.empty() && CountIncludedPoints() == 0) return -1;
   if (session.nextCurveColor > kLastCounterValue) session.nextCurveColor = 0;
   const bool csw = flag != 1;
-  FillLists(csw);
+  FillCurveLists(csw);
   PlotDispCurves(dispcurv::DISPGRAPH, GatherCurves(csw), GetCtrlVal(dispcurv::DISPCURVTYPE),
                  session.dispAxis);
   return 0;

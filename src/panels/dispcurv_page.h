@@ -11,4 +11,8 @@ namespace sondera {
 /// point, so the last curve stays on the page after it has been excluded.
 int DrawDispCurvPage(int flag);
 
+/// The two lists alone.
+/// @param csw  labels "CSW-id[1:2]"
+void FillCurveLists(bool csw = false);
+
 }  // namespace sondera

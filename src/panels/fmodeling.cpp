@@ -5,6 +5,7 @@
 
 #include "panels/fmodeling_files.h"
 #include "panels/fmodeling_records.h"
+#include "panels/undo.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
@@ -33,6 +34,7 @@ int FollowNumber(const IntControl& number, const TableControl& table, const char
     SetCtrlVal(number, GetNumTableRows(table));
     return Refuse(FormatText("The number of %s is %d. It must be from 0 to %d.", what, n, most));
   }
+  const UndoStep step(std::string("Number of ") + what);
   AdjustTableSize(table, n, prefix);
   return 0;
 }
@@ -125,6 +127,7 @@ int FM_nReceiversUpdateCallback(Panel, ControlId, Event event, long) {
 
 int FM_nDispCurvesCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  const UndoStep step("Number of array curves");
   if (FollowNumber(NDISPCURVES, DISPCURVINFO, "array curves", kMaxRunCurves, "D") < 0) return -1;
   RoomForPairs(FModelParam, GetCtrlVal(NDISPCURVES));
   ShowPairs();
@@ -170,6 +173,7 @@ int ApplyDefaultVal2ColCallback(Panel, ControlId control, Event event, long) {
   if (event != Event::Commit) return 0;
   const int column = ColumnOf(control);
   if (column == 0) return -1;
+  const UndoStep step("Apply All");
   const double value = GetTableCellVal(SOILPROFILE_DFLT, 1, column);
   for (int row = 1; row <= GetNumTableRows(SOILPROFILE); ++row)
     SetTableCellVal(SOILPROFILE, row, column, value);
@@ -180,6 +184,7 @@ int InsertLayerCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (GetNumTableRows(SOILPROFILE) >= kMaxRunLayers)
     return Refuse(FormatText("There are %d layers, and no more can be.", kMaxRunLayers));
+  const UndoStep step("Insert layer");
   if (!InsertTableRow(SOILPROFILE, GetCtrlVal(EDITLAYERNO))) return NoSuchLayer(GetCtrlVal(EDITLAYERNO));
   LayersChanged();
   return 0;
@@ -187,6 +192,7 @@ int InsertLayerCallback(Panel, ControlId, Event event, long) {
 
 int DeleteRowCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  const UndoStep step("Delete layer");
   if (!DeleteTableRow(SOILPROFILE, GetCtrlVal(EDITLAYERNO))) return NoSuchLayer(GetCtrlVal(EDITLAYERNO));
   LayersChanged();
   return 0;
@@ -194,6 +200,7 @@ int DeleteRowCallback(Panel, ControlId, Event event, long) {
 
 int ClearRowCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
+  const UndoStep step("Clear");
   for (int row = 1; row <= GetNumTableRows(SOILPROFILE); ++row)
     for (int column = 1; column <= GetNumTableColumns(SOILPROFILE); ++column)
       SetTableCellVal(SOILPROFILE, row, column, 0.0);

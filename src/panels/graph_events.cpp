@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "panels/curve_axes.h"
+#include "panels/mscalepnl.h"
 #include "panels/sasw_masking.h"
 #include "panels/sasw_traces.h"
 #include "panels/trace_windows.h"
@@ -118,6 +120,7 @@ int DisplayCallback(Panel panel, ControlId control, Event event, long) {
   if (moved) MoveMarker(panel, window, *place);
   if (event == Event::Drag && TakesMasks(panel, window)) DragMask(panel, window, *place);
   if (event == Event::RightClick && TakesMasks(panel, window)) PickMask(panel, window, place->x);
+  if (event == Event::LeftDoubleClick) AdjustScale(panel, window);
   return 0;
 }
 
@@ -140,7 +143,7 @@ void RenewMarkers(int page) {
 }
 
 int SetupEXDTHDCallback(Panel, ControlId control, Event event, long) {
-  if (event == Event::LeftDoubleClick && control == &exdthd::CURVES) DisplayPanel(Panel::EXD_SCALE);
+  if (event == Event::LeftDoubleClick && control == &exdthd::CURVES) OpenResultAxes();
   if (event == Event::Commit)
     SetCtrlVal(exdthd::COORD, ClickText(static_cast<const GraphControl&>(*control)));
   return 0;

@@ -15,7 +15,8 @@ namespace sondera {
 /// goes to its curve, and the three read-outs of the graph are renewed. On graph A of the masking page, over
 /// frequency and unless the settings are those of B: two markers, one of which is moved, write the lower and the
 /// upper frequency into MASKING_FREQINIT and MASKING_FREQFINAL; a drag puts both markers on its ends and writes them
-/// too; a right click picks the mask under it. Everything else does nothing. Returns 0.
+/// too; a right click picks the mask under it. A double click on any of the graphs opens its axis dialog. Everything else
+/// does nothing. Returns 0.
 int DisplayCallback(Panel panel, ControlId control, Event event, long data);
 
 /// Takes MARKERS_ONOFF of a page as the number of markers of the selected windows: new ones stand at one and two

@@ -8,6 +8,7 @@
 #include "panels/meassetup.h"
 #include "panels/panels_state.h"
 #include "panels/trace_selection.h"
+#include "panels/undo.h"
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -110,7 +111,6 @@ int AddMeasIDCallback(Panel, ControlId, Event event, long) {
 
 int F1Callback(Panel panel, ControlId control, Event event, long data) {
   if (event != Event::Commit) return 0;
-  DisplayPanel(Panel::HMSETUP);
   DisplayPanel(Panel::HWSETUP);
   HidePanel(Panel::MEASSETUP);
   return AddMeasIDCallback(panel, control, event, data);
@@ -118,7 +118,6 @@ int F1Callback(Panel panel, ControlId control, Event event, long data) {
 
 int F2Callback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  DisplayPanel(Panel::HMSETUP);
   DisplayPanel(Panel::HWSETUP);
   HidePanel(Panel::MEASSETUP);
   // These boards are always coupled directly.
@@ -158,6 +157,7 @@ int UpdateRemoveMeasIDCallback(Panel, ControlId, Event event, long) {
   const int key = GetKeyFromID(session.curProjID, measID);
   if (key == -1) return -1;
   RemoveMeasurement(key);
+  ForgetUndo();
   RefillLists();
   SetCtrlIndex(hmsetup::MEASIDLISTBOX, std::max(index - 1, 0));
   return SelectMeasurement(GetLabelFromIndex(hmsetup::MEASIDLISTBOX, GetCtrlIndex(hmsetup::MEASIDLISTBOX)));

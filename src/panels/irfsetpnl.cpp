@@ -214,7 +214,10 @@ int IRFsetupOkCallback(Panel, ControlId, Event event, long) {
   IrfGeometry g;
   if (!current.pair || !GetIrfGeometry(current, g)) return 0;
   const double spacing = std::fabs(g.spacing);
-  return StoreWindows(*current.pair, DelaysOf(spacing, bbV), DelaysOf(spacing, smV), g.total, kSmT);
+  const int stored =
+      StoreWindows(*current.pair, DelaysOf(spacing, bbV), DelaysOf(spacing, smV), g.total, kSmT);
+  if (stored == 0) HidePanel(Panel::IRFSETPNL);
+  return stored;
 }
 
 int IRFApplyCallback(Panel, ControlId, Event event, long) {

@@ -9,27 +9,12 @@ namespace {
 
 constexpr Panel kPages[] = {Panel::MEASPANEL, Panel::SASW, Panel::MEASSETUP, Panel::DISPCURV, Panel::EXDTHD};
 
-/// Tab page of the main window that a panel stands on.
-int TabOf(Panel page) {
-  switch (page) {
-    case Panel::MEASPANEL:
-      return 0;
-    case Panel::SASW:
-      return 1;
-    case Panel::DISPCURV:
-      return 2;
-    default:
-      return 3;
-  }
-}
-
 }  // namespace
 
 void ShowPage(Panel page, const std::string& title) {
   for (Panel p : kPages)
     if (p != page) HidePanel(p);
   DisplayPanel(page);
-  SetActiveTabPage(Panel::PANEL, TabOf(page));
   SetPanelTitle(page, title);
 }
 
@@ -54,24 +39,19 @@ int DispersionModeCallback(Panel, ControlId, Event, long) {
 }
 
 int SetupModeCallback(Panel, ControlId, Event, long) {
-  DisplayPanel(Panel::HMSETUP);
   DisplayPanel(Panel::HWSETUP);
   return 0;
 }
 
 int SetupHDWareCallback(Panel, ControlId, Event, long) {
-  DisplayPanel(Panel::HMSETUP);
   DisplayPanel(Panel::HWSETUP);
   HidePanel(Panel::MEASSETUP);
-  SetActiveTabPage(Panel::HMSETUP, 0);
   return 0;
 }
 
 int SetupMeasSetupCallback(Panel, ControlId, Event, long) {
-  DisplayPanel(Panel::HMSETUP);
   DisplayPanel(Panel::MEASSETUP);
   HidePanel(Panel::HWSETUP);
-  SetActiveTabPage(Panel::HMSETUP, 1);
   return 0;
 }
 

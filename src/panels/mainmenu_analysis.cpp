@@ -2,6 +2,7 @@
 #include "panels/mainmenu_analysis.h"
 
 #include "panels/mainmenu_project.h"
+#include "panels/undo.h"
 #include "project/analysis_section.h"
 #include "records/session.h"
 #include "runtime/dialogs.h"
@@ -19,6 +20,7 @@ int LoadAnalysis(const std::string& path) {
     MessagePopup(session.appTitle, reason + ".");
     return -1;
   }
+  ForgetUndo();
   LoadAnalysisFrom(file);
   return TellOutcome(NotReadWhole(path, file), file);
 }

@@ -1,15 +1,19 @@
 // mainmenu_project.cpp - see mainmenu_project.h.
 #include "panels/mainmenu_project.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
+#include "panels/dispcurv_page.h"
 #include "panels/entry_lists.h"
 #include "panels/fmodeling_records.h"
 #include "panels/forward_run.h"
 #include "panels/hwsetup.h"
 #include "panels/loadtxdata_import.h"
 #include "panels/meassetup.h"
+#include "panels/trace_selection.h"
+#include "panels/undo.h"
 #include "project/load_check.h"
 #include "project/modeling_section.h"
 #include "project/project_copies.h"
@@ -18,6 +22,7 @@
 #include "records/model_records.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
@@ -48,10 +53,58 @@ void ShowModels(const EntryNumbers& entries, bool whole) {
   SetFModelParam();
 }
 
+void DeleteAllPlots(Panel panel) {
+  for (ControlId control : ControlsOf(panel))
+    if (control->kind == ControlKind::Graph) DeleteGraphPlot(static_cast<const GraphControl&>(*control));
+}
+
+/// No list names, and no graph shows, what is no longer there.
+void ShowEmptyPages() {
+  ForgetUndo();
+  for (const RingControl* ring :
+       {&sasw::DISPACHNL, &sasw::DISPA_REFCHNL, &sasw::DISPBCHNL, &sasw::DISPB_REFCHNL, &sasw::DISPAID,
+        &sasw::DISPBID, &measpanel::DISPACHNL, &measpanel::DISPA_REFCHNL, &measpanel::DISPBCHNL,
+        &measpanel::DISPB_REFCHNL, &measpanel::DISPAID, &measpanel::DISPBID, &meassetup::NCHANNELS3})
+    ClearListCtrl(*ring);
+  ClearListCtrl(meassetup::RECLOCLIST);
+  for (const Panel panel : {Panel::SASW, Panel::MEASPANEL}) FillMeasIDListBox(panel, session.curProjID);
+  for (const Panel panel : {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD})
+    DeleteAllPlots(panel);
+  FillCurveLists();
+}
+
+bool HasData(const MeasRecords& r) {
+  if (r.rawPos < 0) return false;
+  for (const auto* block : {&r.rawData->timeHist, &r.rawData->crossSpecRe, &r.rawData->powerSpec})
+    if (std::any_of(block->begin(), block->end(), [](double v) { return v != 0.0; })) return true;
+  return false;
+}
+
+bool HasPlaces(const MeasRecords& r) {
+  return r.measPos > 0 &&
+         (r.measSetup->srcLoc != 0.0 || std::any_of(r.measSetup->recLoc.begin(), r.measSetup->recLoc.end(),
+                                                    [](double v) { return v != 0.0; }));
+}
+
+/// The first measurement of a file is shown; an empty one gives way to the first with data.
+void ShowMeasurementWithData() {
+  MeasRecords shown;
+  if (GetInfoFromKey(GetKeyFromID(session.curProjID, session.curMeasID), shown) == -1) return;
+  if (HasData(shown) || HasPlaces(shown)) return;
+  for (const MeasSetup& setup : MeasDB.measSetupList) {
+    MeasRecords r;
+    if (GetInfoFromKey(setup.key, r) == -1 || r.hwPos < 0 || !HasData(r)) continue;
+    UpdateMeasSetup(r.projID, r.measID, kBothTraces);
+    UpdateHWSetup(r.projID, r.measID);
+    return;
+  }
+}
+
 /// Reads session.projectFileName. A file that cannot be opened leaves an empty project; when it is there all
 /// the same, that project has no name.
 int LoadProject() {
   const std::string path = session.projectFileName;
+  ForgetUndo();
   ProcessSystemEvents();
   session.fileKeyList.clear();
   // Until the end of the load has been reached, there is more in the file than in memory.
@@ -74,6 +127,10 @@ int LoadProject() {
   } else {
     ShowFileTitle(path);
   }
+  if (MeasDB.measSetupList.empty())
+    ShowEmptyPages();
+  else
+    ShowMeasurementWithData();
   DoPlotting(0);
   DoPlotting(1);
   TakeProjectAsSaved();
@@ -128,11 +185,6 @@ FileChoice AskForName(const char* title) {
 bool MayOverwrite(const FileChoice& choice) {
   return choice.answer != FileAnswer::Exists ||
          ConfirmPopup(session.appTitle, "The file exists. Do you want to overwrite it?");
-}
-
-void DeleteAllPlots(Panel panel) {
-  for (ControlId control : ControlsOf(panel))
-    if (control->kind == ControlKind::Graph) DeleteGraphPlot(static_cast<const GraphControl&>(*control));
 }
 
 }  // namespace
@@ -203,6 +255,7 @@ int OpenFileProc(const std::string& path, OpenFor purpose) {
   if (choice.answer == FileAnswer::Exists && !mayOpen(choice.path)) return Refuse(reason + ".");
   session.projectFileName = choice.path;
   if (choice.answer == FileAnswer::Exists) return LoadProject();
+  ShowEmptyPages();
   if (choice.answer == FileAnswer::IsNew) MessagePopup(session.appTitle, "File does not exist.");
   return -1;
 }
@@ -271,12 +324,7 @@ int NewMeasurementCallback(Panel, ControlId, Event event, long) {
     EmptyProjectLists();
   }
   ConfirmPopup(session.appTitle, kRemoveAll);  // Kept: asked again, whatever the answer
-  for (const RingControl* ring :
-       {&sasw::DISPACHNL, &sasw::DISPA_REFCHNL, &sasw::DISPBCHNL, &sasw::DISPB_REFCHNL, &sasw::DISPAID,
-        &sasw::DISPBID, &meassetup::NCHANNELS3})
-    ClearListCtrl(*ring);
-  ClearListCtrl(meassetup::RECLOCLIST);
-  for (Panel panel : {Panel::SASW, Panel::DISPCURV, Panel::EXDTHD}) DeleteAllPlots(panel);
+  ShowEmptyPages();
   SetActiveTabPage(Panel::PANEL, 0);
   DisplayPanel(Panel::MEASPANEL);
   LeaveProjectFile();

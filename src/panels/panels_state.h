@@ -3,7 +3,11 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
+#include "panels/pulse.h"
+#include "panels/undo.h"
+#include "plot/results_plot.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -18,11 +22,27 @@ struct EditedTexts {
   std::string projID, measID;
 };
 
+/// Looks of the theoretical curves of the results page; the counter of markers goes on from run to run.
+struct TheoreticalLooks {
+  std::vector<CurveLook> curves;
+  int nextMarker = 0;
+};
+
+/// What the axis dialog of the traces works on: a page and 0 for A, 1 for B, 2 for both.
+struct AxisDialogOf {
+  Panel panel = Panel::SASW;
+  int window = 0;
+};
+
 struct PanelsState {
   PhaseBoxes boxesBefore;                 ///< phase boxes at the last click on one of them
   std::map<ControlId, int> indexAtFocus;  ///< position of each selector of a trace when it was last entered
   EditedTexts edited;                     ///< project and measurement at focus in
   bool lastStartHasEntries = false;       ///< see LastStartHasEntries of inversion.h
+  TheoreticalLooks theoretical;
+  AxisDialogOf axisDialog;
+  UndoHistory undo;
+  PulseParam pulse;
 };
 extern PanelsState panelsState;
 

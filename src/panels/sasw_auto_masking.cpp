@@ -5,6 +5,7 @@
 #include "panels/irfsetpnl.h"
 #include "panels/sasw_masking.h"
 #include "panels/trace_selection.h"
+#include "panels/undo.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/dialogs.h"
@@ -35,6 +36,7 @@ int AutoMasking() {
 int MaskingAutoCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
+  const UndoStep step("Automatic masks");
   const int result = AutoMasking();
   RefreshIRFwindow(Panel::SASW);
   return result;

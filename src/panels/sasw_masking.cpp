@@ -11,6 +11,7 @@
 #include "panels/sasw_mask_list.h"
 #include "panels/trace_selection.h"
 #include "panels/trace_windows.h"
+#include "panels/undo.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
@@ -89,6 +90,7 @@ bool RefuseWindowB(Panel panel) {
 int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
+  const UndoStep step("New mask");
   const int window = SelectedWindow(panel);  // read before the selection settles on one window
   const double freqInit = GetCtrlVal(sasw::MASKING_FREQINIT);
   const double freqFinal = GetCtrlVal(sasw::MASKING_FREQFINAL);
@@ -104,6 +106,7 @@ int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
 int MaskingUpdateCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
+  const UndoStep step("Update of a mask");
   const int window = SelectedWindow(panel);
   if (CheckCurMaskingState() != 0 || UpdateMask() != 0) return -1;
   TurnOffMarkers(panel, window);
@@ -113,7 +116,9 @@ int MaskingUpdateCallback(Panel panel, ControlId, Event event, long) {
 
 int MaskingDeleteCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  if (RefuseWindowB(panel) || DeleteMask() != 0) return -1;
+  if (RefuseWindowB(panel)) return -1;
+  const UndoStep step("Delete of a mask");
+  if (DeleteMask() != 0) return -1;
   DoPlotting(1);
   return 0;
 }
@@ -121,6 +126,7 @@ int MaskingDeleteCallback(Panel panel, ControlId, Event event, long) {
 int MaskingResetCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
+  const UndoStep step("Reset of masks");
   const int window = SelectedWindow(panel);
   DeleteAllMaskInChannelCombination();
   TurnOffMarkers(panel, window);

@@ -1,13 +1,17 @@
 // sasw_traces.cpp - see sasw_traces.h. The selection at focus in is in panels_state.h.
 #include "panels/sasw_traces.h"
 
+#include <string>
+
 #include "acquisition/acquisition_state.h"
 #include "panels/irfsetpnl.h"
 #include "panels/panels_state.h"
+#include "panels/trace_display.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
+#include "runtime/dialogs.h"
 #include "runtime/redraw.h"
 
 namespace sondera {
@@ -30,6 +34,15 @@ int SelectOnTrace(Panel panel, ControlId control, Event event) {
   }
   indexAtFocus[control] = items::Index(*control);
   if (!measRun.measRunning) CalcIRFCallback(panel, control, Event::Commit, kKeepIRFPanelHidden);
+  return result;
+}
+
+/// The same for the type of the display, which may want a map that is not there.
+int SelectType(Panel panel, ControlId control, Event event, Trace trace) {
+  // Asked first: what follows the choice may make the record of the pair.
+  const std::string why = event == Event::Commit ? WhyNoMap(panel, trace) : std::string();
+  const int result = SelectOnTrace(panel, control, event);
+  if (!why.empty()) Refuse(why);
   return result;
 }
 
@@ -62,10 +75,10 @@ int UpdateBRefChannelCallback(Panel p, ControlId c, Event e, long) {
   return SelectOnTrace(p, c, e);
 }
 int DisplayATypeCallback(Panel p, ControlId c, Event e, long) {
-  return SelectOnTrace(p, c, e);
+  return SelectType(p, c, e, Trace::A);
 }
 int DisplayBTypeCallback(Panel p, ControlId c, Event e, long) {
-  return SelectOnTrace(p, c, e);
+  return SelectType(p, c, e, Trace::B);
 }
 int DisplayAMeasIDCallback(Panel p, ControlId c, Event e, long) {
   return SelectOnTrace(p, c, e);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "acquisition/acquisition_state.h"
 #include "panels/sasw_masking.h"
 #include "panels/sasw_pair.h"
 #include "plot/gabor_plot.h"
@@ -14,7 +13,6 @@
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
-#include "runtime/dialogs.h"
 #include "runtime/graphs.h"
 #include "runtime/text_format.h"
 
@@ -83,20 +81,24 @@ TraceView ViewOf(const GraphOfTrace& g, const Shown& shown, DisplayType type) {
   view.pair = shown.pair;
   view.boxes = {GetCtrlVal(sasw::PHASE_ORIGINAL), GetCtrlVal(sasw::PHASE_ENHANCED),
                 GetCtrlVal(sasw::PHASE_BACKBONE)};
-  const DisplayRecord& record = session.display[static_cast<std::size_t>(g.trace)];
+  DisplayRecord& record = session.display[static_cast<std::size_t>(g.trace)];
   view.autoScaleX = record.autoScaleX != 0;
   view.autoScaleY = record.autoScaleY != 0;
+  view.limits = &record.limits[static_cast<std::size_t>(FamilyOf(type))];
+  view.unit = static_cast<VoltUnit>(std::clamp(record.voltUnit, 0, static_cast<int>(VoltUnit::Vpk2)));
+  view.logarithmic = record.logLinear != 0;
   return view;
 }
 
-/// The display "Gabor Spectrum" of the masking page.
-int DrawGaborMap(const GraphControl& graph, const PMeasInfo* pair) {
-  if (!pair) {
-    Refuse("Calcualte Gabor spectrum, first.");
-    return -2;
+/// The display "Gabor Spectrum": the map of the pair on the masking page, else zeros. -2 without a pair to have one.
+int DrawGaborMap(int page, const GraphOfTrace& g, const Shown& shown) {
+  if (page == kMaskingPage && shown.pair) {
+    PlotGaborMap(g.graph, *shown.pair);
+    return 0;
   }
-  PlotGaborMap(graph, *pair);
-  return 0;
+  PlotNoGaborMap(g.graph, *shown.records.hwSetup);
+  ScaleTraceAxes(ViewOf(g, shown, DisplayType::GaborSpectrum));
+  return page == kMaskingPage ? -2 : 0;
 }
 
 /// "site[1:2] Freq Resp (Phase)" for a pair, "site[2] Time Trace" for a channel; channels from 1.
@@ -133,14 +135,8 @@ int DrawTrace(int page, Trace trace) {
     BringPairUpToDate(shown);
     if (!shown.pair) return -1;
   }
-  if (type != DisplayType::GaborSpectrum) {
-    PlotTrace(ViewOf(g, shown, type));
-  } else {
-    if (page == kMaskingPage) return DrawGaborMap(g.graph, shown.pair);
-    if (!measRun.measRunning) Refuse("Turn on the masking mode, first.");  // not with every record
-    PlotNoGaborMap(g.graph, *shown.records.hwSetup);
-    ScaleTraceAxes(ViewOf(g, shown, type));
-  }
+  if (type == DisplayType::GaborSpectrum) return DrawGaborMap(page, g, shown);
+  PlotTrace(ViewOf(g, shown, type));
   if (!IsOverTime(type)) DoPlotMasking(g.graph);
   return 0;
 }
@@ -151,6 +147,15 @@ int DrawTraces(int page) {
   const int a = DrawTrace(page, Trace::A);
   const int b = DrawTrace(page, Trace::B);
   return a < 0 ? a : b;
+}
+
+std::string WhyNoMap(Panel panel, Trace trace) {
+  const GraphOfTrace g = GraphFor(panel == Panel::SASW ? kMaskingPage : 0, trace);
+  Shown shown;
+  if (static_cast<DisplayType>(GetCtrlVal(g.type)) != DisplayType::GaborSpectrum || !FindShown(g, shown))
+    return {};
+  if (panel != Panel::SASW) return "Turn on the masking mode, first.";
+  return shown.pair ? std::string() : "Calcualte Gabor spectrum, first.";
 }
 
 void DrawPreview() {

@@ -7,11 +7,20 @@
 // leaves a mark.
 #pragma once
 
+#include <string>
+
+#include "records/selection.h"
+#include "runtime/controls.h"
+
 namespace sondera {
 
 /// Draws both graphs of a page: 1 the masking page, any other the measurement page. 0; -1 when one of them
-/// has no measurement to show; -2, with a message, when a Gabor map is asked for that cannot be shown.
+/// has no measurement to show; -2 when a Gabor map is asked for that cannot be shown: zeros stand for it.
 int DrawTraces(int page);
+
+/// Why the trace of a page shows zeros in place of the Gabor map that its type asks for; empty when it does not. For
+/// whoever chooses the type: redraws say nothing.
+std::string WhyNoMap(Panel panel, Trace trace);
 
 /// First two channels of the record under preview, on the measurement page.
 void DrawPreview();

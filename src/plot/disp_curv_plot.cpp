@@ -62,7 +62,7 @@ PageCurve Representative(const DispInfo& d, std::string label, int marker, int c
 }
 
 /// Range of a quantity over the pair curves, with margin, on nice numbers. Equal limits without a value.
-AxisRange AutoRange(const std::vector<PageCurve>& curves, std::size_t quantity, bool linear) {
+AxisRange AutoRange(std::span<const PageCurve> curves, std::size_t quantity, bool linear) {
   std::vector<double> values;
   for (const PageCurve& c : curves)
     for (double v : c.columns[quantity])
@@ -84,17 +84,15 @@ AxisRange AutoRange(const std::vector<PageCurve>& curves, std::size_t quantity, 
 /// Of velocity, frequency, wavelength, in the unit of length of the session.
 std::string UnitOf(std::size_t quantity) {
   if (quantity == 1) return "Hz";
-  const std::string name = LengthUnitName(session.lengthUnit);
-  const std::string length = name == "meter" ? "m" : name;
+  const std::string length = LengthUnitText(session.lengthUnit);
   return quantity == 0 ? length + "/s" : length;
 }
 
-void SetUpAxis(const GraphControl& graph, const std::vector<PageCurve>& composite, bool xAxis,
-               AxisRecord& record) {
+void SetUpAxis(const GraphControl& graph, std::span<const PageCurve> curves, bool xAxis, AxisRecord& record) {
   const std::size_t quantity = Quantity(xAxis ? record.xType : record.yType);
   const bool linear = (xAxis ? record.xLinear : record.yLinear) != 0;
   if ((xAxis ? record.xAutoScale : record.yAutoScale) != 0)
-    record.range[quantity] = AutoRange(composite, quantity, linear);
+    record.range[quantity] = AutoRange(curves, quantity, linear);
   SetAxisLabel(graph, xAxis, kQuantityNames[quantity], UnitOf(quantity));
   SetAxisLogarithmic(graph, xAxis, !linear);
   SetAxisRange(graph, xAxis, record.range[quantity].min, record.range[quantity].max);
@@ -134,21 +132,30 @@ PageCurves GatherCurves(bool csw) {
   return curves;
 }
 
+void SetUpCurveAxes(const GraphControl& graph, std::span<const PageCurve> curves, AxisRecord& axes) {
+  SetUpAxis(graph, curves, true, axes);
+  SetUpAxis(graph, curves, false, axes);
+}
+
+void AddPageCurves(const GraphControl& graph, std::span<const PageCurve> curves, const AxisRecord& axes,
+                   PlotStyle style, bool behind) {
+  const std::size_t x = Quantity(axes.xType), y = Quantity(axes.yType);
+  for (const PageCurve& c : curves)
+    PlotXY(graph, {c.columns[x].begin(), c.columns[x].end()}, {c.columns[y].begin(), c.columns[y].end()},
+           style, c.marker, behind ? CurveColor(kBackgroundColor) : c.color, c.label);
+}
+
 void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int type, AxisRecord& axes) {
   DeleteGraphPlot(graph);
-  SetUpAxis(graph, curves.composite, true, axes);
-  SetUpAxis(graph, curves.composite, false, axes);
-  const std::size_t x = Quantity(axes.xType), y = Quantity(axes.yType);
-  const auto plot = [&](const std::vector<PageCurve>& group, PlotStyle style, bool behind = false) {
-    for (const PageCurve& c : group)
-      PlotXY(graph, {c.columns[x].begin(), c.columns[x].end()}, {c.columns[y].begin(), c.columns[y].end()},
-             style, c.marker, behind ? CurveColor(kBackgroundColor) : c.color, c.label);
-  };
+  SetUpCurveAxes(graph, curves.composite, axes);
   using namespace curve_type;
-  if (type == kComposite) plot(curves.composite, PlotStyle::Scatter);
-  if (type == kCompositeGlobal || type == kCompositeArray) plot(curves.composite, PlotStyle::Scatter, true);
-  if (type == kGlobal || type == kCompositeGlobal) plot(curves.global, PlotStyle::ConnectedPoints);
-  if (type == kArray || type == kCompositeArray) plot(curves.array, PlotStyle::ConnectedPoints);
+  if (type == kComposite) AddPageCurves(graph, curves.composite, axes, PlotStyle::Scatter);
+  if (type == kCompositeGlobal || type == kCompositeArray)
+    AddPageCurves(graph, curves.composite, axes, PlotStyle::Scatter, true);
+  if (type == kGlobal || type == kCompositeGlobal)
+    AddPageCurves(graph, curves.global, axes, PlotStyle::ConnectedPoints);
+  if (type == kArray || type == kCompositeArray)
+    AddPageCurves(graph, curves.array, axes, PlotStyle::ConnectedPoints);
 }
 
 }  // namespace sondera

@@ -54,6 +54,14 @@ std::size_t CountIncludedPoints();
 /// The columns are views of the records.
 PageCurves GatherCurves(bool csw);
 
+/// Names and scales both axes by their record. An axis with automatic scale takes its range from these curves, with
+/// margin and on nice numbers, and keeps it in the record; without a value its limits are automatic.
+void SetUpCurveAxes(const GraphControl& graph, std::span<const PageCurve> curves, AxisRecord& axes);
+/// Adds curves by the quantities of the axis record.
+/// @param behind  in the colour of what stands behind a representative curve, in place of their own
+void AddPageCurves(const GraphControl& graph, std::span<const PageCurve> curves, const AxisRecord& axes,
+                   PlotStyle style, bool behind = false);
+
 /// Puts the curves that DISPCURVTYPE names on a graph in place of what was on it, and sets up its axes. An axis with
 /// automatic scale takes its range from the pair curves, whatever is plotted, and keeps it in the axis record.
 /// @param type  a number of namespace curve_type

@@ -50,6 +50,11 @@ IntensityModel GaborImage(const PMeasInfo& pair) {
 
 void PlotGaborMap(const GraphControl& graph, const PMeasInfo& pair) {
   IntensityModel image = GaborImage(pair);
+  for (const bool xAxis : {true, false}) {
+    SetAxisLogarithmic(graph, xAxis, false);
+    SetAxisPrefix(graph, xAxis, "", 1.0);
+    SetAxisDivisions(graph, xAxis, 0);
+  }
   SetAxisRange(graph, true, image.xMin, image.xMax);
   SetAxisRange(graph, false, image.yMin, image.yMax);
   SetAxisLabel(graph, true, "Frequency", "Hz");

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "numeric/scale_arithmetic.h"
@@ -25,11 +27,21 @@ std::vector<double> Abscissas(const HWSetup& hw, bool time, int n) {
   return x;
 }
 
-void AddTrace(const TraceView& view, const std::vector<double>& x, const std::vector<double>& y, int color,
-              const char* legend) {
-  const auto n = static_cast<std::ptrdiff_t>(std::min(x.size(), y.size()));
-  PlotXY(view.graph, {x.begin(), x.begin() + n}, {y.begin(), y.begin() + n}, PlotStyle::Line, kNoMarker,
-         color, legend);
+bool IsLogarithmic(const TraceView& view) {
+  return view.logarithmic && TakesLogOrdinate(view.type);
+}
+
+/// On a logarithmic axis ordinates of 0 or less are left out.
+void AddTrace(const TraceView& view, const std::vector<double>& x, std::vector<double> y, int color,
+              const char* legend, LineDash dash = LineDash::Solid) {
+  const std::size_t n = std::min(x.size(), y.size());
+  y.resize(n);
+  if (IsLogarithmic(view)) {
+    for (double& value : y)
+      if (!(value > 0.0)) value = NAN;
+  }
+  PlotXY(view.graph, {x.begin(), x.begin() + static_cast<std::ptrdiff_t>(n)}, std::move(y),
+         {.color = color, .dash = dash}, legend);
 }
 
 /// Displays of a pair: the curves whose box is on; with none on, the one in use.
@@ -40,11 +52,12 @@ void PlotPairTraces(const TraceView& view, const PMeasInfo& p) {
     const std::vector<double>*phase, *amplitude, *impulse;
     int color;
     const char* legend;
+    LineDash dash;
   };
   const Choice choices[] = {
-      {view.boxes.original, &p.hPhase, &p.hAmp, &p.irRe, kColorOriginal, "Original"},
-      {view.boxes.enhanced, &p.enPhase, &p.enAmp, &p.enIrRe, kColorEnhanced, "Enhanced"},
-      {view.boxes.backbone, &p.bbPhase, &p.bbAmp, &p.bbIrRe, kColorBackbone, "Backbone"},
+      {view.boxes.original, &p.hPhase, &p.hAmp, &p.irRe, kColorOriginal, "Original", LineDash::Solid},
+      {view.boxes.enhanced, &p.enPhase, &p.enAmp, &p.enIrRe, kColorEnhanced, "Enhanced", LineDash::Dashed},
+      {view.boxes.backbone, &p.bbPhase, &p.bbAmp, &p.bbIrRe, kColorBackbone, "Backbone", LineDash::Dotted},
   };
   const bool none = !choices[0].box && !choices[1].box && !choices[2].box;
   const bool time = view.type == DisplayType::ImpulseResponse;
@@ -55,7 +68,7 @@ void PlotPairTraces(const TraceView& view, const PMeasInfo& p) {
     const std::vector<double>* y = view.type == DisplayType::TransferPhase       ? choice.phase
                                    : view.type == DisplayType::TransferAmplitude ? choice.amplitude
                                                                                  : choice.impulse;
-    AddTrace(view, x, *y, choice.color, choice.legend);
+    AddTrace(view, x, *y, choice.color, choice.legend, choice.dash);
   }
 }
 
@@ -66,26 +79,21 @@ void PlotChannelTrace(const TraceView& view) {
   if (CalcSpectralData(static_cast<int>(view.type), view.records.projID, view.records.measID, view.refChan,
                        view.dspChan, y.data(), unused.data()) < 0)
     return;
-  AddTrace(view, Abscissas(hw, IsOverTime(view.type), n), y, kColorOriginal, "");
+  ConvertVolts(view.type, view.unit, hw.deltaF, y);
+  AddTrace(view, Abscissas(hw, IsOverTime(view.type), n), std::move(y), kColorOriginal, "");
 }
 
 /// Unit of the ordinates; none for ratios.
-std::string_view UnitOfType(DisplayType type) {
-  switch (type) {
-    case DisplayType::TimeTrace:
-    case DisplayType::LinearAmplitude:
-      return "V";
-    case DisplayType::PowerSpectrum:
-    case DisplayType::CrossAmplitude:
-      return "V^2";
-    default:
-      return IsOfPhase(type) ? "degrees" : "";
-  }
+std::string UnitOfOrdinates(const TraceView& view) {
+  if (IsOfPhase(view.type)) return "degrees";
+  std::vector<double> none;
+  return ConvertVolts(view.type, view.unit, 1.0, none);
 }
 
 /// Divisions of an axis, and the prefix of its larger limit for units that take one.
 void DivideAxis(const GraphControl& graph, bool xAxis, bool takesPrefix) {
-  const GraphLimits limits = LimitsInForce(GraphOf(graph));
+  const GraphModel& model = GraphOf(graph);
+  const GraphLimits limits = LimitsInForce(model);
   const AxisLimits& axis = xAxis ? limits.x : limits.y;
   std::string prefix;
   double factor = 1.0;
@@ -93,22 +101,23 @@ void DivideAxis(const GraphControl& graph, bool xAxis, bool takesPrefix) {
     GetUnitStr(std::max(std::fabs(axis.min), std::fabs(axis.max)), &prefix, &factor);
   SetAxisPrefix(graph, xAxis, prefix, factor);
   int divisions = 0;
-  EstimateNoDiv(axis.min / factor, axis.max / factor, 0, &divisions);
+  const bool logarithmic = (xAxis ? model.xAxis : model.yAxis).logarithmic;
+  EstimateNoDiv(axis.min / factor, axis.max / factor, logarithmic ? 1 : 0, &divisions);
   SetAxisDivisions(graph, xAxis, divisions);
 }
 
 void LabelAxes(const TraceView& view) {
   const bool time = IsOverTime(view.type);
-  const std::string_view unit = UnitOfType(view.type);
+  const std::string unit = UnitOfOrdinates(view);
   SetAxisLabel(view.graph, true, time ? "Time" : "Frequency", time ? "sec" : "Hz");
   SetAxisLabel(view.graph, false, IsOfPhase(view.type) ? std::string("Phase") : view.typeLabel, unit);
   DivideAxis(view.graph, true, true);
-  DivideAxis(view.graph, false, unit == "V");
+  // In front of a square a prefix would be squared with it.
+  DivideAxis(view.graph, false, unit.starts_with('V') && unit.find('^') == std::string::npos);
 }
 
-}  // namespace
-
-void ScaleTraceAxes(const TraceView& view) {
+/// Range of the ordinates that set the scale; equal to the limits in force without a finite one.
+AxisRange OrdinateRange(const TraceView& view) {
   const GraphModel& model = GraphOf(view.graph);
   double lo = INFINITY, hi = -INFINITY;
   for (const PlotModel& plot : model.plots) {
@@ -118,15 +127,36 @@ void ScaleTraceAxes(const TraceView& view) {
       hi = std::max(hi, plot.y[i]);
     }
   }
-  if (!model.plots.empty() && !model.plots.front().x.empty() && view.autoScaleX) {
-    const std::vector<double>& x = model.plots.front().x;
-    SetAxisRange(view.graph, true, NiceNumber(x.front(), 3), NiceNumber(x.back(), 3));
-  }
-  if (lo <= hi && view.autoScaleY) {
-    double niceLo = lo, niceHi = hi;
-    if (hi > lo) CalcNiceMinMax(lo, hi, 0, &niceLo, &niceHi);
-    SetAxisRange(view.graph, false, niceLo, niceHi);
-  }
+  if (lo > hi) return {model.yAxis.min, model.yAxis.max};
+  const bool logarithmic = IsLogarithmic(view);
+  if (lo == hi) return logarithmic ? AxisRange{lo / 2.0, lo * 2.0} : AxisRange{lo - 1.0, lo + 1.0};
+  AxisRange range{lo, hi};
+  CalcNiceMinMax(lo, hi, logarithmic ? 1 : 0, &range.min, &range.max);
+  return range;
+}
+
+AxisRange AbscissaRange(const TraceView& view) {
+  const GraphModel& model = GraphOf(view.graph);
+  if (model.plots.empty() || model.plots.front().x.empty()) return {model.xAxis.min, model.xAxis.max};
+  const std::vector<double>& x = model.plots.front().x;
+  return {NiceNumber(x.front(), 3), NiceNumber(x.back(), 3)};
+}
+
+/// Limits of one axis: those of the view unless it is automatic or they are equal.
+void ScaleAxis(const TraceView& view, bool xAxis) {
+  const bool automatic = xAxis ? view.autoScaleX : view.autoScaleY;
+  AxisRange own;
+  AxisRange& limits = !view.limits ? own : xAxis ? view.limits->x : view.limits->y;
+  if (automatic || limits.min == limits.max) limits = xAxis ? AbscissaRange(view) : OrdinateRange(view);
+  SetAxisRange(view.graph, xAxis, limits.min, limits.max);
+}
+
+}  // namespace
+
+void ScaleTraceAxes(const TraceView& view) {
+  SetAxisLogarithmic(view.graph, true, false);
+  SetAxisLogarithmic(view.graph, false, IsLogarithmic(view));
+  for (const bool xAxis : {true, false}) ScaleAxis(view, xAxis);
   LabelAxes(view);
 }
 

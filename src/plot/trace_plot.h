@@ -4,8 +4,10 @@
 
 #include <string>
 
+#include "numeric/analysis.h"
 #include "records/kinds.h"
 #include "records/measdb.h"
+#include "records/session.h"
 #include "runtime/graphs.h"
 
 namespace sondera {
@@ -26,14 +28,19 @@ struct TraceView {
   const PMeasInfo* pair = nullptr;
   TraceBoxes boxes = {};
   bool autoScaleX = true, autoScaleY = true;
+  TraceLimits* limits =
+      nullptr;  ///< of the display's family: taken where an axis is not automatic, kept up to date
+  VoltUnit unit = VoltUnit::Vrms;  ///< of displays of volts
+  bool logarithmic = false;        ///< ordinate, where the display takes that
 };
 
 /// Adds the curves to the graph, by the display's type: arrays of the pair's record, or a quantity of the
 /// averages; then scales the axes. A Gabor map is not among them (gabor_plot.h).
 void PlotTrace(const TraceView& view);
 
-/// Ranges of both axes, as far as they follow the curves: rounded ranges of what is on the graph. Names the axes.
-/// The lowest bins of a spectrum do not count.
+/// Ranges of both axes: rounded ranges of what is on the graph where an axis is automatic or has equal limits, else the
+/// limits of the view. The lowest bins of a spectrum do not count; ordinates that are all the same get 1 on either
+/// side; without a finite one the range stays. Names the axes.
 void ScaleTraceAxes(const TraceView& view);
 
 }  // namespace sondera

@@ -14,8 +14,6 @@ namespace {
 using namespace export_type;
 using namespace spectral;
 
-constexpr int kRectangular = 0;  // the data window of all spectra
-
 /// Extension of a series; null for a type that does not exist.
 const char* ExtensionOf(int type) {
   static constexpr const char* kByDisplay[] = {"tim", "Hp", "Ha",  "TFp", "TFa", "Gxx",
@@ -48,21 +46,6 @@ std::vector<double> Abscissas(int type, const HWSetup& hw) {
       type == kTimeTrace ? std::round(static_cast<double>(x.size()) * hw.triggerDelay / 100.0) : 0.0;
   for (std::size_t i = 0; i < x.size(); ++i) x[i] = (static_cast<double>(i) - trigger) * step;
   return x;
-}
-
-/// Brings an amplitude display from rms volts to the unit of the trace.
-void ConvertUnit(int type, VoltUnit unit, const HWSetup& hw, std::vector<double>& y) {
-  SpectrumKind kind = SpectrumKind::PowerVrms2;
-  if (type == kLinearAmplitude)
-    kind = SpectrumKind::AmplitudeVrms;
-  else if (type == kCrossAmplitude)
-    unit = unit == VoltUnit::Vpk || unit == VoltUnit::Vpk2 ? VoltUnit::Vpk2 : VoltUnit::Vrms2;
-  else if (type != kPowerSpectrum)
-    return;
-  WindowConst window;
-  const int n = static_cast<int>(y.size());
-  ScaledWindow(y.data(), n, kRectangular, &window);
-  SpectrumUnitConversion(y.data(), n, kind, unit, hw.deltaF, window, y.data(), nullptr);
 }
 
 /// Rows of the display channel in the averages, as CalcSpectralData takes them.
@@ -252,7 +235,8 @@ int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, 
   const bool filled = type == kPowerSpectrum ? CopyRow(records.rawData->powerSpec, hw, dspChan, out.y)
                                              : CalcSpectralData(type, records.projID, records.measID, refChan,
                                                                 dspChan, out.y.data(), out.y2.data()) == 0;
-  if (filled) ConvertUnit(type, unit, hw, out.y);
+  // A time trace is written as it was measured.
+  if (filled && type != kTimeTrace) ConvertVolts(static_cast<DisplayType>(type), unit, hw.deltaF, out.y);
   return filled ? 0 : -1;
 }
 

@@ -80,6 +80,21 @@ constexpr bool IsOfPhase(DisplayType type) {
          type == DisplayType::CrossPhase;
 }
 
+/// Displays whose axes share their limits: 0 over time, 1 over frequency.
+constexpr int FamilyOf(DisplayType type) {
+  return IsOverTime(type) ? 0 : 1;
+}
+/// A display in volts, or in their square.
+constexpr bool IsOfVolts(DisplayType type) {
+  return type == DisplayType::TimeTrace || type == DisplayType::LinearAmplitude ||
+         type == DisplayType::PowerSpectrum || type == DisplayType::CrossAmplitude;
+}
+/// A display whose ordinate may be logarithmic.
+constexpr bool TakesLogOrdinate(DisplayType type) {
+  return type == DisplayType::LinearAmplitude || type == DisplayType::TransferAmplitude ||
+         type == DisplayType::PowerSpectrum || type == DisplayType::CrossAmplitude;
+}
+
 /// AxisRecord::xType, yType: the quantity on an axis of a graph of curves.
 enum class AxisQuantity : int { PhaseVelocity = 0, Frequency = 1, Wavelength = 2 };
 

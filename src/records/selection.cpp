@@ -10,4 +10,9 @@ std::string LengthUnitName(double lengthUnit) {
   return "in";
 }
 
+std::string LengthUnitText(double lengthUnit) {
+  const std::string name = LengthUnitName(lengthUnit);
+  return name == "meter" ? "m" : name;
+}
+
 }  // namespace sondera

@@ -32,5 +32,7 @@ struct CurrentPair {
 
 /// "meter", "cm", "ft", otherwise "in", by metres per unit.
 std::string LengthUnitName(double lengthUnit);
+/// The same as a unit stands on an axis: "m", "cm", "ft", otherwise "in".
+std::string LengthUnitText(double lengthUnit);
 
 }  // namespace sondera

@@ -37,6 +37,16 @@ struct MeasOptions {
   int previewOn = 0;
 };
 
+/// Range of one axis; equal limits mean automatic.
+struct AxisRange {
+  double min = 0.0, max = 0.0;
+};
+
+/// Limits of a trace's axes in one family of displays, in force or to be taken again.
+struct TraceLimits {
+  AxisRange x, y;
+};
+
 /// Settings of one trace's display. Channels count from 0.
 struct DisplayRecord {
   int key = 0;
@@ -51,11 +61,7 @@ struct DisplayRecord {
   int autoScaleY = 1;
   int maskingOn = 1;  ///< masks are drawn on this trace
   int active = 0;
-};
-
-/// Range of one axis; equal limits mean automatic.
-struct AxisRange {
-  double min = 0.0, max = 0.0;
+  std::array<TraceLimits, 2> limits{};  ///< by family: displays over time, over frequency
 };
 
 /// Axis record of a curve page: quantity on each axis (0 phase velocity, 1 frequency, 2 wavelength), its

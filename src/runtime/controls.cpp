@@ -341,7 +341,7 @@ bool EnterCell(const TableControl& c, int row, int column, double value) {
 // ---- attributes ---------------------------------------------------------------------------------------------------
 
 bool IsDimmed(const Control& c) {
-  return StateOf(c).dimmed;
+  return StateOf(c).dimmed && !(IsLocked() && Answers(c));  // what a lock names is live while it holds
 }
 void SetDimmed(const Control& c, bool dimmed) {
   StateOf(c).dimmed = dimmed;
@@ -362,9 +362,44 @@ void SetCtrlLabel(const Control& c, std::string_view label) {
   Changed(c, ChangeKind::Label);
 }
 
+namespace {
+
+/// Tabs that a panel is a page of, and its number; page -1 for a panel that is none.
+struct TabPage {
+  Panel tabs;
+  int page;
+};
+
+TabPage TabOf(Panel p) {
+  switch (p) {
+    case Panel::MEASPANEL:
+      return {Panel::PANEL, 0};
+    case Panel::SASW:
+      return {Panel::PANEL, 1};
+    case Panel::DISPCURV:
+      return {Panel::PANEL, 2};
+    case Panel::EXDTHD:
+      return {Panel::PANEL, 3};
+    case Panel::HWSETUP:
+      return {Panel::HMSETUP, 0};
+    case Panel::MEASSETUP:
+      return {Panel::HMSETUP, 1};
+    default:
+      return {p, -1};
+  }
+}
+
+}  // namespace
+
+// Showing a page of tabs shows the window that they are in and brings the page to the front; hiding one leaves its
+// tab there.
 void DisplayPanel(Panel p) {
   StateOf(p).shown = true;
   Changed(p, ChangeKind::Shown);
+  const TabPage tab = TabOf(p);
+  if (tab.page < 0) return;
+  if (!StateOf(tab.tabs).shown) DisplayPanel(tab.tabs);
+  SetActiveTabPage(tab.tabs, tab.page);
 }
 void HidePanel(Panel p) {
   StateOf(p).shown = false;

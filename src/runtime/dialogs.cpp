@@ -109,4 +109,13 @@ const std::string& LastMessage() {
   return state.lastMessage;
 }
 
+int PrintGraphs(const PrintRequest& request) {
+  FlushChanges();
+  return CurrentFrontEnd().print && CurrentFrontEnd().print(request) ? 0 : -1;
+}
+
+int ShowManual() {
+  return CurrentFrontEnd().showManual && CurrentFrontEnd().showManual() ? 0 : -1;
+}
+
 }  // namespace sondera

@@ -10,7 +10,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "runtime/control.h"
 #include "runtime/refusal.h"
 #include "runtime/version.h"
 
@@ -31,6 +33,13 @@ struct FileRequest {
   bool forSaving = false;
 };
 
+/// What is to be printed: graphs of a panel, as their models stand, in the order of the page.
+struct PrintRequest {
+  std::string title;
+  Panel panel = Panel::PANEL;
+  std::vector<ControlId> graphs;
+};
+
 /// Everything that needs a person or a display, as one table of functions. An empty slot does nothing:
 /// messages are dropped, questions are answered No, prompts and files are cancelled, run() returns at once.
 struct FrontEnd {
@@ -45,6 +54,8 @@ struct FrontEnd {
   std::function<void(int)> quit;  ///< ends run() with this result
   std::function<void(bool)> waitCursor;
   bool answersByRule = false;  ///< no person is asked: a question asked again gets the same kind of answer
+  std::function<bool(const PrintRequest&)> print;  ///< false: nothing was printed
+  std::function<bool()> showManual;                ///< false: it is not shown
 };
 
 /// Installs a front end and returns the one that stood before, so that a test or a script can put it back.
@@ -72,6 +83,11 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
 
 /// Asks for a file. See FileChoice.
 FileChoice FileSelectPopup(const FileRequest& request);
+
+/// Prints graphs. 0; -1 when nothing was printed: cancelled, or a front end that cannot print.
+int PrintGraphs(const PrintRequest& request);
+/// Shows the user manual. 0, or -1.
+int ShowManual();
 
 /// Answers that the next dialogs get without being shown, one of each kind: for whoever has asked a person before and
 /// then presses a control that asks again. An answer that nobody has asked for is dropped at the end, and answers laid

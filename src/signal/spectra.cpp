@@ -273,4 +273,19 @@ int CalcSpectralData(int type, const std::string& projID, const std::string& mea
   return 0;
 }
 
+std::string ConvertVolts(DisplayType type, VoltUnit unit, double deltaF, std::vector<double>& y) {
+  constexpr int kRectangular = 0;
+  if (!IsOfVolts(type)) return {};
+  const bool power = type == DisplayType::PowerSpectrum || type == DisplayType::CrossAmplitude;
+  if (type == DisplayType::CrossAmplitude)
+    unit = unit == VoltUnit::Vpk || unit == VoltUnit::Vpk2 ? VoltUnit::Vpk2 : VoltUnit::Vrms2;
+  WindowConst window;
+  std::string text;
+  const int n = static_cast<int>(y.size());
+  ScaledWindow(y.data(), n, kRectangular, &window);
+  SpectrumUnitConversion(y.data(), n, power ? SpectrumKind::PowerVrms2 : SpectrumKind::AmplitudeVrms, unit,
+                         deltaF, window, y.data(), &text);
+  return text;
+}
+
 }  // namespace sondera

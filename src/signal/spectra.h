@@ -11,7 +11,9 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
+#include "numeric/analysis.h"
 #include "records/kinds.h"
 #include "records/measdb.h"
 
@@ -57,5 +59,10 @@ int CalcSpectralFns(int key, const std::function<bool()>& accepts);
 /// Returns 0; -1 without such a measurement, a channel outside it or data too short, with nothing written.
 int CalcSpectralData(int type, const std::string& projID, const std::string& measID, int chanA, int chanB,
                      double* outRe, double* outIm);
+
+/// Brings the ordinates of a display of volts from V rms or V rms^2, as they are stored, to a unit. A time trace goes
+/// the way of an amplitude; a cross power has no amplitude and takes the square of the unit.
+/// @return text of the unit, "Vrms"; empty, with nothing changed, for a display without volts
+std::string ConvertVolts(DisplayType type, VoltUnit unit, double deltaF, std::vector<double>& y);
 
 }  // namespace sondera

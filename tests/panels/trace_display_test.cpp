@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "panels/sasw_pair.h"
+#include "panels/sasw_traces.h"
 #include "plot/gabor_plot.h"
 #include "records/session.h"
 #include "runtime/catalogue/measpanel.h"
+#include "runtime/redraw.h"
 #include "signal/gabor.h"
 #include "support/pair_fixture.h"
 
@@ -80,20 +82,31 @@ TEST_F(GaborDisplay, PairWithoutMapsIsFlat) {
   EXPECT_TRUE(GraphA().intensity->z.empty());
 }
 
-TEST_F(GaborDisplay, WithoutAPairRecordItAsksForTheSpectrumFirst) {
+TEST_F(GaborDisplay, WithoutAPairRecordItAsksForTheSpectrumOnceAndShowsZeros) {
   LayTransfer([](double f) { return Delay(f, 0.03); });
   SetCtrlVal(sasw::DISPATYPE, 10);
-  EXPECT_EQ(DrawTraces(1), -2);
+  RedrawHandlers handlers;
+  handlers.doPlotting = DrawTraces;
+  InstallRedrawHandlers(handlers);
+  EXPECT_EQ(DisplayATypeCallback(Panel::SASW, &sasw::DISPATYPE, Event::Commit, 0), -2);
+  InstallRedrawHandlers({});
   EXPECT_EQ(OnlyMessage(), "Calcualte Gabor spectrum, first.");
   EXPECT_EQ(frontEnd.messageTitles.front(), session.appTitle);
   EXPECT_FALSE(GraphA().intensity);
-  EXPECT_TRUE(MeasDB.pMeasList.empty());
+  ASSERT_EQ(GraphA().plots.size(), 1u);
+  EXPECT_THAT(GraphA().plots[0].y, ::testing::Each(0.0));
+  MeasDB.pMeasList.clear();
+  EXPECT_EQ(DrawTraces(1), -2);
+  EXPECT_TRUE(MeasDB.pMeasList.empty()) << "looking makes no record";
+  EXPECT_EQ(frontEnd.messages.size(), 1u) << "a redraw says nothing";
 }
 
-TEST_F(GaborDisplay, OnTheMeasurementPageItAsksForTheMaskingModeAndShowsZeros) {
+TEST_F(GaborDisplay, OnTheMeasurementPageItAsksForTheMaskingModeOnceAndShowsZeros) {
   PairOnA();
   CalcGaborMaps(Panel::SASW);
   EXPECT_EQ(DrawTraces(0), 0);
+  EXPECT_TRUE(frontEnd.messages.empty()) << "a redraw says nothing";
+  DisplayATypeCallback(Panel::MEASPANEL, &measpanel::DISPATYPE, Event::Commit, 0);
   EXPECT_EQ(OnlyMessage(), "Turn on the masking mode, first.");
   const GraphModel& graph = GraphOf(measpanel::DISPLAY_A);
   EXPECT_FALSE(graph.intensity);

@@ -175,10 +175,10 @@ TEST(Catalogue, EveryDeclaredControlIsListedOnceUnderItsConstantsName) {
 }
 
 TEST(Catalogue, TheReaderOfHeadersMissesNoDeclaration) {
-  // Counted a second way: every control begins with its panel; the menu's items with their type's brace.
+  // Counted a second way: every control begins with its panel; the menu's items have none, but each a hint.
   for (Panel p : AllPanels()) {
     const std::string header = ReadHeader(p);
-    const std::string mark = p == Panel::MAINMENU ? "inline constexpr MenuControl " : "{Panel::";
+    const std::string mark = p == Panel::MAINMENU ? ".hint = " : "{Panel::";
     std::size_t count = 0;
     for (auto at = header.find(mark); at != std::string::npos; at = header.find(mark, at + 1)) ++count;
     EXPECT_EQ(count, DeclarationsIn(header).size()) << PanelName(p);

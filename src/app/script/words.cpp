@@ -225,8 +225,8 @@ const BoundValue& Arguments::get(std::string_view name) const {
 const std::vector<WordForm>& AllForms() {
   static const std::vector<WordForm> forms = [] {
     std::vector<WordForm> all;
-    for (auto subject : {ProjectForms, MeasureForms, PairForms, CurveForms, ModelForms, ControlForms,
-                         LookForms, TableForms, FlowForms, RoadForms}) {
+    for (auto subject : {ProjectForms, MeasureForms, PairForms, CurveForms, EditForms, ModelForms,
+                         ControlForms, LookForms, TableForms, FlowForms, RoadForms}) {
       std::vector<WordForm> rows = subject();
       std::move(rows.begin(), rows.end(), std::back_inserter(all));
     }

@@ -130,6 +130,7 @@ std::string BashCompletion();
 std::vector<WordForm> ProjectForms();
 std::vector<WordForm> PairForms();
 std::vector<WordForm> CurveForms();
+std::vector<WordForm> EditForms();
 std::vector<WordForm> ModelForms();
 std::vector<WordForm> ControlForms();
 std::vector<WordForm> LookForms();

@@ -48,7 +48,7 @@ void Pair(Run& run, const Arguments& a) {
   WriteValue(rings.channel, std::to_string(pair.channel));
   if (a.has("display")) WriteValue(rings.type, a.text("display"));
   if (GetCtrlVal(sasw::TRACE_ONOFF) != trace) run.enter(sasw::TRACE_ONOFF, std::to_string(trace));
-  run.press(rings.channel);
+  run.press(a.has("display") ? rings.type : rings.channel);
 }
 
 // ---- window ---------------------------------------------------------------------------------------------

@@ -106,8 +106,8 @@ inline constexpr ButtonControl RUN_FMODEL{
     {.hint = "Computes the theoretical dispersion curves of the layers in the panel."}};
 inline constexpr ButtonControl RUN_INVERSION{
     Panel::EXDTHD, "RUN_INVERSION", "Inversion Analysis", {.hint = "Opens the panel of the inversion."}};
-inline constexpr ButtonControl HALT{
-    Panel::EXDTHD, "HALT", "Halt", {.hint = "Halts the run after a question; finished iterations stay."}};
+inline constexpr auto HALT = Dimmed(ButtonControl{
+    Panel::EXDTHD, "HALT", "Halt", {.hint = "Halts the run after a question; finished iterations stay."}});
 inline constexpr ButtonControl RESULTBOX{
     Panel::EXDTHD, "RESULTBOX", "Results", {.hint = "Opens the tables of the entry that is shown."}};
 inline constexpr ButtonControl REDRAW{

@@ -90,6 +90,14 @@ inline constexpr MenuControl PRINT_PROF_WIN{
     "PRINT_PROF_WIN", "File/Print Panel", "Profile", {.hint = "Prints the graph of the profile."}};
 inline constexpr MenuControl QUIT{"QUIT", "File", "Exit", {.hint = "Ends the program after a question."}};
 
+inline constexpr auto UNDO = Dimmed(MenuControl{
+    "UNDO",
+    "Edit",
+    "Undo",
+    {.hint = "Takes the latest change of masks, of included curves or of the tables of the model back."}});
+inline constexpr auto REDO =
+    Dimmed(MenuControl{"REDO", "Edit", "Redo", {.hint = "Makes the change again that was taken back."}});
+
 inline constexpr MenuControl PERFORM_TEST{
     "PERFORM_TEST", "Measurements", "Perform Testing", {.hint = "Shows the page of the measurements."}};
 inline constexpr MenuControl SETUP_HDWARE{
@@ -131,10 +139,11 @@ inline constexpr MenuControl DISP_CV_AXIS_ATTR_MENU{
     "Dispersion",
     "Axis Attributes",
     {.hint = "Opens the axis dialog of the dispersion curves."}};
-inline constexpr MenuControl DRAW_TOMO_GRAF{"DRAW_TOMO_GRAF",
-                                            "Dispersion",
-                                            "Tomographic Image",
-                                            {.hint = "Opens the section of phase velocity along a line."}};
+inline constexpr auto DRAW_TOMO_GRAF =
+    Dimmed(MenuControl{"DRAW_TOMO_GRAF",
+                       "Dispersion",
+                       "Tomographic Image",
+                       {.hint = "Opens the section of phase velocity along a line: not in this version."}});
 
 inline constexpr MenuControl OPEN_FMODELING_WIN{"OPEN_FMODELING_WIN",
                                                 "F. Modeling",
@@ -181,14 +190,16 @@ inline constexpr MenuControl PULSE_LAYERING_REC_MENU{
     "Full Waveform",
     "Soil Layering and Receivers",
     {.hint = "Opens the layers and receivers of the time histories."}};
-inline constexpr MenuControl PULSE_RUN_FULL_WAVE_MENU{"PULSE_RUN_FULL_WAVE_MENU",
-                                                      "Full Waveform",
-                                                      "Generate Full Waveform",
-                                                      {.hint = "Makes no waveform in this version."}};
-inline constexpr MenuControl PULSE_SAVE_RESULTS_MENU{"PULSE_SAVE_RESULTS_MENU",
-                                                     "Full Waveform",
-                                                     "Save Results",
-                                                     {.hint = "Saves no waveform in this version."}};
+inline constexpr auto PULSE_RUN_FULL_WAVE_MENU =
+    Dimmed(MenuControl{"PULSE_RUN_FULL_WAVE_MENU",
+                       "Full Waveform",
+                       "Generate Full Waveform",
+                       {.hint = "Makes no waveform in this version."}});
+inline constexpr auto PULSE_SAVE_RESULTS_MENU =
+    Dimmed(MenuControl{"PULSE_SAVE_RESULTS_MENU",
+                       "Full Waveform",
+                       "Save Results",
+                       {.hint = "Saves no waveform in this version."}});
 
 inline constexpr MenuControl HELP{"HELP", "Help", "Contents", {.hint = "Shows the user manual."}};
 inline constexpr MenuControl ABOUT_BOX{
@@ -219,6 +230,8 @@ inline constexpr const Control* kControls[] = {&NEW_MEASUREMENT,
                                                &PRINT_FM_INV,
                                                &PRINT_PROF_WIN,
                                                &QUIT,
+                                               &UNDO,
+                                               &REDO,
                                                &PERFORM_TEST,
                                                &SETUP_HDWARE,
                                                &SETUP_MEAS_SETUP,

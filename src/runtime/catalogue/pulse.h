@@ -47,12 +47,12 @@ inline constexpr ButtonControl PROFILEREC{Panel::PULSE,
                                           "PROFILEREC",
                                           "Layers and receivers",
                                           {.hint = "Opens the layers and receivers of the model."}};
-inline constexpr ButtonControl RUN{
-    Panel::PULSE, "RUN", "Run", {.hint = "Makes no waveform in this version."}};
+inline constexpr auto RUN =
+    Dimmed(ButtonControl{Panel::PULSE, "RUN", "Run", {.hint = "Makes no waveform in this version."}});
 inline constexpr RingControl SAVEOPTION{
     Panel::PULSE, "SAVEOPTION", "Save as", kSaveOptions, 2, {.hint = "Form of the file to save."}};
-inline constexpr ButtonControl SAVE{
-    Panel::PULSE, "SAVE", "Save", {.hint = "Saves no waveform in this version."}};
+inline constexpr auto SAVE =
+    Dimmed(ButtonControl{Panel::PULSE, "SAVE", "Save", {.hint = "Saves no waveform in this version."}});
 inline constexpr ButtonControl CLOSE{Panel::PULSE, "CLOSE", "Close", {.hint = "Hides this panel."}};
 
 inline constexpr GraphControl DISPLAY_A{

@@ -1,0 +1,36 @@
+// words_edit.cpp - the words that take changes back: undo, redo.
+#include "app/script/fault.h"
+#include "app/script/run.h"
+#include "app/script/words.h"
+#include "panels/undo.h"
+#include "runtime/catalogue/mainmenu.h"
+
+namespace sondera::script {
+namespace {
+
+void TakeBack(Run& run, const Arguments&) {
+  if (UndoText().empty()) throw Fault("there is nothing to take back");
+  run.press(mainmenu::UNDO);
+}
+
+void DoAgain(Run& run, const Arguments&) {
+  if (RedoText().empty()) throw Fault("nothing was taken back");
+  run.press(mainmenu::REDO);
+}
+
+}  // namespace
+
+std::vector<WordForm> EditForms() {
+  return {
+      {"undo",
+       {},
+       {},
+       "Takes the latest change back: of masks, of curves included or excluded, or of the tables of the "
+       "model. The "
+       "latest 50 are kept; a load forgets them.",
+       TakeBack},
+      {"redo", {}, {}, "Makes the change again that undo took back.", DoAgain},
+  };
+}
+
+}  // namespace sondera::script

@@ -1,0 +1,56 @@
+// results_plot.h - the curves of the results page: measured ones against those of the last run.
+//
+// panels/exdthd_graphs.h fills the page with them. Fills the graph model and draws nothing itself.
+#pragma once
+
+#include <vector>
+
+#include "records/model_records.h"
+#include "records/session.h"
+#include "runtime/graphs.h"
+
+namespace sondera {
+
+/// EXDTYPE.
+namespace experimental {
+inline constexpr int kNotDisplayed = 0;
+inline constexpr int kComposite = 1;
+inline constexpr int kCompositeGlobal = 2;
+inline constexpr int kCompositeArray = 3;
+inline constexpr int kGlobal = 4;
+inline constexpr int kArray = 5;
+}  // namespace experimental
+
+/// THDTYPE below 0; from 0 on the number of one curve. ARRAYDISPID has kAll alike.
+namespace theoretical {
+inline constexpr int kNotDisplayed = -2;
+inline constexpr int kAll = -1;
+}  // namespace theoretical
+
+/// Marker (0 to 18) and index of the colour of a theoretical curve.
+struct CurveLook {
+  int marker = 0, color = 0;
+};
+
+/// What the page shows.
+struct ResultsChoice {
+  int experimental = experimental::kComposite;   ///< EXDTYPE
+  int theoretical = theoretical::kNotDisplayed;  ///< THDTYPE
+  int array = theoretical::kAll;                 ///< ARRAYDISPID: the only array curve, of both kinds, or all
+};
+
+/// Number of theoretical curves that a record holds: 1 of a global run, else one for each pair that has its room.
+int TheoreticalCount(const ModelRecord& record);
+
+/// Looks for that many curves: colours in the order of the table, markers from the counter on, which goes back to 0
+/// after 18. Curves that had a look keep it.
+void GiveLooks(std::vector<CurveLook>& looks, int count, int& nextMarker);
+
+/// Puts the chosen curves on a graph in place of what was on it, and sets up its axes: an axis with automatic scale
+/// follows what is drawn. Measured curves of pairs are points, representative ones points on a line, theoretical ones
+/// a line with markers. A velocity of 0, where a solver found nothing, is left out.
+/// @param looks  of the theoretical curves; curves beyond it have the first look
+void PlotResults(const GraphControl& graph, const ModelRecord& record, const ResultsChoice& choice,
+                 const std::vector<CurveLook>& looks, AxisRecord& axes);
+
+}  // namespace sondera
