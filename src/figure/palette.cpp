@@ -61,7 +61,8 @@ int MixColors(int a, int b, double share) {
 Ink InkFor(int color, int background) {
   const int plain = color & 0xFFFFFF;
   if (!IsDark(background)) return {plain, Contrast(plain, background) < kLeastContrast, kEdgeGrey};
-  const int turned = IsGrey(plain) ? 0xFFFFFF - plain : plain;
+  const bool dark = Contrast(plain, background) < kLeastContrast;
+  const int turned = dark && IsGrey(plain) ? 0xFFFFFF - plain : plain;
   return {Lightened(turned, background), false, kEdgeGrey};
 }
 

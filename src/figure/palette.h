@@ -37,8 +37,8 @@ struct Ink {
   bool edged = false;  ///< drawn over an edge that is a little wider
   int edge = 0;        ///< colour of the edge
 };
-/// Light background: the colour stays, and pale ones get a grey edge. Dark background: greys change sides (black is white
-/// there), other dark colours are lightened until they have the least contrast.
+/// Light background: the colour stays, and pale ones get a grey edge. Dark background: dark greys change sides (black
+/// is white there), other dark colours are lightened until they have the least contrast.
 Ink InkFor(int color, int background);
 
 /// Colour of a value on a map: blended between the levels, that of the last level beyond them. Levels may come in any

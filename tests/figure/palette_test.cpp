@@ -36,6 +36,7 @@ TEST(Palette, EveryCurveIsSeenOnADarkTheme) {
     EXPECT_GE(Contrast(ink.color, kDarkTheme), kLeastContrast) << std::hex << color;
   }
   EXPECT_EQ(InkFor(0, kDarkTheme).color, 0xFFFFFF) << "black is white there";
+  EXPECT_EQ(InkFor(0xC0C0C0, kDarkTheme).color, 0xC0C0C0) << "light greys stay light";
   EXPECT_EQ(InkFor(0xFFFF00, kDarkTheme).color, 0xFFFF00) << "bright ones stay";
 }
 

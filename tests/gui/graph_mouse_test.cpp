@@ -11,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+#include "gui/graph_hand.h"
 #include "gui/graph_view.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/control_lock.h"
@@ -55,19 +56,10 @@ class GraphMouseTest : public ::testing::Test {
     InstallCallback(kGraph, former_);
     ResetGraphs();
   }
-  void Draw() {
-    view->Refresh();
-    QApplication::processEvents();
-  }
-  QPoint Pixel(double x, double y) const { return view->PixelOf(x, y).toPoint(); }
+  void Draw() { test::DrawNow(*view); }
+  QPoint Pixel(double x, double y) const { return test::PixelAt(*view, x, y); }
   void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers keys = {}) {
-    QTest::mousePress(view.get(), Qt::LeftButton, keys, from);
-    for (int i = 1; i <= 5; ++i) {
-      const QPoint at = from + (to - from) * i / 5;
-      QMouseEvent move(QEvent::MouseMove, at, view->mapToGlobal(at), Qt::NoButton, Qt::LeftButton, keys);
-      QApplication::sendEvent(view.get(), &move);
-    }
-    QTest::mouseRelease(view.get(), Qt::LeftButton, keys, to);
+    test::DragOver(*view, from, to, keys);
   }
   std::vector<Event> Events() const {
     std::vector<Event> events;
