@@ -83,13 +83,6 @@ TEST(Architecture, EveryIncludeInQuotesNamesAFileBelowSrc) {
       EXPECT_TRUE(Sources().count(name) || Folder(path) == "gui") << path << " includes \"" << name << "\"";
 }
 
-/// Arrows that still run up: computing code that reads panels. The list only gets shorter.
-const std::set<std::pair<std::string, std::string>> kStillUpward = {
-    {"inversion/starting_model.cpp", "panels/entry_lists.h"},
-    {"inversion/starting_model.cpp", "panels/exdthd.h"},
-    {"inversion/starting_model.cpp", "panels/fmodeling.h"},
-    {"inversion/starting_model.cpp", "panels/forward_run.h"}};
-
 /// What windows share with figures, so that screen and paper agree.
 const std::set<std::string> kSharedWithWindows = {"figure/ticks.h", "figure/palette.h", "figure/symbols.h",
                                                   "figure/graph_lines.h"};
@@ -98,7 +91,7 @@ TEST(Architecture, NoIncludeRunsBackUp) {
   for (const auto& [path, file] : Sources()) {
     for (const std::string& name : file.own) {
       if (Folder(path) == "gui" && kSharedWithWindows.count(name)) continue;
-      if (path == "app/main.cpp" || kStillUpward.count({path, name})) continue;  // main may know everything
+      if (path == "app/main.cpp") continue;  // main may know everything
       EXPECT_LE(Floor(name), Floor(path)) << path << " includes " << name;
     }
   }
@@ -114,9 +107,6 @@ bool IsPanelHeader(const std::string& name) {
                                                 "runtime/graphs.h"};
   return name.rfind("runtime/catalogue/", 0) == 0 || headers.count(name) > 0;
 }
-
-/// Files that still include a panel header or call a control or a box. The list only gets shorter.
-const std::set<std::string> kStillWithPanels = {"inversion/starting_model.cpp", "inversion/starting_model.h"};
 
 /// The text without comments and without what stands between quotes.
 std::string CodeOf(const std::string& text) {
@@ -144,7 +134,7 @@ TEST(Architecture, ThePanelCallCheckSeesCallsAndNothingElse) {
 
 TEST(Architecture, ComputingCodeKnowsNoPanel) {
   for (const auto& [path, file] : Sources()) {
-    if (!kWithoutPanels.count(Folder(path)) || kStillWithPanels.count(path)) continue;
+    if (!kWithoutPanels.count(Folder(path))) continue;
     for (const std::string& name : file.own)
       EXPECT_FALSE(IsPanelHeader(name)) << path << " includes " << name;
     EXPECT_EQ(PanelCall(file.text), "") << path;
@@ -155,7 +145,7 @@ TEST(Architecture, OnlyPanelsAndFrontEndsReadTheCatalogue) {
   const std::set<std::string> may = {"panels", "app", "gui"};
   for (const auto& [path, file] : Sources()) {
     const bool catalogue = path.rfind("runtime/catalogue/", 0) == 0;
-    if (catalogue || may.count(Folder(path)) || kStillWithPanels.count(path)) continue;
+    if (catalogue || may.count(Folder(path))) continue;
     for (const std::string& name : file.own)
       EXPECT_FALSE(name.rfind("runtime/catalogue/", 0) == 0) << path << " includes " << name;
   }

@@ -4,7 +4,6 @@
 
 #include "app/devices.h"
 #include "app/shutdown.h"
-#include "inversion/starting_model.h"
 #include "panels/analresult.h"
 #include "panels/asavedlg.h"
 #include "panels/cdisppnl.h"
@@ -22,6 +21,7 @@
 #include "panels/hwsetup_configure.h"
 #include "panels/hwsetup_fields.h"
 #include "panels/inversion.h"
+#include "panels/inversion_start.h"
 #include "panels/irfsetpnl.h"
 #include "panels/loadtxdata.h"
 #include "panels/mainmenu.h"

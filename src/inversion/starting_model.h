@@ -1,65 +1,87 @@
-// starting_model.h - the first layered profile of an inversion: a table of layers from the longest
-// wavelength, one analytic profile per depth-to-wavelength ratio, and the best of them as the given model.
+// starting_model.h - the first layered profile of an inversion: a table of layers for a depth, one analytic profile for
+// each depth-to-wavelength ratio, and the best of them.
 //
-// Callers: buttons of the inversion and forward-model panels (also pressed by scripts and by whoever makes
-// representative curves). Results go to SMPParam: slot k is the profile of ratio k, and runs and lists name
-// it -k. Owned state: none. Refusals have one message and the result -1.
+// Callers: panels/inversion_start. Results of the evaluation go to a record like SMPParam: slot k is the profile of
+// ratio k, and runs and lists name it -k. Owned state: none.
 #pragma once
 
+#include <functional>
 #include <vector>
 
-#include "runtime/controls.h"
+#include "records/inv_records.h"
+#include "records/measdb.h"
+#include "records/model_records.h"
+#include "runtime/listener.h"
+#include "runtime/refusal.h"
 
 namespace sondera {
 
 // --- Table of layers ---
 
-inline constexpr int kMostRatios = 1000;  ///< depth-to-wavelength ratios of one evaluation
+/// First thickness and properties of new layers, in the units of the project.
+struct LayerDefaults {
+  double thickness, Vs, density;
+};
+/// By the index of LENGTHUNIT: 0 m, 1 cm, 2 ft, 3 in; the nearest of them for any other.
+const LayerDefaults& DefaultsOfUnit(int index);
+inline constexpr double kDefaultPoisson = 0.3333, kDefaultDamping = 0.02;
+
+/// Thicknesses of layers from the surface down, and the depth of the half-space.
+struct Layering {
+  std::vector<double> thickness;
+  double depth = 0.0;
+};
 
 /// Thicknesses for a depth: four layers of t, four of 2 t, four of 4 t, ..., until their sum exceeds the
 /// depth; at most 100 groups. sum is that of all of them.
 std::vector<double> DoublingThicknesses(double t, double depth, double& sum);
 
-/// Writes layers with the defaults of the length unit to the panel of the forward model: thicknesses from the
-/// depth (AUTOLAYERTYPE 0) and a half-space a thousand times as thick, or those of the table; then presses
-/// what loads the array curves and takes the panel over, and closes it. TOTALDEPTH becomes the depth to the
-/// half-space.
-/// @param useData  1: the depth is half the longest wavelength of the array curves of included pairs, and
-///                 goes to MAXDEPTH; 0: the depth is that of MAXDEPTH. Kept: with 0 the first thickness is
-///                 limited by 0.3 times a depth of 0, so that AUTOLAYERTYPE 0 makes 401 layers without
-///                 thickness, and the panel refuses them.
-/// @return 0; -1 when there is no curve to take a depth from, or when one of the presses refused
-int AutoSetupStartingModelParameters(int useData);
+/// Half the longest wavelength of the curves, as far as their pairs are included; 0 when there is none.
+double DepthOfCurves(const RecordList<DispInfo>& curves);
 
-/// The same with the depth of the curves in any case, the start thickness as it is in the unit, and no
-/// half-space behind the last layer. No control calls it.
-int SetupStartingModelParameters();
+/// No thicker first layer than 0.3 times the depth, in one figure.
+double FirstThickness(double t, double depth);
+
+/// Layers by DoublingThicknesses; with halfSpace one more behind them, a thousand times as thick as they are together.
+Layering LayersForDepth(double t, double depth, bool halfSpace);
 
 // --- Evaluation ---
 
-/// One forward run per ratio of ALPHA_POINT, ALPHA_FROM, ALPHA_TO, each with the analytic profile of its
-/// ratio, into the slots of SMPParam; the lists of entries name those that are done. Slots without a result
-/// have the misfit -1. A run that fails or is halted ends the loop, and what is done stays.
-/// @return 0; -1 when there is no global curve or no such number of ratios, and then nothing has changed; -1
-///         too when the loop ended early
-int EvalSMParam();
+inline constexpr int kMostRatios = 1000;  ///< depth-to-wavelength ratios of one evaluation
 
-/// Slot of SMPParam with the smallest misfit among 1..ALPHA_POINT, the first of equals; 0 when none has one
-/// (a negative misfit is that of a run without a velocity).
-int BestStartingProfile();
+/// Settings of an evaluation, named like their controls.
+struct RatioSettings {
+  int ALPHA_POINT = 0;  ///< number of ratios
+  double ALPHA_FROM = 0.0, ALPHA_TO = 0.0;
+};
 
-/// Selects that profile in COPYPRF, presses what copies it to the panel and takes it over, and saves the
-/// project. @return 0; -1 when no slot has a misfit, or when one of the presses refused
-int RunAutoPreInversion();
+/// Ratio k from 1 to ALPHA_POINT, evenly spaced; ALPHA_FROM where there is one only.
+double RatioOf(const RatioSettings& ratios, int k);
 
-// --- Callbacks ---
+/// What an evaluation asks of whoever starts it.
+struct EvaluationSteps {
+  /// One forward run with the analytic profile of a ratio, into slot k. Below 0: failed or halted, the reason is shown.
+  std::function<int(int k, double ratio)> run;
+  /// The slots are those of this evaluation from now on.
+  std::function<void()> begun;
+  /// Slot k has its profile. @return false: the next would fail like this one
+  std::function<bool(int k)> done;
+};
 
-/// Set up layers; with the data kDepthOfPanel for the depth of the panel, otherwise for the curves.
-int AutoSetupSMPCallback(Panel panel, ControlId control, Event event, long data);
-/// EvalSMParam and RunAutoPreInversion. 0 ratios are refused. After a halt the finished profiles stay in their slots;
-/// none is taken, and nothing is saved.
-int EvalSMParamCallback(Panel panel, ControlId control, Event event, long data);
-/// EvalSMParam alone, from the menu.
-int DetermineSMPCallback(Panel panel, ControlId control, Event event, long data);
+struct EvaluationEnd {
+  Refusal refusal;       ///< why it did not start
+  bool started = false;  ///< whether the slots are those of this evaluation
+  bool whole = false;    ///< all ratios are done
+};
+
+/// One run for each ratio into the slots of `profiles`. Slots without a result have the misfit -1. A run that fails or
+/// is halted ends the loop, and what is done stays.
+/// @param settings  has to have a global curve, since the profiles are made from it
+EvaluationEnd EvaluateRatios(const RatioSettings& ratios, const ModelRecord& settings, InvRecord& profiles,
+                             const EvaluationSteps& steps, Listener& listener);
+
+/// Slot with the smallest misfit among 1..count, the first of equals; 0 when none has one (a negative misfit is that of
+/// a run without a velocity).
+int BestProfile(const InvRecord& profiles, int count);
 
 }  // namespace sondera

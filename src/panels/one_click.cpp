@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "inversion/starting_model.h"
 #include "panels/analresult.h"
 #include "panels/inversion.h"
+#include "panels/inversion_start.h"
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
 #include "records/model_records.h"

@@ -56,29 +56,6 @@ void MakeTables(InvRecord& r, const Bounds& b) {
   r.rms = std::move(sized.rms);
 }
 
-/// The four rules. The counters come from files: sums and products in double.
-Refusal UpdateRecord(InvRecord& r) {
-  const auto rise = [](double n) { return std::max(n, -1.0) + 1.0; };
-  const double data = static_cast<double>(std::max(r.nPoints, 0)) * std::max(r.nCurves, 0);
-  double maxEntries = r.maxEntries, maxData = r.maxData, maxLayers = r.maxLayers;
-  if (maxEntries < r.nEntries) maxEntries = rise(r.nEntries);
-  if (maxData < data) maxData = rise(data);
-  if (maxLayers < r.nLayers) maxLayers = rise(r.nLayers);
-  if (r.maxPoints < r.nPoints) maxLayers = rise(r.nPoints);
-  if ((maxEntries + 1.0) * (maxLayers + maxData + r.nPoints + r.nLayers) > kMaxRunDoubles)
-    return Refusal(
-        FormatText("Results of %.0f entries with %d layers, %d points and %d curves are too large.",
-                   maxEntries, r.nLayers, r.nPoints, r.nCurves));
-  const bool rose = maxEntries > r.maxEntries || maxData > r.maxData || maxLayers > r.maxLayers;
-  r.maxEntries = static_cast<int>(maxEntries);
-  r.maxData = static_cast<int>(maxData);
-  r.maxLayers = static_cast<int>(maxLayers);
-  const Bounds wanted{std::max(r.maxEntries, 0), std::max({r.maxLayers, r.nLayers, 0}),
-                      std::max({r.maxPoints, r.nPoints, 0}), std::max(maxData, 0.0)};
-  if (rose || !Holds(BoundsOf(r), wanted)) MakeTables(r, wanted);
-  return {};
-}
-
 /// Copies all of a table into the beginning of a larger one.
 void CopyInto(const OffsetMatrix<double>& from, OffsetMatrix<double>& to) {
   for (int i = from.rowLo(); i <= from.rowHi(); ++i)
@@ -124,12 +101,35 @@ void GrowGlobalCurve(ModelRecord& t) {
 
 }  // namespace
 
+// The four rules. The counters come from files: sums and products in double.
+Refusal UpdateEntryTables(InvRecord& r) {
+  const auto rise = [](double n) { return std::max(n, -1.0) + 1.0; };
+  const double data = static_cast<double>(std::max(r.nPoints, 0)) * std::max(r.nCurves, 0);
+  double maxEntries = r.maxEntries, maxData = r.maxData, maxLayers = r.maxLayers;
+  if (maxEntries < r.nEntries) maxEntries = rise(r.nEntries);
+  if (maxData < data) maxData = rise(data);
+  if (maxLayers < r.nLayers) maxLayers = rise(r.nLayers);
+  if (r.maxPoints < r.nPoints) maxLayers = rise(r.nPoints);
+  if ((maxEntries + 1.0) * (maxLayers + maxData + r.nPoints + r.nLayers) > kMaxRunDoubles)
+    return Refusal(
+        FormatText("Results of %.0f entries with %d layers, %d points and %d curves are too large.",
+                   maxEntries, r.nLayers, r.nPoints, r.nCurves));
+  const bool rose = maxEntries > r.maxEntries || maxData > r.maxData || maxLayers > r.maxLayers;
+  r.maxEntries = static_cast<int>(maxEntries);
+  r.maxData = static_cast<int>(maxData);
+  r.maxLayers = static_cast<int>(maxLayers);
+  const Bounds wanted{std::max(r.maxEntries, 0), std::max({r.maxLayers, r.nLayers, 0}),
+                      std::max({r.maxPoints, r.nPoints, 0}), std::max(maxData, 0.0)};
+  if (rose || !Holds(BoundsOf(r), wanted)) MakeTables(r, wanted);
+  return {};
+}
+
 Refusal FS_UpdateSMParray() {
-  return UpdateRecord(SMPParam);
+  return UpdateEntryTables(SMPParam);
 }
 
 Refusal FS_UpdateINVarray() {
-  return UpdateRecord(InvParam);
+  return UpdateEntryTables(InvParam);
 }
 
 Refusal MakeEntryRoom(InvRecord& r, int entry, int layers, int points, int curves) {

@@ -12,6 +12,7 @@ namespace sondera {
 /// Makes the tables of SMPParam / InvParam large enough for the record's own counters. When a capacity rises
 /// all tables are made anew, zero: the contents are lost. Kept: too many points raise the capacity of layers,
 /// not that of points; the tables themselves still get the room.
+Refusal UpdateEntryTables(InvRecord& record);
 Refusal FS_UpdateSMParray();
 Refusal FS_UpdateINVarray();
 

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "app/commands.h"
-#include "inversion/starting_model.h"
+#include "panels/inversion_start.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
 #include "records/model_records.h"

@@ -9,6 +9,7 @@
 #include "app/script/run.h"
 #include "app/script/values.h"
 #include "inversion/starting_model.h"
+#include "panels/inversion_start.h"
 #include "panels/one_click.h"
 #include "project/shot.h"
 #include "project/table_forms.h"
