@@ -46,14 +46,6 @@ bool HasVelocity(const ModelRecord& m, std::size_t i) {
   return (m.Vp[i] != 0.0) + (m.Vs[i] != 0.0) + (m.nu[i] != 0.0) >= 2;
 }
 
-int CheckLayerTable(const ModelRecord& m) {
-  if (ProductIsZero(m.thickness, m.nLayers)) return Refuse("Invalid value of thickness !");
-  for (std::size_t i = 0; i < static_cast<std::size_t>(m.nLayers); ++i)
-    if (!HasVelocity(m, i)) return Refuse("Invalid value of Vp, Vs or Poisson's Ratio !");
-  if (ProductIsZero(m.density, m.nLayers)) return Refuse("Invalid value of mass density !");
-  return 0;
-}
-
 // ---- curves -----------------------------------------------------------------------------------------
 
 bool AnyVelocity(const std::vector<double>& v, std::size_t n) {
@@ -170,14 +162,26 @@ void TakeFirstScalars(ModelRecord& m) {
 
 }  // namespace
 
-int GetFModelParam_AS() {
+int CheckLayerTable(const ModelRecord& m) {
+  if (ProductIsZero(m.thickness, m.nLayers)) return Refuse("Invalid value of thickness !");
+  for (std::size_t i = 0; i < static_cast<std::size_t>(m.nLayers); ++i)
+    if (!HasVelocity(m, i)) return Refuse("Invalid value of Vp, Vs or Poisson's Ratio !");
+  if (ProductIsZero(m.density, m.nLayers)) return Refuse("Invalid value of mass density !");
+  return 0;
+}
+
+void GetAnalysisAndMesh() {
   ModelRecord& m = FModelParam;
   m.analysis = GetCtrlVal(ANALYSISTYPE);
   m.nSubLayers = GetCtrlVal(E3D_NSUBL);
   m.fDispBulb = GetCtrlVal(E3D_FDB);
   run.switches.fDispBulb = m.fDispBulb;
   run.switches.iDispSource = m.dispCurvType;
+}
 
+int GetFModelParam_AS() {
+  GetAnalysisAndMesh();
+  ModelRecord& m = FModelParam;
   const int rows = GetNumTableRows(SOILPROFILE);
   RoomForLayers(m, rows);
   m.nLayers = rows;

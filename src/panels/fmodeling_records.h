@@ -8,6 +8,7 @@
 
 #include <string_view>
 
+#include "records/model_records.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -17,6 +18,10 @@ namespace sondera {
 /// @return 0; -1 after a message when a thickness is 0, when a layer has no usable pair of Vp, Vs and
 ///         Poisson's ratio (fewer than two of the three non-zero), or when a density is 0; in this order
 [[nodiscard]] int GetFModelParam_AS();
+
+/// Its parts: kind of analysis and mesh alone; and the checks of a record's layers. @return as above
+void GetAnalysisAndMesh();
+[[nodiscard]] int CheckLayerTable(const ModelRecord& record);
 
 /// Panel to record: kind of curves, their points, receivers and pairs. Stored velocities stay with their
 /// point and their curve when the number of curves changes.

@@ -84,14 +84,14 @@ int FS_fModel(int prePrfType, int iProfile) {
   return -1;
 }
 
-int ResetTheoDispInfo() {
-  if (ShowRefusal(MakeTheoDispInfoReady()) < 0) return -1;
+int ResetTheoDispInfo(const ModelRecord& settings) {
+  if (ShowRefusal(MakeTheoDispInfoReady(settings)) < 0) return -1;
   FillCurveLists();
   return 0;
 }
 
-int FS_AllocMemoryBlocks() {
-  return ShowRefusal(SizeRun(run, FModelParam, InvParam.MODELPARM));
+int FS_AllocMemoryBlocks(const ModelRecord& settings) {
+  return ShowRefusal(SizeRun(run, settings, InvParam.MODELPARM));
 }
 
 int RunFModelCallback(Panel, ControlId, Event event, long) {

@@ -4,6 +4,7 @@
 // Owned state: none; works on `run` and the records.
 #pragma once
 
+#include "records/model_records.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -19,11 +20,11 @@ int FS_fModel(int prePrfType, int iProfile);
 
 /// TheoDispInfo made ready for a run (run/theo_disp_info.h), and the curve lists of the results page filled.
 /// @return 0; -1 after a message
-[[nodiscard]] int ResetTheoDispInfo();
+[[nodiscard]] int ResetTheoDispInfo(const ModelRecord& settings = FModelParam);
 
-/// The vectors of a run (run/system_model.h) for FModelParam and the parameter choice of InvParam.
+/// The vectors of a run (run/system_model.h) for the settings and the parameter choice of InvParam.
 /// @return 0; -1 after a message
-[[nodiscard]] int FS_AllocMemoryBlocks();
+[[nodiscard]] int FS_AllocMemoryBlocks(const ModelRecord& settings = FModelParam);
 
 /// Run from the button of the results page; and from the menu, which first takes the list of iterations to
 /// its only item.

@@ -62,14 +62,9 @@ int RoomForEntries(InvRecord& r, int entries) {
   return ShowRefusal(MakeEntryRoom(r, last > r.maxEntries ? last : 0, r.nLayers, r.nPoints, r.nCurves));
 }
 
-GivenLayers::GivenLayers() : nLayers_(FModelParam.nLayers) {
-  for (std::size_t c = 0; c < kLayerColumns.size(); ++c) columns_[c] = FModelParam.*kLayerColumns[c];
-}
-
-void GivenLayers::PutBack() const {
-  FModelParam.nLayers = nLayers_;
-  for (std::size_t c = 0; c < kLayerColumns.size(); ++c) FModelParam.*kLayerColumns[c] = columns_[c];
-  RoomForLayers(FModelParam, FModelParam.capLayers);  // the capacity may have risen meanwhile
+int TakeStartingModel(ModelRecord& start) {
+  start = FModelParam;
+  return InvParam.iSelected != 0 ? TakeProfile(InvParam.iSelected, start) : 0;
 }
 
 int UpdateMParm() {
@@ -80,7 +75,7 @@ int UpdateMParm() {
 }
 
 int UpdateTheoDispInfoForInvAnal() {
-  UpdateTheoDispInfo();
+  UpdateTheoDispInfo(FModelParam);
   return InvParam.iSelected != 0 ? TakeProfile(InvParam.iSelected, TheoDispInfo) : 0;
 }
 

@@ -4,9 +4,6 @@
 // Callers: the session of the inversion. Owned state: none.
 #pragma once
 
-#include <array>
-#include <vector>
-
 #include "records/inv_records.h"
 #include "records/model_records.h"
 
@@ -21,16 +18,9 @@ namespace sondera {
 /// @return 0; -1 after a message when the tables would be too large: nothing changed
 [[nodiscard]] int RoomForEntries(InvRecord& record, int entries);
 
-/// The layers of FModelParam at the time it is made, to be put back when other layers have passed through the
-/// record.
-class GivenLayers {
- public:
-  GivenLayers();
-  void PutBack() const;
-
- private:
-  int nLayers_;
-  std::array<std::vector<double>, kLayerColumns.size()> columns_;
-};
+/// Settings of an inversion: those of FModelParam with the layers of profile InvParam.iSelected, 0 for its own.
+/// FModelParam keeps its layers.
+/// @return 0; -1 after a message when that profile is not stored
+[[nodiscard]] int TakeStartingModel(ModelRecord& start);
 
 }  // namespace sondera

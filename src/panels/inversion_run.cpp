@@ -1,7 +1,4 @@
 // inversion_run.cpp - an inversion from the panel to FS_RunIAnal; see inversion.h.
-//
-// The chosen starting model passes through FModelParam and its panel, since a run takes its checks and its
-// sizes from there; the given model is put back each time before anything else can look at it.
 #include <string>
 #include <vector>
 
@@ -18,6 +15,7 @@
 #include "records/model_records.h"
 #include "records/result_room.h"
 #include "records/session.h"
+#include "records/settings_room.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -56,15 +54,21 @@ class InversionBoxes : public RunBoxes {
   }
 };
 
-/// The chosen model to FModelParam and through the checks of its panel.
+/// The choice of INV_SMP, and the checks of the panel of the forward model on the layers of that model. Changes on that
+/// panel that nobody has taken to the record are lost.
 int CheckStartingModel() {
-  const GivenLayers given;
-  const bool ready = UpdateMParm() == 0 && GetFModelParam_AS() == 0 && GetFModelParam_RD() == 0;
-  if (InvParam.iSelected != 0) {
-    given.PutBack();
+  InvParam.iSelected = GetCtrlVal(inversion::INV_SMP);
+  if (InvParam.iSelected == 0) {
     SetFModelParam_AS();
+    return GetFModelParam_AS() == 0 && GetFModelParam_RD() == 0 ? 0 : -1;
   }
-  return ready ? 0 : -1;
+  ModelRecord start;
+  const int stored = TakeStartingModel(start);
+  if (stored == 0) RoomForLayers(FModelParam, start.nLayers);  // its capacity goes to the project file
+  SetFModelParam_AS();
+  if (stored < 0) return -1;
+  GetAnalysisAndMesh();
+  return CheckLayerTable(start) == 0 && GetFModelParam_RD() == 0 ? 0 : -1;
 }
 
 /// Room for the counters as they stand. FS_UpdateINVarray alone would make the tables anew, and with them
@@ -108,22 +112,21 @@ void SelectCurveDisplay() {
 }
 
 /// Room in InvParam for all that the run is going to write, so that no iteration ends for want of it.
-int MakeRoomForResults() {
-  const ModelRecord& m = FModelParam;
+int MakeRoomForResults(const ModelRecord& m) {
   const bool global = m.dispCurvType == kGlobalCurve;
   return ShowRefusal(MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers,
                                    global ? m.nDispPointsG : m.nDispPoints, global ? 1 : m.nDispCurves));
 }
 
-/// Records, display, lists and vectors, with the layers of the run in FModelParam.
+/// Records, display, lists and vectors.
 int SetUpRun() {
-  if (InvParam.iSelected != 0 && TakeProfile(InvParam.iSelected, FModelParam) < 0) return -1;
-  if (MakeRoomForResults() < 0) return -1;
-  if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo() < 0) return -1;
+  ModelRecord start;
+  if (TakeStartingModel(start) < 0 || MakeRoomForResults(start) < 0) return -1;
+  if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo(start) < 0) return -1;
   CopyCurvesToTheoDispInfo();
   SelectCurveDisplay();
   ClearIterBox(1);
-  return FS_AllocMemoryBlocks();
+  return FS_AllocMemoryBlocks(start);
 }
 
 /// What the lists of entries name, to be put back when a run ends before it has an entry of its own: the
@@ -169,9 +172,7 @@ class EntryLists {
 
 /// The run, with the lists to put back if it never gets an entry.
 int RunWithFormerLists(const EntryLists& former) {
-  const GivenLayers given;
   const int ready = SetUpRun();
-  given.PutBack();
   const int result = ready < 0 ? -1 : FS_RunIAnal();
   if (GetNumListItems(exdthd::ITERNO) == 0) {
     former.PutBack();

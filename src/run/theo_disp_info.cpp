@@ -27,8 +27,7 @@ void CopyColumn(const std::vector<T>& from, std::vector<T>& to) {
 
 }  // namespace
 
-Refusal MakeTheoDispInfoReady() {
-  const ModelRecord& f = FModelParam;
+Refusal MakeTheoDispInfoReady(const ModelRecord& f) {
   ModelRecord& t = TheoDispInfo;
   t.dispCurvType = f.dispCurvType;
   if (f.dispCurvType == kArrayCurves) {
@@ -41,12 +40,11 @@ Refusal MakeTheoDispInfoReady() {
     t.nDispCurves = 1;
   }
   if (Refusal refusal = UpdateTheoDispArray()) return refusal;
-  UpdateTheoDispInfo();
+  UpdateTheoDispInfo(f);
   return {};
 }
 
-void UpdateTheoDispInfo() {
-  const ModelRecord& f = FModelParam;
+void UpdateTheoDispInfo(const ModelRecord& f) {
   ModelRecord& t = TheoDispInfo;
   t.analysis = f.analysis;
   t.nSubLayers = f.nSubLayers;

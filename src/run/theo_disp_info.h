@@ -1,18 +1,19 @@
-// theo_disp_info.h - TheoDispInfo made ready for a run from the settings in FModelParam.
+// theo_disp_info.h - TheoDispInfo made ready for a run from its settings.
 //
 // Callers: drivers of forward runs and inversions. Owned state: none.
 #pragma once
 
+#include "records/model_records.h"
 #include "runtime/refusal.h"
 
 namespace sondera {
 
-/// Sizes TheoDispInfo for the kind of curve of FModelParam, zeroes its curves (the counters of the other kind
+/// Sizes TheoDispInfo for the kind of curve of the settings, zeroes its curves (the counters of the other kind
 /// become 0 points, or one curve), and takes over the settings. Refuses settings that are beyond any limit.
-Refusal MakeTheoDispInfoReady();
+Refusal MakeTheoDispInfoReady(const ModelRecord& settings);
 
-/// Copies the scalar settings, the receivers, the pairs and the layers from FModelParam. Counters of points
+/// Copies the scalar settings, the receivers, the pairs and the layers. Counters of points
 /// and curves stay.
-void UpdateTheoDispInfo();
+void UpdateTheoDispInfo(const ModelRecord& settings);
 
 }  // namespace sondera

@@ -206,17 +206,21 @@ TEST_F(RoomForEntriesTest, RefusesWhatNoMemoryHolds) {
   EXPECT_EQ(InvParam.Vs(2, 1), 202.0);
 }
 
-TEST_F(RoomForEntriesTest, GivenLayersComeBackWhole) {
-  const GivenLayers given;
+TEST_F(RoomForEntriesTest, StartingModelHasTheLayersOfTheProfileAndLeavesTheGivenOnes) {
   ASSERT_EQ(RoomForEntries(InvParam, 1), 0);
   StoreProfile(InvParam, 1, std::vector<double>(50, 250.0));
   InvParam.nLayers = 50;
-  ASSERT_EQ(TakeProfile(1, FModelParam), 0);
-  ASSERT_EQ(FModelParam.nLayers, 50);
-  given.PutBack();
+  InvParam.iSelected = 1;
+  const int capacity = FModelParam.capLayers;
+  ModelRecord start;
+  ASSERT_EQ(TakeStartingModel(start), 0);
+  EXPECT_EQ(VsOf(start), std::vector<double>(50, 250.0));
+  EXPECT_EQ(start.dispCurvType, FModelParam.dispCurvType);
   EXPECT_EQ(VsOf(FModelParam), (std::vector<double>{100.0, 120.0}));
-  for (auto column : kLayerColumns)
-    EXPECT_GE((FModelParam.*column).size(), static_cast<std::size_t>(FModelParam.capLayers));
+  EXPECT_EQ(FModelParam.capLayers, capacity);
+  InvParam.iSelected = 0;
+  ASSERT_EQ(TakeStartingModel(start), 0);
+  EXPECT_EQ(VsOf(start), (std::vector<double>{100.0, 120.0}));
 }
 
 }  // namespace

@@ -312,6 +312,34 @@ TEST_F(PerformInvAnal, HaltKeepsWhatWasFinished) {
   EXPECT_FALSE(WaitCursorShown());
 }
 
+// A front end that draws at every change would flash the other model.
+TEST_F(PerformInvAnal, ProfileToStartFromIsNeverOnThePanelNorInTheGivenModel) {
+  StoreProfiles();
+  SetCtrlVal(inversion::INV_SMP, -3);
+  std::vector<double> seen = kStartVs;
+  const int watcher = AddWatcher([&seen](const Change& c) {
+    if (c.control != &fmodeling::SOILPROFILE) return;
+    for (const double Vs : VsOnPanel())
+      if (Vs != kStartVs[0]) seen.push_back(Vs);
+    if (VsOf(FModelParam) != kStartVs) seen.push_back(-1.0);
+  });
+  ASSERT_EQ(Perform(), 0) << Messages();
+  RemoveObserver(watcher);
+  EXPECT_EQ(seen, kStartVs);
+  EXPECT_EQ(EntryVs(0), (std::vector<double>{130.0, 190.0, 240.0}));
+}
+
+// The project file holds the capacity.
+TEST_F(PerformInvAnal, ProfileWithMoreLayersRaisesTheCapacityOfTheGivenModel) {
+  StoreProfile(SMPParam, 1, {140.0, 190.0, 240.0, 280.0, 310.0});
+  FModelParam.capLayers = 3;
+  InsertListItem(inversion::INV_SMP, -1, "SMP 1", -1);
+  SetCtrlVal(inversion::INV_SMP, -1);
+  ASSERT_EQ(Perform(), 0) << Messages();
+  EXPECT_EQ(FModelParam.capLayers, 6) << "doubled";
+  EXPECT_EQ(VsOf(FModelParam), kStartVs);
+}
+
 TEST_F(PerformInvAnal, OtherEventsDoNothing) {
   EXPECT_EQ(PerformInvAnalCallback(Panel::INVERSION, &inversion::PERFORMINV, Event::GotFocus, 0), 0);
   EXPECT_TRUE(drawn.empty());
