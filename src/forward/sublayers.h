@@ -8,6 +8,8 @@
 
 #include <vector>
 
+#include "records/mesh_depth.h"
+
 namespace sondera {
 
 /// The layers as the solver reads them: pointers p with p[1] the surface layer, p[nLayersCur] the half-space
@@ -23,9 +25,9 @@ struct LayerTable {
 };
 
 struct MeshSettings {
-  int nSubLayers = 16;       ///< sublayers per wavelength (type 3) or per zone (type 4)
-  double fDispBulb = 1.75;   ///< depth of the mesh over the wavelength
-  bool iMeshGraded = false;  ///< type 4
+  int nSubLayers = 16;                 ///< sublayers per wavelength (type 3) or per zone (type 4)
+  double fDispBulb = kFirstMeshDepth;  ///< depth of the mesh over the wavelength
+  bool iMeshGraded = false;            ///< type 4
 };
 
 /// Most sublayers of one mesh. A mesh that needs more is not made: the eigenproblem grows with the square.

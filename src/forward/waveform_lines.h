@@ -27,9 +27,9 @@ struct WaveformLayer {
 /// What a line needs to know.
 struct WaveformSite {
   std::vector<WaveformLayer> layers;
-  std::vector<double> receivers;  ///< distances from the source, above 0, ascending
-  int nSubLayers = 16;            ///< sublayers per zone of the mesh
-  double fDispBulb = 1.75;        ///< depth of the mesh over the wavelength; at least 4 is taken
+  std::vector<double> receivers;       ///< distances from the source, above 0, ascending
+  int nSubLayers = 16;                 ///< sublayers per zone of the mesh
+  double fDispBulb = kFirstMeshDepth;  ///< depth of the mesh over the wavelength; at least 4 is taken
 };
 
 inline constexpr double kLeastWaveformDamping = 0.005;  ///< below it the solver loses modes

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "records/mesh_depth.h"
+
 namespace sondera {
 
 ModelRecord FModelParam;
@@ -27,7 +29,7 @@ ModelRecord FirstModel() {
   m.capCurve = 4000;
   m.analysis = 3;
   m.nSubLayers = 16;
-  m.fDispBulb = 1.75;
+  m.fDispBulb = kFirstMeshDepth;
   m.nLayers = 10;
   m.dispCurvType = 2;
   m.DispCurvInfo = 1;

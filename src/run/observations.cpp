@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "records/mesh_depth.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
@@ -42,7 +43,8 @@ void SetSwitches(int kind, int prePrfType, const ModelRecord& r) {
   run.switches.preliminaryProfileType = waveform ? 0 : prePrfType;
   run.switches.iProfileShape = 1;
   run.switches.nSubLayers = r.nSubLayers == 0 ? 16 : r.nSubLayers;
-  run.switches.fDispBulb = r.fDispBulb != 0.0 ? r.fDispBulb : waveform ? 1.7 : 4.0;
+  const double depthOfZero = waveform ? kMeshDepthOfZeroInWaveforms : kMeshDepthOfZero;
+  run.switches.fDispBulb = r.fDispBulb != 0.0 ? r.fDispBulb : depthOfZero;
   run.switches.iDispSource = r.dispCurvType;
   run.switches.GlobalRecType = r.GlobalRecType;
   run.switches.xDomain = run.switches.iHaveData == 0 && r.dispCurvType == 2 ? 2 : r.xDomainType;

@@ -14,6 +14,7 @@
 #include "forward/layered_ground.h"
 #include "numeric/column_matrix.h"
 #include "numeric/offset_array.h"
+#include "records/mesh_depth.h"
 #include "runtime/linked_list.h"
 
 namespace sondera {
@@ -138,7 +139,7 @@ struct Switches {
   int preliminaryProfileType = 0;  ///< 0 layers as given, 1 empirical profile, 2 analytic profile
   int iProfileShape = 1;           ///< 1: the preliminary profile is set on the given layering
   int nSubLayers = 16;
-  double fDispBulb = 1.75;
+  double fDispBulb = kFirstMeshDepth;
   int iDispSource = 1;                                            ///< 1 global curve, 2 array curves
   int xDomain = 1;                                                ///< 1 wavelength, 2 frequency
   double epsConverge = 1e-5;                                      ///< RMS that ends an inversion

@@ -6,7 +6,11 @@
 #include <cmath>
 #include <limits>
 
+#include "forward/sublayers.h"
+#include "forward/waveform_lines.h"
+#include "records/mesh_depth.h"
 #include "run/system_model.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"
 
@@ -128,6 +132,13 @@ TEST_F(Observations, NoDepthFactorInTheRecordGivesFourAndInAWaveformRunLess) {
     ASSERT_EQ(FS_RetrieveSystemPM(kind, 0), 0);
     EXPECT_EQ(run.switches.fDispBulb, factor) << kind;
   }
+}
+
+TEST_F(Observations, FirstDepthOfTheMeshIsOneNumberOnPanelRecordRunAndSolver) {
+  for (const double depth : {GetCtrlVal(fmodeling::E3D_FDB), FirstModel().fDispBulb, Switches().fDispBulb,
+                             MeshSettings().fDispBulb, WaveformSite().fDispBulb})
+    EXPECT_EQ(depth, kFirstMeshDepth);
+  EXPECT_EQ(kFirstMeshDepth, 1.75);
 }
 
 TEST_F(Observations, ArrayCurvesWithoutDataAreWantedOverFrequency) {
