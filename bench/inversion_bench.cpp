@@ -27,9 +27,9 @@
 #include "run/observations.h"
 #include "run/result_files.h"
 #include "run/result_statistics.h"
+#include "run/run_sizes.h"
 #include "run/run_state.h"
 #include "run/sweep.h"
-#include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"
 

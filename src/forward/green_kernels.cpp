@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "forward/cylinder_functions.h"
 #include "numeric/complex_two.h"
@@ -15,7 +16,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+constexpr double kPi = std::numbers::pi;
 constexpr double kNegligible =
     46.0;  // a term exp(46) times smaller than the largest one changes no digit of the sum
 constexpr double kHalfPiTruncated =

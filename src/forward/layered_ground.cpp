@@ -86,7 +86,7 @@ double PlaneWaveVelocity(const LayeredGround& ground, double wavelength) {
   return std::isfinite(c[1]) ? c[1] : 0.0;
 }
 
-LayerTable LayersOf(const LayeredGround& ground) {
+GroundColumns ColumnsOf(const LayeredGround& ground) {
   return {ground.nLayersCur,         ground.layerH.shifted(),   ground.layerVs.shifted(),
           ground.layerG.shifted(),   ground.layerRho.shifted(), ground.layerNu.shifted(),
           ground.layerDamp.shifted()};

@@ -67,7 +67,7 @@ double LargestVs(const LayeredGround& ground);
 /// Velocity of the plane Rayleigh wave at a wavelength (FS_SASW2D); 0 without a root.
 double PlaneWaveVelocity(const LayeredGround& ground, double wavelength);
 
-/// The layers as the point-load solver reads them; the ground has to outlive the table.
-LayerTable LayersOf(const LayeredGround& ground);
+/// The columns that the point-load solver reads; the ground has to outlive them.
+GroundColumns ColumnsOf(const LayeredGround& ground);
 
 }  // namespace sondera

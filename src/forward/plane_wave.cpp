@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "forward/plane_wave_lanes.h"
 #include "numeric/scratch.h"
@@ -23,7 +24,7 @@ constexpr double kAboveRayleigh = 1.001;           // of the Rayleigh velocity o
 constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; window of the stray-root sweep
 constexpr double kWindowStart = 2.25, kWindowHigh = 1.5;
 constexpr double kBisectionStop = 1e-07;
-const double kTwoPi = 2.0 * std::acos(-1.0);
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr int kUsualLayers = 256;  // more than that are kept on the heap
 constexpr int kTrials = 101;
 constexpr int cModeLimit = 1;       // the fundamental mode goes out
@@ -145,10 +146,16 @@ class LookAhead {
     return static_cast<int>(std::size(all));
   }
 
-  /// Inverse interpolation through the ends and the nearest samples; the secant where that leaves the
-  /// bracket.
+  /// Inverse interpolation through the nearest samples; the secant of the ends where that leaves the bracket.
   double Guess(const Sample& lo, const Sample& hi) {
     KeepNearest((lo.c + hi.c) / 2.0);
+    const double root = InverseInterpolation(), a = std::min(lo.c, hi.c), b = std::max(lo.c, hi.c);
+    if (root > a && root < b) return root;
+    return lo.c - lo.g * ((hi.c - lo.c) / (hi.g - lo.g));
+  }
+
+  /// Velocity at which the polynomial c(g) through the samples of the pool has g = 0, by Lagrange.
+  double InverseInterpolation() const {
     double weight[kNearest], root = 0.0;
     for (int i = 0; i < count_; ++i) weight[i] = pool_[i].c;
     for (int i = 0; i < count_; ++i) {
@@ -159,9 +166,7 @@ class LookAhead {
       }
     }
     for (int i = 0; i < count_; ++i) root += weight[i];
-    const double a = std::min(lo.c, hi.c), b = std::max(lo.c, hi.c);
-    if (root > a && root < b) return root;
-    return lo.c - lo.g * ((hi.c - lo.c) / (hi.g - lo.g));
+    return root;
   }
 
   void KeepNearest(double c) {
@@ -216,8 +221,7 @@ class Scan {
   void SkipToOnlyChange() {
     constexpr int kStep = (kTrials - 1) / (kLanes - 1);
     double c[kLanes], g[kLanes];
-    for (int i = 0; i < kLanes; ++i) c[i] = i * kStep * dc_ + cLow_;
-    stack_.Evaluate(c, g, kLanes, &K_);
+    EvaluateTrials(0, kStep, kLanes, c, g);
     int same = 0;
     while (same < kLanes && SignOfProduct(g[0], g[same]) > 0) ++same;
     if (same == 0 || (same < kLanes && SignOfProduct(g[0], g[same]) == 0)) return;
@@ -245,11 +249,16 @@ class Scan {
   }
 
  private:
+  /// Velocities and values of n trials from `first` on, `step` apart.
+  void EvaluateTrials(int first, int step, int n, double* c, double* g) {
+    for (int i = 0; i < n; ++i) c[i] = (first + i * step) * dc_ + cLow_;
+    stack_.Evaluate(c, g, n, &K_);
+  }
+
   void EvaluateMore() {
     double c[kLanes], g[kLanes];
     const int used = std::min(kLanes, kTrials - known_);
-    for (int i = 0; i < used; ++i) c[i] = (known_ + i) * dc_ + cLow_;
-    stack_.Evaluate(c, g, used, &K_);
+    EvaluateTrials(known_, 1, used, c, g);
     for (int i = 0; i < used; ++i) trial_[known_ + i] = {c[i], g[i]};
     known_ += used;
   }

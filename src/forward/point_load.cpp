@@ -9,13 +9,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <numbers>
 
 #include "numeric/complex_two.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
+constexpr double kPi = std::numbers::pi;
 constexpr double kNodesPerWavelength = 0.25;  // spacing of the grid over the wavelength
 constexpr double kRadiusOverWavelength = 0.0001;
 constexpr int kMaxPasses = 5;
@@ -37,7 +38,7 @@ bool InRange(double x, double above, double atMost) {
   return x > above && x <= atMost;
 }
 
-bool CheckLayer(const LayerTable& t, int l, bool graded, std::string* why) {
+bool CheckLayer(const GroundColumns& t, int l, bool graded, std::string* why) {
   constexpr double kLarge = 1e+30;  // stands in the sentences
   const double h = t.layerH[l];
   if (!(h >= 0.0 && h <= kLarge) || (h == 0.0 && !graded)) {

@@ -29,7 +29,7 @@ struct StackList {
 };
 
 struct PointLoadInput {
-  LayerTable layers;
+  GroundColumns layers;
   MeshSettings mesh;         ///< iMeshGraded for analysis type 4
   double wlTolerance = 0.2;  ///< relative change of the wavelength that ends the repetition
   double loadRadius = 0.0;   ///< 0: 0.0001 times the wavelength of the call

@@ -17,7 +17,7 @@ constexpr double kTwoThirds =
     0.6666667;  // Kept: seven digits, in the bulk modulus (which no result depends on)
 
 /// First layer whose bottom lies below the depth, the last layer if none does.
-int LastLayerDownTo(const LayerTable& layers, double depth) {
+int LastLayerDownTo(const GroundColumns& layers, double depth) {
   double cum = 0.0;
   for (int l = 1; l < layers.nLayersCur; ++l) {
     cum += layers.layerH[l];
@@ -28,7 +28,7 @@ int LastLayerDownTo(const LayerTable& layers, double depth) {
 
 /// Runs add(layer, nSub, thickness) over the even mesh for wavelength L.
 template <class Add>
-void WalkEvenMesh(const LayerTable& layers, const MeshSettings& settings, double L, Add add) {
+void WalkEvenMesh(const GroundColumns& layers, const MeshSettings& settings, double L, Add add) {
   const double t = L / settings.nSubLayers;
   const int last = LastLayerDownTo(layers, L * settings.fDispBulb);
   for (int l = 1; l <= last; ++l) {
@@ -39,7 +39,7 @@ void WalkEvenMesh(const LayerTable& layers, const MeshSettings& settings, double
 
 /// Runs add(layer, nSub, thickness) over the graded mesh for wavelength L.
 template <class Add>
-void WalkGradedMesh(const LayerTable& layers, const MeshSettings& settings, double L, Add add) {
+void WalkGradedMesh(const GroundColumns& layers, const MeshSettings& settings, double L, Add add) {
   const int nSub = settings.nSubLayers;
   const double t0 = L / nSub, maxDepth = L * settings.fDispBulb;
   for (int l = 1; l <= layers.nLayersCur; ++l) {
@@ -50,6 +50,25 @@ void WalkGradedMesh(const LayerTable& layers, const MeshSettings& settings, doub
     for (int k = zoneTop + 1; k < zoneBot; ++k) add(l, nSub, ZoneThickness(k, nSub, t0) / nSub);
     if (zoneTop < zoneBot && nBot > 0) add(l, nBot, hBot);
   }
+}
+
+double TopOf(const GroundColumns& layers, int layer) {
+  double top = 0.0;
+  for (int l = 1; l < layer; ++l) top += layers.layerH[l];
+  return top;
+}
+
+/// Sublayers of the part of a layer that lies in one zone.
+struct ZonePart {
+  int n = 0;
+  double thickness = 0.0;
+};
+
+/// Sublayers no thicker than those of a whole zone of thickness T; none in what rounding leaves.
+ZonePart PartOfZone(double part, double T, int nSub) {
+  if (!(part > kRoundingNoise * T)) return {};
+  const int n = SubLayerCount(part / (T / nSub));
+  return {n, part / n};
 }
 
 }  // namespace
@@ -74,33 +93,29 @@ double ZoneThickness(int k, int nSub, double t0) {
   return std::min(std::ldexp(t0, k - 2), nSub * t0);
 }
 
-void FS_GetSubLParm(const LayerTable& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
+void FS_GetSubLParm(const GroundColumns& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
                     double& hTop, int& nBot, double& hBot, int& zoneTop, int& zoneBot) {
-  double top = 0.0;
-  for (int l = 1; l < layer; ++l) top += layers.layerH[l];
-  const double thickness = layers.layerH[layer];
+  const double top = TopOf(layers, layer), thickness = layers.layerH[layer];
   if (top >= maxDepth) {
     nTop = nBot = zoneTop = zoneBot = 0;
     hTop = hBot = 0.0;
     return;
   }
   const double bottom = std::min(top + thickness, maxDepth);
-
   double a = 0.0;  // top of the zone
   for (int k = 1; k <= kMaxZones; ++k) {
     const double T = ZoneThickness(k, nSub, t0);
-    if (a <= top && top < a + T) {
-      const double rem = std::min(a + T - top, thickness);
-      const bool any = rem > kRoundingNoise * T;
-      nTop = any ? SubLayerCount(rem / (T / nSub)) : 0;
-      hTop = any ? rem / nTop : 0.0;
+    const auto holds = [&](double depth) { return a <= depth && depth < a + T; };
+    if (holds(top)) {
+      const ZonePart part = PartOfZone(std::min(a + T - top, thickness), T, nSub);
+      nTop = part.n;
+      hTop = part.thickness;
       zoneTop = k;
     }
-    if (a <= bottom && bottom < a + T) {
-      const double rem = std::min(bottom - a, thickness);
-      const bool any = rem > kRoundingNoise * T;
-      nBot = any ? SubLayerCount(rem / (T / nSub)) : 0;
-      hBot = any ? rem / nBot : 0.0;
+    if (holds(bottom)) {
+      const ZonePart part = PartOfZone(std::min(bottom - a, thickness), T, nSub);
+      nBot = part.n;
+      hBot = part.thickness;
       zoneBot = k;
       return;
     }
@@ -117,8 +132,8 @@ void FS_CountNLA(const int* nSub, double* cumDepth, const double* thick, int* nS
   }
 }
 
-void FS_SetMesh(const LayerTable& layers, int layer, const int* nSub, double* cumDepth, const double* thick,
-                SubLayerMesh& mesh, const double* maxDepth) {
+void FS_SetMesh(const GroundColumns& layers, int layer, const int* nSub, double* cumDepth,
+                const double* thick, SubLayerMesh& mesh, const double* maxDepth) {
   const double G = layers.layerG[layer], nu = layers.layerNu[layer];
   for (int i = 1; i <= *nSub && mesh.count < kMaxSubLayers; ++i) {
     const auto j = static_cast<std::size_t>(++mesh.count);
@@ -136,7 +151,7 @@ void FS_SetMesh(const LayerTable& layers, int layer, const int* nSub, double* cu
   }
 }
 
-int FS_CalcNLA(const LayerTable& layers, const MeshSettings& settings, const double* x, int iNode,
+int FS_CalcNLA(const GroundColumns& layers, const MeshSettings& settings, const double* x, int iNode,
                bool halfSpace) {
   const double L = x[iNode] / 4.0, maxDepth = L * settings.fDispBulb;
   int count = 0;
@@ -146,14 +161,14 @@ int FS_CalcNLA(const LayerTable& layers, const MeshSettings& settings, const dou
   return halfSpace ? count + 1 : count;
 }
 
-void FillEvenMesh(const LayerTable& layers, const MeshSettings& settings, double L, SubLayerMesh& mesh) {
+void FillEvenMesh(const GroundColumns& layers, const MeshSettings& settings, double L, SubLayerMesh& mesh) {
   const double maxDepth = L * settings.fDispBulb;
   double depth = 0.0;
   WalkEvenMesh(layers, settings, L,
                [&](int l, int n, double h) { FS_SetMesh(layers, l, &n, &depth, &h, mesh, &maxDepth); });
 }
 
-int FS_DiscritizLayers(int mode, const LayerTable& layers, const MeshSettings& settings, double L,
+int FS_DiscritizLayers(int mode, const GroundColumns& layers, const MeshSettings& settings, double L,
                        bool halfSpace, SubLayerMesh* mesh) {
   const double maxDepth = L * settings.fDispBulb;
   double depth = 0.0;

@@ -12,9 +12,9 @@
 
 namespace sondera {
 
-/// The layers as the solver reads them: pointers p with p[1] the surface layer, p[nLayersCur] the half-space
+/// The columns of a LayeredGround as the solver reads them, borrowed: pointers p with p[1] the surface layer, p[nLayersCur] the half-space
 /// (whose thickness is used as the table gives it: a thin last row ends the mesh early). Owns nothing.
-struct LayerTable {
+struct GroundColumns {
   int nLayersCur = 0;
   const double* layerH = nullptr;     ///< thickness
   const double* layerVs = nullptr;    ///< shear-wave velocity
@@ -62,7 +62,7 @@ double ZoneThickness(int k, int nSub, double t0);
 /// All six are 0 for a layer that starts at maxDepth or below. A part of at most 1e-9 of its zone counts as
 /// nothing. Beyond zone 100 the outputs stay as they were: callers clear them. Kept: the part in the top zone
 /// is limited by the layer's whole thickness, not by maxDepth; the mesh is cut where it is filled.
-void FS_GetSubLParm(const LayerTable& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
+void FS_GetSubLParm(const GroundColumns& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
                     double& hTop, int& nBot, double& hBot, int& zoneTop, int& zoneBot);
 
 /// Adds up to nSub sublayers of one thickness to a count, ending as soon as cumDepth reaches maxDepth (after
@@ -72,19 +72,19 @@ void FS_CountNLA(const int* nSub, double* cumDepth, const double* thick, int* nS
 
 /// The recording twin of FS_CountNLA: appends up to nSub sublayers of one thickness with the properties of a
 /// layer.
-void FS_SetMesh(const LayerTable& layers, int layer, const int* nSub, double* cumDepth, const double* thick,
-                SubLayerMesh& mesh, const double* maxDepth);
+void FS_SetMesh(const GroundColumns& layers, int layer, const int* nSub, double* cumDepth,
+                const double* thick, SubLayerMesh& mesh, const double* maxDepth);
 
 /// Sublayers of the even mesh for the wavelength x[iNode] / 4; halfSpace adds the element below.
-int FS_CalcNLA(const LayerTable& layers, const MeshSettings& settings, const double* x, int iNode,
+int FS_CalcNLA(const GroundColumns& layers, const MeshSettings& settings, const double* x, int iNode,
                bool halfSpace);
 
 /// Fills the even mesh for wavelength L (no half-space element).
-void FillEvenMesh(const LayerTable& layers, const MeshSettings& settings, double L, SubLayerMesh& mesh);
+void FillEvenMesh(const GroundColumns& layers, const MeshSettings& settings, double L, SubLayerMesh& mesh);
 
 /// Graded mesh for wavelength L: mode 1 returns the count, one more with halfSpace; mode 0 fills the mesh (no
 /// half-space element) and returns 0.
-int FS_DiscritizLayers(int mode, const LayerTable& layers, const MeshSettings& settings, double L,
+int FS_DiscritizLayers(int mode, const GroundColumns& layers, const MeshSettings& settings, double L,
                        bool halfSpace, SubLayerMesh* mesh);
 
 }  // namespace sondera

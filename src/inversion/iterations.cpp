@@ -21,9 +21,9 @@
 #include "run/run_clock.h"
 #include "run/run_files.h"
 #include "run/run_history.h"
+#include "run/run_sizes.h"
 #include "run/solve_counter.h"
 #include "run/sweep_state.h"
-#include "run/system_model.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 

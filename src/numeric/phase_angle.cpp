@@ -8,13 +8,14 @@
 
 #include <cmath>
 #include <cstring>
+#include <numbers>
 
 #include "numeric/lanes.h"
 
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
+constexpr double kPi = std::numbers::pi;
 constexpr double kTanEighth = 0.41421356237309503;  // tan(22.5 degrees)
 constexpr double kDegrees = 57.29577951308232;      // per radian
 constexpr double kLargestPart = 1e300;              // sums of two such parts are finite

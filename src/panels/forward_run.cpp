@@ -11,7 +11,7 @@
 #include "records/kinds.h"
 #include "records/model_records.h"
 #include "run/forward_run.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/hmsetup.h"

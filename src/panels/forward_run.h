@@ -22,7 +22,7 @@ int FS_fModel(int prePrfType, int iProfile);
 /// @return 0; -1 after a message
 [[nodiscard]] int ResetTheoDispInfo(const ModelRecord& settings = FModelParam);
 
-/// The vectors of a run (run/system_model.h) for the settings and the parameter choice of InvParam.
+/// The vectors of a run (run/run_sizes.h) for the settings and the parameter choice of InvParam.
 /// @return 0; -1 after a message
 [[nodiscard]] int FS_AllocMemoryBlocks(const ModelRecord& settings = FModelParam);
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -173,28 +173,41 @@ Refusal MakeProfile(const std::vector<CurvePoint>& curve, Listener& listener) {
   return TakeShape(found);
 }
 
+/// How a walk back over a change of sign ended.
+struct Halved {
+  double now;      ///< value at the velocity that it ended at
+  double product;  ///< of the values before and now; not below 0 where the walk stepped over the root again
+  bool narrow = false;  ///< the step is small enough
+};
+
+/// Halves the step, and goes back by it, for as long as the sign differs from that of `before`.
+Halved HalveBack(const std::function<double(double)>& R, double before, double& v, double& s) {
+  Halved end{R(v), 0.0};
+  end.product = before * end.now;
+  while (end.product < 0.0) {
+    s *= 0.5;
+    if (std::fabs(s) < kNarrow * v) {
+      end.narrow = true;
+      break;
+    }
+    v -= s;
+    end.now = R(v);
+    end.product = before * end.now;
+  }
+  return end;
+}
+
 }  // namespace
 
 bool FindRootByHalving(const std::function<double(double)>& R, double cMin, double cMax, double& v,
                        double s) {
   double before = R(v);
-  bool found = false;
-  while (!found) {
+  for (;;) {
     v += s;
     if (v > cMax || v < cMin) return false;
-    double now = R(v), product = before * now;
-    while (product < 0.0 && !found) {
-      s *= 0.5;
-      if (std::fabs(s) < kNarrow * v) {
-        found = true;
-      } else {
-        v -= s;
-        now = R(v);
-        product = before * now;
-      }
-    }
-    if (product == 0.0) found = true;
-    before = now;
+    const Halved end = HalveBack(R, before, v, s);
+    if (end.narrow || end.product == 0.0) break;
+    before = end.now;
   }
   v -= 2.0 * s;
   return true;

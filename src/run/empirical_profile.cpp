@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <limits>
 
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 
 namespace sondera {
 namespace {

@@ -7,7 +7,7 @@
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "run/layer_table.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

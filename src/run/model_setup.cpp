@@ -14,7 +14,7 @@
 #include "run/layer_table.h"
 #include "run/model_numbers.h"
 #include "run/preliminary_profile.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

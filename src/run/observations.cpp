@@ -15,7 +15,7 @@
 #include "records/session.h"
 #include "run/point_grid.h"
 #include "run/run_files.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/paths.h"
 #include "runtime/text_format.h"
 

@@ -12,7 +12,7 @@ namespace {
 
 PointLoadInput InputOf(const SweepParts& parts, int nPoints) {
   PointLoadInput in;
-  in.layers = LayersOf(parts.ground);
+  in.layers = ColumnsOf(parts.ground);
   in.mesh = {parts.switches.nSubLayers, parts.switches.fDispBulb, parts.switches.iMeshGraded};
   in.wlTolerance = parts.switches.wlTolerance;
   in.nRecSetups = parts.receivers.nRecSetups;

@@ -3,7 +3,7 @@
 //
 // Callers: everything from the solvers' drivers up to the inversion. One instance, `run`; one run at a time.
 // The sized vectors and matrices of ground, parameters, observations, receivers and update are made afresh and
-// zero by SizeRun of system_model.h; switches and course are set by whoever is named there. All
+// zero by SizeRun of run_sizes.h; switches and course are set by whoever is named there. All
 // vectors count from 1. Lengths, velocities and densities are in the project's units; nothing here converts.
 #pragma once
 

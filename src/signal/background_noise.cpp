@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
@@ -15,7 +16,7 @@
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
+constexpr double kPi = std::numbers::pi;
 constexpr int kTimeFigures = 4;
 constexpr double kShareOfLargest = 0.3;
 constexpr int kNoisePeakWidth = 3;

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 #include "numeric/scale_arithmetic.h"
 #include "records/kinds.h"
@@ -15,7 +16,7 @@
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
+constexpr double kPi = std::numbers::pi;
 constexpr double kLowestFreq = 0.01;        // Hz; stands in for a first frequency of 0 in the logarithm
 constexpr double kDelayOfSlowest = 3.0;     // a map ends at three times the delay of the slowest wave ...
 constexpr double kLongestShare = 0.2;       // ... or at this share of the record

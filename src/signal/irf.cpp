@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
@@ -16,7 +17,7 @@
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
+constexpr double kPi = std::numbers::pi;
 constexpr int kTimeFigures = 4;
 
 /// Sample nearest to a time, halves upward.

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
@@ -17,7 +18,7 @@
 namespace sondera {
 namespace {
 
-const double kPi = 4.0 * std::atan(1.0);
+constexpr double kPi = std::numbers::pi;
 constexpr int kLongestFrame = 1 << 29;
 
 /// Phase in degrees; 0 for the number 0, whatever the signs of its zeros.

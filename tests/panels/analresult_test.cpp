@@ -9,7 +9,7 @@
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/result_entries.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
 #include "support/named_runs.h"

@@ -9,7 +9,7 @@
 #include "forward/synthetic_site.h"
 #include "run/analytic_profile.h"
 #include "run/observations.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "signal/site_curves.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"

@@ -9,7 +9,7 @@
 
 #include "forward/plane_wave.h"
 #include "run/observations.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"
 

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "run/observations.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <random>
 
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -7,7 +7,7 @@
 #include "run/layer_table.h"
 #include "run/observations.h"
 #include "run/preliminary_profile.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/catalogue/inversion.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"

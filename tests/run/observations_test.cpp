@@ -1,6 +1,7 @@
 // Tests of the set-up of a run: switches by kind, receivers, points with and without data, refusals.
 #include "run/observations.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -9,7 +10,7 @@
 #include "forward/sublayers.h"
 #include "forward/waveform_lines.h"
 #include "records/mesh_depth.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"

@@ -9,7 +9,7 @@
 #include "run/layer_stack.h"
 #include "run/layer_table.h"
 #include "run/observations.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"
 

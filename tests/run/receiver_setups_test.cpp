@@ -5,7 +5,7 @@
 
 #include "run/observations.h"
 #include "run/run_clock.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "support/named_runs.h"

@@ -10,7 +10,7 @@
 #include "run/result_entries.h"
 #include "run/result_statistics.h"
 #include "run/run_files.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "support/failing_file_driver.h"
 #include "support/named_runs.h"
 #include "support/run_fixture.h"

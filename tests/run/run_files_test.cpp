@@ -12,7 +12,7 @@
 
 #include "records/session.h"
 #include "run/observations.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/lock_file.h"
 #include "support/failing_file_driver.h"

@@ -10,7 +10,7 @@
 
 #include "run/observations.h"
 #include "run/receiver_setups.h"
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/inversion.h"
 #include "support/dense_update.h"

@@ -10,9 +10,9 @@
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/run_files.h"
+#include "run/run_sizes.h"
 #include "run/run_state.h"
 #include "run/sweep.h"
-#include "run/system_model.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
 

@@ -1,5 +1,5 @@
-// system_model.cpp - see system_model.h.
-#include "run/system_model.h"
+// run_sizes.cpp - see run_sizes.h.
+#include "run/run_sizes.h"
 
 #include <algorithm>
 #include <cstddef>

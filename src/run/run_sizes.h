@@ -1,4 +1,4 @@
-// system_model.h - the sizes of a run, and the named points in its life.
+// run_sizes.h - the sizes of a run, and the named points in its life.
 //
 // Callers: drivers of forward runs and of inversions, in this order: SizeRun, then the set-up of observations,
 // then the solvers. Owned state: none; works on `run` of system_state.h. Settings that no ground and no survey

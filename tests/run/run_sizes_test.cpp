@@ -1,5 +1,5 @@
 // Tests of the sizes of a run: counts, numbering, zeros, refusals, and the named points in its life.
-#include "run/system_model.h"
+#include "run/run_sizes.h"
 
 #include <gtest/gtest.h>
 
