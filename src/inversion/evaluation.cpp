@@ -14,7 +14,7 @@ void Evaluation::Sweep(RunListener& listener) {
 
 void Evaluation::Judge() {
   FS_RMSerror(vel, amp, rmsVel, rmsAmp);
-  chi = WeightedMisfit(vel);
+  chi = WeightedMisfit(run.observations, run.switches, vel);
 }
 
 }  // namespace sondera

@@ -4,14 +4,14 @@
 #include <cmath>
 
 #include "run/active_rows.h"
-#include "run/system_state.h"
 
 namespace sondera {
 
-DiagonalMatrix HuberCovariance(const OffsetVector<double>& velocity) {
-  DiagonalMatrix Cd = run.observations.Cd;
-  for (const int i : ActiveRows()) {
-    const double z = std::fabs(velocity[i] - run.observations.runVel[i]) / std::sqrt(Cd.diag(i));
+DiagonalMatrix HuberCovariance(const Observations& observations, const Switches& switches,
+                               const OffsetVector<double>& velocity) {
+  DiagonalMatrix Cd = observations.Cd;
+  for (const int i : ActiveRows(observations, switches)) {
+    const double z = std::fabs(velocity[i] - observations.runVel[i]) / std::sqrt(Cd.diag(i));
     if (z > kHuberLimit) Cd.diag(i) *= z / kHuberLimit;
   }
   return Cd;

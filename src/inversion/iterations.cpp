@@ -60,7 +60,7 @@ bool Store(int iteration, const Evaluation& e, RunListener& listener) {
     listener.Tell(refusal);
     return false;
   }
-  if (!e.halted) NoteIteration(iteration, e.vel, e.rmsVel);
+  if (!e.halted) NoteIteration(run, iteration, e.vel, e.rmsVel);
   FS_SaveDspCurve(run, iteration, e.vel, e.amp, e.rmsVel, e.rmsAmp, listener);
   FS_SaveModelPar(run, iteration, e.rmsVel, e.rmsAmp, listener);
   FS_SaveProfile(run, iteration, e.rmsVel, e.rmsAmp, listener);
@@ -172,8 +172,8 @@ Step IterateAll(Evaluation& e, int wanted, const InversionSettings& settings, Ru
 }
 
 void TakeDeviationFromData(const Evaluation& e) {
-  const double part = RelativeMisfit(e.vel);
-  SetRelativeDeviation(part);
+  const double part = RelativeMisfit(run.observations, e.vel);
+  SetRelativeDeviation(run.observations, part);
   AddNote(
       FormatText("the deviation of the velocities is %.3f of their value, from the misfit of the starting "
                  "model",
@@ -195,7 +195,7 @@ Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunLis
   listener.Status("Inv. Analysis: ");
   listener.Process("Evaluating the initial layer system. ");
   ClearStartSpread();
-  const ModelState given = PresentModel();
+  const ModelState given = PresentModel(run.ground, run.parameters);
   Evaluation e;
   e.Sweep(listener);
   if (e.halted) {

@@ -17,7 +17,7 @@ constexpr const char* kWarningTitle = "Sondera 4";
 
 int CountActive() {
   int n = 0;
-  for (int i = 1; i <= run.observations.nObsRows; ++i) n += RowIsActive(i) ? 1 : 0;
+  for (int i = 1; i <= run.observations.nObsRows; ++i) n += RowIsActive(run.observations, i) ? 1 : 0;
   return n;
 }
 
@@ -33,7 +33,7 @@ void BuildActive(int nActive, int rows) {
   run.update.GActive = ColumnMatrix(rows, run.parameters.nModelParm);
   int next = 0;
   for (int i = 1; i <= run.observations.nObsRows; ++i) {
-    if (!RowIsActive(i)) {
+    if (!RowIsActive(run.observations, i)) {
       run.observations.iNoVelocity[i] = 1;
       continue;
     }

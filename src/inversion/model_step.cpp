@@ -43,8 +43,8 @@ void ReportSingularValues(Listener& listener) {
 /// One update from these curves, with the deviations that it is to have.
 Refusal UpdateModel(const Evaluation& e, bool huber, Listener& listener) {
   const DiagonalMatrix given = run.observations.Cd;
-  const OffsetVector<double> curve = CurveOfActiveRows(e.vel);
-  if (huber) run.observations.Cd = HuberCovariance(curve);
+  const OffsetVector<double> curve = CurveOfActiveRows(run.observations, e.vel);
+  if (huber) run.observations.Cd = HuberCovariance(run.observations, run.switches, curve);
   Refusal result = FS_MaxLiklihood(curve, e.amp, listener);
   run.observations.Cd = given;
   return result;
@@ -53,7 +53,7 @@ Refusal UpdateModel(const Evaluation& e, bool huber, Listener& listener) {
 }  // namespace
 
 Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
-  const ModelState from = PresentModel();
+  const ModelState from = PresentModel(run.ground, run.parameters);
   if (FS_Gmatrix(settings, listener)) return Advance::kHalted;
   if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues(listener);
   if (const Refusal refusal = UpdateModel(e, settings.HUBERWEIGHTS, listener)) {

@@ -103,19 +103,18 @@ void ReportMatrix(Listener& listener) {
 
 }  // namespace
 
-void RenewDensityAndNu(const InversionSettings& settings) {
+void RenewDensityAndNu(const InversionSettings& settings, LayeredGround& ground) {
   if (!settings.UPDATERHONU) return;
-  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    const DensityAndNu ground =
-        RuleForVs(run.ground.layerVs[l], settings.unit.LENGTHUNIT, settings.unit.index);
-    run.ground.layerRho[l] = ground.density;
-    run.ground.layerNu[l] = ground.nu;
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
+    const DensityAndNu rule = RuleForVs(ground.layerVs[l], settings.unit.LENGTHUNIT, settings.unit.index);
+    ground.layerRho[l] = rule.density;
+    ground.layerNu[l] = rule.nu;
   }
 }
 
 Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener) {
   listener.Process("Calculating G matrix");
-  RenewDensityAndNu(settings);
+  RenewDensityAndNu(settings, run.ground);
   Sweeps sweeps;
   for (int l = 1; l <= run.ground.nLayersCur; ++l)
     if (Refusal halt = FillColumnsOfLayer(l, sweeps, listener)) return halt;

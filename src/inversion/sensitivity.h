@@ -5,6 +5,7 @@
 // changes every mesh, so that nothing is carried over from one sweep to the next.
 #pragma once
 
+#include "forward/layered_ground.h"
 #include "inversion/inversion_settings.h"
 #include "run/run_listener.h"
 #include "runtime/refusal.h"
@@ -12,7 +13,7 @@
 namespace sondera {
 
 /// Density and Poisson's ratio of every layer by its present Vs (RuleForVs), where UPDATERHONU is on.
-void RenewDensityAndNu(const InversionSettings& settings);
+void RenewDensityAndNu(const InversionSettings& settings, LayeredGround& ground);
 
 /// Fills run.update.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
 /// SweepWithData with the relative steps of the run, and with amplitudes the rows behind run.observations.nObsRows. Before

@@ -22,7 +22,7 @@ constexpr double kRayleighOverShear = 0.93;
 class RunKeeper {
  public:
   RunKeeper()
-      : model_(PresentModel()),
+      : model_(PresentModel(run.ground, run.parameters)),
         prior_(run.parameters.rModelPrior),
         out_(run.observations.iNoVelocity),
         switches_(run.switches.reportSwitch),
@@ -32,7 +32,7 @@ class RunKeeper {
     run.switches.reportSwitch = {};
   }
   ~RunKeeper() {
-    PutModelBack(model_);
+    PutModelBack(model_, run.ground, run.parameters);
     run.parameters.rModelPrior = prior_;
     run.observations.iNoVelocity = out_;
     run.switches.reportSwitch = switches_;
@@ -64,13 +64,13 @@ bool AnyVsIsFree() {
 }
 
 void PutUniform(const ModelState& given, double Vs, const InversionSettings& settings) {
-  PutModelBack(given);
+  PutModelBack(given, run.ground, run.parameters);
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     const int p = run.parameters.MapEntry(kQuantityVs, l);
     if (p != 0) run.parameters.rModel[p] = run.ground.layerVs[l] = Vs;
   }
-  RenewDensityAndNu(settings);
-  LayersFromModel();
+  RenewDensityAndNu(settings, run.ground);
+  LayersFromModel(run.parameters, run.ground);
   run.parameters.rModelPrior = run.parameters.rModel;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   run.course.iTrapCount = 0;
@@ -117,12 +117,12 @@ void NoteSpread() {
 
 }  // namespace
 
-double SiteVelocity() {
+double SiteVelocity(const Observations& observations) {
   double sum = 0.0;
   int n = 0;
-  for (int i = 1; i <= run.observations.nObsRows; ++i) {
-    if (!(run.observations.runVel[i] > 0.0)) continue;
-    sum += run.observations.runVel[i];
+  for (int i = 1; i <= observations.nObsRows; ++i) {
+    if (!(observations.runVel[i] > 0.0)) continue;
+    sum += observations.runVel[i];
     ++n;
   }
   return n > 0 ? sum / n / kRayleighOverShear : 0.0;
@@ -135,7 +135,7 @@ void ClearStartSpread() {
 Refusal TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
                        const InversionSettings& settings, RunListener& listener) {
   StartSpread& spread = inversionState.spread;
-  const double site = SiteVelocity();
+  const double site = SiteVelocity(run.observations);
   if (!AnyVsIsFree() || site <= 0.0) return {};
   spread = {run.course.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
   const RunKeeper keeper;

@@ -17,7 +17,7 @@ namespace sondera {
 inline constexpr double kStartRatios[] = {0.8, 1.0, 1.3};
 
 /// Vs of the site from the observation rows, 0 without a measured velocity.
-double SiteVelocity();
+double SiteVelocity(const Observations& observations);
 
 /// Iterates from each uniform start and leaves the run as it was. Nothing goes to files or entries. A start
 /// that fails has said why and is left out. Layers with a fixed Vs keep it; where no Vs is free nothing is

@@ -14,10 +14,10 @@ inline constexpr double kMostLostRows = 0.05;  ///< part of the rows that a step
 
 /// Whether a curve is at least as good as the one before, over the rows that are in use and found in both; a
 /// curve that loses more than kMostLostRows of the rows in use is not.
-/// @param out    rows that were out before the step (run.observations.iNoVelocity then)
+/// @param out    rows that were out before the step (iNoVelocity then)
 /// @param huber  residuals count by HuberTerm, otherwise by their square
-bool StepIsGood(const OffsetVector<double>& before, const OffsetVector<double>& after,
-                const OffsetVector<int>& out, bool huber);
+bool StepIsGood(const Observations& observations, const OffsetVector<double>& before,
+                const OffsetVector<double>& after, const OffsetVector<int>& out, bool huber);
 
 /// Evaluates the model that an update has led to. A step that is not good is halved, four times at most, and
 /// the flags of a refused trial are taken back. A halt ends it with the curve as far as it goes.

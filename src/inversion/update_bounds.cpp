@@ -9,7 +9,6 @@
 
 #include "run/layer_table.h"
 #include "run/model_numbers.h"
-#include "run/system_state.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -95,34 +94,33 @@ Refusal StepModel(double factor) {
   return {};
 }
 
-void WriteToLayers() {
-  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    double* const values[] = {&run.ground.layerH[l], &run.ground.layerVs[l], &run.ground.layerVp[l],
-                              &run.ground.layerRho[l]};
+void WriteToLayers(const Parameters& parameters, LayeredGround& ground) {
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
+    double* const values[] = {&ground.layerH[l], &ground.layerVs[l], &ground.layerVp[l], &ground.layerRho[l]};
     for (int q = 1; q <= kQuantities; ++q) {
-      const int p = run.parameters.MapEntry(q, l);
-      if (p > 0) *values[q - 1] = run.parameters.rModel[p];
+      const int p = parameters.MapEntry(q, l);
+      if (p > 0) *values[q - 1] = parameters.rModel[p];
     }
   }
 }
 
-void CompleteLayers() {
-  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    if (run.ground.iPoissonGiven[l] == 1) {
-      run.ground.layerVp[l] = VpFromPoisson(run.ground.layerVs[l], run.ground.layerNu[l]);
+void CompleteLayers(LayeredGround& ground) {
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
+    if (ground.iPoissonGiven[l] == 1) {
+      ground.layerVp[l] = VpFromPoisson(ground.layerVs[l], ground.layerNu[l]);
       continue;
     }
-    const double nu = PoissonFromVelocities(run.ground.layerVp[l], run.ground.layerVs[l]);
-    run.ground.layerNu[l] = nu >= 0.5 ? kGuardedNu : nu;
-    if (nu >= 0.5) run.ground.layerVs[l] = GuardedVs(run.ground.layerVp[l]);
+    const double nu = PoissonFromVelocities(ground.layerVp[l], ground.layerVs[l]);
+    ground.layerNu[l] = nu >= 0.5 ? kGuardedNu : nu;
+    if (nu >= 0.5) ground.layerVs[l] = GuardedVs(ground.layerVp[l]);
   }
 }
 
 }  // namespace
 
-void LayersFromModel() {
-  WriteToLayers();
-  CompleteLayers();
+void LayersFromModel(const Parameters& parameters, LayeredGround& ground) {
+  WriteToLayers(parameters, ground);
+  CompleteLayers(ground);
 }
 
 bool CorrectionIsFinite() {
@@ -146,7 +144,7 @@ MoveResult MoveModel(Listener& listener) {
     return result;
   }
   listener.Process("Updating model parameters...");
-  LayersFromModel();
+  LayersFromModel(run.parameters, run.ground);
   return result;
 }
 

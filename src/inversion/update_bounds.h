@@ -3,6 +3,7 @@
 // Callers: the update of an inversion. Works on `run`; owns no state besides run.course.iTrapCount.
 #pragma once
 
+#include "run/system_state.h"
 #include "runtime/listener.h"
 #include "runtime/refusal.h"
 
@@ -24,10 +25,10 @@ struct MoveResult {
 /// Whether every element of run.update.deltaModel is finite.
 bool CorrectionIsFinite();
 
-/// Writes run.parameters.rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
+/// Writes rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
 /// one that is not physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not
 /// take that over.
-void LayersFromModel();
+void LayersFromModel(const Parameters& parameters, LayeredGround& ground);
 
 /// Subtracts run.update.deltaModel from the model and writes it to the layers. A parameter that would leave its
 /// bounds shortens the step of all parameters alike, so that they move along one line; where a parameter

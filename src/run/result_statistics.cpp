@@ -65,7 +65,7 @@ void WriteDataResolution(const Run& run, const ColumnMatrix& G, Listener& listen
 
 void WriteDataDiagonal(const Run& run, const ColumnMatrix& G, const OffsetVector<double>& velocity,
                        Listener& listener) {
-  const std::vector<int> rows = ActiveRows();
+  const std::vector<int> rows = ActiveRows(run.observations, run.switches);
   const bool byWavelength = run.switches.iDispSource == 1 && std::abs(run.switches.iAnalysis) == 2;
   ReportFile file(run.switches, ".n");
   file.Printf("\n\nIteration no. : %2ld ...\n", static_cast<long>(run.course.iCurIterNo));

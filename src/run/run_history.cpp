@@ -2,7 +2,6 @@
 #include "run/run_history.h"
 
 #include "run/active_rows.h"
-#include "run/system_state.h"
 
 namespace sondera {
 namespace {
@@ -11,10 +10,11 @@ std::vector<InversionHistory> histories;
 
 }  // namespace
 
-void NoteIteration(int iteration, const OffsetVector<double>& velocity, double rms) {
+void NoteIteration(const Run& run, int iteration, const OffsetVector<double>& velocity, double rms) {
   if (iteration == 0 || histories.empty()) histories.push_back({run.observations.nObsRows, {}});
   histories.back().iterations.push_back(
-      {iteration, rms, WeightedMisfit(velocity), static_cast<int>(ActiveRows().size())});
+      {iteration, rms, WeightedMisfit(run.observations, run.switches, velocity),
+       static_cast<int>(ActiveRows(run.observations, run.switches).size())});
 }
 
 const std::vector<InversionHistory>& InversionHistories() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -23,9 +24,9 @@ struct InversionHistory {
   std::vector<IterationFit> iterations;
 };
 
-/// Reports an iteration of the present run (`run`), with its computed curve by row. Iteration 0 begins a
+/// Reports an iteration of a run, with its computed curve by row. Iteration 0 begins a
 /// history.
-void NoteIteration(int iteration, const OffsetVector<double>& velocity, double rms);
+void NoteIteration(const Run& run, int iteration, const OffsetVector<double>& velocity, double rms);
 
 /// Inversions since the session started, the present one last.
 const std::vector<InversionHistory>& InversionHistories();

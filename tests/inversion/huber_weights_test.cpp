@@ -29,7 +29,7 @@ TEST_F(HuberWeightsTest, VarianceGrowsWithTheDistanceBeyondTheLimit) {
   computed[3] = run.observations.runVel[3] + 30.0;  // 15, but out
   computed[4] = run.observations.runVel[4] + 15.0;  // 7.5
   run.observations.iNoVelocity[3] = 1;
-  const DiagonalMatrix Cd = HuberCovariance(computed);
+  const DiagonalMatrix Cd = HuberCovariance(run.observations, run.switches, computed);
   const double expected[] = {4.0, 8.0, 4.0, 20.0};
   for (int i = 1; i <= 4; ++i) {
     EXPECT_NEAR(Cd.diag(i), expected[i - 1], 1e-12) << i;

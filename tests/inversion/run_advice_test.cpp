@@ -23,7 +23,7 @@ class RunAdviceTest : public UpdateTest {
     InvParam.nEntries = 5;
     for (int l = 0; l < 3; ++l) InvParam.resolution(1, l) = 0.5;
     for (int i = 1; i <= 4; ++i) run.observations.Cd.diag(i) = 4.0;
-    NoteIteration(0, computed, 9.0);
+    NoteIteration(run, 0, computed, 9.0);
   }
   void TearDown() override {
     ClearInversionHistories();
@@ -33,7 +33,7 @@ class RunAdviceTest : public UpdateTest {
   /// A curve that is off by this at all points.
   void Iteration(int number, double off) {
     for (int i = 1; i <= 4; ++i) computed[i] = run.observations.runVel[i] + off;
-    NoteIteration(number, computed, off);
+    NoteIteration(run, number, computed, off);
   }
 };
 

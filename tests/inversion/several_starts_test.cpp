@@ -46,9 +46,9 @@ TEST_F(SeveralStartsTest, SiteVelocityIsTheMeanMeasuredOneAsShearWave) {
   Prepare(2);
   double sum = 0.0;
   for (int i = 0; i < kPoints; ++i) sum += MeasuredVelocity(i);
-  EXPECT_NEAR(SiteVelocity(), sum / kPoints / 0.93, 1e-9);
+  EXPECT_NEAR(SiteVelocity(run.observations), sum / kPoints / 0.93, 1e-9);
   run.observations.runVel[1] = 0.0;
-  EXPECT_NEAR(SiteVelocity(), (sum - MeasuredVelocity(0)) / (kPoints - 1) / 0.93, 1e-9);
+  EXPECT_NEAR(SiteVelocity(run.observations), (sum - MeasuredVelocity(0)) / (kPoints - 1) / 0.93, 1e-9);
 }
 
 TEST_F(SeveralStartsTest, RunAndItsFilesAreThoseWithoutIt) {
@@ -79,7 +79,7 @@ TEST_F(SeveralStartsTest, SpreadIsThatOfTheRunsOnTheirOwn) {
   const std::string table = StartSpreadTable(2);
   ASSERT_EQ(Findings().size(), 1u);
   EXPECT_EQ(Findings()[0].text.find("from 4 starts the Vs of the layers end at "), 0u) << Findings()[0].text;
-  const double site = SiteVelocity();
+  const double site = SiteVelocity(run.observations);
   std::vector<double> lowest(3, 1e9), highest(3, 0.0);
   for (const double start : {180.0, 0.8 * site, site, 1.3 * site}) {
     SetSite(start);

@@ -21,7 +21,7 @@ class StepIsGoodTest : public UpdateTest {
     out = run.observations.iNoVelocity;
     before = after = computed;
   }
-  bool Good(bool huber = false) const { return StepIsGood(before, after, out, huber); }
+  bool Good(bool huber = false) const { return StepIsGood(run.observations, before, after, out, huber); }
 
   OffsetVector<double> before, after;
   OffsetVector<int> out;
@@ -84,12 +84,12 @@ class EvaluateControlledTest : public KnownSite {
     InvParam.nEntries = 5;
     Prepare(2);
     e.Sweep(boxes);
-    from = PresentModel();
+    from = PresentModel(run.ground, run.parameters);
   }
   /// Model as an update has left it.
   static void MoveTo(std::initializer_list<double> Vs) {
     std::copy(Vs.begin(), Vs.end(), run.parameters.rModel.begin());
-    LayersFromModel();
+    LayersFromModel(run.parameters, run.ground);
   }
 
   Evaluation e;

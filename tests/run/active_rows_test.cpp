@@ -93,12 +93,12 @@ TEST_F(WeightedMisfitTest, IsTheMeanOverTheRowsInUse) {
   computed[3] = run.observations.runVel[3] + 7.0;  // out
   computed[4] = run.observations.runVel[4] + 4.0;  // 1
   run.observations.iNoVelocity[3] = 1;
-  EXPECT_NEAR(WeightedMisfit(computed), 14.0 / 3.0, 1e-12);
+  EXPECT_NEAR(WeightedMisfit(run.observations, run.switches, computed), 14.0 / 3.0, 1e-12);
   run.observations.Cd.diag(4) = 0.0;
-  EXPECT_NEAR(WeightedMisfit(computed), 13.0 / 2.0, 1e-12);
-  EXPECT_EQ(ActiveRows(), (std::vector<int>{1, 2}));
+  EXPECT_NEAR(WeightedMisfit(run.observations, run.switches, computed), 13.0 / 2.0, 1e-12);
+  EXPECT_EQ(ActiveRows(run.observations, run.switches), (std::vector<int>{1, 2}));
   run.observations.iNoVelocity[1] = run.observations.iNoVelocity[2] = 1;
-  EXPECT_EQ(WeightedMisfit(computed), -1.0);
+  EXPECT_EQ(WeightedMisfit(run.observations, run.switches, computed), -1.0);
 }
 
 }  // namespace

@@ -19,20 +19,20 @@ TEST_F(DataDeviationTest, IsTheRelativeMisfitOverThePointsWithAVelocity) {
   computed[2] = run.observations.runVel[2] * 0.80;
   computed[3] = 0.0;
   computed[4] = run.observations.runVel[4] * 1.20;
-  EXPECT_NEAR(RelativeMisfit(computed), std::sqrt((0.01 + 0.04 + 0.04) / 3.0), 1e-12);
+  EXPECT_NEAR(RelativeMisfit(run.observations, computed), std::sqrt((0.01 + 0.04 + 0.04) / 3.0), 1e-12);
 }
 
 TEST_F(DataDeviationTest, IsNeverBelowFivePercent) {
   Start(3, 4);
-  EXPECT_EQ(RelativeMisfit(computed), 0.05);  // the curve is the measured one
+  EXPECT_EQ(RelativeMisfit(run.observations, computed), 0.05);  // the curve is the measured one
   for (int i = 1; i <= 4; ++i) computed[i] = 0.0;
-  EXPECT_EQ(RelativeMisfit(computed), 0.05);
+  EXPECT_EQ(RelativeMisfit(run.observations, computed), 0.05);
 }
 
 TEST_F(DataDeviationTest, GoesToEveryMeasuredVelocity) {
   Start(3, 4);
   run.observations.Cd.diag(2) = 0.0;
-  SetRelativeDeviation(0.2);
+  SetRelativeDeviation(run.observations, 0.2);
   for (int i = 1; i <= 4; ++i)
     EXPECT_NEAR(run.observations.Cd.diag(i), std::pow(0.2 * run.observations.runVel[i], 2), 1e-9);
 }
