@@ -200,7 +200,7 @@ bool Report(const char* name, int repeats) {
     one.push_back(Seconds([&] { (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp); }));
     files.push_back(Seconds([&] { WriteAgain(vel, amp); }));
     RunBoxes boxes;
-    matrix.push_back(Seconds([&boxes] { (void)FS_Gmatrix(SettingsOfInversion(), boxes); }));
+    matrix.push_back(Seconds([&boxes] { (void)FS_Gmatrix(run, SettingsOfInversion(), boxes); }));
   }
   const int count = 1 + kIterations * (2 * run.parameters.nModelParm + 1);
   std::printf("%-34s %3d rows, %d parameters, %d sweeps\n", name, run.observations.nObsRows,

@@ -7,13 +7,13 @@
 
 namespace sondera {
 
-void Evaluation::Sweep(RunListener& listener) {
+void Evaluation::Sweep(Run& run, RunListener& listener) {
   halted = static_cast<bool>(SweepWithData(PartsOfSweep(run), listener, vel, amp));
   doubts = sweepState;
 }
 
-void Evaluation::Judge() {
-  FS_RMSerror(vel, amp, rmsVel, rmsAmp);
+void Evaluation::Judge(const Run& run) {
+  FS_RMSerror(run, vel, amp, rmsVel, rmsAmp);
   chi = WeightedMisfit(run.observations, run.switches, vel);
 }
 

@@ -1,11 +1,12 @@
 // evaluation.h - the computed curves of a model of an inversion, with their misfit.
 //
-// Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
+// Callers: the run of an inversion and its further starts. Owns no state.
 #pragma once
 
 #include "numeric/offset_array.h"
 #include "run/run_listener.h"
 #include "run/sweep_state.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -19,9 +20,9 @@ struct Evaluation {
   SweepState doubts;  ///< of the sweep behind these curves
 
   /// The curves of the model as it stands; rows without a result are flagged.
-  void Sweep(RunListener& listener);
+  void Sweep(Run& run, RunListener& listener);
   /// The misfits, from the curves and the rows in use.
-  void Judge();
+  void Judge(const Run& run);
 };
 
 }  // namespace sondera

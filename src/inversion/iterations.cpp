@@ -31,7 +31,7 @@ namespace sondera {
 namespace {
 
 void JudgeAndShow(Evaluation& e, RunListener& listener) {
-  e.Judge();
+  e.Judge(run);
   listener.Misfit(e.rmsVel);
 }
 
@@ -132,7 +132,7 @@ Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& list
   listener.Status(FormatText("Inv. Analysis: Iter. No = %d", iteration));
   run.switches.iAnalysis = TheoDispInfo.analysis;
   run.course.runTitle = RunTitle(TheoDispInfo.analysis, true);
-  const Advance advance = AdvanceModel(e, settings, listener);
+  const Advance advance = AdvanceModel(run, e, settings, listener);
   if (advance == Advance::kHalted) {
     TellHalt(listener, KeptText(iteration - 1));
     return Step::kEnd;
@@ -183,7 +183,7 @@ void TakeDeviationFromData(const Evaluation& e) {
 Refusal TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int wanted,
                              const InversionSettings& settings, RunListener& listener) {
   listener.Process("Trying other starting models...");
-  Refusal halt = TryOtherStarts(given, e, wanted, settings, listener);
+  Refusal halt = TryOtherStarts(run, given, e, wanted, settings, listener);
   if (halt)
     TellHalt(listener,
              "The other starting models were not tried to their end. " + KeptText(run.course.iCurIterNo));
@@ -197,7 +197,7 @@ Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunLis
   ClearStartSpread();
   const ModelState given = PresentModel(run.ground, run.parameters);
   Evaluation e;
-  e.Sweep(listener);
+  e.Sweep(run, listener);
   if (e.halted) {
     TellHalt(listener, "The starting model was not evaluated to its end; nothing is kept of this run.");
     return Refusal::WithoutReason();

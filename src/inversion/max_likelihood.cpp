@@ -15,20 +15,20 @@ namespace {
 
 constexpr const char* kWarningTitle = "Sondera 4";
 
-int CountActive() {
+int CountActive(const Run& run) {
   int n = 0;
   for (int i = 1; i <= run.observations.nObsRows; ++i) n += RowIsActive(run.observations, i) ? 1 : 0;
   return n;
 }
 
-void CopyRow(int full, int compact) {
+void CopyRow(Run& run, int full, int compact) {
   run.update.CdActive.diag(compact) = run.observations.Cd.diag(full);
   for (int p = 1; p <= run.parameters.nModelParm; ++p)
     run.update.GActive(compact, p) = run.update.GMatrix(full, p);
 }
 
 /// Rows in use, velocities first, then amplitudes.
-void BuildActive(int nActive, int rows) {
+void BuildActive(Run& run, int nActive, int rows) {
   run.update.CdActive = DiagonalMatrix(rows);
   run.update.GActive = ColumnMatrix(rows, run.parameters.nModelParm);
   int next = 0;
@@ -37,12 +37,12 @@ void BuildActive(int nActive, int rows) {
       run.observations.iNoVelocity[i] = 1;
       continue;
     }
-    CopyRow(i, ++next);
-    if (run.switches.iUseAmplitude == 1) CopyRow(run.observations.nObsRows + i, nActive + next);
+    CopyRow(run, i, ++next);
+    if (run.switches.iUseAmplitude == 1) CopyRow(run, run.observations.nObsRows + i, nActive + next);
   }
 }
 
-void BuildDelta(int nActive, int rows, const OffsetVector<double>& velocity,
+void BuildDelta(Run& run, int nActive, int rows, const OffsetVector<double>& velocity,
                 const OffsetVector<double>& amplitude) {
   run.update.deltaVel = OffsetVector<double>(1, rows);
   int next = 0;
@@ -97,7 +97,7 @@ ColumnMatrix Transposed(const ColumnMatrix& a) {
 }
 
 /// Distance of the present model from the prior one.
-OffsetVector<double> FromPrior() {
+OffsetVector<double> FromPrior(const Run& run) {
   OffsetVector<double> d(1, run.parameters.nModelParm);
   for (int p = 1; p <= run.parameters.nModelParm; ++p)
     d[p] = run.parameters.rModel[p] - run.parameters.rModelPrior[p];
@@ -105,16 +105,16 @@ OffsetVector<double> FromPrior() {
 }
 
 /// deltaVel less what the prior model alone would leave: the residual that Weight is applied to.
-OffsetVector<double> ResidualFromPrior() {
+OffsetVector<double> ResidualFromPrior(const Run& run) {
   OffsetVector<double> left = run.update.deltaVel;
-  const OffsetVector<double> moved = Times(run.update.GActive, FromPrior());
+  const OffsetVector<double> moved = Times(run.update.GActive, FromPrior(run));
   for (int r = 1; r <= left.hi(); ++r) left[r] -= moved[r];
   return left;
 }
 
 /// Fewer data than unknowns: the square system has an equation for each datum. Kept: it has the prior term,
 /// which the same scheme has not where there are more data.
-void SolveInDataSpace(Listener& listener) {
+void SolveInDataSpace(Run& run, Listener& listener) {
   listener.Process("Calculating Weight matrix...");
   const ColumnMatrix CmGt = Product(run.parameters.Cm, Transposed(run.update.GActive));
   ColumnMatrix A = Product(run.update.GActive, CmGt);
@@ -122,11 +122,11 @@ void SolveInDataSpace(Listener& listener) {
   run.update.InvHData = ColumnMatrix(A.rows(), A.rows());
   Invert(A, run.update.InvHData, listener);
   run.update.Weight = Product(CmGt, run.update.InvHData);
-  run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior());
+  run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior(run));
 }
 
 /// Hessian Gt InvCd G + InvCm. @return Gt InvCd
-ColumnMatrix BuildHessian(Listener& listener) {
+ColumnMatrix BuildHessian(Run& run, Listener& listener) {
   listener.Process("Calculating Hessian matrix...");
   const int rows = run.update.GActive.rows(), m = run.parameters.nModelParm;
   run.update.InvCd = DiagonalMatrix(rows);
@@ -144,21 +144,21 @@ ColumnMatrix BuildHessian(Listener& listener) {
 }
 
 /// Weight and correction from InvH, by the scheme.
-void CorrectInModelSpace(const ColumnMatrix& T) {
+void CorrectInModelSpace(Run& run, const ColumnMatrix& T) {
   run.update.Weight = Product(run.update.InvH, T);
   switch (run.switches.iInvScheme) {
     case kDamped:
     case kDampedPrior: {
       OffsetVector<double> v = Times(T, run.update.deltaVel);
       if (run.switches.iInvScheme == kDampedPrior) {
-        const OffsetVector<double> pull = Times(run.update.InvCm, FromPrior());
+        const OffsetVector<double> pull = Times(run.update.InvCm, FromPrior(run));
         AddScaled(v.shifted(), pull.shifted(), 1.0, run.parameters.nModelParm);
       }
       run.update.deltaModel = Times(run.update.InvH, v);
       break;
     }
     case kPrior:
-      run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior());
+      run.update.deltaModel = Times(run.update.Weight, ResidualFromPrior(run));
       break;
     case kLeastSquares:
       run.update.deltaModel = Times(run.update.Weight, run.update.deltaVel);
@@ -170,10 +170,10 @@ void CorrectInModelSpace(const ColumnMatrix& T) {
 }
 
 /// From the weights on: resolution, bounds, the new layers.
-MoveResult Apply(const OffsetVector<double>& velocity, Listener& listener) {
-  const bool finite = CorrectionIsFinite();
+MoveResult Apply(Run& run, const OffsetVector<double>& velocity, Listener& listener) {
+  const bool finite = CorrectionIsFinite(run);
   if (finite) FS_SaveGaussParam(run, run.update.GActive, velocity, listener);
-  MoveResult result = MoveModel(listener);
+  MoveResult result = MoveModel(run, listener);
   if (!finite)
     result.refusal =
         "The correction of the model is not finite: a parameter has no influence on the curve and "
@@ -181,48 +181,48 @@ MoveResult Apply(const OffsetVector<double>& velocity, Listener& listener) {
   return result;
 }
 
-MoveResult UpdateInModelSpace(const OffsetVector<double>& velocity, Listener& listener) {
-  const ColumnMatrix T = BuildHessian(listener);
+MoveResult UpdateInModelSpace(Run& run, const OffsetVector<double>& velocity, Listener& listener) {
+  const ColumnMatrix T = BuildHessian(run, listener);
   listener.Process("Calculating Weight matrix...");
   if (run.switches.iUseSVD == 0) {
     Invert(run.update.Hessian, run.update.InvH, listener);
-    CorrectInModelSpace(T);
-    return Apply(velocity, listener);
+    CorrectInModelSpace(run, T);
+    return Apply(run, velocity, listener);
   }
-  TruncatedSolve solve;
+  TruncatedSolve solve(run);
   for (;;) {
-    CorrectInModelSpace(T);
-    MoveResult result = Apply(velocity, listener);
+    CorrectInModelSpace(run, T);
+    MoveResult result = Apply(run, velocity, listener);
     if (result.move != Move::kViolated) return result;
     solve.Tighten(result.violations);
   }
 }
 
-MoveResult UpdateInDataSpace(const OffsetVector<double>& velocity, Listener& listener) {
-  SolveInDataSpace(listener);
-  return Apply(velocity, listener);
+MoveResult UpdateInDataSpace(Run& run, const OffsetVector<double>& velocity, Listener& listener) {
+  SolveInDataSpace(run, listener);
+  return Apply(run, velocity, listener);
 }
 
 }  // namespace
 
-Refusal FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+Refusal FS_MaxLiklihood(Run& run, const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
                         Listener& listener) {
   run.switches.iDumpMatrices = 0;
-  const int nActive = CountActive();
+  const int nActive = CountActive(run);
   if (nActive == 0)
     return Refusal::Titled(kWarningTitle,
                            "Warning: No velocities are calculated at all the given frequencies.\n");
   const int rows = run.switches.iUseAmplitude == 1 ? 2 * nActive : nActive;
-  BuildActive(nActive, rows);
-  FS_Setup_Cm();
-  BuildDelta(nActive, rows, velocity, amplitude);
+  BuildActive(run, nActive, rows);
+  FS_Setup_Cm(run);
+  BuildDelta(run, nActive, rows, velocity, amplitude);
 
   const int fullRows = run.observations.nObsRows, fullLd = run.observations.ldObs;
   run.observations.nObsRows = nActive;
   run.observations.ldObs = rows;
-  MoveResult result = rows < run.parameters.nModelParm ? UpdateInDataSpace(velocity, listener)
-                                                       : UpdateInModelSpace(velocity, listener);
-  if (run.switches.iDumpMatrices == 1) DumpUpdate(velocity, listener);
+  MoveResult result = rows < run.parameters.nModelParm ? UpdateInDataSpace(run, velocity, listener)
+                                                       : UpdateInModelSpace(run, velocity, listener);
+  if (run.switches.iDumpMatrices == 1) DumpUpdate(run, velocity, listener);
   if (result.move == Move::kTrapped) return result.refusal;  // Kept: with the numbers of the rows in use
   run.observations.nObsRows = fullRows;
   run.observations.ldObs = fullLd;

@@ -1,11 +1,12 @@
 // max_likelihood.h - the model update that an inversion repeats.
 //
-// Callers: the step of an inversion. Works on `run`; owns no state. Method:
+// Callers: the step of an inversion. Owns no state. Method:
 // linearised maximum likelihood (Tarantola and Valette, 1982; Menke, 1984). What belongs to it stands beside
 // it: update_bounds.h, truncated_solve.h, update_dump.h.
 #pragma once
 
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
 #include "runtime/listener.h"
 #include "runtime/refusal.h"
 
@@ -19,7 +20,7 @@ namespace sondera {
 /// the flags say. So the velocities have to be 0 where a row is out: see CurveOfActiveRows.
 /// Refused: no row left, a correction that is not finite (the model stays), or trapped at a bound (nObsRows and
 /// ldObs stay at the numbers of rows in use).
-Refusal FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+Refusal FS_MaxLiklihood(Run& run, const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
                         Listener& listener);
 
 }  // namespace sondera

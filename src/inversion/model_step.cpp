@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kSwitchSvd = 0;  // place in Switches::reportSwitch
 
 /// Singular values of the sensitivities, with both sides.
-void ReportSingularValues(Listener& listener) {
+void ReportSingularValues(const Run& run, Listener& listener) {
   const int rows = run.update.GMatrix.rows(), m = run.parameters.nModelParm;
   ReportFile file(run.switches, ".svd");
   file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.course.iCurIterNo));
@@ -41,29 +41,30 @@ void ReportSingularValues(Listener& listener) {
 }
 
 /// One update from these curves, with the deviations that it is to have.
-Refusal UpdateModel(const Evaluation& e, bool huber, Listener& listener) {
+Refusal UpdateModel(Run& run, const Evaluation& e, bool huber, Listener& listener) {
   const DiagonalMatrix given = run.observations.Cd;
   const OffsetVector<double> curve = CurveOfActiveRows(run.observations, e.vel);
   if (huber) run.observations.Cd = HuberCovariance(run.observations, run.switches, curve);
-  Refusal result = FS_MaxLiklihood(curve, e.amp, listener);
+  Refusal result = FS_MaxLiklihood(run, curve, e.amp, listener);
   run.observations.Cd = given;
   return result;
 }
 
 }  // namespace
 
-Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
+Advance AdvanceModel(Run& run, Evaluation& e, const InversionSettings& settings, RunListener& listener) {
   const ModelState from = PresentModel(run.ground, run.parameters);
-  if (FS_Gmatrix(settings, listener)) return Advance::kHalted;
-  if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues(listener);
-  if (const Refusal refusal = UpdateModel(e, settings.HUBERWEIGHTS, listener)) {
+  if (FS_Gmatrix(run, settings, listener)) return Advance::kHalted;
+  if (run.switches.reportSwitch[kSwitchSvd]) ReportSingularValues(run, listener);
+  if (const Refusal refusal = UpdateModel(run, e, settings.HUBERWEIGHTS, listener)) {
     listener.Tell(refusal);
     return Advance::kFailed;
   }
   listener.Process("Evaluating the updated layer system...");
   if (settings.STEPCONTROL)
-    return EvaluateControlled(from, e, settings.HUBERWEIGHTS, listener) ? Advance::kMoved : Advance::kKept;
-  e.Sweep(listener);
+    return EvaluateControlled(run, from, e, settings.HUBERWEIGHTS, listener) ? Advance::kMoved
+                                                                             : Advance::kKept;
+  e.Sweep(run, listener);
   return Advance::kMoved;
 }
 

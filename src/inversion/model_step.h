@@ -1,6 +1,6 @@
 // model_step.h - one step of an inversion: sensitivities, update, and the curve of the new model.
 //
-// Callers: the run of an inversion and its further starts. Works on `run`; owns no state.
+// Callers: the run of an inversion and its further starts. Owns no state.
 #pragma once
 
 #include "inversion/evaluation.h"
@@ -17,6 +17,6 @@ enum class Advance {
 
 /// Sensitivities, update, and the curve of the new model.
 /// @param[in,out] e  curve of the present model, then of the new one
-Advance AdvanceModel(Evaluation& e, const InversionSettings& settings, RunListener& listener);
+Advance AdvanceModel(Run& run, Evaluation& e, const InversionSettings& settings, RunListener& listener);
 
 }  // namespace sondera

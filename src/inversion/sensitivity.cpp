@@ -34,7 +34,7 @@ struct Sweeps {
 };
 
 /// Column p by a central difference. Refused when halted: the value stays perturbed.
-Refusal FillColumn(double& value, double step, int p, Sweeps& sweeps, RunListener& listener) {
+Refusal FillColumn(Run& run, double& value, double step, int p, Sweeps& sweeps, RunListener& listener) {
   value += step;
   if (Refusal halt = SweepWithData(PartsOfSweep(run), listener, sweeps.plusVel, sweeps.plusAmp)) return halt;
   value += -2.0 * step;
@@ -50,7 +50,7 @@ Refusal FillColumn(double& value, double step, int p, Sweeps& sweeps, RunListene
   return {};
 }
 
-Refusal FillColumnsOfLayer(int l, Sweeps& sweeps, RunListener& listener) {
+Refusal FillColumnsOfLayer(Run& run, int l, Sweeps& sweeps, RunListener& listener) {
   // All steps belong to the layer as it came, whatever the other quantities' columns leave by rounding.
   double steps[kQuantities] = {};
   for (int q = 0; q < kQuantities; ++q)
@@ -63,14 +63,14 @@ Refusal FillColumnsOfLayer(int l, Sweeps& sweeps, RunListener& listener) {
     message += quantity.name;
     listener.Process(message);
     if (quantity.number == kQuantityH && l >= run.ground.nLayersCur) continue;
-    if (Refusal halt = FillColumn((run.ground.*quantity.values)[l], steps[q], p, sweeps, listener))
+    if (Refusal halt = FillColumn(run, (run.ground.*quantity.values)[l], steps[q], p, sweeps, listener))
       return halt;
   }
   return {};
 }
 
 /// Derivatives by one quantity, a line for each row of the observations.
-void ReportQuantity(ReportFile& file, const char* head, int quantity, int firstRow) {
+void ReportQuantity(const Run& run, ReportFile& file, const char* head, int quantity, int firstRow) {
   file.Put(head);
   for (int r = 1; r <= run.observations.nObsRows; ++r) {
     bool any = false;
@@ -86,17 +86,17 @@ void ReportQuantity(ReportFile& file, const char* head, int quantity, int firstR
 
 /// Kept: the third and fourth block hold rows 3 and 4 of the map, which are Vp and density, whatever their
 /// heads say.
-void ReportMatrix(Listener& listener) {
+void ReportMatrix(const Run& run, Listener& listener) {
   ReportFile file(run.switches, ".G");
-  ReportQuantity(file, "pdf of Velocity wrt Thickness\n", 1, 0);
-  ReportQuantity(file, "pdf of Velocity wrt Shear Wave Velocity\n", 2, 0);
-  ReportQuantity(file, "pdf of Velocity wrt Unit Weight\n", 3, 0);
-  ReportQuantity(file, "pdf of Velocity wrt Poisson's Ratio\n", 4, 0);
+  ReportQuantity(run, file, "pdf of Velocity wrt Thickness\n", 1, 0);
+  ReportQuantity(run, file, "pdf of Velocity wrt Shear Wave Velocity\n", 2, 0);
+  ReportQuantity(run, file, "pdf of Velocity wrt Unit Weight\n", 3, 0);
+  ReportQuantity(run, file, "pdf of Velocity wrt Poisson's Ratio\n", 4, 0);
   if (run.switches.iUseAmplitude == 1) {
-    ReportQuantity(file, "pdf of Amplitude wrt Thickness\n", 1, run.observations.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Shear Wave Velocity\n", 2, run.observations.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Unit Weight\n", 3, run.observations.nObsRows);
-    ReportQuantity(file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.observations.nObsRows);
+    ReportQuantity(run, file, "pdf of Amplitude wrt Thickness\n", 1, run.observations.nObsRows);
+    ReportQuantity(run, file, "pdf of Amplitude wrt Shear Wave Velocity\n", 2, run.observations.nObsRows);
+    ReportQuantity(run, file, "pdf of Amplitude wrt Unit Weight\n", 3, run.observations.nObsRows);
+    ReportQuantity(run, file, "pdf of Amplitude wrt Poisson's Ratio\n", 4, run.observations.nObsRows);
   }
   file.Append(listener);
 }
@@ -112,13 +112,13 @@ void RenewDensityAndNu(const InversionSettings& settings, LayeredGround& ground)
   }
 }
 
-Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener) {
+Refusal FS_Gmatrix(Run& run, const InversionSettings& settings, RunListener& listener) {
   listener.Process("Calculating G matrix");
   RenewDensityAndNu(settings, run.ground);
   Sweeps sweeps;
   for (int l = 1; l <= run.ground.nLayersCur; ++l)
-    if (Refusal halt = FillColumnsOfLayer(l, sweeps, listener)) return halt;
-  if (run.switches.reportSwitch[kSwitchG]) ReportMatrix(listener);
+    if (Refusal halt = FillColumnsOfLayer(run, l, sweeps, listener)) return halt;
+  if (run.switches.reportSwitch[kSwitchG]) ReportMatrix(run, listener);
   return {};
 }
 

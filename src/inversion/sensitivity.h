@@ -1,6 +1,6 @@
 // sensitivity.h - derivatives of the computed phase velocities by the free model parameters.
 //
-// Callers: the iteration of an inversion, once at its start. Works on `run`; owns no state. Nearly all of a
+// Callers: the iteration of an inversion, once at its start. Owns no state. Nearly all of a
 // run's time is spent here: two sweeps of the forward solver for each free parameter. Each perturbed layer
 // changes every mesh, so that nothing is carried over from one sweep to the next.
 #pragma once
@@ -8,6 +8,7 @@
 #include "forward/layered_ground.h"
 #include "inversion/inversion_settings.h"
 #include "run/run_listener.h"
+#include "run/system_state.h"
 #include "runtime/refusal.h"
 
 namespace sondera {
@@ -21,6 +22,6 @@ void RenewDensityAndNu(const InversionSettings& settings, LayeredGround& ground)
 /// values are restored by adding the step back, so up to rounding. A row without a velocity in one of the
 /// sweeps is flagged in run.observations.iNoVelocity by it; its derivatives mean nothing.
 /// @return refused, without a reason, when halted: the perturbed value and the unfinished matrix stay as they stand
-Refusal FS_Gmatrix(const InversionSettings& settings, RunListener& listener);
+Refusal FS_Gmatrix(Run& run, const InversionSettings& settings, RunListener& listener);
 
 }  // namespace sondera

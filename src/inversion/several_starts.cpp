@@ -21,8 +21,9 @@ constexpr double kRayleighOverShear = 0.93;
 /// Keeps what the starts change, and puts it back.
 class RunKeeper {
  public:
-  RunKeeper()
-      : model_(PresentModel(run.ground, run.parameters)),
+  explicit RunKeeper(Run& run)
+      : run_(run),
+        model_(PresentModel(run.ground, run.parameters)),
         prior_(run.parameters.rModelPrior),
         out_(run.observations.iNoVelocity),
         switches_(run.switches.reportSwitch),
@@ -32,18 +33,19 @@ class RunKeeper {
     run.switches.reportSwitch = {};
   }
   ~RunKeeper() {
-    PutModelBack(model_, run.ground, run.parameters);
-    run.parameters.rModelPrior = prior_;
-    run.observations.iNoVelocity = out_;
-    run.switches.reportSwitch = switches_;
-    run.course.iCurIterNo = iteration_;
-    run.course.iTrapCount = traps_;
-    run.switches.withoutResults = false;
+    PutModelBack(model_, run_.ground, run_.parameters);
+    run_.parameters.rModelPrior = prior_;
+    run_.observations.iNoVelocity = out_;
+    run_.switches.reportSwitch = switches_;
+    run_.course.iCurIterNo = iteration_;
+    run_.course.iTrapCount = traps_;
+    run_.switches.withoutResults = false;
   }
   RunKeeper(const RunKeeper&) = delete;
   RunKeeper& operator=(const RunKeeper&) = delete;
 
  private:
+  Run& run_;
   ModelState model_;
   OffsetVector<double> prior_;
   OffsetVector<int> out_;
@@ -51,19 +53,19 @@ class RunKeeper {
   int iteration_, traps_;
 };
 
-std::vector<double> PresentVs() {
+std::vector<double> PresentVs(const Run& run) {
   std::vector<double> Vs;
   for (int l = 1; l <= run.ground.nLayersCur; ++l) Vs.push_back(run.ground.layerVs[l]);
   return Vs;
 }
 
-bool AnyVsIsFree() {
+bool AnyVsIsFree(const Run& run) {
   for (int l = 1; l <= run.ground.nLayersCur; ++l)
     if (run.parameters.MapEntry(kQuantityVs, l) != 0) return true;
   return false;
 }
 
-void PutUniform(const ModelState& given, double Vs, const InversionSettings& settings) {
+void PutUniform(Run& run, const ModelState& given, double Vs, const InversionSettings& settings) {
   PutModelBack(given, run.ground, run.parameters);
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     const int p = run.parameters.MapEntry(kQuantityVs, l);
@@ -77,21 +79,21 @@ void PutUniform(const ModelState& given, double Vs, const InversionSettings& set
 }
 
 /// All iterations from the present model. false when halted, or after a message.
-bool IterateFrom(int number, int iterations, const InversionSettings& settings, RunListener& listener,
-                 Evaluation& e) {
+bool IterateFrom(Run& run, int number, int iterations, const InversionSettings& settings,
+                 RunListener& listener, Evaluation& e) {
   run.course.iCurIterNo = 0;
-  e.Sweep(listener);
+  e.Sweep(run, listener);
   bool going = !e.halted;
   for (int k = 1; going && k <= iterations; ++k) {
     run.course.iCurIterNo = k;
     listener.Status(
         FormatText("Inv. Analysis: start %d of %zu, Iter. No = %d", number, std::size(kStartRatios) + 1, k));
-    const Advance advance = AdvanceModel(e, settings, listener);
+    const Advance advance = AdvanceModel(run, e, settings, listener);
     if (advance == Advance::kKept) break;
     if (advance == Advance::kHalted) e.halted = true;
     going = advance == Advance::kMoved && !e.halted;
   }
-  e.Judge();
+  e.Judge(run);
   return going;
 }
 
@@ -132,24 +134,24 @@ void ClearStartSpread() {
   inversionState.spread = StartSpread{};
 }
 
-Refusal TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
+Refusal TryOtherStarts(Run& run, const ModelState& given, const Evaluation& end, int iterations,
                        const InversionSettings& settings, RunListener& listener) {
   StartSpread& spread = inversionState.spread;
   const double site = SiteVelocity(run.observations);
-  if (!AnyVsIsFree() || site <= 0.0) return {};
-  spread = {run.course.iCurIterNo, {{0.0, end.chi, PresentVs()}}, {}, {}};
-  const RunKeeper keeper;
+  if (!AnyVsIsFree(run) || site <= 0.0) return {};
+  spread = {run.course.iCurIterNo, {{0.0, end.chi, PresentVs(run)}}, {}, {}};
+  const RunKeeper keeper(run);
   int number = 1;
   for (const double ratio : kStartRatios) {
     Evaluation e;
-    PutUniform(given, ratio * site, settings);
-    const bool finished = IterateFrom(++number, iterations, settings, listener, e);
+    PutUniform(run, given, ratio * site, settings);
+    const bool finished = IterateFrom(run, ++number, iterations, settings, listener, e);
     if (e.halted) {
       ClearStartSpread();
       return Refusal::WithoutReason();
     }
     if (finished && std::isfinite(e.chi) && e.chi >= 0.0)
-      spread.results.push_back({ratio * site, e.chi, PresentVs()});
+      spread.results.push_back({ratio * site, e.chi, PresentVs(run)});
   }
   FindExtremes();
   NoteSpread();

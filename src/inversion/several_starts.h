@@ -25,7 +25,7 @@ double SiteVelocity(const Observations& observations);
 /// @param given  starting model of the run
 /// @param end    curve at its end
 /// @return refused, without a reason, when halted: no spread then
-Refusal TryOtherStarts(const ModelState& given, const Evaluation& end, int iterations,
+Refusal TryOtherStarts(Run& run, const ModelState& given, const Evaluation& end, int iterations,
                        const InversionSettings& settings, RunListener& listener);
 
 void ClearStartSpread();

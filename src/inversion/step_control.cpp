@@ -29,14 +29,14 @@ bool StepIsGood(const Observations& observations, const OffsetVector<double>& be
   return found > 0 && inUse - found <= kMostLostRows * inUse && sumAfter <= sumBefore;
 }
 
-bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber, RunListener& listener) {
+bool EvaluateControlled(Run& run, const ModelState& from, Evaluation& e, bool huber, RunListener& listener) {
   const OffsetVector<int> out = run.observations.iNoVelocity;
   const ModelState full = PresentModel(run.ground, run.parameters);
   double part = 1.0;
   for (int halvings = 0; halvings <= kMostHalvings; ++halvings, part *= 0.5) {
     if (halvings > 0) PutModelBetween(from, full, part, run.ground, run.parameters);
     Evaluation trial;
-    trial.Sweep(listener);
+    trial.Sweep(run, listener);
     if (trial.halted || StepIsGood(run.observations, e.vel, trial.vel, out, huber)) {
       e = std::move(trial);
       return true;

@@ -1,7 +1,7 @@
 // step_control.h - no step of an inversion makes the fit worse.
 //
 // The curve is not linear in the model, and the even mesh of the point-load solver jumps with the wavelength:
-// a full step may end above where it began. Callers: the step of an inversion. Works on `run`; owns no state.
+// a full step may end above where it began. Callers: the step of an inversion. Owns no state.
 #pragma once
 
 #include "inversion/evaluation.h"
@@ -24,6 +24,6 @@ bool StepIsGood(const Observations& observations, const OffsetVector<double>& be
 /// @param from  model before the sensitivities, whose curve `e` holds
 /// @param[in,out] e  then the curve of the model that stands
 /// @return false when no part of the step was good: the model is `from` again
-bool EvaluateControlled(const ModelState& from, Evaluation& e, bool huber, RunListener& listener);
+bool EvaluateControlled(Run& run, const ModelState& from, Evaluation& e, bool huber, RunListener& listener);
 
 }  // namespace sondera

@@ -1,12 +1,13 @@
 // truncated_solve.h - pseudo-inverse of the Hessian from its larger singular values.
 //
-// Callers: the update of an inversion with run.switches.iUseSVD on, which no control sets. Works on `run`; the object
+// Callers: the update of an inversion with run.switches.iUseSVD on, which no control sets. The object
 // lives for one update. Kept: it is chatty on standard output, and ends the process with status 1 when its
 // limit of the singular value ratio has no room left.
 #pragma once
 
 #include "numeric/column_matrix.h"
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -15,7 +16,7 @@ namespace sondera {
 class TruncatedSolve {
  public:
   /// Decomposes and makes InvH from the values before the first one whose ratio w(1)/w(k) reaches run.switches.epsSVD.
-  TruncatedSolve();
+  explicit TruncatedSolve(Run& run);
   /// Puts run.switches.epsSVD back to what it was at the start.
   ~TruncatedSolve();
   TruncatedSolve(const TruncatedSolve&) = delete;
@@ -30,6 +31,7 @@ class TruncatedSolve {
   void Loosen();
   void Invert(int violations);
 
+  Run& run_;
   ColumnMatrix U_, V_;
   OffsetVector<double> w_;
   double entryEps_;

@@ -18,18 +18,18 @@ constexpr const char* kTrapTitle = "Sondera 2";
 constexpr int kMostClamps = 3;
 constexpr double kFactorIsZero = 1e-12;
 
-int QuantityOf(int p) {
+int QuantityOf(const Run& run, int p) {
   int layer = 1, quantity = 1;
-  FS_ModelNoToLayerNo(p, layer, quantity);
+  FS_ModelNoToLayerNo(run, p, layer, quantity);
   return quantity;
 }
 
-double Base(int p) {
+double Base(const Run& run, int p) {
   return run.switches.iInvScheme == kPrior ? run.parameters.rModelPrior[p] : run.parameters.rModel[p];
 }
 
 /// Part of the step that keeps every parameter inside; counts those outside at the full step.
-double StepFactor(int& violations) {
+double StepFactor(const Run& run, int& violations) {
   double factor = 1.0;
   violations = 0;
   const auto shorten = [&](double room, double step) {
@@ -38,10 +38,10 @@ double StepFactor(int& violations) {
     if (part < factor) factor = part;
   };
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
-    const auto q = static_cast<std::size_t>(QuantityOf(p));
-    const double step = run.update.deltaModel[p], moved = Base(p) - step;
-    if (moved <= run.parameters.parmMin[q]) shorten(Base(p) - run.parameters.parmMin[q], step);
-    if (moved >= run.parameters.parmMax[q]) shorten(Base(p) - run.parameters.parmMax[q], step);
+    const auto q = static_cast<std::size_t>(QuantityOf(run, p));
+    const double step = run.update.deltaModel[p], moved = Base(run, p) - step;
+    if (moved <= run.parameters.parmMin[q]) shorten(Base(run, p) - run.parameters.parmMin[q], step);
+    if (moved >= run.parameters.parmMax[q]) shorten(Base(run, p) - run.parameters.parmMax[q], step);
   }
   return std::fabs(factor) < kFactorIsZero ? 0.0 : factor;
 }
@@ -64,11 +64,11 @@ Refusal Trapped(int quantity, bool atMinimum, double unclamped) {
 }
 
 /// Full step, parameters outside held at their bound. Refused when that happens too often.
-Refusal ClampModel() {
+Refusal ClampModel(Run& run) {
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
-    const int quantity = QuantityOf(p);
+    const int quantity = QuantityOf(run, p);
     const auto q = static_cast<std::size_t>(quantity);
-    const double moved = Base(p) - run.update.deltaModel[p];
+    const double moved = Base(run, p) - run.update.deltaModel[p];
     double held = moved;
     if (moved <= run.parameters.parmMin[q] || moved >= run.parameters.parmMax[q]) {
       const bool atMinimum = moved <= run.parameters.parmMin[q];
@@ -82,8 +82,8 @@ Refusal ClampModel() {
 
 /// Part of the step for all parameters alike. Refused, the model untouched, when a value would not be finite: a
 /// start outside its bounds that the step hardly moves makes the factor as large as can be.
-Refusal StepModel(double factor) {
-  const auto moved = [factor](int p) { return Base(p) - run.update.deltaModel[p] * factor; };
+Refusal StepModel(Run& run, double factor) {
+  const auto moved = [&run, factor](int p) { return Base(run, p) - run.update.deltaModel[p] * factor; };
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     if (std::isfinite(moved(p))) continue;
     return "The step of the model is not finite: a value of the starting model lies outside its bounds "
@@ -123,22 +123,22 @@ void LayersFromModel(const Parameters& parameters, LayeredGround& ground) {
   CompleteLayers(ground);
 }
 
-bool CorrectionIsFinite() {
+bool CorrectionIsFinite(const Run& run) {
   return std::all_of(run.update.deltaModel.begin(), run.update.deltaModel.end(),
                      [](double x) { return std::isfinite(x); });
 }
 
-MoveResult MoveModel(Listener& listener) {
-  if (!CorrectionIsFinite()) return {Move::kNotFinite, {}, 0};
+MoveResult MoveModel(Run& run, Listener& listener) {
+  if (!CorrectionIsFinite(run)) return {Move::kNotFinite, {}, 0};
   if (run.course.iCurIterNo == 1) run.course.iTrapCount = 0;
   MoveResult result;
-  const double factor = StepFactor(result.violations);
+  const double factor = StepFactor(run, result.violations);
   const bool dataSpace = run.update.GActive.rows() < run.parameters.nModelParm;  // nothing is truncated there
   if (run.switches.iUseSVD == 1 && !dataSpace && result.violations >= 1) {
     result.move = Move::kViolated;
     return result;
   }
-  result.refusal = factor != 0.0 ? StepModel(factor) : ClampModel();
+  result.refusal = factor != 0.0 ? StepModel(run, factor) : ClampModel(run);
   if (result.refusal) {
     result.move = factor != 0.0 ? Move::kNotFinite : Move::kTrapped;
     return result;

@@ -1,6 +1,6 @@
 // update_bounds.h - the step of an update, held inside the bounds of the model.
 //
-// Callers: the update of an inversion. Works on `run`; owns no state besides run.course.iTrapCount.
+// Callers: the update of an inversion. Owns no state besides run.course.iTrapCount.
 #pragma once
 
 #include "run/system_state.h"
@@ -23,7 +23,7 @@ struct MoveResult {
 };
 
 /// Whether every element of run.update.deltaModel is finite.
-bool CorrectionIsFinite();
+bool CorrectionIsFinite(const Run& run);
 
 /// Writes rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
 /// one that is not physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not
@@ -36,6 +36,6 @@ void LayersFromModel(const Parameters& parameters, LayeredGround& ground);
 /// at their bound. The layers follow by LayersFromModel.
 /// A start outside its bounds gives whatever the factor comes to, a negative one among others; one that
 /// takes the model beyond all numbers is refused.
-MoveResult MoveModel(Listener& listener);
+MoveResult MoveModel(Run& run, Listener& listener);
 
 }  // namespace sondera

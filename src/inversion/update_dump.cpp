@@ -49,7 +49,7 @@ void PrintVector(const char* head, int n, Element element) {
   for (int i = 1; i <= n; ++i) std::printf("%lg\n", element(i));
 }
 
-std::string VelocityTable(const OffsetVector<double>& velocity) {
+std::string VelocityTable(const Run& run, const OffsetVector<double>& velocity) {
   std::string text = "compvel\tobsvel\n";
   // Cd has the rows of the run; nObsRows counts those in use while an update is made.
   const int rows =
@@ -61,10 +61,10 @@ std::string VelocityTable(const OffsetVector<double>& velocity) {
 
 }  // namespace
 
-void DumpUpdate(const OffsetVector<double>& velocity, Listener& listener) {
+void DumpUpdate(const Run& run, const OffsetVector<double>& velocity, Listener& listener) {
   DumpFiles files(listener);
   const int rows = run.update.CdActive.size();
-  files.Text("compvel_obsvel.dat", VelocityTable(velocity));
+  files.Text("compvel_obsvel.dat", VelocityTable(run, velocity));
   files.Matrix("Cm", run.parameters.Cm);
   files.Vector("DeltaVel", run.update.deltaVel);
   files.Matrix("G", run.update.GActive);
@@ -73,18 +73,20 @@ void DumpUpdate(const OffsetVector<double>& velocity, Listener& listener) {
   files.Matrix("Weight", run.update.Weight);
   files.Matrix("InvCd", run.update.InvCd.size(), run.update.InvCd.size(), "%le \t", run.update.InvCd);
   files.Matrix("Gt_Cdi", run.update.InvCd.size() == rows ? run.update.GActive.cols() : 0, rows, "%le \t",
-               [](int p, int r) { return run.update.GActive(r, p) * run.update.InvCd.diag(r); });
+               [&run](int p, int r) { return run.update.GActive(r, p) * run.update.InvCd.diag(r); });
   files.Matrix("InvCm", run.update.InvCm);
   files.Vector("DeltaModel", run.update.deltaModel);
   files.Matrix(run.switches.baseName + ".sh", run.update.Hessian);
 
   std::printf("iCurIterNo ... %ld\n", static_cast<long>(run.course.iCurIterNo));
-  PrintVector("rModel ... \n", run.parameters.rModel.size(), [](int i) { return run.parameters.rModel[i]; });
-  PrintVector("delta Vel... \n", run.update.deltaVel.size(), [](int i) { return run.update.deltaVel[i]; });
-  PrintVector("Cd ... \n", rows, [](int i) { return run.update.CdActive.diag(i); });
-  PrintVector("Cm ... \n", run.parameters.Cm.rows(), [](int i) { return run.parameters.Cm(i, i); });
+  PrintVector("rModel ... \n", run.parameters.rModel.size(),
+              [&run](int i) { return run.parameters.rModel[i]; });
+  PrintVector("delta Vel... \n", run.update.deltaVel.size(),
+              [&run](int i) { return run.update.deltaVel[i]; });
+  PrintVector("Cd ... \n", rows, [&run](int i) { return run.update.CdActive.diag(i); });
+  PrintVector("Cm ... \n", run.parameters.Cm.rows(), [&run](int i) { return run.parameters.Cm(i, i); });
   PrintVector("delta rModel ... \n", run.update.deltaModel.size(),
-              [](int i) { return run.update.deltaModel[i]; });
+              [&run](int i) { return run.update.deltaModel[i]; });
 }
 
 }  // namespace sondera

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
 #include "runtime/listener.h"
 
 namespace sondera {
@@ -14,6 +15,6 @@ namespace sondera {
 /// diagonals and correction. Hessian and Cm are shown as the update leaves them, as LU factors.
 /// A file that cannot be written is told and left out.
 /// @param velocity  computed velocity by observation row
-void DumpUpdate(const OffsetVector<double>& velocity, Listener& listener);
+void DumpUpdate(const Run& run, const OffsetVector<double>& velocity, Listener& listener);
 
 }  // namespace sondera

@@ -6,7 +6,6 @@
 #include <cstdlib>
 
 #include "run/model_numbers.h"
-#include "run/system_state.h"
 
 namespace sondera {
 namespace {
@@ -85,12 +84,12 @@ int SetUpArrayRows() {
 }
 
 /// Depth of the middle of each layer.
-OffsetVector<double> MidDepths() {
-  OffsetVector<double> z(1, run.ground.nLayersCur);
+OffsetVector<double> MidDepths(const LayeredGround& ground) {
+  OffsetVector<double> z(1, ground.nLayersCur);
   double bottom = 0.0;
-  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
-    bottom += run.ground.layerH[l];
-    z[l] = bottom - 0.5 * run.ground.layerH[l];
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
+    bottom += ground.layerH[l];
+    z[l] = bottom - 0.5 * ground.layerH[l];
   }
   return z;
 }
@@ -107,20 +106,20 @@ int FS_SetUpObsData(int kind) {
   return 0;
 }
 
-void FS_Setup_Cm() {
+void FS_Setup_Cm(Run& run) {
   const int m = run.parameters.nModelParm;
   if (run.parameters.Cm.rows() != m) run.parameters.Cm = ColumnMatrix(m, m);
   run.parameters.Cm.fill(0.0);
   if (m == 0 || run.parameters.UFModel[1] < 0.0 || run.switches.iInvScheme == kLeastSquares) return;
 
-  const OffsetVector<double> z = MidDepths();
+  const OffsetVector<double> z = MidDepths(run.ground);
   const double scale = kSmoothingPower > 0 ? std::ldexp(1.0, -kSmoothingPower) : 1.0;
   OffsetVector<double> deviation(1, m);
   OffsetVector<int> layer(1, m), quantity(1, m);
   for (int i = 1; i <= m; ++i) {
     const double factor = run.parameters.UFModel[i];
     deviation[i] = factor < 1.0 ? factor * run.parameters.rModel[i] : std::fabs(factor);
-    FS_ModelNoToLayerNo(i, layer[i], quantity[i]);
+    FS_ModelNoToLayerNo(run, i, layer[i], quantity[i]);
   }
   for (int i = 1; i <= m; ++i) {
     run.parameters.Cm(i, i) = scale * scale * deviation[i] * deviation[i];
@@ -135,8 +134,8 @@ void FS_Setup_Cm() {
   }
 }
 
-void FS_RMSerror(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude, double& rmsVel,
-                 double& rmsAmp) {
+void FS_RMSerror(const Run& run, const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+                 double& rmsVel, double& rmsAmp) {
   int n = 0;
   double sum = 0.0, sumAmp = 0.0;
   for (int i = 1; i <= std::min(run.observations.nObsRows, velocity.hi()); ++i) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "numeric/offset_array.h"
+#include "run/system_state.h"
 
 namespace sondera {
 
@@ -23,13 +24,13 @@ int FS_SetUpObsData(int kind);
 /// Fills Cm from UFModel and the model as it stands: a factor below 1 is a ratio of the parameter's value,
 /// one of 1 or more a deviation in the parameter's unit; parameters of one quantity are correlated over depth
 /// where a correlation length is set. All zero when the first factor is negative or for update formula 4.
-void FS_Setup_Cm();
+void FS_Setup_Cm(Run& run);
 
 /// Misfit of a computed curve against the observation rows, over the rows with a computed velocity.
 /// @param[in]  velocity, amplitude  computed values by row
 /// @param[out] rmsVel  root mean square of the difference, length/s (not a ratio); -1 without any such row
 /// @param[out] rmsAmp  the same of amplitudes over the amplitude scale; 0 without amplitudes, -1 as above
-void FS_RMSerror(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude, double& rmsVel,
-                 double& rmsAmp);
+void FS_RMSerror(const Run& run, const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+                 double& rmsVel, double& rmsAmp);
 
 }  // namespace sondera

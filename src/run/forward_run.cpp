@@ -29,7 +29,7 @@ Refusal Prepare(Run& run, const std::string& PROJID, int prePrfType, Listener& l
 Refusal Finish(Run& run, int iProfile, const OffsetVector<double>& vel, const OffsetVector<double>& amp,
                RunListener& listener) {
   double rmsVel = 0.0, rmsAmp = 0.0;
-  FS_RMSerror(vel, amp, rmsVel, rmsAmp);
+  FS_RMSerror(run, vel, amp, rmsVel, rmsAmp);
   listener.Misfit(rmsVel);
   if (Refusal refusal = FS_RefreshDspCurve(run, iProfile, vel, rmsVel)) return refusal;
   if (Refusal refusal = FS_RefreshModelPar(run.ground, iProfile)) return refusal;

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <string>
 
-#include "run/system_state.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -73,7 +72,7 @@ void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listen
   run.parameters.nModelParm = number;
 }
 
-void FS_ModelNoToLayerNo(int number, int& layer, int& quantity) {
+void FS_ModelNoToLayerNo(const Run& run, int number, int& layer, int& quantity) {
   layer = quantity = 1;
   for (int l = 1; l <= run.ground.nLayersCur; ++l) {
     for (int q = 1; q <= kQuantities; ++q) {

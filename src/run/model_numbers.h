@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "run/system_state.h"
 #include "runtime/listener.h"
 
 namespace sondera {
@@ -33,6 +34,6 @@ void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listen
 
 /// Layer and quantity (1 H, 2 Vs, 3 Vp, 4 density) of a parameter. Kept: both are 1 for a number that does
 /// not exist.
-void FS_ModelNoToLayerNo(int number, int& layer, int& quantity);
+void FS_ModelNoToLayerNo(const Run& run, int number, int& layer, int& quantity);
 
 }  // namespace sondera

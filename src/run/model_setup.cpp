@@ -100,7 +100,7 @@ Refusal FS_ReadModelParmF(const ConstrainedLayers& fixed, Listener& listener) {
   std::fill(run.parameters.uncH.begin(), run.parameters.uncH.end(), InvParam.ufH);
   std::fill(run.parameters.uncVs.begin(), run.parameters.uncVs.end(), InvParam.ufVs);
   FS_SystemSetup(run.ground, run.parameters);
-  FS_Setup_Cm();
+  FS_Setup_Cm(run);
   return {};
 }
 

@@ -83,7 +83,7 @@ class EvaluateControlledTest : public KnownSite {
     SetSite();
     InvParam.nEntries = 5;
     Prepare(2);
-    e.Sweep(boxes);
+    e.Sweep(run, boxes);
     from = PresentModel(run.ground, run.parameters);
   }
   /// Model as an update has left it.
@@ -99,8 +99,8 @@ class EvaluateControlledTest : public KnownSite {
 TEST_F(EvaluateControlledTest, GoodStepIsTaken) {
   Begin();
   MoveTo({130.0, 180.0, 260.0});
-  EXPECT_TRUE(EvaluateControlled(from, e, false, boxes));
-  e.Judge();
+  EXPECT_TRUE(EvaluateControlled(run, from, e, false, boxes));
+  e.Judge(run);
   EXPECT_LT(e.rmsVel, 0.01);
   EXPECT_EQ(run.parameters.rModel[3], 260.0);
 }
@@ -108,12 +108,12 @@ TEST_F(EvaluateControlledTest, GoodStepIsTaken) {
 TEST_F(EvaluateControlledTest, StepThatGoesTooFarIsHalved) {
   Begin();
   MoveTo({80.0, 180.0, 340.0});  // twice the way to the ground
-  EXPECT_TRUE(EvaluateControlled(from, e, false, boxes));
+  EXPECT_TRUE(EvaluateControlled(run, from, e, false, boxes));
   EXPECT_EQ(run.parameters.rModel[1], 130.0);
   EXPECT_EQ(run.ground.layerVs[1], 130.0);
   EXPECT_EQ(run.ground.layerVs[3], 260.0);
   EXPECT_NEAR(run.ground.layerVp[3], 260.0 * std::sqrt(2.0 * 0.67 / 0.34), 1e-9);
-  e.Judge();
+  e.Judge(run);
   EXPECT_LT(e.rmsVel, 0.01);
 }
 
@@ -122,7 +122,7 @@ TEST_F(EvaluateControlledTest, StepTheOtherWayIsNotTakenAndLeavesNoTrace) {
   const OffsetVector<double> curve = e.vel;
   run.observations.iNoVelocity[5] = 1;  // out since the sensitivities
   MoveTo({800.0, 180.0, 20.0});
-  EXPECT_FALSE(EvaluateControlled(from, e, false, boxes));
+  EXPECT_FALSE(EvaluateControlled(run, from, e, false, boxes));
   for (int l = 1; l <= 3; ++l) {
     EXPECT_EQ(run.ground.layerVs[l], 180.0);
     EXPECT_EQ(run.parameters.rModel[l], 180.0);
@@ -144,7 +144,7 @@ TEST_F(EvaluateControlledTest, FlagsOfARefusedTrialAreTakenBack) {
     if (sweeps == kPoints) run.observations.runFreq[2] = run.observations.runFreq[3] = 30.0;
   };
   MoveTo({130.0, 180.0, 260.0});
-  EXPECT_TRUE(EvaluateControlled(from, e, false, boxes));
+  EXPECT_TRUE(EvaluateControlled(run, from, e, false, boxes));
   frontEnd.onProcessEvents = nullptr;
   EXPECT_EQ(run.parameters.rModel[1], 155.0);
   EXPECT_EQ(sweeps, 2 * kPoints);

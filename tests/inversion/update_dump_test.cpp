@@ -39,7 +39,7 @@ class UpdateDump : public UpdateTest {
   /// What a dump prints.
   std::string Dump() {
     ::testing::internal::CaptureStdout();
-    DumpUpdate(computed, boxes);
+    DumpUpdate(run, computed, boxes);
     return ::testing::internal::GetCapturedStdout();
   }
 

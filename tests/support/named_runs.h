@@ -10,6 +10,8 @@
 #include "panels/inversion.h"
 #include "panels/run_boxes.h"
 #include "run/analytic_profile.h"
+#include "run/covariances.h"
+#include "run/model_numbers.h"
 #include "run/observations.h"
 #include "run/preliminary_profile.h"
 #include "run/result_entries.h"
@@ -51,13 +53,23 @@ inline int StripLayers(const std::vector<CurvePoint>& curve, double ratio, Layer
 }
 inline int FS_Gmatrix() {
   RunBoxes boxes;
-  return ShowRefusal(FS_Gmatrix(SettingsOfInversion(), boxes));
+  return ShowRefusal(FS_Gmatrix(run, SettingsOfInversion(), boxes));
 }
 inline int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude) {
   RunBoxes boxes;
-  return ShowRefusal(FS_MaxLiklihood(velocity, amplitude, boxes));
+  return ShowRefusal(FS_MaxLiklihood(run, velocity, amplitude, boxes));
 }
 
+inline void FS_Setup_Cm() {
+  FS_Setup_Cm(run);
+}
+inline void FS_RMSerror(const OffsetVector<double>& velocity, const OffsetVector<double>& amplitude,
+                        double& rmsVel, double& rmsAmp) {
+  FS_RMSerror(run, velocity, amplitude, rmsVel, rmsAmp);
+}
+inline void FS_ModelNoToLayerNo(int number, int& layer, int& quantity) {
+  FS_ModelNoToLayerNo(run, number, layer, quantity);
+}
 inline int FS_OpenFiles(int kind) {
   return ShowRefusal(FS_OpenFiles(kind, run.switches));
 }
