@@ -204,6 +204,14 @@ TEST(Architecture, QtStaysInGui) {
   }
 }
 
+TEST(Architecture, OneFileKnowsThePlotLibrary) {
+  std::vector<std::string> files;
+  for (const auto& [path, file] : Sources())
+    for (const std::string& name : file.system)
+      if (name == "qcustomplot.h") files.push_back(path);
+  EXPECT_EQ(files, (std::vector<std::string>{"gui/graph_view.cpp"}));
+}
+
 /// Depth-first search over stems (a header and its source count as one file).
 bool HasCircle(const std::string& stem, const std::map<std::string, std::set<std::string>>& arrows,
                std::map<std::string, int>& state, std::string& trail) {

@@ -322,8 +322,8 @@ int RunSession(const CommandLine& line, const WindowsDoor& windows) {
   if (forPerson && door && door()) {
     if (!wrong.empty()) PrintError("sondera: %s; the windows open on an empty project.\n", wrong.c_str());
   } else {
-    InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), static_cast<bool>(windows),
-                    forPerson ? WindowsDoor() : door});
+    InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), line.batch,
+                    static_cast<bool>(windows), forPerson ? WindowsDoor() : door});
   }
   if (line.wait) {
     WaitForLocks([](const std::string& sentence) {

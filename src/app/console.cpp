@@ -73,7 +73,8 @@ int Run() {
   }
   if (!options.complaint.empty()) PrintError("sondera: %s.\n", options.complaint.c_str());
   std::fputs(
-      options.builtWithWindows
+      options.batch ? "sondera: --batch opens no windows; give a command script (sondera --help).\n"
+      : options.builtWithWindows
           ? "sondera: there is no display to show windows on; give a command script (sondera --help).\n"
           : "sondera: this build has no windows; give a command script (sondera --help).\n",
       stderr);

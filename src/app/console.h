@@ -19,6 +19,7 @@ struct ConsoleOptions {
   /// What was wrong with the command line, and the text of --help: told where a session would now wait for a
   /// person, since the console has none. Empty: nothing of it.
   std::string complaint, usage;
+  bool batch = false;             ///< windows are not wanted
   bool builtWithWindows = false;  ///< then it is the display that is missing
   WindowsDoor windows;            ///< opens where a script has stopped early; empty: never
 };

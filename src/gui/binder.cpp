@@ -98,6 +98,7 @@ void Connect(const Control& c, QWidget* widget) {
     number->SetWhole(c.kind == ControlKind::Int);
     number->SetStep(c.facts.step > 0.0 ? c.facts.step : 0.0);
     number->setReadOnly(c.facts.role == Role::ReadOut);
+    number->SetShort(c.facts.role == Role::ReadOut);
     QObject::connect(number, &NumberField::Entered, number, [&c](double value) { DispatchNumber(c, value); });
   } else if (auto* colour = qobject_cast<ColourButton*>(widget)) {
     QObject::connect(colour, &ColourButton::Chosen, colour, [&c](int rgb) { DispatchNumber(c, rgb); });

@@ -16,7 +16,10 @@ namespace sondera {
 std::string NumberText(double value) {
   if (value == 0.0) return "0";
   char text[64];
-  const auto end = std::to_chars(text, text + sizeof text, value);
+  const double size = std::fabs(value);
+  const bool plain = size >= 1e-4 && size < 1e15;  // without a power of ten
+  const auto end = plain ? std::to_chars(text, text + sizeof text, value, std::chars_format::fixed)
+                         : std::to_chars(text, text + sizeof text, value);
   return {text, end.ptr};
 }
 
@@ -44,7 +47,7 @@ NumberField::NumberField(QWidget* parent) : QLineEdit(parent) {
 
 void NumberField::SetNumber(double value) {
   number_ = value;
-  shown_ = ToQt(NumberText(value));
+  shown_ = short_ ? QString::number(value, 'g', 6) : ToQt(NumberText(value));
   setText(shown_);
   setCursorPosition(0);
   ShowFault({});

@@ -31,6 +31,8 @@ class NumberField : public QLineEdit {
   /// Step of the arrow keys; 0: they do nothing.
   void SetStep(double step) { step_ = step; }
   void SetNumber(double value);
+  /// For what is only shown: six digits, which a person can take in.
+  void SetShort(bool isShort) { short_ = isShort; }
   double Number() const { return number_; }
 
  Q_SIGNALS:
@@ -46,7 +48,7 @@ class NumberField : public QLineEdit {
 
   double number_ = 0.0;
   double step_ = 0.0;
-  bool whole_ = false;
+  bool whole_ = false, short_ = false;
   QString shown_;
 };
 

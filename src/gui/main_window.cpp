@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMimeData>
 #include <QScreen>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QTimer>
 #include <QUrl>
@@ -66,6 +67,8 @@ class MainWindow final : public QMainWindow {
     // The close control stands at the end of the tabs.
     if (auto* tabs = form->findChild<QTabWidget*>())
       if (QWidget* close = binder_->WidgetOf(panel::CLOSE)) tabs->setCornerWidget(close);
+    // The graphs of the results page get the room; its texts can be drawn up.
+    if (auto* whole = form->findChild<QSplitter*>(QStringLiteral("whole"))) whole->setSizes({5000, 1000});
     menus_ = new Menus(this);
     status_ = new StatusLine(this);
     setStatusBar(status_);

@@ -75,6 +75,24 @@ TEST_F(Program, WithoutADisplayAnInteractiveSessionEndsAndSaysWhy) {
   EXPECT_NE(o.err.find("sondera auto new <name> <script>"), std::string::npos) << o.err;
 }
 
+/// Qt tells of its plug-ins when asked to: a script that ends makes no application, whatever the display.
+TEST_F(Program, AScriptMakesNoApplicationOfTheToolkit) {
+  Write("job.txt", "*sondera 2\n");
+  setenv("QT_DEBUG_PLUGINS", "1", 1);
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  const Outcome o = Run("run job.txt");
+  unsetenv("QT_DEBUG_PLUGINS");
+  EXPECT_EQ(o.status, 0);
+  EXPECT_EQ(o.err.find("qt."), std::string::npos) << o.err;
+}
+
+TEST_F(Program, BatchOpensNoWindow) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  const Outcome o = Run("--batch");
+  EXPECT_EQ(o.status, 1);
+  EXPECT_NE(o.err.find("windows; give a command script"), std::string::npos) << o.err;
+}
+
 TEST_F(Program, WordsThatAreNoCommandAreToldWithTheUsage) {
   Write("job.txt", "export out measID 1 2 3\n");
   for (const auto& [words, complaint] : std::initializer_list<std::pair<const char*, const char*>>{

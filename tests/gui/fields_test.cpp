@@ -16,6 +16,9 @@ TEST(NumberText, IsShortAndReadsBackToTheSameNumber) {
   EXPECT_EQ(NumberText(0.25), "0.25");
   EXPECT_EQ(NumberText(0.1 + 0.2), "0.30000000000000004");
   EXPECT_EQ(NumberText(-0.0), "0");
+  EXPECT_EQ(NumberText(100000.0), "100000");
+  EXPECT_EQ(NumberText(0.0001), "0.0001");
+  EXPECT_EQ(NumberText(1e300), "1e+300");
   std::mt19937_64 random(7);
   std::uniform_real_distribution<double> exponent(-300, 300), mantissa(-1, 1);
   for (int i = 0; i < 2000; ++i) {
