@@ -5,6 +5,8 @@
 #include <QTimer>
 
 #include "gui/project_questions.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/panel.h"
 #include "runtime/project_hooks.h"
 #include "runtime/redraw.h"
 
@@ -166,6 +168,10 @@ void RequestClose() {
   const ControlId ending = EndingControl();
   if (!ending) {
     state.closeWaits = true;  // something without a halt; it ends soon
+    return;
+  }
+  if (ending == &measpanel::STOPMEAS) {  // a close is no Stop: records cannot be taken again
+    SendEvent(panel::CLOSE, Event::Close);
     return;
   }
   if (!PressHalted()) DispatchPress(*ending);

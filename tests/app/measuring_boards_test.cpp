@@ -9,8 +9,10 @@
 #include "acquisition/board_choice.h"
 #include "app/averages_fixture.h"
 #include "app/script_fixture.h"
+#include "panels/mainmenu_project.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/text_format.h"
+#include "support/failing_file_driver.h"
 
 namespace sondera {
 namespace {
@@ -129,6 +131,28 @@ TEST_F(MeasuringBoards, RecordsOfTheSiteThatGoWrong) {
   ASSERT_EQ(Start(), 0);
   EXPECT_EQ(GetCtrlVal(measpanel::DISPA_AVGCOUNT), "Averages: 5");
   EXPECT_EQ(OnlyMessage(), "Overload in 1 of 5 records: channel 1.");
+}
+
+TEST_F(MeasuringBoards, AFullDiskBehindARunLosesNothing) {
+  Choose("sim:pace=0");
+  Enter(hwsetup::FREQSPAN, 256.0);
+  Enter(meassetup::EVENSPACING, 5.0);
+  ASSERT_EQ(Start(), 0);
+  session.projectFileName = folder.File("site.da");
+  ASSERT_EQ(SaveRawData(), 0);
+  ASSERT_EQ(Start(), 0);
+  const RawData taken = Raw();
+  {
+    const test::FailingFileDriver full({.failWrite = 1, .everAfter = true, .error = ENOSPC});
+    EXPECT_EQ(SaveRawData(), -1);
+  }
+  EXPECT_EQ(frontEnd.messages.size(), 1u);
+  EXPECT_EQ(Raw().powerSpec, taken.powerSpec);
+  EXPECT_EQ(SaveRawData(), 0) << "once there is room";
+  StartSession();
+  ASSERT_EQ(OpenFileProc(folder.File("site.da"), OpenFor::Reading), 0);
+  EXPECT_EQ(Raw().powerSpec, taken.powerSpec);
+  EXPECT_EQ(Raw().timeHist, taken.timeHist);
 }
 
 TEST_F(MeasuringBoards, ABoardProgramIsAskedInItsOrder) {

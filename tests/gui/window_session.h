@@ -30,7 +30,7 @@
 namespace sondera::test {
 
 /// Tests of windows: Run() opens them, does the steps from within the event loop, and ends.
-class WindowSession : public testing::Test {
+class WindowSession : public ::testing::Test {
  protected:
   WindowSession() {
     qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path()));

@@ -69,7 +69,8 @@ std::vector<WordForm> FlowForms() {
       {"halt",
        {},
        {Named("after", Kind::Whole)},
-       "Presses Halt at the N-th poll of the next run, as a person would in the middle of it.",
+       "Presses Halt at the N-th poll of the next run, and Stop in a measuring run, as a person would in the "
+       "middle of it.",
        Halt,
        CheckHalt,
        kSteers},
