@@ -1,11 +1,14 @@
 // figures.cpp - see figures.h.
 #include "gui/figures.h"
 
+#include <QApplication>
+#include <QBoxLayout>
 #include <QBuffer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
+#include <QPalette>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -14,6 +17,7 @@
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "gui/boxes.h"
 #include "gui/graph_view.h"
@@ -113,36 +117,66 @@ QString SaveFigure(QWidget& what, const QString& path) {
   return file.commit() ? QString() : file.errorString();
 }
 
-void AskAndSaveFigure(QWidget& what, const QString& proposedName) {
-  QFileDialog dialog(what.window(), QStringLiteral("Save as a picture"), proposedName,
-                     QStringLiteral("Picture (*.png);;Drawing (*.svg);;Document (*.pdf)"));
+bool AskAndSaveFigure(QWidget& what, const QString& proposedName) {
+  QFileDialog dialog(QApplication::activeWindow(), QStringLiteral("Save as a picture"), proposedName,
+                     QStringLiteral("Document (*.pdf);;Drawing (*.svg);;Picture (*.png)"));
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(QStringLiteral("png"));
+  dialog.setDefaultSuffix(QStringLiteral("pdf"));
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-    dialog.setDefaultSuffix(filter.section('.', -1).chopped(1));
+    dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
   });
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
   const QString path = dialog.selectedFiles().constFirst(), reason = SaveFigure(what, path);
   if (!reason.isEmpty()) ShowNotice(FromQt(QStringLiteral("%1 could not be written: %2").arg(path, reason)));
+  return reason.isEmpty();
 }
 
-void PrintFigure(QWidget& what, const QString& title) {
-  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    AskAndSaveFigure(what, title + ".pdf");
-    return;
-  }
+bool PrintFigure(QWidget& what, const QString& title) {
+  const QString file = title.simplified() + QStringLiteral(".pdf");
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) return AskAndSaveFigure(what, file);
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(title);
   printer.setCreator(ToQt(kAppTitle));
   printer.setPageOrientation(what.width() > what.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
   printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(title + ".pdf");
-  QPrintDialog dialog(&printer, what.window());
-  if (dialog.exec() != QDialog::Accepted) return;
-  const QRectF page = printer.pageRect(QPrinter::DevicePixel);
+  printer.setOutputFileName(file);
+  QPrintDialog dialog(&printer, QApplication::activeWindow());
+  if (dialog.exec() != QDialog::Accepted) return false;
+  const QRectF sheet = printer.pageRect(QPrinter::DevicePixel);
   const QSize size = SizeOf(what);
-  Paint(what, printer, std::min(page.width() / size.width(), page.height() / size.height()), true);
+  Paint(what, printer, std::min(sheet.width() / size.width(), sheet.height() / size.height()), true);
+  return printer.printerState() != QPrinter::Error;
+}
+
+std::unique_ptr<QWidget> SheetOf(const PrintRequest& request) {
+  std::vector<const GraphControl*> graphs;
+  bool depth = false;
+  for (const ControlId graph : request.graphs) {
+    if (!graph || graph->kind != ControlKind::Graph) continue;
+    graphs.push_back(static_cast<const GraphControl*>(graph));
+    depth = depth || GraphOf(*graphs.back()).yAxis.reversed;
+  }
+  auto sheet = std::make_unique<QWidget>();
+  QPalette paper(Qt::black, Qt::white);
+  paper.setColor(QPalette::Base, Qt::white);
+  paper.setColor(QPalette::Text, Qt::black);
+  sheet->setPalette(paper);
+  sheet->setAccessibleName(ToQt(request.title));
+  auto* layout = new QBoxLayout(depth ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, sheet.get());
+  for (const GraphControl* graph : graphs) {
+    auto* view = new GraphView;
+    layout->addWidget(view, GraphOf(*graph).yAxis.reversed ? 2 : 3);
+    view->Bind(*graph);
+  }
+  const int count = std::max(1, static_cast<int>(graphs.size()));
+  sheet->resize(depth ? QSize(40 + 440 * count, 560) : QSize(760, 20 + 400 * count));
+  return sheet;
+}
+
+bool PrintSheet(const PrintRequest& request) {
+  const std::unique_ptr<QWidget> sheet = SheetOf(request);
+  return PrintFigure(*sheet, ToQt(request.title));
 }
 
 }  // namespace sondera

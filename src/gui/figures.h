@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <memory>
+
+#include "runtime/dialogs.h"
 
 class QWidget;
 
@@ -18,10 +21,16 @@ FigureKind FigureKindOf(const QString& path);
 /// @return  why it could not be written; empty when it is
 QString SaveFigure(QWidget& what, const QString& path);
 
-/// Asks for a name and writes; a failure gets one message.
-void AskAndSaveFigure(QWidget& what, const QString& proposedName);
+/// Asks for a name and writes; a failure gets one message. False when nothing was written.
+bool AskAndSaveFigure(QWidget& what, const QString& proposedName);
 
 /// The print dialog, with a PDF file as its first target; where there is no printer at all, a name is asked for instead.
-void PrintFigure(QWidget& what, const QString& title);
+/// False when nothing was printed.
+bool PrintFigure(QWidget& what, const QString& title);
+
+/// The graphs of a request on one sheet, in light colours: above each other, or beside each other where one shows depth.
+std::unique_ptr<QWidget> SheetOf(const PrintRequest& request);
+/// Prints them: FrontEnd::print of the windows.
+bool PrintSheet(const PrintRequest& request);
 
 }  // namespace sondera

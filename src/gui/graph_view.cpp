@@ -142,11 +142,17 @@ class GraphView::Plot {
   void SetModel(const GraphModel& model, const GraphLimits& shown) {
     SetAxis(*plot_->xAxis, model.xAxis, shown.x);
     SetAxis(*plot_->yAxis, model.yAxis, shown.y);
-    // A strip of colours has no abscissa.
-    const bool strip = model.intensity && model.intensity->columns <= 2 && model.xAxis.label.empty();
-    plot_->xAxis->setTicks(!strip);
-    plot_->xAxis->setTickLabels(!strip);
     MakeRoom();
+  }
+  /// An axis that nothing tells the limits of has no numbers, nor the abscissa of a strip of colours.
+  void SetNumbers(bool x, bool y) {
+    const GraphModel& model = view_.model();
+    const bool strip = model.intensity && model.intensity->columns <= 2 && model.xAxis.label.empty();
+    for (const auto& [axis, shown] : {std::pair(plot_->xAxis, x && !strip), std::pair(plot_->yAxis, y)}) {
+      axis->setTicks(shown);
+      axis->setTickLabels(shown);
+      axis->grid()->setVisible(shown);
+    }
   }
   void SetTheme(const GraphTheme& theme) {
     theme_ = theme;
@@ -257,6 +263,7 @@ const GraphModel& GraphView::model() const {
 
 void GraphView::Refresh() {
   const GraphLimits limits = LimitsInForce(model());
+  plot_->SetNumbers(limits.x.known, limits.y.known);
   whole_ = {SafeLimits(limits.x, model().xAxis.logarithmic), SafeLimits(limits.y, model().yAxis.logarithmic)};
   KeepZoomOfSameAxes();
   plot_->SetModel(model(), Shown());

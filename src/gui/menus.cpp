@@ -1,6 +1,7 @@
 // menus.cpp - see menus.h.
 #include "gui/menus.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStyle>
@@ -10,6 +11,8 @@
 
 #include "gui/boxes.h"
 #include "gui/dispatch.h"
+#include "gui/figures.h"
+#include "gui/graph_view.h"
 #include "gui/project_questions.h"
 #include "gui/qt_text.h"
 #include "gui/recent.h"
@@ -164,6 +167,18 @@ void Menus::MakeToolBar() {
   AddTool(mainmenu::RUN_INV_ANAL, tr("Inversion"), QStyle::SP_MediaPlay);
 }
 
+namespace {
+
+/// The graph that was clicked or reached by Tab goes into a file.
+void SaveGraphInFocus() {
+  if (auto* graph = qobject_cast<GraphView*>(QApplication::focusWidget()))
+    AskAndSaveFigure(*graph, graph->accessibleName().simplified());
+  else
+    ShowNotice("Click on a graph first; then it can be saved as a picture.");
+}
+
+}  // namespace
+
 void Menus::MakeKeys() {
   for (const MenuKey& key : kPageKeys) {
     auto* action = new QAction(window_);
@@ -182,6 +197,11 @@ void Menus::MakeKeys() {
     window_->addAction(action);
     pageKeys_.push_back(action);
   }
+  auto* picture = new QAction(window_);
+  picture->setShortcut(QKeySequence(QStringLiteral("Ctrl+E")));
+  picture->setShortcutContext(Qt::ApplicationShortcut);
+  connect(picture, &QAction::triggered, this, [] { DispatchAction(SaveGraphInFocus); });
+  window_->addAction(picture);
 }
 
 void Menus::Follow() {

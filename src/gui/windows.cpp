@@ -17,7 +17,10 @@
 #include <string>
 
 #include "gui/boxes.h"
+#include "gui/figures.h"
+#include "gui/help_window.h"
 #include "gui/loop.h"
+#include "gui/main_window.h"
 #include "gui/qt_text.h"
 #include "gui/refresh.h"
 #include "runtime/dialogs.h"
@@ -129,6 +132,8 @@ bool InstallWindows() {
   f.run = RunLoop;
   f.quit = QuitLoop;
   f.waitCursor = ShowWaitCursor;
+  f.print = PrintSheet;
+  f.showManual = [] { return ShowHelpWindow(MainWindowWidget()) == 0; };
   InstallFrontEnd(std::move(f));
   std::signal(SIGINT, SIG_DFL);  // windows have Halt and Exit
   return true;

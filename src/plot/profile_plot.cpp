@@ -118,8 +118,8 @@ void PlotProfile(const GraphControl& graph, int index, const std::string& length
   SetAxisLabel(graph, false, "Depth", length);
   PlotXY(graph, profile.x, profile.y, {.color = kProfileColor, .width = kProfileWidth}, "Vs");
   if (upper.x == profile.x) return;
-  const PlotLook edge = {.color = kBandColor, .dash = LineDash::Dashed};
-  PlotXY(graph, lower.x, lower.y, edge, "Vs - 2 s");
+  PlotLook edge = {.color = kBandColor, .dash = LineDash::Dashed};
+  edge.bandTo = PlotXY(graph, lower.x, lower.y, edge, "Vs - 2 s");
   PlotXY(graph, upper.x, upper.y, edge, "Vs + 2 s");
 }
 

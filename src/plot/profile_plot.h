@@ -14,9 +14,9 @@ namespace sondera {
 
 /// Shear-wave velocity to the right, depth downward, as stairs of 2 layers + 2 points: at each boundary, the surface
 /// and the end included, the velocity above it and below it. The band of two posterior deviations on either side are two
-/// further curves; entry 0 and starting profiles have none. Axes from 0 to 1.2 times the largest velocity of the band
-/// and 1.1 times the end depth, on round numbers; nothing is drawn when either is 0. An end depth of 0 or less becomes
-/// the top of the half-space plus half the layer above it, in the record too.
+/// further curves, with the area between them shaded; entry 0 and starting profiles have none. Axes from 0 to 1.2 times
+/// the largest velocity of the band and 1.1 times the end depth, on round numbers; nothing is drawn when either is 0. An
+/// end depth of 0 or less becomes the top of the half-space plus half the layer above it, in the record too.
 /// @param length  unit of length: "m"
 void PlotProfile(const GraphControl& graph, int index, const std::string& length);
 

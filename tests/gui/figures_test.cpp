@@ -15,6 +15,7 @@
 
 #include "gui/graph_view.h"
 #include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/exdthd.h"
 
 namespace sondera {
 namespace {
@@ -94,6 +95,21 @@ TEST_F(Figures, APageKeepsTextsAndLinesOfItsGraphs) {
   for (const char* text : {">Curves of the site<", ">Wavelength, m<", ">H21[1:2]<"})
     EXPECT_TRUE(svg.contains(text)) << text;
   EXPECT_FALSE(svg.contains("<image"));
+}
+
+TEST_F(Figures, ASheetHasTheGraphsOfAPrintInLightColours) {
+  PlotXY(exdthd::PROFILE, {0, 300}, {0, 20}, PlotStyle::Line, kNoMarker, 0, "Vs");
+  SetAxisLabel(exdthd::PROFILE, false, "Depth", "m");
+  SetAxisReversed(exdthd::PROFILE, false, true);
+  const std::unique_ptr<QWidget> sheet =
+      SheetOf({"Disp. Curve and Profile", Panel::EXDTHD, {&kGraph, &exdthd::PROFILE, nullptr}});
+  EXPECT_EQ(SaveFigure(*sheet, Path("s.svg")), QString());
+  const QByteArray svg = Bytes("s.svg");
+  for (const char* text : {">Wavelength, m<", ">Depth, m<", ">H21[1:2]<", "Disp. Curve and Profile"})
+    EXPECT_TRUE(svg.contains(text)) << text;
+  EXPECT_EQ(SaveFigure(*sheet, Path("s.png")), QString());
+  EXPECT_EQ(QImage(Path("s.png")).pixel(20, 20) & 0xFFFFFF, 0xFFFFFFu);
+  EXPECT_NE(SheetOf({}), nullptr) << "nothing to print is an empty sheet";
 }
 
 TEST_F(Figures, AnUnwritablePlaceIsToldAndTheOldFileStays) {

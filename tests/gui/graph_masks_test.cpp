@@ -9,6 +9,7 @@
 #include "gui/graph_hand.h"
 #include "gui/graph_view.h"
 #include "records/measdb.h"
+#include "runtime/catalogue/mscalepnl.h"
 #include "runtime/catalogue/sasw.h"
 #include "support/app_fixture.h"
 #include "support/site_records.h"
@@ -50,6 +51,8 @@ class GraphMasks : public testing::AppTest {
     test::DragOver(*view, test::PixelAt(*view, from, 40), test::PixelAt(*view, to, -40));
     test::DrawNow(*view);
   }
+  /// Where the mouse is when it is on the pixel of a frequency.
+  double Mouse(double frequency) const { return view->ValueAt(test::PixelAt(*view, frequency, 0)).x(); }
   void RightClick(double x) {
     QTest::mouseClick(view.get(), Qt::RightButton, {}, test::PixelAt(*view, x, 0));
     test::DrawNow(*view);
@@ -65,8 +68,8 @@ class GraphMasks : public testing::AppTest {
   /// A mask is drawn, seen, picked, moved by its marker, and deleted.
   void GoTheRoad(double from, double to, double elsewhere, double later) {
     Drag(from, to);
-    EXPECT_NEAR(From(), from, kLine);
-    EXPECT_NEAR(To(), to, kLine);
+    EXPECT_NEAR(From(), Mouse(from), kLine);
+    EXPECT_NEAR(To(), Mouse(to), kLine);
     Press(sasw::MASKINGNEW);
     ASSERT_EQ(GraphOf(sasw::DISPLAY_A).rectangles.size(), 1u);
     EXPECT_NE(Line().find("; 1 mask "), std::string::npos) << Line();
@@ -77,15 +80,15 @@ class GraphMasks : public testing::AppTest {
     EXPECT_EQ(From(), 0.0) << "beside the mask nothing is picked";
     RightClick((from + to) / 2);
     EXPECT_EQ(From(), first);
-    EXPECT_NEAR(To(), to, kLine);
+    EXPECT_NEAR(To(), Mouse(to), kLine);
     ASSERT_EQ(GraphOf(sasw::DISPLAY_A).cursors.size(), 2u);
     EXPECT_NE(Line().find("(picked)"), std::string::npos) << Line();
 
     Drag(To(), later);  // the marker at its end
-    EXPECT_NEAR(To(), later, kLine);
+    EXPECT_NEAR(To(), Mouse(later), kLine);
     Press(sasw::MASKINGUPDATE);
     ASSERT_EQ(GraphOf(sasw::DISPLAY_A).rectangles.size(), 1u);
-    EXPECT_NEAR(GraphOf(sasw::DISPLAY_A).rectangles[0].x2, later, kLine);
+    EXPECT_NEAR(GraphOf(sasw::DISPLAY_A).rectangles[0].x2, Mouse(later), kLine);
     RightClick((from + to) / 2);
     Press(sasw::MASKINGDEL);
     EXPECT_TRUE(GraphOf(sasw::DISPLAY_A).rectangles.empty());
@@ -113,10 +116,14 @@ TEST_F(GraphMasks, DoTheSameAfterAResize) {
 }
 
 TEST_F(GraphMasks, DoTheSameWithManualLimits) {
-  SetAxisRange(sasw::DISPLAY_A, true, 5, 95);
-  SetCtrlVal(sasw::AUTOSCALE_X, 0);
-  Commit(sasw::AUTOSCALE_X);
+  Commit(sasw::ADJUSTSCALE);
+  SetCtrlVal(mscalepnl::AUTOSCALE_X, 0);
+  Commit(mscalepnl::AUTOSCALE_X);
+  SetCtrlVal(mscalepnl::XMIN, 5.0);
+  SetCtrlVal(mscalepnl::XMAX, 95.0);
+  EXPECT_EQ(Commit(mscalepnl::OK), 0);
   test::DrawNow(*view);
+  ASSERT_EQ(view->Shown().x.max, 95.0);
   GoTheRoad(20, 33, 70, 41);
 }
 

@@ -91,6 +91,20 @@ TEST_F(GraphViewTest, DrawsACurveInItsColour) {
   EXPECT_GT(Count(Picture(), 0x0000FF), 300);
 }
 
+TEST_F(GraphViewTest, AnEmptyGraphHasNoNumbers) {
+  const auto inkBelow = [&] {
+    const QImage image = Picture();
+    const int top = static_cast<int>((view->PlotArea().bottom() + 7) * image.devicePixelRatio());
+    int ink = 0;
+    for (int y = top; y < image.height() - 4; ++y)
+      for (int x = 4; x < image.width() - 4; ++x) ink += qGray(image.pixel(x, y)) < 128;
+    return ink;
+  };
+  EXPECT_EQ(inkBelow(), 0);
+  PlotXY(kGraph, {0, 1}, {0, 1});
+  EXPECT_GT(inkBelow(), 20);
+}
+
 TEST_F(GraphViewTest, DrawsMasksBelowTheCurves) {
   PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF);
   PlotRectangle(kGraph, 2, -1, 4, 1, 0xFFFF, 0xFFFF, "2");

@@ -67,6 +67,7 @@ TEST_F(ProfilePlot, BandIsTwoDeviationsThatTheResolutionLeaves) {
     EXPECT_NEAR(lower[point], 100.0 * (layer + 1) + 1 - 2.0 * left[layer], 1e-9) << layer;
   }
   EXPECT_EQ(Graph().plots[1].dash, LineDash::Dashed);
+  EXPECT_EQ(Graph().plots[2].bandTo, Graph().plots[1].handle) << "the area between them is shaded";
   EXPECT_EQ(Graph().xAxis.max, 500.0) << "1.2 times the largest of the band, 361";
 }
 
