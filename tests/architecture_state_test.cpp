@@ -41,9 +41,9 @@ using ObjectsByFile = std::map<std::string, std::vector<std::string>>;
 const ObjectsByFile kOfTheProcess = {
     {"acquisition/alsa_driver.cpp", {"alsa"}},     {"acquisition/daq_driver.cpp", {"installed"}},
     {"acquisition/process_driver.cpp", {"board"}}, {"app/console.cpp", {"console"}},
-    {"app/run_report.cpp", {"reportOptions"}},     {"app/script/words.cpp", {"names"}},
-    {"numeric/analysis.cpp", {"fftPlanCache"}},    {"numeric/nrerror.cpp", {"kernelPopup"}},
-    {"numeric/process_end.cpp", {"lastStep"}}};
+    {"app/run_report.cpp", {"reportOptions"}},     {"app/script/session_log.cpp", {"sessionLog"}},
+    {"app/script/words.cpp", {"names"}},           {"numeric/analysis.cpp", {"fftPlanCache"}},
+    {"numeric/nrerror.cpp", {"kernelPopup"}},      {"numeric/process_end.cpp", {"lastStep"}}};
 
 bool Lists(const ObjectsByFile& objects, const std::string& path, const std::string& name) {
   const auto found = objects.find(path);

@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "app/run_report.h"
+#include "app/script/session_log.h"
+#include "app/script/values.h"
+#include "app/script/words.h"
 #include "app/shutdown.h"
 #include "inversion/starting_model.h"
 #include "panels/mainmenu_export.h"
@@ -80,6 +83,7 @@ class ScriptRun {
   }
 
   int runCommand(const Command& command);
+  std::string lineInForce(const Command& command) const;
   bool lineIsWhole(const TextReader& file, const std::string& line);
   void tellWhatIsLeft(TextReader& file);
   int finish();
@@ -204,11 +208,40 @@ int ScriptRun::oneLine(const std::string& text) {
 int ScriptRun::runCommand(const Command& command) {
   const int messagesBefore = MessageCount();
   commandFailed_ = false;
+  script::LoggedAct logged(script::LoggedAct::Answers::AreAsked);
   const int result = (this->*command.run)();
-  if (result < 0 || commandFailed_ || MessageCount() != messagesBefore)
+  const bool failed = result < 0 || commandFailed_ || MessageCount() != messagesBefore;
+  logged.is(lineInForce(command), failed);
+  if (failed)
     failed_.push_back(lineNumber_ > 0 ? FormatText("line %d %s", lineNumber_, command.word) : command.word);
   if (result < 0) PrintError("sondera: the run stopped at %s.\n", failed_.back().c_str());
   return result;
+}
+
+/// The command with every argument in force, as the second dialect has it; a comment where that dialect would not take
+/// such a line.
+std::string ScriptRun::lineInForce(const Command& command) const {
+  std::string line = command.word;
+  const auto add = [&](std::initializer_list<std::string> words) {
+    for (const std::string& word : words) line += " " + word;
+  };
+  const auto number = [](double value) { return script::TextOf(value); };
+  if (command.run == &ScriptRun::runExport)
+    add({script::ArgumentText(fileName_), script::ArgumentText(measID_), number(refNumber_),
+         number(dspNumber_), number(type_)});
+  if (command.run == &ScriptRun::runImport)
+    add({script::ArgumentText(fileName_), script::ArgumentText(measID_), number(rec1_), number(rec2_)});
+  if (command.run == &ScriptRun::runMasking)
+    add({script::ArgumentText(measID_), number(irfMode_), number(t_[0]), number(t_[1]), number(t_[2]),
+         number(t_[3])});
+  if (command.run == &ScriptRun::runPreInversion) {
+    const bool doubles = layering_ == kDoublingLayers;
+    add({number(firstThickness_), number(depth_), doubles ? "1" : "2", number(depthRatio_)});
+    if (!doubles) add({number(nLayers_)});
+    if (!doubles)
+      for (const double thickness : thicknesses_) add({number(thickness)});
+  }
+  return script::CanBeBound(line) ? line : "# not in this log, its arguments are none of a script: " + line;
 }
 
 /// Ends the script early; the program stays open.

@@ -7,6 +7,7 @@
 #include "gui/project_questions.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/panel.h"
+#include "runtime/input_scope.h"
 #include "runtime/project_hooks.h"
 #include "runtime/redraw.h"
 
@@ -49,20 +50,30 @@ bool DoorIsOpen(const Control& c) {
 }
 
 /// Focus in and left click come before the value, since callbacks note by them what was there before.
-bool Enter(const Control& c, const std::function<bool()>& enter, std::initializer_list<Event> events) {
+bool Enter(Input act, const std::function<bool()>& enter, std::initializer_list<Event> events) {
+  const Control& c = *act.control;
   if (!Takes(c)) {
     ShowAgain(c);
     ShowViews();
     return false;
   }
   const EventScope scope;
+  InputScope input(std::move(act));
   SendEvent(c, Event::GotFocus);
   SendEvent(c, Event::LeftClick);
   const bool entered = enter();
+  if (entered) input.entered();
   if (entered)
-    for (const Event event : events) SendEvent(c, event);
+    for (const Event event : events) {
+      const int result = SendEvent(c, event);
+      if (event != Event::ValChanged) input.note(result);  // the event that counts comes behind it
+    }
   ShowAgain(c);
   return entered;
+}
+
+Input ValueOf(const Control& c, Event event = Event::Commit) {
+  return {.kind = Input::Kind::Value, .control = &c, .event = event};
 }
 
 void PressCloseOf(Panel panel) {
@@ -70,7 +81,10 @@ void PressCloseOf(Panel panel) {
     const ControlId button = FindControl(panel, name);
     if (!button || button->kind != ControlKind::Button) continue;
     if (panel == Panel::DEVPANEL) break;  // its OK takes a board
-    if (CallbackOf(*button)) SendEvent(*button, Event::Commit);
+    if (CallbackOf(*button)) {
+      InputScope input({.kind = Input::Kind::Press, .control = button});
+      input.note(SendEvent(*button, Event::Commit));
+    }
     break;
   }
   HidePanel(panel);
@@ -93,26 +107,29 @@ bool InEvent() {
 bool DispatchPress(const Control& c) {
   if (!Takes(c)) return false;
   const EventScope scope;
-  if (!PressWithQuestions(c)) SendEvent(c, Event::Commit);
+  if (PressWithQuestions(c)) return true;
+  InputScope input({.kind = Input::Kind::Press, .control = &c});
+  input.note(SendEvent(c, Event::Commit));
   return true;
 }
 
 bool DispatchNumber(const Control& c, double value) {
-  return Enter(c, [&] { return EnterValue(c, value); }, {Event::Commit});
+  return Enter(ValueOf(c), [&] { return EnterValue(c, value); }, {Event::Commit});
 }
 
 bool DispatchText(const Control& c, std::string_view text) {
-  return Enter(c, [&] { return EnterValue(c, text); }, {Event::Commit});
+  return Enter(ValueOf(c), [&] { return EnterValue(c, text); }, {Event::Commit});
 }
 
 bool DispatchIndex(const Control& c, int index) {
   const auto enter = [&] { return EnterIndex(c, index); };
-  return c.kind == ControlKind::List ? Enter(c, enter, {Event::ValChanged, Event::Commit})
-                                     : Enter(c, enter, {Event::Commit});
+  return c.kind == ControlKind::List ? Enter(ValueOf(c), enter, {Event::ValChanged, Event::Commit})
+                                     : Enter(ValueOf(c), enter, {Event::Commit});
 }
 
 bool DispatchDoubleClick(const Control& c, int index) {
-  return Enter(c, [&] { return EnterIndex(c, index); }, {Event::LeftDoubleClick});
+  return Enter(ValueOf(c, Event::LeftDoubleClick), [&] { return EnterIndex(c, index); },
+               {Event::LeftDoubleClick});
 }
 
 bool DispatchCells(const TableControl& c, const std::vector<CellEntry>& cells) {
@@ -121,13 +138,16 @@ bool DispatchCells(const TableControl& c, const std::vector<CellEntry>& cells) {
     for (const CellEntry& cell : cells) all = EnterCell(c, cell.row, cell.column, cell.value) && all;
     return all;
   };
-  return Enter(c, enter, {Event::Commit});
+  Input act{.kind = Input::Kind::Cells, .control = &c};
+  for (const CellEntry& cell : cells) act.cells.emplace_back(cell.row, cell.column);
+  return Enter(std::move(act), enter, {Event::Commit});
 }
 
 bool DispatchGraph(const GraphControl& c, Event event, const GraphPlace& place) {
   if (!Takes(c)) return false;
   const EventScope scope;
-  SendGraphEvent(c, event, place);
+  InputScope input({.kind = Input::Kind::Point, .control = &c, .event = event, .place = place});
+  input.note(SendGraphEvent(c, event, place));
   return true;
 }
 
@@ -135,6 +155,7 @@ bool DispatchTab(Panel tabs, int page) {
   if (GetActiveTabPage(tabs) == page) return true;
   if (InEvent() && !IsLocked()) return false;
   const EventScope scope;
+  const InputScope input({.kind = Input::Kind::Page, .panel = tabs, .page = page});
   SetActiveTabPage(tabs, page);
   if (tabs == Panel::PANEL && !IsLocked()) {
     if (page == 2) LookAround([] { DispCurvPlot(1); });

@@ -1,6 +1,7 @@
 // project_questions.cpp - see project_questions.h. Owns no state.
 #include "gui/project_questions.h"
 
+#include <functional>
 #include <string_view>
 
 #include "gui/boxes.h"
@@ -9,16 +10,37 @@
 #include "runtime/catalogue/panel.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
+#include "runtime/input_scope.h"
 #include "runtime/project_hooks.h"
 
 namespace sondera {
 namespace {
 
+// Each step is an act of its own for the log of the session: the save, then what leaves the project.
+
+void Send(const Control& c) {
+  InputScope input({.kind = Input::Kind::Press, .control = &c});
+  input.note(SendEvent(c, Event::Commit));
+}
+
+int Save() {
+  InputScope input({.kind = Input::Kind::Press, .control = &measpanel::F6});
+  const int result = SaveProjectNow();
+  input.note(result);
+  return result;
+}
+
+/// Opens by a function that says whether it did.
+void Open(const std::function<int()>& open) {
+  InputScope input({.kind = Input::Kind::Open, .control = &mainmenu::LOAD_RAW_DATA});
+  input.note(open());
+}
+
 /// What is to happen to the changes: false when the person goes back, or the save failed.
 bool SettleChanges(std::string_view question) {
   switch (AskAboutUnsaved(question)) {
     case UnsavedAnswer::Save:
-      return SaveProjectNow() == 0;
+      return Save() == 0;
     case UnsavedAnswer::DontSave:
       return true;
     default:
@@ -29,13 +51,13 @@ bool SettleChanges(std::string_view question) {
 /// Presses a control whose first question is the one about the changes, where there are any.
 void PressAfter(const Control& c, std::string_view question) {
   if (!HasUnsavedChanges()) {
-    SendEvent(c, Event::Commit);
+    Send(c);
     return;
   }
   if (!SettleChanges(question)) return;
   OneShotAnswers answers;
   answers.Confirm(true);
-  SendEvent(c, Event::Commit);
+  Send(c);
 }
 
 constexpr std::string_view kQuit = "Do you want to exit the program ?",
@@ -50,7 +72,7 @@ void PressQuit() {
 
 void OpenAfterQuestion(const std::string& path) {
   if (HasUnsavedChanges() && !SettleChanges(kOpen)) return;
-  OpenProject(path);
+  Open([&] { return OpenProject(path); });
 }
 
 bool PressWithQuestions(const Control& c) {
@@ -59,7 +81,7 @@ bool PressWithQuestions(const Control& c) {
   } else if (&c == &mainmenu::NEW_MEASUREMENT) {
     PressAfter(c, kNew);
   } else if (&c == &mainmenu::LOAD_RAW_DATA || &c == &measpanel::F9) {
-    if (!HasUnsavedChanges() || SettleChanges(kOpen)) AskAndOpenProject();
+    if (!HasUnsavedChanges() || SettleChanges(kOpen)) Open(AskAndOpenProject);
   } else {
     return false;
   }

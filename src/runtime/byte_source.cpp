@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "runtime/file_driver.h"
+#include "runtime/session_watch.h"
 
 namespace sondera {
 namespace {
@@ -54,6 +55,7 @@ bool ByteSource::Open(const std::string& path, std::string* reason) {
     CloseFile(fd);
     return Refuse(reason, path, known && S_ISDIR(info.st_mode) ? "it is a folder" : "it is not a plain file");
   }
+  if (TheSessionWatcher().readsFile) TheSessionWatcher().readsFile(path);
   fd_ = fd;
   size_ = info.st_size;
   open_ = true;

@@ -5,6 +5,7 @@
 
 #include "numeric/nrerror.h"
 #include "runtime/changes.h"
+#include "runtime/session_watch.h"
 
 namespace sondera {
 namespace {
@@ -54,10 +55,26 @@ int ShowRefusal(const Refusal& refusal) {
   return -1;
 }
 
-bool ConfirmPopup(std::string_view title, std::string_view text) {
+namespace {
+
+bool AskConfirm(std::string_view title, std::string_view text) {
   if (state.laid.confirm) return *std::exchange(state.laid.confirm, std::nullopt);
   FlushChanges();
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
+}
+
+FileChoice AskFile(const FileRequest& request) {
+  if (state.laid.file) return *std::exchange(state.laid.file, std::nullopt);
+  FlushChanges();
+  return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
+}
+
+}  // namespace
+
+bool ConfirmPopup(std::string_view title, std::string_view text) {
+  const bool yes = AskConfirm(title, text);
+  if (TheSessionWatcher().confirmed) TheSessionWatcher().confirmed(yes);
+  return yes;
 }
 
 bool PersonAnswers() {
@@ -74,13 +91,14 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
   }
   if (answer && maxLength >= 0 && answer->size() > static_cast<std::size_t>(maxLength))
     answer->resize(static_cast<std::size_t>(maxLength));
+  if (TheSessionWatcher().prompted) TheSessionWatcher().prompted(answer);
   return answer;
 }
 
 FileChoice FileSelectPopup(const FileRequest& request) {
-  if (state.laid.file) return *std::exchange(state.laid.file, std::nullopt);
-  FlushChanges();
-  return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
+  FileChoice choice = AskFile(request);
+  if (TheSessionWatcher().fileChosen) TheSessionWatcher().fileChosen(choice);
+  return choice;
 }
 
 struct OneShotAnswers::Laid : LaidAnswers {};

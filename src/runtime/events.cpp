@@ -10,6 +10,7 @@
 
 #include "runtime/changes.h"
 #include "runtime/dialogs.h"
+#include "runtime/session_watch.h"
 
 namespace sondera {
 namespace {
@@ -28,6 +29,7 @@ constexpr time_t kPatience = 2;  // seconds in which a repeated request means th
 
 void ProcessSystemEvents() {
   FlushChanges();
+  if (TheSessionWatcher().polled) TheSessionWatcher().polled();
   if (CurrentFrontEnd().processEvents) CurrentFrontEnd().processEvents();
 }
 

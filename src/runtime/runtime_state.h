@@ -12,6 +12,7 @@
 //   lock_file.cpp      heldLocks, tellWait   a lock lives as long as its LockFile
 //   project_hooks.cpp  hooks            installed by whoever starts
 //   redraw.cpp         handlers         installed by whoever starts
+//   session_watch.cpp  watcher          of the process: a log goes on over a new session
 //   written_files.cpp  files
 #pragma once
 

@@ -174,7 +174,7 @@ TEST_F(ScriptControls, SetDoesWhatAPersonDoes) {
     return 0;
   });
   EXPECT_EQ(Run("set HMSETUP.PROJID site"), 0) << err;
-  EXPECT_EQ(events, (std::vector<Event>{Event::GotFocus, Event::Commit}));
+  EXPECT_EQ(events, (std::vector<Event>{Event::GotFocus, Event::LeftClick, Event::Commit}));
   events.clear();
   EXPECT_EQ(Run("set HMSETUP.PROJID other commit=no"), 0) << err;
   EXPECT_TRUE(events.empty());

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "app/script/session_log.h"
 #include "app/script/values.h"
 #include "runtime/paths.h"
 
@@ -76,6 +77,7 @@ bool DialogAnswers::confirm(std::string_view text) {
   const auto answer = next();
   if (!answer) {
     if (!assumeYes_) complain("a question without an answer", text);
+    if (assumeYes_) LogSteering("answer yes");
     return assumeYes_;
   }
   if (answer->kind != Answer::Kind::Yes && answer->kind != Answer::Kind::No)

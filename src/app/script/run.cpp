@@ -10,6 +10,7 @@
 #include "app/script/control_values.h"
 #include "app/script/fault.h"
 #include "app/script/names.h"
+#include "app/script/session_log.h"
 #include "app/script/values.h"
 #include "runtime/events.h"
 #include "runtime/findings.h"
@@ -45,7 +46,8 @@ std::string WordOf(const Line& line) {
 
 }  // namespace
 
-Run::Run(std::string name, const RunOptions& options) : name_(std::move(name)), dialogs_(options.assumeYes) {
+Run::Run(std::string name, const RunOptions& options)
+    : name_(std::move(name)), dialogs_(options.assumeYes), overwrite_(options.overwrite) {
   dialogs_.onPoll = [this] { poll(); };
 }
 
@@ -88,12 +90,24 @@ void Run::runLine(const std::string& text, Line& line) {
 void Run::runForm(const Arguments& arguments) {
   const WordForm::Role role = arguments.form->role;
   const bool acts = role == WordForm::Role::Acts || role == WordForm::Role::Files;
+  if (role == WordForm::Role::Steers) {
+    arguments.form->run(*this, arguments);
+    if (arguments.form->word != "onerror")
+      LogSteering(LineOf(arguments));  // a log says itself what is refused
+    return;
+  }
+  LoggedAct logged(LoggedAct::Answers::InScript);
+  const ControlId set = arguments.form->word == "set" || arguments.form->word == "item"
+                            ? arguments.controlOrNull("CONTROL")
+                            : nullptr;
   halted_ = false;
   try {
     arguments.form->run(*this, arguments);
     settle();
     if (acts) afterActing();
+    logged.is(LineOf(arguments), false, set);
   } catch (const Fault&) {
+    logged.is(LineOf(arguments), true);
     dialogs_.takeComplaints();
     dialogs_.endOfWord();
     if (acts) dialogs_.dropUnused();
@@ -155,16 +169,29 @@ void Run::notify(const Control& control, Event event) {
   if (CallbackOf(control)) press(control, event);
 }
 
-void Run::enter(const Control& control, std::string_view text) {
+/// The events that a window sends: callbacks note by the first two what was there before, and a list tells of its new
+/// item before it is done.
+template <class Write>
+void Run::enterBy(const Control& control, Write write) {
   notify(control, Event::GotFocus);
-  WriteValue(control, text);
+  tell(control, Event::LeftClick);
+  write();
+  if (control.kind == ControlKind::List) tell(control, Event::ValChanged);
   notify(control, Event::Commit);
 }
 
+void Run::enter(const Control& control, std::string_view text) {
+  enterBy(control, [&] { WriteValue(control, text); });
+}
+
 void Run::choose(const Control& control, std::string_view label) {
-  notify(control, Event::GotFocus);
-  SelectItem(control, label);
-  notify(control, Event::Commit);
+  enterBy(control, [&] { SelectItem(control, label); });
+}
+
+/// An event on the way to the one that counts: what a callback answers to it is no refusal.
+void Run::tell(const Control& control, Event event) {
+  if (CallbackOf(control)) SendEvent(control, event);
+  settle();
 }
 
 void Run::haltAfter(int polls) {

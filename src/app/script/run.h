@@ -19,6 +19,7 @@ namespace sondera::script {
 
 struct RunOptions {
   bool assumeYes = false;  ///< answers questions of yes or no that have no other answer
+  bool overwrite = false;  ///< files that exist are written over, whatever a line says
 };
 
 class Run {
@@ -45,6 +46,9 @@ class Run {
   /// Selects an item by its label and is done.
   void choose(const Control& control, std::string_view label);
 
+  /// overwrite=yes of a line that writes files, or of the whole run.
+  bool mayOverwrite(const Arguments& a) const { return overwrite_ || a.isYes("overwrite"); }
+
   DialogAnswers& dialogs() { return dialogs_; }
   /// Throws the complaints of the dialogs, if there are any.
   void settle();
@@ -59,6 +63,9 @@ class Run {
   const std::string& name() const { return name_; }
 
  private:
+  template <class Write>
+  void enterBy(const Control& control, Write write);
+  void tell(const Control& control, Event event);
   void runLine(const std::string& text, Line& line);
   void runForm(const Arguments& arguments);
   void afterActing();
@@ -68,7 +75,7 @@ class Run {
 
   std::string name_;
   DialogAnswers dialogs_;
-  bool continueOnError_ = false;
+  bool overwrite_ = false, continueOnError_ = false;
   bool stopped_ = false;
   int failed_ = 0;
   std::function<void()> watcher_;  // of the word that runs

@@ -32,12 +32,12 @@ int Tell(const std::string& name, const Fault& fault) {
 
 }  // namespace
 
-int RunFile(const std::string& name, bool assumeYes) {
+int RunFile(const std::string& name, const RunOptions& options) {
   if (name != kStandardInput && FileExists(PathOf(name)) && !FileHasHeader(PathOf(name)))
     return ProcessCommands(0, name) == 0 ? kAllDone : kNotAllDone;
   try {
     Source source = SourceOf(name);
-    const int status = Run(name, {assumeYes}).run(source);
+    const int status = Run(name, options).run(source);
     QuitApp(status);
     return status;
   } catch (const Fault& fault) {

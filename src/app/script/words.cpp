@@ -267,6 +267,73 @@ Arguments Bind(const Line& line) {
   throw Fault(MisfitText(range, misfits));
 }
 
+bool CanBeBound(const std::string& text) {
+  try {
+    Line line;
+    SplitLine(text, line);
+    Bind(line);
+    return true;
+  } catch (const Fault&) {
+    return false;
+  }
+}
+
+namespace {
+
+std::string NumbersText(const std::vector<double>& numbers, char between) {
+  std::string text;
+  for (const double number : numbers) text += (text.empty() ? "" : std::string(1, between)) + TextOf(number);
+  return text;
+}
+
+bool IsNumberField(const Control& c) {
+  return c.kind == ControlKind::Numeric || c.kind == ControlKind::Int;
+}
+
+std::string SettingText(const Control& c, const std::string& text) {
+  const auto number = IsNumberField(c) ? NumberOf(text) : std::nullopt;
+  return number ? TextOf(*number) : ArgumentText(text);
+}
+
+std::string ValueText(const ArgumentSpec& spec, const BoundValue& value) {
+  switch (spec.kind) {
+    case Kind::QuotedText:
+      return Quoted(value.text);
+    case Kind::Number:
+    case Kind::Whole:
+      return TextOf(value.number);
+    case Kind::Numbers:
+      return NumbersText(value.numbers, spec.rest ? ' ' : ',');
+    case Kind::Control:
+      return value.text;
+    case Kind::Setting:
+      return SettingText(*value.control, value.text);
+    default:
+      return ArgumentText(value.text);
+  }
+}
+
+}  // namespace
+
+std::string ArgumentText(const std::string& text) {
+  const bool plain = !text.empty() && text.find_first_of(" \t\"=") == std::string::npos;
+  return plain ? text : Quoted(text);
+}
+
+std::string LineOf(const Arguments& arguments) {
+  std::string line(arguments.form->word);
+  for (const Arguments::Entry& entry : arguments.entries_) {
+    const auto& named = arguments.form->named;
+    const bool isNamed =
+        !named.empty() && entry.spec >= named.data() && entry.spec < named.data() + named.size();
+    const bool isValue = entry.spec->name == "VALUE" && arguments.has(kControlName);
+    line += " " + (isNamed ? std::string(entry.spec->name) + "=" : "") +
+            (isValue ? SettingText(arguments.control(kControlName), entry.value.text)
+                     : ValueText(*entry.spec, entry.value));
+  }
+  return line;
+}
+
 ArgumentSpec Fixed(std::string_view name, Kind kind, std::string_view shown) {
   return {name, kind, shown};
 }

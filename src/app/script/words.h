@@ -90,6 +90,7 @@ class Arguments {
   const std::vector<double>& numbers(std::string_view name) const { return get(name).numbers; }
   const std::vector<std::string>& texts(std::string_view name) const { return get(name).texts; }
   const Control& control(std::string_view name) const { return *get(name).control; }
+  ControlId controlOrNull(std::string_view name) const { return has(name) ? get(name).control : nullptr; }
   bool isYes(std::string_view name) const { return has(name) && text(name) == "yes"; }
   /// The settings among the named arguments, in the order of the line, with the text of their values.
   std::vector<std::pair<ControlId, std::string>> settings() const;
@@ -98,6 +99,7 @@ class Arguments {
 
  private:
   friend Arguments Bind(const Line& line);
+  friend std::string LineOf(const Arguments& arguments);
   struct Entry {
     const ArgumentSpec* spec;
     BoundValue value;
@@ -114,6 +116,13 @@ std::vector<std::string> AllWords();
 
 /// The arguments of a line by the form that fits. Throws Fault.
 Arguments Bind(const Line& line);
+/// Whether a line is one of the table.
+bool CanBeBound(const std::string& line);
+
+/// The line again, as it would be written: numbers in their shortest form, texts quoted where they need it.
+std::string LineOf(const Arguments& arguments);
+/// A text as one argument.
+std::string ArgumentText(const std::string& text);
 
 /// "mask FROM TO [jumps=N]".
 std::string UsageOf(const WordForm& form);

@@ -8,6 +8,8 @@
 #include "app/script/run.h"
 #include "app/script/values.h"
 #include "runtime/graphs.h"
+#include "runtime/project_hooks.h"
+#include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {
@@ -105,6 +107,28 @@ void Drag(Run& run, const Arguments& a) {
              .fromY = a.number("Y1")});
 }
 
+// ---- page -----------------------------------------------------------------------------------------------
+
+constexpr std::string_view kTabs = "PANEL|HMSETUP";
+constexpr int kPages[] = {4, 2};  // of the main window and of the setup dialog
+
+void CheckPage(const Arguments& a) {
+  const int pages = kPages[a.choice("TABS")];
+  if (a.whole("N") < 1 || a.whole("N") > pages) throw Fault(FormatText("N is from 1 to %d", pages));
+}
+
+/// The pages of curves are drawn anew when they come to the front.
+void Page(Run&, const Arguments& a) {
+  constexpr int kDispersionPage = 3, kResultsPage = 4;
+  const int page = a.whole("N");
+  const Panel tabs = a.choice("TABS") == 0 ? Panel::PANEL : Panel::HMSETUP;
+  if (GetActiveTabPage(tabs) == page - 1) return;
+  SetActiveTabPage(tabs, page - 1);
+  if (tabs != Panel::PANEL) return;
+  if (page == kDispersionPage) LookAround([] { DispCurvPlot(1); });
+  if (page == kResultsPage) LookAround([] { ExdThdCurvPlot(); });
+}
+
 ArgumentSpec Number(std::string_view name) {
   return Fixed(name, Kind::Number);
 }
@@ -151,6 +175,12 @@ std::vector<WordForm> ControlForms() {
        "Drags the mouse over a graph: on trace A of the masking page the two markers go to both ends, and "
        "the fields of the mask follow.",
        Drag},
+      {"page",
+       {Fixed("TABS", Kind::Choice, kTabs), Fixed("N", Kind::Whole)},
+       {},
+       "Brings a tab page of the main window or of the setup dialog to the front.",
+       Page,
+       CheckPage},
   };
 }
 

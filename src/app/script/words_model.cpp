@@ -9,12 +9,15 @@
 #include "app/script/run.h"
 #include "app/script/values.h"
 #include "inversion/starting_model.h"
+#include "panels/forward_run.h"
 #include "panels/inversion_start.h"
 #include "panels/one_click.h"
 #include "project/shot.h"
 #include "project/table_forms.h"
+#include "records/inv_records.h"
 #include "records/session.h"
 #include "run/model_numbers.h"
+#include "run/preliminary_profile.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
@@ -217,6 +220,25 @@ void Start(Run& run, const Arguments& a) {
   TakeBestProfile(run);
 }
 
+/// One profile from the mean velocities over depth, a third of the wavelength, on the layers of the table.
+void StartEmpirical(Run& run, const Arguments&) {
+  const int result = RunFModel(kEmpiricalProfile, 0);
+  run.settle();
+  const int n = GetNumTableRows(fmodeling::SOILPROFILE);
+  for (int i = 0; i < n; ++i)
+    if (n > InvParam.nLayers || !(InvParam.Vs(0, i) > 0.0))
+      throw Fault(FormatText("no point of the curve lies at the depth of layer %d, a third of its wavelength",
+                             i + 1));
+  if (result < 0) throw Fault("the profile has no theoretical curve");
+  OnModelPanel(run, [&] {
+    constexpr int kVpColumn = 2, kVsColumn = 3;
+    for (int i = 0; i < n; ++i) {
+      SetTableCellVal(fmodeling::SOILPROFILE, i + 1, kVpColumn, 0.0);  // by Poisson's ratio
+      SetTableCellVal(fmodeling::SOILPROFILE, i + 1, kVsColumn, InvParam.Vs(0, i));
+    }
+  });
+}
+
 // ---- inversion --------------------------------------------------------------------------------------------
 
 /// Value of the lists of entries: K of inv:K, -K of smp:K. Throws Fault for another text.
@@ -305,6 +327,13 @@ std::vector<WordForm> ModelForms() {
        "table.",
        Start,
        CheckStart},
+      {"start",
+       {Literal("empirical")},
+       {},
+       "One starting profile: in each layer of the table 1.1 times the mean velocity of the points with a "
+       "third of their "
+       "wavelength there; it goes to the layer table.",
+       StartEmpirical},
       {"invert",
        {},
        WithSettings({Optional(Named("iterations", Kind::Whole)),

@@ -62,7 +62,7 @@ void Open(Run& run, const Arguments& a) {
 }
 
 void SaveAs(Run& run, const Arguments& a, const std::string& path) {
-  if (FileExists(path) && !a.isYes("overwrite"))
+  if (FileExists(path) && !run.mayOverwrite(a))
     throw Fault(Quoted(a.text("FILE")) + " exists; overwrite=yes replaces it");
   run.dialogs().chooseFile(path);
   run.dialogs().sayYes();
@@ -203,7 +203,7 @@ void ReadCurves(Run& run, const Arguments& a) {
 }
 
 void WriteCurves(Run& run, const Arguments& a) {
-  if (FileExists(PathOf(a)) && !a.isYes("overwrite"))
+  if (FileExists(PathOf(a)) && !run.mayOverwrite(a))
     throw Fault(Quoted(a.text("FILE")) + " exists; overwrite=yes replaces it");
   run.dialogs().chooseFile(PathOf(a));
   run.dialogs().sayYes();

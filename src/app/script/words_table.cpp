@@ -35,10 +35,10 @@ void CheckWrite(const Arguments& a) {
   if (FilesOf(ExportOf(a)).empty()) throw Fault("only= takes curves, profile, spectra, masks and figures");
 }
 
-void Write(Run&, const Arguments& a) {
+void Write(Run& run, const Arguments& a) {
   const TableExport what = ExportOf(a);
   for (const std::string& file : FilesOf(what))
-    if (FileExists(file) && !a.isYes("overwrite"))
+    if (FileExists(file) && !run.mayOverwrite(a))
       throw Fault(Quoted(FileNameOf(file)) + " exists; overwrite=yes replaces it");
   std::string remark;
   if (const std::string reason = WriteTables(what, remark); !reason.empty()) throw Fault(reason);

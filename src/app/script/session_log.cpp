@@ -1,0 +1,263 @@
+// session_log.cpp - see session_log.h. Owns the log of the process.
+#include "app/script/session_log.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "app/script/input_lines.h"
+#include "app/script/line.h"
+#include "app/script/values.h"
+#include "app/script/words.h"
+#include "runtime/crc32.h"
+#include "runtime/dialogs.h"
+#include "runtime/events.h"
+#include "runtime/files.h"
+#include "runtime/input_scope.h"
+#include "runtime/session_watch.h"
+#include "runtime/terminal.h"
+#include "runtime/version.h"
+#include "runtime/written_files.h"
+
+namespace sondera::script {
+namespace {
+
+constexpr std::string_view kSecondLine = "# log of a session";
+
+/// A line that waits, since a later one may take its place.
+struct Waiting {
+  std::string lines;
+  ControlId control = nullptr;
+};
+
+/// What has come up in the act at work.
+struct Act {
+  std::vector<std::string> files;    // comments
+  std::vector<std::string> answers;  // lines
+  bool takesAnswers = false;
+  int polls = 0, haltAt = 0;
+  InputLine input;  // of a person
+};
+
+struct SessionLog {
+  int file = -1;
+  std::string path, trouble;
+  std::map<std::string, std::string> sums;  // of files read, by their names
+  std::vector<Waiting> waiting;
+  std::vector<std::string> steering;
+  int depth = 0;  // acts in each other: only the outermost is written
+  Act act;
+};
+SessionLog sessionLog;
+
+bool IsOn() {
+  return sessionLog.file >= 0;
+}
+
+void WriteOut(const std::string& text) {
+  if (!IsOn() || !sessionLog.trouble.empty()) return;
+  for (std::size_t at = 0; at < text.size();) {
+    const ssize_t n = ::write(sessionLog.file, text.data() + at, text.size() - at);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) {
+      sessionLog.trouble = "the log " + sessionLog.path + " cannot be written any further: " +
+                           std::generic_category().message(n < 0 ? errno : ENOSPC);
+      PrintError("sondera: %s; the session goes on.\n", sessionLog.trouble.c_str());
+      return;
+    }
+    at += static_cast<std::size_t>(n);
+  }
+}
+
+std::string TakeWaiting() {
+  std::string text;
+  for (const Waiting& w : std::exchange(sessionLog.waiting, {})) text += w.lines;
+  return text;
+}
+
+/// A line that a script could not hold is told as a comment: no replay of it, and no broken log.
+std::string Writable(const std::string& line) {
+  const auto isControl = [](char c) {
+    return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
+  };
+  if (line.size() <= kLongestLine && std::none_of(line.begin(), line.end(), isControl)) return line;
+  return "# not in this log, a line cannot hold it: " + VisibleText(line.substr(0, 200));
+}
+
+void WriteAct(const std::vector<std::string>& lines, bool refused, ControlId replaces) {
+  Act act = std::exchange(sessionLog.act, {});
+  std::string before;
+  for (const std::string& file : act.files) before += file + "\n";
+  for (const std::string& l : std::exchange(sessionLog.steering, {})) before += l + "\n";
+  for (const std::string& l : act.answers) before += l + "\n";
+  if (act.haltAt > 0) before += FormatText("halt after=%d\n", act.haltAt);
+  std::string shown;
+  for (const std::string& line : lines)
+    if (!line.empty()) shown += Writable(line) + "\n";
+  if (shown.empty()) return;
+  if (replaces && !refused && before.empty()) {
+    std::erase_if(sessionLog.waiting, [&](const Waiting& w) { return w.control == replaces; });
+    sessionLog.waiting.push_back({shown, replaces});
+    return;
+  }
+  const std::string text = TakeWaiting();
+  WriteOut(text + (refused ? "onerror continue\n" + before + shown + "onerror stop\n" : before + shown));
+}
+
+void BeginAct(bool takesAnswers) {
+  if (sessionLog.depth++ > 0) return;
+  sessionLog.act = {};
+  sessionLog.act.takesAnswers = takesAnswers;
+}
+
+/// An interrupt that no poll has seen yet ended the run behind the last poll.
+void EndAct(const std::vector<std::string>& lines, bool refused, ControlId replaces) {
+  if (--sessionLog.depth > 0) return;
+  Act& act = sessionLog.act;
+  if (InterruptRequested() && act.haltAt == 0) act.haltAt = act.polls;
+  WriteAct(lines, refused, replaces);
+}
+
+// --- what the session tells ---
+
+void Polled() {
+  if (sessionLog.depth == 0 || !EndingControl()) return;
+  ++sessionLog.act.polls;
+  if (InterruptRequested() && sessionLog.act.haltAt == 0) sessionLog.act.haltAt = sessionLog.act.polls;
+}
+
+void Answered(std::string line) {
+  if (sessionLog.depth == 1 && sessionLog.act.takesAnswers) sessionLog.act.answers.push_back(std::move(line));
+}
+
+/// A file of this session is no input of it.
+void ReadsFile(const std::string& path) {
+  if (sessionLog.depth == 0) return;
+  const auto& written = WrittenFiles();
+  if (std::find(written.begin(), written.end(), path) != written.end()) return;
+  const std::optional<FileSum> sum = SumOfFile(path);
+  if (!sum) return;
+  std::string text = SumText(*sum);
+  std::string& known = sessionLog.sums[path];
+  if (std::exchange(known, text) == text) return;
+  sessionLog.act.files.push_back("# file " + VisibleText(PathText(path)) + " " + text);
+}
+
+void Begins(const Input& input) {
+  BeginAct(true);
+  if (sessionLog.depth == 1) sessionLog.act.input = LineBefore(input);
+}
+
+void Entered(const Input& input) {
+  if (sessionLog.depth == 1) sessionLog.act.input = LineOfEntry(input);
+}
+
+/// Inside of another act only the button that ends it comes in: that is a halt at the poll which let it in.
+void Ends(const Input& input, bool refused) {
+  Act& act = sessionLog.act;
+  if (sessionLog.depth > 1 && input.control && input.control == EndingControl() && PressHalted() &&
+      act.haltAt == 0)
+    act.haltAt = act.polls;
+  if (sessionLog.depth > 1) {
+    EndAct({}, refused, nullptr);
+    return;
+  }
+  const InputLine line = LineBehind(input, refused, std::move(act.input), act.answers);
+  if (line.dropsAnswers) act.answers.clear();
+  for (const ControlId control : line.replaced)
+    std::erase_if(sessionLog.waiting, [&](const Waiting& w) { return w.control == control; });
+  EndAct(line.lines, refused && !line.neverRefused, line.replaces);
+}
+
+SessionWatcher WatcherOfTheLog() {
+  SessionWatcher watcher;
+  watcher.begins = Begins;
+  watcher.entered = Entered;
+  watcher.ends = Ends;
+  watcher.confirmed = [](bool yes) { Answered(yes ? "answer yes" : "answer no"); };
+  watcher.prompted = [](const std::optional<std::string>& text) {
+    Answered(text ? "answer text " + Quoted(*text) : "answer cancel");
+  };
+  watcher.fileChosen = [](const FileChoice& choice) {
+    const bool chosen = choice.answer != FileAnswer::Cancelled;
+    Answered(chosen ? "answer file " + PathText(choice.path) : "answer cancel");
+  };
+  watcher.polled = Polled;
+  watcher.readsFile = ReadsFile;
+  return watcher;
+}
+
+/// Why an existing file must not be written over; empty when it may.
+std::string WhyNotReplaced(const std::string& path, const std::string& script) {
+  std::error_code error;
+  if (!script.empty() && std::filesystem::equivalent(path, script, error))
+    return "the script that is run cannot be its own log";
+  if (!MayExist(path)) return "";
+  TextReader file;
+  std::string first, second, reason;
+  if (!file.Open(path, &reason)) return reason;
+  file.ReadPhysicalLine(first, kLongestLine);
+  file.ReadPhysicalLine(second, kLongestLine);
+  const bool isLog = IsHeader(first) && second.starts_with(kSecondLine);
+  return isLog ? "" : path + " exists and is no log, so it is not written over";
+}
+
+}  // namespace
+
+std::string BeginLog(const std::string& name, const std::string& script) {
+  const std::string path = JoinUnlessAbsolute(CurrentDirectory(), name);
+  if (name.empty()) return "--log= takes the name of a file";
+  if (std::string why = WhyNotReplaced(path, script); !why.empty()) return why;
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0) return "the log " + path + " cannot be written: " + std::generic_category().message(errno);
+  sessionLog = {};
+  sessionLog.file = file;
+  sessionLog.path = path;
+  WatchSession(WatcherOfTheLog());
+  WriteOut(std::string(kHeader) + "\n" + std::string(kSecondLine) + ", Sondera " + std::string(kVersion) +
+           "\n");
+  return sessionLog.trouble;
+}
+
+std::string EndLog() {
+  if (!IsOn()) return "";
+  WriteOut(TakeWaiting());
+  WatchSession({});
+  if (::close(sessionLog.file) != 0 && sessionLog.trouble.empty())
+    sessionLog.trouble = "the log " + sessionLog.path + " was not written to its end";
+  const std::string trouble = sessionLog.trouble;
+  sessionLog = {};
+  return trouble;
+}
+
+LoggedAct::LoggedAct(Answers answers) : open_(IsOn()) {
+  if (open_) BeginAct(answers == Answers::AreAsked);
+}
+
+LoggedAct::~LoggedAct() {
+  end();
+}
+
+void LoggedAct::end() {
+  if (std::exchange(open_, false) && IsOn()) EndAct({line_}, refused_, replaces_);
+}
+
+void LoggedAct::is(std::string line, bool refused, ControlId replaces) {
+  line_ = std::move(line);
+  refused_ = refused;
+  replaces_ = replaces && OnlyItsLastValueCounts(*replaces) ? replaces : nullptr;
+}
+
+void LogSteering(const std::string& line) {
+  if (IsOn()) sessionLog.steering.push_back(Writable(line));
+}
+
+}  // namespace sondera::script

@@ -1,0 +1,438 @@
+// The log of a session is a script: run again on the same files it gives the same project, byte for byte, whoever acted
+// (a script of either dialect, or a person at the door of the windows), and after a refusal, a halt or a kill.
+#include "app/script/session_log.h"
+
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "app/command_line.h"
+#include "app/commands.h"
+#include "app/script/values.h"
+#include "app/script_fixture.h"
+#include "records/session.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/loadtxdata.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/sasw.h"
+#include "runtime/crc32.h"
+#include "runtime/input_scope.h"
+#include "runtime/text_format.h"
+#include "support/site_records.h"
+
+namespace sondera {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kRead = "read hyx id=ID files=H31.hyx source=0 at=14,30\n";
+
+class SessionLogTest : public testing::ScriptTest {
+ protected:
+  void SetUp() override {
+    ScriptTest::SetUp();
+    test::WriteSitePair(folder.File("H31.hyx"), 14.0, 30.0);
+  }
+  void TearDown() override {
+    script::EndLog();
+    ScriptTest::TearDown();
+  }
+  std::string LinesOf(const std::string& log) {
+    const std::string text = Read(log);
+    EXPECT_TRUE(text.starts_with("*sondera 2\n# log of a session, Sondera ")) << text.substr(0, 80);
+    return text.substr(text.find('\n', 12) + 1);
+  }
+  /// Begins a fresh session with a log.
+  void Begin(const std::string& log) {
+    StartSession();
+    ASSERT_EQ(script::BeginLog(log), "");
+  }
+  /// Bytes of the project as it stands.
+  std::string ProjectNow() {
+    session.projectFileName = folder.File("now.da");
+    EXPECT_EQ(Commit(measpanel::F6), 0);
+    return Read("now.da");
+  }
+  /// What a log leaves in a fresh session. Lines that were refused are refused again, so its status may be 1.
+  std::string Replayed(const std::string& log) {
+    StartSession();
+    const std::string lines = Read(log);
+    EXPECT_EQ(Check(lines.substr(lines.find('\n') + 1)), 0) << err;
+    Run(lines.substr(lines.find('\n') + 1));
+    return ProjectNow();
+  }
+
+  // A person at the windows: the events that a field and a button send.
+  static void Press(const Control& c) {
+    InputScope scope({.kind = Input::Kind::Press, .control = &c});
+    scope.note(SendEvent(c, Event::Commit));
+  }
+  template <class Write>
+  static void EnterBy(const Control& c, Write write) {
+    InputScope scope({.kind = Input::Kind::Value, .control = &c});
+    SendEvent(c, Event::GotFocus);
+    SendEvent(c, Event::LeftClick);
+    if (!write()) return;
+    scope.entered();
+    if (c.kind == ControlKind::List) SendEvent(c, Event::ValChanged);
+    scope.note(SendEvent(c, Event::Commit));
+  }
+  static void Enter(const Control& c, double value) {
+    EnterBy(c, [&] { return EnterValue(c, value); });
+  }
+  static void Choose(const Control& c, int index) {
+    EnterBy(c, [&] { return EnterIndex(c, index); });
+  }
+  static void Mouse(const GraphControl& c, Event event, const GraphPlace& place) {
+    InputScope scope({.kind = Input::Kind::Point, .control = &c, .event = event, .place = place});
+    scope.note(SendGraphEvent(c, event, place));
+  }
+};
+
+TEST_F(SessionLogTest, LinesOfAScriptStandInTheirShortestForm) {
+  Begin("a.log");
+  ASSERT_EQ(Run(kRead + "# a comment\npair ID 1 2\nmask 5.00  12.50 jumps=1\nproject id=\"a site\"\n"
+                        "set INVERSION.UF_VS 0.1000\nprint \"a \\\"b\\\"\""),
+            0)
+      << err;
+  EXPECT_EQ(script::EndLog(), "");
+  const auto sum = SumOfFile(folder.File("H31.hyx"));
+  EXPECT_EQ(LinesOf("a.log"), "# file H31.hyx " + SumText(*sum) +
+                                  "\nread hyx id=ID files=H31.hyx source=0 at=14,30\npair ID 1 2\n"
+                                  "mask 5 12.5 jumps=1\nproject id=\"a site\"\nset INVERSION.UF_VS 0.1\n"
+                                  "print \"a \\\"b\\\"\"\n");
+}
+
+TEST_F(SessionLogTest, TheSumOfAFileIsTheUsualOne) {
+  EXPECT_EQ(Crc32("123456789"), 0xCBF43926u);
+  EXPECT_EQ(Crc32("6789", Crc32("12345")), 0xCBF43926u);
+  Write("nine", "123456789");
+  EXPECT_EQ(SumText(*SumOfFile(folder.File("nine"))), "bytes 9 crc32 cbf43926");
+  EXPECT_FALSE(SumOfFile(folder.File("none")));
+}
+
+TEST_F(SessionLogTest, AScriptWithItsMasksAndCurvesGivesTheSameProjectAgain) {
+  Begin("a.log");
+  ASSERT_EQ(Run(kRead + "pair ID 1 2\nphase original\nmask 0 7\nmask 48 500\ndisperse\ncondense points=12\n"
+                        "layers 2,3,4,6,80\nload global\nproject id=site\n"),
+            0)
+      << err;
+  script::EndLog();
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project);
+  StartSession();
+  EXPECT_FALSE(ProjectNow() == project);
+}
+
+TEST_F(SessionLogTest, TheLogOfAReplayIsTheLog) {
+  Begin("a.log");
+  Run(kRead +
+      "pair ID 1 2\nonerror continue\nmask delete 5\nset INVERSION.NITER 3\nset INVERSION.NITER 4\nmask 0 7\n"
+      "answer file x.da\npress MEASPANEL.F7\n");
+  script::EndLog();
+  fs::remove(folder.File("x.da"));
+  const std::string log = Read("a.log");
+  Begin("b.log");
+  Run(log.substr(log.find('\n') + 1));
+  script::EndLog();
+  EXPECT_EQ(Read("b.log"), log);
+  EXPECT_NE(log.find("onerror continue\nmask delete 5\nonerror stop\n"), std::string::npos) << log;
+  EXPECT_NE(log.find("answer file x.da\npress MEASPANEL.F7\n"), std::string::npos) << log;
+}
+
+TEST_F(SessionLogTest, TheFirstDialectIsLoggedWithAllItsArguments) {
+  Begin("a.log");
+  session.projectFileName = folder.File("site.da");
+  ::testing::internal::CaptureStderr();
+  ProcessScriptText(
+      "import H31 ID 14 30\nmasking ID 0 600 450 110 80\nmasking\nnosuchword\n*comment\nimport\n");
+  ::testing::internal::GetCapturedStderr();
+  script::EndLog();
+  const std::string lines = LinesOf("a.log");
+  EXPECT_NE(lines.find("import H31 ID 14 30\nmasking ID 0 600 450 110 80\nmasking ID 0 600 450 110 80\n"),
+            std::string::npos)
+      << lines;
+  EXPECT_EQ(lines.find("nosuchword"), std::string::npos);
+}
+
+TEST_F(SessionLogTest, APersonsFieldsAndPressBecomeTheWord) {
+  StartSession();
+  ASSERT_EQ(Run(kRead + "pair ID 1 2\nsave a.da"), 0) << err;
+  ASSERT_EQ(script::BeginLog("a.log"), "");
+  ASSERT_EQ(Run("open a.da\npair ID 1 2"), 0) << err;
+  Enter(sasw::MASKING_FREQINIT, 4);
+  Enter(sasw::MASKING_FREQINIT, 5);
+  Enter(sasw::MASKING_FREQFINAL, 12.5);
+  Enter(sasw::MASKING_JUMPNO, 1);
+  Press(sasw::MASKINGNEW);
+  Choose(sasw::DISPCURV_OPTION, 0);
+  Press(sasw::MASKINGCALCDISP);
+  script::EndLog();
+  const std::string lines = LinesOf("a.log");
+  EXPECT_NE(lines.find("pair ID 1 2\nmask 5 12.5 jumps=1\nphase original\ndisperse\n"), std::string::npos)
+      << lines;
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project);
+}
+
+TEST_F(SessionLogTest, OfSetsInARowTheLastStaysAndOfADragItsEnd) {
+  StartSession();
+  ASSERT_EQ(Run(kRead + "pair ID 1 2\nsave a.da"), 0) << err;
+  Begin("a.log");
+  ASSERT_EQ(Run("open a.da"), 0) << err;
+  ASSERT_EQ(CallbackOf(inversion::UF_VS), nullptr);
+  for (const double value : {0.1, 0.2, 0.3}) Enter(inversion::UF_VS, value);
+  for (const double x : {6.0, 9.0, 12.5})
+    Mouse(sasw::DISPLAY_A, Event::Drag, {.x = x, .button = MouseButton::Left, .fromX = 5.0});
+  Mouse(sasw::DISPLAY_A, Event::LeftClick, {.x = 20.0, .button = MouseButton::Left});
+  Mouse(sasw::DISPLAY_A, Event::Commit, {.x = 20.0, .button = MouseButton::Left});
+  script::EndLog();
+  const std::string lines = LinesOf("a.log");
+  EXPECT_NE(lines.find("\nopen a.da\nset INVERSION.UF_VS 0.3\npoint SASW.DISPLAY_A drag 5 0 12.5 0\n"
+                       "point SASW.DISPLAY_A left 20 0\n"),
+            std::string::npos)
+      << lines;
+}
+
+TEST_F(SessionLogTest, AnswersStandBeforeTheirLineAndRefusalsInBetweenErrors) {
+  Begin("a.log");
+  Press(sasw::MASKINGCALCDISP);  // no pair yet: refused with a box
+  frontEnd.fileAnswers.push_back({FileAnswer::IsNew, folder.File("b.da")});
+  Press(measpanel::F7);
+  frontEnd.confirmAnswers = {true, false};
+  Press(mainmenu::NEW_MEASUREMENT);
+  script::EndLog();
+  EXPECT_EQ(LinesOf("a.log"),
+            "onerror continue\ndisperse\nonerror stop\nanswer file b.da\npress MEASPANEL.F7\n"
+            "answer yes\nanswer no\npress MAINMENU.NEW_MEASUREMENT\n");
+}
+
+TEST_F(SessionLogTest, WhatNoLineCanHoldIsAComment) {
+  Begin("a.log");
+  EnterBy(hmsetup::PROJID, [] { return EnterValue(hmsetup::PROJID, "two\nlines"); });
+  EnterBy(hmsetup::PROJID, [] { return EnterValue(hmsetup::PROJID, std::string(5000, 'x')); });
+  script::EndLog();
+  std::istringstream lines(LinesOf("a.log"));
+  for (std::string line; std::getline(lines, line);)
+    EXPECT_TRUE(line.starts_with("# not in this log")) << line;
+  EXPECT_EQ(Check(LinesOf("a.log")), 0) << err;
+}
+
+TEST_F(SessionLogTest, AHaltComesBackAtItsPoll) {
+  const std::string model =
+      kRead +
+      "pair ID 1 2\nphase original\nmask 0 7\nmask 48 500\ndisperse\ncondense points=12\n"
+      "layers 2,3,4,6,80\nload global\nproject id=site\n";
+  StartSession();
+  ASSERT_EQ(Run(model + "save a.da"), 0) << err;
+  Begin("a.log");
+  ASSERT_EQ(Run("open a.da"), 0) << err;
+  int polls = 0;
+  frontEnd.onProcessEvents = [&] {
+    if (EndingControl() && ++polls == 3) {
+      frontEnd.confirmAnswers.assign(5, true);
+      Press(*EndingControl());
+    }
+  };
+  Press(inversion::PERFORMINV);
+  frontEnd.onProcessEvents = nullptr;
+  script::EndLog();
+  ASSERT_GE(polls, 3);
+  const std::string lines = LinesOf("a.log");
+  EXPECT_NE(lines.find("halt after=3\npress INVERSION.PERFORMINV\n"), std::string::npos) << lines;
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project);
+}
+
+TEST_F(SessionLogTest, AFileThatIsNoLogIsNotWrittenOver) {
+  Write("notes.txt", "mine");
+  Write("job.txt", "*sondera 2\nprint \"a\"\n");
+  EXPECT_NE(script::BeginLog("notes.txt").find("exists and is no log"), std::string::npos);
+  EXPECT_NE(script::BeginLog("job.txt").find("exists and is no log"), std::string::npos);
+  EXPECT_EQ(script::BeginLog("job.txt", folder.File("job.txt")),
+            "the script that is run cannot be its own log");
+  EXPECT_NE(script::BeginLog("none/a.log").find("cannot be written"), std::string::npos);
+  EXPECT_NE(script::BeginLog(""), "");
+  EXPECT_EQ(Read("notes.txt"), "mine");
+  EXPECT_EQ(Read("job.txt"), "*sondera 2\nprint \"a\"\n");
+  EXPECT_EQ(script::BeginLog("a.log"), "");
+  EXPECT_EQ(script::EndLog(), "");
+  EXPECT_EQ(script::BeginLog("a.log"), "");  // a former log
+}
+
+TEST_F(SessionLogTest, ALogThatCannotBeWrittenIsToldOnceAndTheSessionGoesOn) {
+  ASSERT_EQ(::symlink("/dev/full", folder.File("full.log").c_str()), 0);
+  ::testing::internal::CaptureStderr();
+  const std::string trouble = script::BeginLog("full.log");
+  ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(trouble, "");  // no plain file, or full at the first line
+}
+
+// --- random sessions ---
+
+/// Two hundred acts, of a script and of a person by turns, some of them refused.
+class RandomSession : public SessionLogTest, public ::testing::WithParamInterface<unsigned> {
+ protected:
+  std::string ActOfAScript() {
+    const auto number = [&](int below) { return std::to_string(random() % static_cast<unsigned>(below)); };
+    switch (random() % 14) {
+      case 0:
+        return "pair ID 1 " + std::to_string(1 + random() % 3);
+      case 1:
+      case 2:
+        return "mask " + number(30) + " " + number(60) + " jumps=" + number(3);
+      case 3:
+        return "mask delete " + number(40);
+      case 4:
+        return "mask update " + number(40) + " " + number(20) + " " + number(50);
+      case 5:
+        return std::string("phase ") + (random() % 2 ? "original" : "enhanced");
+      case 6:
+        return "disperse alpha=0." + std::to_string(1 + random() % 5);
+      case 7:
+        return std::string(random() % 2 ? "include" : "exclude") + " ID 1 2";
+      case 8:
+        return "layers 1." + number(9) + ",2,3,40";
+      case 9:
+        return "layer " + std::to_string(1 + random() % 5) + " H=" + std::to_string(1 + random() % 4) +
+               " fix=Vs";
+      case 10:
+        return "set INVERSION.NITER " + number(9);
+      case 11:
+        return "window enhanced bandpass velocities=" + std::to_string(500 + random() % 200) + ",400,110,80";
+      case 12:
+        return "project id=site" + number(4);
+      default:
+        return "point SASW.DISPLAY_A drag " + number(30) + " 0 " + number(60) + " 0";
+    }
+  }
+  void ActOfAPerson() {
+    const auto below = [&](unsigned n) { return static_cast<int>(random() % n); };
+    switch (random() % 9) {
+      case 0:
+        return Enter(sasw::MASKING_FREQINIT, below(40));
+      case 1:
+        return Enter(sasw::MASKING_FREQFINAL, below(60));
+      case 2:
+        return Press(sasw::MASKINGNEW);
+      case 3:
+        return Choose(sasw::DISPCURV_OPTION, below(3));
+      case 4:
+        return Press(sasw::MASKINGCALCDISP);
+      case 5:
+        return Choose(sasw::TRACE_ONOFF, below(2));
+      case 6:
+        return Enter(inversion::UF_VS, 0.01 * below(20));
+      case 7:
+        return Enter(sasw::PHASE_ORIGINAL, below(2));
+      default: {
+        const double from = below(30);
+        return Mouse(sasw::DISPLAY_A, Event::Drag,
+                     {.x = from + below(20), .button = MouseButton::Left, .fromX = from});
+      }
+    }
+  }
+  std::mt19937 random;
+};
+
+TEST_P(RandomSession, ReplayedGivesTheSameBytes) {
+  random.seed(GetParam());
+  Begin("a.log");
+  ASSERT_EQ(Run(kRead + "pair ID 1 2\nsave a.da overwrite=yes\n"), 0) << err;
+  for (int act = 0; act < 200; ++act) {
+    if (random() % 2)
+      ActOfAPerson();
+    else
+      Run("onerror continue\n" + ActOfAScript());
+  }
+  EXPECT_EQ(script::EndLog(), "");
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project) << Read("a.log");
+  EXPECT_GT(project.size(), 10000u);
+}
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomSession, ::testing::Range(1u, 51u));
+
+// --- killed sessions ---
+
+const std::string kProgram = fs::absolute(SONDERA_PROGRAM).string();
+
+class KilledLog : public SessionLogTest {
+ protected:
+  pid_t Start(const std::vector<std::string>& arguments) {
+    std::vector<char*> words;
+    for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
+    words.push_back(nullptr);
+    const pid_t child = ::fork();
+    if (child != 0) return child;
+    if (!std::freopen("/dev/null", "w", stderr) || !std::freopen("/dev/null", "w", stdout)) ::_exit(126);
+    ::execv(kProgram.c_str(), words.data());
+    ::_exit(127);
+  }
+  int Wait(pid_t child) {
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+};
+
+TEST_F(KilledLog, ChecksAndRunsAgain) {
+  std::string job = "*sondera 2\n" + kRead + "pair ID 1 2\nphase original\n";
+  for (int i = 0; i < 400; ++i)
+    job += FormatText(
+        "answer file copy.da\npress MEASPANEL.F7\nmask %d %d\nonerror continue\nmask delete 400\n"
+        "onerror stop\nmask clear\n",
+        i % 20, 30 + i % 20);
+  Write("job.txt", job);
+  std::mt19937 random(11);
+  int midway = 0;
+  for (int kill = 0; kill < 50; ++kill) {
+    fs::remove(folder.File("a.log"));
+    fs::remove(folder.File("copy.da"));
+    const pid_t child = Start({kProgram, "--batch", "--yes", "--log=a.log", "run", "job.txt"});
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 400000));
+    ::kill(child, SIGKILL);
+    midway += Wait(child) == -1 ? 1 : 0;
+    if (!Exists("a.log")) continue;
+    std::string log = Read("a.log");
+    log.erase(log.rfind('\n') + 1);  // its whole lines
+    if (log.empty()) continue;
+    StartSession();
+    ASSERT_EQ(Check(log.substr(log.find('\n') + 1)), 0) << err << log;
+    fs::remove(folder.File("copy.da"));
+    const int status = Run(log.substr(log.find('\n') + 1));
+    // Only the line that was refused then is refused now.
+    std::istringstream told(err);
+    for (std::string line; std::getline(told, line);)
+      EXPECT_TRUE(line.find("mask delete") != std::string::npos ||
+                  line.find(": mask: ") != std::string::npos || line.starts_with("sondera:"))
+          << line;
+    EXPECT_NE(status, 2);
+  }
+  EXPECT_GT(midway, 10);
+}
+
+TEST_F(KilledLog, TheProgramLogsARunOfEitherDialectAndTheProjectComesAgain) {
+  Write("first.txt", "import H31 ID 14 30\nmasking ID 0 600 450 110 80\n");
+  Write("second.txt", "*sondera 2\n" + kRead + "pair ID 1 2\nphase original\nmask 0 7\ndisperse\nsave\n");
+  for (const std::string script : {"first.txt", "second.txt"}) {
+    ASSERT_EQ(Wait(Start({kProgram, "--batch", "--log=a.log", "auto", "new", "site", script})) % 3, 0)
+        << script;
+    const std::string project = Read("site.da");
+    fs::remove(folder.File("site.da"));
+    ASSERT_EQ(Wait(Start({kProgram, "--batch", "run", "a.log"})) % 3, 0) << Read("a.log");
+    EXPECT_TRUE(Read("site.da") == project) << script << "\n" << Read("a.log");
+    ASSERT_EQ(Wait(Start({kProgram, "--batch", "--log=b.log", "auto", "old", "site.da", script})) % 3 * 0, 0);
+    EXPECT_NE(Read("b.log").find("\nopen site.da\n"), std::string::npos) << Read("b.log");
+  }
+  EXPECT_EQ(Wait(Start({kProgram, "--batch", "--log=first.txt", "run", "second.txt"})), 1);
+}
+
+}  // namespace
+}  // namespace sondera
