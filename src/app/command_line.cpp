@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <utility>
 
 #include "acquisition/board_choice.h"
 #include "acquisition/daq_driver.h"
@@ -11,8 +12,10 @@
 #include "app/commands.h"
 #include "app/console.h"
 #include "app/control_reference.h"
+#include "app/script/input_lines.h"
 #include "app/script/line.h"
 #include "app/script/script_files.h"
+#include "app/script/session_log.h"
 #include "app/script/values.h"
 #include "app/script/words.h"
 #include "app/shutdown.h"
@@ -46,6 +49,9 @@ constexpr const char* kHelp = R"(Sondera - analysis of surface-wave tests (SASW)
   sondera export --format=FORM <file.da> <out>
                                              writes the project for other programs: csv, json, swprepost, dinver,
                                              gpdc, layers, disba
+  sondera show <file.da>                     prints what is in a project: curves, profile, masks
+  sondera plot <file.da> <out.svg|pdf|png>   draws it
+  sondera batch <sites.csv> <script>         runs a script for each site of a list, each in a folder of its own
 
 Options
   --batch      never open a window
@@ -53,6 +59,10 @@ Options
   --quiet      at the end of a script print doubts only, without summary and notes
   --strict     end with status 3 when everything was done but something is doubtful; a script of the second
                dialect always does
+  --overwrite  with run: files that exist are written over, as if each line said overwrite=yes
+  --figures=FILE
+               write the numbers of a script's run to a file, as JSON
+  --log=FILE   write every act of the session to a file that runs again: sondera run FILE
   --report=OUT.ps
                write the whole report of a project: sondera --report=OUT.ps <file.da>
   --wait       wait for a project or for result files that another run has in use; without it the program
@@ -61,7 +71,16 @@ Options
                take records from a board; --board=list prints the drivers and what each finds
   --only=TABLE,...
                with --format=csv: curves, profile, spectra, masks, figures
-  --extend     with --format=: Vs30 also where the ground was not seen to 30 m
+  --extend     with --format=, show and plot: Vs30 also where the ground was not seen to 30 m
+  --curves, --profile, --masks
+               with show: these parts only
+  --what=curves|fit|profile|phase
+               with plot: what to draw
+  --known-curve=FILE, --known-layers=FILE
+               with show and plot: what is known of the ground, beside what was found
+  --jobs=N, --resume, --keep-going, --only=ROW, --collect
+               with batch: so many sites at a time; skip those that are done and unchanged; go on after a site
+               that failed; one row of the list; only write the summary from the folders
   --help       this text; --help script: the words of a script; --help <word>: one of them;
                --help controls: every control by its name;
                --help completion: for bash
@@ -72,7 +91,7 @@ error, and 3 when everything was done and there are doubts (with --strict, or by
 )";
 
 constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=",
-                           kReportOption = "--report=";
+                           kReportOption = "--report=", kLogOption = "--log=";
 
 /// Messages shown by an action count as its failure.
 template <class Action>
@@ -131,7 +150,7 @@ int RunScript(const std::vector<std::string>& arguments, bool prepared, bool ass
   const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
   const char* const was = how == "old" ? "opened" : "made";
   if (script::FileHasHeader(JoinUnlessAbsolute(CurrentDirectory(), script))) {
-    if (prepared) return script::RunFile(script, assumeYes);
+    if (prepared) return script::RunFile(script, {assumeYes});
     PrintError("sondera: %s was not %s, so the script is not run.\n", name.c_str(), was);
     return Stop();
   }
@@ -148,8 +167,11 @@ int RunAutoOld(const std::vector<std::string>& arguments, bool assumeYes) {
   bool opened = false;
   const bool missing = !MayExist(path);
   if (!missing && !MayWorkOn(path)) return Stop();
+  script::LoggedAct logged(script::LoggedAct::Answers::AreAsked);
   const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(path) == 0; });
   if (!opened && !missing) return Stop(path, "no script was run");
+  if (opened) logged.is("open " + script::PathText(JoinUnlessAbsolute(CurrentDirectory(), path)), false);
+  logged.end();
   return RunScript(arguments, quiet, assumeYes);
 }
 
@@ -157,7 +179,10 @@ int RunAutoNew(const std::vector<std::string>& arguments, bool assumeYes) {
   const std::string path = NewProjectPath(arguments[3]);
   if (!MayWorkOn(path)) return Stop();
   bool mayRun = false;
+  script::LoggedAct logged(script::LoggedAct::Answers::AreAsked);
   const bool quiet = WorksWithoutMessage([&] { mayRun = NewProjectFile(path); });
+  if (mayRun) logged.is("save " + script::PathText(path) + " overwrite=yes", !quiet);
+  logged.end();
   return mayRun ? RunScript(arguments, quiet, assumeYes) : Stop();
 }
 
@@ -220,7 +245,14 @@ std::string WrongTableExport(const CommandLine& line) {
 
 int OpenForAPerson(const std::string& path) {
   if (FileExists(path) && !MayWorkOn(path)) return Stop();
-  return WorksWithoutMessage([&] { OpenFileProc(path); }) ? 0 : 1;
+  script::LoggedAct logged(script::LoggedAct::Answers::AreAsked);
+  bool opened = false;
+  const bool quiet = WorksWithoutMessage([&] { opened = OpenFileProc(path) == 0; });
+  if (opened || session.readInPart)
+    logged.is("open " + script::PathText(JoinUnlessAbsolute(CurrentDirectory(), path)) +
+                  (session.readInPart ? " damaged=yes" : ""),
+              false);
+  return quiet ? 0 : 1;
 }
 
 int PrintHelpOn(const std::string& subject) {
@@ -229,6 +261,52 @@ int PrintHelpOn(const std::string& subject) {
     PrintError("sondera: there is no help on %s; sondera --help script lists the words.\n", subject.c_str());
   std::fputs(text.c_str(), stdout);
   return text.empty() ? 1 : 0;
+}
+
+/// Options of one command: show, plot, batch.
+bool TakeOptionOfWord(const std::string& word, CommandLine& line) {
+  const auto value = [&](std::string_view option, std::string& text) {
+    if (!word.starts_with(option)) return false;
+    text = word.substr(option.size());
+    return true;
+  };
+  std::string jobs;
+  if (word == "--overwrite")
+    line.overwrite = true;
+  else if (value("--figures=", line.report.figuresFile)) {
+  } else if (word == "--curves" || word == "--profile" || word == "--masks")
+    line.look.parts.push_back(word.substr(2));
+  else if (word == "--resume")
+    line.batchRun.resume = true;
+  else if (word == "--keep-going")
+    line.batchRun.keepGoing = true;
+  else if (word == "--collect")
+    line.batchRun.collect = true;
+  else if (value("--jobs=", jobs))
+    line.batchRun.jobs = script::WholeOf(jobs).value_or(0);
+  else
+    return value("--what=", line.look.what) || value("--known-curve=", line.look.knownCurve) ||
+           value("--known-layers=", line.look.knownLayers);
+  return true;
+}
+
+/// An option whose command is not there; empty for none.
+std::string StrayOption(CommandLine& line) {
+  const std::string word = line.arguments.size() > 1 ? line.arguments[1] : std::string();
+  const bool looks = word == "show" || word == "plot", isBatch = word == "batch";
+  const LookOptions& look = line.look;
+  if (isBatch) line.batchRun.only = std::exchange(line.tables, {});
+  if (line.format.empty() && !line.tables.empty()) return "--only";
+  if (line.format.empty() && !looks && line.extend) return "--extend";
+  if (word != "run" && line.overwrite) return "--overwrite";
+  if (word != "show" && !look.parts.empty()) return "--" + look.parts.front();
+  if (word != "plot" && !look.what.empty()) return "--what";
+  if (!looks && !(look.knownCurve + look.knownLayers).empty())
+    return look.knownCurve.empty() ? "--known-layers" : "--known-curve";
+  const batch::Options& run = line.batchRun;
+  if (!isBatch && (run.resume || run.keepGoing || run.collect || run.jobs != 1))
+    return run.resume ? "--resume" : run.keepGoing ? "--keep-going" : run.collect ? "--collect" : "--jobs";
+  return "";
 }
 
 }  // namespace
@@ -261,13 +339,14 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
       line.tables = script::ItemsOf(word.substr(kOnlyOption.size()));
     else if (word == "--extend")
       line.extend = true;
+    else if (word.starts_with(kLogOption))
+      line.log = word.substr(kLogOption.size());
     else if (word.starts_with(kReportOption))
       line.reportFile = word.substr(kReportOption.size());
-    else if (line.unknownOption.empty())
+    else if (!TakeOptionOfWord(word, line) && line.unknownOption.empty())
       line.unknownOption = word;
   }
-  if (line.format.empty() && (line.extend || !line.tables.empty()) && line.unknownOption.empty())
-    line.unknownOption = line.extend ? "--extend" : "--only";
+  if (line.unknownOption.empty()) line.unknownOption = StrayOption(line);
   return line;
 }
 
@@ -300,8 +379,17 @@ std::string WrongForm(const std::vector<std::string>& arguments) {
 }
 
 int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes) {
+  CommandLine line;
+  line.arguments = arguments;
+  line.assumeYes = assumeYes;
+  return DispatchWithOptions(line);
+}
+
+int DispatchWithOptions(const CommandLine& line) {
+  const std::vector<std::string>& arguments = line.arguments;
+  const bool assumeYes = line.assumeYes;
   const std::size_t count = arguments.size();
-  if (const auto status = RunCommandWord(arguments, assumeYes)) return *status;
+  if (const auto status = RunCommandWord(line)) return *status;
   if (LacksProjectName(arguments)) return 1;
   if (count == 2) return OpenForAPerson(arguments[1]);
   if (count == 5 && arguments[1] == "auto") return RunAuto(arguments, assumeYes);
@@ -310,6 +398,20 @@ int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYe
 }
 
 namespace {
+
+/// The script that the arguments name; empty without one.
+std::string ScriptOf(const std::vector<std::string>& arguments) {
+  const bool isRun = arguments.size() == 3 && arguments[1] == "run",
+             isAuto = arguments.size() == 5 && arguments[1] == "auto";
+  return isRun || isAuto ? JoinUnlessAbsolute(CurrentDirectory(), arguments.back()) : std::string();
+}
+
+/// Begins the log that was asked for. False after a sentence.
+bool LogBegins(const CommandLine& line) {
+  const std::string fault = line.log ? script::BeginLog(*line.log, ScriptOf(line.arguments)) : std::string();
+  if (!fault.empty()) PrintError("sondera: %s; nothing was done.\n", fault.c_str());
+  return fault.empty();
+}
 
 /// All of a run behind the options.
 int RunSession(const CommandLine& line, const WindowsDoor& windows) {
@@ -331,15 +433,17 @@ int RunSession(const CommandLine& line, const WindowsDoor& windows) {
       PrintError("sondera: waiting, since %s.\n", sentence.c_str());
     });
   }
+  if (!LogBegins(line)) return kNotAllDone;
   StartSession();
   const int dispatched = line.reportFile       ? RunReport(line.arguments, *line.reportFile)
-                         : line.format.empty() ? DispatchCommandLine(line.arguments, line.assumeYes)
+                         : line.format.empty() ? DispatchWithOptions(line)
                          : wrong.empty()       ? RunTableExport(line)
                                                : kAllDone;
   const int status = RunUserInterface();
   FinishProgressLine();
-  InstallDaqDriver(&daqNone);  // a board program gets its time to end
-  if (dispatched != kAllDone && dispatched != kDoneWithDoubts) return kNotAllDone;
+  const bool logIsWhole = script::EndLog().empty();  // else it has been told
+  InstallDaqDriver(&daqNone);                        // a board program gets its time to end
+  if ((dispatched != kAllDone && dispatched != kDoneWithDoubts) || !logIsWhole) return kNotAllDone;
   return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
 }
 

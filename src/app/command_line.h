@@ -7,25 +7,9 @@
 #include <vector>
 
 #include "app/console.h"
-#include "app/run_report.h"
+#include "app/options.h"
 
 namespace sondera {
-
-struct CommandLine {
-  bool help = false, version = false;
-  bool batch = false;      ///< never open a window
-  bool assumeYes = false;  ///< answer questions with Yes
-  RunReportOptions report;
-  std::optional<std::string> reportFile;  ///< the whole report of the project goes there
-  bool wait = false;                      ///< wait for a project that another process has open
-  std::optional<std::string> board;       ///< which board to take records from; without it there is none
-  std::string format;                     ///< of --format=: `export` writes tables in this form
-  std::vector<std::string> tables;        ///< of --only=
-  bool extend = false;                    ///< --extend: Vs30 also where 30 m were not seen
-  std::string unknownOption;
-  /// Program name and the arguments, options taken off: their number chooses the form.
-  std::vector<std::string> arguments;
-};
 
 /// Splits a command line. Whatever begins with "--" is an option and does not count as an argument.
 CommandLine ParseCommandLine(const std::vector<std::string>& words);
@@ -47,6 +31,8 @@ std::string WrongForm(const std::vector<std::string>& arguments);
 /// be done, 3 when a script of the second dialect did it with doubts, else 0.
 /// @param assumeYes  questions of such a script are answered with Yes
 int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes = false);
+/// The same with the options of its commands.
+int DispatchWithOptions(const CommandLine& line);
 
 /// Runs the body and returns its status. An exception that nobody else handled, such as memory that is not
 /// there, ends in one sentence on standard error and 1: nothing that is written is left half.

@@ -4,13 +4,14 @@
 
 #include <optional>
 #include <string>
-#include <vector>
+
+#include "app/options.h"
 
 namespace sondera {
 
 /// Does what the first word behind the program's name asks for and tells the program to quit. The exit
 /// status; nothing for another first word.
-std::optional<int> RunCommandWord(const std::vector<std::string>& arguments, bool assumeYes);
+std::optional<int> RunCommandWord(const CommandLine& line);
 
 /// Whether a first word is one of them.
 bool IsCommandWord(const std::string& word);

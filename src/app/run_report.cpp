@@ -8,10 +8,12 @@
 
 #include "app/console.h"
 #include "app/run_doubts.h"
+#include "app/run_figures.h"
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "run/result_entries.h"
 #include "run/run_history.h"
+#include "runtime/atomic_writer.h"
 #include "runtime/findings.h"
 #include "runtime/paths.h"
 #include "runtime/terminal.h"
@@ -126,6 +128,16 @@ void PrintFindings() {
     if (f.kind == FindingKind::Doubt) PrintLine("doubt: " + f.text);
 }
 
+/// False after a sentence.
+bool WriteFigures() {
+  if (reportOptions.figuresFile.empty()) return true;
+  TextWriter file(JoinUnlessAbsolute(CurrentDirectory(), reportOptions.figuresFile));
+  file.Put(RunFiguresText());
+  if (file.Close()) return true;
+  PrintError("sondera: %s\n", file.Reason().c_str());
+  return false;
+}
+
 int StatusOf(bool allDone, bool doubtsCount) {
   if (!allDone) return kNotAllDone;
   return DoubtCount() > 0 && (doubtsCount || reportOptions.strict) ? kDoneWithDoubts : kAllDone;
@@ -143,6 +155,7 @@ int ReportRun(bool allDone, bool doubtsCount) {
   if (!InversionHistories().empty()) DoubtInversion(InversionHistories().back());
   DoubtSweep();
   FinishProgressLine();
+  if (!WriteFigures()) allDone = false;
   if (!reportOptions.quiet)
     for (const std::string& line : RunSummary(pairs)) PrintLine(line);
   PrintFindings();

@@ -4,11 +4,14 @@
 // findings with "note:" or "doubt:". Other programs read them, so the beginnings do not change.
 #pragma once
 
+#include <string>
+
 namespace sondera {
 
 struct RunReportOptions {
-  bool quiet = false;   ///< doubts only
-  bool strict = false;  ///< doubts change the status
+  bool quiet = false;       ///< doubts only
+  bool strict = false;      ///< doubts change the status
+  std::string figuresFile = {};  ///< the numbers of a script's run go there (run_figures.h); empty: nowhere
 };
 /// Kept over StartSession(): they come from the command line.
 void SetRunReportOptions(const RunReportOptions& options);

@@ -32,15 +32,6 @@ std::vector<std::string> CsvTablesOf(const TableExport& what) {
   return {std::begin(kCsvTables), std::end(kCsvTables)};
 }
 
-ProjectTables OpenProjectTables(bool extend) {
-  TableChoices choices;
-  choices.iterations = ReadEntryLists().iterations;
-  int count = 0;
-  choices.fixedLayers = RetrieveLayerNoFromStr(GetCtrlVal(inversion::CONST_MP_VS), count);
-  choices.extend = extend;
-  return CollectTables(choices);
-}
-
 std::string WriteText(const std::string& path, const std::string& text) {
   TextWriter file(path);
   file.Put(text);
@@ -67,6 +58,15 @@ std::string TextOfLayers(const TableExport& what, const ProjectTables& tables, s
 }
 
 }  // namespace
+
+ProjectTables OpenProjectTables(bool extend) {
+  TableChoices choices;
+  choices.iterations = ReadEntryLists().iterations;
+  int count = 0;
+  choices.fixedLayers = RetrieveLayerNoFromStr(GetCtrlVal(inversion::CONST_MP_VS), count);
+  choices.extend = extend;
+  return CollectTables(choices);
+}
 
 std::vector<std::string> FilesOf(const TableExport& what) {
   if (!IsForm(what.form)) return {};

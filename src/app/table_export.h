@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "project/export_tables.h"
+
 namespace sondera {
 
 /// The forms, between bars.
@@ -18,6 +20,9 @@ struct TableExport {
   bool extend = false;            ///< Vs30 from a profile that was not seen to 30 m
   bool geopsy210 = false;         ///< of dinver: the third column of Geopsy 2.10
 };
+
+/// Tables of the open project, with the entries that its lists show.
+ProjectTables OpenProjectTables(bool extend);
 
 /// The files that an export makes. Empty for a form or a table that does not exist.
 std::vector<std::string> FilesOf(const TableExport& what);
