@@ -9,8 +9,8 @@
 namespace sondera {
 
 struct RunReportOptions {
-  bool quiet = false;       ///< doubts only
-  bool strict = false;      ///< doubts change the status
+  bool quiet = false;            ///< doubts only
+  bool strict = false;           ///< doubts change the status
   std::string figuresFile = {};  ///< the numbers of a script's run go there (run_figures.h); empty: nowhere
 };
 /// Kept over StartSession(): they come from the command line.

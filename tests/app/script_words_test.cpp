@@ -266,8 +266,8 @@ TEST(ScriptWords, TheScriptsOfTheDocumentationCanBeRun) {
       EXPECT_EQ(CheckScript(source, name), 0) << script;
     }
   }
-  EXPECT_GT(std::count(ScriptsOf("script.md").front().begin(), ScriptsOf("script.md").front().end(), '\n'),
-            30);
+  const std::string site = ScriptsOf("script.md").front();
+  EXPECT_GT(std::count(site.begin(), site.end(), '\n'), 30);
 }
 
 TEST(ScriptWords, TheExampleCanBeRun) {
