@@ -34,7 +34,9 @@ struct MenuKey {
 constexpr MenuKey kMenuKeys[] = {{&mainmenu::NEW_MEASUREMENT, "Ctrl+N"},
                                  {&mainmenu::LOAD_RAW_DATA, "Ctrl+O"},
                                  {&mainmenu::SAVE_RAW_DATA, "Ctrl+S"},
-                                 {&mainmenu::QUIT, "Ctrl+Q"}};
+                                 {&mainmenu::QUIT, "Ctrl+Q"},
+                                 {&mainmenu::UNDO, "Ctrl+Z"},
+                                 {&mainmenu::REDO, "Ctrl+Y"}};
 
 /// Buttons of the measurement page that are named like keys.
 constexpr MenuKey kPageKeys[] = {{&measpanel::F1, "F1"}, {&measpanel::F2, "F2"}, {&measpanel::F6, "F6"},
@@ -159,6 +161,9 @@ void Menus::MakeToolBar() {
   AddTool(mainmenu::NEW_MEASUREMENT, tr("New"), QStyle::SP_FileIcon);
   AddTool(mainmenu::LOAD_RAW_DATA, tr("Open"), QStyle::SP_DialogOpenButton);
   AddTool(mainmenu::SAVE_RAW_DATA, tr("Save"), QStyle::SP_DialogSaveButton);
+  bar->addSeparator();
+  AddTool(mainmenu::UNDO, tr("Undo"), QStyle::SP_ArrowBack);
+  AddTool(mainmenu::REDO, tr("Redo"), QStyle::SP_ArrowForward);
   bar->addSeparator();
   AddTool(mainmenu::LOAD_TWO_CHNL_DATA, tr("Import"), QStyle::SP_ArrowDown);
   bar->addSeparator();

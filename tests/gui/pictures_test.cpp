@@ -67,6 +67,7 @@ class Pictures : public testing::AppTest {
     ResetEvents();
     StartRefresh();
     OpenMainWindow();
+    MainWindowWidget()->setWindowState(Qt::WindowNoState);  // small screens have it maximised
     MainWindowWidget()->resize(1100, 700);
     Settle();
   }
@@ -137,6 +138,10 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::INVERSION, mainmenu::INV_ANALYSIS_PARAM, "inversion");
   TakePanel(Panel::ANALRESULT, exdthd::RESULTBOX, "results");
   TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave");
+  TakePanel(Panel::MSCALEPNL, mainmenu::ADJUST_SCALE, "axes_traces");
+  TakePanel(Panel::DSP_MSCALE, mainmenu::DISP_CV_AXIS_ATTR_MENU, "axes_curves");
+  TakePanel(Panel::PULSE, mainmenu::PULSE_WAVEFORM_MENU, "waveform");
+  TakePanel(Panel::ABOUTPNL, mainmenu::ABOUT_BOX, "about");
 }
 
 }  // namespace
