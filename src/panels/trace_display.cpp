@@ -165,6 +165,7 @@ void DrawPreview() {
     Shown shown;
     if (!FindShown(g, shown)) continue;
     shown.dspChan = std::min(static_cast<int>(trace), shown.records.hwSetup->nChannels - 1);
+    SetGraphTitle(g.graph, TitleOf(g, shown, DisplayType::TimeTrace));
     PlotTrace(ViewOf(g, shown, DisplayType::TimeTrace));
   }
 }

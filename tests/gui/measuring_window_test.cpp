@@ -47,10 +47,12 @@ TEST_F(MeasuringWindow, TheRecordStandsBehindTheQuestionOfThePreview) {
   Answer("No");
   Answer("Yes");
   std::size_t points = 0;
+  std::string title;
   inRun = [&] {
     if (!QApplication::activeModalWidget()) return;
     const auto& plots = GraphOf(measpanel::DISPLAY_A).plots;
     points = plots.empty() ? 0 : plots[0].x.size();
+    title = GraphOf(measpanel::DISPLAY_A).title;
   };
   Run([&] {
     EXPECT_TRUE(WidgetOf(measpanel::SASWSTART)->isEnabled());
@@ -60,6 +62,7 @@ TEST_F(MeasuringWindow, TheRecordStandsBehindTheQuestionOfThePreview) {
   });
   EXPECT_EQ(asked, std::vector<std::string>(3, "Accept the current measurements ?"));
   EXPECT_EQ(points, 1024u);
+  EXPECT_EQ(title, "measID[1] Time Trace");
 }
 
 TEST_F(MeasuringWindow, PauseAndStopAreLiveAndTheRestIsNot) {
