@@ -48,6 +48,7 @@ std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
   if (key == "write only") return "profile";
   if (key == "report FILE.ps" || key == "report FILE") return "report.ps";
   if (key == "figure FILE") return "graph.svg";
+  if (key == "measure accept") return "yn";
   if (key == "figure width" || key == "figure height") return "300";
   if (key == "read files") return "a";
   if (key == "read KIND") return "tim";
