@@ -63,7 +63,7 @@ Options
   --figures=FILE
                write the numbers of a script's run to a file, as JSON
   --log=FILE   write every act of the session to a file that runs again: sondera run FILE
-  --report=OUT.ps
+  --report=OUT.ps|OUT.pdf
                write the whole report of a project: sondera --report=OUT.ps <file.da>
   --wait       wait for a project or for result files that another run has in use; without it the program
                stops

@@ -53,11 +53,6 @@ FileChoice SelectFile(const FileRequest& request) {
   return {};
 }
 
-bool Print(const PrintRequest& request) {
-  PrintLine(request.title, "printing needs the windows; the word report writes pages as PostScript.");
-  return false;
-}
-
 bool ShowManualText() {
   PrintLine(kAppTitle, "the manual is docs/manual.md; sondera --help lists the rest.");
   return false;
@@ -138,7 +133,6 @@ void InstallConsole(const ConsoleOptions& options) {
   f.prompt = Prompt;
   f.selectFile = SelectFile;
   f.run = Run;
-  f.print = Print;
   f.showManual = ShowManualText;
   InstallFrontEnd(std::move(f));
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/console.h"
-#include "app/run_doubts.h"
 #include "app/run_figures.h"
+#include "inversion/run_doubts.h"
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "run/result_entries.h"
@@ -151,9 +151,7 @@ void SetRunReportOptions(const RunReportOptions& options) {
 
 int ReportRun(bool allDone, bool doubtsCount) {
   const std::vector<PairFigures> pairs = FiguresOfIncludedPairs();
-  DoubtPairs(pairs, AgreementOfPairs());
-  if (!InversionHistories().empty()) DoubtInversion(InversionHistories().back());
-  DoubtSweep();
+  DoubtResults();
   FinishProgressLine();
   if (!WriteFigures()) allDone = false;
   if (!reportOptions.quiet)

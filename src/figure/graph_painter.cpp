@@ -121,8 +121,8 @@ class Painter {
     if (!AxisTitle(graph_.yAxis).empty()) left += 1.5 * name_.size;
     frame_.left += std::max(left, style_.leftRoom);
     ticksX_ = TicksAcross(Width(frame_));
-    // Half of the last number stands beside the frame.
-    if (style_.numbersX && !ticksX_.numbers.empty() && rows_.empty() && !graph_.intensity)
+    // Half of the last number stands beside the frame; without numbers the room stays, for graphs in line.
+    if (!ticksX_.numbers.empty() && rows_.empty() && !graph_.intensity)
       frame_.right -= 0.5 * canvas_.TextWidth(ticksX_.numbers.back().text, plain_);
   }
 

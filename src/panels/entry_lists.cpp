@@ -1,6 +1,8 @@
 // entry_lists.cpp - see entry_lists.h.
 #include "panels/entry_lists.h"
 
+#include <algorithm>
+
 #include <vector>
 
 #include "runtime/catalogue/exdthd.h"
@@ -47,6 +49,14 @@ void ShowEntryLists(const EntryNumbers& numbers) {
   Append(exdthd::ITERNO, numbers.iterations);
   Append(fmodeling::COPYPRF, numbers.profiles);
   Append(inversion::INV_SMP, numbers.startingModels);
+}
+
+std::vector<int> StoredEntries() {
+  std::vector<int> entries = ReadEntryLists().iterations;
+  std::sort(entries.begin(), entries.end());
+  entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
+  std::erase_if(entries, [](int entry) { return entry < 0; });
+  return entries;
 }
 
 }  // namespace sondera

@@ -5,6 +5,8 @@
 // Callers: start of a run, the project file, the settings of a forward run. Owns no state.
 #pragma once
 
+#include <vector>
+
 #include "records/inv_records.h"
 
 namespace sondera {
@@ -17,5 +19,8 @@ EntryNumbers ReadEntryLists();
 /// Empties the lists and fills them with the numbers, labelled "INV k" and "SMP k". The fixed item of INV_SMP is not
 /// among the numbers.
 void ShowEntryLists(const EntryNumbers& numbers);
+
+/// The iterations that the results page offers, ascending.
+std::vector<int> StoredEntries();
 
 }  // namespace sondera

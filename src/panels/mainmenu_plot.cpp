@@ -1,7 +1,6 @@
 // mainmenu_plot.cpp - see mainmenu_plot.h.
 #include "panels/mainmenu_plot.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -29,15 +28,6 @@ const char* DialogTitle(ReportKind kind) {
       break;
   }
   return "Print the report to PS file";
-}
-
-/// The iterations that the results page offers, in their order.
-std::vector<int> StoredEntries() {
-  std::vector<int> entries = ReadEntryLists().iterations;
-  std::sort(entries.begin(), entries.end());
-  entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
-  std::erase_if(entries, [](int entry) { return entry < 0; });
-  return entries;
 }
 
 std::string WithExtension(const std::string& path) {
@@ -73,15 +63,29 @@ int Print(ReportKind kind, Event event) {
 
 }  // namespace
 
-int PrintReport(ReportKind kind, const std::string& name) {
+bool IsPdfName(const std::string& path) {
+  const std::string name = FileNameOf(path);
+  return name.size() > 4 && (name.ends_with(".pdf") || name.ends_with(".PDF"));
+}
+
+int PrintReport(ReportKind kind, const std::string& name, const PdfWishes& wishes) {
+  constexpr const char* kOverProject = "The report would take the place of the project. Choose another name.";
+  const bool whole = kind == ReportKind::whole;
+  if (IsProjectFile(name)) return Refuse(kOverProject);
+  if (whole && IsPdfName(name)) return PrintPdfReport(name, wishes);
   const ReportInput input = {session.projectFileName, ProjectUnit(), StoredEntries()};
   const std::string nothing = NothingToShow(kind, input);
   if (!nothing.empty()) return Refuse(nothing);
   const std::string path = name.empty() ? AskForName(kind) : name;
   if (path.empty()) return -1;
-  if (IsProjectFile(path))
-    return Refuse("The report would take the place of the project. Choose another name.");
-  if (kind == ReportKind::whole) TellWhatIsMissing(input);
+  if (IsProjectFile(path)) return Refuse(kOverProject);
+  if (!whole && IsPdfName(path))
+    return Refuse("This report is PostScript; name a file that ends with .ps. The whole report may be PDF.");
+  if (whole && IsPdfName(path)) {
+    AskForSiteTexts();
+    return PrintPdfReport(path, wishes);
+  }
+  if (whole) TellWhatIsMissing(input);
   SetWaitCursor(true);
   const Refusal refusal = WriteReport(path, kind, input);
   SetWaitCursor(false);

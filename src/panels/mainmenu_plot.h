@@ -5,16 +5,22 @@
 
 #include <string>
 
+#include "panels/mainmenu_pdf.h"
 #include "report/report_document.h"
 #include "runtime/controls.h"
 
 namespace sondera {
 
-/// Writes a report of the project. What the whole report has no pages for is said in a message box each, before the
+/// Whether a name asks for the PDF report.
+bool IsPdfName(const std::string& path);
+
+/// Writes a report of the project; for the whole report a name that ends with .pdf gives the PDF report
+/// (mainmenu_pdf.h). What the whole report has no pages for is said in a message box each, before the
 /// file is begun.
 /// @param name  file. Empty: a dialog asks for it, and a name without extension gets ".ps"
 /// @return 0; -1 after a cancel, or after a message when nothing is there to show or the file was not written
-int PrintReport(ReportKind kind, const std::string& name);
+/// @param wishes  of the PDF report
+int PrintReport(ReportKind kind, const std::string& name, const PdfWishes& wishes = {});
 
 // Menu items, with the dialog.
 int PrintReportCallback(Panel panel, ControlId control, Event event, long data);

@@ -5,22 +5,48 @@
 #include <utility>
 #include <vector>
 
+#include "figure/figure_file.h"
+#include "project/section_io.h"
 #include "records/session.h"
 #include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
+#include "runtime/changes.h"
 #include "runtime/dialogs.h"
+#include "runtime/graphs.h"
+#include "runtime/paths.h"
+
 #include "runtime/version.h"
 
 namespace sondera {
 namespace {
 
-/// The caption of the menu item is the title of the print.
-int Print(ControlId item, Event event, Panel panel, std::vector<ControlId> graphs) {
+std::string NameForPicture(const std::string& title) {
+  const FileChoice choice = FileSelectPopup({ProjectDirectory(), "*.pdf", title, true});
+  if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return {};
+  return FileNameOf(choice.path).find('.') == std::string::npos ? choice.path + ".pdf" : choice.path;
+}
+
+/// The graphs as one picture, of the kind that the chosen name ends with.
+int SavePicture(const std::string& title, const std::vector<ControlId>& graphs, FigureLayout layout) {
+  const std::string path = NameForPicture(title);
+  if (path.empty()) return -1;
+  FlushChanges();
+  std::vector<const GraphModel*> models;
+  for (const ControlId graph : graphs)
+    if (const GraphModel* model = FindGraph(*graph)) models.push_back(model);
+  return ShowRefusal(WriteFigures(models, path, layout));
+}
+
+/// The caption of the menu item is the title of the print. A front end that does not print saves a picture.
+int Print(ControlId item, Event event, Panel panel, std::vector<ControlId> graphs,
+          FigureLayout layout = FigureLayout::Stacked) {
   if (event != Event::Commit) return 0;
-  return PrintGraphs({std::string(item ? item->label : ""), panel, std::move(graphs)});
+  const std::string title(item ? item->label : "");
+  if (!CurrentFrontEnd().print) return SavePicture(title, graphs, layout);
+  return PrintGraphs({title, panel, std::move(graphs)});
 }
 
 }  // namespace
@@ -32,7 +58,7 @@ int PrintDCPanelCallback(Panel, ControlId control, Event event, long) {
   return Print(control, event, Panel::DISPCURV, {&dispcurv::DISPGRAPH});
 }
 int PrintDCPRFPanelCallback(Panel, ControlId control, Event event, long) {
-  return Print(control, event, Panel::EXDTHD, {&exdthd::CURVES, &exdthd::PROFILE});
+  return Print(control, event, Panel::EXDTHD, {&exdthd::CURVES, &exdthd::PROFILE}, FigureLayout::SideBySide);
 }
 int PrintDispCurveCallback(Panel, ControlId control, Event event, long) {
   return Print(control, event, Panel::DISPCURV, {&dispcurv::DISPGRAPH});

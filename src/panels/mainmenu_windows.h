@@ -1,12 +1,13 @@
 // mainmenu_windows.h - menu items that need a person's windows: printing of pages and graphs, the manual, the about box.
-// The front end does it (FrontEnd::print, showManual); one without windows says so. No state.
+// The front end does it (FrontEnd::print, showManual). One that does not print saves the graphs as a picture, .pdf, .svg
+// or .png, whose name is asked for; one without a manual says so. No state.
 #pragma once
 
 #include "runtime/controls.h"
 
 namespace sondera {
 
-// File, Print Panel. 0; -1 when nothing was printed.
+// File, Print Panel. 0; -1 when nothing was printed or saved.
 int PrintMeasDispABCallback(Panel panel, ControlId control, Event event, long data);  ///< graphs A and B
 int PrintDCPanelCallback(Panel panel, ControlId control, Event event, long data);     ///< dispersion page
 int PrintDCPRFPanelCallback(Panel panel, ControlId control, Event event,

@@ -12,6 +12,7 @@
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/pulse.h"
 #include "runtime/catalogue/sasw.h"
+#include "runtime/graphs.h"
 #include "support/app_fixture.h"
 
 namespace sondera {
@@ -93,8 +94,33 @@ TEST_F(CallbackTable, PrintingIsTheFrontEndsWork) {
     EXPECT_EQ(printed.title, want.item.label);
   }
   InstallFrontEnd({});
-  EXPECT_EQ(Commit(mainmenu::PRINT_FM_INV), -1) << "nobody prints";
+  EXPECT_EQ(Commit(mainmenu::PRINT_FM_INV), -1) << "nobody prints, and nobody names a file";
   EXPECT_EQ(Commit(mainmenu::HELP), -1);
+  InstallFrontEnd(former);
+}
+
+TEST_F(CallbackTable, WithoutAPrinterAPictureIsSaved) {
+  PlotXY(exdthd::CURVES, {1.0, 2.0}, {3.0, 4.0}, PlotStyle::Line, kNoMarker, 0x123456);
+  PlotXY(exdthd::PROFILE, {1.0, 2.0}, {3.0, 4.0}, PlotStyle::Line, kNoMarker, 0x654321);
+  const auto saved = [&](const MenuControl& item, const std::string& name) {
+    OneShotAnswers answers;
+    answers.File({FileAnswer::IsNew, folder.File(name)});
+    EXPECT_EQ(Commit(item), 0) << item.name;
+    return test::ReadWhole(folder.File(name));
+  };
+  FrontEnd plain = CurrentFrontEnd();
+  plain.print = nullptr;
+  const FrontEnd former = InstallFrontEnd(plain);
+  const std::string both = saved(mainmenu::PRINT_DCPRF_PANEL, "both.svg");
+  EXPECT_NE(both.find("#123456"), std::string::npos);
+  EXPECT_NE(both.find("#654321"), std::string::npos);
+  const std::string left = saved(mainmenu::PRINT_FM_INV, "left.svg");
+  EXPECT_NE(left.find("#123456"), std::string::npos);
+  EXPECT_EQ(left.find("#654321"), std::string::npos);
+  EXPECT_EQ(saved(mainmenu::PRINT_PROF_WIN, "right.svg").find("#123456"), std::string::npos);
+  for (const MenuControl* item :
+       {&mainmenu::PRINT_MEAS_DISP_AB, &mainmenu::PRINT_DC_PANEL, &mainmenu::PRINT_DISP_CURVE})
+    EXPECT_NE(saved(*item, std::string(item->name) + ".svg").find("</svg>"), std::string::npos);
   InstallFrontEnd(former);
 }
 

@@ -1,5 +1,5 @@
 // Tests of each doubt and note at its limit, and of the table of limits in the documentation.
-#include "app/run_doubts.h"
+#include "inversion/run_doubts.h"
 
 #include <fstream>
 #include <sstream>

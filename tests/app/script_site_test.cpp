@@ -4,6 +4,7 @@
 
 #include "app/script/values.h"
 #include "app/script_fixture.h"
+#include "figure/canvas.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
 #include "records/model_records.h"
@@ -275,8 +276,8 @@ TEST_F(ScriptSite, TheReportHasThePagesOfTheProject) {
   FreePMeasInfoList();
   EXPECT_EQ(Run("report out.ps"), 1);
   EXPECT_EQ(err, "job:2: report: No phase spectra are available for plotting.\n");
-  EXPECT_EQ(Run(kPair + "report out.pdf"), 1);
-  EXPECT_NE(err.find("report: the report is PostScript"), std::string::npos) << err;
+  EXPECT_EQ(Run(kPair + "report out.doc"), 1);
+  EXPECT_NE(err.find("report: the report is PostScript or PDF"), std::string::npos) << err;
   // Pages that have nothing to show are notes.
   EXPECT_EQ(Run("report out.ps"), 0) << err;
   EXPECT_NE(report.find("note: No dispersion curves are available for plotting."), std::string::npos)
@@ -284,6 +285,13 @@ TEST_F(ScriptSite, TheReportHasThePagesOfTheProject) {
   EXPECT_NE(report.find("note: No results of the inv. analysis are available for plotting."),
             std::string::npos);
   EXPECT_NE(Read("out.ps").find("%%Pages: 3\n"), std::string::npos);
+  EXPECT_EQ(Check("report out.ps paper=a4"), 1);
+  if (HavePdfAndPng()) {
+    EXPECT_NE(Run("report out.pdf paper=letter"), 1) << err;
+    EXPECT_EQ(Read("out.pdf").substr(0, 5), "%PDF-");
+    EXPECT_EQ(Run("report out.pdf entry=9"), 1);
+    EXPECT_NE(err.find("The project has no iteration 9."), std::string::npos) << err;
+  }
   EXPECT_NE(Run("mask 0 7\nmask 48 500\ndisperse\nreport out.ps"), 1) << err;
   EXPECT_NE(Read("out.ps").find("(Phase-Velocity Dispersion Curve in Wavelength Domain) S"),
             std::string::npos);

@@ -46,7 +46,7 @@ std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
     return foreign ? "curves.csv" : "curves.exd";
   }
   if (key == "write only") return "profile";
-  if (key == "report FILE.ps" || key == "report FILE") return "report.ps";
+  if (key == "report FILE.ps" || key == "report FILE") return "report.pdf";
   if (key == "figure FILE") return "graph.svg";
   if (key == "measure accept") return "yn";
   if (key == "figure width" || key == "figure height") return "300";

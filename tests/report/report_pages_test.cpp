@@ -172,6 +172,119 @@ TEST_F(ReportPages, AStripHasEachMarkOnce) {
   EXPECT_TRUE(Has(TextsOf(ReportKind::results, 3), "Iteration No. : 1 ....... [RMS Error = 2.5]"));
 }
 
+TEST_F(ReportPages, TheSheetOfStripsHasEachMarkOnce) {
+  SKIP_WITHOUT_GHOSTSCRIPT();
+  AddEntries(1, 1);
+  const double tops[] = {0.0, 2.0, 5.0, 8.0};
+  const auto y = [](double depth) { return 18.0 * (1.0 - depth / 10.0); };
+  std::vector<Mark> expected;
+  const auto strip = [&](double left, double width, double min, double max, const std::vector<double>& values,
+                         const std::vector<double>& bands, const std::vector<std::string>& numbers,
+                         const std::string& label) {
+    Prediction page(left, 2.5, width, 18.0);
+    const auto x = [&](double v) { return width * (v - min) / (max - min); };
+    const auto stairs = [&](double side) {
+      const auto at = [&](std::size_t i) { return x(values[i] + side * (bands.empty() ? 0.0 : bands[i])); };
+      for (std::size_t i = 0; i < 3; ++i) {
+        page.Line(at(i), y(tops[i]), at(i), y(tops[i + 1]), side == 0.0 ? 0.5 : 0.1, side != 0.0);
+        if (i > 0 && at(i) != at(i - 1))
+          page.Line(at(i - 1), y(tops[i]), at(i), y(tops[i]), side == 0.0 ? 0.5 : 0.1, side != 0.0);
+      }
+    };
+    stairs(0.0);
+    if (!bands.empty()) {
+      stairs(-1.0);
+      stairs(1.0);
+    }
+    std::vector<double> places;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      places.push_back(width * static_cast<double>(i) / static_cast<double>(numbers.size() - 1));
+      page.Text(places.back() - Half(numbers[i], 6), 18.4 - 1.4 * 6 / 37.5, numbers[i]);
+    }
+    page.Ticks(places, true);
+    page.Ticks({0.0, 18.0}, false);
+    page.Frame();
+    page.Text(width / 2.0 - Half(label, 5), 18.7, label);
+    expected.insert(expected.end(), page.marks.begin(), page.marks.end());
+  };
+  // Vs 100, 150, 200 with 2 s a tenth of it; Vp twice as much, its band wider by the root of 3 (nu = 0.25).
+  const double root3 = std::sqrt(3.0);
+  strip(2.0, 4.8, 0, 300, {100, 150, 200}, {10, 15, 20}, {"0", "75", "150", "225", "300"},
+        "S-Wave Vel., m/sec");
+  strip(7.0, 4.8, 0, 500, {200, 300, 400}, {10 * root3, 15 * root3, 20 * root3},
+        {"0", "125", "250", "375", "500"}, "P-Wave Vel., m/sec");
+  strip(12.0, 1.3, 0, 0.8, {0.75, 0.75, 0.75}, {}, {"0", "0.8"}, "Resol.");
+  strip(13.5, 1.3, 1.8, 2.1, {1.8, 1.9, 2.0}, {}, {"1.8", "2.1"}, "Mass D.");
+  strip(15.0, 1.3, 0, 0.5, {0.25, 0.25, 0.25}, {}, {"0", "0.5"}, "P.Ratio");
+  // Numbers of the depth stand beside the first strip only.
+  Prediction first(2.0, 2.5, 4.8, 18.0);
+  first.Text(-1.4, -0.5 * 10 / 37.5, "    10");
+  first.Text(-1.4, 18.0 - 0.5 * 10 / 37.5, "     0");
+  first.Text(-1.7, 9.0 - Half("Depth, m", 12), "Depth, m");
+  first.Text(-2.0, -2.5, "/data/site.da");
+  first.Text(-2.0, 20.5, "Iteration No. : 1 ....... [RMS Error = 2.5]");
+  expected.insert(expected.end(), first.marks.begin(), first.marks.end());
+  ExpectSameMarks(expected, MarksOf(ReportKind::results, 3));
+}
+
+TEST_F(ReportPages, TheFitHasEachMarkOnce) {
+  SKIP_WITHOUT_GHOSTSCRIPT();
+  AddEntries(0, 0);  // computed: 120 m/s at 10 Hz and 12 m, a square
+  // Ranges: velocities 100..200 round to 100..300, wavelengths 5..40 to 5..50, frequencies 5..20 to 5..30.
+  SetCurve(AddPair("A1"), {5.0, 20.0}, {200.0, 100.0});
+  TheoDispInfo.dispCurvType = 1;
+  FModelParam.nDispPointsG = 1;  // measured: a circle
+  FModelParam.globalVel = {130.0};
+  FModelParam.globalFreq = {11.0};
+  FModelParam.globalWlen = {130.0 / 11.0};
+  const auto draw = [](double bottom, double min, double max, bool wavelength) {
+    Prediction page(2.0, bottom, 15.0, 9.0);
+    const auto x = [=](double v) { return 15.0 * std::log10(v / min) / std::log10(max / min); };
+    const auto square = [&](double cx, double cy) {
+      page.Area(
+          {{cx - 0.05, cy - 0.05}, {cx - 0.05, cy + 0.05}, {cx + 0.05, cy + 0.05}, {cx + 0.05, cy - 0.05}},
+          0.0);
+    };
+    // Told by the ends of its quarters. Its radius is the 0.1 cm that other shapes are wide.
+    const auto circle = [&](double cx, double cy) {
+      const double ends[][2] = {{0.1, 0}, {0, 0.1}, {-0.1, 0}, {0, -0.1}, {0.1, 0}};
+      for (int i = 0; i < 4; ++i)
+        page.Line(cx + ends[i][0], cy + ends[i][1], cx + ends[i + 1][0], cy + ends[i + 1][1], 0.25);
+    };
+    circle(x(wavelength ? 130.0 / 11.0 : 11.0), 9.0 * (130.0 - 100.0) / 200.0);
+    circle(12.0, 7.9);
+    square(x(wavelength ? 12.0 : 10.0), 9.0 * (120.0 - 100.0) / 200.0);
+    // The last point of the curve has the shortest wavelength: the legend stands on the right.
+    square(12.0, 7.6);
+    page.Text(12.22, 7.825, "Experimental");
+    page.Text(12.22, 7.525, "Theoretical");
+    std::vector<double> placesX;
+    for (const double decade : {1.0, 10.0})
+      for (int m = 1; m <= 9; ++m)
+        if (m * decade >= min && m * decade <= max) placesX.push_back(x(m * decade));
+    page.Ticks(placesX, true);
+    for (const double v : {5.0, 10.0, 20.0, 50.0}) {
+      if (v < min || v > max) continue;
+      const std::string number = std::to_string(static_cast<int>(v));
+      page.Text(x(v) - Half(number, 10), -1.4 * 10 / 37.5, number);
+    }
+    const char* numbers[] = {"   100", "166.667", "233.333", "   300"};
+    for (int i = 0; i < 4; ++i) page.Text(-1.4, 3.0 * i - 0.5 * 10 / 37.5, numbers[i]);
+    page.Ticks({0.0, 3.0, 6.0, 9.0}, false);
+    page.Frame();
+    const std::string label = wavelength ? "Wavelength, m" : "Frequency, Hz";
+    page.Text(7.5 - Half(label, 12), -0.7, label);
+    page.Text(-1.7, 4.5 - Half("Phase Velocity, m/sec", 12), "Phase Velocity, m/sec");
+    page.Text(-1.7, 9.2, "Experimental vs. Theoretical Dispersion Curves");
+    if (wavelength) page.Text(-2.0, -bottom, "/data/site.da");
+    return page.marks;
+  };
+  std::vector<Mark> expected = draw(14.0, 5.0, 50.0, true);
+  const std::vector<Mark> lower = draw(2.5, 5.0, 30.0, false);
+  expected.insert(expected.end(), lower.begin(), lower.end());
+  ExpectSameMarks(expected, MarksOf(ReportKind::results, 2));
+}
+
 TEST_F(ReportPages, FourPairsAPage) {
   SKIP_WITHOUT_GHOSTSCRIPT();
   const std::pair<int, int> pages[] = {{1, 1}, {4, 1}, {5, 2}, {8, 2}, {9, 3}};

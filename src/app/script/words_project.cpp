@@ -9,6 +9,7 @@
 #include "app/script/run.h"
 #include "app/script/tables.h"
 #include "app/script/values.h"
+#include "panels/mainmenu_plot.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -213,14 +214,26 @@ void WriteCurves(Run& run, const Arguments& a) {
 // ---- report ---------------------------------------------------------------------------------------------
 
 void CheckReport(const Arguments& a) {
-  if (!a.text("FILE").ends_with(".ps"))
-    throw Fault("the report is PostScript; name a file that ends with .ps");
+  const bool pdf = IsPdfName(a.text("FILE"));
+  if (!pdf && !a.text("FILE").ends_with(".ps"))
+    throw Fault("the report is PostScript or PDF; name a file that ends with .ps or .pdf");
+  if (!pdf && (a.has("paper") || a.has("entry"))) throw Fault("paper= and entry= are for a report .pdf");
+  if (pdf && !HavePdfAndPng())
+    throw Fault("this program was built without PDF; name a file that ends with .ps");
 }
 
 /// Pages that have nothing to show are no trouble when the others are there.
 void Report(Run& run, const Arguments& a) {
-  run.dialogs().chooseFile(PathOf(a));
-  const int result = Commit(mainmenu::PRINT_REPORT);
+  int result = 0;
+  if (IsPdfName(a.text("FILE"))) {
+    PdfWishes wishes;
+    if (a.has("paper")) wishes.paper = static_cast<Paper>(a.choice("paper"));
+    if (a.has("entry")) wishes.entry = a.whole("entry");
+    result = PrintReport(ReportKind::whole, PathOf(a), wishes);
+  } else {
+    run.dialogs().chooseFile(PathOf(a));
+    result = Commit(mainmenu::PRINT_REPORT);
+  }
   if (result < 0) {
     run.settle();
     throw Fault("the report was not written");
@@ -296,11 +309,12 @@ std::vector<WordForm> ProjectForms() {
        CheckCurvesWrite,
        WordForm::Role::Looks},
       {"report",
-       {Fixed("FILE", Kind::Text, "FILE.ps")},
-       {},
+       {Fixed("FILE", Kind::Text, "FILE.ps|FILE.pdf")},
+       {Optional(Named("paper", Kind::Choice, "a4|letter")), Optional(Named("entry", Kind::Whole))},
        "Writes the whole report: phases with their masks, dispersion curves, and every entry of the "
-       "inversion. "
-       "A file that exists is replaced. Pages that have nothing to show are a note.",
+       "inversion "
+       "(.ps), or the report to hand in, of one iteration: entry=, or the last (.pdf). A file that exists is "
+       "replaced. Pages that have nothing to show are a note.",
        Report,
        CheckReport,
        WordForm::Role::Looks},

@@ -1,7 +1,7 @@
 // run_doubts.h - holds what a run has left in the records against the table of limits
 // (runtime/doubt_limits.h) and reports what it finds as notes and doubts.
 //
-// Callers: the report at the end of an unattended run. Reads the records only; owns no state.
+// Callers: the summary at the end of an unattended run, the report on paper. Reads the records only; owns no state.
 #pragma once
 
 #include <vector>
@@ -21,6 +21,9 @@ void DoubtInversion(const InversionHistory& history);
 
 /// Points of the last sweep of the solvers that it could not compute, or not well.
 void DoubtSweep();
+
+/// All of it: the included pairs, the last inversion of the session, the last sweep.
+void DoubtResults();
 
 /// "m", "cm", "ft" or "in" by metres per unit.
 const char* UnitSign(double unit);

@@ -1,5 +1,5 @@
 // run_doubts.cpp - see run_doubts.h. Owns no state.
-#include "app/run_doubts.h"
+#include "inversion/run_doubts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -130,6 +130,12 @@ void DoubtInversion(const InversionHistory& history) {
 void DoubtSweep() {
   const std::string report = SweepReport();
   if (!report.empty()) AddDoubt("in the last analysis: " + report);
+}
+
+void DoubtResults() {
+  DoubtPairs(FiguresOfIncludedPairs(), AgreementOfPairs());
+  if (!InversionHistories().empty()) DoubtInversion(InversionHistories().back());
+  DoubtSweep();
 }
 
 const char* UnitSign(double unit) {

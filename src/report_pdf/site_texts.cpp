@@ -1,0 +1,88 @@
+// site_texts.cpp - see site_texts.h.
+#include "report_pdf/site_texts.h"
+
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+
+#include "runtime/atomic_writer.h"
+#include "runtime/paths.h"
+#include "runtime/utf8.h"
+
+namespace sondera {
+namespace {
+
+struct Field {
+  const char* name;
+  std::string SiteTexts::*text;
+};
+constexpr Field kFields[] = {{"title", &SiteTexts::title},
+                             {"site", &SiteTexts::site},
+                             {"client", &SiteTexts::client},
+                             {"operator", &SiteTexts::operatorName},
+                             {"date", &SiteTexts::date}};
+constexpr std::size_t kMostBytes = 200, kMostFileBytes = 100000;
+
+std::string Trimmed(std::string_view text) {
+  const auto space = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+  while (!text.empty() && space(text.front())) text.remove_prefix(1);
+  while (!text.empty() && space(text.back())) text.remove_suffix(1);
+  return std::string(text);
+}
+
+/// At most so many bytes, without half a letter at the end.
+std::string Cut(std::string text) {
+  if (text.size() <= kMostBytes) return text;
+  std::size_t end = kMostBytes;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u) --end;
+  text.resize(end);
+  return text;
+}
+
+void TakeLine(std::string_view line, SiteTexts& texts) {
+  const std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) return;
+  std::string name = Trimmed(line.substr(0, colon));
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  for (const Field& field : kFields)
+    if (name == field.name) texts.*field.text = Cut(SoundText(Trimmed(line.substr(colon + 1))));
+}
+
+}  // namespace
+
+std::string SiteTextsFile(const std::string& projectFile) {
+  if (projectFile.empty()) return {};
+  const bool isProject = projectFile.ends_with(".da");
+  return projectFile.substr(0, projectFile.size() - (isProject ? 3 : 0)) + ".report.txt";
+}
+
+SiteTexts ReadSiteTexts(const std::string& projectFile) {
+  SiteTexts texts;
+  const std::string name = SiteTextsFile(projectFile);
+  if (name.empty() || !FileExists(name)) return texts;
+  std::ifstream in(name, std::ios::binary);
+  std::string whole(kMostFileBytes, '\0');
+  in.read(whole.data(), static_cast<std::streamsize>(whole.size()));
+  whole.resize(static_cast<std::size_t>(std::max<std::streamsize>(in.gcount(), 0)));
+  for (std::string_view rest = whole; !rest.empty();) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    TakeLine(rest.substr(0, end), texts);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return texts;
+}
+
+Refusal WriteSiteTexts(const std::string& projectFile, const SiteTexts& texts) {
+  const std::string name = SiteTextsFile(projectFile);
+  if (name.empty()) return "The texts of the report stand beside the project; save the project first.";
+  TextWriter file(name);
+  for (const Field& field : kFields)
+    file.Put(std::string(field.name) + ": " + Cut(SoundText(Trimmed(texts.*field.text))) + "\n");
+  if (file.Close()) return {};
+  return file.Reason() + ".";
+}
+
+}  // namespace sondera
