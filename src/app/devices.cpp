@@ -13,6 +13,7 @@
 #include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/devpanel.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/dialogs.h"
 
 namespace sondera {
@@ -67,6 +68,9 @@ void SetupDevPanel() {
     InsertListItem(devpanel::DEVICEID, -1, DeviceListText(name, category), number++);
   }
   SetCtrlIndex(devpanel::DEVICEID, 0);
+  for (ControlId button : std::initializer_list<ControlId>{&measpanel::SASWSTART, &measpanel::SASWPAUSECONT,
+                                                           &measpanel::STOPMEAS})
+    SetDimmed(*button, number == 0);
 }
 
 namespace {

@@ -15,7 +15,8 @@ bool HasDevice();
 /// Asks the driver what the board in use can do, into session.device.
 void ReadDeviceFacts();
 
-/// Fills the list of boards (DEVICEID) from the driver and selects the first.
+/// Fills the list of boards (DEVICEID) from the driver and selects the first. Without one the buttons of the measuring
+/// run are dimmed.
 void SetupDevPanel();
 /// Chooses a board driver (acquisition/board_choice.h) and takes its first device, as the start of a session does.
 /// @return "", or one sentence; then the board in use stays, unless it had to be given up for the new one.

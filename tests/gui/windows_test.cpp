@@ -2,10 +2,12 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTabWidget>
 #include <QTreeWidget>
 #include <fstream>
@@ -170,6 +172,53 @@ TEST_F(Windows, UnsavedChangesAreAskedAboutOnceWithThreeAnswers) {
     EXPECT_EQ(asked, (std::vector<std::string>{text, "File Save"}));
     EXPECT_TRUE(QuitRequested());
     EXPECT_TRUE(std::ifstream(folder.File("kept.da")).good());
+  });
+}
+
+/// A drop as the window system brings it.
+void Drop(const std::string& path) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+  QWidget* window = MainWindowWidget();
+  const QPoint at = window->rect().center();
+  QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &drop);
+  QTest::qWait(300);
+}
+
+TEST_F(Windows, ADroppedProjectOpensAnotherFileGetsOneMessage) {
+  Run([&] {
+    DispatchText(hmsetup::PROJID, "Bridge");
+    Answer("file:" + folder.File("bridge.da"));
+    DispatchPress(mainmenu::SAVE_RAW_DATA);
+    DispatchText(hmsetup::PROJID, "Other");
+    ASSERT_TRUE(HasUnsavedChanges());
+    asked.clear();
+    Answer("Don't save");
+    Drop(folder.File("bridge.da"));
+    EXPECT_EQ(asked.size(), 1u);
+    EXPECT_EQ(session.projectFileName, folder.File("bridge.da"));
+    EXPECT_FALSE(HasUnsavedChanges());
+    EXPECT_TRUE(MainWindowWidget()->windowTitle().endsWith("bridge.da"));
+    EXPECT_EQ(RecentFiles(), (std::vector<std::string>{folder.File("bridge.da")}));
+    asked.clear();
+    Drop(folder.File("picture.png"));
+    EXPECT_EQ(
+        asked,
+        (std::vector<std::string>{"This is no project file (.da). Measurements come in by File, Import."}));
+    EXPECT_EQ(session.projectFileName, folder.File("bridge.da"));
+  });
+}
+
+TEST_F(Windows, WithoutABoardTheButtonsOfTheMeasuringRunAreDimmed) {
+  Run([&] {
+    for (ControlId button :
+         {static_cast<ControlId>(&measpanel::SASWSTART), static_cast<ControlId>(&measpanel::SASWPAUSECONT),
+          static_cast<ControlId>(&measpanel::STOPMEAS)})
+      EXPECT_FALSE(WidgetOf(*button)->isEnabled()) << button->name;
   });
 }
 
