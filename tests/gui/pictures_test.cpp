@@ -112,7 +112,7 @@ class Pictures : public testing::AppTest {
     QWidget* window = binder->WidgetOf(*ControlsOf(panel)[0])->window();
     // As large as the form wants to be: the screen in memory is smaller than a desktop.
     if (const auto* area = window->findChild<QScrollArea*>())
-      window->resize(area->widget()->minimumSizeHint().expandedTo(QSize(620, 320)));
+      window->resize(area->widget()->minimumSizeHint());
     Take(window, name);
     HidePanel(panel);
     Settle();
