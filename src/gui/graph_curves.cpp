@@ -1,6 +1,8 @@
 // graph_curves.cpp - see graph_curves.h.
 #include "gui/graph_curves.h"
 
+#include <QLineF>
+#include <QList>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
@@ -15,8 +17,9 @@
 namespace sondera {
 namespace {
 
-constexpr int kPiece = 400;      // points of a long line that are stroked at once; a long path is slow
-constexpr int kStampFrom = 300;  // symbols from which one picture is stamped
+constexpr std::size_t kLongLine = 150;   // points; a shorter one is drawn as one path with round joins
+constexpr qsizetype kMostDashes = 4000;  // more would not be seen: the line is solid
+constexpr int kStampFrom = 300;          // symbols from which one picture is stamped
 
 int FromColor(const QColor& color) {
   return (color.red() << 16) | (color.green() << 8) | color.blue();
@@ -33,19 +36,58 @@ QPen LinePen(const PlotLook& look, int color, double width) {
   return pen;
 }
 
-void Stroke(QPainter& painter, const std::vector<PixelLine>& lines, const QPen& pen) {
+/// Strokes of a dashed line, one after the other along it.
+QList<QLineF> DashesOf(const std::vector<PixelLine>& lines, const QList<qreal>& pattern, double width) {
+  QList<QLineF> dashes;
+  for (const PixelLine& line : lines) {
+    qsizetype part = 0;
+    double left = pattern[0] * width;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      const QLineF segment(line[i - 1].x, line[i - 1].y, line[i].x, line[i].y);
+      const double length = segment.length();
+      for (double at = 0.0; at < length;) {
+        const double end = std::min(length, at + left);
+        if (part % 2 == 0) dashes.push_back({segment.pointAt(at / length), segment.pointAt(end / length)});
+        left -= end - at;
+        at = end;
+        if (left > 1e-9) continue;
+        part = (part + 1) % pattern.size();
+        left = pattern[part] * width;
+        if (dashes.size() > kMostDashes) return {};
+      }
+    }
+  }
+  return dashes;
+}
+
+/// Long lines on a screen are drawn segment by segment: the painter takes seconds for one noisy path of some width.
+void StrokeSegments(QPainter& painter, const std::vector<PixelLine>& lines, QPen pen) {
+  QList<QLineF> segments;
+  if (pen.style() != Qt::SolidLine) segments = DashesOf(lines, pen.dashPattern(), pen.widthF());
+  if (segments.isEmpty()) {
+    for (const PixelLine& line : lines)
+      for (std::size_t i = 1; i < line.size(); ++i)
+        segments.push_back({line[i - 1].x, line[i - 1].y, line[i].x, line[i].y});
+  }
+  pen.setStyle(Qt::SolidLine);
+  pen.setCapStyle(Qt::FlatCap);
   painter.setPen(pen);
+  painter.drawLines(segments);
+}
+
+void Stroke(QPainter& painter, const std::vector<PixelLine>& lines, const QPen& pen, bool vectorial) {
+  std::size_t points = 0;
+  for (const PixelLine& line : lines) points += line.size();
   painter.setBrush(Qt::NoBrush);
-  const bool pieces = pen.style() == Qt::SolidLine;
+  if (!vectorial && points > kLongLine) {
+    StrokeSegments(painter, lines, pen);
+    return;
+  }
+  painter.setPen(pen);
   for (const PixelLine& line : lines) {
     QPolygonF polygon;
-    for (const PixelPoint& p : line) {
-      polygon.push_back({p.x, p.y});
-      if (!pieces || polygon.size() < kPiece) continue;
-      painter.drawPolyline(polygon);
-      polygon = QPolygonF{polygon.back()};
-    }
-    if (polygon.size() > 1) painter.drawPolyline(polygon);
+    for (const PixelPoint& p : line) polygon.push_back({p.x, p.y});
+    painter.drawPolyline(polygon);
   }
 }
 
@@ -53,8 +95,8 @@ void PaintLine(QPainter& painter, const PlotModel& plot, const GraphFrame& frame
   const double width = kLineWidth * std::clamp(plot.width, 0.3, 20.0);
   const Ink ink = InkFor(plot.color, frame.theme.background);
   const std::vector<PixelLine> lines = LinesOf(plot, frame.x, frame.y, frame.area, width + kEdgeWidth);
-  if (ink.edged) Stroke(painter, lines, LinePen({}, ink.edge, width + 2 * kEdgeWidth));
-  Stroke(painter, lines, LinePen(plot, ink.color, width));
+  if (ink.edged) Stroke(painter, lines, LinePen({}, ink.edge, width + 2 * kEdgeWidth), frame.vectorial);
+  Stroke(painter, lines, LinePen(plot, ink.color, width), frame.vectorial);
 }
 
 QPainterPath PathOf(const Symbol& symbol, double size) {
@@ -160,8 +202,8 @@ void PaintSample(QPainter& painter, const QRectF& place, const PlotModel& plot, 
   if (HasLine(plot)) {
     const double width = kLineWidth * std::clamp(plot.width, 0.3, 3.0), y = place.center().y();
     const std::vector<PixelLine> line = {{{place.left(), y}, {place.right(), y}}};
-    if (ink.edged) Stroke(painter, line, LinePen({}, ink.edge, width + 2 * kEdgeWidth));
-    Stroke(painter, line, LinePen(plot, ink.color, width));
+    if (ink.edged) Stroke(painter, line, LinePen({}, ink.edge, width + 2 * kEdgeWidth), true);
+    Stroke(painter, line, LinePen(plot, ink.color, width), true);
   }
   const int symbol = SymbolNumber(plot);
   if (symbol != kNoMarker) PaintSymbol(painter, place.center(), symbol, plot.color, theme);
