@@ -16,6 +16,7 @@ namespace {
 constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 constexpr int kDot = 18;  // in the list of markers
 constexpr int kGrey = 0x888888;
+constexpr double kRoom = 1.1;    // beyond the largest value
 constexpr double kBelow = 1.25;  // the half-space is drawn down to so many depths of its top
 
 PlotModel& Add(GraphModel& graph, PlotStyle style, int color, std::string legend) {
@@ -38,6 +39,12 @@ void CurveAxes(GraphModel& graph, const std::string& unit) {
   Label(graph.xAxis, "Wavelength", unit);
   Label(graph.yAxis, "Phase velocity", unit + "/s");
   graph.xAxis.logarithmic = true;
+  double low = std::numeric_limits<double>::max(), high = 0.0;
+  for (const PlotModel& plot : graph.plots)
+    for (const double y : plot.y) low = std::min(low, y), high = std::max(high, y);
+  graph.yAxis.autoScale = false;
+  graph.yAxis.min = std::max(0.0, low - (kRoom - 1.0) * high);
+  graph.yAxis.max = kRoom * high;
 }
 
 void AddCurve(GraphModel& graph, PlotStyle style, int color, std::string legend,
@@ -145,6 +152,11 @@ std::string DrawProfileGraph(const ProjectTables& t, const KnownGround& known, G
   const std::string unit = UnitSymbol(t.lengthUnit);
   Label(graph.xAxis, "Shear-wave velocity", unit + "/s");
   Label(graph.yAxis, "Depth", unit);
+  double most = 0.0;
+  for (const PlotModel& plot : graph.plots)
+    for (const double x : plot.x) most = std::max(most, x);
+  graph.xAxis.autoScale = false;
+  graph.xAxis.max = kRoom * most;
   graph.yAxis.reversed = true;
   graph.yAxis.autoScale = false;
   graph.yAxis.max = end;
@@ -152,6 +164,14 @@ std::string DrawProfileGraph(const ProjectTables& t, const KnownGround& known, G
 }
 
 // --- phase ---
+
+/// The axes go as far as there is something to see.
+void TrimGaps(PlotModel& plot) {
+  while (!plot.y.empty() && std::isnan(plot.y.back())) plot.x.pop_back(), plot.y.pop_back();
+  const auto first = std::find_if(plot.y.begin(), plot.y.end(), [](double y) { return !std::isnan(y); });
+  plot.x.erase(plot.x.begin(), plot.x.begin() + (first - plot.y.begin()));
+  plot.y.erase(plot.y.begin(), first);
+}
 
 std::string DrawPhases(const ProjectTables& t, GraphModel& graph) {
   int n = 0;
@@ -162,10 +182,11 @@ std::string DrawPhases(const ProjectTables& t, GraphModel& graph) {
         continue;
       PlotModel& plot =
           Add(graph, PlotStyle::Line, OrderColor(n++), m.id + FormatText("[%d:%d]", s.reference, s.channel));
-      plot.x = s.frequency;
-      plot.y = s.unwrapped;
-      for (std::size_t i = 0; i < std::min(plot.y.size(), s.masked.size()); ++i)
-        if (s.masked[i]) plot.y[i] = kGap;  // a mask is a gap
+      for (std::size_t i = 0; i < std::min(s.frequency.size(), s.unwrapped.size()); ++i) {
+        plot.x.push_back(s.frequency[i]);
+        plot.y.push_back(i < s.masked.size() && s.masked[i] ? kGap : s.unwrapped[i]);  // a mask is a gap
+      }
+      TrimGaps(plot);
     }
   if (graph.plots.empty()) return "no pair has a phase that was looked at";
   Label(graph.xAxis, "Frequency", "Hz");

@@ -132,7 +132,7 @@ void ShowMasks(const ProjectTables& t, Lines& lines) {
   for (const MeasurementTable& m : t.measurements)
     for (const MaskRow& mask : m.masks) {
       any = true;
-      lines.add(FormatText("mask %s[%d:%d]: %.6g to %.6g Hz, %d full cycles at its end", m.id.c_str(),
+      lines.add(FormatText("mask %s[%d:%d]: %.6g to %.6g Hz, full cycles at its end: %d", m.id.c_str(),
                            mask.reference, mask.channel, mask.from, mask.to, mask.jumps));
     }
   if (!any) lines.add("no masks");
