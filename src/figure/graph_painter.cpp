@@ -17,6 +17,7 @@ constexpr int kInk = 0x1A1A1A, kGrid = 0xDDDDDD, kFrame = 0x444444;
 constexpr double kTick = 3.0, kSmallTick = 1.8, kGap = 4.0, kNameScale = 1.08, kTitleScale = 1.2;
 constexpr double kBarWidth = 9.0, kEdge = 0.5;
 constexpr double kLegendLine = 18.0, kMostOfWidth = 0.32;
+constexpr double kBandShare = 0.84;  // of paper in the colour of a band
 constexpr double kMaskShare = 0.75;  // of paper in the colour of a mask, so that curves are seen on it
 
 double Width(const PixelArea& area) {
@@ -73,6 +74,7 @@ class Painter {
     if (graph_.intensity) DrawMap();
     DrawMasks();
     DrawGrid();
+    DrawBands();
     canvas_.Clip({frame_.left - 1, frame_.top - 1, frame_.right + 1, frame_.bottom + 1});
     for (const PlotModel& plot : graph_.plots)
       if (plot.visible) DrawCurveLines(plot);
@@ -219,6 +221,19 @@ class Painter {
   }
 
   // ---- contents ---------------------------------------------------------------------------------------------------
+
+  /// Areas between two curves, on the grid and beneath all curves.
+  void DrawBands() {
+    canvas_.Clip(frame_);
+    for (const PlotModel& plot : graph_.plots) {
+      for (const PlotModel& other : graph_.plots) {
+        if (!plot.visible || plot.bandTo == 0 || other.handle != plot.bandTo || &other == &plot) continue;
+        canvas_.Area(BandOutline(plot, other, x_, y_, frame_),
+                     MixColors(InkFor(plot.color, kPaper).color, kPaper, kBandShare), std::nullopt);
+      }
+    }
+    canvas_.Unclip();
+  }
 
   void DrawCurveLines(const PlotModel& plot) {
     if (!HasLine(plot)) return;

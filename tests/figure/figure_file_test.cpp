@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <regex>
 #include <string>
@@ -198,6 +199,22 @@ TEST_F(FigureFile, PointsLieWhereTheAxesSay) {
   EXPECT_NEAR(value(line, 2), value(frame, 6), 0.02);
   EXPECT_NEAR(value(line, 3), 0.5 * (value(frame, 1) + value(frame, 3)), 0.02);
   EXPECT_NEAR(value(line, 4), value(frame, 2), 0.02);
+}
+
+TEST_F(FigureFile, ABandIsShadedBetweenItsCurves) {
+  GraphModel graph = PlainGraph();
+  graph.plots = {Curve({0, 10}, {0, 0}), Curve({0, 10}, {100, 100})};
+  graph.plots[0].handle = 1;
+  graph.plots[1].handle = 2;
+  const std::string without = Svg(graph);
+  graph.plots[0].bandTo = 2;
+  const std::string with = Svg(graph);
+  const auto areas = [](const std::string& svg) {
+    const std::regex area("<polygon fill=\"#[0-9a-f]+\" points");
+    return std::distance(std::sregex_iterator(svg.begin(), svg.end(), area), std::sregex_iterator());
+  };
+  EXPECT_EQ(areas(without), 0);
+  EXPECT_EQ(areas(with), 1);
 }
 
 TEST_F(FigureFile, HostileTextsStayTexts) {
