@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "panels/pulse.h"
-#include "panels/undo.h"
+#include "panels/undo_record.h"
 #include "plot/results_plot.h"
 #include "runtime/controls.h"
 
@@ -32,6 +31,15 @@ struct TheoreticalLooks {
 struct AxisDialogOf {
   Panel panel = Panel::SASW;
   int window = 0;
+};
+
+/// Settings of a synthetic time history.
+struct PulseParam {
+  int shape = 2;  ///< 0: the source is that of the file
+  std::string fileName;
+  double centerFreq = 1280.0, freqSpan = 51200.0;  ///< Hz
+  int nPoints = 6;
+  double deltaT = 0.0, timeLength = 0.0;  ///< s; 0.5 / freqSpan, and nPoints of them
 };
 
 struct PanelsState {

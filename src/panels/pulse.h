@@ -8,14 +8,6 @@
 
 namespace sondera {
 
-struct PulseParam {
-  int shape = 2;  ///< 0: the source is that of the file
-  std::string fileName;
-  double centerFreq = 1280.0, freqSpan = 51200.0;  ///< Hz
-  int nPoints = 6;
-  double deltaT = 0.0, timeLength = 0.0;  ///< s; 0.5 / freqSpan, and nPoints of them
-};
-
 /// Record to panel; the time step and the length follow from the span and the points.
 void SetPulseParm();
 /// Panel to record. The file stays unless the shape is that of a file.

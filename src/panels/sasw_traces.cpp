@@ -42,7 +42,7 @@ int SelectType(Panel panel, ControlId control, Event event, Trace trace) {
   // Asked first: what follows the choice may make the record of the pair.
   const std::string why = event == Event::Commit ? WhyNoMap(panel, trace) : std::string();
   const int result = SelectOnTrace(panel, control, event);
-  if (!why.empty()) Refuse(why);
+  if (!why.empty() && !measRun.measRunning) Refuse(why);  // a box would keep the next record waiting
   return result;
 }
 
