@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "figure/canvas.h"
@@ -26,6 +28,7 @@ cairo_status_t PutBytes(void* file, const unsigned char* bytes, unsigned int cou
 class CairoCanvas : public FileCanvas {
  public:
   ~CairoCanvas() override {
+    for (const auto& font : fonts_) pango_font_description_free(font.second);
     if (layout_) g_object_unref(layout_);
     if (cairo_) cairo_destroy(cairo_);
     if (surface_) {
@@ -172,13 +175,20 @@ class CairoCanvas : public FileCanvas {
     cairo_new_path(cairo_);
   }
 
+  /// Made once for each size: a page has a hundred texts in three of them.
+  const PangoFontDescription* FontOf(const TextLook& look) {
+    const int size = static_cast<int>(std::lround(look.size * PANGO_SCALE));
+    PangoFontDescription*& font = fonts_[{size, look.bold}];
+    if (font) return font;
+    font = pango_font_description_from_string(kFont);
+    pango_font_description_set_size(font, size);
+    if (look.bold) pango_font_description_set_weight(font, PANGO_WEIGHT_BOLD);
+    return font;
+  }
+
   /// Sets the text and gives its width.
   double Lay(std::string_view text, const TextLook& look) {
-    PangoFontDescription* font = pango_font_description_from_string(kFont);
-    pango_font_description_set_size(font, static_cast<int>(std::lround(look.size * PANGO_SCALE)));
-    if (look.bold) pango_font_description_set_weight(font, PANGO_WEIGHT_BOLD);
-    pango_layout_set_font_description(layout_, font);
-    pango_font_description_free(font);
+    pango_layout_set_font_description(layout_, FontOf(look));
     const std::string sound = SoundText(text);
     pango_layout_set_text(layout_, sound.data(), static_cast<int>(sound.size()));
     int width = 0, height = 0;
@@ -187,6 +197,7 @@ class CairoCanvas : public FileCanvas {
   }
 
   PangoLayout* layout_ = nullptr;
+  std::map<std::pair<int, bool>, PangoFontDescription*> fonts_;  // by size and weight
 };
 
 class PdfCanvas final : public CairoCanvas {
