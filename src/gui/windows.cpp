@@ -13,7 +13,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 
 #include "gui/boxes.h"
@@ -78,14 +77,14 @@ struct Arguments {
 
 struct ApplicationState {
   Arguments arguments;
-  std::unique_ptr<QApplication> application;
+  QApplication* application = nullptr;  // never deleted: at the end of the process parts of Qt go before it
 };
 ApplicationState state;
 
 void MakeApplication() {
   if (qApp) return;
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-  state.application = std::make_unique<QApplication>(state.arguments.count, state.arguments.words);
+  state.application = new QApplication(state.arguments.count, state.arguments.words);
   // The toolkit takes the desktop's locale; numbers in files and scripts have a point everywhere.
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale::c());
