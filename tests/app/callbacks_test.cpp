@@ -5,6 +5,7 @@
 #include <string>
 
 #include "panels/panels_state.h"
+#include "panels/pulse.h"
 #include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/exdthd.h"
