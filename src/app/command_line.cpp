@@ -1,6 +1,7 @@
 // command_line.cpp - from the words of the command line to the exit status.
 #include "app/command_line.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -92,6 +93,22 @@ error, and 3 when everything was done and there are doubts (with --strict, or by
 
 constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=",
                            kReportOption = "--report=", kLogOption = "--log=";
+
+/// The options that the help names, each once, with "=" where a value follows; separated by blanks.
+std::string OptionsOf(std::string_view help) {
+  std::vector<std::string> options;
+  for (std::size_t at = 0; (at = help.find("--", at)) != std::string_view::npos;) {
+    std::size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at);
+    if (help[end] == '=') ++end;
+    options.emplace_back(help.substr(at, end - at));
+    at = end;
+  }
+  std::sort(options.begin(), options.end());
+  options.erase(std::unique(options.begin(), options.end()), options.end());
+  std::string text;
+  for (const std::string& option : options) text += text.empty() ? option : " " + option;
+  return text;
+}
 
 /// Messages shown by an action count as its failure.
 template <class Action>
@@ -356,7 +373,7 @@ std::string HelpText() {
 std::string HelpText(const std::string& subject) {
   if (subject == "script") return script::HelpOfWords();
   if (subject == "controls") return ControlReference();
-  if (subject == "completion") return script::BashCompletion();
+  if (subject == "completion") return script::BashCompletion(OptionsOf(kHelp));
   return script::HelpOfWord(subject);
 }
 std::string VersionText() {

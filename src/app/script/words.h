@@ -132,8 +132,9 @@ std::string HelpOfWords();
 std::string HelpOfWord(std::string_view word);
 /// The table as Markdown, as docs/script.md has it.
 std::string MarkdownOfWords();
-/// A completion for bash: the words of the command line and of --help.
-std::string BashCompletion();
+/// A completion for bash: the words of the command line, of --help, and the options, separated by blanks; one that takes a
+/// value ends with "=".
+std::string BashCompletion(std::string_view options);
 
 // Rows by subject.
 std::vector<WordForm> ProjectForms();

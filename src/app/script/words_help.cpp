@@ -112,7 +112,7 @@ std::string MarkdownOfWords() {
   return table;
 }
 
-std::string BashCompletion() {
+std::string BashCompletion(std::string_view options) {
   std::string words;
   for (const std::string& word : AllWords()) words += " " + word;
   return R"(# Completion of sondera for bash: source <(sondera --help completion)
@@ -121,14 +121,18 @@ _sondera() {
   if [ "$before" = --help ]; then
     COMPREPLY=($(compgen -W "script controls completion)" +
          words + R"(" -- "$word"))
+  elif [[ $word == -* ]]; then
+    COMPREPLY=($(compgen -W ")" +
+         std::string(options) + R"(" -- "$word"))
+    [[ ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2>/dev/null
   elif [ "$COMP_CWORD" = 1 ]; then
-    COMPREPLY=($(compgen -W "run check show plot batch auto export --help --version --batch --yes" -- "$word")
-               $(compgen -f -- "$word"))
+    COMPREPLY=($(compgen -W "run check show plot batch auto export" -- "$word") $(compgen -f -- "$word"))
   elif [ "$before" = auto ]; then
     COMPREPLY=($(compgen -W "new old" -- "$word"))
   else
     COMPREPLY=($(compgen -f -- "$word"))
   fi
+  return 0
 }
 complete -o filenames -F _sondera sondera
 )";
