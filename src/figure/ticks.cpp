@@ -102,7 +102,9 @@ Step LinearStep(const AxisModel& axis, double low, double high, int atMost) {
     return {divided, same.size == divided ? same.parts : 2};
   }
   // One step more than numbers would be too many, wherever the limits lie.
-  Step step = round(high / (atMost + 1) - low / (atMost + 1));
+  const double least = high / (atMost + 1) - low / (atMost + 1);
+  if (!(least > 0.0)) return {};  // a range of the smallest numbers there are: no double lies between
+  Step step = round(least);
   while (step.size > 0.0 && CountOf(step.size, low, high) > atMost) step = round(step.size * (1.0 + 1e-3));
   return step;
 }
