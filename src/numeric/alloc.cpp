@@ -1,4 +1,4 @@
-// alloc.cpp - the two allocators of the kernels that work by hand.
+// alloc.cpp - the two allocators for the kernels that manage memory by hand.
 #include "numeric/alloc.h"
 
 #include <cstdlib>

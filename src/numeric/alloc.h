@@ -1,7 +1,7 @@
 // alloc.h - vectors and matrices by the names of the formulas, the dmMatrix record, and MallocOrDie.
 //
-// Used by everything that computes. The vectors and matrices own their storage, so the free_ functions only
-// mark (and bring forward) the point where it goes; an object that leaves its scope is released anyway.
+// Used by everything that computes. The vectors and matrices own their storage and release it when they leave
+// their scope; the free_ functions release it earlier.
 #pragma once
 
 #include <cstddef>
@@ -34,7 +34,7 @@ inline void free_dcvector(OffsetVector<dcomplex>& v, int /*nl*/ = 0) {
   v = {};
 }
 
-// --- Matrices: rows nrl..nrh, columns ncl..nch. No caller may count on any first value of the elements. ---
+// --- Matrices: rows nrl..nrh, columns ncl..nch. Do not rely on the initial value of an element. ---
 
 inline OffsetMatrix<int> imatrix(int nrl, int nrh, int ncl, int nch) {
   return {nrl, nrh, ncl, nch};
@@ -62,12 +62,11 @@ inline void free_dcmatrix(OffsetMatrix<dcomplex>& m, int = 0, int = 0, int = 0, 
 struct dmMatrix {
   int rows = 0;
   int cols = 0;
-  double* data =
-      nullptr;  ///< rows * cols doubles, owned by hand: dmMatrixSetup makes them, dmMatrixFree ends them
+  double* data = nullptr;  ///< rows * cols doubles; dmMatrixSetup allocates them, dmMatrixFree frees them
 };
 
-/// Stores the sizes and allocates rows * cols zeroed doubles. Whatever m held before is forgotten, not freed.
-/// When the memory is not to be had, or a size is negative, data is null.
+/// Stores the sizes and allocates rows * cols zeroed doubles. Earlier contents of m are forgotten, not freed.
+/// When there is not enough memory, or a size is negative, data is null.
 void dmMatrixSetup(dmMatrix* m, int rows, int cols);
 
 /// Address of element (i, j), both from 0.
@@ -75,8 +74,8 @@ inline double* Md(dmMatrix m, int i, int j) {
   return m.data + (static_cast<std::ptrdiff_t>(i) * m.cols + j);
 }
 
-/// Frees the data, if any. Kept: the record comes by value, so that the caller's fields stay as they are and
-/// its data pointer is stale afterwards.
+/// Frees the data, if any. Kept: the record is passed by value, so the caller's fields do not change and its
+/// data pointer is invalid afterwards.
 void dmMatrixFree(dmMatrix m);
 
 /// 1 when m has no rows, else 0.
@@ -84,8 +83,8 @@ inline int dmMatrixEmpty(dmMatrix m) {
   return m.rows == 0 ? 1 : 0;
 }
 
-/// A block of that many bytes, to be given back by std::free. When there is no memory it shows a pop-up and
-/// returns null. Kept: in spite of the name nothing dies, so the caller has to look at the result.
+/// Allocates a block of that many bytes; free it with std::free. Without memory it shows a pop-up and returns
+/// null. Kept: in spite of the name the process does not end, so the caller must check the result.
 void* MallocOrDie(std::size_t bytes);
 
 }  // namespace sondera

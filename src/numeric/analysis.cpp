@@ -1,10 +1,10 @@
-// analysis.cpp - see analysis.h. Transforms are FFTW 3's, all else is plain arithmetic.
+// analysis.cpp - see analysis.h. FFTW 3 does the transforms; the rest is plain arithmetic.
 //
-// Plans are made in estimate mode and without regard to alignment, so that the same numbers give the same
-// bytes wherever an array happens to lie. For the same reason, and because FFTW ties a plan for separate real
-// and imaginary arrays to the distance between the two in memory, a transform runs in place on one
-// interleaved work vector: making a plan costs some hundred transforms, copying in and out less than the
-// interleaved form saves. Owns the plan cache, which is process-wide.
+// Plans are made in estimate mode and do not depend on alignment, so the same numbers give the same bytes at
+// any address. FFTW also ties a plan for separate real and imaginary arrays to the distance between the two
+// in memory. For both reasons a transform runs in place on one interleaved work vector: a new plan costs as
+// much as some hundred transforms, and copying in and out costs less than the interleaved form saves. This
+// file owns the plan cache, which is process-wide.
 #include "numeric/analysis.h"
 
 #include <fftw3.h>
@@ -26,7 +26,7 @@ constexpr std::size_t kMostPlans = 64;  // distinct lengths kept; a project uses
 
 using PlanPtr = std::shared_ptr<fftw_plan_s>;
 
-/// The kept plans, by length, and the work vector that the transforms run on.
+/// The kept plans, by length, and the work vector of the transforms.
 struct FFTPlanCache {
   std::map<int, PlanPtr> forward;  // forward transforms, in place, of interleaved numbers
   std::map<int, PlanPtr> real;     // forward transforms of real sequences into interleaved numbers
@@ -50,7 +50,7 @@ const PlanPtr& ForwardPlan(int n) {
   auto& plans = fftPlanCache.forward;
   if (auto it = plans.find(n); it != plans.end()) return it->second;
   if (plans.size() >= kMostPlans) plans.clear();
-  fftw_complex* work = AsFftw(WorkVector(n));  // untouched: estimate mode only looks at the shape
+  fftw_complex* work = AsFftw(WorkVector(n));  // contents not read: estimate mode only uses the shape
   PlanPtr plan(fftw_plan_dft_1d(n, work, work, FFTW_FORWARD, kPlanFlags), fftw_destroy_plan);
   if (!plan) throw std::bad_alloc();
   return plans[n] = std::move(plan);
@@ -61,13 +61,13 @@ const PlanPtr& RealPlan(int n) {
   if (auto it = plans.find(n); it != plans.end()) return it->second;
   if (plans.size() >= kMostPlans) plans.clear();
   dcomplex* out = WorkVector(n + 2);
-  double* in = reinterpret_cast<double*>(out + n / 2 + 1);  // behind the result; only its place matters here
+  double* in = reinterpret_cast<double*>(out + n / 2 + 1);  // past the result; only its address matters here
   PlanPtr plan(fftw_plan_dft_r2c_1d(n, in, AsFftw(out), kPlanFlags | FFTW_PRESERVE_INPUT), fftw_destroy_plan);
   if (!plan) throw std::bad_alloc();
   return plans[n] = std::move(plan);
 }
 
-/// Forward transform times a factor. The inverse is the same with the parts exchanged before and after.
+/// Forward transform times a factor. The inverse exchanges real and imaginary parts before and after.
 void Transform(double* re, double* im, int n, double factor) {
   fftw_plan plan = ForwardPlan(n).get();
   dcomplex* w = WorkVector(n);
@@ -127,7 +127,7 @@ FFTTable CreateFFTTable(int n) {
   return table;
 }
 
-// As in Transform, the inverse exchanges the parts on the way in and out.
+// As in Transform, the inverse exchanges the parts before and after.
 void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table) {
   const int n = table.n_;
   if (n <= 0) return;
@@ -186,7 +186,7 @@ class ParabolaFit {
       t1 += u * v;
       t2 += u * u * v;
     }
-    // As quotients of sums, so that whole-numbered samples meet a threshold exactly.
+    // As quotients of sums, so that integer samples meet a threshold exactly.
     const double determinant = width_ * s4_ - s2_ * s2_;
     Parabola fit;
     fit.slope = t1 / s2_;
@@ -202,7 +202,7 @@ class ParabolaFit {
   double s2_ = 0.0, s4_ = 0.0;
 };
 
-/// Of two neighbouring parabolas the one to take: 0 or 1, -1 when none opens downward.
+/// Which of two neighbouring parabolas counts: 0 or 1, -1 when neither opens downward.
 int NearerVertex(const Parabola& a, const Parabola& b) {
   if (!a.OpensDownward()) return b.OpensDownward() ? 1 : -1;
   if (!b.OpensDownward()) return 0;
@@ -265,8 +265,8 @@ void Variance(const double* x, int n, double* mean, double* variance) {
   *variance = squares / n;
 }
 
-// Gauss-Jordan in place: after step k, column k holds what the identity has become. Row exchanges come back
-// as column exchanges, last first.
+// Gauss-Jordan in place: after step k, column k holds the corresponding column of the transformed identity.
+// Row exchanges are undone as column exchanges, last first.
 int GenInvMatrix(const double* a, int n, int /*type*/, double* inverse) {
   if (n <= 0) return 0;
   const std::size_t m = static_cast<std::size_t>(n);

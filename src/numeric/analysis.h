@@ -13,7 +13,7 @@
 
 #include "numeric/dcomplex.h"
 
-struct fftw_plan_s;  // FFTW's own, so that its header stays out of this one
+struct fftw_plan_s;  // FFTW's type, so that its header is not needed here
 
 namespace sondera {
 
@@ -22,17 +22,17 @@ namespace sondera {
 /// @param[in]     n       any length, powers of two or not; n <= 0 does nothing
 void FFT(double* re, double* im, int n);
 
-/// In-place inverse transform with the factor 1/n, so that InvFFT after FFT gives the sequence back.
+/// In-place inverse transform with the factor 1/n, so that InvFFT after FFT restores the sequence.
 /// Arguments as for FFT.
 void InvFFT(double* re, double* im, int n);
 
-/// Forward transform of a real sequence, not normalised: what FFT gives for a zero imaginary part, up to the last bit,
-/// at half the cost, and exactly symmetric: X[n - k] is the conjugate of X[k], X[0] is real.
+/// Forward transform of a real sequence, not normalised: the result of FFT with a zero imaginary part, except
+/// for rounding, in half the time and exactly symmetric: X[n - k] is the conjugate of X[k], X[0] is real.
 /// @param[in]  x       0..n-1; may be re itself
 /// @param[out] re, im  all n values
 void RealFFT(const double* x, double* re, double* im, int n);
 
-/// Gives up all kept plans and the work vector; the next transform makes its own again.
+/// Releases all kept plans and the work vector; the next transform makes new ones.
 void ReleaseFFTPlans();
 
 /// (cr, ci) = (ar, ai) * (br, bi). The results may be stored over the operands' variables.
@@ -42,8 +42,8 @@ void CxMul(double ar, double ai, double br, double bi, double* cr, double* ci);
 /// A zero divisor gives non-finite parts; callers that want a 0 there test for it first.
 void CxDiv(double ar, double ai, double br, double bi, double* cr, double* ci);
 
-/// What CxInvFFTEx needs for one length. Tables of one length share the kept plan; a table lives on through
-/// ReleaseFFTPlans.
+/// Tables of CxInvFFTEx for one length. Tables of the same length share the kept plan; a table stays valid
+/// after ReleaseFFTPlans.
 class FFTTable {
  public:
   FFTTable() = default;
@@ -61,7 +61,7 @@ class FFTTable {
 FFTTable CreateFFTTable(int n);
 
 /// Inverse transform with the factor 1/n, out of place, no shift: the element of frequency 0 comes first.
-/// @param[in]  x  0..table.n()-1, kept
+/// @param[in]  x  0..table.n()-1, not changed
 /// @param[out] y  0..table.n()-1, must not overlap x
 /// An empty table does nothing.
 void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table);
@@ -69,12 +69,11 @@ void CxInvFFTEx(const dcomplex* x, dcomplex* y, const FFTTable& table);
 /// Releases the table early and leaves it empty.
 void DestroyFFTTable(FFTTable& table);
 
-/// Extremes of array[0..n-1] and their 0-based positions; of equal values the first counts. NaNs are
-/// passed over, except that in a sequence of nothing else the first element is reported.
-/// n <= 0 leaves the results alone.
+/// Extremes of array[0..n-1] and their 0-based positions; the first of equal values counts. NaNs are skipped;
+/// in a sequence of NaNs only, the first element is reported. n <= 0 leaves the results unchanged.
 void MaxMin1D(const double* array, int n, double* max, int* maxIndex, double* min, int* minIndex);
 
-/// What PeakDetector found, by ascending location; the three vectors are of one length.
+/// Result of PeakDetector, by ascending location; the three vectors have the same length.
 struct Peaks {
   std::vector<double> locations;          // fractional 0-based positions
   std::vector<double> amplitudes;         // height of the fitted vertex
@@ -85,14 +84,14 @@ struct Peaks {
 /// Peaks of array[0..n-1] by sliding parabolas.
 ///
 /// A least-squares parabola is fitted to every run of `width` neighbouring points. A peak lies between two
-/// neighbouring runs where the fitted slope at the run's centre goes from above 0 to 0 or below. Of the two
-/// parabolas, among those that open downward, the one counts whose vertex is nearer to its own centre (the
-/// earlier one when equally near); location, height and second derivative are those of its vertex.
+/// neighbouring runs where the fitted slope at the run's centre changes from above 0 to 0 or below. Of the
+/// two parabolas, if both open downward, the one with its vertex nearer to its own centre counts (the earlier
+/// one when equally near). Its vertex gives location, height and second derivative.
 /// @param[in] threshold  peaks lower than this are dropped (valleys: higher than this)
 /// @param[in] width      points per fit, at least 3; a smaller one finds nothing
 /// @param[in] polarity   0: peaks, otherwise valleys
 /// No peak lies within the first or the last (width-1)/2 points. A sequence without two runs (n <= width) has
-/// none.
+/// no peak.
 Peaks PeakDetector(const double* array, int n, double threshold, int width, int polarity = 0);
 
 /// Mean and variance of x[0..n-1]; the variance is the mean squared deviation (divisor n), in two passes.
@@ -102,33 +101,33 @@ void Variance(const double* x, int n, double* mean, double* variance);
 /// Inverse of the dense n by n matrix a, both row after row, by elimination with row pivoting.
 /// @param[in]  type     0, a general matrix (the only type in use)
 /// @param[out] inverse  n*n values; may be a itself
-/// Returns 0. A singular matrix (a pivot of exactly 0, or one that is no finite number) returns -1 and fills
-/// the inverse with NaNs, so that a caller that does not look gets no plausible value. n <= 0 does
-/// nothing.
+/// Returns 0. A singular matrix (a pivot of exactly 0, or not finite) returns -1 and fills the inverse with
+/// NaNs, so that a caller that does not check gets no plausible value. n <= 0 does nothing.
 int GenInvMatrix(const double* a, int n, int type, double* inverse);
 
-/// What a data window does to a spectrum's level.
+/// Effect of a data window on the level of a spectrum.
 struct WindowConst {
   double enbw = 1.0;          // equivalent noise bandwidth, in lines
   double coherentGain = 1.0;  // mean of the window
 };
 
-/// Applies the data window to x[0..n-1] and tells its constants. Only the rectangular window (type 0) is
-/// known: it leaves x alone. Returns 0; -1 for another type, without effect.
+/// Applies the data window to x[0..n-1] and returns its constants. Only the rectangular window (type 0)
+/// exists: it leaves x unchanged. Returns 0; -1 for another type, without effect.
 int ScaledWindow(double* x, int n, int windowType, WindowConst* constants);
 
 /// Units of a volt display. The first two are amplitudes, then powers, then densities per line bandwidth.
 enum class VoltUnit { Vrms, Vpk, Vrms2, Vpk2, VrmsPerRootHz, VpkPerRootHz, Vrms2PerHz, Vpk2PerHz };
 
-/// What a spectrum holds before conversion: rms amplitudes or their squares.
+/// Contents of a spectrum before conversion: rms amplitudes or their squares.
 enum class SpectrumKind { PowerVrms2, AmplitudeVrms };
 
-/// Converts spectrum[0..n-1] to the wanted unit, linear scale.
+/// Converts spectrum[0..n-1] to the wanted unit on a linear scale.
 /// @param[in]  df         line spacing, Hz (used for densities only)
 /// @param[in]  window     constants of the window the spectrum was made with
 /// @param[out] converted  n values; may be spectrum itself
 /// @param[out] unitText   text of the unit ("Vrms", "Vpk^2/Hz", ...); may be null
-/// A line of negative power has amplitude 0. A density needs df > 0: else -1 is returned and nothing written.
+/// A line of negative power has amplitude 0. A density needs df > 0: otherwise -1 is returned and nothing
+/// written.
 int SpectrumUnitConversion(const double* spectrum, int n, SpectrumKind kind, VoltUnit unit, double df,
                            const WindowConst& window, double* converted, std::string* unitText);
 

@@ -1,5 +1,5 @@
-// column_matrix.h - matrices of a run that own their storage: by columns as the formulas have them, and the
-// diagonal one of uncorrelated data.
+// column_matrix.h - matrices of a run that own their storage: stored by columns as in the formulas, and the
+// diagonal matrix of uncorrelated data.
 #pragma once
 
 #include <algorithm>
@@ -8,8 +8,8 @@
 
 namespace sondera {
 
-/// Matrix stored by columns, element (i, j), both from 1, at (j - 1) * ld + i of a vector from 1. Zero when
-/// made. The leading dimension is the number of rows it was made for.
+/// Matrix stored by columns: element (i, j), both from 1, at (j - 1) * ld + i of a vector that counts from 1.
+/// Initially zero. The leading dimension is the initial number of rows.
 class ColumnMatrix {
  public:
   ColumnMatrix() = default;
@@ -34,7 +34,7 @@ class ColumnMatrix {
   OffsetVector<double> data_;
 };
 
-/// Square matrix of which only the diagonal is ever written, (i, j) from 1.
+/// Square matrix with only its diagonal in use, (i, j) from 1.
 class DiagonalMatrix {
  public:
   DiagonalMatrix() = default;

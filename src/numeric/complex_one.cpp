@@ -1,4 +1,4 @@
-// complex_one.cpp - the parts of the pointer family of complex arithmetic that are not hot.
+// complex_one.cpp - the less frequent routines of complex arithmetic through pointers.
 #include "numeric/complex_one.h"
 
 #include <cstdio>

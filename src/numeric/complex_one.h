@@ -1,9 +1,9 @@
 // complex_one.h - complex arithmetic through pointers, as the plane-wave solver uses it, with its real
 // helpers.
 //
-// Results go through the first pointer, which may be one of the arguments too: every routine reads all that
-// it needs before it writes. The other family, by value, is numeric/complex_two.h. The two differ on purpose
-// in division (here a zero divisor ends the process) and in the modulus (here unscaled).
+// The first pointer receives the result and may equal an argument: every routine reads all its inputs before
+// it writes. The other family, by value, is numeric/complex_two.h. The two differ on purpose in division
+// (here a zero divisor ends the process) and in the modulus (here unscaled).
 #pragma once
 
 #include <cmath>
@@ -88,8 +88,8 @@ inline void Zexp(dcomplex* r, const dcomplex* z) {
   *r = {magnitude * std::cos(angle), magnitude * std::sin(angle)};
 }
 
-/// r = a to the integer power *n, by repeated squaring. *n = 0 gives 1, whatever a is; *n < 0 is a power of
-/// 1 / a, which ends the process for a = 0 (see Zdiv).
+/// r = a to the integer power *n, by repeated squaring. *n = 0 gives 1 for every a; *n < 0 gives a power of 1
+/// / a, which ends the process for a = 0 (see Zdiv).
 void powZI(dcomplex* r, const dcomplex* a, const int* n);
 
 }  // namespace sondera

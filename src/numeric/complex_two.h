@@ -1,7 +1,7 @@
 // complex_two.h - complex arithmetic by value, as the point-load solver and its kernel functions use it.
 //
-// Nothing here tests for zero or ends anything: infinities and NaNs run on. The other family,
-// through pointers, is numeric/complex_one.h.
+// Nothing here tests for zero or ends the process: infinities and NaNs propagate. The other family, through
+// pointers, is numeric/complex_one.h.
 #pragma once
 
 #include <cmath>

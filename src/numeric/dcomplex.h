@@ -1,7 +1,7 @@
 // dcomplex.h - the complex number of the solvers and its operators.
 //
-// The named families of routines on it are complex_one.h (through pointers) and complex_two.h (by value). Nothing
-// here tests for zero or ends anything: infinities and NaNs run on.
+// The named families of routines on it are complex_one.h (through pointers) and complex_two.h (by value).
+// Nothing here tests for zero or ends the process: infinities and NaNs propagate.
 #pragma once
 
 #include <cmath>

@@ -14,11 +14,11 @@ namespace sondera {
 
 namespace {
 
-// Singular values below this fraction of the largest count as 0. Double precision would bear a far smaller
-// one; this one suppresses coefficients that the few, close points of a window hardly determine.
+// Singular values below this fraction of the largest count as 0. Double precision allows a far smaller one;
+// this one suppresses coefficients that the few, close points of a window hardly determine.
 constexpr double kSingularValueTolerance = 1.0e-05;
 
-/// Sets to 0 what is strictly below the threshold; a value that equals it stays.
+/// Sets values strictly below the threshold to 0; a value equal to the threshold stays.
 void DropSmallValues(double* w, int n) {
   double largest = 0.0;
   for (int j = 1; j <= n; ++j) {
@@ -53,9 +53,8 @@ void svdfit(const double* x, const double* y, const double* sig, int ndata, doub
   svdcmp(u, ndata, ma, w, v);
   DropSmallValues(w, ma);
 
-  // 3. Coefficients a = V diag(1/w) U^T b as svbksb makes them, with the scaled ordinates b formed on the
-  // way,
-  //    so that no vector of ndata elements is needed.
+  // 3. Coefficients a = V diag(1/w) U^T b as in svbksb, with the scaled ordinates b formed on the way, so
+  //    that no vector of ndata elements is needed.
   Scratch<double> along(ma);
   for (int j = 1; j <= ma; ++j) along[j] = 0.0;
   for (int i = 1; i <= ndata; ++i) {
@@ -97,7 +96,7 @@ void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit
     for (int j = order; j >= 1; --j) P(i, j) = P(i, j + 1) * xs[i];
   }
 
-  // 3. Normal equations: coefficients = (P^T P)^-1 P^T y, from the left to the right.
+  // 3. Normal equations: coefficients = (P^T P)^-1 P^T y, evaluated from left to right.
   OffsetVector<double> product = dvector(1, m * m), inverse = dvector(1, m * m);
   const FlatMatrix N{product.shifted(), m}, Inverse{inverse.shifted(), m};
   for (int j = 1; j <= m; ++j) {
@@ -118,9 +117,9 @@ void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit
     coef[m - j] = coefficient;
   }
 
-  // 4. Fitted values. Kept: coef[k-1], of power k - 1, meets column k, of power m - k; and each element is
-  // set to
-  //    0 one step before its sum, so that the first is added to what the caller left there.
+  // 4. Fitted values. Kept: coef[k-1], of power k - 1, is multiplied with column k, of power m - k; and each
+  //    element is set to 0 one step before its sum, so the first is added to the value that the caller left
+  //    there.
   for (int i = 1; i <= n; ++i) {
     yfit[i] = 0.0;
     double sum = 0.0;
@@ -128,18 +127,18 @@ void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit
     yfit[i - 1] += sum;
   }
 
-  // 5. Misfit. Kept: fitted value and ordinate are one element out of step, so y[n] is read.
+  // 5. Misfit. Kept: fitted value and ordinate are shifted by one element, so y[n] is read.
   double sumSquares = 0.0;
   for (int i = 1; i <= n; ++i) sumSquares += Dsqr(yfit[i - 1] - y[i]);
   *err = std::sqrt(sumSquares);
 }
 
 void FS_polint(const double* xa, const double* ya, int n, double x, double* y, double* dy) {
-  // Corrections of the scheme: c leads on from a polynomial to the one that takes in the next point after its
-  // range, d to the one that takes in the next point before it.
+  // Corrections of the scheme: c extends a polynomial by the next point after its range, d by the next point
+  // before it.
   Scratch<double> c(n), d(n);
 
-  // 1. Start at the nearest point; the first of equal distances is kept.
+  // 1. Start at the nearest point; at equal distances the first counts.
   int nearest = 1;
   double least = std::fabs(x - xa[1]);
   for (int i = 1; i <= n; ++i) {
@@ -153,7 +152,7 @@ void FS_polint(const double* xa, const double* ya, int n, double x, double* y, d
   *y = ya[nearest];
   *dy = 0.0;
 
-  // 2. Take in one point after the other, on the side that keeps the path in the middle of the table.
+  // 2. Add one point after the other, on the side that keeps the path in the middle of the table.
   int before = nearest - 1;  // points of the table before the path
   for (int width = 1; width < n; ++width) {
     for (int i = 1; i <= n - width; ++i) {

@@ -32,10 +32,10 @@ void svdfit(const double* x, const double* y, const double* sig, int ndata, doub
 /// @param[in]     order  degree; order + 1 coefficients
 /// @param[in,out] yfit   yfit[0]..yfit[n], one element more than there are points; yfit[0] is 0 at entry.
 ///                       Kept: the fit is evaluated with the coefficients in reverse order (the value is that
-///                       of the polynomial whose coefficient of power p is coef[order - p]), the first
-///                       element is added to and not set, and yfit[n] becomes 0
+///                       of the polynomial whose coefficient of power p is coef[order - p]), the sum of the
+///                       first element is added to its old value, and yfit[n] becomes 0
 /// @param[out]    coef   coef[0]..coef[order], ascending powers; these are right
-/// @param[out]    err    root of the sum over i = 1..n of (yfit[i-1] - y[i])^2. Kept: one element out of step
+/// @param[out]    err    root of the sum over i = 1..n of (yfit[i-1] - y[i])^2. Kept: shifted by one element
 void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit, double* coef, double* err);
 
 /// Interpolates y(x) by the polynomial through n points (Neville's scheme, from the nearest point outwards).
@@ -44,7 +44,7 @@ void FS_polyfit(const double* x, const double* y, int n, int order, double* yfit
 /// @param[in]  x       abscissa
 /// @param[out] y       value at x
 /// @param[out] dy      last correction, an indication of the error; 0 for a single point
-/// Equal abscissae call nrerror; the division goes on and y and dy become infinite or NaN.
+/// Equal abscissae call nrerror; the division continues and y and dy become infinite or NaN.
 void FS_polint(const double* xa, const double* ya, int n, double x, double* y, double* dy);
 
 }  // namespace sondera

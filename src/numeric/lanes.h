@@ -1,5 +1,5 @@
-// lanes.h - several real numbers side by side in the processor's vector registers: which instruction sets there are,
-// and how a file compiles its vector code once for each of them.
+// lanes.h - several real numbers side by side in the processor's vector registers: the instruction sets, and
+// how a file compiles its vector code once for each of them.
 //
 // The type itself, Real with its Mask, is in lanes.inc, which a file includes in a namespace of its own for each
 // set, between SONDERA_LANES_AVX2 (or SONDERA_LANES_AVX512) and SONDERA_LANES_END:
@@ -16,8 +16,8 @@
 //     SONDERA_LANES_END
 //     #endif
 //
-// It is text and no template, because operations on a wide register are made while the function around them is
-// compiled for a processor that has it. No fused multiply-add in any set: all give the same bits.
+// It is text and not a template, because operations on a wide register need a function that is compiled for a
+// processor that has it. No instruction set uses fused multiply-add: all give the same bits.
 #pragma once
 
 #include <cmath>
@@ -45,7 +45,8 @@
 
 #define SONDERA_INLINE [[gnu::always_inline]] inline
 
-// Vectors never cross a call: all that takes one is inlined, so the calling convention does not matter.
+// Vectors are never passed to a call: every function that takes one is inlined, so the calling convention
+// does not matter.
 #if defined(__clang__)
 #pragma clang diagnostic ignored "-Wpsabi"
 #else
@@ -54,7 +55,7 @@
 
 namespace sondera {
 
-/// Whether this processor has the instructions.
+/// Whether this processor has these instructions.
 inline bool HasAvx2() {
 #if defined(__x86_64__)
   return __builtin_cpu_supports("avx2");
@@ -70,7 +71,7 @@ inline bool HasAvx512() {
 #endif
 }
 
-/// The sign bit of a double as a whole number.
+/// The sign bit of a double as an integer.
 inline constexpr std::int64_t kSignBit = INT64_MIN;
 
 }  // namespace sondera

@@ -1,7 +1,7 @@
 // lu.cpp - LU decomposition, its solver, and the matrix inverse. Owns no state.
 //
 // Each element goes through the subtractions of Crout's formulas in their order, k = 1, 2, ...; only the
-// loops are turned so that they run down the columns as the matrices are stored.
+// loops are exchanged, so that they run down the columns as the matrices are stored.
 #include "numeric/lu.h"
 
 #include <cmath>
@@ -15,7 +15,7 @@ namespace sondera {
 
 namespace {
 
-// Stands for a pivot of exactly 0: small enough to show up as a huge result, large enough to divide by.
+// Replaces a pivot of exactly 0: small enough to show up as a huge result, large enough to divide by.
 constexpr double kTinyPivot = 1.0e-20;
 
 /// scale[i] = 1 / (largest magnitude in row i), infinite for a row of zeros.
@@ -33,13 +33,13 @@ void RowScales(ConstFlatMatrix A, int n, Scratch<double>& scale) {
   }
 }
 
-/// Row of the pivot of column j, from j on: the greatest scaled magnitude.
+/// Row of the pivot of column j, from row j on: the greatest scaled magnitude.
 int PivotRow(const double* column, int j, int n, Scratch<double>& scale) {
-  int pivotRow = j;  // stays when nothing compares, that is when all scaled magnitudes are NaNs
+  int pivotRow = j;  // default: all scaled magnitudes are NaN
   double greatest = 0.0;
   for (int i = j; i <= n; ++i) {
     const double scaled = scale[i] * std::fabs(column[i]);
-    // Kept: a later row wins a tie, so that the order of elimination is that of the method's earlier results.
+    // Kept: the later of two equal rows wins; stored results depend on this order of elimination.
     if (scaled >= greatest) {
       greatest = scaled;
       pivotRow = i;
@@ -61,14 +61,14 @@ void ludcmp(double* a, int n, int* indx, double* d) {
   for (int j = 1; j <= n; ++j) {
     double* column = A.column(j);
 
-    // 2. Subtract from column j what the columns before it have in common with it.
+    // 2. Subtract the contributions of the columns before from column j.
     for (int k = 1; k < j; ++k) {
       const double* lower = A.column(k);
       const double upper = column[k];  // final: element (k, j) of U
       for (int i = k + 1; i <= n; ++i) column[i] -= lower[i] * upper;
     }
 
-    // 3. Bring the pivot row up.
+    // 3. Swap the pivot row into place.
     const int pivotRow = PivotRow(column, j, n, scale);
     if (pivotRow != j) {
       for (int k = 1; k <= n; ++k) std::swap(A(pivotRow, k), A(j, k));
@@ -92,8 +92,7 @@ void lubksb(const double* a, int n, const int* indx, double* b) {
   for (int i = 1; i <= n; ++i) std::swap(x(i), x(indx[i]));
 
   // 2. Forward substitution from the first element that is not 0: columns of the inverse begin with many
-  // zeros,
-  //    and a zero times an infinite factor must not count.
+  //    zeros, and a zero times an infinite factor must not count.
   int first = 1;
   while (first <= n && x(first) == 0.0) ++first;
   for (int j = first; j < n; ++j) {

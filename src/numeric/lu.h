@@ -2,8 +2,8 @@
 //
 // Used for the Hessian of the inversion (FS_InvMatrix) and the polynomial fit. All matrices are flat: element
 // (i, j), both from 1, is a[(j - 1) * n + i] of a vector that counts from 1.
-// Kept: nothing here reports failure. A singular matrix gives huge, infinite or NaN results, and the
-// callers look at those.
+// Kept: nothing here reports failure. A singular matrix gives huge, infinite or NaN results, and the callers
+// check the results.
 // Source: Crout's method with implicit pivoting, e.g. Golub and Van Loan, Matrix Computations, ch. 3.
 #pragma once
 
@@ -16,12 +16,12 @@ namespace sondera {
 /// @param[out]    indx  1..n: row that was swapped with row j at step j
 /// @param[out]    d     +1 or -1, the parity of the swaps
 /// A row of zeros prints "Singular matrix in routine LUDCMP\n" to standard output, once for each, and the
-/// work goes on with an infinite scale. A pivot of exactly 0 becomes 1e-20.
+/// calculation continues with an infinite scale. A pivot of exactly 0 becomes 1e-20.
 void ludcmp(double* a, int n, int* indx, double* d);
 
 /// Solves A x = b with the factors and swaps of ludcmp.
 /// @param[in]     a, n, indx  as ludcmp left them
-/// @param[in,out] b           right-hand side, then solution. Kept: points at the first element, b[0]..b[n-1]
+/// @param[in,out] b           right-hand side, then solution. Kept: points to the first element, b[0]..b[n-1]
 void lubksb(const double* a, int n, const int* indx, double* b);
 
 /// y = inverse of a, column by column.

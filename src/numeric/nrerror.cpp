@@ -1,4 +1,5 @@
-// nrerror.cpp - the pop-up of the numerical kernels. Owns who shows it, set once by the program.
+// nrerror.cpp - the pop-up of the numerical kernels. Owns the function that shows it; the program sets it
+// once.
 #include "numeric/nrerror.h"
 
 #include <utility>

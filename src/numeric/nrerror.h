@@ -1,6 +1,5 @@
-// nrerror.h - the one way in which a numerical routine reports trouble: tell the person, and go on.
-// Callers of the kernels have to expect infinities and NaNs in results; no numerical error ends a
-// run.
+// nrerror.h - how a numerical routine reports a problem: it tells the person and continues. Callers of the
+// kernels must expect infinities and NaNs in results; no numerical error ends a run.
 #pragma once
 
 namespace sondera {
@@ -8,9 +7,9 @@ namespace sondera {
 /// Title of the pop-ups of the kernels. Kept: a fixed text that does not follow the title of the application.
 inline constexpr const char* kKernelPopupTitle = "Sondera 2.0";
 
-/// What shows a pop-up of the kernels: the boxes of runtime/dialogs.h install themselves here. Null: nobody is told.
+/// Function that shows a pop-up of the kernels: runtime/dialogs.h installs one. Null: no pop-up is shown.
 using KernelPopup = void (*)(const char* title, const char* text);
-/// @return the one that stood before
+/// @return the function installed before
 KernelPopup InstallKernelPopup(KernelPopup popup);
 /// Shows a text under kKernelPopupTitle.
 void ShowKernelPopup(const char* text);

@@ -1,8 +1,8 @@
 // offset_array.h - vectors and matrices with the index ranges of the formulas.
 //
 // Almost every vector of the method counts from 1 (layers, points, observations), some from 0. OffsetVector
-// and OffsetMatrix own their storage, release it by themselves and know their range; in the sanitizer build
-// each access is checked against it. This is the one file that shifts a pointer.
+// and OffsetMatrix own their storage, release it themselves and know their range; the sanitizer build checks
+// each access against it. Only this file shifts a pointer.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,8 @@
 
 namespace sondera {
 
-/// Ends the process when an index leaves its range (checked builds only): a wrong index is a mistake of ours.
+/// Ends the process when an index is outside its range (checked builds only): a wrong index is a programming
+/// error.
 [[noreturn]] inline void OffsetIndexFault(int i, int lo, int hi) {
   std::fprintf(stderr, "index %d outside %d..%d\n", i, lo, hi);
   std::abort();
@@ -26,7 +27,7 @@ inline void CheckOffsetIndex(int i, int lo, int hi) {
 inline void CheckOffsetIndex(int, int, int) {}
 #endif
 
-/// Vector valid for indices lo..hi, all zero when made. A range with hi < lo is empty.
+/// Vector valid for indices lo..hi, initially zero. A range with hi < lo is empty.
 template <class T>
 class OffsetVector {
  public:
@@ -47,7 +48,7 @@ class OffsetVector {
   int size() const { return static_cast<int>(data_.size()); }
   bool empty() const { return data_.empty(); }
 
-  /// Pointer p for the kernels, p[lo] .. p[hi] being the elements. Null for an empty vector.
+  /// Pointer p for the kernels, with the elements p[lo] .. p[hi]. Null for an empty vector.
   T* shifted() { return data_.empty() ? nullptr : data_.data() - lo_; }
   const T* shifted() const { return data_.empty() ? nullptr : data_.data() - lo_; }
 
@@ -64,8 +65,8 @@ class OffsetVector {
   std::vector<T> data_;
 };
 
-/// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, rows one after the
-/// other, all zero when made.
+/// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, row after row,
+/// initially zero.
 template <class T>
 class OffsetMatrix {
  public:

@@ -1,9 +1,9 @@
 // phase_angle.cpp - see phase_angle.h.
 //
-// The lines are done side by side in the processor's vector registers (lanes.h). That is written out, because a
-// compiler that keeps floating-point exceptions in order does not find it by itself. Every processor of the
-// family has registers for two lines; those for four are used where they are found. The operations on a line
-// are the same either way, and so are the results.
+// The lines are computed side by side in the processor's vector registers (lanes.h). The code does this
+// explicitly, because a compiler that keeps floating-point exceptions in order does not vectorise it. Every
+// processor of the family has registers for two lines; registers for four are used where they exist. The
+// operations on a line are the same in both cases, and so are the results.
 #include "numeric/phase_angle.h"
 
 #include <cmath>
@@ -53,7 +53,7 @@ bool PhaseAnglesByLanes(int lanes, const double* re, const double* im, int n, do
   const auto run = lanes == 4 ? four::AnglesOf : two::AnglesOf;
   const int whole = n - n % lanes, rest = n - whole;
   bool fit = run(re, im, whole, angle);
-  if (rest > 0) {  // the last lines go through a full vector of their own
+  if (rest > 0) {  // the last lines use a full vector of their own
     double x[4] = {}, y[4] = {}, a[4];
     std::memcpy(x, re + whole, sizeof(double) * static_cast<std::size_t>(rest));
     std::memcpy(y, im + whole, sizeof(double) * static_cast<std::size_t>(rest));

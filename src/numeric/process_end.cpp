@@ -15,7 +15,7 @@ void EndProcess(int status) {
   const std::function<void()> step = std::exchange(lastStep, nullptr);
   try {
     if (step) step();
-  } catch (...) {  // the end comes all the same
+  } catch (...) {  // the process ends in any case
   }
   std::exit(status);
 }

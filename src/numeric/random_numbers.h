@@ -1,7 +1,7 @@
 // random_numbers.h - random numbers that are the same everywhere for the same seed.
 //
-// The generators of the standard library are fixed, its distributions are not. Used wherever records are made
-// up.
+// The standard fixes the generators of its library but not the distributions. Used wherever records are
+// generated.
 #pragma once
 
 #include <cmath>
@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// SplitMix64 (Steele, Lea and Flood, 2014): 64 bits of state, every seed is a good one. Not for secrets.
+/// SplitMix64 (Steele, Lea and Flood, 2014): 64 bits of state, every seed works. Not for secrets.
 class RandomNumbers {
  public:
   explicit RandomNumbers(std::uint64_t seed) : state_(seed) {}
@@ -19,7 +19,7 @@ class RandomNumbers {
 
   std::uint64_t Next() { return Mix(state_ += kStep); }
 
-  /// Even between 0 and 1, neither end included.
+  /// Uniform between 0 and 1, both ends excluded.
   double Uniform() { return (static_cast<double>(Next() >> 11) + 0.5) * 0x1p-53; }
 
   /// Normal with mean 0 and deviation 1 (Box and Muller, 1958). At most 8.6 in size.

@@ -32,8 +32,7 @@ int TruncToInt(double x) {
   return static_cast<int>(x);
 }
 
-// The multiples are counted in doubles: a range far narrower than its limits has more of them than an int can
-// count.
+// The multiples are doubles: a range much narrower than its limits has more of them than an int can count.
 void CalcNiceMinMax(double min, double max, int logFlag, double* outMin, double* outMax) {
   if (!(max - min >= 0.0)) return;
   const double step = std::pow(10.0, CalcPow(max - min));

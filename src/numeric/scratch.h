@@ -1,7 +1,7 @@
 // scratch.h - the work array of one kernel call: on the stack while it is small, else on the heap.
 //
-// The kernels are called once per output cell or per matrix column, mostly with a handful of elements, so
-// that the usual call allocates nothing. One block, made at entry and gone at exit.
+// The kernels are called once for each output cell or matrix column, mostly with few elements, so the usual
+// call allocates nothing. One block, allocated at entry and released at exit.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace sondera {
 
-/// Elements 1..n, of undefined value when made. N is the largest n that stays on the stack.
+/// Elements 1..n, not initialised. N is the largest n that stays on the stack.
 template <class T, int N = 64>
 class Scratch {
  public:

@@ -1,4 +1,4 @@
-// sort.cpp - heapsort index table and the sorts that stand on it. Owns no state.
+// sort.cpp - index table by heapsort, and the sorts that use it. Owns no state.
 #include "numeric/sort.h"
 
 #include "numeric/scratch.h"
@@ -8,14 +8,14 @@ namespace sondera {
 namespace {
 
 /// Puts entry `held` into the heap indx[1..last], starting at the free place `at`: as long as a child is
-/// greater than the held key, the greater child moves up and leaves its place free.
+/// greater than the held key, the greater child moves up and its place becomes free.
 void SiftDown(const double* keys, int* indx, int at, int last, int held) {
   const double key = keys[held];
   while (at <= last / 2) {
     int child = 2 * at;
     // The second child wins only when it is strictly greater.
     if (child < last && keys[indx[child]] < keys[indx[child + 1]]) ++child;
-    // A child that is equal to the held key stays below it.
+    // A child equal to the held key stays below it.
     if (!(key < keys[indx[child]])) break;
     indx[at] = indx[child];
     at = child;
@@ -29,8 +29,7 @@ void HeapIndex(int n, const double* keys, int* indx) {
   // 1. Build the heap from the last parent upwards.
   for (int parent = n / 2; parent >= 1; --parent) SiftDown(keys, indx, parent, n, indx[parent]);
 
-  // 2. Move the top, the greatest key, behind the heap, and sift the entry whose place it takes into the
-  // rest.
+  // 2. Move the top, the greatest key, behind the heap, and sift the entry that was there into the rest.
   for (int last = n - 1; last >= 1; --last) {
     const int held = indx[last + 1];
     indx[last + 1] = indx[1];
@@ -73,7 +72,7 @@ void sort2(int n, double* ra, double* rb) {
 void sort3(int n, double* a, double* b, double* c, double* d, int base) {
   if (n <= 0 || (base != 0 && base != 1)) return;
   Scratch<int> indx(n);
-  Scratch<double> copy(n);  // of one array at a time, counting from 1 whatever the base
+  Scratch<double> copy(n);  // of one array at a time, counting from 1 for both bases
 
   for (int i = 1; i <= n; ++i) copy[i] = a[base + i - 1];
   indexx3(n, copy.pointer(), indx.pointer());

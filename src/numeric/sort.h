@@ -1,8 +1,8 @@
-// sort.h - heapsort of doubles by way of an index table, and sorts that carry other arrays along.
+// sort.h - heapsort of doubles through an index table, and sorts that permute other arrays alike.
 //
-// Used wherever curves and pairs are put in order. All sorts ascend. Equal keys come out in the order of the
-// heap algorithm, which is not the order in which they came in; stored curves and lists depend on it, so it
-// must not be replaced by another sort.
+// Used wherever curves and pairs are sorted. All sorts are ascending. Equal keys get the order of the heap
+// algorithm, not their original order; stored curves and lists depend on this, so do not replace it by
+// another sort.
 // Source: heapsort, Williams 1964, in the index form of the Numerical Recipes family.
 #pragma once
 
@@ -24,10 +24,10 @@ void sort1(int n, double* ra);
 /// Sorts ra[1..n] and applies the same permutation to rb[1..n]; n >= 1.
 void sort2(int n, double* ra, double* rb);
 
-/// Sorts a and carries b, c and d along, each of which may be null.
+/// Sorts a and permutes b, c and d alike; each of these may be null.
 /// @param n     number of elements; nothing happens for n <= 0
 /// @param base  0: the arrays are indexed from 0 (elements 0..n-1); 1: from 1 (elements 1..n).
-///              Any other base is a mistake of the caller: nothing is touched.
+/// Any other base is a mistake of the caller: nothing is changed.
 void sort3(int n, double* a, double* b, double* c, double* d, int base);
 
 }  // namespace sondera

@@ -1,9 +1,9 @@
 // svd.cpp - Golub-Reinsch decomposition behind svdcmp and FS_svdcmp, and the back substitution. Owns no
 // state.
 //
-// A is made upper bidiagonal by Householder reflections from both sides; the reflections are gathered into V
-// and U; then implicit QR sweeps with shift drive the superdiagonal to zero, one singular value after the
-// other from the last. What the two entries differ in is a policy of the one decomposition.
+// A becomes upper bidiagonal by Householder reflections from both sides; the reflections are collected in V
+// and U; then implicit QR sweeps with shift reduce the superdiagonal to zero, one singular value after the
+// other from the last. A policy class holds the differences between the two entries.
 #include "numeric/svd.h"
 
 #include <algorithm>
@@ -29,13 +29,13 @@ namespace {
 
 constexpr int kMaxSweeps = 30;  // for each singular value
 
-/// svdcmp: two zeros have the length 0, and a value that does not converge is passed over in silence.
+/// svdcmp: two zeros have the length 0, and a value that does not converge is skipped without a message.
 struct Lenient {
   static double Hypotenuse(double a, double b) { return a == 0.0 && b == 0.0 ? 0.0 : PYTHAG(a, b); }
   static void OnLastSweep() {}
 };
 
-/// FS_svdcmp: no test for zero, and the last sweep is announced.
+/// FS_svdcmp: no test for zero, and the last sweep is reported.
 struct Strict {
   static double Hypotenuse(double a, double b) { return PYTHAG(a, b); }
   static void OnLastSweep() { nrerror("No convergence in 30 SVDCMP iterations"); }
@@ -50,8 +50,8 @@ void RotateColumns(double* first, double* second, int rows, double c, double s) 
   }
 }
 
-/// One decomposition at work. Letters as in the formulas: w is the diagonal of the bidiagonal form and then
-/// the singular values, e its superdiagonal, e[j] standing above w[j]; e[1] is 0.
+/// State of one decomposition. Letters as in the formulas: w is the diagonal of the bidiagonal form and later
+/// the singular values, e its superdiagonal with e[j] above w[j]; e[1] is 0.
 template <class Policy>
 class Decomposition {
  public:
@@ -67,8 +67,7 @@ class Decomposition {
 
  private:
   /// 1. Householder reflections: column i below the diagonal, then row i beyond the superdiagonal. The
-  /// vectors
-  ///    of the reflections stay in A. Each is scaled by its sum of magnitudes against overflow.
+  ///    vectors of the reflections stay in A. Each is scaled by its sum of magnitudes against overflow.
   void Bidiagonalise() {
     norm_ = 0.0;
     e_[1] = 0.0;
@@ -79,7 +78,7 @@ class Decomposition {
     }
   }
 
-  /// Returns the diagonal element that the reflection leaves.
+  /// Returns the new diagonal element.
   double ReflectColumn(int i) {
     double* x = A.column(i);
     double scale = 0.0;
@@ -106,7 +105,7 @@ class Decomposition {
     return scale * g;
   }
 
-  /// Returns the superdiagonal element that the reflection leaves. e beyond it serves as work space.
+  /// Returns the new superdiagonal element. e beyond it serves as work space.
   double ReflectRow(int i) {
     const int l = i + 1;
     double scale = 0.0;
@@ -193,8 +192,8 @@ class Decomposition {
   /// Small against the whole matrix. False for NaNs.
   bool Negligible(double x) const { return std::fabs(x) + norm_ == norm_; }
 
-  /// First row of the unreduced block that ends at k: the element e[l] above it is negligible, or is made so
-  /// where w[l - 1] is. e[1] is 0 and ends the search in any case, also among NaNs.
+  /// First row of the unreduced block that ends at k: the element e[l] above it is negligible, or becomes so
+  /// because w[l - 1] is. e[1] is 0 and ends the search in any case, also among NaNs.
   int StartOfBlock(int k) {
     for (int l = k; l > 1; --l) {
       if (Negligible(e_[l])) return l;
@@ -229,8 +228,8 @@ class Decomposition {
     for (int i = 1; i <= n_; ++i) x[i] = -x[i];
   }
 
-  /// Shift from the last two rows of the block l..k, as the first element of the vector that the first
-  /// rotation has to meet.
+  /// Shift from the last two rows of the block l..k, as the first element of the vector for the first
+  /// rotation.
   double ShiftedHead(int l, int k) const {
     const double x = w_[l], y = w_[k - 1], z = w_[k];
     const double g = e_[k - 1], h = e_[k];
@@ -239,8 +238,8 @@ class Decomposition {
     return ((x - z) * (x + z) + h * (y / (f + Dsign(root, f)) - h)) / x;
   }
 
-  /// One implicit QR sweep over rows l..k: each rotation from the right makes an element below the diagonal,
-  /// the rotation from the left that follows removes it and makes one beyond the superdiagonal.
+  /// One implicit QR sweep over rows l..k: each rotation from the right makes an element below the diagonal;
+  /// the next rotation from the left removes it and makes one beyond the superdiagonal.
   void Sweep(int l, int k) {
     double f = ShiftedHead(l, k);
     double x = w_[l];
@@ -263,7 +262,7 @@ class Decomposition {
 
       z = Policy::Hypotenuse(f, h);
       w_[j] = z;
-      if (z != 0.0) {  // any rotation serves when z is 0: the last one stays
+      if (z != 0.0) {  // any rotation serves when z is 0: keep the last one
         c = f / z;
         s = h / z;
       }
