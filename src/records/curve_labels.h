@@ -1,4 +1,4 @@
-// curve_labels.h - the names under which lists and legends show a dispersion curve. No state.
+// curve_labels.h - names of the dispersion curves in lists and legends. No state.
 #pragma once
 
 #include <string>
@@ -14,12 +14,12 @@ std::string DispCurveLabel(const std::string& measID, long long refChan, long lo
 /// empty MeasID.
 std::string RepCurveLabel(int key, int refChan, int dspChan, int base);
 
-/// Takes such a label apart; channels count from 0. The id is the text before the last bracket. Kept: an id
-/// that begins with "CSW" loses its first four characters, also where they are its own. -1, with the results
-/// left alone, without a bracket or without two numbers behind it.
+/// Splits such a label; channels count from 0. The id is the text before the last bracket. Kept: an id that
+/// begins with "CSW" loses its first four characters, also when they belong to it. Without a bracket or
+/// without two numbers behind it: -1, and the results are unchanged.
 int RetrieveChnlInfo(const std::string& label, int& chan1, int& chan2, std::string& measID);
 
-/// Pair that a label of the current project stands for; null when there is none.
+/// Pair of such a label in the current project; null when there is none.
 PMeasInfo* PairOfLabel(const std::string& label);
 
 }  // namespace sondera

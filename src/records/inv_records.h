@@ -1,10 +1,10 @@
 // inv_records.h - the results of inversions (InvParam) and of the evaluation of starting models (SMPParam),
 // as plain records.
 //
-// Callers: start-up and shutdown, the project file, forward runs and inversions, and whatever shows their
-// results. Owned here: the two records. An entry is a model with its theoretical curves: entry 0 of InvParam
-// is the given model and entry k the k-th iteration; an entry of SMPParam is one starting profile and is
-// named by its negative number wherever both kinds stand in one list.
+// Callers: start-up and shutdown, the project file, forward runs and inversions, and the pages and files that
+// show their results. Owned here: the two records. An entry is a model with its theoretical curves: entry 0
+// of InvParam is the given model and entry k the k-th iteration; an entry of SMPParam is one starting profile
+// and has a negative number in lists with both kinds.
 #pragma once
 
 #include <array>
@@ -54,16 +54,17 @@ inline constexpr std::array<OffsetMatrix<double> InvRecord::*, 7> kModelTables =
 extern InvRecord InvParam;  ///< iterations of the inversion
 extern InvRecord SMPParam;  ///< evaluated starting profiles
 
-/// Last indices of the tables: the capacities, or the counters where one exceeds its capacity (as the number
-/// of entries wanted does before a run, and the number of points after a growth).
+/// Last indices of the tables: the capacities, or the counters where one exceeds its capacity (the number of
+/// wanted entries does so before a run, the number of points after a growth).
 struct InvTableSizes {
   std::int64_t entries, layers, points, data;
 };
 InvTableSizes TableSizes(const InvRecord& record);
 
-/// Makes all tables of a record afresh, zero, in those sizes.
+/// Allocates all tables of a record anew, zero, in those sizes.
 void AllocateInvRecord(InvRecord& record);
-/// Numbers of the entries that can be chosen, in the order of their lists: k is entry k of InvParam, -k of SMPParam.
+/// Numbers of the entries that can be chosen, in the order of their lists: k is entry k of InvParam, -k of
+/// SMPParam.
 struct EntryNumbers {
   std::vector<int> iterations;      ///< to be shown on the results page
   std::vector<int> profiles;        ///< to be copied to the settings of a forward run

@@ -1,13 +1,13 @@
-// kinds.h - the kinds that records, controls and files tell apart by a number.
+// kinds.h - the kinds of things that records, controls and files number.
 //
-// The values are those of the project file and of the items of the rings: they never change. Records keep such
-// a number as an int, since a damaged file may hold any other one; code compares it with these names.
+// The values are those of the project file and of the items of the rings: they never change. Records keep
+// such a number as an int, since a damaged file may hold any number; code compares it with these names.
 #pragma once
 
 namespace sondera {
 
-/// ModelRecord::analysis, ANALYSISTYPE: the solver of a forward run. Switches::iAnalysis has it negative in a
-/// run that is no inversion.
+/// ModelRecord::analysis, ANALYSISTYPE: the solver of a forward run. Switches::iAnalysis is negative in a run
+/// that is not an inversion.
 enum AnalysisKind : int {
   kPlaneWaves = 2,       ///< plane Rayleigh waves ("2-D")
   kPointLoad = 3,        ///< point load, evenly cut layers ("3-D")
@@ -23,13 +23,13 @@ enum CurveKind : int {
   kArrayCurves = 2,  ///< one curve for each receiver pair
 };
 
-/// ModelRecord::DispCurvInfo: where the points of a run come from. Any other number means stored curves too.
+/// ModelRecord::DispCurvInfo: the source of the points of a run. Any other number means stored curves too.
 enum CurvePoints : int {
-  kPointsOfRange = 0,  ///< made from the range of the settings
+  kPointsOfRange = 0,  ///< generated from the range of the settings
   kPointsOfData = 1,   ///< those of stored curves
 };
 
-/// ModelRecord::xDomainType, Switches::xDomain, XDOMAIN_TYPE: what the points of a global curve are given by.
+/// ModelRecord::xDomainType, Switches::xDomain, XDOMAIN_TYPE: the abscissa of the points of a global curve.
 enum XDomain : int { kWavelengthDomain = 1, kFrequencyDomain = 2 };
 
 /// ModelRecord::GlobalRecType, GLOBAL_REC_TYPE: the receivers of a global curve.
@@ -38,7 +38,7 @@ enum GlobalReceivers : int {
   kFixedReceivers = 4,         ///< at GlobalRec1Loc and GlobalRec2Loc
 };
 
-/// InvRecord::MODELPARM: what an inversion varies.
+/// InvRecord::MODELPARM: the parameters that an inversion varies.
 enum ModelParameters : int { kVaryVs = 1, kVaryH = 2, kVaryBoth = 3 };
 constexpr bool VariesVs(int modelParm) {
   return modelParm == kVaryVs || modelParm == kVaryBoth;
@@ -50,7 +50,7 @@ constexpr bool VariesH(int modelParm) {
 /// PMeasInfo::phaseOption: which of the three unwrapped phases of a pair is in use.
 enum PhaseOption : int { kOriginalPhase = 0, kEnhancedPhase = 1, kBackbonePhase = 2 };
 
-/// DisplayRecord::type, DISPATYPE and DISPBTYPE: what a trace shows.
+/// DisplayRecord::type, DISPATYPE and DISPBTYPE: the quantity that a trace shows.
 enum class DisplayType : int {
   TimeTrace = 0,
   LinearPhase = 1,
@@ -70,7 +70,7 @@ constexpr bool IsOverTime(DisplayType type) {
   return type == DisplayType::TimeTrace || type == DisplayType::ImpulseResponse;
 }
 
-/// A display that shows the arrays of a pair's record.
+/// A display of the arrays of a pair's record.
 constexpr bool IsOfPair(DisplayType type) {
   return type == DisplayType::TransferPhase || type == DisplayType::TransferAmplitude ||
          type == DisplayType::ImpulseResponse;

@@ -146,7 +146,7 @@ RawData* SetupRawDataArrays(int key) {
     if (hw->nLines > 0) length = 2 * Size(FullTimeLines(hw->nLines)) * Size(hw->nChannels);
   }
   for (auto block : kRawBlocks) {
-    (raw->*block) = {};  // release first: two generations of a large record need not live side by side
+    (raw->*block) = {};  // release first: old and new arrays need not be in memory together
     (raw->*block).assign(length, 0.0);
   }
   SetupAuxiallyArrays(static_cast<int>(std::min(length, Size(kMaxLines))));
@@ -162,7 +162,7 @@ void SetupPairMeasArrays(PMeasInfo& pair, int nLines) {
   pair.dispVel.assign(n, 0.0);
   pair.dispFreq.assign(n, 0.0);
   pair.dispWlen.assign(n, 0.0);
-  // Kept: the two Gauss parameters stand here the other way round than in a new pair, which sets its own.
+  // Kept: the two Gauss parameters are exchanged here compared with a new pair, which sets its own.
   pair.beta = 0.5;
   pair.band = 3.0;
 }
@@ -277,7 +277,7 @@ void CopyMeasSetup(MeasSetup& dst, const MeasSetup& src, int key) {
 
 void CopyRawData(RawData& dst, const RawData& src, int key) {
   RawData* made = SetupRawDataArrays(key);
-  if (made != &dst) {  // a record outside the list takes over the arrays just made
+  if (made != &dst) {  // a record outside the list takes over the new arrays
     dst = *made;
   }
   const int hwPos = MeasDB.hwSetupList.findKey(key);

@@ -1,9 +1,9 @@
 // measdb.h - MeasDB, the in-memory database of the open project, and the records in it.
 //
-// A measurement is known by an integer key and by its texts (ProjID, MeasID). A receiver pair within it is
-// (key, refChan, dspChan), channels counted from 0. MeasDB owns every record; pointers handed out are borrowed and
-// die with the next Free...List, Setup...Arrays or load. List positions count from 1, -1 means not found. All
-// look-ups walk the lists from the front: the number of measurements is small.
+// A measurement is identified by an integer key and by its texts (ProjID, MeasID). A receiver pair within it
+// is (key, refChan, dspChan), channels counted from 0. MeasDB owns every record; pointers handed out are
+// borrowed and become invalid with the next Free...List, Setup...Arrays or load. List positions count from 1,
+// -1 means not found. All look-ups search the lists from the front: the number of measurements is small.
 #pragma once
 
 #include <array>
@@ -51,7 +51,7 @@ struct HWSetup {
   int sensorType = 0;  ///< 0 voltage, 1 and 2 sensors; not stored
 };
 
-/// Where source and receivers stood, in units of lengthUnit.
+/// Positions of source and receivers, in units of lengthUnit.
 struct MeasSetup {
   int key = 0;
   double srcLoc = 0.0;
@@ -86,7 +86,7 @@ inline constexpr int kGaborDivisions = 50;  ///< rows and columns of a Gabor map
 /// Rows (frequency) of 50 columns (time), in dB.
 using GaborMap = std::array<double, static_cast<std::size_t>(kGaborDivisions) * kGaborDivisions>;
 
-/// Everything known of one receiver pair. With n = FullTimeLines(nLines): arrays of 2n doubles, maskFlag, dispVel,
+/// All data of one receiver pair. With n = FullTimeLines(nLines): arrays of 2n doubles, maskFlag, dispVel,
 /// dispFreq and dispWlen of n entries; index 0 is the first line or sample.
 struct PMeasInfo {
   int key = 0, refChan = 0, dspChan = 0;
@@ -117,7 +117,7 @@ struct PMeasInfo {
   int polyOrderA = 0, polyOrderB = 0;
 
   int capacity() const { return static_cast<int>(maskFlag.size()); }
-  /// Map of a phase option, made zero on first use.
+  /// Map of a phase option, created with zeros on first use.
   GaborMap& gaborMap(int option);
 };
 /// The 21 arrays of 2n doubles, in the order of the project file.
@@ -160,7 +160,7 @@ class RecordList {
     return items_.back().get();
   }
   T* append() { return append(std::make_unique<T>()); }
-  /// Takes an item out of the list; null outside.
+  /// Removes an item from the list and returns it; null outside.
   std::unique_ptr<T> remove(int position) {
     if (position < 1 || position > count()) return nullptr;
     auto item = std::move(items_[static_cast<std::size_t>(position - 1)]);
@@ -216,16 +216,16 @@ int FullTimeLines(int n);
 
 // ---- keys -----------------------------------------------------------------------------------------------------------
 
-/// Key of the pair of texts when it exists (nothing is changed then). Otherwise appends an item with the given key,
-/// or, for key 0, with the highest key in the list + 1 (1 for an empty list), and returns it.
+/// Key of the pair of texts when it exists; then nothing changes. Otherwise appends an item with the given
+/// key, or, for key 0, with the highest key in the list + 1 (1 for an empty list), and returns it.
 int InsertNewIDInfo(const std::string& projID, const std::string& measID, int key = 0);
 /// Key of the first item with both texts, else -1.
 int GetKeyFromID(const std::string& projID, const std::string& measID);
-/// Texts of a key; untouched and false when there is none.
+/// Texts of a key; false, with both unchanged, when there is none.
 bool GetIDfromKey(int key, std::string& projID, std::string& measID);
 
-/// What GetInfoFromKey finds. A record that does not exist leaves its pointer as it was, with position -1: test the
-/// position.
+/// Result of GetInfoFromKey. A record that does not exist leaves its pointer unchanged, with position -1:
+/// test the position.
 struct MeasRecords {
   std::string projID, measID;
   MeasSetup* measSetup = nullptr;
@@ -233,7 +233,7 @@ struct MeasRecords {
   HWSetup* hwSetup = nullptr;
   int measPos = -1, rawPos = -1, hwPos = -1;
 };
-/// Returns the key; -1 for key -1 (out untouched) or an unknown key (positions -1).
+/// Returns the key; -1 for key -1 (out unchanged) or an unknown key (positions -1).
 int GetInfoFromKey(int key, MeasRecords& out);
 
 /// Scans the whole pair list and takes the last match. pos -1 for none. Returns the key, or -1 for key -1 or an
@@ -248,7 +248,8 @@ int GetLastKey();
 /// Removes the item of the key; its former position, or -1.
 int DeleteIDfromList(int key);
 
-// ---- set up: the record of the key is found, or appended to its list; its arrays are made afresh ----------------------
+// ---- set up: the record of the key is found, or appended to its list; its arrays are allocated anew
+// ------------------
 
 /// Sets key and nChannels and makes the three channel arrays (zero).
 HWSetup* SetupHWSetupArrays(int key, int nChannels);
@@ -256,12 +257,13 @@ HWSetup* SetupHWSetupArrays(int key, int nChannels);
 MeasSetup* SetupMSetupArrays(int key);
 /// The six blocks of 2 * FullTimeLines(nLines) * nChannels zeros; grows the working arrays.
 RawData* SetupRawDataArrays(int key);
-/// Gives a pair record its arrays for nLines: all that it held is cleared, including its identity. nLines <= 0: nothing.
+/// Gives a pair record its arrays for nLines. All its data are cleared, including its identity. nLines <= 0:
+/// nothing.
 void SetupPairMeasArrays(PMeasInfo& pair, int nLines);
-/// Does that for every pair of a measurement and puts key and channels back: results are gone, identities stay.
-/// -1 for key -1 or an unknown key.
+/// Does that for every pair of a measurement and restores key and channels: results are lost, identities
+/// stay. -1 for key -1 or an unknown key.
 int UpdatePairMeasArrays(int key, int nLines);
-/// Grows the length of the working arrays and the default number of lines that hangs on it.
+/// Increases the length of the working arrays and the default number of lines that depends on it.
 void SetupAuxiallyArrays(int n);
 /// Empty database, default sizes.
 void SetupGlobalArrays();
@@ -275,10 +277,11 @@ void FreeRawDataList();
 void FreePMeasInfoList();
 void FreeMaskingInfoList();
 void FreeDispList(RecordList<DispInfo>& list);
-/// Removes the masks of a key: all of them when both channels are 0, otherwise those of the pair. Kept: the pair
-/// (0, 0) therefore stands for the whole measurement, and key -1 matches nothing.
+/// Removes the masks of a key: all of them when both channels are 0, otherwise those of the pair. Kept: the
+/// pair (0, 0) therefore means the whole measurement, and key -1 matches nothing.
 void FreeMaskingInfo(int key, int refChan, int dspChan);
-/// Empties what a new project or a load empties, in the required order. Masks stay (see FreeMaskingInfo(-1, 0, 0)).
+/// Clears all that a new project or a load replaces, in the required order. Masks stay (see
+/// FreeMaskingInfo(-1, 0, 0)).
 void EmptyProjectLists();
 /// Everything.
 void FreeGlobalArrays();
@@ -290,7 +293,8 @@ void RemoveMeasurement(int key);
 /// key is the new key. Kept: refChannel, decimation, sensorType, startFreq, stopFreq and spanKind are not copied.
 void CopyHWSetup(HWSetup& dst, const HWSetup& src, int key);
 void CopyMeasSetup(MeasSetup& dst, const MeasSetup& src, int key);
-/// SetupRawDataArrays for the key, then 2 * nLines * nChannels * decimation entries of each block, as far as both have them.
+/// SetupRawDataArrays for the key, then 2 * nLines * nChannels * decimation entries of each block, up to the
+/// shorter length.
 void CopyRawData(RawData& dst, const RawData& src, int key);
 
 // ---- representative curves ------------------------------------------------------------------------------------------
@@ -298,8 +302,8 @@ void CopyRawData(RawData& dst, const RawData& src, int key);
 /// Six zero arrays of 1..n. n below 0 counts as 0.
 void SetupDispArrays(DispInfo& d, int n);
 
-/// Band limits of a measured or time-imported record (freqSpan >= 0): startFreq 0, stopFreq = freqSpan. A phase
-/// display does this, and so does whatever needs the limits where nothing has been displayed.
+/// Band limits of a measured or time-imported record (freqSpan >= 0): startFreq 0, stopFreq = freqSpan. A
+/// phase display sets them, and so does code that needs the limits before anything was displayed.
 void BringBandLimitsUpToDate(HWSetup& hw);
 /// Upper end of the analysis band: stopFreq of imported spectra, else freqSpan. Hz.
 double BandEnd(const HWSetup& hw);

@@ -9,7 +9,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kTolerance = 0.01;   // of spans and intervals that follow from each other
+constexpr double kTolerance = 0.01;   // of spans and intervals that determine each other
 constexpr double kLargestUnit = 1e6;  // metres
 
 bool AboveZero(double x) {

@@ -1,5 +1,5 @@
-// mesh_depth.h - how deep the mesh of the point-load solver reaches where nobody has said it, in wavelengths. The table
-// "Depth of the mesh" in docs/method.md says why there are three rules.
+// mesh_depth.h - default depth of the mesh of the point-load solver, in wavelengths. The table "Depth of the
+// mesh" in docs/method.md says why there are three rules.
 //
 // Callers: first values of records and of the solver, the set-up of runs. No state.
 #pragma once

@@ -1,10 +1,10 @@
-// model_records.h - the settings of a forward run (FModelParam) and their twin with the theoretical curves
-// (TheoDispInfo), as plain records.
+// model_records.h - the settings of a forward run (FModelParam) and a record of the same form with the
+// theoretical curves (TheoDispInfo), as plain records.
 //
 // Callers: start-up and shutdown, the project file, and everything that computes theoretical curves. Owned
-// here: the two records. Both have one layout, which is also that of the project file; what the values mean
-// to a run is told beside the solvers. Lengths, velocities and densities are in the project's units, no
-// conversion takes place.
+// here: the two records. Both have the same layout, which is also that of the project file; the solvers
+// explain the meaning of the values. Lengths, velocities and densities are in the project's units; nothing is
+// converted.
 #pragma once
 
 #include <array>
@@ -12,8 +12,8 @@
 
 namespace sondera {
 
-/// Settings of a forward run. All vectors count from 0 and hold at least as many entries as the counter that
-/// goes with them; the capacities cap... are the sizes that the project file stores.
+/// Settings of a forward run. All vectors count from 0 and hold at least as many entries as their counter;
+/// the capacities cap... are the sizes that the project file stores.
 struct ModelRecord {
   int capLayers = 0;  ///< entries of the six layer columns; 0: no model
   int capPairs = 0;   ///< entries of the pair table
@@ -64,17 +64,17 @@ inline constexpr std::array<std::vector<double> ModelRecord::*, 6> kLayerColumns
 inline constexpr std::array<std::vector<double> ModelRecord::*, 3> kGlobalColumns = {
     &ModelRecord::globalVel, &ModelRecord::globalFreq, &ModelRecord::globalWlen};
 
-extern ModelRecord FModelParam;   ///< what the panel of the forward model shows
-extern ModelRecord TheoDispInfo;  ///< what the last run worked with, and its curves
+extern ModelRecord FModelParam;   ///< shown on the panel of the forward model
+extern ModelRecord TheoDispInfo;  ///< settings of the last run, and its curves
 
-/// Makes all vectors of a record afresh, zero, for its capacities (below 0 counts as 0) and its counters.
+/// Allocates all vectors of a record anew, zero, for its capacities (below 0 counts as 0) and its counters.
 void AllocateModelRecord(ModelRecord& record);
 
-/// What both records start with.
+/// Initial state of both records.
 ModelRecord FirstModel();
 /// First values.
 void InitializeFModel();
-/// First values of the twin: those of FModelParam but for dispCurvType 1 and the closing words.
+/// First values of TheoDispInfo: those of FModelParam except dispCurvType 1 and the last words.
 void InitializeTheoDispInfo();
 /// Empties the record.
 void FinalizeFModel();

@@ -1,6 +1,7 @@
 // pulse_record.h - the settings of a computed field record: source, frequency grid and length.
 //
-// Callers: the panel of the waveforms, scripts, and what computes a record. Times in s, frequencies in Hz.
+// Callers: the panel of the waveforms, scripts, and the computation of a record. Times in s, frequencies in
+// Hz.
 #pragma once
 
 #include <string>
@@ -12,7 +13,7 @@ enum PulseShape : int { kPulseFile = 0, kPulseHammer = 1, kPulseRicker = 2 };
 
 struct PulseRecord {
   int shape = kPulseRicker;
-  std::string fileName;        ///< of the force over time; used with kPulseFile
+  std::string fileName;        ///< time function of the force; used with kPulseFile
   double centerFreq = 1280.0;  ///< of the two other shapes
   double freqSpan = 51200.0;   ///< highest frequency of the grid, which lies between its lines
   int nPoints = 6;             ///< samples of a record

@@ -1,4 +1,4 @@
-// records_state.h - the records of the program, and how a session starts them afresh.
+// records_state.h - the records of the program, and how a session initialises them.
 //
 // Each record is declared in the header of its structure:
 //   session.cpp        session

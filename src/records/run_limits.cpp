@@ -13,7 +13,7 @@ namespace {
 constexpr int kMaxSubLayersPerZone = 1000;
 constexpr double kMaxDispBulb = 100.0;  // wavelengths
 
-/// First complaint of several; later ones are dropped.
+/// Keeps the first message; later ones are dropped.
 class Complaint {
  public:
   void Count(const char* what, int value, int low, int high) {
@@ -44,7 +44,7 @@ class Complaint {
 };
 
 constexpr double kLayerLimit = 1e30;  // of thickness, velocities, density and shear modulus; the solvers' own
-constexpr double kAnything = 1e300;   // any finite value that arithmetic can still work with
+constexpr double kAnything = 1e300;   // any finite value that leaves room for arithmetic
 
 void CheckLayers(const ModelRecord& m, Complaint& complaint) {
   complaint.Count("The number of layers", m.nLayers, 1, kMaxRunLayers);

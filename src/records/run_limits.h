@@ -1,7 +1,7 @@
-// run_limits.h - settings that no run can work with, told in one message.
+// run_limits.h - finds settings that no run can work with, and gives one message.
 //
 // Callers: FS_AllocMemoryBlocks and the set-up of observations. A settings record may come from a damaged
-// file: what it asks for is held against these limits before anything is allocated or computed. Owned state:
+// file: its values are checked against these limits before anything is allocated or computed. Owned state:
 // none.
 #pragma once
 
@@ -17,12 +17,11 @@ inline constexpr int kMaxRunPoints = 20000;                   ///< points of a c
 inline constexpr int kMaxRunCurves = 1000;                    ///< curves, receivers
 inline constexpr double kMaxRunDoubles = 64.0 * 1024 * 1024;  ///< of one run or result record (512 MB)
 
-/// Message for the first setting of a record that no run can work with; "" when there is none. Looks at
-/// counts, columns shorter than their counters, the solver's settings, and the layers; not at the wanted
-/// points.
+/// Message for the first setting of a record that no run can work with; "" when there is none. Checks counts,
+/// columns shorter than their counters, the solver's settings, and the layers; not the wanted points.
 std::string CheckRunSettings(const ModelRecord& record);
 
-/// The part of it about layers.
+/// The part of the check that concerns layers.
 std::string CheckRunLayers(const ModelRecord& record);
 
 }  // namespace sondera

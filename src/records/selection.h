@@ -8,7 +8,7 @@
 
 namespace sondera {
 
-/// Trace asked for: A, B, or the one that TRACE_ONOFF of the masking page names (0 A, 1 B, other A).
+/// Requested trace: A, B, or the one that TRACE_ONOFF of the masking page names (0 A, 1 B, other A).
 enum class Trace : int { A = 0, B = 1, Selected = 2 };
 
 /// Measurement and pair of a trace, channels from 0. An empty measID: nothing is selected.
@@ -18,8 +18,8 @@ struct TraceSelection {
   bool empty() const { return measID.empty(); }
 };
 
-/// The pair that a routine works on, and its records. key is -1 when the measurement is unknown; pair is null when
-/// it has none yet.
+/// The pair that a routine works on, and its records. key is -1 when the measurement is unknown; pair is null
+/// when the measurement has no such pair yet.
 struct CurrentPair {
   int key = -1;
   int refChan = 0, dspChan = 0;
@@ -32,7 +32,7 @@ struct CurrentPair {
 
 /// "meter", "cm", "ft", otherwise "in", by metres per unit.
 std::string LengthUnitName(double lengthUnit);
-/// The same as a unit stands on an axis: "m", "cm", "ft", otherwise "in".
+/// The unit as an axis shows it: "m", "cm", "ft", otherwise "in".
 std::string LengthUnitText(double lengthUnit);
 
 }  // namespace sondera

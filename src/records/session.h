@@ -1,8 +1,8 @@
 // session.h - process-wide state of the session that belongs to no measurement: names, device facts,
 // velocities of the site category, display records of the traces, the buffer of the running measurement.
 //
-// One instance, `session`. ResetSession brings it to the state of a fresh start without a board; StartSession
-// of app/startup does that and makes the first measurement.
+// One instance, `session`. ResetSession restores the state of a fresh start without a board; StartSession of
+// app/startup does that and makes the first measurement.
 #pragma once
 
 #include <array>
@@ -16,7 +16,7 @@
 
 namespace sondera {
 
-/// What a board reported. Without a board: four channels, 102400 Hz, 10 V.
+/// Properties that a board reported. Without a board: four channels, 102400 Hz, 10 V.
 struct DeviceFacts {
   std::string devName;         ///< at most four characters; longer names are cut wherever one is read
   int devCategory = 0;         ///< product category as the driver reports it, 0 without a board
@@ -42,7 +42,7 @@ struct AxisRange {
   double min = 0.0, max = 0.0;
 };
 
-/// Limits of a trace's axes in one family of displays, in force or to be taken again.
+/// Limits of a trace's axes in one family of displays: in force, or to be restored.
 struct TraceLimits {
   AxisRange x, y;
 };
@@ -74,7 +74,7 @@ struct AxisRecord {
   std::array<AxisRange, 3> range{};  ///< by quantity
 };
 
-/// Copy of a mask: the one last picked on the graph.
+/// Copy of the mask that was last picked on the graph.
 struct PickedMask {
   int key = 0, refChan = 0, dspChan = 0;
   double freqInit = 0.0, freqFinal = 0.0;  ///< Hz
@@ -93,12 +93,12 @@ struct Session {
   std::string projectFileName;    ///< empty: never saved
   LockFile projectLock;           ///< of projectFileName, while it is open and where there are locks
   std::uint64_t savedDigest = 0;  ///< of the project as last read or written (panels/mainmenu_project.h)
-  bool readInPart = false;        ///< the open file was damaged: what stands in it is more than what was read
-  std::string damagedFile;   ///< what was opened could not be read, or not whole: it holds more than was read
-  bool damagedKept = false;  ///< that file has its copy ".damaged"
-  std::string resultFolder;  ///< where runs leave their files; empty: the current folder
-  std::vector<int> fileKeyList;  ///< keys met during a project load, in file order
-  int configDone = 0;            ///< 1: the hardware settings have been validated
+  bool readInPart = false;        ///< the open file was damaged: the file holds more than was read
+  std::string damagedFile;        ///< the opened file was not read, or not completely: it holds more
+  bool damagedKept = false;       ///< that file has its copy ".damaged"
+  std::string resultFolder;       ///< where runs leave their files; empty: the current folder
+  std::vector<int> fileKeyList;   ///< keys met during a project load, in file order
+  int configDone = 0;             ///< 1: the hardware settings have been validated
 
   DeviceFacts device;
   MeasOptions measOptions;
@@ -110,7 +110,7 @@ struct Session {
   std::vector<double> measBuffer;
 
   double lengthUnit = 1.0;   ///< metres per unit of length
-  double rawFileReal = 0.0;  ///< last number of a ".srd" file: carried from load to save, without use
+  double rawFileReal = 0.0;  ///< last number of a ".srd" file: kept from load to save, not used
 
   // Pseudo velocities of the filter windows, m/s, index 1 to 4 (0 unused): enhanced (sm) and backbone (bb)
   // set.
@@ -137,13 +137,13 @@ extern Session session;
 /// State of a fresh start without a board.
 void ResetSession();
 
-/// Sets the eight pseudo velocities of a site category (m/s); a category that does not exist changes nothing.
+/// Sets the eight pseudo velocities of a site category (m/s); an unknown category changes nothing.
 void SetSiteVelocities(int category);
 
-/// A device name as the driver gets it: cut to four characters.
+/// A device name as the driver needs it: cut to four characters.
 std::string CutDeviceName(const std::string& name);
 
-/// Title of the main window: "app - project:measurement" before a file is known.
+/// Title of the main window: "app - project:measurement" before the project has a file.
 std::string SessionTitle();
 
 }  // namespace sondera
