@@ -16,12 +16,13 @@ namespace sondera {
 namespace {
 
 constexpr double kHalfCircle = 180.0, kCycle = 360.0;  // degrees
-/// New time ranges per press. Two or three do in practice: a range that is too short doubles, one that is too
-/// long shrinks to three times the group. A map may answer each new range by the opposite wish, without end.
+/// New time ranges per press. Two or three are usual: a range that is too short doubles, one that is too long
+/// shrinks to three times the group. Without a limit, a map may ask for a longer and a shorter range in turn
+/// for ever.
 constexpr int kMostRanges = 16;
 constexpr const char* kBadMap = "The Gabor spectrum has no range or no divisions. Please check its setup.";
 
-/// A map that the automatic masks can read: two points or more on each axis, ends in order or not yet set.
+/// A map with at least two points on each axis and with ends in order or not yet set.
 bool MapIsUsable(const PMeasInfo& pair) {
   if (pair.timeDiv < 2 || pair.freqDiv < 2) return false;
   if (pair.finalTime == 0.0) return true;
@@ -31,7 +32,7 @@ bool MapIsUsable(const PMeasInfo& pair) {
   return inOrder(pair.initTime, pair.finalTime) && inOrder(pair.initFreq, pair.finalFreq);
 }
 
-/// The pair with its windows at the velocities of the site; its record is made when there is none.
+/// The pair with its windows at the velocities of the site; its record is created when there is none.
 bool StartPair(CurrentPair& current, int phaseOption) {
   if (current.pair) return CalcIRF(1, current) == 0;
   current.pair = MakePairRecord(current.records.projID, current.records.measID, current.refChan,
@@ -43,7 +44,7 @@ struct MapSteps {
   double row, column;  // Hz, s
 };
 
-/// Finds the groups of the enhanced map and puts their masks in place of the pair's.
+/// Finds the groups of the enhanced map and replaces the pair's masks by theirs.
 WaveGroups ReplaceMasks(const CurrentPair& current, double spacing, const MapSteps& step) {
   PMeasInfo& pair = *current.pair;
   const HWSetup& hw = *current.records.hwSetup;
@@ -60,7 +61,8 @@ WaveGroups ReplaceMasks(const CurrentPair& current, double spacing, const MapSte
   return groups;
 }
 
-/// Masks and windows over the time range that the map has. wantedTime: a better end of that range, 0 for none.
+/// Masks and windows for the present time range of the map. wantedTime: a better end of that range, 0 for
+/// none.
 Refusal MaskOverRange(const AutoMaskRequest& request, Listener& listener, double& wantedTime) {
   CurrentPair current = request.find();
   if (!current.complete()) return Refusal::WithoutReason();
@@ -86,8 +88,8 @@ Refusal MaskOverRange(const AutoMaskRequest& request, Listener& listener, double
   return {};
 }
 
-/// Phases with the new masks, then the numbers of the masks from the backbone phase. False for a pair that was
-/// taken away meanwhile.
+/// Phases with the new masks, then the numbers of the masks from the backbone phase. False for a pair that
+/// was removed meanwhile.
 bool NumberMasks(const PairFinder& find) {
   const CurrentPair current = find();
   if (!current.pair) return false;
@@ -108,9 +110,9 @@ AutoMaskResult MaskPair(const AutoMaskRequest& request, Listener& listener) {
     ++completed;
     if (!(wantedTime > 0.0) || rangesLeft == 0) break;
     if (!request.allowNewRange || !request.allowNewRange()) break;
-    if (PMeasInfo* pair = request.find().pair) pair->finalTime = wantedTime;  // all maps are made again
+    if (PMeasInfo* pair = request.find().pair) pair->finalTime = wantedTime;  // all maps are calculated again
   }
-  if (completed == 0) return result;  // the masks are as they were
+  if (completed == 0) return result;  // the masks are unchanged
   result.masked = NumberMasks(request.find);
   // Kept: after a new range the phases are unwrapped again, now with the numbers in the masks.
   if (result.masked && completed > 1) result.masked = NumberMasks(request.find);

@@ -1,12 +1,13 @@
-// auto_masking.h - masks, numbers of jumps and filter windows of a receiver pair without a person.
+// auto_masking.h - automatic masks, numbers of jumps and filter windows of a receiver pair.
 //
-// Does what an experienced analyst does: looks at the Gabor map for bands carried by a coherent wave group,
-// at the energy outside the window for bands of noise, masks everything else, tunes the windows around the
-// strongest group and takes the cycle numbers from the backbone phase. The parts: wave_groups.h (bands and
-// noise), line_masks.h (masks), window_tuning.h (windows). panels/sasw_auto_masking.h has the button. No state.
+// Follows the steps of an experienced analyst: finds in the Gabor map the bands of a coherent wave group and,
+// in the energy outside the window, the bands of noise; masks everything else; tunes the windows around the
+// strongest group; takes the cycle numbers from the backbone phase. The parts: wave_groups.h (bands and
+// noise), line_masks.h (masks), window_tuning.h (windows). panels/sasw_auto_masking.h has the button. No
+// state.
 //
-// Lengths count as they are entered: velocities of the session act as length units per second, and the
-// spacing is absolute.
+// Lengths count in the unit in which they are entered: velocities of the session count as length units per
+// second, and the spacing is absolute.
 #pragma once
 
 #include <functional>
@@ -18,25 +19,26 @@
 
 namespace sondera {
 
-/// What the automatic masking works on, and whom it asks.
+/// Input of the automatic masking, and its questions.
 struct AutoMaskRequest {
-  PairFinder find;                      ///< the pair; its record need not be there yet
-  int phaseOption = 1;                  ///< of a record that has to be made: DISPCURV_OPTION
-  std::function<bool()> allowNewRange;  ///< may the maps be made again over a better range? Empty: no
+  PairFinder find;      ///< the pair; its record may be missing
+  int phaseOption = 1;  ///< for a new record: DISPCURV_OPTION
+  std::function<bool()>
+      allowNewRange;  ///< asks whether to calculate the maps again over a better range. Empty: no
 };
 
 struct AutoMaskResult {
-  bool masked = false;  ///< the pair has new masks with their numbers: the page shows something else now
-  Refusal refusal;      ///< why it ended early; of a second or later range also where masks were made
+  bool masked = false;  ///< the pair has new masks with their numbers: the page must be drawn again
+  Refusal refusal;      ///< why it ended early; from the second range on, masks may have been made before
 };
 
-/// Masks a pair, whose record is made when there is none. The window times of an existing pair start again
-/// from the site's velocities; the masks of the pair are replaced; at the end phases are unwrapped and masks
-/// get their numbers (UpdateJumpNo). The new numbers act from the next CalcIRF on, as the calculation of the
-/// curve does it.
-/// Where the time range of the map does not suit the strongest group it asks for leave to begin anew with a
-/// better finalTime, 16 times at most. Refused, with the masks as they were, without a measurement, and with a
-/// reason where the pair's map has no range or no divisions.
+/// Masks a pair and creates its record when there is none. The window times of an existing pair are first
+/// reset to the site's velocities; the masks of the pair are replaced; at the end phases are unwrapped and
+/// masks get their numbers (UpdateJumpNo). The new numbers act from the next CalcIRF on, for example when the
+/// curve is calculated.
+/// When the time range of the map does not suit the strongest group, it asks whether to start again with a
+/// better finalTime, 16 times at most. Refused, with unchanged masks, without a measurement; refused with a
+/// reason when the pair's map has no range or no divisions.
 AutoMaskResult MaskPair(const AutoMaskRequest& request, Listener& listener);
 
 /// Gives every mask of the pair's measurement the cycle number of the backbone phase at its last line: int((p

@@ -1,4 +1,4 @@
-// background_noise.cpp - energy that the time window removes, and the peaks that it explains. See
+// background_noise.cpp - energy that the time window removes, and the peaks that this energy rejects. See
 // wave_groups.h. Owns no state.
 #include <algorithm>
 #include <cmath>
@@ -76,7 +76,7 @@ double LargestAmplitude(std::vector<double> amp) {
   return max;
 }
 
-/// Peak or first valley that a noise frequency rejects, going up the extremes; 0 for none.
+/// Peak or first valley that a noise frequency rejects, searched upward; 0 for none.
 int PeakOfBand(const ExtremeTable& extremes, double freq, double rowStep) {
   const bool beginsWithValley = extremes.Amp(1) <= 0.0;
   double lastPeak = beginsWithValley ? 0.0 : -1.0, lastValley = beginsWithValley ? -1.0 : 0.0;

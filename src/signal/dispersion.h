@@ -6,8 +6,8 @@
 // left out, and so are wavelengths that are too long for the distance from the source to the nearer receiver
 // (near field).
 //
-// The curve is kept in the pair's record and holds until the next calculation for that pair; it does not
-// follow later changes of masks or windows. panels/sasw_dispersion.h has the button and the menu entry. No state.
+// The curve is stored in the pair's record and stays until the next calculation for that pair; later changes
+// of masks or windows do not change it. panels/sasw_dispersion.h has the button and the menu entry. No state.
 #pragma once
 
 #include "records/selection.h"
@@ -15,7 +15,7 @@
 
 namespace sondera {
 
-/// What a curve is made of. Lines count from 0; line i is at firstFreq + i * deltaF.
+/// Input for a curve. Lines count from 0; line i is at firstFreq + i * deltaF.
 struct CurveLines {
   const double* phase = nullptr;         ///< unwrapped, degrees, lines values
   const int* maskFlag = nullptr;         ///< not 0: the line is left out; lines values
@@ -27,15 +27,15 @@ struct CurveLines {
   double alphaWlen = 0.25;               ///< a line is taken when wavelength * alphaWlen <= srcToR1
 };
 
-/// Computes the points of a curve, packed, frequency ascending (for deltaF > 0). A negative phase gives a
-/// negative wavelength and a phase of 0 an infinite one: both are left out, whatever alphaWlen.
+/// Computes the points of a curve, without gaps, in ascending frequency (for deltaF > 0). A negative phase
+/// gives a negative wavelength and a phase of 0 an infinite one: both are left out for every alphaWlen.
 /// @param[out] vel   length units per second
 /// @param[out] freq  Hz
 /// @param[out] wlen  length units; each with room for lines - 1 points
 /// Returns the number of points.
 int CalcDispersionPoints(const CurveLines& in, double* vel, double* freq, double* wlen);
 
-/// Says why no curve is made from a measurement whose sampling or places break the rules (MeasurementFault).
+/// Why a measurement has no curve: its sampling or positions break the rules (MeasurementFault).
 Refusal CheckMeasurementOfCurve(const MeasRecords& records);
 
 /// Distances of a pair, length units; both 0 when a channel has no location.
@@ -45,15 +45,15 @@ struct PairDistances {
 };
 PairDistances DistancesOf(const CurrentPair& current);
 
-/// Which lines of a pair make its curve. Line i is at firstFreq + i * deltaF.
+/// Lines of a pair that make its curve. Line i is at firstFreq + i * deltaF.
 struct CurveRange {
   double firstFreq = 0.0;  ///< Hz
   int maxLine = 0;         ///< the last one
 };
 
-/// Computes the curve of the pair, by the phase of its phaseOption and the criterion of the session, and keeps
-/// it in the record. A curve without a point is excluded, any other included. A record that begins above 0 Hz
-/// without a mask that gives the cycles below leaves a doubt (AddDoubt).
+/// Computes the curve of the pair from the phase that its phaseOption selects, with the session's wavelength
+/// criterion, and stores it in the record. A curve without points is excluded, any other included. A record
+/// that begins above 0 Hz without a mask that gives the cycles below adds a doubt (AddDoubt).
 void MakeDispersionCurve(PMeasInfo& pair, const CurrentPair& current, const CurveRange& range);
 
 }  // namespace sondera

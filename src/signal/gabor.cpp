@@ -17,7 +17,7 @@ namespace sondera {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr double kLowestFreq = 0.01;        // Hz; stands in for a first frequency of 0 in the logarithm
+constexpr double kLowestFreq = 0.01;        // Hz; replaces a first frequency of 0 in the logarithm
 constexpr double kDelayOfSlowest = 3.0;     // a map ends at three times the delay of the slowest wave ...
 constexpr double kLongestShare = 0.2;       // ... or at this share of the record
 constexpr double kShareWithoutDelay = 0.1;  // share of the record for two receivers at one place
@@ -38,7 +38,7 @@ bool FindSource(const PairFinder& find, MapSource& source) {
   return source.pair->capacity() >= source.hw->nLines;
 }
 
-/// Brings the settings of a map within what it can hold, and sets ends that are not set.
+/// Limits the settings of a map to its size, and sets ends that are not set.
 void SettleRange(const MapSource& source) {
   PMeasInfo& pair = *source.pair;
   pair.timeDiv = std::min(pair.timeDiv, kGaborDivisions);
@@ -66,7 +66,7 @@ MapSpectrum SpectrumOf(const PMeasInfo& pair) {
   return {pair.hRe.data(), pair.hIm.data()};
 }
 
-/// Sample of each column, N for the place behind the last one, kOutside beyond.
+/// Sample of each column, N for the place after the last one, kOutside beyond.
 std::array<int, kGaborDivisions> SamplesOfColumns(const PMeasInfo& pair, double deltaT, int N) {
   std::array<int, kGaborDivisions> samples{};
   const double step = StepOf(pair.initTime, pair.finalTime, pair.timeDiv);
@@ -77,8 +77,8 @@ std::array<int, kGaborDivisions> SamplesOfColumns(const PMeasInfo& pair, double 
   return samples;
 }
 
-/// Inverse transform of A + jB into work.signal. On a line i of the band A is S = filter * spectrum, and B is
-/// jS, so that A + jB vanishes there; on its mirror N - i both are conjugates, and A + jB is 2 conj(S).
+/// Inverse transform of A + jB into work.signal. On a line i of the band, A is S = filter * spectrum, and B
+/// is jS, so A + jB is 0 there; on its mirror N - i both are conjugates, and A + jB is 2 conj(S).
 void TransformBand(const double* filter, const double* re, const double* im, int N, EnvelopeWork& work) {
   dcomplex* mirror = work.spectrum.data() + N;
   for (int i = 1; i < N / 2; ++i) mirror[-i] = {2.0 * (re[i] * filter[i]), -2.0 * (im[i] * filter[i])};
@@ -141,7 +141,7 @@ void CalcGabor(const PairFinder& find, Listener& listener) {
   listener.Busy(true);
   const PMeasInfo* before = source.pair;
   listener.Poll();
-  // What was pressed meanwhile may have taken the pair away, or changed its lines.
+  // Events of the poll may have removed the pair, or changed its lines.
   if (FindSource(find, source) && source.pair == before) {
     const int N = FullTimeLines(2 * source.hw->nLines);
     EnvelopeWork work(N);
@@ -153,7 +153,7 @@ void CalcGabor(const PairFinder& find, Listener& listener) {
 void CalcGaborMaps(const PairFinder& find, Listener& listener) {
   const CurrentPair current = find();
   if (!current.pair) return;
-  // By its identity, since events are handled in between.
+  // Found again by its key and channels, since events were handled in between.
   const auto pair = [&] { return FindPair(current.key, current.refChan, current.dspChan); };
   const int option = current.pair->phaseOption;
   for (int k = kOriginalPhase; k <= kBackbonePhase && pair(); ++k) {
@@ -165,7 +165,7 @@ void CalcGaborMaps(const PairFinder& find, Listener& listener) {
 
 namespace {
 
-/// First of the lines 0..count-1 for which a test that holds up to some line fails; count when it never does.
+/// First of the lines 0..count-1 that fails a test which holds for all lines before; count when none fails.
 template <class Test>
 int FirstLineNot(int count, Test holds) {
   int low = 0, high = count;

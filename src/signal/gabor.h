@@ -1,12 +1,12 @@
 // gabor.h - maps of the energy of a transfer function over frequency and group delay.
 //
-// Each row of a map is made by a Gauss band-pass of the spectrum about the row's frequency and the envelope
-// of the filtered signal, in dB. The map shows which part of a record belongs to the surface wave group:
-// the automatic masks read it, a person sees it as the display "Gabor Spectrum".
+// A Gauss band-pass about the row's frequency and the envelope of the filtered signal, in dB, make each row
+// of a map. The map shows which part of a record belongs to the surface wave group: the automatic masks use
+// it, and the display "Gabor Spectrum" shows it.
 //
 // A pair has three maps, one per phase option: 0 of the original spectrum, 1 of the enhanced, 2 of the
-// backbone one. Rows are frequencies, columns times, 50 by 50 at most. A map goes stale when a window, a
-// mask or the averages change, until it is calculated anew.
+// backbone one. Rows are frequencies, columns times, 50 by 50 at most. When a window, a mask or the averages
+// change, a map is out of date until it is calculated again.
 // Source: Gabor, Theory of communication, 1946; the filter of multiple filter analysis, Dziewonski, Bloch
 // and Landisman, 1969.
 #pragma once
@@ -21,23 +21,23 @@
 
 namespace sondera {
 
-/// What a cell without energy holds, dB. Scaling takes such cells for the smallest value of the map.
+/// Value of a cell without energy, dB. Scaling replaces it by the smallest value of the map.
 inline constexpr double kNoEnergy = -100000.0;
 
-/// Finds the pair that a computation works on. It is asked again after each poll, since what is pressed then
-/// may take the pair away.
+/// Finds the pair of a computation. It is called again after each poll, since the events of a poll may remove
+/// the pair.
 using PairFinder = std::function<CurrentPair()>;
 
-/// Fills the map that phaseOption of the pair names (0 original, 1 enhanced, 2 backbone).
+/// Fills the map that phaseOption of the pair selects (0 original, 1 enhanced, 2 backbone).
 /// @param find      the pair; panels/sasw_pair.h has the form for the pair that a page shows
-/// @param listener  polled once, before the rows, and told of the stretch in which nothing answers
-/// Rows from initFreq to finalFreq (Hz), columns from initTime to finalTime (s), freqDiv and timeDiv of
-/// them; divisions above 50 become 50. A finalTime of exactly 0 means "not set": then all four ends are made
-/// from the absolute spacing, the session's smV[4] in plain length units, and the analysis band. A column
-/// within the record without energy, or just behind its last sample, is kNoEnergy; columns outside the
-/// record stay 0. Without a pair record, or with 0 divisions, nothing happens. One transform per row, of
-/// twice the number of lines up to a power of two; no allocation per row.
-/// Kept: a number of lines that is not a power of two puts the rows of the filter on the frequencies of the
+/// @param listener  polled once, before the rows; told about the time without response
+/// Rows from initFreq to finalFreq (Hz), columns from initTime to finalTime (s), freqDiv and timeDiv of them;
+/// divisions above 50 become 50. A finalTime of exactly 0 means "not set": then all four ends follow from the
+/// absolute spacing, the session's smV[4] in plain length units, and the analysis band. A column within the
+/// record without energy, or directly after its last sample, is kNoEnergy; columns outside the record stay 0.
+/// Without a pair record, or with 0 divisions, nothing happens. One transform per row, of twice the number of
+/// lines up to a power of two; no allocation per row.
+/// Kept: when the number of lines is not a power of two, the filter of a row uses the frequencies of the
 /// longer record.
 void CalcGabor(const PairFinder& find, Listener& listener);
 

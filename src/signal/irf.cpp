@@ -60,7 +60,7 @@ void FilterResponse(const PMeasInfo& pair, const double* window, int count, cons
   for (int i = half + 1; i < count; ++i) out.amp[i] = out.amp[count - i];
 }
 
-/// Brings the window times of a pair up to date with the geometry and, where asked, with the velocities.
+/// Updates the window times of a pair from the geometry and, on request, from the velocities.
 void SettleTimes(PMeasInfo& pair, const IrfGeometry& g, bool reset) {
   const double spacing = std::fabs(g.spacing);
   if (spacing == 0.0) {

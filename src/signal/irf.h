@@ -1,16 +1,15 @@
 // irf.h - impulse response filtration: two cosine-tapered time windows on the impulse response of a pair, the
 // filtered spectra, and the three unwrapped phases.
 //
-// The impulse response shows how energy travels from one receiver to the other; what arrives outside the
-// delays that a surface wave can have is noise. The backbone window is wide and safe and tells the number of
-// cycles; the enhanced window is tighter and gives the curve that is used where it is trusted. CalcIRF is the
-// one routine that brings a pair up to date: whatever changes a mask, a window or a spectrum ends with it.
-// panels/sasw_pair.h has its form for the pair that a page shows.
+// The impulse response shows how energy travels from one receiver to the other; energy outside the delays
+// that a surface wave can have is noise. The backbone window is wide and safe and gives the number of cycles;
+// the enhanced window is narrower and gives the usual curve. CalcIRF is the one routine that updates a pair:
+// every change of a mask, a window or a spectrum calls it last. panels/sasw_pair.h has its form for the pair
+// that a page shows.
 //
 // Window times T1 <= T2 <= T3 <= T4 are kept per pair, in seconds, from 1 to 4 of bbT and enT; a fourth time
 // of 0 means "not set". Pseudo velocities (spacing / delay) are kept per session in m/s (session.bbV,
-// session.smV) and are divided by the length unit of the measurement here and in RefreshIRFwindow, nowhere
-// else.
+// session.smV). Only this file and RefreshIRFwindow divide them by the length unit of the measurement.
 #pragma once
 
 #include <array>
@@ -33,10 +32,10 @@ struct IrfGeometry {
       0.0;  ///< location of the display channel minus that of the reference, length units, signed
   double velScale = 1.0;  ///< metres per unit; 1 where the record holds none above 0
 };
-/// False when measurement or setup are missing or have no location for one of the channels.
+/// False when measurement or setup is missing or has no location for one of the channels.
 bool GetIrfGeometry(const CurrentPair& current, IrfGeometry& geometry);
 
-/// Times of a window by pseudo velocities: spacing / (velocity / velScale), to four figures.
+/// Times of a window from pseudo velocities: spacing / (velocity / velScale), to four figures.
 WindowFour TimesFromVelocities(double spacing, const WindowFour& velocity, double velScale);
 
 /// Cosine-tapered window over count samples of deltaT seconds; a time belongs to sample int(T / deltaT +
@@ -48,14 +47,15 @@ WindowFour TimesFromVelocities(double spacing, const WindowFour& velocity, doubl
 void MakeIrfWindow(int mode, const WindowFour& times, double deltaT, int count, double* window);
 
 /// Applies both windows of a pair, transforms back and unwraps its three curves, with the masks of the pair.
-/// @param reset  1 makes all window times from the session's velocities, as times that are not set are anyway
+/// @param reset  1 sets all window times from the session's velocities; times that are not set are set in any
+///               case
 /// At a spacing of 0 both windows become low-pass with T1, T2 = 0.4, 0.45 of the record and T3, T4 at its
-/// end. Only the real part of a windowed response is transformed; bbIrIm and enIrIm are for display. An
-/// impulse response that begins with NaN, as a project file may hold it, is made again. Two transforms of
-/// 2 nLines points. Returns 0; -1, with nothing done, without such a measurement or pair record.
+/// Only the real part of a windowed response is transformed; bbIrIm and enIrIm are for display. An impulse
+/// response that begins with NaN (possible in a project file) is calculated again. Two transforms of 2 nLines
+/// points. Returns 0; -1, with nothing done, without such a measurement or pair record.
 int CalcIRF(int reset, const CurrentPair& current);
 
-/// Settings of the panel of the filtration that a set of default velocities belongs to.
+/// Settings of the filtration panel that select a set of default velocities.
 struct IrfDefaults {
   int irfMode = kLowPass;  ///< IRFMODE: kBandPass or kLowPass
   int siteCat = 0;         ///< SITECAT: 0 geotechnical, 1 concrete, 2 pavement

@@ -1,5 +1,5 @@
-// kriging.cpp - see kriging.h. The matrix is factorised as U'U, eight rows at a time, so that an element of
-// the rest is loaded and stored once for eight products.
+// kriging.cpp - see kriging.h. The matrix is factorised as U'U, eight rows at a time, so an element of the
+// rest is loaded and stored once for eight products.
 #include "signal/kriging.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ bool WithModel(int model, Work work) {
   }
 }
 
-/// Rows i and i + 1 of the rest less the products of the panel's rows, from column `from` on.
+/// Subtracts from rows i and i + 1 of the rest the products of the panel's rows, from column `from` on.
 void SubtractPanel(const double* panel, std::size_t ld, std::size_t rows, std::size_t i, std::size_t from,
                    std::size_t n, double* row0, double* row1) {
   if (rows == kRows) {
@@ -88,8 +88,8 @@ double RangeOfPlace(double a) {
   return whole > 0.0 ? whole : a;
 }
 
-// Upper triangle of the correlations, row after row. One row and one column more than samples, so that rows
-// can always be taken two at a time.
+// Upper triangle of the correlations, row after row, with one extra row and column, so that rows can always
+// be processed in pairs.
 KrigingResult KrigingSolver::Fill(int model, int n, const double* x, const double* y, double a,
                                   double samePlace) {
   const auto count = static_cast<std::size_t>(n);
@@ -171,7 +171,7 @@ KrigingResult KrigingSolver::Solve(int model, int n, const double* x, const doub
   if (result == KrigingResult::kDone) result = Factorise(n, listener);
   if (result != KrigingResult::kDone) return result;
 
-  // Values are taken from the first one: their differences keep all digits, equal values stay equal.
+  // Values are relative to the first one: their differences keep all digits, equal values stay equal.
   const auto count = static_cast<std::size_t>(n);
   ones_.assign(count, 1.0);
   SolveFor(n, ones_.data());

@@ -1,8 +1,8 @@
-// kriging.h - ordinary kriging: the value at a place, from scattered values around it.
+// kriging.h - ordinary kriging: estimates the value at a place from scattered values around it.
 //
-// Numbers only; called by the section image. The textbook way inverts the matrix of the variogram between
-// all samples, makes weights from it for a place, and sums. Here one factorisation serves all places that
-// have the same samples around them: with the correlations E between the samples and e of each with the
+// Numbers only; the section image calls it. The textbook form inverts the matrix of the variogram between all
+// samples, makes weights for a place from it, and sums. Here one factorisation serves all places that have
+// the same samples around them: with the correlations E between the samples and e of each sample with the
 // place,
 //   value = level + e' E^-1 (z - level),   level = (1' E^-1 z) / (1' E^-1 1),
 // which is the same number. Nugget and sill cancel in it. Places and lags are in one unit of length, values
@@ -26,7 +26,7 @@ enum KrigingModel : int { kSpherical = 1, kExponential = 2, kGaussian = 3 };
 ///   Gaussian     c0 + c (1 - exp(-3 h^2/a^2))
 double Variogram(int model, double h, double c0, double c, double a);
 
-/// What came of a neighbourhood.
+/// Result of a neighbourhood.
 enum class KrigingResult {
   kDone,
   kSamePlace,  ///< two samples at one place: the system is singular
@@ -34,8 +34,8 @@ enum class KrigingResult {
   kHalted,
 };
 
-/// Solves neighbourhoods. Keeps its work space, so that nothing is allocated from the second neighbourhood
-/// of a size on.
+/// Solves neighbourhoods. Keeps its work space: from the second neighbourhood of a size on, nothing is
+/// allocated.
 class KrigingSolver {
  public:
   /// Factorises and solves the system of n >= 1 samples at (x, y) with values z, indices from 0.
@@ -60,17 +60,17 @@ class KrigingSolver {
   void SolveFor(int n, double* b) const;
 };
 
-/// Value at (x0, y0) from a solved neighbourhood. The range may differ from the one it was solved with. Not
-/// below 0 (a velocity); NaN where it is no finite number.
+/// Value at (x0, y0) from a solved neighbourhood. The range may differ from that of the solution. Not below 0
+/// (a velocity); NaN where it is not finite.
 double DualValue(int model, int n, const double* x, const double* y, const double* dual, double level,
                  double a, double x0, double y0);
 
 /// Most samples of one neighbourhood: the matrix grows with their square.
 inline constexpr int kMostKrigingSamples = 2500;
 
-/// The range that the place is seen with: the range of the matrix without its fraction, or the range itself
-/// below 1. Kept: the two differ, so that the image does not quite pass through the data (0.4 % of the spread
-/// of the values for a = 2.5, 0.06 % at most from 24 on).
+/// The range for the correlations with the place: the range of the matrix without its fraction, or the range
+/// itself below 1. Kept: the two differ, so the image does not pass exactly through the data (0.4 % of the
+/// spread of the values for a = 2.5, 0.06 % at most from 24 on).
 double RangeOfPlace(double a);
 
 /// Samples within this distance count as one place: 1e-9 of the diagonal of limits xMin, xMax, yMin, yMax.

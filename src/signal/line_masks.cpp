@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kLowRidge = 90.0;    // around a valley, a ridge up to this is masked throughout
 constexpr double kFlankShare = 3.0;   // of a flank the lower third is masked
-constexpr double kTopShare = 0.8;     // the rest of the map above this share is masked
+constexpr double kTopShare = 0.8;     // rows of the rest of the map above this share are masked
 constexpr double kLeastShare = 0.25;  // of the largest backbone amplitude
 
 std::size_t At(int i) {
@@ -76,9 +76,9 @@ void SetLines(int first, int last, std::vector<int>& lineMask) {
   for (int i = from; i <= to; ++i) lineMask[At(i)] = 1;
 }
 
-/// Hands each run of ones in mask[0..n-1] to `take(first, last, ended)`: first is the entry before the run (0
-/// for a run from the start), last its last entry, or n - 1 for a run that goes on to the end. A run that is
-/// just the last entry is not handed over.
+/// Passes each run of ones in mask[0..n-1] to `take(first, last, ended)`: first is the entry before the run
+/// (0 for a run from the start), last its last entry, or n - 1 for a run up to the end. A run that consists
+/// of the last entry only is left out.
 template <class Take>
 void ForEachRun(const std::vector<int>& mask, int n, Take take) {
   int first = 0;

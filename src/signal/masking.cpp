@@ -20,7 +20,7 @@ bool CollidesWith(const MaskingInfo& mask, double freqInit, double freqFinal) {
   return inside(freqInit) || inside(freqFinal) || (freqInit < mask.freqInit && mask.freqFinal < freqFinal);
 }
 
-/// Nothing of selMask is in the list any more.
+/// selMask no longer refers to a mask of the list.
 bool PickedMaskIsGone(int pickedBits) {
   return (pickedBits & kAnySame) == 0;
 }
@@ -67,7 +67,8 @@ Refusal NewMask(const MaskRequest& wanted, double deltaF) {
   mask.freqInit = wanted.freqInit;
   mask.freqFinal = wanted.freqFinal;
   mask.jumpNo = wanted.jumpNo;
-  // Kept: whole hertz first. The unwrapper works from the frequencies, so this only shows in stored line
+  // Kept: truncated to whole hertz first. The unwrapper uses the frequencies, so this only shows in stored
+  // line numbers.
   // numbers.
   mask.lineInit = TruncToInt(TruncToInt(wanted.freqInit) / deltaF);
   mask.lineFinal = TruncToInt(TruncToInt(wanted.freqFinal) / deltaF);
@@ -78,7 +79,7 @@ Refusal UpdateMask(const CurrentPair& current, int pickedBits, const MaskRequest
   if (MeasDB.maskingList.empty()) return Refusal::WithoutReason();
   const int position = PickedMaskIsGone(pickedBits) ? -1 : FindPickedMask(current);
   if (position < 0) return "Selected masking can not be updated.";
-  // The cut at the limit of the display may have passed the initial frequency: no mask runs backwards.
+  // The cut at the limit of the display may lie below the initial frequency: no mask has its ends reversed.
   if (!(fields.freqFinal > fields.freqInit)) return "Please set both markers properly.";
   MaskingInfo& mask = *MeasDB.maskingList.at(position);
   mask.freqInit = session.selMask.freqInit = fields.freqInit;
@@ -98,7 +99,7 @@ Refusal DeleteMask(const CurrentPair& current, int pickedBits) {
 
 Refusal DeleteAllMaskInChannelCombination(const CurrentPair& current, int pickedBits) {
   if (MeasDB.maskingList.empty()) return Refusal::WithoutReason();
-  // Only a range without any coincidence but a collision stops it: a picked mask that was changed since.
+  // It stops only when the range collides but equals no mask: the picked mask was changed meanwhile.
   if (pickedBits > 0 && !(pickedBits & kAnySame)) return "The selected masking can not be deleted.";
   for (int i = MeasDB.maskingList.count(); i >= 1; --i)
     if (IsOfPair(*MeasDB.maskingList.at(i), current.key, current.refChan, current.dspChan))
@@ -109,7 +110,7 @@ Refusal DeleteAllMaskInChannelCombination(const CurrentPair& current, int picked
 Refusal DeleteAllMask(int pickedBits) {
   if (MeasDB.maskingList.empty()) return Refusal::WithoutReason();
   if (PickedMaskIsGone(pickedBits)) return "The selected masking can not be deleted.";
-  // Kept: after each removal the next mask has moved into the place just left, and is stepped over.
+  // Kept: after each removal the next mask moves into the free place and is skipped.
   for (int i = 1; i <= MeasDB.maskingList.count(); ++i) MeasDB.maskingList.remove(i);
   return {};
 }

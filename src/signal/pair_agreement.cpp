@@ -21,7 +21,7 @@ constexpr double kGridStep = 0.05;  // ln wavelength
 /// Points (ln wavelength in m, velocity in m/s), ascending.
 using Points = std::vector<std::pair<double, double>>;
 
-/// A curve on the grid: values at multiples of kGridStep, ascending, without those that it does not reach.
+/// A curve on the grid: values at multiples of kGridStep, ascending, only within the range of the curve.
 struct GridCurve {
   std::string label;
   std::vector<std::pair<long, double>> values;
@@ -85,7 +85,7 @@ std::vector<GridCurve> IncludedCurves() {
   return curves;
 }
 
-/// Largest share by which two curves differ at a shared wavelength, and its place; -1 without one.
+/// Largest relative difference of two curves at a shared wavelength, and that wavelength; -1 without one.
 double LargestShare(const GridCurve& a, const GridCurve& b, std::size_t& atA, std::size_t& atB) {
   double largest = -1.0;
   for (std::size_t i = 0, j = 0; i < a.values.size() && j < b.values.size();) {

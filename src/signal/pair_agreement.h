@@ -1,5 +1,5 @@
-// pair_agreement.h - how far the curves of receiver pairs agree where they share wavelengths: the one check
-// that sees a wrong count of cycles.
+// pair_agreement.h - how well the curves of receiver pairs agree at shared wavelengths: the one check that
+// finds a wrong count of cycles.
 //
 // Callers: the doubts at the end of an unattended run. Owned state: none.
 #pragma once
@@ -16,14 +16,14 @@ struct Disagreement {
 };
 
 struct PairAgreement {
-  long couples = 0;    ///< couples of included pairs with a shared wavelength
-  long beyond = 0;     ///< those that are further apart than kDoubtLimits.disagreement somewhere
-  Disagreement worst;  ///< where two pairs are furthest apart; empty without a couple
+  long couples = 0;    ///< pairs of included curves with a shared wavelength
+  long beyond = 0;     ///< those whose largest difference exceeds kDoubtLimits.disagreement
+  Disagreement worst;  ///< where two curves differ most; empty without a shared wavelength
 };
 
-/// Compares all included pairs of known measurements on a grid of wavelengths with steps of 5 %. There each
-/// curve is the straight line of velocity against ln wavelength through its points within 10 %, and only
-/// where it has points on both sides. Points that are not finite do not count.
+/// Compares all included pairs of known measurements on a grid of wavelengths with steps of 5 %. At each
+/// wavelength a curve is represented by the straight line of velocity against ln wavelength through its
+/// points within 10 %, but only if it has points on both sides. Points that are not finite do not count.
 PairAgreement AgreementOfPairs();
 
 }  // namespace sondera

@@ -10,9 +10,9 @@ namespace sondera {
 namespace {
 
 constexpr int kFirstMarker = 12;    // solid circle
-constexpr int kColorNotGiven = -1;  // handed out when the curve is first drawn
+constexpr int kColorNotGiven = -1;  // assigned when the curve is first drawn
 
-/// False, and nothing done, when the measurement has more lines than the record has room for.
+/// False, and nothing done, when the measurement has more lines than the record can hold.
 bool FillFromAverages(const std::string& projID, const std::string& measID, PMeasInfo& pair) {
   const int hwPos = MeasDB.hwSetupList.findKey(pair.key);
   if (hwPos < 0 || MeasDB.hwSetupList.at(hwPos)->nLines > pair.capacity()) return false;
@@ -30,7 +30,7 @@ PMeasInfo* MakePairRecord(const std::string& projID, const std::string& measID, 
                           const HWSetup& hwSetup, int phaseOption) {
   const int key = GetKeyFromID(projID, measID);
   const bool inside = chanA >= 0 && chanB >= 0 && chanA < hwSetup.nChannels && chanB < hwSetup.nChannels;
-  const bool hasData = MeasDB.rawDataList.findKey(key) > 0;  // lines without data may be any number
+  const bool hasData = MeasDB.rawDataList.findKey(key) > 0;  // lines without data may hold any number
   if (key == -1 || !inside || !hasData || hwSetup.nLines <= 0) return nullptr;
   auto made = std::make_unique<PMeasInfo>();
   SetupPairMeasArrays(*made, hwSetup.nLines);

@@ -1,8 +1,8 @@
-// pair_data.h - makes and refreshes the record of a receiver pair out of the averages of its measurement.
+// pair_data.h - creates and updates the record of a receiver pair from the averages of its measurement.
 //
-// This and a project load are the only ways in which a pair comes to exist. The record holds transfer function
-// and impulse response then; CalcIRF (irf.h) makes the rest of it, so whoever calls these calls that next.
-// SetupPMeasDataNode and UpdatePMeasDataNode of panels/sasw_pair.h do both. No state.
+// Only this and a project load create pairs. The record then holds transfer function and impulse response;
+// CalcIRF (irf.h) computes the rest, so every caller of these functions calls it next. SetupPMeasDataNode and
+// UpdatePMeasDataNode of panels/sasw_pair.h do both. No state.
 #pragma once
 
 #include <string>
@@ -11,16 +11,16 @@
 
 namespace sondera {
 
-/// Makes the record of a pair (channels from 0) at the end of the pair list and fills transfer function,
-/// amplitude, phase and impulse response from the averages.
+/// Appends the record of a pair (channels from 0) to the pair list and fills transfer function, amplitude,
+/// phase and impulse response from the averages.
 /// @param phaseOption  curve that feeds the dispersion: 0 original, 1 enhanced, 2 backbone
-/// Returns the borrowed record; null, and nothing is made, for an unknown measurement, one without data or
+/// Returns the borrowed record; null, with nothing created, for an unknown measurement, one without data or
 /// lines, or a channel outside it.
 PMeasInfo* MakePairRecord(const std::string& projID, const std::string& measID, int chanA, int chanB,
                           const HWSetup& hwSetup, int phaseOption);
 
-/// Computes the same arrays of an existing record anew. Masks, window times and the dispersion curve stay.
-/// False, and nothing is done, for a null pair, another pair than named, or one made for fewer lines.
+/// Computes the same arrays of an existing record again. Masks, window times and the dispersion curve stay.
+/// False, with nothing done, for a null pair, another pair than named, or one with fewer lines.
 bool RefreshPairRecord(const std::string& projID, const std::string& measID, int chanA, int chanB,
                        const HWSetup& hwSetup, PMeasInfo* pair);
 

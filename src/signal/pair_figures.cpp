@@ -14,7 +14,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kSameAsOne = 1e-9;  // coherence of a single blow, but for rounding
+constexpr double kSameAsOne = 1e-9;  // coherence of a single blow, except for rounding
 
 /// Energy of the first `count` samples.
 double Energy(const std::vector<double>& samples, std::size_t count) {
@@ -62,7 +62,7 @@ double LowCoherence(const PMeasInfo& pair, const MeasRecords& r, int points) {
   return lines == 0 || single ? -1.0 : static_cast<double>(low) / lines;
 }
 
-/// Distances of the pair; they stay 0 where a location is not known.
+/// Distances of the pair; 0 where a location is not known.
 void TakeDistances(const PMeasInfo& pair, const MeasRecords& r, PairFigures& f) {
   if (r.measPos < 0) return;
   const MeasSetup& setup = *r.measSetup;

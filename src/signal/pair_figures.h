@@ -1,5 +1,5 @@
-// pair_figures.h - what the curve of a receiver pair stands on, in figures: how much of it, how far its waves
-// reach, how much of the response and which coherence is behind it.
+// pair_figures.h - figures on the basis of a receiver pair's curve: its range, its longest wavelengths, the
+// share of the response in use, and the coherence.
 //
 // Callers: the summary at the end of an unattended run and its doubts. Owned state: none.
 #pragma once

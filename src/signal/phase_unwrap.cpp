@@ -12,9 +12,10 @@ namespace sondera {
 namespace {
 
 constexpr double kCycle = 360.0;
-constexpr double kJump = 300.0;                    // a larger step between neighbouring lines is a wrap
-constexpr double kHalfJump = kJump / 2;            // bound of the first line; looser jump of the second
-constexpr double kLongStep = 0.8;                  // cycles; a larger step may open a stretch
+constexpr double kJump = 300.0;  // a larger step between neighbouring lines is a wrap
+constexpr double kHalfJump =
+    kJump / 2;                     // bound of the first line; lower threshold for a jump at the second line
+constexpr double kLongStep = 0.8;  // cycles; a larger step may open a stretch
 constexpr double kDeepBefore = -0.4 * kJump;       // wrapped phase before such a stretch: below -120
 constexpr double kRiseAcross = kLongStep * kJump;  // rise of the wrapped phase across it: above 240
 
@@ -31,7 +32,7 @@ void WrapPhases(int n, const double* re, const double* im, double* wrapped) {
   if (std::fabs(wrapped[0]) > kHalfJump) wrapped[0] = 0.0;
 }
 
-/// Number of the mask on each line, counted from 1; 0 outside. Of masks that share lines the later one holds.
+/// Number of the mask on each line, counted from 1; 0 outside. Where masks overlap, the later one counts.
 void LayOutMasks(std::span<const CycleMask> masks, int n, int* maskNumber) {
   std::fill_n(maskNumber, n, 0);
   int number = 0;
@@ -49,7 +50,7 @@ class CycleCount {
     if (step > kJump) ++cycles_;
     if (step < -kJump) --cycles_;
   }
-  /// On a masked line: the number of the masked line before, 0 at first.
+  /// On a masked line: the number of the masked line before, initially 0.
   void Pin(int cycles) {
     cycles_ = carry_;
     carry_ = cycles;
@@ -61,7 +62,7 @@ class CycleCount {
   int carry_ = 0;
 };
 
-/// Lines on which the count of cycles is off by `excess`, from `start` on; start 0: there is none.
+/// Lines on which the count of cycles is wrong by `excess`, from `start` on; start 0: there is none.
 struct Stretch {
   int start = 0, excess = 0;
 };
@@ -109,7 +110,7 @@ void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped,
   WrapPhases(n, re, im, wrapped);
   unwrapped[0] = -wrapped[0];
   if (n == 1) return;
-  // Kept: never true, since such a first line has just been made 0; it states where the count begins.
+  // Kept: never true, since such a first line has just become 0; it documents where the count begins.
   int cycles = wrapped[0] > kHalfJump ? 1 : 0;
   if (wrapped[1] - wrapped[0] > kHalfJump) ++cycles;
   unwrapped[1] = cycles * kCycle - wrapped[1];
@@ -118,13 +119,13 @@ void UnWrap_BackBone(int n, const double* re, const double* im, double* wrapped,
     unwrapped[i] = cycles * kCycle - wrapped[i];
   }
   AdjustCycles(n, unwrapped, wrapped);
-  // In place, so that each line is held against its corrected neighbour.
+  // In place, so that each line is compared with its corrected neighbour.
   for (int i = 3; i < n; ++i) unwrapped[i] = RepairedStep(unwrapped[i], unwrapped[i - 1]);
 }
 
 void AdjustCycles(int n, double* unwrapped, const double* wrapped) {
   if (n < 3) return;
-  double level = unwrapped[1] / kCycle;  // cycles of the trend; within a stretch as they should be
+  double level = unwrapped[1] / kCycle;  // cycles of the trend; within a stretch the correct number
   Stretch open;
   for (int i = 2; i < n; ++i) {
     const double here = unwrapped[i] / kCycle, step = here - level;

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kGlobalFailure = "Error in saving the global rep. disp. curve into file %s.";
 constexpr const char* kArrayFailure = "Error in saving the array rep. disp. curve into file %s.";
 
-/// Section of the array file and what it shows of the second and the further curves.
+/// Section of the array file and the quantity that it shows for the second and later curves.
 struct Section {
   const char* heading;
   OffsetVector<double> DispInfo::*quantity;

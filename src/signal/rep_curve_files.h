@@ -1,8 +1,8 @@
 // rep_curve_files.h - the representative curves as text: *.gcd (global), *.icd (array), *.red (both).
 //
-// Written for the forward model and the inversion, which read them back, and for other programs. Numbers have
-// the form %12.7lf, rows end in a blank before the line feed. Numbers are written with a decimal point
-// whatever the locale, and a file is written whole or not at all. panels/cdisppnl_files.h has the buttons. No state.
+// The forward model, the inversion and other programs read them. Numbers have the form %12.7lf with a decimal
+// point in every locale; rows end with a blank before the line feed. A file is written completely or not at
+// all. panels/cdisppnl_files.h has the buttons. No state.
 #pragma once
 
 #include <string>
@@ -19,16 +19,16 @@ void SaveGCD(TextWriter& file);
 
 /// The array curves of all included pairs, in the order of the list of pairs: receiver lines, number of
 /// points of the first curve, and four sections of rows in descending frequency. A row has frequency and
-/// velocity of the first curve and then the quantity of the section of each further one, 0 where that is
-/// shorter. Kept: the second column is the velocity of the first curve in all sections, so that the first
-/// curve's own deviation and amplitude are nowhere written. Without any ADisp nothing is written.
+/// velocity of the first curve and then the section's quantity of each later curve, 0 beyond the end of a
+/// shorter one. Kept: the second column is the velocity of the first curve in all sections, so the first
+/// curve's own deviation and amplitude are not written. Without any ADisp nothing is written.
 void SaveICD(TextWriter& file);
 
-/// Refused where the array curves have receivers that a file cannot name, which would be read back with wrong
-/// distances: a pair with the source between its receivers.
+/// Refused for a pair with the source between its receivers: the file cannot describe such receivers, and
+/// reading it would give wrong distances.
 Refusal CheckArrayCurves();
 
-/// What a file of representative curves holds.
+/// Contents of a file of representative curves.
 enum class RepCurveFile {
   Global,  ///< *.gcd: SaveGCD
   Array,   ///< *.icd: SaveICD

@@ -1,8 +1,8 @@
 // rep_curve_fit.cpp - cells, windows and windowed fits of the representative curves. Owns no state.
 //
-// Seen plainly, each output scans all points. Here the points stand in blocks of which the least and the
-// greatest abscissa are known, and a block that touches neither cell nor window is skipped. The points
-// that remain are visited in their own order, so that sums and fits are those of the plain scan to the last bit.
+// In the plain form each output scans all points. Here the points are in blocks with known smallest and
+// largest abscissa, and a block outside cell and window is skipped. The remaining points keep their order, so
+// sums and fits equal those of the plain scan to the last bit.
 #include "signal/rep_curve_fit.h"
 
 #include <algorithm>
@@ -17,8 +17,8 @@
 namespace sondera {
 namespace {
 
-/// Least deviation, as a share of the mean: a few points that happen to agree would claim a precision that no
-/// field measurement has, and draw the inversion towards them.
+/// Least deviation, as a share of the mean. A few points that agree by chance would suggest a precision that
+/// no field measurement has, and would get too much weight in the inversion.
 constexpr double kDeviationFloor = 0.05;
 
 /// Cell [lo, hi) around its centre, and window [from, to).
@@ -27,8 +27,8 @@ struct Cell {
   double from = 0.0, to = 0.0;
 };
 
-/// Lays the window around the centre. Kept: of a window that reaches beyond the range only the far edge
-/// moves, and the upper limit is held against the edge that the lower one may just have moved.
+/// Places the window around the centre. Kept: when a window extends beyond the range only the far edge moves,
+/// and the upper limit is compared with the edge that the lower limit may just have moved.
 void PlaceWindow(Cell& cell, double width, double xMin, double xMax) {
   cell.from = cell.centre - width / 2.0;
   cell.to = cell.centre + width / 2.0;
@@ -36,7 +36,7 @@ void PlaceWindow(Cell& cell, double width, double xMin, double xMax) {
   if (cell.to > xMax) cell.from -= cell.to - xMax;
 }
 
-/// The cells of one call, each made when it is asked for.
+/// The cells of one call, each computed on request.
 class CellPlan {
  public:
   CellPlan(double xMin, double xMax, int nPts, int nSpan, int mode, double incRatio, const double* grid)
@@ -111,7 +111,7 @@ bool InRange(double x, double from, double to) {
   return x >= from && x < to;
 }
 
-/// The points that count, in the order in which they came, with the ranges of blocks of them.
+/// The points that count, in their original order, with the ranges of blocks of them.
 class Points {
  public:
   struct Point {
@@ -120,7 +120,7 @@ class Points {
 
   Points(int n, const double* x, const double* v) {
     if (n > 0) points_.reserve(static_cast<std::size_t>(n));
-    // NaN fails both tests, and would lie in no cell either.
+    // NaN fails both tests, so it is in no cell in both forms.
     for (int i = 1; i <= n; ++i)
       if (v[i] >= 0.0 && x[i] == x[i]) points_.push_back({x[i], std::log10(x[i]), v[i]});
     for (std::size_t first = 0; first < points_.size(); first += kBlock) AddBlock(first);
@@ -148,8 +148,8 @@ class Points {
   }
 
  private:
-  /// Points of a block: along a smooth curve some tens of neighbours span little, and testing blocks costs
-  /// little against testing points.
+  /// Points of a block: along a smooth curve some tens of neighbours span little, and testing blocks is cheap
+  /// compared with testing points.
   static constexpr std::size_t kBlock = 16;
 
   struct Block {
@@ -171,7 +171,7 @@ class Points {
   std::vector<Block> blocks_;
 };
 
-/// What lies in one cell and its window, and the fit to it. All memory is made by the constructor.
+/// The points of one cell and its window, and the fit to them. The constructor allocates all memory.
 class Condenser {
  public:
   Condenser(const Points& points, const CellPlan& cells, int nPts, int polyOrder)
@@ -253,15 +253,15 @@ class Condenser {
   std::vector<double> u_, vMatrix_;        // flat, counting from 1
 };
 
-/// Where the results go; all count from 1.
+/// Destination of the results; all count from 1.
 struct Outputs {
   double *x, *value, *deviation;
 };
 
-/// What the two functions make of a window that holds no fit. Constants, so that each has its own loop.
+/// How the two functions treat a window that allows no fit. Constants, so that each has its own loop.
 struct SparseOverFrequency {
   static constexpr bool kEmptyCounts = true;  ///< one without points counts as kept; nothing is written
-  static constexpr bool kSingleTaken = true;  ///< one with one point gives its value, wherever that lies
+  static constexpr bool kSingleTaken = true;  ///< one with one point gives its value, wherever the point lies
 };
 struct SparseOverWavelength {
   static constexpr bool kEmptyCounts = false, kSingleTaken = false;
@@ -287,7 +287,7 @@ int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int pol
       continue;
     }
     const double logX = std::log10(cell.centre);
-    if (!condenser.Supports(logX)) {  // it would be an extrapolation, as that of a single point always is
+    if (!condenser.Supports(logX)) {  // it would be an extrapolation, as always for a single point
       out.value[k] = 0.0;
       continue;
     }
@@ -303,7 +303,7 @@ int CondenseCells(const CellPlan& cells, const Points& points, int nPts, int pol
 int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio,
                  const double* grid) {
-  // Kept: an empty window counts, and a single point is taken as it is.
+  // Kept: an empty window counts, and a single point gives its own value.
   return CondenseCells<SparseOverFrequency>(CellPlan(xMin, xMax, nPts, nSpan, mode, incRatio, grid),
                                             Points(nIn, xIn, vIn), nPts, polyOrder, {xOut, vOut, sdOut});
 }

@@ -6,10 +6,10 @@
 // velocities and for amplitudes. Pure numbers: no records, no controls, no state.
 //
 // Odd on purpose, since stored curves depend on all of it:
-// - cells and windows are half-open, so that the point at the upper end of the range lies in no last cell;
-// - a window that would reach beyond the range keeps its outer edge where it is and grows on the inner side;
-// - the logarithmic law divides the logarithm of the difference of the limits, so that its cells do not end
-//   at the upper limit: some lie beyond it (or short of it), and those without points drop out;
+// - cells and windows are half-open, so the point at the upper end of the range is in no last cell;
+// - a window that would extend beyond the range keeps its outer edge and grows on the inner side;
+// - the logarithmic law divides the logarithm of the difference of the limits, so its cells do not end at the
+//   upper limit: some lie beyond it (or end before it), and those without points are dropped;
 // - the two functions treat an empty window and a window of one point differently.
 #pragma once
 
@@ -44,16 +44,16 @@ inline constexpr double kLogSpacing = -1.0;
 /// @param[in]     grid   centres, 1..nPts, ascending, for kCellsByGrid; else not used, may be null. The cell
 ///                       borders are midway between them, xMin and xMax at the two ends
 /// @return the number of cells that were not dropped; a cell with an empty window counts as one of them
-/// NaN and infinities run through to the cells whose window they lie in. Allocates before the first
-/// cell and not after; the time grows with nPts times the points of a window.
+/// NaN and infinities affect only the cells whose window contains them. Allocates before the first cell and
+/// not later; the time grows with nPts times the points of a window.
 /// Source: moving least squares; the fit is svdfit with equal weights, Press et al., Numerical Recipes.
 int CompactDsp_f(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio,
                  const double* grid);
 
-/// Condenses points over wavelength, with cells by the spacing law whatever the mode. As CompactDsp_f, but
-/// an empty window is not counted, and a window of one point is dropped like any other output that would be
-/// an extrapolation: the return value is the number of fits.
+/// Condenses points over wavelength, with cells by the spacing law for every mode. As CompactDsp_f, but an
+/// empty window is not counted, and a window of one point is dropped like any other extrapolation: the return
+/// value is the number of fits.
 int CompactDsp_w(double* xOut, double* vOut, double* sdOut, double xMin, double xMax, int nPts, int nSpan,
                  int polyOrder, int nIn, const double* xIn, const double* vIn, int mode, double incRatio);
 

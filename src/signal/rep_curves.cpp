@@ -14,7 +14,7 @@
 namespace sondera {
 namespace {
 
-/// Rows of a curve in the making: abscissa, value, deviation.
+/// Rows of a new curve: abscissa, value, deviation.
 struct Rows {
   explicit Rows(int n) : x(1, n), value(1, n), deviation(1, n) {}
   OffsetVector<double> x, value, deviation;
@@ -23,7 +23,7 @@ struct Rows {
 /// Points of curves, counting from 1.
 struct CurvePoints {
   explicit CurvePoints(int capacity) : x(1, capacity), value(1, capacity) {}
-  /// Takes the first n of both; values that are not there count as 0.
+  /// Copies the first n of both; missing values count as 0.
   void append(const std::vector<double>& xs, const std::vector<double>& values, int n) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
       ++count;
@@ -60,7 +60,7 @@ std::string TermsFault(const std::string& whose) {
                     kMaxPolyTerms);
 }
 
-/// What is wrong with the settings of the global fit, "" for nothing.
+/// Fault in the settings of the global fit, "" for none.
 std::string GlobalFault() {
   const CDispSettings& p = CDispParam;
   if (!From1To(p.nPointsG, kMaxRepPoints))
@@ -118,7 +118,7 @@ Rows CondensePair(const PMeasInfo& pair, const std::vector<double>& quantity, in
   CurvePoints in(points);
   in.append(pair.dispFreq, quantity, points);
   Rows rows(n);
-  // A pair that was added while the panel stood open has no number of its own yet.
+  // A pair that was added while the panel was open has no number of its own yet.
   const int terms = pair.polyOrderA > 0 ? pair.polyOrderA : p.arrayPolyOrder;
   CompactDsp_f(rows.x.shifted(), rows.value.shifted(), rows.deviation.shifted(), fMin, fMax, n, p.nSpanA,
                terms, in.count, in.x.shifted(), in.value.shifted(), kCellsByGrid, p.incRatioA,
@@ -211,7 +211,7 @@ void GetMinMaxDisp(double& fMin, double& fMax, double& wMin, double& wMax) {
 }
 
 int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& grid) {
-  // 1., 2. What there is.
+  // 1., 2. Available curves.
   const CurveTotals totals = CountCurves();
   if (totals.curves == 0) return 0;
   if (takeAll == 1) CDispParam.nPointsG = totals.points;
@@ -221,7 +221,7 @@ int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& gr
   InitGlobalCDisp(gd);
   const Rows rows = CondenseAll(xMin, xMax, takeAll, totals.points);
 
-  // 6. Cells without a value drop out.
+  // 6. Drop cells without a value.
   int kept = 0;
   for (int i = 1; i <= rows.x.size(); ++i) {
     const double v = rows.value[i];
@@ -244,7 +244,7 @@ int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& gr
 }
 
 void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid) {
-  // 1., 2. What there is, in the order of the spacing.
+  // 1., 2. Available curves, in the order of the spacing.
   const CurveTotals totals = CountCurves();
   if (totals.curves == 0) return;
   OffsetVector<int> index, chan1, chan2;
@@ -369,7 +369,7 @@ std::string ReceiverLinesFault() {
 }
 
 void GetReceiverArrays(std::string& line1, std::string& line2) {
-  // 1. Distances of both receivers of each pair from the source. A line may be shot from either end.
+  // 1. Distances of both receivers of each pair from the source. The source may be at either end of a line.
   std::vector<std::pair<double, double>> distances;
   for (const PMeasInfo& pair : MeasDB.pMeasList) {
     if (IncludedPoints(pair) == 0 || !HasKnownKey(pair)) continue;
@@ -389,7 +389,7 @@ void GetReceiverArrays(std::string& line1, std::string& line2) {
     InsertRecLocInArray(table, second);
   }
 
-  // 3. Unused slots, which hold 0, come before the first distance that counts.
+  // 3. Unused slots, which hold 0, come before the first distance above 0.
   if (m > 0) sort1(2 * m, table.shifted());
   int first = 1;
   while (first <= 2 * m && !(table[first] > 0.0)) ++first;

@@ -1,5 +1,5 @@
-// section_contours.cpp - see section_contours.h. A crossing is known by the edge of the grid that it lies on,
-// so segments of neighbouring cells meet exactly and are joined by the numbers of their edges.
+// section_contours.cpp - see section_contours.h. Each crossing is identified by its grid edge, so segments of
+// neighbouring cells meet exactly and are joined by the numbers of their edges.
 #include "signal/section_contours.h"
 
 #include <array>
@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kMostLevels = 1000;  // of a range, whatever count is asked for
+constexpr int kMostLevels = 1000;  // of a range, for every requested number
 
 /// Edges of the grid: even numbers run along distance from a node, odd ones along wavelength.
 using Edge = std::int64_t;
@@ -45,7 +45,7 @@ class Segments {
   const SectionGrid& grid_;
   double level_;
   std::unordered_map<Edge, Links> links_;
-  std::vector<Edge> order_;  // edges in the order they were met, so that the lines do not depend on hashes
+  std::vector<Edge> order_;  // edges in the order of discovery, so that the lines do not depend on hashes
   Edge taken_ = 0;
 
   Edge Along(int i, int j, bool wavelength) const {
@@ -71,8 +71,8 @@ class Segments {
       Join(edge[cut[0]], edge[cut[1]]);
       return;
     }
-    // All four edges are cut. The corners that agree with the middle are connected through it; the lines cut
-    // off the two others: corner k lies between edges k - 1 and k.
+    // All four edges are cut. The corners on the same side as the middle are connected through it; the lines
+    // separate the two other corners: corner k lies between edges k - 1 and k.
     const bool middle = (v[0] + v[1] + v[2] + v[3]) / 4.0 >= level_;
     for (int k = 0; k < 4; ++k)
       if ((above >> k & 1) != (middle ? 1 : 0)) Join(edge[(k + 3) % 4], edge[k]);
@@ -94,7 +94,7 @@ class Segments {
     --l.count;
   }
 
-  /// Takes a segment that leaves the edge; null when there is none left.
+  /// Removes and returns a segment at the edge; null when there is none left.
   const Edge* Follow(Edge e) {
     Links& l = links_[e];
     if (l.count == 0) return nullptr;

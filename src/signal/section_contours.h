@@ -1,6 +1,6 @@
 // section_contours.h - lines of equal velocity on the grid of a section.
 //
-// Marching squares on the nodes, joined to lines. Called by what draws a section. Numbers only.
+// Marching squares on the nodes, joined to lines. Code that draws a section calls it. Numbers only.
 #pragma once
 
 #include <vector>
@@ -20,7 +20,7 @@ struct ContourLine {
 std::vector<double> RoundLevels(double low, double high, int count);
 
 /// Lines of all levels. A cell with a node without a value has none, so a line ends at a hole. Where a cell
-/// can be cut in two ways, the mean of its nodes decides. A node of exactly the level counts as above it.
+/// can be cut in two ways, the mean of its nodes decides. A node exactly at the level counts as above it.
 std::vector<ContourLine> SectionContours(const SectionGrid& grid, const std::vector<double>& levels);
 
 }  // namespace sondera

@@ -15,7 +15,7 @@ namespace sondera {
 namespace {
 
 constexpr double kBoxShare = 0.15;    // of the extents
-constexpr double kGrowthShare = 0.2;  // of the box, for each count
+constexpr double kGrowthShare = 0.2;  // of the box, for each step
 constexpr int kCountsPerRound = 2;  // all four quadrants are empty when the box grows, and each side has two
 constexpr int kMostRounds = 17;     // 0.06 of the extents each: covers any box
 constexpr std::chrono::milliseconds kPollEvery{30};
@@ -39,11 +39,11 @@ Box BoxAround(const std::array<double, 4>& r, double x0, double y0, int counts) 
           std::min(y0 + reachY, r[3])};
 }
 
-/// Collects what lies in the box.
+/// Collects the samples in the box.
 void SamplesIn(const SectionSamples& s, const Box& box, double x0, double y0, Neighbourhood& found) {
   found.sample.clear();
   found.inQuadrant = {};
-  // A node at the end of a range may lie beyond it by rounding; the left quadrants reach to the node.
+  // A node at the end of a range may lie beyond it by rounding; the left quadrants extend to the node.
   const auto from = std::lower_bound(s.x.begin(), s.x.end(), box.left);
   const auto to = std::upper_bound(from, s.x.end(), std::max(box.right, x0));
   for (auto k = static_cast<std::size_t>(from - s.x.begin()); k < static_cast<std::size_t>(to - s.x.begin());
@@ -216,7 +216,7 @@ Refusal DoKriging(const SectionSamples& samples, const GridSettings& settings, L
 
   Estimator estimator(samples, settings, listener);
   auto lastPoll = std::chrono::steady_clock::now();
-  Neighbourhood around;  // Kept: where nothing is found, the samples of the node before count
+  Neighbourhood around;  // Kept: where no sample is found, the samples of the node before are used
   for (double y : made.gridY) {
     listener.Done(static_cast<double>(made.value.size()) /
                   static_cast<double>(made.gridX.size() * made.gridY.size()));

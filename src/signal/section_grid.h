@@ -1,9 +1,9 @@
 // section_grid.h - velocities on a regular grid over distance and wavelength, from the points of all curves
 // of a line.
 //
-// Every node is estimated by ordinary kriging from the points around it: those in a box of 0.15 of the
-// extents, which grows while it is empty. Nodes with two points or fewer around them have no value. Called by
-// the section image (section.h); numbers only. Distances and wavelengths are in one unit of length.
+// Ordinary kriging estimates every node from the points around it: those in a box of 0.15 of the extents,
+// which grows while it is empty. Nodes with two points or fewer around them have no value. The section image
+// (section.h) calls it; numbers only. Distances and wavelengths are in one unit of length.
 #pragma once
 
 #include <array>
@@ -28,8 +28,8 @@ struct SectionSamples {
   bool operator==(const SectionSamples&) const = default;
 };
 
-/// How a grid is made. A grid is older than its settings when these or the samples differ from those that it
-/// was made from.
+/// Settings of a grid. A grid is out of date when these or the samples differ from those that it was made
+/// from.
 struct GridSettings {
   SectionLimits limits;
   int tmgNx = 20, tmgNy = 10;  ///< intervals along distance and wavelength, 1 to kMostIntervals
@@ -54,29 +54,29 @@ struct SectionGrid {
   }
 };
 
-/// What lies around a place.
+/// Samples around a place.
 struct Neighbourhood {
   std::vector<int> sample;  ///< positions in the samples, ascending
   /// Samples by quadrant: right and above, left and above, left and below, right and below. A sample at the
-  /// place's own distance counts to the left, one at its wavelength to the lower quadrants.
+  /// same distance as the place counts to the left, one at the same wavelength to the lower quadrants.
   std::array<int, 4> inQuadrant{};
 };
 
 /// The four settings in the order xMin, xMax, yMin, yMax.
 std::array<double, 4> get_range(const SectionLimits& limits);
 
-/// Samples around (x0, y0), which is inside the limits. Returns 0; -1 where the box has covered all limits
-/// without a sample: then `found` stays as it was.
+/// Samples around (x0, y0), which is inside the limits. Returns 0; -1, with `found` unchanged, when the box
+/// covers all limits and holds no sample.
 int GetSamples(const SectionSamples& samples, const GridSettings& settings, double x0, double y0,
                Neighbourhood& found);
 
-/// Fills `grid`. Refuses, with `grid` as it was, limits that are no range, a line without points and too many
-/// points around a node; without a reason after a halt.
+/// Fills `grid`. Refuses, with `grid` unchanged, limits that are no range, a line without points, and too
+/// many points around a node; without a reason after a halt.
 Refusal DoKriging(const SectionSamples& samples, const GridSettings& settings, Listener& listener,
                   SectionGrid& grid);
 
-/// Velocity at a place by the four nodes around it, each weighted by its nearness. NaN outside the grid, or
-/// where a node that counts has no value. At a node: that node's value.
+/// Velocity at a place from the four nodes around it, each weighted by its nearness. NaN outside the grid, or
+/// where a node with weight has no value. At a node: that node's value.
 double GridVelocity(const SectionGrid& grid, double distance, double wavelength);
 
 }  // namespace sondera

@@ -24,7 +24,7 @@ struct SignalState {
 };
 extern SignalState signalState;
 
-/// State of a fresh start; gives the work vectors up and sets the defaults.
+/// State of a fresh start; releases the work vectors and sets the defaults.
 void ResetSignalState();
 
 }  // namespace sondera

@@ -1,8 +1,7 @@
 // spectra.cpp - running averages of spectra, and the quantities of a pair made from them. See spectra.h.
 //
-// Called by the measurement loop (CalcSpectralFns) and by whatever makes or refreshes a pair
-// (CalcSpectralData). A frame length is a power of two, so that dividing by it is exact and may be done in
-// any order.
+// The measurement loop calls CalcSpectralFns; code that creates or updates a pair calls CalcSpectralData. A
+// frame length is a power of two, so dividing by it is exact and possible in any order.
 #include "signal/spectra.h"
 
 #include <algorithm>
@@ -41,7 +40,7 @@ struct FrameSizes {
   }
 };
 
-/// False when the record or the arrays are shorter than the sizes ask for.
+/// False when the record or the arrays are shorter than these sizes.
 bool SizesOf(const HWSetup& hw, const RawData& raw, FrameSizes& sizes) {
   if (hw.nLines <= 0 || hw.nLines > kLongestFrame / 2 || hw.nChannels <= 0) return false;
   sizes.frame = 2 * FullTimeLines(hw.nLines);
@@ -73,8 +72,7 @@ struct ChannelAverages {
   double* __restrict crossIm;
 };
 
-/// The first record replaces what stood there, whatever it was; even NaN must not survive a new
-/// run.
+/// The first record replaces all earlier contents; not even NaN must survive a new run.
 struct Replace {
   double operator()(double value, double /*stored*/) const { return value; }
 };
@@ -83,7 +81,7 @@ struct RunningMean {
   double operator()(double value, double stored) const { return (value + stored * k) / (k + 1.0); }
 };
 
-/// Folds the spectrum x of a channel into its averages; r is the spectrum of channel 0.
+/// Adds the spectrum x of a channel to its averages; r is the spectrum of channel 0.
 template <class Fold>
 void FoldChannel(const double* __restrict xRe, const double* __restrict xIm, const double* __restrict rRe,
                  const double* __restrict rIm, int n, const ChannelAverages& avg, Fold fold) {
@@ -169,7 +167,7 @@ struct Line {
 };
 
 /// Transfer function at a line: 0 where the reference has no cross power, or so little that the quotient is
-/// no number.
+/// not finite.
 Line Transfer(const PairRows& p, int i) {
   Line h;
   if (p.aRe[i] != 0.0 || p.aIm[i] != 0.0) CxDiv(p.bRe[i], p.bIm[i], p.aRe[i], p.aIm[i], &h.re, &h.im);

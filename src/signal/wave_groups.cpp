@@ -24,7 +24,7 @@ std::size_t At(int i) {
   return static_cast<std::size_t>(i);
 }
 
-/// Scales the map into Z, transposed, and takes the ridge.
+/// Scales the map into Z, transposed, and finds the ridge.
 void TakeRidge(int nF, int nT, const double* grid, double threshold, WaveGroups& found) {
   found.Z.resize(At(nF * nT));
   for (int f = 0; f < nF; ++f)
@@ -43,7 +43,7 @@ void TakeRidge(int nF, int nT, const double* grid, double threshold, WaveGroups&
   }
 }
 
-/// Hands the strongest peaks, ten at most, to `take(row, curvature)`, strongest first. Returns their number.
+/// Passes the strongest peaks, ten at most, to `take(row, curvature)`, strongest first. Returns their number.
 template <class Take>
 int TakeStrongest(Peaks peaks, Take take) {
   const int n = peaks.count();
@@ -62,7 +62,7 @@ void Append(ExtremeTable& table, int row, double amp, double curv, double vel) {
   table.vel[e] = vel;
 }
 
-/// Velocity of a group, negative where the site has no such wave.
+/// Velocity of a group, negative where such a wave is impossible at the site.
 double JudgedVelocity(double spacing, int column, double timeStep) {
   const double delay = column * timeStep;
   const double v = delay == 0.0 ? std::numeric_limits<double>::infinity() : spacing / delay;

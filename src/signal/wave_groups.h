@@ -1,5 +1,5 @@
-// wave_groups.h - bands of frequency that a coherent wave group carries, as an enhanced Gabor map shows them,
-// and the energy outside the time window that speaks against them. First half of the automatic masks.
+// wave_groups.h - frequency bands of a coherent wave group, from an enhanced Gabor map, and the energy
+// outside the time window that speaks against them. First half of the automatic masks.
 //
 // The ridge of the map, its largest value at each frequency, is searched for peaks (bands with energy) and
 // valleys (gaps between them). A peak is rejected when its group arrives faster or slower than the site
@@ -39,7 +39,7 @@ struct ExtremeTable {
   int ValleyFrom(int from, int to) const;
 };
 
-/// What IdentifyWaveGroup finds. Rows f = 0..nF-1, columns t = 0..nT-1.
+/// Result of IdentifyWaveGroup. Rows f = 0..nF-1, columns t = 0..nT-1.
 struct WaveGroups {
   std::vector<double> Z;      ///< scaled map, Z[t * nF + f], between the threshold and 100
   std::vector<double> peakV;  ///< [nF] ridge: the largest value at each frequency
@@ -50,14 +50,14 @@ struct WaveGroups {
 
 /// Scales a map and finds the extremes of its ridge: the ten highest peaks at or above the threshold (five
 /// points wide) and the ten deepest valleys, at least 5 below 100 (three points wide).
-/// The velocity of a peak is spacing / (column * time step), the step that of tInit to tFinal; at or above
+/// The velocity of a peak is spacing / (column * time step), with the step from tInit to tFinal; at or above
 /// smV[1] or below smV[4] of the session, and at column 0, the peak is rejected.
 /// @param nF, nT     rows and columns, 1 to 50; others find nothing
 /// @param grid       the map, rows of nT values; null finds nothing. panels/sasw_pair.h has the form that makes one
 /// @param threshold  floor of the scaled map
 /// @param spacing    distance of the receivers, length units
-/// Kept: a row counts as nT values long, while maps are stored in rows of 50; so the two agree for 50 time
-/// divisions only, and with fewer the map is read askew.
+/// Kept: the code assumes rows of nT values, while maps are stored in rows of 50; the two agree for 50 time
+/// divisions only, and with fewer the map is read with wrong rows.
 void IdentifyWaveGroup(int nF, int nT, double tInit, double tFinal, const double* grid, double threshold,
                        double spacing, WaveGroups& found);
 
@@ -68,11 +68,11 @@ struct NoiseTable {
   std::array<double, kMostNoisePeaks + 1> amp{}, curv{};
 };
 
-/// Transforms what the widest window of the session's smV takes out of the impulse response, and finds the
-/// peaks of its amplitude of at least 0.3 of the largest (lines 0 and 1 do not count for that): of all peaks
-/// the ten at the highest frequencies.
-/// Kept: the band-pass window has no lower taper here; and a peak beyond the last line leaves its place in
-/// the count, so that the table may begin with entries of zero.
+/// Transforms the part of the impulse response that the widest window of the session's smV removes, and finds
+/// the peaks of its amplitude of at least 0.3 of the largest (lines 0 and 1 do not count for that): of all
+/// peaks the ten at the highest frequencies.
+/// Kept: the band-pass window has no lower taper here; and a peak beyond the last line keeps its place in the
+/// count, so the table may begin with entries of zero.
 void IdentifyBGNoise(const HWSetup& hwSetup, const MeasSetup& measSetup, const PMeasInfo& pair,
                      NoiseTable& found);
 
@@ -80,8 +80,8 @@ void IdentifyBGNoise(const HWSetup& hwSetup, const MeasSetup& measSetup, const P
 /// @param deltaF     line spacing, Hz
 /// @param rowStep    step of the map's rows, Hz
 /// @param finalFreq  end of the map, Hz
-/// Kept: rows count from 0 Hz, whatever the map's first frequency; where noise lies in front of a first
-/// valley it is that valley which is rejected; and noise above a last peak ends the search for the others.
+/// Kept: rows count from 0 Hz for every first frequency of the map; noise below a first valley rejects that
+/// valley; and noise above a last peak ends the search for the others.
 void RejectPeaksInNoise(const NoiseTable& noise, double deltaF, double rowStep, double finalFreq,
                         ExtremeTable& extremes);
 

@@ -1,4 +1,4 @@
-// window_tuning.cpp - windows and time range after the strongest group. See window_tuning.h. Owns no state.
+// window_tuning.cpp - windows and time range from the strongest group. See window_tuning.h. Owns no state.
 #include "signal/window_tuning.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ std::size_t At(int i) {
   return static_cast<std::size_t>(i);
 }
 
-/// Last column at or before the group, or first from it on, where the map is at a level or below.
+/// Last column at or before the group, or first column from it on, where the map is at a level or below.
 int LastAtOrBelow(const StrongestGroup& group, double level) {
   int t = group.column;
   while (t >= 0 && !(group.overTime[At(t)] <= level)) --t;
@@ -74,7 +74,7 @@ double BetterFinalTime(const StrongestGroup& group, double threshold, double tim
                        double timeLength) {
   const int end = FirstAtOrBelow(group, threshold);
   const double t = (end == kNone ? static_cast<double>(group.overTime.size()) : end) * timeStep;
-  if (!(t > 0.0) || !(finalTime < 0.5 * timeLength)) return 0.0;  // a group without length tells nothing
+  if (!(t > 0.0) || !(finalTime < 0.5 * timeLength)) return 0.0;  // a group without length gives no range
   if (t < 0.25 * finalTime && 3.0 * t <= timeLength) return 3.0 * t;
   if (t > 0.5 * finalTime && 2.0 * t <= timeLength) return 2.0 * t;
   return 0.0;
