@@ -1,16 +1,16 @@
-// cylinder_functions.cpp - J0, J1, H0, H1 of a complex argument, to the last digits of a double.
+// cylinder_functions.cpp - J0, J1, H0, H1 of a complex argument, accurate to the last digits of a double.
 //
-// Called by the disk-load kernels, most of the time for H0: a point-load evaluation takes some thousand of
-// them. Owns no state.
+// The disk-load kernels call these, mostly for H0: a point-load evaluation needs some thousand values. Owns
+// no state.
 //
-// Hankel functions rest on the modified function K of the second kind: H0(z) = (2i/pi) K0(w) and
-// H1(z) = -(2/pi) K1(w) (second kind), w = i z, and Im z <= 0 means Re w >= 0, the half-plane where K is at
-// its best. There
+// Hankel functions are computed from the modified function K of the second kind: H0(z) = (2i/pi) K0(w) and
+// H1(z) = -(2/pi) K1(w) (second kind), w = i z, and Im z <= 0 means Re w >= 0, the half-plane in which K is
+// easiest to compute. There
 //     K0(w) = sqrt(pi / (2 w)) exp(-w) g(w),   g(w) = 1 - sum of e_j / (w + t_j),
 // because exp(w) sqrt(2 w / pi) K0(w) is a Stieltjes function of 1/w: the sum is the Gaussian quadrature of
-// its measure. It has no cancellation for Re w >= 0 and converges like exp(-4 sqrt(m |w|)) for m nodes, so
-// that 24 nodes do from |w| = 3, 4 from |w| = 40 (the power series of Y would lose exp(2 |Im z|) digits,
-// which is why it ends at 3). K1 follows from K1 = -K0'.
+// its measure. It has no cancellation for Re w >= 0 and converges like exp(-4 sqrt(m |w|)) for m nodes, so 24
+// nodes suffice from |w| = 3, and 4 nodes from |w| = 40 (the power series of Y would lose exp(2 |Im z|)
+// digits, so it is used only up to 3). K1 follows from K1 = -K0'.
 #include "forward/cylinder_functions.h"
 
 #include <cmath>
@@ -91,7 +91,7 @@ inline Cplx ExpI(double phi) {
   return {std::cos(phi), std::sin(phi)};
 }
 
-/// Times exp(p), where a zero stays zero though exp(p) be infinite.
+/// Times exp(p); zero stays zero even if exp(p) is infinite.
 dcomplex TimesExp(Cplx a, double p) {
   const double e = std::exp(p);
   return {a.re == 0.0 ? 0.0 : a.re * e, a.im == 0.0 ? 0.0 : a.im * e};
@@ -360,7 +360,7 @@ void HankelScaled(dcomplex z, dcomplex& h0, dcomplex& h1) {
   const Cplx S = StieltjesSum2(wr, wi, size2, D);
   const Cplx factor = HankelFactor(c);
   const Cplx g{1.0 - S.re, -S.im};
-  // K1 = -K0': g (1 + 1/(2w)) - g', g' = D; and H1 = i times what H0 is made of K0
+  // K1 = -K0': g (1 + 1/(2w)) - g', g' = D; and H1 = i times the same factor as H0
   const Cplx g1 = g + 0.5 * (g * Reciprocal({wr, wi})) - D;
   const Cplx f1 = factor * g1;
   h0 = factor * g;
@@ -388,7 +388,7 @@ void Hankel(dcomplex z, dcomplex& H0, dcomplex& H1, dcomplex& ratio, int kind) {
   } else {
     HankelSecond(z, H0, H1);
   }
-  // the ratio from the scaled pair where there is one, so that it stays right when both are 0
+  // the ratio from the scaled pair if available, so that it stays right when both are 0
   const double inward = kind == 1 ? -z.im : z.im;
   const bool scaled = inward < 0.0 || (inward == 0.0 && z.re > 0.0);
   Cplx top{H0.re, H0.im}, bottom{H1.re, H1.im};

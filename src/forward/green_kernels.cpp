@@ -1,8 +1,8 @@
 // green_kernels.cpp - matrices of the thin-layer method and the sum over its modes.
 //
-// Called by the point-load solver: FS_Boupro and FS_Wave once a pass, then FS_Green. The search for the modes
-// is in green_modes.cpp. Owns no state. Odd on purpose: the factor -i pi / 2 of the radial functions has
-// seven digits, so that on the disk itself (r <= r0), where it meets 1 / x0, a small disk keeps an error of
+// The point-load solver calls FS_Boupro and FS_Wave once per pass, then FS_Green. The search for the modes is
+// in green_modes.cpp. Owns no state. Odd on purpose: the factor -i pi / 2 of the radial functions has seven
+// digits. On the disk itself (r <= r0), where it is added to 1 / x0, a small disk therefore has an error of
 // 2e-7 / (k r0).
 #include "forward/green_kernels.h"
 
@@ -95,7 +95,7 @@ void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex*
     B2[v] = {};
   }
 
-  // couplings that would reach beyond node n, and what a rigid base takes
+  // couplings beyond node n, and the part of a rigid base
   M_o[n] = 0.0;
   A_o[N - 1] = A_o[N] = {};
   B1[N] = {};
@@ -160,8 +160,8 @@ void FS_evint(dcomplex& I1, dcomplex& I2, dcomplex& I3, dcomplex& I4, dcomplex k
 
 void FS_Green(const double* x, int nNodes, const dcomplex* k, const dcomplex* Phi, int ld, double r0,
               int nModes, dcomplex* u, GreenWork& work) {
-  // What does not depend on the distance: the participation Phi(2,m)^2 and, outside the disk, c J1(k r0) / k
-  // (scaled); and the logarithm of the size that the term has at distance 1 without its decay.
+  // The terms that do not depend on the distance: the participation Phi(2,m)^2 and, outside the disk, c J1(k
+  // r0) / k (scaled); and the logarithm of the term's size at distance 1 without its decay.
   work.Size(nModes);
   GreenWork::Mode* mode = work.mode.data();
   for (int m = 1; m <= nModes; ++m) {

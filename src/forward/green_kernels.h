@@ -10,7 +10,7 @@
 // j; N = 2n. Matrices are symmetric and stored by diagonals, indices from 1, vectors of N + 2 entries:
 //   X_d[i] entry (i, i);  X_o[i] entry (i, i+2);  B1[i] entry (i, i+1);  B2[i] entry (i, i+3);
 //   M_d[j], M_o[j] mass of node j and coupling of node j with node j+1.
-// Called by the point-load solver. Owns no state; work space is the caller's and is reused between calls.
+// The point-load solver calls it. Owns no state; the caller owns the work space and reuses it between calls.
 #pragma once
 
 #include <memory>
@@ -32,7 +32,7 @@ class ModeWork {
   /// Rayleigh-quotient passes of the last search: its cost is passes times N.
   long passes() const;
 
-  bool narrow = false;  ///< keep to two-lane registers where wider ones are there; same results, for tests
+  bool narrow = false;  ///< use two-lane registers even where wider ones exist; same results, for tests
 
   struct Storage;
   Storage& storage() { return *storage_; }
@@ -41,10 +41,10 @@ class ModeWork {
   std::unique_ptr<Storage> storage_;
 };
 
-/// The matrices of a mesh by diagonals, see above, with the complex properties of the half-space below. Vectors of
-/// N + 3 entries, which grow to the largest problem seen.
+/// The matrices of a mesh by diagonals, see above, with the complex properties of the half-space below.
+/// Vectors of N + 3 entries, which grow to the largest problem so far.
 struct ThinLayerMatrices {
-  int N = 0;  ///< degrees of freedom, two a node
+  int N = 0;  ///< degrees of freedom, two for each node
   std::vector<double> M_d, M_o;
   std::vector<dcomplex> G_d, G_o, B1, B2, A_d, A_o;
   std::vector<dcomplex> D_d, D_o;  ///< of one frequency
@@ -64,7 +64,7 @@ struct ThinLayerModes {
 /// @return whether all modes are good
 bool ModesOf(ThinLayerMatrices& m, double omega2, ThinLayerModes& modes);
 
-/// Work space of FS_Green; grows to the largest number of modes seen.
+/// Work space of FS_Green; grows to the largest number of modes so far.
 struct GreenWork {
   struct Mode {
     dcomplex phi2, factor;
@@ -87,9 +87,9 @@ void FS_Boupro(double* M_d, double* M_o, dcomplex* G_d, dcomplex* G_o, dcomplex*
                dcomplex* A_d, dcomplex* A_o, const double* t, const double* G, const double* lambda,
                const double* damp, const double* rho, int n, int N, int hsFlag);
 
-/// Forms D = G - omega2 M, with hsFlag puts the paraxial transmitting boundary of the half-space (complex
-/// shear modulus Gstar and wave velocities VsStar, VpStar) under node n, and finds all modes (FS_Raylgh).
-/// Kept: the boundary goes into A_d and B1 too, so that a second call needs a new FS_Boupro.
+/// Forms D = G - omega2 M, adds (with hsFlag) the paraxial transmitting boundary of the half-space (complex
+/// shear modulus Gstar and wave velocities VsStar, VpStar) at node n, and finds all modes (FS_Raylgh).
+/// Kept: the boundary is added to A_d and B1 too, so a second call needs a new FS_Boupro.
 /// @param[out] D_d, D_o   vectors of N + 2 entries
 /// The other arguments are those of FS_Boupro and FS_Raylgh.
 void FS_Wave(dcomplex* k, dcomplex* Phi, int ld, const double* M_d, const double* M_o, const dcomplex* G_d,
@@ -103,25 +103,24 @@ void FormBoundary(const double* M_d, const double* M_o, const dcomplex* G_d, con
                   dcomplex Gstar, dcomplex VsStar, dcomplex VpStar);
 
 /// All N eigenpairs of (D + k B + k^2 A) z = 0 with Im k <= 0, by Rayleigh-quotient iteration on the
-/// linearised pencil, with the modes found so far (and their mirror images -k) taken out of the start
-/// vectors.
+/// linearised pencil. The modes found so far (and their mirror images -k) are removed from the start vectors.
 /// @param[in]  A_d .. D_o   matrices by diagonals; even entries of B2 are 0
 /// @param[out] k            1..N
 /// @param[out] Phi          columns of ld rows, element (i, mode j) at Phi[(j-1) * ld + i]; ld = N for
 ///                          whole modes, ld = 2 for the motion of the surface alone
 /// @param[out] ok           1 if all N modes converged and are orthogonal to each other, otherwise 0:
 ///                          then the search ended early and k, Phi are incomplete
-/// Normalised so that Phi^T (2 k A + B) Phi = 2 k for the pair as it was found. At the end a pair with Im k >
-/// 0 has its k negated and any other its even rows, which is the same to the pencil but for the sign of B:
-/// the pairs given out belong to D - k B + k^2 A, with Phi^T (2 k A - B) Phi = 2 k.
+/// Normalised so that Phi^T (2 k A + B) Phi = 2 k for the pair as found. At the end the code negates k of a
+/// pair with Im k > 0, and the even rows of any other pair. To the pencil both are the same except for the
+/// sign of B: the returned pairs belong to D - k B + k^2 A, with Phi^T (2 k A - B) Phi = 2 k.
 void FS_Raylgh(const dcomplex* A_d, const dcomplex* A_o, const dcomplex* B1, const dcomplex* B2,
                const dcomplex* D_d, const dcomplex* D_o, dcomplex* k, dcomplex* Phi, int ld, ModeWork& work,
                int N, int& ok);
 
 /// Radial functions of one mode at distance r for a disk of radius r0, Im k <= 0.
 /// I1 (vertical motion), I2, I3, I4: integrals of products of Bessel functions in closed form, with one form
-/// for r0 < r and one for r <= r0 (the rim belongs to the disk). Finite for any Im k, the products being
-/// formed from scaled functions. k = 0 or r0 = 0 gives no finite number.
+/// for r0 < r and one for r <= r0 (the rim belongs to the disk). Finite for every Im k, because the products
+/// are formed from scaled functions. k = 0 or r0 = 0 gives no finite number.
 void FS_evint(dcomplex& I1, dcomplex& I2, dcomplex& I3, dcomplex& I4, dcomplex k, double r, double r0);
 
 /// Vertical surface displacement at distances x[1..nNodes] for a vertical load of unit total force, spread

@@ -1,26 +1,26 @@
-// green_modes.cpp - all modes of the thin-layer eigenproblem: where a point-load evaluation spends its time.
+// green_modes.cpp - all modes of the thin-layer eigenproblem: most of the time of a point-load evaluation.
 //
 // Called by FS_Wave; owns no state. N modes at some six passes each; a pass factorises the banded matrix
 // D + k B + k^2 A, solves, and forms two products and two sums, all in time proportional to N.
 //
-// Layout. The matrix is block tridiagonal with one 2 by 2 block per node, and elimination is a chain: each
-// node waits for the one before. So it runs from both ends at once, towards the node in the middle: a vector
-// register holds the horizontal and the vertical motion of a node of the upper half and of its mirror image
-// in the lower half, and all four lanes do the same arithmetic. Such a pair of nodes is a station; station 1
-// holds the surface and the base, station m the two neighbours of the middle node. An even number of nodes
-// gets one more at the base that is tied to nothing and stays 0.
+// Layout. The matrix is block tridiagonal with one 2 by 2 block per node, and each node of the elimination
+// needs the result of the node before. So the elimination runs from both ends at once, towards the node in
+// the middle: a vector register holds the horizontal and the vertical motion of a node of the upper half and
+// of its mirror image in the lower half, and all four lanes do the same arithmetic. Such a pair of nodes is a
+// station; station 1 holds the surface and the base, station m the two neighbours of the middle node. An even
+// number of nodes gets one extra node at the base, which has no coupling and stays 0.
 //
 //     nodes      1    2   ...   m   m+1   m+2  ...  2m   2m+1
 //     stations   1    2   ...   m   mid    m   ...   2     1
 //     lanes of a station: horizontal upper, horizontal lower, vertical upper, vertical lower
 //
-// Real and imaginary parts are in registers of
-// their own. green_modes_kernel.inc is compiled twice: with the lanes in two registers, and for AVX2, where
-// one register takes all four. There are no fused operations in either, so both give the same bytes.
+// Real and imaginary parts are in separate registers. green_modes_kernel.inc is compiled twice: with the
+// lanes in two registers, and for AVX2, where one register holds all four. Neither uses fused operations, so
+// both give the same bytes.
 //
 // Elimination is by 2 by 2 blocks without pivoting. A singular block at the middle node is the zero last
-// pivot of the method: the shift moves back by half a step. Sizes may grow by many powers of ten in a pass;
-// when they near the limits of a double, all vectors are scaled by a power of two, which changes no digit.
+// pivot of the method: the shift then moves back by half a step. Magnitudes may grow by many powers of ten in
+// a pass; near the limits of a double all vectors are scaled by a power of two, which changes no digit.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -35,11 +35,11 @@ namespace {
 
 constexpr int kMaxPasses = 100;
 constexpr int kFullStepPasses = 15;    // later steps are halved
-constexpr double kSecondStage = 1e-5;  // relative step that turns on the test for the end
+constexpr double kSecondStage = 1e-5;  // relative step that turns on the convergence test
 constexpr double kConverged = 1e-10;   // relative step that ends the iteration
-constexpr double kAxisLimit = 1e-10;   // smaller part over both, below which a root is real or imaginary
+constexpr double kAxisLimit = 1e-10;   // share of the smaller part of a real or imaginary root
 constexpr double kOrthogonal = 1e-5;   // largest product with the modes found before
-constexpr double kSamePair = 1e-6;     // a root this close to the conjugate of the one before is its partner
+constexpr double kSamePair = 1e-6;     // distance of a root from its conjugate partner
 constexpr double kLargeSum = 1e+100, kSmallSum = 1e-100;
 
 namespace base {

@@ -15,8 +15,8 @@ LayeredGround::LayeredGround(int n) : nLayersCur(n) {
 }
 
 double DensityFromVs(double Vs) {
-  // Unit weight between 50 and 125 lb/ft^3 on the line from the Vs of loose to that of dense ground, both at
-  // a pressure term of 20; 32.2 ft/s^2 turns a weight into a mass.
+  // Unit weight between 50 and 125 lb/ft^3, linear between the Vs of loose and of dense ground, both at a
+  // pressure term of 20; 32.2 ft/s^2 converts a weight to a mass.
   const double loose = 87.6 * std::pow(20.0, 0.35);
   const double dense = 549.3 * std::pow(20.0, 0.2);
   const double density = (50.0 + 75.0 * (Vs - loose) / (dense - loose)) / 32.2;

@@ -1,8 +1,8 @@
-// layered_ground.h - a layered ground: the layers that a solver computes with, and what follows from them.
+// layered_ground.h - a layered ground: the layers of a solver, and properties derived from them.
 //
-// Callers: the solvers' drivers, the set-up of a run, starting profiles, the inversion. Layer 1 is the surface
-// layer, layer nLayersCur the half-space; vectors count from 1. Lengths, velocities and densities are in the
-// project's units; nothing here converts. The one place with a unit system built in is DensityFromVs.
+// Callers: the solvers' drivers, the set-up of a run, starting profiles, the inversion. Layer 1 is the
+// surface layer, layer nLayersCur the half-space; vectors count from 1. Lengths, velocities and densities are
+// in the project's units; nothing here converts. Only DensityFromVs has a built-in unit system.
 #pragma once
 
 #include "forward/sublayers.h"
@@ -26,8 +26,8 @@ struct LayeredGround {
 
 // --- Elastic properties ---
 
-/// Mass density from a shear-wave velocity in feet per second, at a fixed pressure term of 20; at most
-/// 125 / 32.2, in slugs per cubic foot. Kept: the numbers are the same whatever the project's unit is.
+/// Mass density from a shear-wave velocity in feet per second, at a fixed pressure term of 20; at most 125 /
+/// 32.2, in slugs per cubic foot. Kept: the numbers are the same for every unit of the project.
 double DensityFromVs(double Vs);
 
 /// Vp of an elastic solid. Infinite for nu = 0.5, NaN above.
@@ -36,20 +36,21 @@ double VpFromPoisson(double Vs, double nu);
 /// Poisson's ratio from the two wave velocities; NaN for Vs = 0.
 double PoissonFromVelocities(double Vp, double Vs);
 
-/// Values that replace a Poisson's ratio outside 0 <= nu < 0.5: nu, and Vs as a part of Vp that goes with it.
+/// Values that replace a Poisson's ratio outside 0 <= nu < 0.5: nu, and the corresponding Vs as a fraction of
+/// Vp.
 inline constexpr double kGuardedNu = 0.497;
 inline constexpr double kGuardedVsOverVpSquared = 0.005964214711729627;  // (1 - 2 nu) / (2 (1 - nu)) of it
 
-/// Whether a ratio found from velocities has to be replaced. NaN has not.
+/// Whether a ratio computed from velocities has to be replaced. False for NaN.
 inline bool PoissonIsUnphysical(double nu) {
   return nu >= 0.5 || nu < 0.0;
 }
-/// The Vs that goes with kGuardedNu.
+/// The Vs that corresponds to kGuardedNu.
 double GuardedVs(double Vp);
 
-/// Completes all layers before a solver works with them: density where it is derived, G, Vp or nu, E, and
-/// totalDepth. With guardPoisson a ratio outside the physical range that came from the velocities is replaced,
-/// and Vs follows. Kept: G and density are those of the Vs before that.
+/// Completes all layers before a solver uses them: density where it is derived, G, Vp or nu, E, and
+/// totalDepth. With guardPoisson, a ratio from velocities outside the physical range is replaced, and Vs
+/// changes with it. Kept: G and density still use the old Vs.
 void DeriveLayerProperties(LayeredGround& ground, bool guardPoisson);
 
 // --- Layers ---
@@ -67,7 +68,7 @@ double LargestVs(const LayeredGround& ground);
 /// Velocity of the plane Rayleigh wave at a wavelength (FS_SASW2D); 0 without a root.
 double PlaneWaveVelocity(const LayeredGround& ground, double wavelength);
 
-/// The columns that the point-load solver reads; the ground has to outlive them.
+/// The columns that the point-load solver reads; the ground must outlive them.
 GroundColumns ColumnsOf(const LayeredGround& ground);
 
 }  // namespace sondera

@@ -1,11 +1,11 @@
 // plane_wave.cpp - roots of the characteristic function of a layered half-space: scan, bisection, choice of a
 // mode.
 //
-// Called by the sweep driver and the starting model. Owns no state. The trial velocities, the midpoints and
-// the stop of the bisection are fixed, since the derivatives of an inversion are differences of these very
-// numbers; the speed comes from evaluating eight of them at once (plane_wave_lanes) and from ending the scan
-// at the first root where only that one goes out.
-// Odd on purpose: limits that were single-precision constants keep the value that they have as doubles.
+// The sweep driver and the starting model call it. Owns no state. The trial velocities, the midpoints and the
+// stop of the bisection are fixed, since the derivatives of an inversion are differences of exactly these
+// numbers. It is fast because it evaluates eight of them at once (plane_wave_lanes) and ends the scan at the
+// first root where only that one is wanted.
+// Odd on purpose: limits that were single-precision constants keep their value as doubles.
 #include "forward/plane_wave.h"
 
 #include <algorithm>
@@ -21,24 +21,24 @@ namespace {
 
 constexpr double kLowest = 0.800000011920929;      // Kept: single precision; of the smallest shear velocity
 constexpr double kAboveRayleigh = 1.001;           // of the Rayleigh velocity of the stiffest layer
-constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; window of the stray-root sweep
+constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; window against stray roots
 constexpr double kWindowStart = 2.25, kWindowHigh = 1.5;
 constexpr double kBisectionStop = 1e-07;
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr int kUsualLayers = 256;  // more than that are kept on the heap
 constexpr int kTrials = 101;
-constexpr int cModeLimit = 1;       // the fundamental mode goes out
+constexpr int cModeLimit = 1;       // only the fundamental mode is returned
 constexpr int kMaxHalvings = 2200;  // more than there are between any two doubles
 
 static_assert(kLowest == static_cast<double>(0.8f) && kWindowLow == static_cast<double>(0.666f));
 
-/// Velocity and value of the characteristic function there; of the value only the sign is the same
-/// everywhere.
+/// Velocity and value of the characteristic function there; only the sign of the value is the same in all
+/// implementations.
 struct Sample {
   double c, g;
 };
 
-/// The layers above 2 L at one wavelength, with what the formulas need of them.
+/// The layers above 2 L at one wavelength, with their terms of the formulas.
 class Stack {
  public:
   Stack(double L, int n, const double* h, const double* depth, const double* Vs, const double* nu,
@@ -62,7 +62,8 @@ class Stack {
   Stack(const Stack&) = delete;
   Stack& operator=(const Stack&) = delete;
 
-  /// Values at c[0..used-1], used up to kLanes. A velocity that hits one of a layer's is nudged in place.
+  /// Values at c[0..used-1], used up to kLanes. A velocity equal to one of a layer is changed slightly in
+  /// place.
   void Evaluate(double* c, double* g, int used, LayerStiffness* K) const {
     for (int i = used; i < kLanes; ++i) c[i] = c[0];
     const unsigned left = evaluate_(lanes_, c, g);
@@ -97,7 +98,7 @@ class Stack {
   double L_;
 };
 
-/// -1, 0 or 1 as the product of two values would be; 0 for NaNs too.
+/// -1, 0 or 1: the sign of the product of two values; 0 for NaNs too.
 int SignOfProduct(double a, double b) {
   const int sa = (a > 0.0) - (a < 0.0), sb = (b > 0.0) - (b < 0.0);
   return sa * sb;
@@ -107,16 +108,16 @@ bool Wide(double cLow, double cHigh) {
   return std::fabs((cHigh - cLow) / cHigh) >= kBisectionStop;
 }
 
-/// Looks ahead in a bisection. The midpoints of a bisection are settled only one after the other; but with a
-/// guess of the root the coming ones can be told and evaluated together. A wrong guess costs lanes, never a
-/// digit: the bisection takes the values in its own order and only as long as they are at its own midpoints.
+/// Evaluates midpoints of a bisection ahead of time. Each midpoint depends on the sign at the one before; but
+/// with an estimate of the root the next ones can be predicted and evaluated together. A wrong estimate costs
+/// time, never a digit: the bisection uses the values in its own order and only at its own midpoints.
 class LookAhead {
  public:
   void Add(Sample s) {
     if (count_ < kPool) pool_[count_++] = s;
   }
 
-  /// The midpoints to come between lo and hi, at most kLanes, to c; returns their number, at least 1.
+  /// Writes the expected midpoints between lo and hi, at most kLanes, to c; returns their number, at least 1.
   int Plan(const Sample& lo, const Sample& hi, double* c) {
     return lastGain_ < 3 ? PlanTree(lo.c, hi.c, c) : PlanPath(lo.c, hi.c, Guess(lo, hi), c);
   }
@@ -137,7 +138,7 @@ class LookAhead {
     return n;
   }
 
-  /// Both ways at each of three halvings: for functions that no guess fits, such as the vicinity of a pole.
+  /// Both halves at each of three halvings: for functions without a good estimate, for example near a pole.
   static int PlanTree(double lo, double hi, double* c) {
     const double mid = (lo + hi) / 2.0, left = (lo + mid) / 2.0, right = (mid + hi) / 2.0;
     const double all[] = {
@@ -146,7 +147,7 @@ class LookAhead {
     return static_cast<int>(std::size(all));
   }
 
-  /// Inverse interpolation through the nearest samples; the secant of the ends where that leaves the bracket.
+  /// Inverse interpolation through the nearest samples; the secant of the ends if that leaves the bracket.
   double Guess(const Sample& lo, const Sample& hi) {
     KeepNearest((lo.c + hi.c) / 2.0);
     const double root = InverseInterpolation(), a = std::min(lo.c, hi.c), b = std::max(lo.c, hi.c);
@@ -182,7 +183,7 @@ class LookAhead {
   int lastGain_ = kLanes;
 };
 
-/// Bisection; lo and hi end as the last bracket. Returns the last velocity looked at.
+/// Bisection; lo and hi return the last bracket. Returns the last velocity evaluated.
 double Bisect(const Stack& stack, Sample* lo, Sample* hi, LookAhead* ahead, LayerStiffness* K) {
   double last = hi->c;
   int halvings = 0;
@@ -216,8 +217,8 @@ class Scan {
   Scan(const Stack& stack, double cLow, double cHigh)
       : stack_(stack), cLow_(cLow), dc_((cHigh - cLow) / (kTrials - 1)), last_{cLow - dc_, 0.0} {}
 
-  /// For a function that is known to change its sign once at most: leaves out the trials before the change,
-  /// which all have the sign of the first. A value that is 0 or none leaves the scan as it was.
+  /// For a function that changes its sign at most once: skips the trials before the change, which all have
+  /// the sign of the first. A value of 0 or NaN leaves the scan unchanged.
   void SkipToOnlyChange() {
     constexpr int kStep = (kTrials - 1) / (kLanes - 1);
     double c[kLanes], g[kLanes];
@@ -230,13 +231,13 @@ class Scan {
     next_ = known_ = first_ + 1;
   }
 
-  /// Next root in *root; false when the trials are used up.
+  /// Next root in *root; false when no trials are left.
   bool Next(double* root) {
     for (; next_ < kTrials; ++next_) {
       if (next_ == known_) EvaluateMore();
       const Sample now = trial_[next_];
       if (next_ == 0) last_.g = now.g;
-      if (std::isnan(last_.g) || std::isnan(now.g)) continue;  // a value that is none changes nothing
+      if (std::isnan(last_.g) || std::isnan(now.g)) continue;  // a NaN changes nothing
       const Sample before = last_;
       last_ = now;
       const int p = SignOfProduct(before.g, now.g);
@@ -277,25 +278,25 @@ class Scan {
   Sample trial_[kTrials];
 };
 
-/// Upper end of the scan; false when the stiffest layer has no Rayleigh velocity. That is the root of a
-/// uniform half-space, on the same trials as any other.
+/// Upper end of the scan; false when the stiffest layer has no Rayleigh velocity. That velocity is the root
+/// of a uniform half-space, with the same trials as any other.
 bool FastestVelocity(double VsMax, double nu, double rho, double* cMax) {
   const double none[] = {0.0, 0.0}, V[] = {0.0, VsMax}, nus[] = {0.0, nu}, rhos[] = {0.0, rho};
   const Stack stack(1.0, 1, none, none, V, nus, rhos);
   Scan scan(stack, kLowest * VsMax, VsMax);
-  scan.SkipToOnlyChange();  // Rayleigh's equation has one root below Vs, for every Poisson's ratio there is
+  scan.SkipToOnlyChange();  // Rayleigh's equation has one root below Vs for every physical Poisson's ratio
   double root = 0.0;
   if (!scan.Next(&root)) return false;
   *cMax = root * kAboveRayleigh;
   return true;
 }
 
-/// Whether a layer can be one; NaNs cannot.
+/// Whether a layer is physically possible; false for NaNs.
 bool IsGround(double h, double Vs, double rho, double nu) {
   return h >= 0.0 && Vs > 0.0 && rho > 0.0 && nu > -1.0 && nu <= 0.5;
 }
 
-/// The roots of wavelength i that one direction of the stray-root sweep leaves.
+/// The roots of wavelength i that remain after one direction of the sweep against stray roots.
 struct Window {
   double low, high;
 

@@ -2,15 +2,14 @@
 // solvers.
 //
 // Dynamic stiffness method: every layer has an exact 4 by 4 stiffness in wavenumber space (Kausel and
-// Roesset, 1981), the stack is condensed from the surface downward onto the top of the half-space, and the
-// sign of the determinant, pole crossings included, brackets the roots over 101 trial velocities. Used by the
-// sweep driver (analysis type 2, and seeds of the point-load solver) and by the starting model.
+// Roesset, 1981); the stack is condensed from the surface downward to the top of the half-space; the sign of
+// the determinant, pole crossings included, brackets the roots over 101 trial velocities. The sweep driver
+// (analysis type 2, and seeds of the point-load solver) and the starting model use it.
 //
 // Vectors of layers and of wavelengths are shifted pointers, elements 1..n; layer 1 is the top one, layer n
-// the half-space. Units are the caller's, consistent ones: length, length per time, mass density. No function
-// allocates (FS_SASW2D does with more than two wavelengths, or with more layers above 2 L than any table
-// has), none has state, none shows a message. Data that make no sense (zeros, negative values, NaNs)
-// end without a root.
+// the half-space. The caller chooses consistent units: length, length per time, mass density. No function
+// allocates (except FS_SASW2D with more than two wavelengths, or with very many layers above 2 L), has state,
+// or shows a message. Invalid data (zeros, negative values, NaNs) give no root.
 #pragma once
 
 #include "numeric/dcomplex.h"
@@ -40,15 +39,15 @@ struct LayerStiffness {
 /// @param[in,out] c      phase velocities, 1..nWave. An entry without a root stays as it was, unless
 /// wavelengths on
 ///                       both sides have one: then it is interpolated.
-/// Velocities are looked for from 0.800000011920929 of the smallest Vs to 1.001 of the Rayleigh velocity of
-/// the stiffest layer. Kept: that Rayleigh velocity is computed with the Poisson's ratio and density of layer
-/// 1, so the upper end of the scan is off a little when the stiffest layer has another ratio.
+/// The search covers velocities from 0.800000011920929 of the smallest Vs to 1.001 of the Rayleigh velocity
+/// of the stiffest layer. Kept: that Rayleigh velocity is computed with the Poisson's ratio and density of
+/// layer 1, so the upper end of the scan is slightly wrong when the stiffest layer has another ratio.
 void FS_SASW2D(const int* n, const double* h, const double* Vs, const double* Vp, const double* G,
                const double* rho, const double* E, const double* nu, const int* nWave, const double* L,
                double* c);
 
 /// Roots at one wavelength, in the order of the scan: 101 trial velocities from cLow to cHigh, bisection
-/// between trials of different sign. Two roots between neighbouring trials are not seen.
+/// between trials of different sign. Two roots between neighbouring trials are not found.
 /// @param[in]     L           wavelength, above 0
 /// @param[in]     cLow, cHigh first and last trial velocity
 /// @param[in]     h, depth, Vs, nu, rho  layers; depth[1..n] is the depth of each layer's top
@@ -56,17 +55,17 @@ void FS_SASW2D(const int* n, const double* h, const double* Vs, const double* Vp
 /// @param[out]    cRoots, fRoots  velocities and frequencies (c over L), 1..25; entries without a root
 /// untouched
 /// @param[in]     flag        0; no meaning
-/// Layers whose top is 2 L deep or deeper are left out; the deepest of the others acts as the half-space.
+/// Layers with a top at 2 L or deeper are left out; the deepest of the others acts as the half-space.
 void FS_search_(double L, double cLow, double cHigh, const double* h, const double* depth, const double* Vs,
                 const double* nu, const double* rho, int n, int* modeCount, double* cRoots, double* fRoots,
                 int flag);
 
 /// Bisection between two velocities whose values differ in sign, down to a relative width of 1e-7.
-/// @param[in,out] cLow, cHigh  bracket; cHigh returns the last velocity looked at, which is the root
+/// @param[in,out] cLow, cHigh  bracket; cHigh returns the last velocity evaluated, which is the root
 /// @param[in,out] fLow, fHigh  real parts: values at the ends of the bracket (any size, the sign counts)
 /// @param[in]     L, n, Vs, nu, rho, h, depth, flag  as in FS_search_
 /// @param         K            working space
-/// A value of 0 ends it at once, and so does a NaN.
+/// A value of 0 or NaN ends the bisection at once.
 void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, double L, int n, LayerStiffness* K,
              const double* Vs, const double* nu, const double* rho, const double* h, const double* depth,
              int flag);
@@ -75,9 +74,9 @@ void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, doubl
 /// @param[in,out] K      upper-left 2 by 2: in zero (a free surface), out the stiffness at the base of layer
 /// nl
 /// @param[in]     omega  circular frequency
-/// @param[in,out] c      phase velocity. Kept: multiplied by 0.9998999834060669 where it hits the Vs or Vp of
-/// a layer,
-///                       and stays so for the layers below and for the caller; omega does not follow.
+/// @param[in,out] c      phase velocity. Kept: multiplied by 0.9998999834060669 where it equals the Vs or Vp
+///                       of a layer, and not changed back for the layers below and for the caller; omega
+///                       stays.
 /// @param[in]     h, Vs, nu, rho  layers
 /// @param[out]    stopLayer  0, or the layer that is too thick for the waves to reach its base (exponent
 /// above 18):
@@ -86,25 +85,26 @@ void FS_sub_(double* cLow, double* cHigh, dcomplex* fLow, dcomplex* fHigh, doubl
 void FS_strat_(LayerStiffness* K, double omega, double* c, const double* h, const double* Vs,
                const double* nu, const double* rho, int nl, int* stopLayer, dcomplex* D);
 
-/// Adds layer hsLayer as the half-space and gives the value of the characteristic function.
-/// @param[in]  K      condensed stiffness of what lies above, upper-left 2 by 2; all zero for a uniform
-/// half-space
+/// Adds layer hsLayer as the half-space and returns the value of the characteristic function.
+/// @param[in]  K      condensed stiffness of the layers above, upper-left 2 by 2; all zero for a uniform
+///                    half-space
 /// @param[in]  D      its phase
 /// @param[out] F      real part: cosine of the determinant's phase, -1 to 1, 0 where the determinant is 0;
 ///                    imaginary part 0
-/// Kept: of the half-space's stiffness factor only the real part is used, which matters where the wave is
+/// Kept: only the real part of the half-space's stiffness factor is used, which matters where the wave is
 /// faster than the half-space's shear wave.
 void FS_hspace_(const LayerStiffness& K, double omega, double c, int hsLayer, const double* Vs,
                 const double* nu, const double* rho, dcomplex* F, const dcomplex& D);
 
-/// FS_strat_ and FS_hspace_ by value, as the starting model asks for them: the stop layer, and the complex
-/// value whose real part is the test.
+/// FS_strat_ and FS_hspace_ by value, for the starting model: the stop layer, and the complex value whose
+/// real part is tested.
 int FS_strat(LayerStiffness* K, double omega, double* c, const double* h, const double* Vs, const double* nu,
              const double* rho, int nl, dcomplex* D);
 dcomplex FS_hspace(const LayerStiffness& K, double omega, double c, int hsLayer, const double* Vs,
                    const double* nu, const double* rho, const dcomplex& D);
 
-/// Drops roots that do not continue the curve, by a window of velocities that walks along it from both ends.
+/// Removes roots that do not continue the curve, with a window of velocities that moves along it from both
+/// ends.
 /// @param[in]     nWave      number of wavelengths; nothing happens below three
 /// @param[in,out] F          frequencies, (wavelength i, root k), roots of a wavelength in ascending order
 /// @param[in]     L          wavelengths, 1..nWave

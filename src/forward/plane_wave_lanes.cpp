@@ -1,4 +1,4 @@
-// plane_wave_lanes.cpp - picks the eight-lane characteristic function that the processor can run.
+// plane_wave_lanes.cpp - selects the eight-lane characteristic function for the processor.
 // Called by plane_wave.cpp and its tests. Owns no state.
 //
 // The body is compiled once for the plain build and, on x86, once for each of two wider instruction sets.
@@ -13,7 +13,7 @@ namespace sondera {
 namespace {
 
 constexpr double kThick = 18.0;         // exponent from which on the complex formulas end the stack
-constexpr double kNearVelocity = 1e-9;  // r^2 or s^2 below which the complex formulas look whether to nudge
+constexpr double kNearVelocity = 1e-9;  // r^2 or s^2 below which the complex formulas may change c slightly
 constexpr double kDoubt = 1e-14;  // sign in doubt at this part of the terms, times the growth of rounding
 constexpr int kMaxDoublings = 6;
 constexpr double kMaxTurns = 4096.0;  // 4^kMaxDoublings

@@ -1,8 +1,8 @@
 // plane_wave_layers.cpp - condensation of the layers and the half-space, in complex arithmetic.
 //
-// Called by the starting model, and by plane_wave.cpp for the few trial velocities that the eight-lane real
-// formulas leave out. Owns no state. The order of operations is the one that plane_wave_lane_body.inc repeats
-// with real numbers; a change here is a change there.
+// The starting model calls it, and plane_wave.cpp for the few trial velocities that the eight-lane real
+// formulas leave out. Owns no state. plane_wave_lane_body.inc repeats the order of operations with real
+// numbers: change both together.
 #include "forward/plane_wave.h"
 
 #include <cmath>
@@ -12,9 +12,9 @@
 namespace sondera {
 namespace {
 
-constexpr double kNudge = 0.9998999834060669;  // Kept: single precision; the step off a velocity of a layer
+constexpr double kNudge = 0.9998999834060669;  // Kept: single precision; moves c off a layer velocity
 constexpr double kThick = 18.0;  // exponent from which on waves do not reach the base of a layer
-constexpr int kMaxNudges = 64;   // two are the most that sound data need
+constexpr int kMaxNudges = 64;   // valid data need two at most
 
 using Z = dcomplex;
 
@@ -22,8 +22,7 @@ Z FromOne(Z a) {
   return {1.0 - a.re, -a.im};
 }
 
-/// Zdiv, save that a zero divisor does not end the process: it gives NaNs, and they end as "no
-/// root".
+/// As Zdiv, but a zero divisor does not end the process: it gives NaNs, and the search then finds no root.
 Z Over(Z a, Z b) {
   if (std::fabs(b.im) < std::fabs(b.re)) {
     const double t = b.im / b.re, den = (t * t + 1.0) * b.re;
@@ -84,7 +83,8 @@ void SetLayerTerms(LayerStiffness& K, const LayerWaves& w, double h) {
   K(2, 4) = T * (w.s * S2 - Over(S1, w.r));
 }
 
-/// Gauss elimination of the two degrees of freedom at the layer's top; moves the rest up and turns the phase.
+/// Gauss elimination of the two degrees of freedom at the layer's top; moves the rest up and updates the
+/// phase.
 void EliminateTop(LayerStiffness& K, dcomplex* D) {
   for (int i = 1; i <= 2; ++i) {
     const Z P = Over({1.0, 0.0}, K(i, i));

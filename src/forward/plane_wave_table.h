@@ -1,7 +1,7 @@
 // plane_wave_table.h - phase velocity of the fundamental plane Rayleigh wave at any frequency.
 //
-// The solver takes wavelengths; a table over all that matter answers for frequencies. Called where lines of a
-// spectrum need their wavelength. Units are those of the layers.
+// The solver needs wavelengths; a table of velocities over the relevant range gives them for frequencies.
+// Used where lines of a spectrum need their wavelength. Units are those of the layers.
 #pragma once
 
 #include <vector>
@@ -16,14 +16,14 @@ struct PlaneWaveLayer {
 class PlaneWaveTable {
  public:
   PlaneWaveTable() = default;  ///< no curve: velocity 0 everywhere
-  /// Solves at 600 wavelengths, evenly in the logarithm, from 100 times the depth of the half-space to a tenth
-  /// of the first layer. Layers must make sense.
+  /// Solves at 600 wavelengths, evenly in the logarithm, from 100 times the depth of the half-space to a
+  /// tenth of the first layer. The layers must be valid.
   explicit PlaneWaveTable(const std::vector<PlaneWaveLayer>& layers);
 
   /// Every wavelength has a root, and frequency grows with each of them: a single curve.
   bool Whole() const { return whole_; }
 
-  /// Linear between the entries, level beyond both ends. Where a frequency has several wavelengths, the
+  /// Linear between the entries, constant beyond both ends. Where a frequency has several wavelengths, the
   /// longest counts. 0 when no wavelength had a root.
   double Velocity(double frequency) const;
   /// The same for a wavelength.
@@ -33,7 +33,7 @@ class PlaneWaveTable {
 
  private:
   bool whole_ = true;
-  // ascending frequencies, and what goes with them; negative wavelengths, so that they ascend too
+  // ascending frequencies and their values; negative wavelengths, so that they ascend too
   std::vector<double> freq_, vel_, minusWlen_;
 
   double Interpolate(const std::vector<double>& x, double at) const;

@@ -1,9 +1,9 @@
-// point_load.cpp - the repetition that makes mesh, node line and apparent wavelength agree.
+// point_load.cpp - repeats the evaluation until mesh, node line and apparent wavelength agree.
 //
-// Called by the sweeps, once per dispersion point and set-up; the modes (green_modes.cpp) are what it costs.
-// Owns no state. Odd on purpose: failed modes leave the caller's velocity in place, a failed repetition gives
-// 0; a phase that does not grow between the receivers ends the repetition at once; the unwrapping looks at
-// signs alone.
+// The sweeps call it once per dispersion point and set-up; most of its time is for the modes
+// (green_modes.cpp). Owns no state. Odd on purpose: failed modes leave the caller's velocity unchanged, a
+// failed repetition gives 0; a phase that does not grow between the receivers ends the repetition at once;
+// the unwrapping uses signs only.
 #include "forward/point_load.h"
 
 #include <algorithm>
@@ -39,7 +39,7 @@ bool InRange(double x, double above, double atMost) {
 }
 
 bool CheckLayer(const GroundColumns& t, int l, bool graded, std::string* why) {
-  constexpr double kLarge = 1e+30;  // stands in the sentences
+  constexpr double kLarge = 1e+30;  // appears in the sentences
   const double h = t.layerH[l];
   if (!(h >= 0.0 && h <= kLarge) || (h == 0.0 && !graded)) {
     return Refuse(why, "The thickness %g of layer %d is not above 0 and at most 1e+30.", h, l);
@@ -84,12 +84,12 @@ void Grow(std::vector<T>& v, int n) {
   if (v.size() < static_cast<std::size_t>(n)) v.resize(static_cast<std::size_t>(n));
 }
 
-/// Inserts a node after all with a position up to its own.
+/// Inserts a node after all nodes with a position up to its own.
 void Insert(std::vector<LineNode>& line, double x, int setup, int side) {
   line.insert(line.begin() + (FS_LocateInsertNode(line, x) + 1), LineNode{x, setup, side});
 }
 
-/// Appends the node i of the grid with the built-in receivers that stand on it.
+/// Appends node i of the grid with the built-in receivers at its place.
 void AppendGridNode(std::vector<LineNode>& line, int i, double x) {
   struct Place {
     int node, setup, side;
@@ -259,7 +259,7 @@ int FS_Chief(const PointLoadInput& in, PointLoadWork& work, double loadRadius, d
 
 namespace {
 
-/// What is asked of one dispersion point.
+/// Settings of one dispersion point.
 struct PairQuestion {
   int point, slot, setup;
   double f, L0;   // frequency, seed wavelength
@@ -296,7 +296,7 @@ void PhaseAlongLine(PointLoadWork& work) {
   FS_PhasePlot(2, work.nReportNodes, work.x.data(), phi);
 }
 
-/// What one evaluation gave.
+/// Result of one evaluation.
 struct Pass {
   double Lnew = 0.0, V = 0.0, A = 0.0;
   double dif = 0.0, dif2 = 0.0;
@@ -329,8 +329,8 @@ PointLoadStatus EvaluateLine(const PointLoadInput& in, PointLoadWork& work, cons
   return PointLoadStatus::kResult;
 }
 
-/// Wavelength, velocity and amplitude ratio of the pair from the evaluated line, and how far they are from the
-/// wavelength Lc of the line and from the seed. A phase that does not grow counts as no agreement at all.
+/// Wavelength, velocity and amplitude ratio of the pair from the evaluated line, and their differences from
+/// the wavelength Lc of the line and from the seed. A phase that does not grow counts as no agreement.
 Pass PairResult(const PointLoadWork& work, const PairQuestion& q, const PairNodes& nodes, double Lc,
                 double* recAmp) {
   const auto near = static_cast<std::size_t>(nodes.near), far = static_cast<std::size_t>(nodes.far);

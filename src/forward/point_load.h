@@ -2,10 +2,10 @@
 //
 // A load on a small disk excites the ground at one frequency; the vertical displacement at a line of nodes
 // gives the phase lag between the two receivers of a set-up, and so the velocity that a two-receiver field
-// test would see, with body waves, higher modes and the near field in it. Mesh and node line depend on the
-// wavelength that comes out, so the evaluation is repeated until both agree. Called by the sweeps. Everything
-// that it reads is in PointLoadInput; everything that it works on in PointLoadWork, which is the caller's and
-// is reused: from the second evaluation of a size on nothing is allocated.
+// test would measure, including body waves, higher modes and the near field. Mesh and node line depend on the
+// resulting wavelength, so the evaluation is repeated until both agree. The sweeps call it. All its input is
+// in PointLoadInput, all its work space in PointLoadWork, which the caller owns and reuses: from the second
+// evaluation of a size on nothing is allocated.
 #pragma once
 
 #include <string>
@@ -51,7 +51,7 @@ struct PointLoadInput {
 enum class PointLoadStatus {
   kResult,    ///< velocity and amplitude found
   kNoResult,  ///< velocity 0: the repetition found no wavelength
-  kSeedKept,  ///< the modes were incomplete: velocity and amplitude are what the caller gave
+  kSeedKept,  ///< the modes were incomplete: velocity and amplitude are the caller's values
   kBadInput,  ///< velocity 0: a setting, a layer or the seed is out of range, or the mesh would be too large
 };
 
@@ -62,7 +62,7 @@ struct LineNode {
   int side = 0;  ///< 1 nearer receiver, 2 farther receiver, 0 no receiver
 };
 
-/// Work space, and the state of the evaluation that ran last. Vectors count from 1.
+/// Work space, and the state of the last evaluation. Vectors count from 1.
 struct PointLoadWork {
   PointLoadStatus status = PointLoadStatus::kNoResult;
   int passes = 0;         ///< repetitions
@@ -77,19 +77,18 @@ struct PointLoadWork {
 
   SubLayerMesh mesh;
   ThinLayerMatrices matrices;
-  ThinLayerModes modes;  ///< the motion of the surface alone
+  ThinLayerModes modes;  ///< the motion of the surface only
   GreenWork green;
 };
 
-/// Whether the settings and layers can be worked with; if not, *why (if given) gets a sentence that names
-/// what is out of what range.
+/// Whether the settings and layers are valid; if not, *why (if given) gets a sentence that names the value
+/// and its range.
 bool CheckPointLoadInput(const PointLoadInput& in, std::string* why);
 
 /// One dispersion point.
 /// @param[in]     freq        frequency, element 1
-/// @param[in,out] vel         apparent phase velocity, element 1; 0 without a result; as it was when the
-/// modes
-///                            fail
+/// @param[in,out] vel         apparent phase velocity, element 1; 0 without a result; unchanged when the
+///                            modes fail
 /// @param[in,out] amp         amplitude ratio of farther over nearer receiver, element 1; as vel
 /// @param[in]     wavelength  seed wavelength, element 1
 /// @param[in]     iPoint      minus the number of the point
@@ -109,8 +108,8 @@ int FS_Chief(const PointLoadInput& in, PointLoadWork& work, double loadRadius, d
 /// too many.
 bool FS_PreMesh(const PointLoadInput& in, PointLoadWork& work, double L);
 
-/// Nodes of the grid: up to four wavelengths or the farthest receiver, spacing dx. One more than
-/// kMaxLineNodes for all that is too many.
+/// Nodes of the grid: up to four wavelengths or the farthest receiver, spacing dx. If there are too many:
+/// kMaxLineNodes + 1.
 int FS_GetNoSpatialNodes(const PointLoadInput& in, double dx, double L);
 constexpr int kMaxLineNodes = 20000;
 
@@ -121,23 +120,24 @@ int FS_SetUpNodes(const PointLoadInput& in, PointLoadWork& work, int iPoint, dou
 /// Index of the last entry with position <= x, -1 before the head.
 int FS_LocateInsertNode(const std::vector<LineNode>& line, double x);
 
-/// Index of a distance in the list by exact equality. A new one is entered in order, and the result is 0.
+/// Index of a distance in the list by exact equality. A new distance is inserted in order, and the result is
+/// 0.
 int FS_stackRec(StackList& list, double x);
 
 /// Hook after the raw phases (stage 1) and after unwrapping (stage 2). Does nothing.
 void FS_PhasePlot(int stage, int nNodes, const double* x, const double* phase);
 
-/// What follows a pass of the repetition.
+/// Next step after a pass of the repetition.
 enum class PassOutcome { kAccept, kRepeat, kGiveUp };
 
-/// Decides on a pass.
+/// Decides on the next step after a pass.
 /// @param[in] dif          relative change of the wavelength against the pass before
 /// @param[in] dif2         relative change against the seed; exactly 5 is still accepted, but does not repeat
 /// @param[in] passCounter  passes so far, or a number above 5 to end the repetition
 PassOutcome JudgePass(double dif, double dif2, double wlTolerance, int passCounter);
 
-/// Unwraps phase lags in degrees along the line, in place: a lag at or below 0 that follows one above 0 (or
-/// starts the line) begins the next cycle. Relies on nodes a quarter of a wavelength apart.
+/// Unwraps phase lags in degrees along the line, in place: a lag at or below 0 after one above 0 (or at the
+/// start of the line) begins the next cycle. Requires nodes a quarter of a wavelength apart.
 void UnwrapLine(double* phase, int nNodes);
 
 }  // namespace sondera

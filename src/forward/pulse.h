@@ -1,8 +1,8 @@
-// pulse.h - the force that makes a computed record: its shape over time and its spectrum.
+// pulse.h - the force of a computed record: its shape over time and its spectrum.
 //
-// The two shapes have closed spectra; a force from a file is resampled and transformed. Largest force 1,
-// positive downward, spectra with exp(-i omega t) under the integral, so that a record is the sum of lines
-// times exp(+i omega t). Owns no state.
+// The spectra of the two shapes have closed forms; a force from a file is resampled and transformed. Largest
+// force 1, positive downward, spectra with exp(-i omega t) under the integral, so a record is the sum of
+// lines times exp(+i omega t). Owns no state.
 #pragma once
 
 #include <complex>
@@ -21,17 +21,17 @@ struct SourceSamples {
 /// Force at time t.
 ///   hammer  (1 - cos(pi fc t)) / 2 for 0 <= t <= 2 / fc
 ///   Ricker  (1 - 2a) exp(-a), a = (pi fc (t - 1.5 / fc))^2
-/// Another shape has no closed form: 0.
+/// Any other shape has no closed form: 0.
 double PulseForce(int shape, double fc, double t);
 
 /// Its Fourier transform at frequency f, force times s.
 std::complex<double> PulseSpectrum(int shape, double fc, double f);
 
-/// Whether a source can be used: two samples at least, finite, times ascending.
+/// Whether a source is valid: at least two samples, finite, times ascending.
 Refusal CheckSource(const SourceSamples& source);
 
 /// n samples of a source at 0, deltaT, ..., linear between its samples and 0 outside. A source that begins
-/// before 0 begins at 0 instead.
+/// before 0 is shifted to begin at 0.
 std::vector<double> ResampleSource(const SourceSamples& source, double deltaT, int n);
 
 /// Time from the beginning to the end of the force.

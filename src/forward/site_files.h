@@ -1,4 +1,4 @@
-// site_files.h - records of a synthetic site as files of the import.
+// site_files.h - writes records of a synthetic site as import files.
 //
 // Text in the C locale, nine digits, one line per sample or spectral line. Callers: the examples and tests.
 #pragma once
@@ -12,8 +12,8 @@
 namespace sondera {
 
 /// The survey of the examples: the standard ground, a single hammer blow at 0 m, receivers at 10, 14, 22, 30,
-/// 42 and 54 m, 2048 samples of 1 ms, a tenth of a second of them before the blow. Wind spoils what lies
-/// below 7 Hz: there the phase is noise, and without masks most pairs count a wrong number of cycles.
+/// 42 and 54 m, 2048 samples of 1 ms, a tenth of a second of them before the blow. Wind noise dominates below
+/// 7 Hz: there the phase is noise, and without masks most pairs count a wrong number of cycles.
 SyntheticSite ExampleSite();
 SiteRecording ExampleRecording();
 
@@ -33,7 +33,7 @@ struct SiteSpectra {
 SiteSpectra MeanSpectra(const SiteSimulator& site, const SiteRecording& recording, int nBlows);
 
 /// The pair of the examples: the receivers at 14 and 30 m, five blows; its transfer function is cut to the
-/// band that carries the wave, 0 to 62 Hz.
+/// band of the wave, 0 to 62 Hz.
 SiteSpectra ExamplePair(const SiteSimulator& site);
 inline constexpr std::size_t kExamplePairLines = 128;
 
@@ -45,8 +45,8 @@ std::string TimFileText(const SiteRecording& recording, const std::vector<double
 std::string SpectrumFileText(double deltaF, const std::vector<std::complex<double>>& values,
                              std::size_t lines = 0);
 
-/// Dispersion curve of the ground at a frequency for each point: frequency, velocity, half width (0),
-/// wavelength; evenly spaced in the logarithm from `from` to `to`. Lines that begin with # say what it is.
+/// Dispersion curve of the ground, for each point: frequency, velocity, half width (0), wavelength; evenly
+/// spaced in the logarithm from `from` to `to`. Lines that begin with # describe it.
 std::string TrueCurveText(const SiteSimulator& site, double from, double to, int points);
 
 /// Layers of the ground: depth of the top, thickness (0 for the half-space), shear-wave velocity.

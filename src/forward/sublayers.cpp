@@ -1,7 +1,7 @@
 // sublayers.cpp - cutting layers into sublayers, evenly or by zones.
 //
-// Called by the point-load solver once per pass. Owns no state. Counting and filling run the same walk with
-// the same additions, so that both always agree on the number of sublayers.
+// The point-load solver calls it once per pass. Owns no state. Counting and filling use the same loop with
+// the same additions, so both always agree on the number of sublayers.
 #include "forward/sublayers.h"
 
 #include <algorithm>
@@ -11,10 +11,9 @@ namespace sondera {
 namespace {
 
 constexpr int kMaxZones = 100;
-constexpr int kMostSubLayers = 2'000'000'000;  // of one thick layer; the mesh takes those down to its end
+constexpr int kMostSubLayers = 2'000'000'000;  // of one thick layer; the mesh then uses those above its end
 constexpr double kRoundingNoise = 1e-9;
-constexpr double kTwoThirds =
-    0.6666667;  // Kept: seven digits, in the bulk modulus (which no result depends on)
+constexpr double kTwoThirds = 0.6666667;  // Kept: seven digits, in the bulk modulus (no result depends on it)
 
 /// First layer whose bottom lies below the depth, the last layer if none does.
 int LastLayerDownTo(const GroundColumns& layers, double depth) {
@@ -64,7 +63,7 @@ struct ZonePart {
   double thickness = 0.0;
 };
 
-/// Sublayers no thicker than those of a whole zone of thickness T; none in what rounding leaves.
+/// Sublayers no thicker than those of a whole zone of thickness T; none for a remainder from rounding.
 ZonePart PartOfZone(double part, double T, int nSub) {
   if (!(part > kRoundingNoise * T)) return {};
   const int n = SubLayerCount(part / (T / nSub));

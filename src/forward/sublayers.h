@@ -1,8 +1,8 @@
-// sublayers.h - how the layered ground is cut into the thin sublayers of the point-load solver.
+// sublayers.h - cuts the layered ground into the thin sublayers of the point-load solver.
 //
 // Type 3 cuts each layer evenly for the wavelength; type 4 grades the mesh: zones of growing thickness,
-// measured from the surface, each cut into the same number of sublayers. Both end at the depth of wavelength
-// * fDispBulb. Called by the point-load solver; owns no state. Depths and thicknesses are in the unit of the
+// measured from the surface, each cut into the same number of sublayers. Both end at the depth wavelength *
+// fDispBulb. The point-load solver calls it; owns no state. Depths and thicknesses are in the unit of the
 // layer table.
 #pragma once
 
@@ -12,8 +12,9 @@
 
 namespace sondera {
 
-/// The columns of a LayeredGround as the solver reads them, borrowed: pointers p with p[1] the surface layer, p[nLayersCur] the half-space
-/// (whose thickness is used as the table gives it: a thin last row ends the mesh early). Owns nothing.
+/// The columns of a LayeredGround for the solver, borrowed: pointers p with p[1] the surface layer,
+/// p[nLayersCur] the half-space (with its thickness from the table: a thin last row ends the mesh early).
+/// Owns nothing.
 struct GroundColumns {
   int nLayersCur = 0;
   const double* layerH = nullptr;     ///< thickness
@@ -30,7 +31,7 @@ struct MeshSettings {
   bool iMeshGraded = false;            ///< type 4
 };
 
-/// Most sublayers of one mesh. A mesh that needs more is not made: the eigenproblem grows with the square.
+/// Most sublayers of one mesh. A larger mesh is refused: the eigenproblem grows with the square.
 constexpr int kMaxSubLayers = 1000;
 
 /// The mesh: vectors over the sublayers, indices 1..count used. The storage only grows.
@@ -39,20 +40,19 @@ struct SubLayerMesh {
   double depth = 0.0;  ///< bottom of the last sublayer
   std::vector<double> thick, G, rho, nu, damp, Vs, bottom, lambda, bulk, top;
 
-  /// Empties the mesh and makes room for n sublayers.
+  /// Clears the mesh and allocates n sublayers.
   void Start(int n);
 };
 
-/// Number of sublayers for a ratio x of thickness to target thickness: the next integer above, at least 1,
-/// where an excess of up to 1e-9 over an integer counts as rounding noise. At most 2 billion, also for a
-/// NaN.
+/// Number of sublayers for a ratio x of thickness to target thickness: the next integer above, at least 1; an
+/// excess of up to 1e-9 over an integer counts as rounding error. At most 2 billion, also for a NaN.
 int SubLayerCount(double x);
 
 /// Thickness of zone k (from 1) of the graded mesh: t0, then t0 doubling from zone 3, never more than nSub *
 /// t0.
 double ZoneThickness(int k, int nSub, double t0);
 
-/// How one layer meets the zones of the graded mesh.
+/// Position of one layer relative to the zones of the graded mesh.
 /// @param[in]  layer     1..nLayersCur
 /// @param[in]  nSub, t0  sublayers per zone; thickness of the first zone
 /// @param[in]  maxDepth  depth where the mesh ends
@@ -60,8 +60,8 @@ double ZoneThickness(int k, int nSub, double t0);
 /// @param[out] nBot, hBot      the same for the zone that holds its bottom (or maxDepth)
 /// @param[out] zoneTop, zoneBot  numbers of these zones
 /// All six are 0 for a layer that starts at maxDepth or below. A part of at most 1e-9 of its zone counts as
-/// nothing. Beyond zone 100 the outputs stay as they were: callers clear them. Kept: the part in the top zone
-/// is limited by the layer's whole thickness, not by maxDepth; the mesh is cut where it is filled.
+/// nothing. Beyond zone 100 the outputs are not written: callers clear them first. Kept: the part in the top
+/// zone is limited by the layer's whole thickness, not by maxDepth; the filling cuts the mesh.
 void FS_GetSubLParm(const GroundColumns& layers, int layer, int nSub, double t0, double maxDepth, int& nTop,
                     double& hTop, int& nBot, double& hBot, int& zoneTop, int& zoneBot);
 
@@ -70,8 +70,8 @@ void FS_GetSubLParm(const GroundColumns& layers, int layer, int nSub, double t0,
 void FS_CountNLA(const int* nSub, double* cumDepth, const double* thick, int* nSublayers,
                  const double* maxDepth);
 
-/// The recording twin of FS_CountNLA: appends up to nSub sublayers of one thickness with the properties of a
-/// layer.
+/// The same walk as FS_CountNLA, but it appends up to nSub sublayers of one thickness with the properties of
+/// a layer.
 void FS_SetMesh(const GroundColumns& layers, int layer, const int* nSub, double* cumDepth,
                 const double* thick, SubLayerMesh& mesh, const double* maxDepth);
 

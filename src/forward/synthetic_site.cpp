@@ -15,15 +15,15 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
-constexpr double kReferenceDistance = 10.0;  // where a middling blow has peak 1
-constexpr double kNearest = 0.1;             // the far-field amplitude makes no sense at the source
+constexpr double kReferenceDistance = 10.0;  // distance at which an average blow has peak 1
+constexpr double kNearest = 0.1;             // the far-field amplitude is not valid at the source
 constexpr double kGeophoneDamping = 0.6;
-constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow turns round
-constexpr double kRinging = 1.0;        // s; a geophone is at rest again after that
+constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow changes its sign
+constexpr double kRinging = 1.0;        // s; after that a geophone is at rest again
 constexpr int kMostSamples = 1 << 24;
-constexpr int kLowNoiseOrder = 8;  // how steeply the low noise ends
+constexpr int kLowNoiseOrder = 8;  // slope at the end of the low noise
 
-/// Streams of random numbers that a record draws from.
+/// Streams of random numbers for a record.
 enum Stream : std::uint64_t { kStrength = 1, kHumPhase = 2, kFirstChannel = 16 };
 
 RandomNumbers StreamOf(const SyntheticSite& site, int blow, std::uint64_t stream) {
@@ -72,10 +72,10 @@ Complex Geophone(double f, double natural) {
   return s * s / (s * s + 2.0 * kGeophoneDamping * s + 1.0);
 }
 
-/// Length of the transforms. What arrives behind the end of the record must not come back in at its
-/// beginning: `latest` is the time at which the last of the wave is over.
+/// Length of the transforms. A wave that arrives after the end of the record must not wrap around to its
+/// beginning: `latest` is the time at which the last wave has passed.
 int TransformLength(const SiteRecording& r, double latest) {
-  constexpr int kLongest = 1 << 22;  // for the sake of `latest`; nSamples may ask for more
+  constexpr int kLongest = 1 << 22;  // limit for `latest`; nSamples may require more
   int n = 4;
   while (n < 2 * r.nSamples || (n < kLongest && n * r.deltaT < latest - r.firstTime)) n *= 2;
   return n;
@@ -123,7 +123,7 @@ void SiteSimulator::MakeTable() {
   for (const SiteLayer& l : site_.layers) layers.push_back({l.thickness, l.Vs, l.density, l.nu});
   table_ = PlaneWaveTable(layers);
   if (table_.Whole()) return;
-  // A mode that leaps is no ground for a record: the wave of a frequency would not be one.
+  // A phase velocity with jumps allows no record: a frequency would not have one wave.
   fault_ = "The ground of the site has no fundamental mode at all wavelengths.";
   table_ = {};
 }
@@ -158,7 +158,7 @@ SiteRecord SiteSimulator::Record(const SiteRecording& recording, int blow) const
   const double blowSize = scale_ * (1.0 + site_.blowSpread * deviations);
   const double phase1 = kTwoPi * humPhase.Uniform(), phase3 = kTwoPi * humPhase.Uniform();
 
-  // What all receivers have in common: the blow through the geophone, and the wavenumber.
+  // The part that all receivers share: the blow through the geophone, and the wavenumber.
   std::vector<Complex> common(half);
   std::vector<double> wavenumber(half, 0.0);
   for (std::size_t k = 1; k < half; ++k) {
@@ -186,7 +186,7 @@ SiteRecord SiteSimulator::Record(const SiteRecording& recording, int blow) const
       im[im.size() - k] = -im[k];
     }
     InvFFT(re.data(), im.data(), n);
-    const double pickup = site_.hum * (0.5 + random.Uniform());  // cables differ
+    const double pickup = site_.hum * (0.5 + random.Uniform());  // cable lengths differ
     std::vector<double> samples(static_cast<std::size_t>(recording.nSamples));
     for (std::size_t i = 0; i < samples.size(); ++i) {
       const double turn =

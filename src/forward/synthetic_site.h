@@ -1,13 +1,13 @@
-// synthetic_site.h - records of a hammer blow on layered ground whose truth is known.
+// synthetic_site.h - records of a hammer blow on a known layered ground.
 //
 // The wave is the fundamental Rayleigh mode of the layers: its phase velocity is that of the plane-wave
 // solver, its amplitude falls with 1 / sqrt(distance) and by damping. There is no near field, no body wave
-// and no higher mode. On top come noise of three kinds: even over the band, strong at low frequency, and the
-// hum of the mains. Callers: the examples, tests, and whatever needs a site without going to one. Owns no
-// state.
+// and no higher mode. Three kinds of noise are added: even over the band, strong at low frequency, and the
+// hum of the mains. Callers: the examples, tests, and everything that needs records without a field test.
+// Owns no state.
 //
-// Lengths in m, times in s, frequencies in Hz. Amplitudes are shares of the peak that a middling blow has 10
-// m from the source. Equal settings, seed and blow number give equal numbers.
+// Lengths in m, times in s, frequencies in Hz. Amplitudes are shares of the peak of an average blow 10 m from
+// the source. Equal settings, seed and blow number give equal numbers.
 #pragma once
 
 #include <cstdint>
@@ -43,7 +43,7 @@ struct SyntheticSite {
   std::uint64_t seed = 1;
 };
 
-/// Where and how long a blow is recorded.
+/// Positions of receivers and length of the record of a blow.
 struct SiteRecording {
   double source = 0.0;
   std::vector<double> receivers;  ///< on either side of the source, 0.1 m from it at least
@@ -59,16 +59,16 @@ class SiteSimulator {
  public:
   explicit SiteSimulator(SyntheticSite site);
 
-  /// Why there can be no record, "" when there can.
+  /// Why no record is possible, "" when it is.
   const std::string& Fault() const { return fault_; }
   std::string Fault(const SiteRecording& recording) const;
 
-  /// Record of a blow; blows count from any number. Empty where Fault(recording) is not "".
+  /// Record of a blow; the number of a blow may be any integer. Empty where Fault(recording) is not "".
   SiteRecord Record(const SiteRecording& recording, int blow) const;
 
   /// Phase velocity of the ground, m/s, within 1e-4 of the plane-wave solver's; 0 with a fault. Beyond the
-  /// ends of its table, 100 times the depth of the half-space and a tenth of the first layer in wavelength,
-  /// it is level.
+  /// ends of its table (wavelengths of 100 times the depth of the half-space, and of a tenth of the first
+  /// layer) it is constant.
   double PhaseVelocity(double frequency) const;
 
   const SyntheticSite& Site() const { return site_; }

@@ -21,7 +21,7 @@ constexpr double kStrongForce = 1e-2;    // of the largest line: too much at the
 constexpr double kSlowestOverVs = 0.85;  // slowest wave over the lowest Vs
 constexpr double kSpanOverCenter = 8.0;
 constexpr double kLengthsOfFit = 2.0;   // record over the time needed
-constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow turns round
+constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow changes its sign
 constexpr int kMostBlows = 1000;
 constexpr std::size_t kMostBlowSamples = std::size_t{1} << 26;
 
@@ -50,7 +50,7 @@ double PeakOf(const std::vector<double>& trace) {
   return peak;
 }
 
-/// i omega to the power that makes the motion from displacement.
+/// Power of i omega that converts displacement to the motion.
 Complex MotionFactor(WaveformMotion motion, double omega) {
   if (motion == WaveformMotion::kVelocity) return {0.0, omega};
   if (motion == WaveformMotion::kAcceleration) return -omega * omega;

@@ -1,9 +1,9 @@
-// waveform.h - records of a vertical blow on a layered ground, computed with all of its waves.
+// waveform.h - records of a vertical blow on a layered ground, computed with all wave types.
 //
-// The closed loop of a survey: a ground that is known, its records, and what the analysis makes of them. The
-// response of waveform_lines.h times the spectrum of the force, transformed to time. There is no noise in it
-// unless blows with noise are made of it. Called by the panel of the waveforms and by scripts, which hand over
-// plain values. Units as in waveform_lines.h; times in s. Owns no state.
+// Closes the loop of a survey: a known ground, its records, and the result of the analysis. The response of
+// waveform_lines.h times the spectrum of the force, transformed to time. It contains no noise, except in
+// blows with noise. The panel of the waveforms and scripts call it with plain values. Units as in
+// waveform_lines.h; times in s. Owns no state.
 #pragma once
 
 #include <complex>
@@ -16,11 +16,11 @@
 
 namespace sondera {
 
-/// What a receiver measures.
+/// Quantity that a receiver measures.
 enum class WaveformMotion : int { kVelocity = 0, kDisplacement = 1, kAcceleration = 2 };
 
 struct WaveformSetup {
-  PulseRecord pulse;     ///< deltaT and timeLength are derived anew
+  PulseRecord pulse;     ///< deltaT and timeLength are derived again
   SourceSamples source;  ///< of shape kPulseFile
   WaveformSite site;
   WaveformMotion motion = WaveformMotion::kVelocity;
@@ -39,14 +39,14 @@ struct WaveformResult {
   WaveformLines lines;
   std::vector<std::complex<double>> force;  ///< spectrum of the force at the lines
   WaveformRecord record;
-  std::vector<std::string> notes;  ///< what a person should know about the record
+  std::vector<std::string> notes;  ///< messages about the record
 };
 
-/// Time that a record needs at least: the force, and the way of the slowest wave to the last receiver. Taken
-/// twice by FitToSite, so that what comes late does not return at the beginning.
+/// Shortest length of a record: the force, and the travel time of the slowest wave to the last receiver.
+/// FitToSite doubles it, so that late waves do not wrap around to the beginning.
 double TimeNeeded(const WaveformSetup& setup);
 
-/// Whether a record can be made. A record that is too short is told which length it needs.
+/// Whether a record is possible. The message for a record that is too short names the length that it needs.
 Refusal CheckWaveform(const WaveformSetup& setup);
 
 /// Centre frequency, span and points for the layers and receivers: the wavelength of the centre frequency lies
@@ -58,8 +58,8 @@ Refusal FitToSite(const WaveformSetup& setup, PulseRecord& pulse);
 /// `result` changes only when all is done; a halt refuses without a reason.
 Refusal GenerateWaveform(const WaveformSetup& setup, Listener& listener, WaveformResult& result);
 
-/// The record of given lines. Its line 0 is 0; a displacement whose force has a mean gets its level from the
-/// time before the first wave can arrive, which is at rest.
+/// The record of given lines. Its line 0 is 0; a displacement whose force has a mean is shifted so that it is
+/// at rest before the first wave can arrive.
 WaveformRecord RecordOfLines(const WaveformSetup& setup, const WaveformLines& lines,
                              const std::vector<std::complex<double>>& force);
 
@@ -75,7 +75,7 @@ struct BlowSettings {
 };
 
 /// Records of several blows on one ground. The noise is equally strong at all receivers and independent
-/// between them and between blows; strength and phase of the hum are those of the blow. Equal settings give
+/// between receivers and between blows; strength and phase of the hum belong to the blow. Equal settings give
 /// equal numbers. Refuses numbers out of range.
 Refusal MakeBlows(const WaveformRecord& record, const BlowSettings& settings,
                   std::vector<WaveformRecord>& blows);

@@ -12,7 +12,7 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kEndless = 1e+30;  // thickness of the half-space: the mesh ends by its depth
+constexpr double kEndless = 1e+30;  // thickness of the half-space: the depth of the mesh limits it
 constexpr double kRadiusOverWavelength = 1e-4;
 constexpr double kRadiusOverDistance = 0.01;
 

@@ -1,8 +1,9 @@
 // waveform_lines.h - frequency response of a layered ground under a vertical point load, line by line.
 //
 // Each line is one evaluation of the point-load solver: a graded mesh for the wavelength that the plane wave
-// has at that frequency, four wavelengths deep at least, and all receivers as nodes of the one evaluation.
-// The response has body waves, higher modes and near field in it. Damping is the same at all frequencies.
+// Each line is one evaluation of the point-load solver: a graded mesh for the plane wave's wavelength at that
+// frequency, four wavelengths deep at least, and all receivers as nodes of the same evaluation.
+// The response includes body waves, higher modes and near field. Damping is the same at all frequencies.
 // Called by waveform.h. Units are those of the layers: lengths, velocities in that length per second, and
 // density; forces in density times velocity squared times length squared. Time factor exp(+i omega t), load
 // and motion positive downward. Owns no state.
@@ -24,7 +25,7 @@ struct WaveformLayer {
   double damping = 0.02;  ///< damping ratio
 };
 
-/// What a line needs to know.
+/// Settings for the computation of a line.
 struct WaveformSite {
   std::vector<WaveformLayer> layers;
   std::vector<double> receivers;       ///< distances from the source, above 0, ascending
@@ -40,12 +41,12 @@ inline constexpr int kMostWaveformReceivers = 1000;
 /// Displacements of one frequency. Keeps its work space.
 class LineSolver {
  public:
-  /// Layers are taken as they are, without the least damping. They and the receivers must make sense.
+  /// Layers are used as given, without the least damping. They and the receivers must be valid.
   explicit LineSolver(const WaveformSite& site);
   LineSolver(const LineSolver&) = delete;
   LineSolver& operator=(const LineSolver&) = delete;
 
-  /// Load radius for a mesh wavelength: small against it and against the nearest receiver.
+  /// Load radius for a mesh wavelength: small compared with it and with the nearest receiver.
   double LoadRadius(double wavelength) const;
 
   /// Vertical displacement of each receiver for a force of 1. False, with 0 everywhere, when the solver does
@@ -72,13 +73,13 @@ struct WaveformLines {
 /// Whether a site can be computed.
 Refusal CheckWaveformSite(const WaveformSite& site);
 
-/// Sentences about a site that is computed otherwise than it is written, or less well than others: one for
-/// each kind, which names the layers.
+/// Sentences about a site that is computed with other values than given, or with less accuracy: one for each
+/// kind, which names the layers.
 std::vector<std::string> WaveformSiteNotes(const WaveformSite& site);
 
 /// Computes the lines k with wanted[k], k from 1, at k * deltaF. Damping below the least is raised to it.
-/// Refuses a site that CheckWaveformSite refuses; without a reason after a halt, which is asked for at every
-/// line. `lines` changes only when all is done.
+/// Refuses a site that CheckWaveformSite refuses; refuses without a reason after a halt, which it checks at
+/// every line. `lines` changes only when all is done.
 Refusal ComputeWaveformLines(const WaveformSite& site, double deltaF, const std::vector<bool>& wanted,
                              Listener& listener, WaveformLines& lines);
 

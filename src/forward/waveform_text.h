@@ -1,6 +1,6 @@
 // waveform_text.h - computed records as text for files.
 //
-// Numbers in the C locale with ten digits. Callers write the texts.
+// Numbers in the C locale with ten digits. Callers write the texts to files.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace sondera {
 /// Time record of one receiver (from 0), as the import reads it (.tim): time and value, no head.
 std::string TimText(const WaveformRecord& record, std::size_t receiver);
 
-/// What the tables begin with: lines that start with "#" and tell layers, force, motion and units.
+/// Head of the tables: lines that start with "#" and describe layers, force, motion and units.
 /// @param lengthUnit  "m" or "ft"
 std::string WaveformHead(const WaveformSetup& setup, const std::string& lengthUnit);
 

@@ -21,10 +21,9 @@ namespace sondera {
 
 /// Input of the automatic masking, and its questions.
 struct AutoMaskRequest {
-  PairFinder find;      ///< the pair; its record may be missing
-  int phaseOption = 1;  ///< for a new record: DISPCURV_OPTION
-  std::function<bool()>
-      allowNewRange;  ///< asks whether to calculate the maps again over a better range. Empty: no
+  PairFinder find;                      ///< the pair; its record may be missing
+  int phaseOption = 1;                  ///< for a new record: DISPCURV_OPTION
+  std::function<bool()> allowNewRange;  ///< calculate the maps over a better range? Empty: no
 };
 
 struct AutoMaskResult {

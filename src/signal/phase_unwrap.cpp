@@ -12,10 +12,9 @@ namespace sondera {
 namespace {
 
 constexpr double kCycle = 360.0;
-constexpr double kJump = 300.0;  // a larger step between neighbouring lines is a wrap
-constexpr double kHalfJump =
-    kJump / 2;                     // bound of the first line; lower threshold for a jump at the second line
-constexpr double kLongStep = 0.8;  // cycles; a larger step may open a stretch
+constexpr double kJump = 300.0;                    // a larger step between neighbouring lines is a wrap
+constexpr double kHalfJump = kJump / 2;            // bound of the first line; jump at the second line
+constexpr double kLongStep = 0.8;                  // cycles; a larger step may open a stretch
 constexpr double kDeepBefore = -0.4 * kJump;       // wrapped phase before such a stretch: below -120
 constexpr double kRiseAcross = kLongStep * kJump;  // rise of the wrapped phase across it: above 240
 
