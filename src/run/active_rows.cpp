@@ -10,7 +10,7 @@ bool RowIsActive(const Observations& observations, int row) {
 }
 
 std::vector<int> ActiveRows(const Observations& observations, const Switches& switches) {
-  // Cd has the rows of the run; nObsRows counts those in use while an update is made.
+  // Cd has the rows of the run; during an update nObsRows is the number of rows in use.
   const int n = std::min(observations.iNoVelocity.hi(),
                          switches.iUseAmplitude == 1 ? observations.Cd.size() / 2 : observations.Cd.size());
   std::vector<int> rows;

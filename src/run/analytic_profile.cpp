@@ -11,15 +11,15 @@
 namespace sondera {
 namespace {
 
-constexpr double kTwoPi = 6.28318;            // Kept: six figures, so a frequency is 8e-7 of itself too low
-constexpr double kAbove = 1.2, kBelow = 0.5;  // range of trial velocities, of the curve's own
-constexpr double kStep = 0.1;                 // first step, of the first trial velocity
-constexpr double kNarrow = 1e-5;              // step that ends a search, of the trial velocity
+constexpr double kTwoPi = 6.28318;  // Kept: six figures, so the relative error of a frequency is -8e-7
+constexpr double kAbove = 1.2, kBelow = 0.5;         // range of trial velocities, relative to the curve's own
+constexpr double kStep = 0.1;                        // first step, relative to the first trial velocity
+constexpr double kNarrow = 1e-5;                     // last step of a search, relative to the trial velocity
 constexpr double kSameLow = 0.95, kSameHigh = 1.05;  // velocities that belong to one layer
 constexpr double kDeepThickness = 1000000.0, kHalfSpaceThickness = 100.0;
 constexpr double kClassWidth = 0.339;
 
-/// The walk down the curve, and where it stands.
+/// State of the search along the curve.
 class Strip {
  public:
   Strip(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found)
@@ -33,7 +33,7 @@ class Strip {
 
   double cMax() const { return cMax_; }
 
-  /// Whether the point only makes the last layer thicker.
+  /// Whether the point only increases the thickness of the last layer.
   bool Extends(const CurvePoint& p) const {
     return found_.n > 0 && kSameLow * cRef_ < p.c && p.c < kSameHigh * cRef_;
   }
@@ -42,7 +42,7 @@ class Strip {
     z_ = ratio_ * p.w;
   }
 
-  /// Looks for the half-space under the stack; makes it the next layer when there is one.
+  /// Searches the half-space under the stack; makes it the next layer when there is one.
   void Search(const CurvePoint& p, double v, double s) {
     if (!(ratio_ * p.w > z_)) return;  // a layer without thickness has no stiffness matrix
     LayerStiffness K{};
@@ -56,7 +56,7 @@ class Strip {
     const double thickness = ratio_ * p.w - z_, mid = thickness / 2.0 + z_;
     const auto R = [&](double Vs) {
       FS_PropLayer(mid, L, Vs, columns_);
-      columns_.Vs[L] = Vs;  // the trial, even where the layer's own Vp would not let it have this one
+      columns_.Vs[L] = Vs;  // the trial, even where the layer's own Vp does not allow this one
       return FS_hspace(K, omega, p.c, L, columns_.Vs, columns_.nu, columns_.rho, D).re;
     };
     if (!FindRootByHalving(R, cMin_, cMax_, v, s)) return;
@@ -85,18 +85,17 @@ class Strip {
   double z_ = 0.0;  // depth of the stack
 };
 
-/// Whether a mean velocity can be had from a travel time: not from one that is lost below the smallest number
-/// or beyond the largest.
+/// Whether a mean velocity can be computed from a travel time: not if it underflows or overflows.
 bool TakesTime(double time) {
   return time > 0.0 && std::isfinite(time);
 }
 
-/// Takes layers off the top of a stack, part by part.
+/// Removes layers from the top of a stack, in parts where needed.
 class TravelTime {
  public:
   explicit TravelTime(const LayerStack& stack) : stack_(stack), left_(stack.H[1]) {}
 
-  /// Mean velocity of the next `thickness`; `before` where that takes no time.
+  /// Mean velocity of the next `thickness`; `before` where its travel time is zero.
   double Next(double thickness, double before) {
     double h = 0.0, time = 0.0;
     while (thickness > 0.0 && layer_ <= stack_.n) {
@@ -130,7 +129,7 @@ std::vector<long> Classes(const std::vector<double>& measure) {
   return classes;
 }
 
-/// Layers from..to of the stack as layer L of another.
+/// Makes the layers from..to of the stack layer L of another.
 void MergeInto(LayerStack& merged, const LayerStack& found, int from, int to, double top) {
   double h = 0.0, time = 0.0;
   for (int l = from; l <= to; ++l) {
@@ -148,7 +147,7 @@ bool IsFinite(const LayerStack& stack) {
   return true;
 }
 
-/// Layers of the run from the found ones.
+/// Layers of the run from the layers found.
 Refusal TakeShape(const LayerStack& found) {
   if (run.switches.iProfileShape == kMergedByHVs || run.switches.iProfileShape == kMergedByHOverVs)
     return ReplaceRunLayers(MergedLayers(found, run.switches.iProfileShape));
@@ -173,14 +172,14 @@ Refusal MakeProfile(const std::vector<CurvePoint>& curve, Listener& listener) {
   return TakeShape(found);
 }
 
-/// How a walk back over a change of sign ended.
+/// How a search back over a change of sign ended.
 struct Halved {
-  double now;      ///< value at the velocity that it ended at
-  double product;  ///< of the values before and now; not below 0 where the walk stepped over the root again
+  double now;      ///< value at the last velocity
+  double product;  ///< of the values before and now; not below 0 where the search stepped over the root again
   bool narrow = false;  ///< the step is small enough
 };
 
-/// Halves the step, and goes back by it, for as long as the sign differs from that of `before`.
+/// Halves the step, and steps back by it while the sign differs from that of `before`.
 Halved HalveBack(const std::function<double(double)>& R, double before, double& v, double& s) {
   Halved end{R(v), 0.0};
   end.product = before * end.now;

@@ -13,7 +13,7 @@ namespace {
 /// Smoothing over iterations would divide the scale of Cm by two to this power. Kept: it is 0 in every run.
 constexpr int kSmoothingPower = 0;
 
-/// Whether a deviation follows from the velocity.
+/// Whether a deviation is computed from the velocity.
 bool DeviationFromValue(double deviation) {
   return deviation == 0.0 || run.switches.cdMode == 1;
 }
@@ -22,13 +22,13 @@ bool UnitDeviations() {
   return run.switches.cdMode == -1 || run.switches.iInvScheme == kLeastSquares;
 }
 
-/// Deviation by the two tests in turn: the second one wins.
+/// Deviation by the two tests in turn: the second one has priority.
 double DeviationInTurn(double deviation, double value) {
   if (DeviationFromValue(deviation)) deviation = value * run.switches.ufVph;
   return UnitDeviations() ? 1.0 : deviation;
 }
 
-/// The second test is asked only where the first one fails.
+/// The second test is made only where the first one fails.
 double DeviationEitherOr(double deviation, double value) {
   if (DeviationFromValue(deviation)) return value * run.switches.ufVph;
   return UnitDeviations() ? 1.0 : deviation;

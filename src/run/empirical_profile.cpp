@@ -10,8 +10,8 @@
 namespace sondera {
 namespace {
 
-/// Completes the layers of given thicknesses. The last one's mid-depth is taken as if it were as thick as the
-/// layer above.
+/// Completes the layers of given thicknesses. The mid-depth of the last one is computed with the thickness of
+/// the layer above.
 void FillLayers(const std::vector<CurvePoint>& curve, const double* H, int n, const LayerColumns& out) {
   double top = 0.0;
   for (int i = 1; i <= n; ++i) {

@@ -1,5 +1,5 @@
 // empirical_profile.h - the steps of the empirical starting profile: mean velocities of the curve over depth
-// ranges, a third of the wavelength being the depth that a velocity stands for. FS_EmpPrePrf runs them. Owned
+// ranges, where a velocity represents the depth of a third of its wavelength. FS_EmpPrePrf runs them. Owned
 // state: none.
 #pragma once
 
@@ -16,9 +16,10 @@ inline constexpr double kShearOverPhase = 1.100000023841858;  ///< Kept: 1.1 in 
 /// an interface counts in both layers. Kept: 0/0, a NaN, without a point.
 double MeanShearVelocity(const std::vector<CurvePoint>& curve, double top, double bottom);
 
-/// Thicknesses of at most `most` layers, found where the curve varies: half-sums of |c(p) - c(1)| of
-/// neighbouring points are walked, and a layer ends at the depth of the point where their sum passes the mean
-/// per layer; the sum then starts afresh. What lies below is one more layer, as thick as `halfSpace`.
+/// Thicknesses of at most `most` layers, with boundaries where the curve varies: the half-sums of |c(p) -
+/// c(1)| of neighbouring points are added up, and a layer ends at the depth of the point where the sum
+/// exceeds the mean per layer; the sum then starts again. The ground below is one more layer, as thick as
+/// `halfSpace`.
 std::vector<double> BoundsFromCurve(const std::vector<CurvePoint>& curve, int most, double halfSpace);
 
 }  // namespace sondera

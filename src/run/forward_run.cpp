@@ -25,7 +25,7 @@ Refusal Prepare(Run& run, const std::string& PROJID, int prePrfType, Listener& l
   return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
-/// Stores, writes and announces the result.
+/// Stores, writes and reports the result.
 Refusal Finish(Run& run, int iProfile, const OffsetVector<double>& vel, const OffsetVector<double>& amp,
                RunListener& listener) {
   double rmsVel = 0.0, rmsAmp = 0.0;

@@ -1,4 +1,4 @@
-// layer_stack.h - a profile under construction, beside the layers of the run.
+// layer_stack.h - a profile under construction, separate from the layers of the run.
 //
 // Callers: the two makers of starting profiles. Owns no state.
 #pragma once
@@ -8,7 +8,7 @@
 
 namespace sondera {
 
-/// Layers 1..n from the surface down, in columns with room for more.
+/// Layers 1..n from the surface down, in columns with space for more.
 struct LayerStack {
   int n = 0;
   OffsetVector<double> H, Vs, Vp, G, E, rho, nu, damp;
@@ -19,13 +19,13 @@ struct LayerStack {
   double Depth(int upTo) const;
 };
 
-/// Keeps the given layers of the run as its strata, so that a profile that takes their place can still look
-/// up their properties. FS_DeAllocateStrataPropLayer gives them back.
+/// Keeps the given layers of the run as its strata, so that a profile that replaces them can still use their
+/// properties. FS_DeAllocateStrataPropLayer releases them.
 void KeepGivenLayersAsStrata();
 
-/// Makes the stack the layers of the run, and of TheoDispInfo for what stores and shows them: thickness,
-/// completed properties, and the flags of the stratum at each mid-depth.
-/// Refuses when no run takes that many layers.
+/// Makes the stack the layers of the run, and of TheoDispInfo for storage and display: thickness, completed
+/// properties, and the flags of the stratum at each mid-depth. Refuses a stack with too many layers for a
+/// run.
 Refusal ReplaceRunLayers(const LayerStack& stack);
 
 }  // namespace sondera

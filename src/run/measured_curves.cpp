@@ -19,7 +19,7 @@ constexpr const char* kBadReceivers = "Please configure the receiver setup prope
 constexpr const char* kSeparators = ",\t\n";
 constexpr double kSameFrequency = 1e-9;  // relative; rows of a common grid are equal to the last bit
 
-/// Points that are really there.
+/// Number of valid points.
 int Points(const DispInfo& curve) {
   return std::clamp(curve.nPoints, 0, std::min({curve.freq.hi(), curve.vel.hi(), curve.wlen.hi()}));
 }
@@ -51,7 +51,7 @@ std::vector<const DispInfo*> CurvesOfPairs() {
   return curves;
 }
 
-/// Row of a frequency among the rows, which usually is where the search begins; -1 when there is none.
+/// Row of a frequency among the rows, usually where the search begins; -1 when there is none.
 int RowOf(const std::vector<double>& freq, int rows, int guess, double f) {
   const auto same = [&](int row) {
     const double g = freq[static_cast<std::size_t>(row)];
@@ -63,7 +63,7 @@ int RowOf(const std::vector<double>& freq, int rows, int guess, double f) {
   return -1;
 }
 
-/// Points of a curve that found no row.
+/// Points of a curve without a row.
 int TakeArrayCurve(ModelRecord& m, const DispInfo& ad, std::size_t column) {
   const std::size_t curves = static_cast<std::size_t>(m.nDispCurves);
   const int n = Points(ad);

@@ -1,8 +1,9 @@
 // measured_curves.h - measured curves as the points that a run computes.
 //
-// Callers: panels/fmodeling_files for the curves in memory, project/curve_file for those of a file. Owns no state. Array
-// curves go in from their last point to their first, so frequencies descend, as they do in the file of array curves. A
-// pair keeps its column, whether or not it has a curve: entry point * nDispCurves + pair is 0 where there is none.
+// Callers: panels/fmodeling_files for the curves in memory, project/curve_file for those of a file. Owns no
+// state. Array curves are copied from their last point to their first, so frequencies descend, as they do in
+// the file of array curves. A pair keeps its column, with or without a curve: entry point * nDispCurves +
+// pair is 0 where there is none.
 #pragma once
 
 #include <string>
@@ -14,12 +15,12 @@
 
 namespace sondera {
 
-/// Takes the global curve and the array curves of the project's included pairs, with their receivers, from memory. The
-/// points then count as data (DispCurvInfo 1). Velocities are put at their frequency.
-/// @param[out] leftOut  points at a frequency that the first curve does not have (curves taken as they are, without a
-///                      common grid): they find no row
-/// @return refused without a global curve and with receivers that make no sense; without a reason where there is no
-///         array curve. The record keeps what had been taken by then.
+/// Copies the global curve and the array curves of the project's included pairs, with their receivers, from
+/// memory. The points then count as data (DispCurvInfo 1). Velocities are stored at their frequency.
+/// @param[out] leftOut  points at a frequency that the first curve does not have (curves with all points,
+///                      without a common grid): there is no row for them
+/// @return refused without a global curve and with invalid receivers; without a reason where there is no
+/// array curve. The record keeps the data copied before the refusal.
 Refusal TakeCurvesInMemory(ModelRecord& record, Switches& switches, int& leftOut);
 
 // --- Steps, for every source of curves ---
@@ -35,10 +36,11 @@ void TakeGlobalCurve(ModelRecord& record, const MeasuredPoints& curve);
 /// @return "" or what is wrong with them
 std::string TakeReceivers(ModelRecord& record, const std::string& line1, const std::string& line2);
 
-/// Room for so many points of the record's pairs, all zero. @return "" or why there is none
+/// Allocates this number of points for the record's pairs, all zero. @return "" or why that is not possible
 std::string RoomForArrayCurves(ModelRecord& record, int points);
 
-/// Behind the last velocity: wavelengths, the ratio of a geometric grid between the limits, the range of each pair.
+/// Fills wavelengths, the ratio of a geometric grid between the limits, and the range of each pair from the
+/// velocities.
 void FinishArrayCurves(ModelRecord& record);
 
 /// The points count as data from now on.

@@ -18,7 +18,7 @@ inline constexpr int kMaxConstraintText = 1024;  ///< bytes of one list
 
 /// Layer numbers of a list: tokens between blanks, commas, tabs and line ends; a token that is no number is
 /// 0.
-/// @param[out] count  tokens in the text; more than numbers.size() when some found no place
+/// @param[out] count  tokens in the text; more than numbers.size() when some were left out
 /// @return the first kMaxConstraints numbers
 std::vector<int> RetrieveLayerNoFromStr(std::string_view text, int& count);
 
@@ -29,7 +29,7 @@ struct ConstrainedLayers {
 
 /// Numbers the free parameters of the run in ModelMap, from 1, layer after layer and H before Vs, and sets
 /// nModelParm: by the parameter choice (1 Vs, 2 H, 3 both), without the half-space's thickness and without
-/// the layers that are fixed. Listed layers that do not exist are told and skipped. Vp and density are never free.
+/// the fixed layers. Listed layers that do not exist are reported and skipped. Vp and density are never free.
 void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listener& listener);
 
 /// Layer and quantity (1 H, 2 Vs, 3 Vp, 4 density) of a parameter. Kept: both are 1 for a number that does

@@ -35,14 +35,14 @@ void CompleteLayer(int l) {
   if (run.ground.iDensityDerived[l] == 1) run.ground.layerRho[l] = DensityFromVs(Vs);
 }
 
-/// Sizes of what hangs on the number of parameters.
+/// Sizes that depend on the number of parameters.
 void SizeModel(int m) {
   run.parameters.rModel = run.parameters.rModelPrior = run.parameters.UFModel = run.update.deltaModel =
       OffsetVector<double>(1, m);
   run.parameters.Cm = run.update.Hessian = run.update.InvH = run.update.InvCm = ColumnMatrix(m, m);
 }
 
-/// Complaint about the first factor or bound that nothing can be computed with.
+/// Message for the first factor or bound that cannot be used in a computation.
 std::string CheckInvSettings(const InvRecord& r) {
   const std::pair<const char*, double> values[] = {
       {"The uncertainty factor of H", r.ufH},
@@ -114,7 +114,7 @@ Refusal FS_PrelimAnal(const ConstrainedLayers& fixed, Listener& listener) {
     if (Refusal refusal = type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf(listener))
       return refusal;
   } else {
-    // The depth that goes with a layer is one and a half times its thickness, wherever it lies.
+    // The depth of a layer here is one and a half times its thickness, wherever the layer lies.
     for (int l = 1; l <= run.ground.nLayersCur; ++l)
       FS_PropLayer(1.5 * run.ground.layerH[l], l, run.ground.layerVs[l], RunLayerColumns());
   }

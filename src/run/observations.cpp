@@ -26,7 +26,7 @@ constexpr int kFixedPair = 4;  // GlobalRecType, and number of the first explici
 constexpr double kDerivativeStep = 6e-6;
 constexpr double kInversionAlpha = 0.53;
 
-/// The record that the points of the run come from.
+/// The record that supplies the points of the run.
 ModelRecord& SourceRecord() {
   return run.switches.runKind == kInversionRun ? TheoDispInfo : FModelParam;
 }
@@ -59,15 +59,15 @@ void SetSwitches(int kind, int prePrfType, const ModelRecord& r) {
   }
 }
 
-/// Largest value of a measured point. No curve comes near it; the squares of larger ones are not finite.
+/// Largest value of a measured point. Real curves are far below; the squares of larger ones are not finite.
 constexpr double kLargestDatum = 1e100;
 
-/// Whether anything can be computed with a number of the measured points.
+/// Whether a number of the measured points can be used in a computation.
 bool IsUsable(double x) {
   return std::fabs(x) <= kLargestDatum;
 }
 
-/// Complaint about a number of the measured points that is not usable, or a point without a frequency.
+/// Message for a number of the measured points that cannot be used, or for a point without a frequency.
 std::string CheckArrayData(const ModelRecord& r) {
   for (int p = 1; p <= r.nDispPoints; ++p) {
     for (int c = 1; c <= r.nDispCurves; ++c) {
@@ -99,8 +99,8 @@ std::string CheckGlobalData(const ModelRecord& r) {
   return {};
 }
 
-/// First part of the names of the result files. A project file brings its id along, and must not choose the
-/// folder they go to.
+/// First part of the names of the result files. The id may come from a project file, and must not choose the
+/// folder of the results.
 Refusal NameResultFiles(const std::string& PROJID) {
   if (!IsPlainFileName(PROJID))
     return FormatText(
@@ -135,13 +135,13 @@ Refusal MakeGlobalGrid(ModelRecord& r) {
   const OffsetVector<double> x = PointGrid(min, max, r.incRatio, run.observations.nDispPoints);
   if (!PointsAreUsable(x)) {
     if (array && std::abs(run.switches.iAnalysis) != 2)
-      return {};  // not looked at; the array grid is judged for itself
+      return {};  // not checked: the array grid is checked separately
     return NoGrid(min, max, r.incRatio);
   }
   std::copy(
       x.begin(), x.end(),
       (run.switches.xDomain == 1 ? run.observations.globalLambda : run.observations.globalFreq).begin());
-  if (array) return {};  // the stored global curve stays: the record's array curves are what is shown
+  if (array) return {};  // the stored global curve stays: the record's array curves are displayed
   std::copy(run.observations.globalFreq.begin(), run.observations.globalFreq.end(), r.globalFreq.begin());
   std::copy(run.observations.globalLambda.begin(), run.observations.globalLambda.end(), r.globalWlen.begin());
   return {};
@@ -208,7 +208,7 @@ Refusal MakeArrayGrid(ModelRecord& r, ObsCurve& o) {
   return {};
 }
 
-/// Puts the points that count into the flat vectors.
+/// Copies the points that count to the flat vectors.
 void FlattenArrayCurves(const ObsCurve& o) {
   run.observations.iArrayIndex.fill(0);
   run.observations.nObs = 0;

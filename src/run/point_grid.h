@@ -6,11 +6,11 @@
 namespace sondera {
 
 /// n points from min to max, [1..n]: evenly spaced for ratio 1, evenly in log10 for ratio -1, otherwise with
-/// steps that grow by the ratio from one to the next. One point stands at min. Values that do not go together
-/// (a logarithm of 0, a power without bound) give points that are not finite.
+/// steps that grow by the ratio from one to the next. A single point is at min. Invalid values (a logarithm
+/// of 0, a power without bound) give points that are not finite.
 OffsetVector<double> PointGrid(double min, double max, double ratio, int n);
 
-/// Whether all points can be a frequency or a wavelength: finite and above 0.
+/// Whether all points are valid frequencies or wavelengths: finite and above 0.
 bool PointsAreUsable(const OffsetVector<double>& points);
 
 }  // namespace sondera

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kMostContrast = 1e4;  // between velocities of one curve
 
-/// What a completed layer takes over.
+/// Properties that a completed layer copies.
 struct Source {
   bool densityDerived, poissonGiven;
   double rho, nu, Vp, damp;

@@ -1,4 +1,4 @@
-// receiver_setups.h - which receiver set-ups belong to which point of a run.
+// receiver_setups.h - the receiver set-ups of each point of a run.
 //
 // Callers: the sweeps, writers of results, the sensitivity matrix. Owns no state. Set-ups 1
 // to 3 are built in (pairs at L/2 and L, L and 2L, 2L and 4L), explicit pairs start at 4. Points, slots, rows
@@ -13,7 +13,8 @@ namespace sondera {
 /// Fills nRecCfgPerPoint and recCfgOfPoint.
 /// @param curveId  0: one set-up for each point of the global curve, table stride nDispPoints; otherwise the
 ///                 number of an item of obsCurves: all pairs of the item at each of its frequencies, slot k
-///                 being pair k, table stride the item's nFreq. An item that is not there: nothing changes.
+///                 for pair k, table stride the item's nFreq. For an item that does not exist nothing
+///                 changes.
 void FS_SetupReceivers(int curveId, const Observations& observations, Receivers& receivers);
 
 /// Collects the set-ups used by any point of the global curve into recSetupList (ascending, from 1; it keeps its

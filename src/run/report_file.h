@@ -9,7 +9,7 @@
 
 namespace sondera {
 
-/// Text that is added to the file of this extension as one piece, see AddToRunFile.
+/// Text that is added to the file of this extension in one piece, see AddToRunFile.
 class ReportFile {
  public:
   ReportFile(const Switches& switches, const char* extension)

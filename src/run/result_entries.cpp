@@ -103,7 +103,7 @@ bool RowsAreGlobal(const Run& run) {
 }
 
 bool StoredIsGlobal() {
-  // A run on array curves leaves no global points, unless it was one by plane waves with data.
+  // A run on array curves keeps no global points, except a plane-wave run with data.
   return TheoDispInfo.dispCurvType == kGlobalCurve ||
          (TheoDispInfo.analysis == kPlaneWaves && TheoDispInfo.nDispPointsG > 0);
 }
@@ -203,7 +203,7 @@ double PosteriorDeviation(int index, int i) {
   const InvRecord& r = InvParam;
   if (index <= 0 || index > r.rms.hi() || i > r.Vs.colHi()) return 0.0;
   const double prior = r.ufVs <= 1.0 ? r.ufVs * r.Vs(index - 1, i) : r.ufVs;
-  const double left = std::max(1.0 - r.resolution(index, i), 0.0);  // rounding may bring 1 above 1
+  const double left = std::max(1.0 - r.resolution(index, i), 0.0);  // rounding may give a value above 1
   return std::sqrt(left * prior * prior);
 }
 

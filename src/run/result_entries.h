@@ -16,26 +16,26 @@ namespace sondera {
 InvRecord& RecordOfIndex(int index);
 int EntryOfIndex(int index);
 
-/// Whether the rows of the run are points of the global curve: it is on that curve, or it is a
-/// plane-wave run with data, which works on the global points in any case.
+/// Whether the rows of the run are points of the global curve: the run uses that curve, or it is a plane-wave
+/// run with data, which always uses the global points.
 bool RowsAreGlobal(const Run& run);
-/// The same of what TheoDispInfo and the entries hold.
+/// The same for the contents of TheoDispInfo and the entries.
 bool StoredIsGlobal();
 
-/// Computed curve by row into TheoDispInfo and into the entry, with its misfit; array curves go to their
+/// Writes a computed curve by row to TheoDispInfo and to the entry, with its misfit; array curves go to their
 /// places by the map of points, 0 where there is none. A velocity of 0 has wavelength 0.
-/// @return refused when there is no room for the entry
+/// @return refused when there is no space for the entry
 Refusal FS_RefreshDspCurve(const Run& run, int index, const OffsetVector<double>& velocity, double rms);
 
-/// Layers of the run into the entry, with running depth: top of the layer, and at nLayers the end for plots,
-/// which takes half the thickness of the layer above where the half-space is more than twice as thick as
-/// that. @return as above; without a reason where there is no layer
+/// Writes the layers of the run to the entry, with running depth: top of the layer, and at nLayers the end
+/// for plots. That end uses half the thickness of the layer above where the half-space is more than twice as
+/// thick as it. @return as above; without a reason where there is no layer
 Refusal FS_RefreshModelPar(const LayeredGround& ground, int index);
 
-/// Curves of an entry into TheoDispInfo. Nothing happens for an entry that was never stored.
+/// Copies the curves of an entry to TheoDispInfo. Nothing happens for an entry that was never stored.
 void FS_RecallDspCurve(int index);
-/// Layers of an entry into TheoDispInfo. Kept: elements 1 to nLayers are moved, so the surface layer
-/// (element 0) stays as whoever calls has set it.
+/// Copies the layers of an entry to TheoDispInfo. Kept: elements 1 to nLayers are copied; the surface layer
+/// (element 0) keeps the value that the caller set.
 void FS_RecallModelPar(int index);
 
 /// Posterior standard deviation of the Vs of layer i (from 0) of an entry: the prior one, from the entry

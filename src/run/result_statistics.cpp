@@ -32,7 +32,7 @@ std::vector<Parameter> ParametersOf(const Run& run, int quantity) {
   return found;
 }
 
-/// Quantities in the order of the resolution files. Kept: the row of Vp goes by the name of Poisson's ratio.
+/// Quantities in the order of the resolution files. Kept: the row of Vp has the name of Poisson's ratio.
 struct ResolutionTable {
   int quantity;
   const char* title;
@@ -129,7 +129,7 @@ void WriteResolutionTable(ReportFile& file, const LayeredGround& ground, const C
   file.Printf("Dirichlet spread function  ....... %15.7le\n", dirichletSum);
 }
 
-/// Resolution of Vs into the entry: what is fixed counts as fully resolved, so that it has no band.
+/// Resolution of Vs into the entry: a fixed Vs counts as fully resolved, so it has no band.
 void StoreResolution(const Run& run, const ColumnMatrix& R, Listener& listener) {
   const int entry = run.course.iCurIterNo, n = run.ground.nLayersCur;
   if (entry < 0) return;

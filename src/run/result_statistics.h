@@ -14,9 +14,9 @@
 namespace sondera {
 
 /// ".pcm": variance of every free parameter after the update against the one before, and its 95 % limits,
-/// from run.update.InvH and run.parameters.Cm. Kept: the third table is titled Poisson's ratio and shows nu, while its row of
-/// the model is that of Vp; and where an update was made in data space InvH is not formed, so that the former
-/// values show.
+/// from run.update.InvH and run.parameters.Cm. Kept: the third table is titled Poisson's ratio and shows nu,
+/// while its row of the model is that of Vp; and after an update in data space InvH is not computed, so the
+/// former values appear.
 void FS_SavePostMPar(const Run& run, int iteration, double rmsVel, Listener& listener);
 
 /// ".n" and ".r" in an inversion, ".N", ".R0" and ".R1" under their switches; the resolution of Vs also into

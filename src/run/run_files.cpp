@@ -24,11 +24,11 @@ struct OpenSet {
   LockFile lock;
   std::vector<std::unique_ptr<RunFile>> files;
   bool begun = false;  ///< a block was added
-  bool lost = false;   ///< a file is not whole
+  bool lost = false;   ///< a file is incomplete
 };
 OpenSet open;
 
-/// The file of an extension, opened if need be; null when it cannot be, with the complaint.
+/// The file of an extension, opened if needed; null with a message when it cannot be opened.
 RunFile* FileOf(const std::string& baseName, const char* extension, std::string& complaint) {
   for (const auto& file : open.files)
     if (file->extension == extension) return file.get();
@@ -41,7 +41,7 @@ RunFile* FileOf(const std::string& baseName, const char* extension, std::string&
   return open.files.back().get();
 }
 
-/// The set cannot become whole any more.
+/// The set can no longer be complete.
 void Lose(const std::string& complaint, Listener& listener) {
   open.lost = true;
   listener.Tell(complaint + "\nThe result files of this run are not written. Those of the former run stay.");
@@ -61,8 +61,8 @@ std::vector<const char*> ExtensionsOf(int kind, const Switches& switches) {
   return found;
 }
 
-/// Before the first file takes its place all are written to the end, so that a full disk leaves the whole
-/// former set.
+/// Before the first file replaces an old one, all files are written to the end, so that a full disk leaves
+/// the complete former set.
 bool WriteToTheEnd(Listener& listener) {
   for (const auto& file : open.files) {
     if (file->writer.Finish(false)) continue;

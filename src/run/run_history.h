@@ -1,4 +1,4 @@
-// run_history.h - how the inversions of the session went: fit and number of points of each iteration.
+// run_history.h - the inversions of the session: fit and number of points of each iteration.
 //
 // Callers: the run of an inversion reports to it; the summary at the end of an unattended run and its doubts
 // read it. Owns the list of histories, which belongs to the session (run_state.h).
@@ -11,7 +11,7 @@
 
 namespace sondera {
 
-/// An iteration that has an entry in InvParam, and was evaluated to its end.
+/// An iteration that has an entry in InvParam and was evaluated completely.
 struct IterationFit {
   int iteration = 0;  ///< 0: the starting model
   double rms = 0.0;   ///< velocity units; -1 without a computed velocity
@@ -20,7 +20,7 @@ struct IterationFit {
 };
 
 struct InversionHistory {
-  int rowsOfData = 0;  ///< points that the run was given
+  int rowsOfData = 0;  ///< points given to the run
   std::vector<IterationFit> iterations;
 };
 

@@ -34,12 +34,12 @@ Parameters SizedParameters(const RunSizes& size) {
   return p;
 }
 
-/// Rows that array curves may have: without data every point of every curve may become one.
+/// Largest number of rows of array curves: without data every point of every curve may become one.
 double ArrayRows(const RunSizes& size) {
   return std::max<double>(size.nObs, static_cast<double>(size.nPoints) * (size.recMax2 - kBuiltInSetups));
 }
 
-/// Observation rows that a run may have, over all receiver types of a point.
+/// Largest number of observation rows of a run, over all receiver types of a point.
 double ObservationRows(const RunSizes& size) {
   return std::max<double>(size.nDispG, ArrayRows(size)) * std::max(size.recMax1, 1);
 }
@@ -74,7 +74,7 @@ Receivers SizedReceivers(const RunSizes& size) {
   return v;
 }
 
-/// Doubles of a run with all its matrices, on the large side.
+/// Doubles of a run with all its matrices, rounded up.
 double DoublesOf(const RunSizes& size) {
   const double rows = ObservationRows(size), m = size.nModel;
   const double active = std::min(rows, m);  // the data-space form has fewer rows than parameters
@@ -114,7 +114,7 @@ Refusal SizeRun(Run& run, const ModelRecord& settings, int modelParm) {
         "A run with %d layers, %d points of the global curve and %d points of %d array curves is too "
         "large.",
         size.nLayersCur, size.nDispG, size.nPoints, size.recMax2 - kBuiltInSetups);
-  // Whole parts are replaced, once there was memory for all of them.
+  // Whole parts are replaced, after the memory for all of them was allocated.
   LayeredGround ground(size.nLayersCur);
   Parameters parameters = SizedParameters(size);
   NumberModelMap(parameters, size.nLayersCur, modelParm);
@@ -130,7 +130,7 @@ Refusal SizeRun(Run& run, const ModelRecord& settings, int modelParm) {
   return {};
 }
 
-// The blocks own the storage: these mark points in the life of a run and have nothing to do.
+// The blocks own the storage: these functions mark points in the life of a run and have nothing to do.
 void FS_AllocateObsData(int) {}
 void FS_AllocatePropLayer(int) {}
 void FS_DeAllocatePropLayer() {}

@@ -1,8 +1,8 @@
 // run_sizes.h - the sizes of a run, and the named points in its life.
 //
-// Callers: drivers of forward runs and of inversions, in this order: SizeRun, then the set-up of observations,
-// then the solvers. Owned state: none; works on `run` of system_state.h. Settings that no ground and no survey
-// has (a damaged file) are refused before anything is allocated.
+// Callers: drivers of forward runs and of inversions, in this order: SizeRun, then the set-up of
+// observations, then the solvers. Owned state: none; works on `run` of system_state.h. Impossible settings
+// (from a damaged file) are refused before anything is allocated.
 #pragma once
 
 #include "records/model_records.h"
@@ -13,7 +13,7 @@ namespace sondera {
 
 // --- Sizes of a run ---
 
-/// Counts that a run is sized by.
+/// Counts that determine the sizes of a run.
 struct RunSizes {
   int nLayersCur = 0;
   int recMax1 = 0;  ///< set-ups of the global curve: 3 or 4 as GlobalRecType, otherwise 0
@@ -27,12 +27,12 @@ struct RunSizes {
 };
 
 /// The counts above. iPriorIter becomes 0, ampScale 1.
-/// @param modelParm  what an inversion varies, see ModelParameters of kinds.h
+/// @param modelParm  parameters that an inversion varies, see ModelParameters of kinds.h
 RunSizes FS_InitVars(const ModelRecord& settings, int modelParm, Course& course);
 
 /// Sizes and zeroes all vectors of the run, and numbers ModelMap: thickness of all layers but the half-space
-/// where it is varied, Vs of all layers, H before Vs in each layer. Calls FS_InitVars; switches stay. Refuses a count, or a whole,
-/// beyond the limits of run_limits.h: then the vectors stay as they were.
+/// if it is varied, Vs of all layers, H before Vs in each layer. Calls FS_InitVars; switches stay. Refuses a
+/// count, or a total, beyond the limits of run_limits.h: then the vectors do not change.
 Refusal SizeRun(Run& run, const ModelRecord& settings, int modelParm);
 
 // Named points in the life of a run. The vectors own their storage, so most of them do nothing.
@@ -46,13 +46,13 @@ void DeAllocatePropLayer();
 void DeAllocateModelInfo();
 void DeAllocateObsData();
 void DeAllocateRecSetup();
-/// which 1: n becomes the row stride of ModelMap (at most the layers it was made for); 2: the number of model
+/// which 1: n becomes the row stride of ModelMap (at most the layers of its size); 2: the number of model
 /// parameters. Allocates nothing.
 void FS_AllocateModelInfo(int which, int n);
 /// Set-ups of a run with n explicit pairs: nRecSetups = n + 3.
 void FS_AllocateRecSetup(int n);
-/// Tables of n strata, zero. Kept: the release leaves the fourth column (Vp) in place; the next allocation
-/// takes its place.
+/// Tables of n strata, zero. Kept: the release does not release the fourth column (Vp); the next allocation
+/// replaces it.
 void FS_AllocateStrataPropLayer(int n);
 void FS_DeAllocateStrataPropLayer();
 /// Integer vector 1..4n.

@@ -48,7 +48,7 @@ int WindowStart(const SampledCurve& curve, double freq) {
   return kLastWindow;
 }
 
-/// Whether ten samples can carry a polynomial: all with a root, at frequencies that differ.
+/// Whether ten samples allow a polynomial: all with a root, at different frequencies.
 bool WindowIsUsable(const SampledCurve& curve, int start) {
   for (int i = start; i < start + kWindow; ++i) {
     if (!(curve.vel[i] > 0.0)) return false;

@@ -1,4 +1,4 @@
-// sampled_curve.h - a plane-wave curve at wanted frequencies, although the solver works at given wavelengths.
+// sampled_curve.h - a plane-wave curve at wanted frequencies, from a solver that works at given wavelengths.
 // Callers: the sweeps in the frequency domain, and tests. Owned state: none.
 #pragma once
 
@@ -21,7 +21,7 @@ bool SampleCurve(SweepSolvers& solvers, double fMin, double fMax, SampledCurve& 
 
 /// Velocity at a frequency: polynomial through ten samples around it. Kept: a frequency that no pair of
 /// samples brackets is extrapolated from the ten shortest wavelengths. 0 where one of the ten has no root or
-/// nothing finite comes out.
+/// the result is not finite.
 double VelocityAt(const SampledCurve& curve, double freq);
 
 }  // namespace sondera

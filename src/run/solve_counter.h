@@ -1,5 +1,5 @@
-// solve_counter.h - how far a run is whose number of solver calls is known beforehand. Callers: the driver of an
-// inversion. Owned state: none.
+// solve_counter.h - progress of a run whose number of solver calls is known beforehand. Callers: the driver
+// of an inversion. Owned state: none.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@
 
 namespace sondera {
 
-/// Solver calls of one sweep over the observation rows: rows of array curves, points times set-ups of a
-/// global curve, points alone with plane waves.
+/// Solver calls of one sweep over the observation rows: rows of array curves; points times set-ups of a
+/// global curve; only points with plane waves.
 long SolvesOfSweep(const Observations& observations, const Switches& switches);
 
-/// Stands between a run and its listener: each poll, of which there is one after each solver call, counts as a
-/// solve and tells the share that is done. With a number of solves below 1 it tells none.
+/// Listener between a run and its own listener: each poll (one after each solver call) counts as a solve and
+/// reports the share that is done. With a number of solves below 1 it reports none.
 class SolveCounter : public RunListener {
  public:
   SolveCounter(RunListener& listener, long solves) : listener_(listener), solves_(solves) {

@@ -24,8 +24,8 @@ PointLoadInput InputOf(const SweepParts& parts, int nPoints) {
   return in;
 }
 
-/// Down to this part of a wavelength the mesh has to reach, or the velocity comes out too high: by 1 % where
-/// it ends at 0.9 wavelengths, by 4 % at 0.7.
+/// Required depth of the mesh in wavelengths. With less, the velocity is too high: by 1 % at 0.9 wavelengths,
+/// by 4 % at 0.7.
 constexpr double kMeshDepthNeeded = 1.0;
 
 }  // namespace

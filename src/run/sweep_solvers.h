@@ -1,5 +1,5 @@
 // sweep_solvers.h - both solvers on the layers of a run, with the poll for a halt after each call, and the
-// progress line. Callers: the sweeps. Owned state: none; enters doubts into the sweep's.
+// progress line. Callers: the sweeps. Owned state: none; adds doubts to those of the sweep.
 #pragma once
 
 #include <string>
@@ -26,7 +26,7 @@ struct PairAnswer {
 /// The solvers of one sweep, with their work space.
 class SweepSolvers {
  public:
-  /// Begins the doubts of the sweep afresh.
+  /// Clears the doubts of the sweep.
   /// @param nPoints  stride of the set-up tables: points of the global curve, frequencies of array curves
   SweepSolvers(const SweepParts& parts, int nPoints, Listener& listener);
   void SetStride(int nPoints) { input_.nPoints = nPoints; }
@@ -34,7 +34,7 @@ class SweepSolvers {
   /// Plane-wave velocity at a wavelength, 0 without a root; then the poll. @return false when halted
   bool PlaneWave(double wavelength, double& velocity);
 
-  /// Apparent velocity of a receiver pair; then the poll. Enters a doubt.
+  /// Apparent velocity of a receiver pair; then the poll. Adds a doubt.
   PairAnswer PointLoad(const PairQuestion& question);
 
   const LayeredGround& Ground() const { return ground_; }
@@ -45,7 +45,7 @@ class SweepSolvers {
   Listener& listener_;
   PointLoadInput input_;
   PointLoadWork work_;
-  bool usable_ = true;  ///< the solver takes settings and layers
+  bool usable_ = true;  ///< the solver accepts settings and layers
 };
 
 /// Progress lines.

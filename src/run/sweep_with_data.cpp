@@ -31,7 +31,7 @@ class DataSweep {
   Receivers& receivers_;
   SweepState& doubts_;
   Listener& listener_;
-  bool shows_;  ///< an inversion has other things to say
+  bool shows_;  ///< an inversion shows other messages
   SweepSolvers solvers_;
   OffsetVector<double>&vel_, &amp_;
 };

@@ -14,7 +14,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kFreeDeviation = 0.01;  // of points that no measurement stands behind
+constexpr double kFreeDeviation = 0.01;  // of points without a measurement
 constexpr double kNoMinimum = 1e+36, kNoMaximum = 0.0;
 
 struct Range {
@@ -68,7 +68,7 @@ class GridSweep {
   OffsetVector<double>&vel_, &amp_;
 };
 
-/// Plane-wave values of a point of the global curve, which stand as its observation.
+/// Plane-wave values of a point of the global curve, used as its observation.
 void GridSweep::RecordGlobalPoint(int i, double vel, double freq, double wavelength) {
   o_.runVel[i] = o_.globalVel[i] = vel;
   o_.runFreq[i] = o_.globalFreq[i] = freq;

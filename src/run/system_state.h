@@ -2,9 +2,9 @@
 // the receivers, the model parameters and their matrices, and the switches of the run.
 //
 // Callers: everything from the solvers' drivers up to the inversion. One instance, `run`; one run at a time.
-// The sized vectors and matrices of ground, parameters, observations, receivers and update are made afresh and
-// zero by SizeRun of run_sizes.h; switches and course are set by whoever is named there. All
-// vectors count from 1. Lengths, velocities and densities are in the project's units; nothing here converts.
+// SizeRun of run_sizes.h allocates the vectors and matrices of ground, parameters, observations, receivers
+// and update anew, with zeros; the comments of switches and course say who sets them. All vectors count from
+// 1. Lengths, velocities and densities are in the project's units; nothing here converts.
 #pragma once
 
 #include <array>
@@ -23,9 +23,9 @@ namespace sondera {
 inline constexpr int kQuantityH = 1, kQuantityVs = 2, kQuantityVp = 3, kQuantityDensity = 4;
 inline constexpr int kQuantities = 4;
 
-/// Update formulas of an inversion, values of Switches::iInvScheme. An inversion runs with kDamped; nothing
-/// selects the others. The step starts from the present model, with kPrior from the prior one.
-inline constexpr int kDamped = 1;        ///< Cm as damping alone, no pull to the prior model
+/// Update formulas of an inversion, values of Switches::iInvScheme. An inversion uses kDamped; nothing
+/// selects the others. The step starts from the present model; with kPrior, from the prior one.
+inline constexpr int kDamped = 1;        ///< Cm as damping only, no pull to the prior model
 inline constexpr int kPrior = 2;         ///< total step from the prior model
 inline constexpr int kDampedPrior = 3;   ///< as kDamped, with a pull to the prior model
 inline constexpr int kLeastSquares = 4;  ///< no prior, unit deviations
@@ -45,7 +45,7 @@ struct ObsCurve {
   int At(int p, int c) const { return (p - 1) * nCurves + c; }
 };
 
-/// Layer tables of the strata that serve layer-strata constraints: nine columns of doubles, two of integers.
+/// Layer tables of the strata for layer-strata constraints: nine columns of doubles, two of integers.
 struct StrataTables {
   int nStrata = 0;
   OffsetVector<double> top, H, Vs, Vp, G, E, rho, nu, damp;
@@ -59,7 +59,7 @@ inline double RatioOrZero(double velocity, double by) {
   return by > 0.0 ? velocity / by : 0.0;
 }
 
-/// The model parameters of an inversion: which quantities of which layers are free, and what is assumed of them.
+/// The model parameters of an inversion: the free quantities of each layer, and the prior assumptions.
 struct Parameters {
   int modelMapStride = 0;                    ///< layers of a row of ModelMap
   OffsetVector<int> ModelMap;                ///< see MapEntry: 0 fixed, otherwise the parameter's number
@@ -67,13 +67,13 @@ struct Parameters {
   OffsetVector<double> rModel, rModelPrior;  ///< [nModelParm] model, and its copy at the start
   OffsetVector<double> UFModel;              ///< [nModelParm] uncertainty factors
   OffsetVector<double> uncH, uncVp, uncVs,
-      uncRho;                       ///< [nLayersCur] the same by layer; H and Vs alone are filled
+      uncRho;                       ///< [nLayersCur] the same by layer; only H and Vs are filled
   OffsetVector<double> corrLength;  ///< [4 * nLayersCur], see CorrLength
-  std::array<double, kQuantities + 1> parmMin{};  ///< bounds by quantity; H and Vs alone are set
+  std::array<double, kQuantities + 1> parmMin{};  ///< bounds by quantity; only H and Vs are set
   std::array<double, kQuantities + 1> parmMax{};
   ColumnMatrix Cm;  ///< prior covariance, nModelParm square
 
-  /// Number of the parameter that quantity q (1 to 4) of layer l is, 0 when it is fixed.
+  /// Parameter number of quantity q (1 to 4) of layer l, 0 when it is fixed.
   int& MapEntry(int q, int l) { return ModelMap[(q - 1) * modelMapStride + l]; }
   int MapEntry(int q, int l) const { return ModelMap[(q - 1) * modelMapStride + l]; }
   /// Correlation length of quantity q at layer l, 0: not correlated.
@@ -98,7 +98,7 @@ struct Observations {
   OffsetVector<double> arrayAmp, arrayAmpDev;  ///< filled when iUseAmplitude is 1
   OffsetMatrix<int> iArrayIndex;               ///< (curve, point) -> place in the flat vectors, 0: no point
 
-  // Rows of the run [nObsRows]; vectors of computed values are made as long as runVel.
+  // Rows of the run [nObsRows]; vectors of computed values have the size of runVel.
   int nObsRows = 0;
   int ldObs = 0;  ///< nObsRows, twice that when iUseAmplitude is 1
   OffsetVector<double> runVel, runAmp, runFreq, runLambda;
@@ -131,13 +131,13 @@ struct Update {
   OffsetVector<double> deltaModel;    ///< [nModelParm] correction, subtracted from the model
 };
 
-/// What is to be done in a run. Set by FS_RetrieveSystemPM, but for the last four.
+/// Settings of a run. Set by FS_RetrieveSystemPM, except the last four.
 struct Switches {
   int runKind = 0;                 ///< 1 forward modelling, 2 inversion, 3 full waveform
   int iInvScheme = 0;              ///< update formula (kDamped ...); 0: not an inversion
   int iHaveData = 0;               ///< 1: points from stored curves
   int preliminaryProfileType = 0;  ///< 0 layers as given, 1 empirical profile, 2 analytic profile
-  int iProfileShape = 1;           ///< 1: the preliminary profile is set on the given layering
+  int iProfileShape = 1;           ///< 1: the preliminary profile keeps the given layering
   int nSubLayers = 16;
   double fDispBulb = kFirstMeshDepth;
   int iDispSource = 1;                                            ///< 1 global curve, 2 array curves
@@ -150,7 +150,7 @@ struct Switches {
   double wlTolerance = 0.2;     ///< relative tolerance of the point-load solver's wavelength
   int stackOn = 0;              ///< 1: spectra at the receivers are collected
   int iAnalysis = 0;            ///< 2 plane waves, 3 or 4 point load; negative in a run without iInvScheme
-  bool withoutResults = false;  ///< a trial: updates leave nothing in files and entries
+  bool withoutResults = false;  ///< a trial: updates write no files and entries
   bool iMeshGraded = false;     ///< analysis 4
   int GlobalRecType = 3;        ///< receivers of a global curve: 3 at 2L and 4L, 4 a fixed pair
   std::string baseName;         ///< result files are this text plus an extension
@@ -163,9 +163,9 @@ struct Switches {
   double epsSVD = 0.0;  ///< limit of its singular value ratio
 };
 
-/// How far a run has come. Written by its drivers.
+/// Progress of a run. Written by its drivers.
 struct Course {
-  int iHaltRequest = 0;             ///< 1: end at the next poll; the one who ends takes it back to 0
+  int iHaltRequest = 0;             ///< 1: end at the next poll; the code that ends resets it to 0
   int iCurIterNo = 0;               ///< iteration of an inversion, 0 for the starting model
   int iTrapCount = 0;               ///< consecutive clamps at a bound
   std::string runTitle;             ///< "2-D", "3-D Inversion", ... in the head lines of result files
@@ -184,7 +184,7 @@ struct Run {
   Update update;
   Switches switches;
   Course course;
-  StrataTables strata;  ///< allocated on its own
+  StrataTables strata;  ///< allocated separately
 };
 
 /// Extensions of the reports behind Switches::reportSwitch, in its order.

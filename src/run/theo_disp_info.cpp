@@ -12,7 +12,7 @@
 namespace sondera {
 namespace {
 
-/// Copies what both vectors hold.
+/// Copies the elements that both vectors have.
 template <class T>
 void CopyCommon(const std::vector<T>& from, std::vector<T>& to) {
   std::copy_n(from.begin(), std::min(from.size(), to.size()), to.begin());

@@ -1,4 +1,4 @@
-// theo_disp_info.h - TheoDispInfo made ready for a run from its settings.
+// theo_disp_info.h - prepares TheoDispInfo for a run from its settings.
 //
 // Callers: drivers of forward runs and inversions. Owned state: none.
 #pragma once
@@ -8,8 +8,8 @@
 
 namespace sondera {
 
-/// Sizes TheoDispInfo for the kind of curve of the settings, zeroes its curves (the counters of the other kind
-/// become 0 points, or one curve), and takes over the settings. Refuses settings that are beyond any limit.
+/// Sizes TheoDispInfo for the kind of curve of the settings, zeroes its curves (the counters of the other
+/// kind become 0 points, or one curve), and copies the settings. Refuses settings beyond a limit.
 Refusal MakeTheoDispInfoReady(const ModelRecord& settings);
 
 /// Copies the scalar settings, the receivers, the pairs and the layers. Counters of points
