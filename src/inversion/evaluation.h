@@ -15,11 +15,11 @@ struct Evaluation {
   OffsetVector<double> vel, amp;
   double rmsVel = 0.0, rmsAmp = 0.0;  ///< see FS_RMSerror
   double chi = 0.0;                   ///< see WeightedMisfit
-  bool halted = false;                ///< the curves are not whole
+  bool halted = false;                ///< the curves are incomplete
 
   SweepState doubts;  ///< of the sweep behind these curves
 
-  /// The curves of the model as it stands; rows without a result are flagged.
+  /// The curves of the present model; rows without a result are flagged.
   void Sweep(Run& run, RunListener& listener);
   /// The misfits, from the curves and the rows in use.
   void Judge(const Run& run);

@@ -1,6 +1,8 @@
-// inversion_settings.h - what an inversion takes from the panels beside the records, named like their controls.
+// inversion_settings.h - settings of an inversion from the panels, beside the records, named like their
+// controls.
 //
-// The options are off at first and belong to the panel of the inversion; a project file does not hold them.
+// The options are initially off and belong to the panel of the inversion; a project file does not contain
+// them.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// inversion_state.h - all that inversion/ remembers between two runs.
+// inversion_state.h - the state that inversion/ keeps between two runs.
 #pragma once
 
 #include <vector>
@@ -12,7 +12,7 @@ struct StartResult {
   std::vector<double> Vs;  ///< profile at its end, surface layer first
 };
 
-/// How far the profiles lie apart, for each layer, with the given model's among them.
+/// Spread of the profiles for each layer, the given model's included.
 struct StartSpread {
   int iteration = 0;  ///< entry of InvParam that it belongs to
   std::vector<StartResult> results;

@@ -80,7 +80,7 @@ std::string KeptText(int iteration) {
                         : FormatText("Iteration %d is the last finished one and is kept.", iteration);
 }
 
-/// Halted in the sweep after the update: the model is whole, its curve is not.
+/// Halted in the sweep after the update: the model is complete, its curve is not.
 std::string CutShortText(int iteration, const Evaluation& e) {
   const auto has = [](double v) { return v != 0.0; };
   const auto computed = std::count_if(e.vel.begin(), e.vel.end(), has);
@@ -89,9 +89,9 @@ std::string CutShortText(int iteration, const Evaluation& e) {
          KeptText(iteration - 1);
 }
 
-/// What the numbers of the run suffer from, for its end. Kept: with fewer rows than parameters the update
-/// measures its correction from the prior model but takes it off the present one, so that only the first is a
-/// step towards the curve.
+/// Weaknesses of the run's numbers, for its end. Kept: with fewer rows than parameters the update computes
+/// its correction relative to the prior model but subtracts it from the present one, so only the first
+/// correction is a step towards the curve.
 std::string RunNote() {
   const int rows = run.update.CdActive.size();
   if (run.course.iCurIterNo > 1 && rows < run.parameters.nModelParm)
@@ -101,7 +101,7 @@ std::string RunNote() {
   return {};
 }
 
-/// Status at the end of an iteration: its fit, and what its sweep doubted.
+/// Status at the end of an iteration: its fit, and the doubts of its sweep.
 std::string EndOfIterationText(int iteration) {
   const std::string doubts = SweepReport();
   return FormatText("End of the iteration No. %d:     The computation time : %s     ", iteration,
@@ -121,7 +121,7 @@ void ShowEndOfRun(bool settled, RunListener& listener) {
 enum class Step {
   kGoOn,
   kConverged,
-  kSettled,  ///< step control keeps the model, and would keep it again: nothing in the next iteration differs
+  kSettled,  ///< step control keeps the model; the next iteration would be the same and keep it again
   kEnd,
 };
 
@@ -207,8 +207,7 @@ Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunLis
   if (!Store(0, e, listener)) return Refusal::WithoutReason();
   listener.Stored(0);
   const Step end = IterateAll(e, wanted, settings, listener);
-  sweepState =
-      e.doubts;  // not those of a perturbed model, where a run ends in the middle of its sensitivities
+  sweepState = e.doubts;  // not those of a perturbed model, if a run ends in the middle of its sensitivities
   if (end == Step::kEnd) return Refusal::WithoutReason();
   if (settings.SEVERALSTARTS && run.course.iCurIterNo > 0) {
     if (Refusal halt = TryOtherStartsOrTell(given, e, wanted, settings, listener)) return halt;

@@ -54,7 +54,7 @@ void BuildDelta(Run& run, int nActive, int rows, const OffsetVector<double>& vel
   }
 }
 
-/// y = inverse of a, which is left as its factors. Events are let in around it.
+/// y = inverse of a; a holds its factors afterwards. Processes events before and after.
 void Invert(ColumnMatrix& a, ColumnMatrix& y, Listener& listener) {
   listener.LetEventsIn();
   FS_InvMatrix(a.shifted(), a.rows(), y.shifted());
@@ -104,7 +104,7 @@ OffsetVector<double> FromPrior(const Run& run) {
   return d;
 }
 
-/// deltaVel less what the prior model alone would leave: the residual that Weight is applied to.
+/// deltaVel minus the part that comes from the prior model: the residual that Weight is applied to.
 OffsetVector<double> ResidualFromPrior(const Run& run) {
   OffsetVector<double> left = run.update.deltaVel;
   const OffsetVector<double> moved = Times(run.update.GActive, FromPrior(run));
@@ -112,8 +112,8 @@ OffsetVector<double> ResidualFromPrior(const Run& run) {
   return left;
 }
 
-/// Fewer data than unknowns: the square system has an equation for each datum. Kept: it has the prior term,
-/// which the same scheme has not where there are more data.
+/// Fewer data than unknowns: the square system has an equation for each datum. Kept: it has the prior term;
+/// with more data the same scheme has none.
 void SolveInDataSpace(Run& run, Listener& listener) {
   listener.Process("Calculating Weight matrix...");
   const ColumnMatrix CmGt = Product(run.parameters.Cm, Transposed(run.update.GActive));
@@ -169,7 +169,7 @@ void CorrectInModelSpace(Run& run, const ColumnMatrix& T) {
   }
 }
 
-/// From the weights on: resolution, bounds, the new layers.
+/// The rest after the weights: resolution, bounds, the new layers.
 MoveResult Apply(Run& run, const OffsetVector<double>& velocity, Listener& listener) {
   const bool finite = CorrectionIsFinite(run);
   if (finite) FS_SaveGaussParam(run, run.update.GActive, velocity, listener);

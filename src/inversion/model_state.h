@@ -1,6 +1,6 @@
-// model_state.h - the layers and parameters of a run at one moment, to go back to.
+// model_state.h - a copy of the layers and parameters of a run, to restore them later.
 //
-// Callers: what tries steps and starts of an inversion. Owns no state.
+// Callers: code that tries steps and starts of an inversion. Owns no state.
 #pragma once
 
 #include "numeric/offset_array.h"
@@ -8,7 +8,7 @@
 
 namespace sondera {
 
-/// Which rows are out (Observations::iNoVelocity) is no part of it.
+/// The flags of rows without a velocity (Observations::iNoVelocity) are not part of it.
 struct ModelState {
   OffsetVector<double> model;                              ///< Parameters::rModel
   OffsetVector<double> layerH, layerVs, layerVp, rho, nu;  ///< by layer, from 1
@@ -17,8 +17,8 @@ struct ModelState {
 ModelState PresentModel(const LayeredGround& ground, const Parameters& parameters);
 void PutModelBack(const ModelState& state, LayeredGround& ground, Parameters& parameters);
 
-/// The model at a part of the way between two: 0 `from`, 1 `to`. The layers follow from the parameters; what
-/// is no parameter is that of `to`.
+/// The model between two: 0 gives `from`, 1 gives `to`. The layers follow from the parameters; all other
+/// values are those of `to`.
 void PutModelBetween(const ModelState& from, const ModelState& to, double part, LayeredGround& ground,
                      Parameters& parameters);
 

@@ -20,7 +20,7 @@ void ReportSingularValues(const Run& run, Listener& listener) {
   const int rows = run.update.GMatrix.rows(), m = run.parameters.nModelParm;
   ReportFile file(run.switches, ".svd");
   file.Printf("\n\nIteration no. : %2ld ...", static_cast<long>(run.course.iCurIterNo));
-  if (rows >= m) {  // the decomposition takes no fewer rows
+  if (rows >= m) {  // the decomposition requires at least as many rows
     ColumnMatrix U = run.update.GMatrix, V(rows, m);
     OffsetVector<double> w(1, m);
     FS_svdcmp(rows, m, U.shifted(), w.shifted(), V.shifted());
@@ -40,7 +40,7 @@ void ReportSingularValues(const Run& run, Listener& listener) {
   file.Append(listener);
 }
 
-/// One update from these curves, with the deviations that it is to have.
+/// One update from these curves, with the given deviations.
 Refusal UpdateModel(Run& run, const Evaluation& e, bool huber, Listener& listener) {
   const DiagonalMatrix given = run.observations.Cd;
   const OffsetVector<double> curve = CurveOfActiveRows(run.observations, e.vel);

@@ -10,8 +10,8 @@ namespace sondera {
 
 enum class Advance {
   kMoved,   ///< a new model with its curve, which may be that of a halted sweep
-  kKept,    ///< by step control: no part of the step was good, the former model and its curve stand
-  kFailed,  ///< no update; the listener has been told why
+  kKept,    ///< by step control: no part of the step was good, the former model and its curve remain
+  kFailed,  ///< no update; the listener got the message
   kHalted,  ///< in the sensitivities
 };
 

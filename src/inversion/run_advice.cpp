@@ -14,17 +14,17 @@
 namespace sondera {
 namespace {
 
-/// With it the wavelength loop hardly ever falls into a cycle of two meshes: the part that changes lies deep.
+/// With this value the wavelength loop rarely alternates between two meshes: the changing part lies deep.
 constexpr double kSafeDispBulb = 2.5;
 constexpr double kHighChi = 2.0, kLowResolution = 0.3;
 constexpr int kPlaneWaves = 2;
 
-/// Present run; nothing without one.
+/// Present run; null without one.
 const InversionHistory* History() {
   if (InversionHistories().empty() || InversionHistories().back().iterations.empty()) return nullptr;
   return &InversionHistories().back();
 }
-/// Its last iteration; nothing where there is only the starting model.
+/// Its last iteration; null when there is only the starting model.
 const IterationFit* LastIteration() {
   const InversionHistory* history = History();
   return history != nullptr && history->iterations.back().iteration > 0 ? &history->iterations.back()

@@ -1,5 +1,4 @@
-// run_advice.h - how an inversion went, in a line, and what to do where its result is not to be trusted as it
-// stands.
+// run_advice.h - summary of an inversion in a line, and advice when its result is doubtful.
 //
 // Callers: the run of an inversion. Reads `run`, InvParam and the history of the present run; owns no state.
 #pragma once
@@ -12,13 +11,13 @@ namespace sondera {
 /// in iteration 2)". "" without a run.
 std::string FitOfRun();
 
-/// Advice after the last iteration of the history: points that ended without a result (with point load and a
-/// displacement bulb below 2.5, to set that), a chi above 2, layers with a resolution of Vs below 0.3. ""
-/// where there is none, or no iteration was made.
+/// Advice after the last iteration of the history: points without a result at the end (with point load and a
+/// displacement bulb below 2.5, the advice is to set that), a chi above 2, layers with a resolution of Vs
+/// below 0.3. "" where there is none, or no iteration was made.
 std::string RunAdvice();
 
-/// The same, with the advice on chi in the list of findings. The other two are doubts of whoever sums up a
-/// run.
+/// The same, and adds the advice on chi to the list of findings. Code that summarises a run reports the other
+/// two as doubts.
 std::string ReportRunAdvice();
 
 }  // namespace sondera

@@ -1,5 +1,5 @@
-// run_doubts.h - holds what a run has left in the records against the table of limits
-// (runtime/doubt_limits.h) and reports what it finds as notes and doubts.
+// run_doubts.h - compares the results of a run in the records with the table of limits
+// (runtime/doubt_limits.h) and reports notes and doubts.
 //
 // Callers: the summary at the end of an unattended run, the report on paper. Reads the records only; owns no state.
 #pragma once
@@ -12,14 +12,14 @@
 
 namespace sondera {
 
-/// Window, coherence and reach of each pair; then how far pairs disagree.
+/// Window, coherence and longest wavelengths of each pair; then the disagreement of pairs.
 void DoubtPairs(const std::vector<PairFigures>& pairs, const PairAgreement& agreement);
 
 /// Fit, points, resolution and depth of the last inversion, whose profile is the last entry of InvParam.
 /// Nothing for a history without iterations.
 void DoubtInversion(const InversionHistory& history);
 
-/// Points of the last sweep of the solvers that it could not compute, or not well.
+/// Points of the last sweep that the solvers could not compute, or not well.
 void DoubtSweep();
 
 /// All of it: the included pairs, the last inversion of the session, the last sweep.
@@ -30,7 +30,7 @@ const char* UnitSign(double unit);
 
 /// Longest wavelength among the data of the last inversion, in units of length; 0 without one.
 double LongestObservedWavelength();
-/// Last iteration of the history as entry of InvParam, held to its tables; -1 without one.
+/// Last iteration of the history as an entry of InvParam, limited to its tables; -1 without one.
 int LastEntry(const InversionHistory& history);
 /// Depth of the top of the half-space of an entry of InvParam.
 double HalfSpaceDepth(int entry);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kSwitchG = 4;  // place in Switches::reportSwitch
 
-/// A quantity of the layers that may be free, in the order of the work.
+/// A quantity of the layers that may be free, in the order of computation.
 struct Quantity {
   int number;
   const char* name;
@@ -28,7 +28,7 @@ constexpr Quantity kQuantityOrder[] = {
     {kQuantityDensity, " Rho", &LayeredGround::layerRho, &Switches::dDensity},
 };
 
-/// Curves of the two sweeps of a difference, kept for the whole matrix.
+/// Curves of the two sweeps of a difference, reused for the whole matrix.
 struct Sweeps {
   OffsetVector<double> plusVel, minusVel, plusAmp, minusAmp;
 };
@@ -51,7 +51,7 @@ Refusal FillColumn(Run& run, double& value, double step, int p, Sweeps& sweeps, 
 }
 
 Refusal FillColumnsOfLayer(Run& run, int l, Sweeps& sweeps, RunListener& listener) {
-  // All steps belong to the layer as it came, whatever the other quantities' columns leave by rounding.
+  // All steps use the layer's original values; columns of other quantities may change them by rounding.
   double steps[kQuantities] = {};
   for (int q = 0; q < kQuantities; ++q)
     steps[q] = (run.ground.*kQuantityOrder[q].values)[l] * run.switches.*kQuantityOrder[q].step;
@@ -84,7 +84,8 @@ void ReportQuantity(const Run& run, ReportFile& file, const char* head, int quan
   }
 }
 
-/// Kept: the third and fourth block hold rows 3 and 4 of the map, which are Vp and density, whatever their
+/// Kept: the third and fourth block hold rows 3 and 4 of the map, which are Vp and density, in spite of their
+/// heads.
 /// heads say.
 void ReportMatrix(const Run& run, Listener& listener) {
   ReportFile file(run.switches, ".G");

@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kRayleighOverShear = 0.93;
 
-/// Keeps what the starts change, and puts it back.
+/// Saves the state that the starts change, and restores it.
 class RunKeeper {
  public:
   explicit RunKeeper(Run& run)
@@ -160,7 +160,7 @@ Refusal TryOtherStarts(Run& run, const ModelState& given, const Evaluation& end,
 
 std::string StartSpreadTable(int entry) {
   const StartSpread& spread = inversionState.spread;
-  // The entry may be that of another run by now: a project that was opened, or a later inversion.
+  // The entry may now belong to another run: a project that was opened, or a later inversion.
   if (spread.lowest.empty() || entry != spread.iteration || entry > InvParam.Vs.rowHi()) return {};
   const std::vector<double>& Vs = spread.results.front().Vs;
   if (InvParam.nLayers != static_cast<int>(Vs.size()) || InvParam.nLayers > InvParam.Vs.colHi() + 1)

@@ -72,7 +72,7 @@ std::string By2024(const SiteProfile& profile, double known) {
   for (const DepthRow& row : kDepthRows) {
     const std::string name = row.classes[column];
     if (reached && h800 <= row.upTo * (1.0 + kRounding)) return name;
-    // Not reached: what the depth that is known leaves.
+    // 800 m/s is not reached: the classes that the known depth leaves possible.
     if (!reached && row.upTo > known * (1.0 + kRounding) && candidates != name)
       candidates += (candidates.empty() ? "" : " or ") + name;
   }
@@ -101,7 +101,7 @@ SiteClass Make(const char* code, const SiteProfile& profile, Classify classify) 
   return c;
 }
 
-/// The code as it is printed.
+/// Name of the code as it is printed.
 std::string PrintedCode(const std::string& code) {
   constexpr std::pair<const char*, const char*> kNames[] = {{"EN1998-1:2004", "EN 1998-1:2004"},
                                                             {"EN1998-1-1:2024", "EN 1998-1-1:2024"},
@@ -135,7 +135,7 @@ std::string ClassAsce722(double v) {
 std::vector<SiteClass> ClassesOf(const SiteProfile& profile, const SiteFigures& figures) {
   if (figures.figures.empty() || !figures.figures.front().value) return {};
   const bool extended = figures.figures.front().status == FigureStatus::Extended;
-  // An extended profile counts as it stands down to 30 m.
+  // An extended profile counts down to 30 m without change.
   const double known = extended ? std::max(figures.seen.depth, kVs30Depth) : figures.seen.depth;
   std::vector<SiteClass> classes;
   classes.push_back(Make("EN1998-1:2004", profile, ByTable2004));

@@ -1,8 +1,8 @@
-// site_classes.h - site classes of building codes out of a shear-wave velocity profile.
+// site_classes.h - site classes of building codes from a shear-wave velocity profile.
 //
-// Velocity alone decides less than the codes ask: soft clay, liquefiable ground, plasticity and water content
-// are the engineer's. Classes that rest on them (S1, S2; F and "E by soft clay" of ASCE 7) are never given. No
-// class is given where Vs30 is not available. Owned state: none.
+// Velocity is only a part of what the codes require: the engineer judges soft clay, liquefiable ground,
+// plasticity and water content. Classes that depend on them (S1, S2; F and "E by soft clay" of ASCE 7) are
+// never given. No class is given where Vs30 is not available. Owned state: none.
 //
 //   EN 1998-1:2004, table 3.1: A above 800 m/s, B from 360, C from 180, D below; E before those: layers of type
 //   C or D down to a depth of 5 to 20 m, and below them more than 800 m/s.
@@ -20,12 +20,12 @@ namespace sondera {
 
 struct SiteClass {
   std::string code;                      ///< "EN1998-1:2004", "EN1998-1-1:2024", "ASCE7-16", "ASCE7-22"
-  std::optional<std::string> value;      ///< nothing: no class fits
+  std::optional<std::string> value;      ///< none: no class fits
   std::optional<std::string> low, high;  ///< with all layers at one end of their band
   std::vector<std::string> notes;
 };
 
-/// Classes of a profile whose figures are known; none where Vs30 has no value.
+/// Classes of a profile with known figures; none where Vs30 has no value.
 std::vector<SiteClass> ClassesOf(const SiteProfile& profile, const SiteFigures& figures);
 
 /// Classes by velocity alone, m/s.
@@ -36,7 +36,7 @@ std::string ClassAsce722(double average100ft);
 /// "ASCE 7-22: D (DE to CD)"; the range only where its ends differ.
 std::string ClassText(const SiteClass& siteClass);
 
-/// What the classes leave to the engineer, in one sentence.
+/// The questions that the classes leave to the engineer, in one sentence.
 inline constexpr const char* kClassCaution =
     "Velocity alone decides less than the codes ask: soft clay, liquefiable ground, plasticity and water "
     "content "

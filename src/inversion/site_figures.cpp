@@ -63,7 +63,7 @@ SiteFigure FigureAt(const SiteProfile& profile, double depth, const char* name, 
   return figure;
 }
 
-/// Why 30 m were not seen, both limits stated.
+/// Why the profile was not seen to 30 m, with both limits.
 std::string SeenReason(const SeenDepth& seen) {
   if (!(seen.byWavelength > 0.0)) return "no curve tells how deep the ground was seen";
   std::string text = FormatText("the ground was seen to %.4g m: half the longest wavelength is %.4g m",
@@ -121,7 +121,7 @@ double AverageVelocity(const SiteProfile& profile, double depth) {
     slowest = std::min(slowest, v);
     fastest = std::max(fastest, v);
   }
-  // Uniform ground has its velocity to the last bit: it may be the limit of a class.
+  // Uniform ground has exactly its own velocity, to the last bit: it may be the limit of a class.
   return slowest == fastest ? slowest : depth / time;
 }
 

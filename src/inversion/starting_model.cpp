@@ -17,7 +17,7 @@ constexpr int kGroups = 100, kLayersPerGroup = 4;
 constexpr double kDepthOfWavelength = 0.5;  // of the longest one
 constexpr double kFirstOfDepth = 0.3;       // the first layer is no thicker than that
 constexpr double kHalfSpaceOfDepth = 1000.0;
-constexpr double kNoMisfit = -1.0;  // what a run without a velocity has, too
+constexpr double kNoMisfit = -1.0;  // same value as in a run without a velocity
 constexpr double kSearchFrom = 1e30;
 
 constexpr LayerDefaults kLayerDefaults[] = {
@@ -37,7 +37,7 @@ Refusal CheckEvaluation(const RatioSettings& ratios, const ModelRecord& settings
   return {};
 }
 
-/// Room for the slots, none of which has a misfit.
+/// Allocates the slots; none of them has a misfit.
 Refusal PrepareSlots(const RatioSettings& ratios, InvRecord& profiles) {
   const int formerCount = profiles.nEntries;
   profiles.nEntries = ratios.ALPHA_POINT;

@@ -1,5 +1,5 @@
-// starting_model.h - the first layered profile of an inversion: a table of layers for a depth, one analytic profile for
-// each depth-to-wavelength ratio, and the best of them.
+// starting_model.h - the first layered profile of an inversion: a table of layers for a depth, one analytic
+// profile for each depth-to-wavelength ratio, and the choice of the best one.
 //
 // Callers: panels/inversion_start. Results of the evaluation go to a record like SMPParam: slot k is the profile of
 // ratio k, and runs and lists name it -k. Owned state: none.
@@ -22,7 +22,7 @@ namespace sondera {
 struct LayerDefaults {
   double thickness, Vs, density;
 };
-/// By the index of LENGTHUNIT: 0 m, 1 cm, 2 ft, 3 in; the nearest of them for any other.
+/// By the index of LENGTHUNIT: 0 m, 1 cm, 2 ft, 3 in; the nearest of these for any other index.
 const LayerDefaults& DefaultsOfUnit(int index);
 inline constexpr double kDefaultPoisson = 0.3333, kDefaultDamping = 0.02;
 
@@ -33,16 +33,17 @@ struct Layering {
 };
 
 /// Thicknesses for a depth: four layers of t, four of 2 t, four of 4 t, ..., until their sum exceeds the
-/// depth; at most 100 groups. sum is that of all of them.
+/// depth; at most 100 groups. sum is the total.
 std::vector<double> DoublingThicknesses(double t, double depth, double& sum);
 
-/// Half the longest wavelength of the curves, as far as their pairs are included; 0 when there is none.
+/// Half the longest wavelength of the curves whose pairs are included; 0 when there is none.
 double DepthOfCurves(const RecordList<DispInfo>& curves);
 
-/// No thicker first layer than 0.3 times the depth, in one figure.
+/// Thickness of the first layer: at most 0.3 times the depth, in one figure.
 double FirstThickness(double t, double depth);
 
-/// Layers by DoublingThicknesses; with halfSpace one more behind them, a thousand times as thick as they are together.
+/// Layers by DoublingThicknesses; with halfSpace one more below them, with a thousand times their total
+/// thickness.
 Layering LayersForDepth(double t, double depth, bool halfSpace);
 
 // --- Evaluation ---
@@ -58,30 +59,31 @@ struct RatioSettings {
 /// Ratio k from 1 to ALPHA_POINT, evenly spaced; ALPHA_FROM where there is one only.
 double RatioOf(const RatioSettings& ratios, int k);
 
-/// What an evaluation asks of whoever starts it.
+/// Functions that an evaluation calls.
 struct EvaluationSteps {
-  /// One forward run with the analytic profile of a ratio, into slot k. Below 0: failed or halted, the reason is shown.
+  /// One forward run with the analytic profile of a ratio, into slot k. Below 0: failed or halted; the reason
+  /// was shown.
   std::function<int(int k, double ratio)> run;
-  /// The slots are those of this evaluation from now on.
+  /// From now on the slots belong to this evaluation.
   std::function<void()> begun;
-  /// Slot k has its profile. @return false: the next would fail like this one
+  /// Slot k has its profile. @return false: the next run would fail for the same reason
   std::function<bool(int k)> done;
 };
 
 struct EvaluationEnd {
   Refusal refusal;       ///< why it did not start
-  bool started = false;  ///< whether the slots are those of this evaluation
+  bool started = false;  ///< whether the slots belong to this evaluation
   bool whole = false;    ///< all ratios are done
 };
 
-/// One run for each ratio into the slots of `profiles`. Slots without a result have the misfit -1. A run that fails or
-/// is halted ends the loop, and what is done stays.
-/// @param settings  has to have a global curve, since the profiles are made from it
+/// One run for each ratio into the slots of `profiles`. Slots without a result have the misfit -1. A run that
+/// fails or is halted ends the loop; finished slots remain.
+/// @param settings  must contain a global curve, since the profiles are made from it
 EvaluationEnd EvaluateRatios(const RatioSettings& ratios, const ModelRecord& settings, InvRecord& profiles,
                              const EvaluationSteps& steps, Listener& listener);
 
-/// Slot with the smallest misfit among 1..count, the first of equals; 0 when none has one (a negative misfit is that of
-/// a run without a velocity).
+/// Slot with the smallest misfit among 1..count, the first of equals; 0 when none has one (a negative misfit
+/// means a run without a velocity).
 int BestProfile(const InvRecord& profiles, int count);
 
 }  // namespace sondera

@@ -40,7 +40,7 @@ void TruncatedSolve::Tighten(int violations) {
   Invert(violations);
 }
 
-/// Position of the first value beyond the limit, and the inverse of what lies before it.
+/// Position of the first value beyond the limit, and the inverse from the values before it.
 void TruncatedSolve::Count() {
   retries_ = 0;
   count_ = run_.parameters.nModelParm + 1;

@@ -28,7 +28,7 @@ double Base(const Run& run, int p) {
   return run.switches.iInvScheme == kPrior ? run.parameters.rModelPrior[p] : run.parameters.rModel[p];
 }
 
-/// Part of the step that keeps every parameter inside; counts those outside at the full step.
+/// Fraction of the step that keeps every parameter inside; counts those outside at the full step.
 double StepFactor(const Run& run, int& violations) {
   double factor = 1.0;
   violations = 0;
@@ -46,7 +46,7 @@ double StepFactor(const Run& run, int& violations) {
   return std::fabs(factor) < kFactorIsZero ? 0.0 : factor;
 }
 
-/// Names of the quantities. Kept: the fourth one, density, goes by the name of the first.
+/// Names of the quantities. Kept: the fourth one, density, has the name of the first.
 const char* NameOf(int quantity) {
   if (quantity == kQuantityVs) return "shear wave velocity";
   return quantity == kQuantityVp ? "mass density" : "thickness";
@@ -63,7 +63,7 @@ Refusal Trapped(int quantity, bool atMinimum, double unclamped) {
                       : FormatText("Warning: Increase the uncertainty factor for %s: %lf", name, unclamped));
 }
 
-/// Full step, parameters outside held at their bound. Refused when that happens too often.
+/// Full step; parameters outside are set to their bound. Refused when that happens too often.
 Refusal ClampModel(Run& run) {
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {
     const int quantity = QuantityOf(run, p);
@@ -80,8 +80,8 @@ Refusal ClampModel(Run& run) {
   return {};
 }
 
-/// Part of the step for all parameters alike. Refused, the model untouched, when a value would not be finite: a
-/// start outside its bounds that the step hardly moves makes the factor as large as can be.
+/// The same fraction of the step for all parameters. Refused, with the model unchanged, when a value would
+/// not be finite: a start outside its bounds with a very small step makes the factor extremely large.
 Refusal StepModel(Run& run, double factor) {
   const auto moved = [&run, factor](int p) { return Base(run, p) - run.update.deltaModel[p] * factor; };
   for (int p = 1; p <= run.parameters.nModelParm; ++p) {

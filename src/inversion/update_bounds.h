@@ -1,4 +1,4 @@
-// update_bounds.h - the step of an update, held inside the bounds of the model.
+// update_bounds.h - the step of an update, limited by the bounds of the model.
 //
 // Callers: the update of an inversion. Owns no state besides run.course.iTrapCount.
 #pragma once
@@ -11,9 +11,9 @@ namespace sondera {
 
 enum class Move {
   kMoved,
-  kNotFinite,  ///< the correction or the step is not finite: nothing moved
-  kViolated,   ///< bounds were crossed in a truncated solve (run.switches.iUseSVD 1): nothing moved
-  kTrapped,    ///< held at a bound three times in a row: the layers stay
+  kNotFinite,  ///< the correction or the step is not finite: the model is unchanged
+  kViolated,   ///< bounds were crossed in a truncated solve (run.switches.iUseSVD 1): the model is unchanged
+  kTrapped,    ///< set to a bound three times in a row: the layers stay
 };
 
 struct MoveResult {
@@ -25,17 +25,17 @@ struct MoveResult {
 /// Whether every element of run.update.deltaModel is finite.
 bool CorrectionIsFinite(const Run& run);
 
-/// Writes rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities;
-/// one that is not physical (0.5 and above) is replaced, and Vs raised to it. Kept: the model vector does not
-/// take that over.
+/// Writes rModel to the layers. Then Vp follows from Poisson's ratio or the ratio from the velocities; a
+/// ratio that is not physical (0.5 and above) is replaced, and Vs changed to match. Kept: the model vector
+/// keeps the old Vs.
 void LayersFromModel(const Parameters& parameters, LayeredGround& ground);
 
-/// Subtracts run.update.deltaModel from the model and writes it to the layers. A parameter that would leave its
-/// bounds shortens the step of all parameters alike, so that they move along one line; where a parameter
-/// already sits on its bound and wants past it, the others take their full step and those outside are held
-/// at their bound. The layers follow by LayersFromModel.
-/// A start outside its bounds gives whatever the factor comes to, a negative one among others; one that
-/// takes the model beyond all numbers is refused.
+/// Subtracts run.update.deltaModel from the model and writes it to the layers. A parameter that would cross
+/// its bound shortens the step of all parameters by the same factor, so that they move along one line. If a
+/// parameter is already at its bound and its step goes outward, the other parameters get their full step and
+/// those outside are set to their bound. The layers follow by LayersFromModel.
+/// A start outside its bounds may give any factor, also a negative one; a factor that makes the model
+/// infinite is refused.
 MoveResult MoveModel(Run& run, Listener& listener);
 
 }  // namespace sondera

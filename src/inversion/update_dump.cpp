@@ -13,7 +13,7 @@
 namespace sondera {
 namespace {
 
-/// Writes whole texts and tells which of them could not be written.
+/// Writes complete texts and reports which of them could not be written.
 class DumpFiles {
  public:
   explicit DumpFiles(Listener& listener) : listener_(listener) {}
@@ -51,7 +51,7 @@ void PrintVector(const char* head, int n, Element element) {
 
 std::string VelocityTable(const Run& run, const OffsetVector<double>& velocity) {
   std::string text = "compvel\tobsvel\n";
-  // Cd has the rows of the run; nObsRows counts those in use while an update is made.
+  // Cd has the rows of the run; during an update nObsRows is the number of rows in use.
   const int rows =
       run.switches.iUseAmplitude == 1 ? run.observations.Cd.size() / 2 : run.observations.Cd.size();
   for (int i = 1; i <= std::min(rows, velocity.hi()); ++i)
