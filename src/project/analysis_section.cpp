@@ -17,12 +17,12 @@ namespace sondera {
 
 namespace {
 
-constexpr int kMostDivisionsRead = 1000;  // Kept: maps with as many on a side are written, but not read
+constexpr int kMostDivisionsRead = 1000;  // Kept: maps with this many on a side are written, but not read
 constexpr std::int64_t kArrayBytesPerLine = 21 * 2 * 8 + 4 + 3 * 8;  // of a pair record
 constexpr std::int64_t kCurveBytesPerPoint = 6 * 8;
 constexpr std::int64_t kCellBytes = 3 * 8;  // one Gabor cell: a real of each map
 
-/// What differs between the section of a project and an ".ia" file.
+/// Differences between the section of a project and an ".ia" file.
 enum class Source { Project, AnalysisFile };
 
 int LinesOf(int key) {
@@ -44,7 +44,7 @@ void ReadMasks(SectionReader& file) {
     m.jumpNo = file.Int32();
     m.lineInit = file.Int32();
     m.lineFinal = file.Int32();
-    if (file.Ended()) return;  // half a mask would cover lines that nobody chose
+    if (file.Ended()) return;  // half a mask would cover lines that nobody selected
     *MeasDB.maskingList.append() = m;
   }
 }
@@ -67,8 +67,7 @@ void StoreMasks(AtomicWriter& file) {
 
 constexpr std::array<double, 3 * kGaborDivisions> kZeroRow{};
 
-/// Reads rows of interleaved cells; those beyond the maps are passed over. Maps that are zero throughout stay
-/// away.
+/// Reads rows of interleaved cells and skips those beyond the maps. Maps of only zeros are not created.
 void ReadGaborMaps(SectionReader& file, PMeasInfo& pair) {
   if (pair.timeDiv <= 0 || pair.freqDiv <= 0) return;
   if (!file.CanHold(pair.freqDiv, pair.timeDiv, kCellBytes)) {
@@ -97,7 +96,7 @@ void ReadGaborMaps(SectionReader& file, PMeasInfo& pair) {
   }
 }
 
-/// Writes freqDiv rows of timeDiv cells, zeros where there are more than the maps have.
+/// Writes freqDiv rows of timeDiv cells, with zeros beyond the size of the maps.
 void StoreGaborMaps(AtomicWriter& file, const PMeasInfo& pair) {
   if (pair.timeDiv <= 0 || pair.freqDiv <= 0) return;
   const int columns = std::min(pair.timeDiv, kGaborDivisions);
@@ -147,7 +146,7 @@ void ReadPairSettings(SectionReader& file, PMeasInfo& pair, Source source) {
   pair.polyOrderB = file.Int32();
 }
 
-/// Counters and divisions that the arrays of the record cannot serve come down to what they can.
+/// Limits counters and divisions of the record to the size of its arrays.
 void HoldCounters(SectionReader& file, PMeasInfo& pair) {
   if (pair.timeDiv < 0 || pair.timeDiv >= kMostDivisionsRead) pair.timeDiv = kGaborDivisions;
   if (pair.freqDiv < 0 || pair.freqDiv >= kMostDivisionsRead) pair.freqDiv = kGaborDivisions;
@@ -180,7 +179,7 @@ void ReadPairs(SectionReader& file, Source source) {
       return;
     }
     auto pair = std::make_unique<PMeasInfo>();
-    SetupPairMeasArrays(*pair, 1);  // first values; the arrays come with their data
+    SetupPairMeasArrays(*pair, 1);  // first values; the arrays are filled with their data
     pair->key = key;
     pair->refChan = file.Int32();
     pair->dspChan = file.Int32();
@@ -193,7 +192,7 @@ void ReadPairs(SectionReader& file, Source source) {
     LoadVector(pair->dispFreq, n, room, file);
     LoadVector(pair->dispWlen, n, room, file);
     ReadPairSettings(file, *pair, source);
-    if (file.Ended()) return;  // results that are cut can be calculated again; half of them would look whole
+    if (file.Ended()) return;  // incomplete results can be calculated again; half of them would look complete
     HoldCounters(file, *pair);
     MeasDB.pMeasList.append(std::move(pair));
   }
@@ -310,7 +309,7 @@ void StoreAnalysis(AtomicWriter& file) {
 
 void LoadAnalysisFrom(SectionReader& file) {
   file.BeginSection("analysis");
-  // Kept: no mask has key -1, so the masks that are there stay in front of those of the file.
+  // Kept: no mask has key -1, so the masks already there stay before those of the file.
   FreeMaskingInfo(-1, 0, 0);
   ReadSection(file, Source::AnalysisFile);
   file.EndSection();

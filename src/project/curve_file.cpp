@@ -42,7 +42,7 @@ bool NextCount(TextReader& file, int& n) {
   return used > 0 && n >= 0;
 }
 
-/// Rows of at least `columns` numbers, of as many all; the text has to have them all.
+/// Rows of at least `columns` numbers, all with the same count; the text must contain all rows.
 bool ReadRows(TextReader& file, int rows, std::size_t columns, std::vector<std::vector<double>>& table) {
   std::string line;
   for (int i = 0; i < rows; ++i) {

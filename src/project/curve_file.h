@@ -14,16 +14,16 @@ namespace sondera {
 
 class TextReader;
 
-/// Takes both kinds of curves, with their receivers, from the file "path.red"; they count as data then.
-/// Refused, the record is as it was.
+/// Reads both kinds of curves, with their receivers, from the file "path.red"; they then count as data. When
+/// refused, the record is unchanged.
 Refusal ReadCurves(const std::string& path, ModelRecord& record, Switches& switches);
 
 /// The same from an open text. @return false when refused
 [[nodiscard]] bool ReadCurvesFrom(TextReader& file, ModelRecord& record, Switches& switches);
 
-/// Goes to the line behind the first one that begins with "*" and has the key as its first word (separators
+/// Goes to the line after the first one that begins with "*" and has the key as its first word (separators
 /// comma, tabulator, line end and "*"; blanks belong to words). False when there is none; the text is then at
-/// its end. Lines count as ended after 256 bytes.
+/// its end. A line ends after 256 bytes at most.
 bool FS_FilePointer(TextReader& file, std::string_view key);
 
 }  // namespace sondera

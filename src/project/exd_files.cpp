@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view kHeading = "ID : ";
 constexpr int kHeaderRest = 4;        // lines between the number of points and the first point
-constexpr int kMostPoints = 1 << 18;  // records of a measurement are made for each; no instrument gives more
+constexpr int kMostPoints = 1 << 18;  // each measurement gets its records; no instrument records more
 constexpr std::size_t kIdLength = 80;
 constexpr int kMostPrompts = 10;  // new ids asked for in a row
 constexpr double kFoot = 0.3048;
@@ -43,7 +43,7 @@ bool TakeNumber(Tokenizer& tokens, std::vector<double>& out) {
   return true;
 }
 
-/// One file in the course of reading.
+/// State of reading one file.
 class ExdReader {
  public:
   ExdReader(TextReader& text, const std::string& fname, const ExdQuestions& questions)
@@ -56,7 +56,7 @@ class ExdReader {
     ++lineNumber_;
     return true;
   }
-  /// Remembers the first trouble.
+  /// Keeps the first problem.
   void note(const std::string& what) {
     if (trouble_.empty()) trouble_ = what;
   }
@@ -73,8 +73,8 @@ class ExdReader {
   std::optional<double> unit_;
 };
 
-/// Header behind its first line, and the points. False when there are fewer than claimed; line_ then holds
-/// the line that was none.
+/// Rest of the header, and the points. False when there are fewer than stated; line_ then holds the line that
+/// was not a point.
 bool ExdReader::readPoints(ExdCurve& curve) {
   const int start = lineNumber_;
   const std::size_t colon = nextLine() ? line_.find(':') : std::string::npos;
@@ -88,7 +88,7 @@ bool ExdReader::readPoints(ExdCurve& curve) {
   for (int i = 0; i < n; ++i) {
     Tokenizer tokens(std::string_view{});
     const bool there =
-        nextLine() && line_.ends_with('\n');  // a last line that is cut may end within a number
+        nextLine() && line_.ends_with('\n');  // an incomplete last line may end within a number
     if (there) tokens = Tokenizer(std::string_view(line_), " ,\t\r\n");
     if (!there || !TakeNumber(tokens, curve.velocity) || !TakeNumber(tokens, curve.frequency) ||
         !TakeNumber(tokens, curve.wavelength)) {
@@ -99,8 +99,7 @@ bool ExdReader::readPoints(ExdCurve& curve) {
   return true;
 }
 
-/// Curve whose heading is in line_. True when line_ has been dealt with, false when it is to be looked at
-/// anew.
+/// Curve with its heading in line_. True when line_ is finished, false when it must be examined again.
 bool ExdReader::readCurve() {
   ExdCurve curve;
   const std::string heading = line_;
@@ -108,12 +107,12 @@ bool ExdReader::readCurve() {
   curve.measID = ExtractMeasID(token.value_or(std::string_view())) + "@" + fname_;
   while (!curve.measID.empty() && (curve.measID.back() == '\n' || curve.measID.back() == '\r'))
     curve.measID.pop_back();
-  if (!readPoints(curve)) return false;  // it has taken a line at least, or the text is at its end
+  if (!readPoints(curve)) return false;  // it has read at least one line, or the text is at its end
   if (!curve.velocity.empty()) store(curve);
   return true;
 }
 
-/// Settles under which id a curve comes in. False when it stays out.
+/// Decides the id of an imported curve. False when the curve is left out.
 bool ExdReader::claim(std::string measID, ImportRequest& request, ImportRecords& records) {
   for (int tries = 0; tries < kMostPrompts; ++tries) {
     request.measID = measID;
@@ -173,12 +172,11 @@ ExdOutcome ExdReader::run() {
     }
   }
   if (text_.ReadFailed()) note("It could not be read to its end.");
-  if (unit_) session.lengthUnit = *unit_;  // behind the records, which show a unit of their own
+  if (unit_) session.lengthUnit = *unit_;  // after the records, which show a unit of their own
   return {trouble_, unit_};
 }
 
-/// Amplitude of the phase in use on the line of a frequency: points have no line numbers of their own, since
-/// a curve leaves lines out.
+/// Amplitude of the phase in use at a frequency: points have no line numbers, since a curve leaves lines out.
 double AmplitudeAt(const PMeasInfo& p, double frequency) {
   const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(p.key));
   const std::vector<double>& amplitude = p.phaseOption == 0 ? p.hAmp : p.phaseOption == 1 ? p.enAmp : p.bbAmp;

@@ -20,7 +20,7 @@ constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr double kBand = 2.0;  // standard deviations
 constexpr const char* kPhases[] = {"original", "enhanced", "backbone"};
 
-/// Blocks that hold nothing say that the measurement has no such data.
+/// A block without data means that the measurement has no data of this kind.
 bool HasData(const std::vector<double>& block) {
   return std::any_of(block.begin(), block.end(), [](double v) { return v != 0.0; });
 }
@@ -168,7 +168,7 @@ CurveTable RepresentativeCurve(const DispInfo& d, const char* kind, double unit)
   return c;
 }
 
-/// Curves that the last run computed.
+/// Curves of the last run.
 void AddComputed(std::vector<CurveTable>& curves) {
   const ModelRecord& t = TheoDispInfo;
   const auto add = [&](const Column& f, const Column& v, const Column& w) {
@@ -229,7 +229,7 @@ ProfileTable IterationOf(int entry, const TableChoices& choices) {
     l.sd = hasBand ? PosteriorDeviation(entry, i) : kNone;
     l.low = l.vs - kBand * l.sd;
     l.high = l.vs + kBand * l.sd;
-    // What a damaged or older file holds beyond the range says nothing.
+    // Values out of range in a damaged or older file are not meaningful.
     const double resolution = hasBand ? Cell(r.resolution, entry, i) : kNone;
     l.resolution = resolution >= 0.0 ? std::min(resolution, 1.0) : kNone;
     l.vp = Cell(r.Vp, entry, i);
@@ -291,7 +291,7 @@ SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double
   site.lengthUnit = lengthUnit;
   site.longestWavelength = longestWavelength;
   for (const ProfileLayer& l : profile.layers) {
-    // A layer that was kept has its velocity at both ends of the band.
+    // A layer with fixed Vs has its velocity at both ends of the band.
     const auto end = [&](double v) { return l.isFixed ? std::optional(l.vs) : some(v); };
     site.layers.push_back(
         {std::isnan(l.thickness) ? 0.0 : l.thickness, l.vs, end(l.low), end(l.high), some(l.resolution)});

@@ -1,9 +1,9 @@
-// export_tables.h - what a project holds, as plain tables for other programs: measurements with spectra and
-// masks, curves, profiles, figures. The writers (table_csv.h, table_json.h, table_forms.h) see nothing else.
+// export_tables.h - contents of a project as plain tables for other programs: measurements with spectra and
+// masks, curves, profiles, figures. The writers (table_csv.h, table_json.h, table_forms.h) use only these.
 //
-// Lengths and velocities are in the unit of the tables, metres per unit in `lengthUnit`; those of measurements in
-// another unit are converted to it. Channels count from 1. A value that is not there is NaN, and writers leave its
-// cell empty. Owned state: none.
+// Lengths and velocities are in the unit of the tables, metres per unit in `lengthUnit`; those of
+// measurements in another unit are converted to it. Channels count from 1. A missing value is NaN, and
+// writers leave its cell empty. Owned state: none.
 #pragma once
 
 #include <string>
@@ -38,7 +38,7 @@ struct MeasurementTable {
   Column receivers;
   int averages = 0;                    ///< 0: not known
   double lengthUnit = 1.0;             ///< of the measurement itself
-  std::vector<SpectrumTable> spectra;  ///< of the pairs that were looked at
+  std::vector<SpectrumTable> spectra;  ///< of the pairs with a record
   std::vector<MaskRow> masks;
 };
 
@@ -48,7 +48,7 @@ struct CurveTable {
   int reference = 0, channel = 0;  ///< 0: none
   std::string phase;               ///< "original", "enhanced", "backbone" of a pair, else empty
   bool isIncluded = true;
-  bool hasPlaces = false;  ///< source and receivers hold
+  bool hasPlaces = false;  ///< source and receivers are valid
   double source = 0.0, receivers[2] = {0.0, 0.0};
   Column frequency, velocity, wavelength, velocitySd, amplitude;
   std::vector<std::string> state;  ///< "ok", "none", "plane", "base"
@@ -88,17 +88,17 @@ struct TableChoices {
 /// Tables of the open project.
 ProjectTables CollectTables(const TableChoices& choices);
 
-/// Longest wavelength of the curves that a model is fitted to, in the unit of the project; 0 for none.
+/// Longest wavelength of the curves for the fit of a model, in the unit of the project; 0 for none.
 double LongestWavelength();
 
-/// A profile as the figures take it. longestWavelength in the unit of the tables.
+/// A profile as the figures need it. longestWavelength in the unit of the tables.
 SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double longestWavelength);
 
-/// The profile that forms of one profile write: the last inverted one, else the starting one, else the given one;
-/// null without any.
+/// The profile for formats with one profile: the last inverted one, else the starting one, else the given
+/// one; null without any.
 const ProfileTable* FinalProfile(const ProjectTables& tables);
 
-/// Shortest digits that give the number back; empty for NaN and infinities.
+/// Shortest digits that restore the number; empty for NaN and infinities.
 std::string ShortestText(double value);
 
 /// "m", "cm", "ft", "in".

@@ -23,8 +23,7 @@ bool Positive(double x) {
   return std::isfinite(x) && x > 0.0;
 }
 
-/// a / b where |b| squared would leave the range of a double too: both are brought near 1 first, by a power
-/// of two.
+/// a / b where |b| squared would overflow or underflow: both are scaled near 1 first, by a power of two.
 void DivideScaled(double& re, double& im, double divisorRe, double divisorIm) {
   constexpr int kSafeExponent = 300;
   const int exponent = std::ilogb(std::max(std::fabs(divisorRe), std::fabs(divisorIm)));
@@ -49,8 +48,8 @@ bool LayOutSpectrum(double f0, double f1, double df, int count, int channels, Sp
   } else {
     s.nLines = FullTimeLines(count);
   }
-  // A file of 2^k + 1 lines reaches one line further than a record of 2^k lines.
-  // Kept: the rule also holds for a band that does not start at zero, though its upper lines are lost by it.
+  // A file of 2^k + 1 lines has one line more than a record of 2^k lines. Kept: the rule also holds for a
+  // band that does not start at zero, though it then loses upper lines.
   if (s.nLines == 2 * (std::int64_t{count} - 1)) {
     s.nLines = count - 1;
     s.stopFreq = (count - 2) * df;

@@ -9,9 +9,9 @@
 namespace sondera {
 namespace {
 
-// Settings of a measurement that no board took part in.
+// Settings of a measurement without a board.
 constexpr double kInputRange = 5.0;            // V
-constexpr std::size_t kChannelsWithRange = 2;  // Kept: further channels have the range 0
+constexpr std::size_t kChannelsWithRange = 2;  // Kept: other channels have the range 0
 constexpr double kTriggerShare = 0.01;         // of the input range
 
 void SetCommonFields(HWSetup& hw) {
@@ -29,7 +29,7 @@ void SetCommonFields(HWSetup& hw) {
   hw.nAverage = 5;
 }
 
-/// Geometry and arrays, once nLines and nChannels stand.
+/// Geometry and arrays, after nLines and nChannels are set.
 void MakeRest(const ImportRequest& request, ImportRecords& records) {
   records.meas = SetupMSetupArrays(records.key);
   records.meas->lengthUnit = request.lengthUnit;
@@ -103,7 +103,7 @@ void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, Imp
   ResetInPlace(MeasDB.rawDataList, records.key);
   HWSetup& hw = *(records.hw = SetupHWSetupArrays(records.key, request.nChannels));
   SetCommonFields(hw);
-  hw.decimation = 0;  // Kept: unlike other imports; whoever picks samples by it counts 0 as 1
+  hw.decimation = 0;  // Kept: unlike other imports; code that selects samples by it counts 0 as 1
   hw.nLines = layout.samples / 2;
   hw.freqSpan = layout.freqSpan;
   hw.startFreq = 0.0;

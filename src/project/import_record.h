@@ -1,10 +1,10 @@
-// import_record.h - the records that an import makes: found or added under its id, filled with the settings
-// that all imports share.
+// import_record.h - the records of an import: found or added by id, filled with the settings that all imports
+// share.
 //
 // The order of the readers: read the first file, BeginImport (asks before it overwrites), Make... , the
-// channels, and CompletePairs at the end. A refused first file leaves everything as it was. A refused later
-// file costs the measurement, also one that was there before: its data were released when the import began.
-// The caller removes it then (ImportResult::begun) and shows the measurement otherwise
+// channels, and CompletePairs at the end. When the first file is refused, nothing has changed. When a later
+// file is refused, the measurement is lost, also if it existed before: its data were released when the import
+// began. The caller then removes it (ImportResult::begun) and shows the measurement otherwise
 // (panels/loadtxdata_import.h).
 #pragma once
 
@@ -21,7 +21,7 @@
 
 namespace sondera {
 
-/// What is to be imported.
+/// Settings of an import.
 struct ImportRequest {
   std::string projID;  ///< project text of the measurement
   std::string measID;
@@ -34,13 +34,13 @@ struct ImportRequest {
   /// Opens a row's file, or gives the reason; replaced where the bytes are in memory.
   std::function<bool(const std::string& name, TextReader& text, std::string& reason)> open =
       [](const std::string& name, TextReader& text, std::string& reason) { return text.Open(name, &reason); };
-  std::function<bool()> mayOverwrite;  ///< asked when the id is in the list already; empty: no
+  std::function<bool()> mayOverwrite;  ///< called when the id is in the list already; empty: no
 };
 
 /// How an import ended.
 struct ImportResult {
   Refusal refusal;     ///< without a reason: the answer to the question was no
-  bool begun = false;  ///< the measurement exists: whole, or, when refused, to be removed
+  bool begun = false;  ///< the measurement exists: complete, or, when refused, to be removed
 
   static ImportResult Refused(Refusal refusal) { return {std::move(refusal), false}; }
   static ImportResult Abandoned(Refusal refusal) { return {std::move(refusal), true}; }
@@ -65,7 +65,7 @@ std::string CannotRead(const std::string& path, const TextFault& fault);
 std::string CannotRead(const std::string& cause);
 }  // namespace import_text
 
-/// The records of the measurement in hand, borrowed from MeasDB.
+/// The records of the present measurement, borrowed from MeasDB.
 struct ImportRecords {
   int key = -1;
   bool existed = false;  ///< the id was in the list before
@@ -76,15 +76,15 @@ struct ImportRecords {
 
 enum class IfPresent { Ask, Overwrite };
 
-/// Makes projID the current project and finds or adds the id. An id that exists is asked about. False when
-/// the answer is no; no measurement has changed then.
+/// Makes projID the current project and finds or adds the id. For an id that exists it asks. False when the
+/// answer is no; then no measurement has changed.
 bool BeginImport(const ImportRequest& request, IfPresent ifPresent, ImportRecords& records);
 /// The three records of imported spectra, data zero.
 void MakeSpectrumRecords(const ImportRequest& request, const SpectrumLayout& layout, ImportRecords& records);
-/// The three records of an imported time record, data zero; nothing stays of records that were there.
+/// The three records of an imported time record, data zero; earlier records are cleared.
 void MakeTimeRecords(const ImportRequest& request, const TimeLayout& layout, ImportRecords& records);
 
-/// Brings the pairs of an overwritten measurement to the new size, empty; those of channels that are gone are
+/// Resizes and clears the pairs of an overwritten measurement; those of channels that no longer exist are
 /// removed.
 void CompletePairs(const ImportRequest& request, const ImportRecords& records);
 

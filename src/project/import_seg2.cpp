@@ -45,7 +45,7 @@ ShotTrace TraceOf(Seg2Trace&& from) {
   return trace;
 }
 
-/// "channels 1, 2, 5 to 9", of those for which `holds` is true; empty for none.
+/// "channels 1, 2, 5 to 9": the channels for which `holds` is true; empty for none.
 template <class Holds>
 std::string ChannelsThat(const std::vector<Seg2Trace>& traces, Holds holds) {
   std::vector<int> which;
@@ -65,7 +65,8 @@ std::string ChannelsThat(const std::vector<Seg2Trace>& traces, Holds holds) {
   return text;
 }
 
-/// What the file leaves out or does to the samples. Said without its name where many files say the same.
+/// Missing information and processing of the samples. Without the file's name where many files have the same
+/// remark.
 void TellOfKeys(const Seg2File& file, std::vector<Finding>& findings) {
   const auto note = [&](std::string text) { findings.push_back({FindingKind::Note, std::move(text)}); };
   if (const auto which = ChannelsThat(file.traces, [](const Seg2Trace& t) { return !t.delay; });

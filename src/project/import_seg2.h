@@ -1,9 +1,9 @@
-// import_seg2.h - a SEG-2 file as a shot: keys become the numbers that a plan needs, with a word on whatever
-// the recorder left out.
+// import_seg2.h - a SEG-2 file as a shot: converts keys to the numbers of a plan, with a remark on missing
+// information.
 //
-// Volts are count * DESCALING_FACTOR / STACK / 1000: recorders sum the blows that STACK counts. Without a
-// factor the counts stay as they are. A channel of another TRACE_TYPE than SEISMIC_DATA, a dead or a clipped
-// one comes in set aside.
+// Volts are count * DESCALING_FACTOR / STACK / 1000: recorders sum the number of blows given by STACK.
+// Without a factor the counts stay. A channel with another TRACE_TYPE than SEISMIC_DATA, a dead or a clipped
+// one is imported as unused.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@
 
 namespace sondera {
 
-/// The shot of a file that is in memory. Empty, or why not (without the name of the file).
+/// The shot of a file that is in memory. Empty, or why it cannot be read (without the name of the file).
 /// @param[in] path  for the findings, which begin with it
 std::string ShotOfSeg2(const std::string& path, std::string_view bytes, Shot& shot);
 

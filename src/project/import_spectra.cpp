@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view kFirstMeasID = "measID";
 
-/// What stands on the line at 0 Hz of a cross spectrum: its imaginary part is 0 by nature, whatever the file
-/// says.
+/// Value of the line at 0 Hz of a cross spectrum: its imaginary part is 0 by definition, so the file's value
+/// is ignored.
 enum class ZeroLine { AsRead, Real };
 
 /// Value of one line; a missing one is 0.
@@ -26,15 +26,15 @@ LineValue ValueAt(const TextColumns& columns, int row, int line, ZeroLine zeroLi
   return {columns.a[k], line == 0 && zeroLine == ZeroLine::Real ? 0.0 : columns.b[k]};
 }
 
-/// Lines of a file that the record takes.
+/// Lines of a file that the record contains.
 int UsedRows(const TextColumns& columns, const SpectrumLayout& layout) {
   return std::min(columns.count(), layout.nLines - layout.firstLine);
 }
 
-/// Whether the file of a row may lack its imaginary parts: a power spectrum has none.
+/// Whether the file of a row needs no imaginary parts: a power spectrum has none.
 enum class Kind { Complex, Power };
 
-/// What the columns of a first or a later file are refused for, beside what the reader found.
+/// Why the columns of a first or a later file are refused, beside the reader's message.
 void CheckColumns(const SpectrumLayout& layout, ZeroLine zeroLine, Kind kind, TextColumns& columns) {
   constexpr int kFieldsOfComplex = 3;
   if (columns.damaged || !HasEvenAxis(columns, "frequencies")) return;
@@ -54,18 +54,18 @@ bool HasTwoLines(TextColumns& columns) {
   return columns.count() >= 2 || Damage(columns, columns.count() + 1, "the data end here, before two lines");
 }
 
-/// A first file and what follows from it.
+/// A first file and the layout derived from it.
 struct FirstFile {
   int row = 0;
   TextColumns columns;
   SpectrumLayout layout;
 };
 
-/// One run of an import: the message of its failure, and what is to be told at its end.
+/// One import: the message of its failure, and the remarks for its end.
 struct Run {
   const ImportRequest& request;
   ZeroLine zeroLine;
-  int powerRows = 0;  ///< rows in front that hold power spectra
+  int powerRows = 0;  ///< rows before it that hold power spectra
   FirstFile first{};
   ImportFindings findings{};
 
@@ -113,7 +113,7 @@ std::string ReadLaterFile(const Run& run, int row, TextColumns& columns) {
   return run.refusal(row, columns);
 }
 
-/// What a file should be known for; a later file is held against the first.
+/// Remarks on a file; a later file is compared with the first.
 void TellOf(Run& run, int row, int channel, const TextColumns& columns) {
   const std::string& path = FileInRow(run.request, row);
   run.findings.TellOfZeros(path, channel, columns.a, columns.b);
@@ -141,7 +141,7 @@ std::string ReadChannel(Run& run, int row, RawData& raw, int channel) {
   return {};
 }
 
-/// Channels from firstChannel on, the first of them from the row given. Empty, or the message.
+/// Channels from firstChannel on, the first of them from the given row. Empty, or the message.
 std::string ReadChannels(Run& run, RawData& raw, int firstChannel, int row) {
   for (int c = firstChannel; c < run.request.nChannels; ++c)
     if (std::string refusal = ReadChannel(run, row + c - firstChannel, raw, c); !refusal.empty())
@@ -191,7 +191,7 @@ ImportResult ImportCrossSpectra(const ImportRequest& request) {
   const int nLines = run.first.layout.nLines;
   // Without a source row r is channel r, and the first may be left out: then it is 1.
   const bool firstIsUnity = !request.sourceInstrumented && FileInRow(request, 0).empty();
-  if (firstIsUnity)  // all 2P entries, the one between the halves too
+  if (firstIsUnity)  // all 2P entries, also the one between the halves
     std::fill_n(raw.crossSpecRe.begin(), 2 * static_cast<std::size_t>(nLines), 1.0);
   const int from = firstIsUnity ? 1 : 0;
   const std::string refusal = ReadChannels(run, raw, from, request.sourceInstrumented ? kSourceRows : from);

@@ -1,6 +1,6 @@
 // import_text.cpp - see import_text.h. Owns no state.
-// A number must be the whole of its token: "1.5" and "1.5D-03" are numbers, "1.5x" and "1.5-103" are not. The
-// C library would read 1.5 from all four.
+// A number must fill its token: "1.5" and "1.5D-03" are numbers, "1.5x" and "1.5-103" are not. The C library
+// would read 1.5 from all four.
 #include "project/import_text.h"
 
 #include <algorithm>
@@ -49,7 +49,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// How a number is written.
+/// Digits of a number in the text.
 struct Digits {
   int behindPoint = 0, exponentDigits = 0, exponent = 0;
   int significant = 0;  ///< from the first digit that is not 0
@@ -75,7 +75,7 @@ Digits DigitsOf(std::string_view token) {
   return d;
 }
 
-/// The shortest last numbers of the lines so far: what a last line without line end is held against.
+/// The shortest last numbers of the lines so far, for comparison with a last line without line end.
 class LineEnds {
  public:
   void Add(const LineTokens& tokens) {
@@ -85,7 +85,7 @@ class LineEnds {
     behindPoint_ = std::min(behindPoint_, d.behindPoint);
     exponentDigits_ = std::min(exponentDigits_, d.exponentDigits);
   }
-  /// Whether a line has less than all lines before it had.
+  /// Whether a line is shorter than all lines before.
   bool BreaksOff(const LineTokens& tokens) const {
     constexpr int kEnoughToTell = 3;
     if (lines_ > 0 && tokens.count < fields_) return true;
@@ -137,8 +137,8 @@ int CountNumberLines(TextReader& text) {
   return count;
 }
 
-/// Half of the last digit of an axis value, as the digits of all of them tell: files are written with a fixed
-/// number of decimals or of significant digits, and trailing zeros may be missing.
+/// Half of the last digit of an axis value, estimated from the digits of all of them: files are written with
+/// a fixed number of decimals or of significant digits, and trailing zeros may be missing.
 double RoundingOf(double x, const TextColumns& columns) {
   const double decimals = std::pow(10.0, -columns.axisDecimals);
   if (x == 0.0) return 0.5 * decimals;
@@ -168,7 +168,7 @@ Grid FitGrid(const std::vector<double>& axis) {
   return {meanX - step * meanRow, step};
 }
 
-/// The row whose step from the value before it is the farthest from the mean step.
+/// The row whose step from the value before differs most from the mean step.
 std::size_t WorstStep(const std::vector<double>& axis, double step) {
   std::size_t worst = 0, before = 0;
   double most = -1.0;

@@ -56,7 +56,7 @@ std::string ReadLaterFile(const ImportRequest& request, int row, const TextColum
                                  {static_cast<std::int64_t>(at) + 1, "another time than in the first file"});
 }
 
-/// What the file of a channel should be known for; a later file is held against the first.
+/// Remarks on the file of a channel; a later file is compared with the first.
 void TellOf(const ImportRequest& request, int channel, const TextColumns& first, const TextColumns& columns,
             ImportFindings& findings) {
   const std::string& path = FileInRow(request, channel);
@@ -73,8 +73,8 @@ void StoreSamples(const TextColumns& columns, double* samples, int length) {
   std::fill(samples + columns.count(), samples + length, columns.lastValue);
 }
 
-/// One-record averages of all channels, scaled to rms: a sine of amplitude A that falls on a line has the
-/// power A * A / 2 there. False when a sum leaves the range of a double.
+/// One-record averages of all channels, scaled to rms: a sine of amplitude A at the frequency of a line has
+/// the power A * A / 2 there. False when a sum overflows.
 bool ComputeSpectra(RawData& raw, int channels, int length) {
   const std::size_t n = static_cast<std::size_t>(length);
   const double samples = length;

@@ -26,7 +26,7 @@ double LastAbscissa(const Uff58Set& set, int points) {
   return set.abscissaMin + (points - 1) * set.abscissaStep;
 }
 
-/// Whether two sets have their points at the same frequencies, to half a step, as far as both go.
+/// Whether two sets have their points at the same frequencies, to half a step, up to the shorter length.
 bool SameAbscissa(const Uff58Set& first, const Uff58Set& later) {
   const int both = std::min(first.points, later.points);
   const double half = 0.5 * std::fabs(first.abscissaStep);
@@ -34,7 +34,7 @@ bool SameAbscissa(const Uff58Set& first, const Uff58Set& later) {
          std::fabs(LastAbscissa(later, both) - LastAbscissa(first, both)) <= half;
 }
 
-/// What is common to a run: the types it takes, its first file and the lines of the record.
+/// Common data of an import: the accepted types, its first file and the lines of the record.
 struct Run {
   std::vector<int> types;
   int firstRow = 0;
@@ -83,7 +83,7 @@ std::string ReadChannel(const ImportRequest& request, Run& run, int row, RawData
   return {};
 }
 
-/// The import itself: channels from firstChannel on, the first of them from the row given.
+/// The import itself: channels from firstChannel on, the first of them from the given row.
 ImportResult ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
                      bool firstRowMayBeEmpty) {
   const std::string refusal = ReadFirstFile(request, run);

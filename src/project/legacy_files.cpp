@@ -12,13 +12,13 @@
 namespace sondera {
 namespace {
 
-/// Takes away what hangs on the former size of a measurement.
+/// Removes data that depend on the former size of a measurement.
 void RemovePairs(int key) {
   for (int i = MeasDB.pMeasList.count(); i >= 1; --i)
     if (MeasDB.pMeasList.at(i)->key == key) MeasDB.pMeasList.remove(i);
 }
 
-/// Fields that a ".sms" has no place for: those of the record that it replaces, as far as they go with it.
+/// Fields that a ".sms" does not contain: copied from the record that it replaces, where they fit.
 void KeepWhatTheFileLacks(const HWSetup* former, HWSetup& hw) {
   const bool sameBand = former && former->freqSpan == hw.freqSpan && former->nLines == hw.nLines;
   hw.stopFreq = std::fabs(hw.freqSpan);
@@ -52,10 +52,10 @@ void ReadHardware(SectionReader& file, const LoadQuestions& questions) {
     const int fileKey = file.Int32();
     const std::string projID = file.Text(), measID = file.Text();
     file.Int32();             // the key once more
-    if (file.Ended()) break;  // without its names it is no measurement
+    if (file.Ended()) break;  // without its names it is not a measurement
     HWSetup hw;
     ReadHWSetupFields(file, hw, false, false);
-    if (file.Ended()) break;  // half a setup would spoil whatever is measured or read with it
+    if (file.Ended()) break;  // half a setup would spoil every measurement or file that uses it
     const int key = ClaimFileKey(file, questions, fileKey, projID, measID);
     if (key == -1) return;
     session.fileKeyList.push_back(key);
@@ -63,7 +63,7 @@ void ReadHardware(SectionReader& file, const LoadQuestions& questions) {
   }
 }
 
-/// The first measurement of a file of one, else the second.
+/// The first measurement if the file has only one, else the second.
 void SelectLoaded() {
   const std::vector<int>& keys = session.fileKeyList;
   if (keys.empty()) return;

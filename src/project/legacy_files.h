@@ -1,11 +1,12 @@
 // legacy_files.h - setup and raw data files of earlier versions: ".sms" and, beside it, ".srd".
 //
 // ".sms": the setup section of a project file (setup_section.h), with two differences: the ProjID field is
-// the plain text, without bars and decimation, and nothing stands behind a negative freqSpan. ".srd": the raw
-// data section (raw_section.h), then one real that has no use here and is carried along
-// (session.rawFileReal). A ".srd" is read for the measurements of the ".sms" of the same name.
+// the plain text, without bars and decimation, and no fields follow a negative freqSpan. ".srd": the raw data
+// section (raw_section.h), then one real that is not used but kept (session.rawFileReal). A ".srd" is read
+// for the measurements of the ".sms" of the same name.
 //
-// Callers: panels/mainmenu_legacy. Files are written whole or not at all; of a damaged file what is whole comes in.
+// Callers: panels/mainmenu_legacy. Files are written completely or not at all; of a damaged file the complete
+// parts are read.
 #pragma once
 
 #include <string>
@@ -15,15 +16,16 @@
 
 namespace sondera {
 
-/// Reads a ".sms" from an open file into the database, beside what is there; an id that is in the list is asked
-/// about. An overwritten measurement keeps its key and what the file does not hold; when its size changes, data
-/// and pairs of the former size go. session.fileKeyList gets the keys in file order. Kept: the measurement
-/// selected afterwards is the first when the file has one, else the second. What was wrong: file.Trouble().
+/// Reads a ".sms" from an open file into the database, in addition to its contents; for an id that is in the
+/// list it asks. An overwritten measurement keeps its key and the data that are not in the file; when its
+/// size changes, data and pairs of the former size are removed. session.fileKeyList gets the keys in file
+/// order. Kept: the measurement selected afterwards is the first when the file has one, else the second.
+/// file.Trouble() describes problems.
 GeometryRead ReadLegacySetups(SectionReader& file, const LoadQuestions& questions);
 /// Reads a ".srd" for the measurements of session.fileKeyList.
 void ReadLegacyRawData(SectionReader& file);
 
-/// Writes all setups; a measID that is not empty stands for the ids of all of them.
+/// Writes all setups; a measID that is not empty replaces the ids of all of them.
 Refusal WriteLegacySetups(const std::string& path, const std::string& measID);
 /// Writes the ".sms" of the same name, then the ".srd".
 Refusal WriteLegacyRawData(const std::string& path, const std::string& measID);

@@ -32,7 +32,7 @@ void CheckMeasurement(const IDInfo& id, std::vector<std::string>& doubts) {
   if (!places.empty()) doubts.push_back(name + places + ": they give no curve together.");
 }
 
-/// Counts records of one kind on channels that their measurement does not have, and tells the first.
+/// Counts records of one kind on channels that their measurement does not have, and names the first.
 template <class List>
 void CheckChannels(const List& list, const char* what, std::vector<std::string>& doubts) {
   int count = 0;

@@ -17,8 +17,8 @@ constexpr int kMostListItems = 100000;
 
 // --- fields ---
 //
-// One list of fields a record, in the order of the file, for both directions: ModelHead, ModelBody, InvHead and
-// InvBody name the fields, Writer and Reader say what happens to them.
+// One list of fields for each record, in the order of the file, for both directions: ModelHead, ModelBody,
+// InvHead and InvBody name the fields, Writer and Reader process them.
 
 using Tables = std::vector<OffsetMatrix<double> InvRecord::*>;
 
@@ -26,8 +26,7 @@ std::int64_t Cells(const ModelRecord& m) {
   return std::int64_t{m.nDispPoints} * m.nDispCurves;
 }
 
-/// Whether the point arrays are in the file: always those of FModelParam, those of its twin unless they are
-/// empty.
+/// Whether the point arrays are in the file: always for FModelParam, for TheoDispInfo unless they are empty.
 enum class PointArrays { Always, UnlessEmpty };
 
 /// Value of a table, zero outside it.
@@ -78,7 +77,7 @@ class Reader {
 
   void Field(int& n) { n = file_.Int32(); }
   void Field(double& v) { v = file_.Real(); }
-  /// A counter that the arrays cannot serve comes down to what they hold: what it counted is not in the file.
+  /// Limits a counter to the size of the arrays: entries beyond it are not in the file.
   void Counter(int& n, int capacity, const char* what) {
     n = file_.Int32();
     Hold(n, capacity, what);
@@ -112,14 +111,14 @@ class Reader {
   SectionReader& file_;
 };
 
-/// The point arrays of the array curves, which are as long as the counters say.
+/// The point arrays of the array curves, with the length that the counters give.
 void Reader::Points(ModelRecord& m, PointArrays points) {
   const auto refuse = [&] {
     file_.GiveUp(FormatText("a model claims %d points on %d curves.", m.nDispPoints, m.nDispCurves));
     m.nDispPoints = m.nDispCurves = 0;
   };
   if (m.nDispPoints < 0 || m.nDispCurves < 0) refuse();
-  const bool small = m.nDispPoints <= m.capPoints && Cells(m) <= m.capCurve;  // room is there already
+  const bool small = m.nDispPoints <= m.capPoints && Cells(m) <= m.capCurve;  // space is already there
   if (!small && !(file_.CanHold(m.nDispPoints, 1, sizeof(double)) &&
                   file_.CanHold(Cells(m), 2, sizeof(double)) && file_.CanHold(m.nDispCurves, 1, 1)))
     refuse();
@@ -132,7 +131,7 @@ void Reader::Points(ModelRecord& m, PointArrays points) {
   file_.Reals(m.wlen.data(), static_cast<std::size_t>(Cells(m)));
 }
 
-/// As many pairs as the capacity says are in the file; more curves than that have pairs of zero.
+/// The file contains as many pairs as the capacity says; further curves have pairs of zero.
 void Reader::PairColumns(ModelRecord& m) {
   if (m.nDispCurves > m.capPairs && Cells(m) == 0) Hold(m.nDispCurves, m.capPairs, "curves");
   const std::size_t used = static_cast<std::size_t>(std::max(m.capPairs, m.nDispCurves));
@@ -146,7 +145,7 @@ void Reader::PairColumns(ModelRecord& m) {
   }
 }
 
-/// A model record behind its first capacity, up to what has to be looked at before the arrays are made.
+/// A model record after its first capacity, up to the fields that must be checked before the arrays are made.
 template <class Direction, class Record>
 void ModelHead(Direction& d, Record& m) {
   d.Field(m.capPairs);
@@ -183,7 +182,7 @@ void ModelBody(Direction& d, Record& m, PointArrays points) {
   d.Field(m.closingWord2);
 }
 
-/// A record of results behind its first capacity.
+/// A record of results after its first capacity.
 template <class Direction, class Record>
 void InvHead(Direction& d, Record& r) {
   d.Field(r.maxCurves);
@@ -199,7 +198,7 @@ void InvHead(Direction& d, Record& r) {
   d.Field(r.alphaTo);
 }
 
-/// Entries in the file: those wanted and the one in front of them.
+/// Entries in the file: the wanted ones and the one before them.
 std::int64_t StoredEntries(const InvRecord& r) {
   return std::int64_t{std::max(r.nEntries, 0)} + 1;
 }
@@ -222,17 +221,17 @@ void InvBody(Direction& d, Record& r) {
   d.Field(r.iSelected);
 }
 
-// --- what a file can hold ---
+// --- limits from the size of the file ---
 
-/// Whether arrays of so many bytes can still be in the file; where they cannot, the file ends within them.
+/// Whether arrays of so many bytes can still be in the file; if not, the file ends within them.
 bool HoldsBytes(SectionReader& file, std::int64_t bytes) {
   if (file.CanHold(bytes, 1, 1)) return true;
   file.Skip(INT64_MAX);
   return false;
 }
 
-/// Capacities that no file can mean end the reading; one that only memory would feel comes down to what is
-/// used. Nothing is sized before the arrays are known to be there.
+/// Impossible capacities end the reading; a capacity that would only waste memory is reduced to the used
+/// size. Nothing is allocated before the arrays are known to be there.
 bool AffordModel(SectionReader& file, ModelRecord& m) {
   for (int capacity : {m.capLayers, m.capPairs, m.capRec, m.capPoints, m.capCurve})
     if (capacity < 0) {
@@ -252,12 +251,12 @@ bool AffordModel(SectionReader& file, ModelRecord& m) {
   }
   if (!file.Afford(m.capCurve, 2, sizeof(double))) {
     file.Note(FormatText("A model has a capacity of %d points by curves.", m.capCurve));
-    m.capCurve = 1;  // not 0, which would stand for the capacity of the other record
+    m.capCurve = 1;  // not 0, which would mean the capacity of the other record
   }
   return true;
 }
 
-/// Holds counters and capacities against what the file can fill.
+/// Checks counters and capacities against the rest of the file.
 bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
   bool sound = r.maxLayers > 0;
   for (int n :
@@ -276,7 +275,7 @@ bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
 
 // --- records ---
 
-/// The record behind its head; false when nothing of it can be used.
+/// The record after its head; false when nothing of it can be used.
 bool ReadModelBody(SectionReader& file, ModelRecord& m, PointArrays points) {
   if (!AffordModel(file, m)) return false;
   Reader reader(file);
@@ -302,7 +301,7 @@ int ReadTheoDisp(SectionReader& file) {
   m.capLayers = file.Int32();
   Reader reader(file);
   ModelHead(reader, m);
-  if (m.capLayers == 0) return -2;  // Kept: only behind the head
+  if (m.capLayers == 0) return -2;  // Kept: only after the head
   if (m.capRec == 0) m.capRec = FModelParam.capRec;
   if (m.capCurve == 0) m.capCurve = FModelParam.capCurve;
   if (m.capPairs == 0) m.capPairs = FModelParam.capPairs;
@@ -333,7 +332,7 @@ void StoreNumbers(AtomicWriter& file, const std::vector<int>& numbers) {
   for (const int n : numbers) file.Int32(n);
 }
 
-/// Up to `count` numbers, as far as the file goes.
+/// Up to `count` numbers, but no more than the file has.
 std::vector<int> ReadNumbers(SectionReader& file, int count) {
   std::vector<int> numbers;
   for (int i = 0; i < count; ++i) {
@@ -362,7 +361,7 @@ int ReadModeling(SectionReader& file, EntryNumbers& entries) {
   return 0;
 }
 
-/// Stops behind the mark of a record that is not there, as its reader does.
+/// Stops after the mark of a missing record, as its reader does.
 void StoreModeling(AtomicWriter& file, const EntryNumbers& entries) {
   Writer writer(file);
   file.Int32(FModelParam.capLayers);

@@ -21,7 +21,7 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-/// Takes the next line off the text, without its end.
+/// Removes the next line from the text and returns it without its end.
 std::string_view NextLine(std::string_view& text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
   std::string_view line = text.substr(0, end);

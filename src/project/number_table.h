@@ -1,10 +1,11 @@
 // number_table.h - tables of numbers in plain text, as spreadsheets and other programs write them: bytes in,
 // columns out.
 //
-// Between the columns stands a comma, a semicolon, a tab or blanks, one kind in the whole text, told from its
-// first line. With semicolons the decimal sign may be a comma. A first line that is no row of numbers names the
-// columns. Lines that begin with "#" are comments; the last one in front of the numbers names the columns too,
-// when it has as many fields as they have. Empty lines do not count, an empty cell is NaN. Owned state: none.
+// The separator between columns is a comma, a semicolon, a tab or blanks: one kind in the whole text,
+// determined from its first line. With semicolons the decimal sign may be a comma. A first line that is not a
+// row of numbers names the columns. Lines that begin with "#" are comments; the last one before the numbers
+// also names the columns, if it has as many fields. Empty lines do not count, an empty cell is NaN. Owned
+// state: none.
 #pragma once
 
 #include <string>
@@ -34,7 +35,7 @@ std::vector<std::string> FieldsOf(std::string_view line, char separator);
 /// The separator that a line suggests: ';', tab, ',' or ' '.
 char SeparatorOf(std::string_view line);
 
-/// The number that a whole field is; false for another text.
+/// The number in a field, if the whole field is one; false for other text.
 bool IsNumber(std::string_view field, bool decimalComma, double& value);
 
 }  // namespace sondera

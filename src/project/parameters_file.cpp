@@ -21,7 +21,7 @@ std::size_t Count(int n) {
   return static_cast<std::size_t>(n);
 }
 
-/// False when a counter is below 0 or beyond its vector, as no record of ours is.
+/// False when a counter is below 0 or beyond its vector; valid records never are.
 bool IsWhole(const ModelRecord& m) {
   if (m.nLayers < 0 || m.nDispPointsG < 0 || m.nReceivers < 0 || m.nDispPoints < 0 || m.nDispCurves < 0)
     return false;
@@ -40,7 +40,7 @@ bool AllFinite(const std::vector<double>& column, std::size_t n) {
                      [](double v) { return std::isfinite(v); });
 }
 
-/// Of a whole record: whether all that is written are numbers.
+/// For a complete record: whether all values to write are finite numbers.
 bool HasNumbersOnly(const ModelRecord& m) {
   for (const double v :
        {m.fDispBulb, m.incRatio, m.GlobalRec1Loc, m.GlobalRec2Loc, m.xMinGlobal, m.xMaxGlobal})
@@ -105,14 +105,13 @@ void WriteArrayCurves(TextWriter& file, const ModelRecord& m) {
 
 // ---- reading ----------------------------------------------------------------------------------------
 
-/// Reads words and numbers across line ends. After the first thing that does not fit all further reading
-/// does nothing.
+/// Reads words and numbers across line ends. After the first mismatch all further reading does nothing.
 class Scanner {
  public:
   explicit Scanner(TextReader& file) : file_(file) {}
   bool Ok() const { return ok_; }
 
-  /// The words of a heading, with any white space (or none) between them, and before.
+  /// The words of a heading, with any white space (or none) before and between them.
   void Words(std::string_view words) {
     std::size_t i = 0;
     while (ok_ && i < words.size()) {
@@ -140,7 +139,7 @@ class Scanner {
     Words(words);
     return Int();
   }
-  /// A counter: below 0 does not fit.
+  /// A counter: below 0 is a mismatch.
   int Counter(std::string_view words) {
     const int n = Int(words);
     if (n < 0) ok_ = false;
@@ -158,8 +157,8 @@ class Scanner {
     return Real();
   }
 
-  /// A number of a column that has no blank of its own in front: one of 12 characters or more stands close to
-  /// its neighbour. All have four decimals, so that is where it ends.
+  /// A number of a column without a separating blank: numbers of 12 characters or more touch their neighbour.
+  /// All have four decimals, so the number ends there.
   double ColumnReal() {
     SkipSpace();
     if (!ok_) return 0.0;
@@ -172,8 +171,7 @@ class Scanner {
     return Take(used) ? value : 0.0;
   }
 
-  /// To be asked behind the last number: it may have been cut short unless a line end or the four decimals
-  /// are there.
+  /// Checked after the last number: without a line end or its four decimals it may be incomplete.
   void DemandWholeNumber() {
     if (!ok_ || line_.back() == '\n') return;
     const std::string_view read = std::string_view(line_).substr(0, at_);
@@ -209,7 +207,7 @@ class Scanner {
   bool ok_ = true;
 };
 
-/// The values read, zeros behind them.
+/// The values read, followed by zeros.
 void Replace(std::vector<double>& column, const std::vector<double>& values) {
   std::fill(std::copy(values.begin(), values.end(), column.begin()), column.end(), 0.0);
 }

@@ -1,10 +1,11 @@
 // parameters_file.h - the settings of a forward run as a text file, by convention "*.fmd".
 //
-// Callers: panels/fmodeling_files. Owns no state. The file has a settings record but for its capacities: settings, layers, the global curve, the array curves, the receiver pairs. Lengths and
-// velocities have four decimals at most, so what is read back equals what was written to those decimals only.
+// Callers: panels/fmodeling_files. Owns no state. The file contains a settings record without its capacities:
+// settings, layers, the global curve, the array curves, the receiver pairs. Lengths and velocities have four
+// decimals at most, so values that are read back agree to those decimals only.
 //
-// Reading is as tolerant as reading by the same formats can be: white space between two items is any amount
-// of any white space, but the words have to be there.
+// Reading is as tolerant as the formats allow: any amount and kind of white space between two items, but the
+// words must be there.
 #pragma once
 
 #include <string>
@@ -16,13 +17,13 @@ namespace sondera {
 
 class TextReader;
 
-/// Writes a record; an existing file is replaced whole. Refuses a record that is not whole or holds what is no
-/// number, and a file that cannot be written.
+/// Writes a record; an existing file is replaced completely. Refuses an incomplete record, values that are
+/// not finite, and a file that cannot be written.
 Refusal WriteParameters(const ModelRecord& record, const std::string& path);
 
-/// Reads a file into a record; wavelengths of array curves are made anew as velocity / frequency. Values are not
-/// judged: that is the business of a run. Refuses a file that cannot be opened, ends early, has other words than it
-/// should or a count below 0. The record is then as it was.
+/// Reads a file into a record; wavelengths of array curves are computed again as velocity / frequency. Values
+/// are not checked: a run does that. Refuses a file that cannot be opened, ends early, has other words than
+/// expected or a count below 0. The record is then unchanged.
 Refusal ReadParameters(const std::string& path, ModelRecord& record);
 
 /// The same from an open text. @return false when refused

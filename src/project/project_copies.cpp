@@ -12,14 +12,15 @@ namespace {
 
 constexpr int kMostDamaged = 1000;  // copies of damaged states of one project
 
-/// One spelling for all paths of a file, which need not exist.
+/// One form for all paths of a file; the file need not exist.
 std::string Canonical(const std::string& path) {
   std::error_code error;
   const std::filesystem::path canonical = std::filesystem::weakly_canonical(path, error);
   return error ? path : canonical.string();
 }
 
-/// Whether anything has this name, a link to nowhere included. What cannot be told counts as taken.
+/// Whether a file of this name exists, a broken link included. If that cannot be determined, the name counts
+/// as used.
 bool NameTaken(const std::string& path) {
   std::error_code error;
   const auto status = std::filesystem::symlink_status(path, error);

@@ -18,7 +18,7 @@ namespace sondera {
 
 namespace {
 
-/// Makes afresh what the modelling section did not give.
+/// Initialises the records that the modelling section did not give.
 void MendModels(int status) {
   if (status == -1) {
     FinalizeFModel();
@@ -28,8 +28,8 @@ void MendModels(int status) {
   if (status == -1 || status == -2 || status == -3) InitializeInvAnal();
 }
 
-/// Measurements whose geometry a damaged file does not give stand at 0. Without any geometry the lists would
-/// not count as filled, and the next project would be read into this one.
+/// Measurements without a geometry in a damaged file are at 0. Without any geometry the lists would not count
+/// as filled, and the next project would be added to this one.
 void CompleteGeometry() {
   for (const IDInfo& id : MeasDB.idList)
     if (MeasDB.measSetupList.findKey(id.key) < 0) SetupMSetupArrays(id.key);

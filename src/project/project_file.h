@@ -1,12 +1,12 @@
 // project_file.h - the project file as a whole (extension ".da"): its sections, its lock, and how it is written.
 //
-// A project file is four sections one after the other, without header, version or padding: setups, raw data,
-// analysis, modelling (one file of this folder each). Files of earlier versions end behind the second or the
+// A project file is four consecutive sections, without header, version or padding: setups, raw data,
+// analysis, modelling (one file of this folder each). Files of earlier versions end after the second or the
 // third.
 //
-// Callers: panels/mainmenu_project, the automatic save, the command line. Owns no state: the session knows the name
-// of the file and holds its lock. A save writes a new file beside the old one and puts it in its place at the
-// end, behind a copy of the old one (project_copies.h); whatever fails leaves the old file whole.
+// Callers: panels/mainmenu_project, the automatic save, the command line. Owns no state: the session knows
+// the name of the file and holds its lock. A save writes a new file beside the old one, copies the old one
+// (project_copies.h), and finally replaces it; if anything fails, the old file stays complete.
 #pragma once
 
 #include <functional>
@@ -21,25 +21,25 @@ namespace sondera {
 /// Why a save that runs out of memory fails.
 inline constexpr char kNoMemoryToWrite[] = "There is not enough memory to write it";
 
-/// Takes the lock of a project for this session, in place of the one it had. False with the reason when
-/// another process has it; true without a lock where there are none.
+/// Takes the lock of a project for this session and releases the previous one. False with the reason when
+/// another process has it; true without a lock where the file system has none.
 bool LockProject(const std::string& path, std::string& reason);
 /// The session has no project file any more: neither name nor lock.
 void LeaveProjectFile();
 
 /// All four sections.
-/// @param[in] entries  what the lists of results name
+/// @param[in] entries  the lists of results
 void StoreProject(AtomicWriter& file, const EntryNumbers& entries);
-/// All four sections into a file: atomic, no backup copy (but the one of a damaged file). False with the
-/// reason; a file that another process has open is one.
+/// All four sections into a file: atomic, no backup copy (except for a damaged file). False with the reason,
+/// for example that another process has the file open.
 bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason);
 
 struct ProjectRead {
-  EntryNumbers entries;      ///< what the lists of results are to name
+  EntryNumbers entries;      ///< the lists of results
   bool modelsWhole = false;  ///< the modelling section was complete
 };
-/// All four sections from an open reader into the database, with model records made afresh where the file has
-/// none. What was wrong: file.Trouble().
+/// All four sections from an open reader into the database; records of the model that are not in the file are
+/// initialised. file.Trouble() describes problems.
 /// @param[in] setupsRead  called when the setups are in the database, before the data follow; may be empty
 ProjectRead ReadProject(SectionReader& file, const LoadQuestions& questions,
                         const std::function<void(const SetupsRead&)>& setupsRead);

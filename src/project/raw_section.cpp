@@ -21,7 +21,7 @@ std::int64_t BlockLength(const HWSetup& hw) {
   return hw.nLines > 0 ? std::int64_t{2} * hw.nLines * StoredChannels(&hw) : 0;
 }
 
-/// The record of a key, appended where it is missing. What SetupRawDataArrays does, but for the zeros.
+/// The record of a key, appended if missing. As SetupRawDataArrays, but without the zeros.
 RawData& RecordOf(int key) {
   const int position = MeasDB.rawDataList.findKey(key);
   RawData& raw = position > 0 ? *MeasDB.rawDataList.at(position) : *MeasDB.rawDataList.append();
@@ -40,7 +40,7 @@ int ReadRawData(SectionReader& file) {
     }
     const int key = session.fileKeyList[i];
     const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(key));
-    file.Int32();  // the key, which the order replaces
+    file.Int32();  // the key; the order of the records replaces it
     if (!hw || file.Ended()) break;
     const std::int64_t inMemory = std::int64_t{2} * FullTimeLines(hw->nLines) * hw->nChannels;
     if (!file.Afford(kBlocks, inMemory, sizeof(double))) {

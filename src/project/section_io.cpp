@@ -13,11 +13,11 @@ namespace sondera {
 
 namespace {
 
-constexpr std::int64_t kImpliedBytes = std::int64_t{16} << 20;  // what any file may ask for, however small
+constexpr std::int64_t kImpliedBytes = std::int64_t{16} << 20;  // limit for every file, however small
 constexpr std::int64_t kBytesPerFileByte =
-    4;  // powers of two double a raw block, a pair has arrays behind its data
+    4;  // powers of two double a raw block, and a pair has other arrays beside its data
 
-constexpr std::size_t kPiece = 32768;  // values; 256 kB stay in the cache until they are read over
+constexpr std::size_t kPiece = 32768;  // values; 256 kB stay in the cache until they are read again
 
 }  // namespace
 
@@ -74,7 +74,7 @@ int SectionReader::Count(const char* items, int most) {
 }
 
 void SectionReader::GiveUp(const std::string& what) {
-  if (Ended()) return;  // zeros behind the end are no damage of their own
+  if (Ended()) return;  // zeros past the end are not a separate damage
   Abandon("It is damaged in the " + std::string(section_) + " section: " + what +
           " Nothing behind that point could be read.");
 }

@@ -1,9 +1,9 @@
-// section_io.h - reading and writing the sections of a project file: the bounded reader with a memory of what
-// went wrong, and the array helpers of both directions.
+// section_io.h - reading and writing the sections of a project file: the bounded reader, which remembers
+// problems, and the array helpers of both directions.
 //
 // Callers: the section files beside this one, and the readers and writers of the single-section files (".ia",
-// ".sms", ".srd"). A project file has no header, no version and no padding, so nothing in it can be found
-// again once a count is wrong: the first trouble decides what is said at the end.
+// ".sms", ".srd"). A project file has no header, no version and no padding, so nothing after a wrong count
+// can be found again: the first problem determines the final message.
 #pragma once
 
 #include <cstddef>
@@ -16,20 +16,20 @@
 
 namespace sondera {
 
-/// Reads little-endian values in order. Behind the end of the file, and after GiveUp, every value is zero and
-/// every text empty. Nothing is thrown and nothing shown; Trouble() has the one sentence for the person.
+/// Reads little-endian values in order. Past the end of the file, and after GiveUp, every value is zero and
+/// every text empty. It throws nothing and shows nothing; Trouble() has the one sentence for the person.
 class SectionReader {
  public:
   /// Opens a file; false with the reason in *reason (if given).
   bool Open(const std::string& path, std::string* reason = nullptr);
-  /// Reads a block of memory, which has to outlive the reading.
+  /// Reads a block of memory, which must outlive the reading.
   void OpenMemory(const void* bytes, std::size_t count);
   void Close();
   bool IsOpen() const { return in_.IsOpen(); }
 
-  /// Names the section that follows, for Trouble(). A file may end right in front of an optional section.
+  /// Names the next section, for Trouble(). A file may end directly before an optional section.
   void BeginSection(const char* name, bool optional = false);
-  /// Notes it when the file came short within the section.
+  /// Records that the file ended within the section.
   void EndSection();
 
   int Int32() { return in_.Int32(); }
@@ -46,33 +46,34 @@ class SectionReader {
   }
   void Skip(std::int64_t bytes) { in_.Skip(bytes); }
 
-  /// True once nothing more can be read: the file came short, or was given up.
+  /// True once nothing more can be read: the file ended early, or reading was given up.
   bool Ended() const { return in_.ComesShort() || givenUp_; }
   /// True after GiveUp and Abandon.
   bool GivenUp() const { return givenUp_; }
   std::int64_t Remaining() const { return in_.Remaining(); }
 
-  /// Whether rows times columns items of `bytesEach` can still be in the file. Negative sizes say no, empty
-  /// ones yes.
+  /// Whether rows times columns items of `bytesEach` can still be in the file. False for negative sizes, true
+  /// for empty ones.
   bool CanHold(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach) const;
-  /// Asks for memory on behalf of the file: yes while all that was asked for stays within four times the
-  /// file's size and a fixed amount for what a small file may imply (tables by capacity). A yes counts.
+  /// Requests memory for contents of the file: true while the sum of all requests stays within four times the
+  /// file's size plus a fixed amount for tables that a small file may need. A granted request is added to the
+  /// sum.
   bool Afford(std::int64_t rows, std::int64_t columns, std::int64_t bytesEach);
 
-  /// Reads a number of items: 0 behind the end; below 0 or above `most` is damage, and 0.
-  /// @param[in] items  what is counted, for the sentence ("measurements")
+  /// Reads a number of items: 0 past the end; below 0 or above `most` is damage, and 0.
+  /// @param[in] items  name of the items, for the sentence ("measurements")
   int Count(const char* items, int most);
 
-  /// Damage behind which no position can be trusted: `what` is remembered, all further reads give zeros.
+  /// Damage after which no position can be trusted: `what` is stored, all further reads give zeros.
   void GiveUp(const std::string& what);
-  /// The same for another reason than damage: the sentence is taken as it is.
+  /// The same for another reason than damage: the sentence is used without change.
   void Abandon(const std::string& sentence);
   /// Damage that does not stop the reading.
   void Note(const std::string& what);
   /// The first trouble as a full sentence, "" when there was none.
   const std::string& Trouble() const { return trouble_; }
-  /// Sentence on the reals read that are infinite or no numbers, "" when there was none. They are handed on
-  /// as they stand.
+  /// Sentence on the reals that are infinite or NaN, "" when there was none. They are returned without
+  /// change.
   std::string NotFinite() const;
 
  private:
@@ -89,7 +90,7 @@ class SectionReader {
   const char* notFiniteSection_ = "";  ///< of the first
 };
 
-/// The message for a file whose reading met trouble.
+/// The message for a file whose reading had problems.
 std::string NotReadWhole(const std::string& path, const SectionReader& file);
 
 /// Where file dialogs start: the folder of the project, the current one without a project.
@@ -101,11 +102,11 @@ void StoreDArray(const double* a, int n, AtomicWriter& file);
 void LoadIArray(int* a, int n, SectionReader& file);
 void LoadDArray(double* a, int n, SectionReader& file);
 
-/// Makes `a` anew with `length` values: the next n of the file, then zeros. n is at most length. Piece by
-/// piece, so that the zeros that a vector is made of do not cost a second pass through memory.
+/// Gives `a` `length` values: the next n of the file, then zeros. n is at most length. Works piece by piece,
+/// so that setting the vector to zero first does not cost a second pass through memory.
 void LoadVector(std::vector<double>& a, std::size_t n, std::size_t length, SectionReader& file);
 
-/// Exactly n values from the front of a vector that may be shorter: zeros take the place of what it lacks.
+/// Exactly n values from the front of a vector that may be shorter: missing values are zeros.
 void StorePadded(const std::vector<int>& a, std::int64_t n, AtomicWriter& file);
 void StorePadded(const double* a, std::size_t have, std::int64_t n, AtomicWriter& file);
 inline void StorePadded(const std::vector<double>& a, std::int64_t n, AtomicWriter& file) {

@@ -14,17 +14,17 @@
 namespace sondera {
 namespace {
 
-constexpr std::size_t kHead = 32;  // bytes in front of pointers and strings
+constexpr std::size_t kHead = 32;  // bytes before pointers and strings
 constexpr unsigned kTraceMark = 0x4422;
 constexpr std::size_t kDistance = 2, kPointer = 4;
 constexpr std::size_t kLongestTerminator = 2;
 constexpr std::size_t kShortestString = 3;  // a key, a blank, a value
 constexpr std::size_t kSmallestTrace = 50;  // bytes: head, SAMPLE_INTERVAL, one sample
-constexpr std::size_t kMostSentences = 10;  // of one kind; a damaged file could fill pages
+constexpr std::size_t kMostSentences = 10;  // of one kind; a damaged file could give pages of them
 constexpr std::size_t kGroup = 4, kGroupBytes = 10, kExponentBits = 4;
 constexpr double kMostStack = 1e6;
 
-/// The file, read in its byte order. Callers ask for bytes that are there.
+/// The file, read in its byte order. Callers request existing bytes only.
 class Bytes {
  public:
   Bytes(std::string_view all, bool bigEndian) : all_(all), big_(bigEndian) {}
@@ -33,7 +33,7 @@ class Bytes {
   bool holds(std::size_t at, std::size_t count) const { return at <= size() && count <= size() - at; }
   std::string_view part(std::size_t at, std::size_t count) const { return all_.substr(at, count); }
 
-  /// Whether numbers stand in another order than the machine has them.
+  /// Whether numbers have another byte order than the machine.
   bool isSwapped() const { return big_ != (std::endian::native == std::endian::big); }
 
   template <class Value>
@@ -52,7 +52,7 @@ class Bytes {
   bool big_;
 };
 
-/// Ends a text: characters behind it are padding. Empty: only the distance ends it.
+/// Ends a text: characters after it are padding. Empty: only the distance ends it.
 using Terminator = std::string_view;
 
 Terminator TerminatorOf(const Bytes& bytes) {
@@ -67,7 +67,7 @@ std::string_view Trimmed(std::string_view text) {
   return text;
 }
 
-/// Calls take(text) for each string from `at` on. False when a distance is too short or leads beyond `end`.
+/// Calls take(text) for each string from `at` on. False when a distance is too short or goes beyond `end`.
 template <class Take>
 bool ForEachString(const Bytes& bytes, std::size_t at, std::size_t end, Terminator terminator, Take take) {
   end = std::min(end, bytes.size());
@@ -83,12 +83,12 @@ bool ForEachString(const Bytes& bytes, std::size_t at, std::size_t end, Terminat
   return true;
 }
 
-/// False as above; the strings in front of the fault are kept.
+/// False as above; the strings before the fault are kept.
 bool ReadStrings(const Bytes& bytes, std::size_t at, std::size_t end, Terminator terminator,
                  std::vector<std::string>& strings) {
   std::size_t count = 0;
   ForEachString(bytes, at, end, terminator, [&](std::string_view) { ++count; });
-  strings.reserve(count);  // growing would take more than the file gives reason for
+  strings.reserve(count);  // growing would use more memory than the file justifies
   return ForEachString(bytes, at, end, terminator,
                        [&](std::string_view text) { strings.emplace_back(text); });
 }
@@ -115,7 +115,7 @@ std::uint64_t BytesOf(int code, std::uint64_t n) {
   return 0;
 }
 
-/// Mantissa in one's complement, where FFFF is a zero too, times 2^exponent.
+/// Mantissa in one's complement, where FFFF is also zero, times 2^exponent.
 double PackedSample(unsigned mantissa, unsigned exponent) {
   const std::int64_t value = mantissa & 0x8000u ? -static_cast<std::int64_t>(~mantissa & 0xFFFFu)
                                                 : static_cast<std::int64_t>(mantissa);
@@ -138,7 +138,7 @@ void ReadPlain(const Bytes& bytes, std::size_t at, std::vector<double>& samples)
       samples[i] = static_cast<double>(bytes.number<Value>(at + i * sizeof(Value)));
     return;
   }
-  for (std::size_t i = 0; i < samples.size(); ++i) {  // without a choice in it, the loop runs in vectors
+  for (std::size_t i = 0; i < samples.size(); ++i) {  // without a branch the compiler vectorises the loop
     Value value;
     std::memcpy(&value, raw.data() + i * sizeof(Value), sizeof(Value));
     samples[i] = static_cast<double>(value);
@@ -162,8 +162,8 @@ void ReadSamples(const Bytes& bytes, std::size_t at, int code, std::vector<doubl
 
 // ---- traces ---------------------------------------------------------------------------------------------
 
-/// What is left of the file for blocks that do not overlap: pointers that all lead to one long trace must not
-/// multiply it.
+/// Rest of the file for blocks that do not overlap: if all pointers point to one long trace, it must not be
+/// copied many times.
 struct Claims {
   std::uint64_t left;
   bool take(std::uint64_t count) {
@@ -223,7 +223,7 @@ std::string ReadTrace(const Bytes& bytes, std::size_t at, Terminator terminator,
   return {};
 }
 
-/// Where the strings of the file have to end: at the first trace behind their begin.
+/// End of the strings of the file: the first trace after their begin.
 std::size_t EndOfFileStrings(const Bytes& bytes, std::size_t begin, int pointers) {
   std::size_t end = bytes.size();
   for (int i = 0; i < pointers; ++i) {

@@ -13,17 +13,17 @@ namespace {
 
 constexpr std::string_view kBars = "||||";
 constexpr std::size_t kTextBytes = kLongestFileText;
-constexpr std::size_t kProjectBytes = 247;  // of a ProjID in its field: bars and number have to fit behind it
+constexpr std::size_t kProjectBytes = 247;  // of a ProjID in its field: bars and number must fit after it
 constexpr int kChannelsOfABadCount = 8;
 constexpr int kMostPrompts = 10;  // new names asked for in a row
 
-/// The ProjID as it stands in the file.
+/// The ProjID as it is in the file.
 std::string ProjectField(const std::string& projID, int decimation) {
   const std::string tail = std::string(kBars) + FormatText("%4d", decimation);
   return projID.substr(0, std::min(kProjectBytes, kTextBytes - tail.size())) + tail;
 }
 
-/// Cuts a ProjID field at its bars and returns the decimation behind them; 1 for a field without them.
+/// Cuts a ProjID field at its bars and returns the decimation after them; 1 for a field without them.
 int TakeDecimation(std::string& field) {
   for (std::size_t p = 0; p + kBars.size() < field.size(); ++p) {
     if (field.compare(p, kBars.size(), kBars) != 0) continue;
@@ -35,8 +35,8 @@ int TakeDecimation(std::string& field) {
   return 1;
 }
 
-/// Hardware record of the item at a position of idList. The two lists run in step; a record that does not is
-/// found by its key.
+/// Hardware record of the item at a position of idList. The two lists have the same order; a record in
+/// another place is found by its key.
 const HWSetup* HardwareOf(int position) {
   const int key = MeasDB.idList.at(position)->key;
   const HWSetup* beside = MeasDB.hwSetupList.at(position);
@@ -45,7 +45,7 @@ const HWSetup* HardwareOf(int position) {
   return own ? own : beside;
 }
 
-/// Puts a record that was read in its place in the list; what the file does not hold stays.
+/// Puts a record from the file in its place in the list; data that are not in the file stay.
 void TakeHardware(int key, HWSetup&& hw) {
   HWSetup* record = SetupHWSetupArrays(key, hw.nChannels);
   hw.key = key;
@@ -55,7 +55,7 @@ void TakeHardware(int key, HWSetup&& hw) {
   *record = std::move(hw);
 }
 
-/// Part A. Returns the first key in *firstKey; -1 when the person gave up.
+/// Part A. Returns the first key in *firstKey; -1 when the person cancelled.
 int ReadHWSetups(SectionReader& file, const LoadQuestions& questions, int* firstKey) {
   const int count = file.Count("measurements", kMostMeasurements);
   for (int i = 1; i <= count && !file.Ended(); ++i) {
@@ -63,7 +63,7 @@ int ReadHWSetups(SectionReader& file, const LoadQuestions& questions, int* first
     std::string projID = file.Text();
     const int decimation = TakeDecimation(projID);
     const std::string measID = file.Text();
-    if (file.Ended()) break;  // without its names it is no measurement
+    if (file.Ended()) break;  // without its names it is not a measurement
 
     HWSetup hw;
     file.Int32();  // the key once more
@@ -103,8 +103,7 @@ int ClaimFileKey(SectionReader& file, const LoadQuestions& questions, int fileKe
     measID = newID->substr(0, kTextBytes);
     fileKey = 0;
   }
-  // One key for two measurements would mix their data, and -1 stands for none: such a measurement gets a free
-  // key.
+  // One key for two measurements would mix their data, and -1 means none: such a measurement gets a free key.
   if (fileKey == -1 || MeasDB.idList.findKey(fileKey) > 0) {
     file.Note("It gives the measurement " + measID + " a key that is taken; its analysis may be missing.");
     fileKey = 0;
@@ -189,7 +188,7 @@ GeometryRead ReadMeasSetups(SectionReader& file) {
     }
     const int key = session.fileKeyList[i];
     MeasSetup read;
-    file.Int32();  // the key, which the order replaces
+    file.Int32();  // the key; the order of the records replaces it
     read.srcLoc = file.Real();
     const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(key));
     read.recLoc.assign(hw ? static_cast<std::size_t>(hw->nChannels) : 0, 0.0);

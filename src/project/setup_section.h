@@ -4,7 +4,7 @@
 //   A  count, then per measurement: key, ProjID field, MeasID, the fields of HWSetup
 //   B  count, then per measurement: key (not read), srcLoc, recLoc[nChannels], wlenFilter, lengthUnit
 // The ProjID field is the text, "||||", and the decimation by "%4d". The i-th record of part B, and of the
-// raw section, belongs to the i-th measurement of part A: both directions keep to that order.
+// raw section, belongs to the i-th measurement of part A: both directions use this order.
 #pragma once
 
 #include <functional>
@@ -16,56 +16,55 @@
 
 namespace sondera {
 
-/// What a load asks. Empty functions: no, no id.
+/// Questions of a load. Empty functions: no, no id.
 struct LoadQuestions {
   std::function<bool()> mayOverwrite;                     ///< the id is in the list already
-  std::function<std::optional<std::string>()> newMeasID;  ///< another id for it; nothing gives the load up
+  std::function<std::optional<std::string>()> newMeasID;  ///< another id for it; no value cancels the load
 };
 
-/// How part B was read.
+/// Result of reading part B.
 struct GeometryRead {
   bool whole = true;  ///< false: it has a record without a measurement
-  bool any = false;   ///< a geometry came in; the session has the length unit of the last one
+  bool any = false;   ///< a geometry was read; the session has the length unit of the last one
 };
 
 struct SetupsRead {
   GeometryRead geometry;
-  bool whole = false;     ///< false: the person gave up on an id, or part B has more records than part A
+  bool whole = false;     ///< false: the person cancelled at an id, or part B has more records than part A
   bool selected = false;  ///< the first measurement of the file is the session's current one
 };
 
-/// Reads the section into the database. A pair of texts that is there already is asked about: overwrite, or a
+/// Reads the section into the database. For a pair of texts that is there already it asks: overwrite, or a
 /// new id. session.fileKeyList gets the key of each measurement of the file, in file order. Keys are those of
-/// the file, except where one is taken by another measurement.
+/// the file, except where another measurement has the key.
 SetupsRead ReadMHWSetup(SectionReader& file, const LoadQuestions& questions);
 void StoreMHWSetup(AtomicWriter& file);
 
-/// The fields of a HWSetup from nChannels to nAverage. withBand: startFreq, stopFreq and spanKind stand
-/// behind a negative freqSpan. A channel count below 1 counts as 8 (useEight), one that no board has ends the
+/// The fields of a HWSetup from nChannels to nAverage. withBand: startFreq, stopFreq and spanKind follow a
+/// negative freqSpan. A channel count below 1 counts as 8 (useEight); a count that no board has ends the
 /// reading.
 void ReadHWSetupFields(SectionReader& file, HWSetup& hw, bool withBand, bool useEight);
 void StoreHWSetupFields(AtomicWriter& file, const HWSetup& hw, bool withBand);
 
-/// Channels that a record of the file is written with: what its reader takes as it stands. 1 without a
-/// HWSetup.
+/// Number of channels for writing a record, which its reader accepts without change. 1 without a HWSetup.
 int StoredChannels(const HWSetup* hw);
 
 /// Part B for the keys of session.fileKeyList. The session's length unit follows each record.
 GeometryRead ReadMeasSetups(SectionReader& file);
 void StoreMeasSetups(AtomicWriter& file);
 
-/// Key under which a measurement of a file enters the database: asks about texts that are there already.
-/// -1 when the person gave up.
+/// Key of a measurement of a file in the database: asks about texts that are there already. -1 when the
+/// person cancelled.
 int ClaimFileKey(SectionReader& file, const LoadQuestions& questions, int fileKey, const std::string& projID,
                  std::string measID);
 
 /// Most bytes of a text field; the terminator follows them.
 inline constexpr std::size_t kLongestFileText = 255;
 
-/// Most measurements of one file, channels of a measurement and lines of a spectrum that are believed.
+/// Limits for one file: measurements, channels of a measurement and lines of a spectrum.
 inline constexpr int kMostMeasurements = 10000, kMostChannels = 4096, kMostLines = 1 << 24;
 
-/// The records of a list in the order of idList, as far as the last measurement that has one; null where a
+/// The records of a list in the order of idList, up to the last measurement that has one; null where a
 /// measurement in between has none.
 template <class T>
 std::vector<const T*> InFileOrder(const RecordList<T>& list) {

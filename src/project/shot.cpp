@@ -13,7 +13,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kClippedRun = 4;      // samples in a row at the largest or smallest value
+constexpr int kClippedRun = 4;      // consecutive samples at the largest or smallest value
 constexpr double kLargest = 1e140;  // its square times the samples of a record stays finite
 constexpr std::int64_t kMostBytes =
     32 * kMostBlockValues;  // the widest text of one number, and its separator
@@ -35,7 +35,7 @@ Range RangeOf(const std::vector<double>& samples) {
   return r;
 }
 
-/// Longest run of a value; 0 where it is too rare for a run that matters.
+/// Longest run of a value; 0 where it is too rare for a relevant run.
 int RunAt(const std::vector<double>& samples, double value) {
   int count = 0;
   for (double v : samples) count += v == value ? 1 : 0;
@@ -53,7 +53,7 @@ std::string SampleFault(const std::vector<double>& samples) {
   if (!range.finite) return "holds a value that is no finite number";
   if (range.low == 0.0 && range.high == 0.0) return "is dead: all samples are 0";
   if (range.low == range.high) return FormatText("is dead: all samples are %g", range.low);
-  // The zeros before a wave of one sign are no limit of the recorder.
+  // The zeros before a wave of one sign are not a limit of the recorder.
   for (double extreme : {range.low, range.high})
     if (const int run = RunAt(samples, extreme); extreme != 0.0 && run >= kClippedRun)
       return FormatText("is clipped: %d samples in a row are at its limit, %g", run, extreme);

@@ -12,7 +12,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kEven = 0.05;  // of an interval: how far a time may be off, from its rounding in the text
+constexpr double kEven = 0.05;  // of an interval: tolerance of a time, for its rounding in the text
 
 bool NamesATime(const NumberTable& table) {
   if (table.header.empty()) return false;
@@ -24,7 +24,7 @@ bool NamesATime(const NumberTable& table) {
   return name == "time" || name == "t";
 }
 
-/// "[ms]", "(ms)" behind the name of the time.
+/// "[ms]", "(ms)" after the name of the time.
 double SecondsPerUnit(const std::string& name) {
   const std::size_t open = name.find_first_of("[(");
   const std::string unit = open == std::string::npos ? "s" : name.substr(open + 1, name.size() - open - 2);

@@ -18,10 +18,10 @@ namespace {
 constexpr double kSamePlace = 1e-9;  // of the distance between source and receiver
 constexpr double kSame = 1e-9;       // relative
 
-/// One measurement in the making.
+/// One measurement that is being made.
 struct Made {
   std::string id;
-  std::vector<int> channels;  // of the shot, by distance
+  std::vector<int> channels;  // of the shot, ordered by distance
   RawData sums;
 };
 
@@ -46,7 +46,7 @@ TimeLayout LayoutOf(const ShotPlan& plan, int channels) {
   TimeLayout layout;
   LayOutTimeRecord(plan.firstTime, plan.firstTime + (plan.samples - 1) * plan.interval, plan.samples,
                    channels, layout);
-  // What the recorder wrote, without the rounding of a difference of times.
+  // The recorder's text, without the rounding of a difference of times.
   layout.deltaT = plan.interval;
   layout.timeLength = (layout.samples - 1) * layout.deltaT;
   layout.freqSpan = 0.5 / layout.deltaT;
@@ -54,7 +54,7 @@ TimeLayout LayoutOf(const ShotPlan& plan, int channels) {
   return layout;
 }
 
-/// In what a later file differs from the first; empty: in nothing.
+/// Difference of a later file from the first; empty: none.
 std::string DifferenceOf(const ShotPlan& first, const ShotPlan& later) {
   const auto same = [](double a, double b) {
     return std::fabs(a - b) <= kSame * std::max(std::fabs(a), 1e-3);
@@ -81,7 +81,7 @@ std::string DifferenceOf(const ShotPlan& first, const ShotPlan& later) {
   return {};
 }
 
-/// Reads a file behind the first and holds it against the plan.
+/// Reads a file after the first and compares it with the plan.
 std::string ReadLater(const ShotRequest& request, const ShotPlan& plan, std::size_t index, Shot& shot) {
   const std::string& path = request.files[index];
   if (std::string reason = request.read(path, shot); !reason.empty()) return path + ": " + reason;
@@ -135,7 +135,7 @@ void Add(const Spectra& spectra, const Made& made, int length, RawData& sums) {
   AddRecord(channels, length, sums);
 }
 
-/// The records of a measurement: the sums of all shots but the last, to which that one is added in place.
+/// The records of a measurement: the sums of all shots but the last, to which the last one is added.
 void Store(const ShotRequest& request, const ShotPlan& plan, const Spectra& last, Made& made) {
   ImportRequest import;
   import.projID = ProjectOf(request);

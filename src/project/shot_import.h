@@ -1,14 +1,14 @@
-// shot_import.h - shots of one place as the accepted records of a measurement: one measurement for each pair
+// shot_import.h - shots at one place as the accepted records of a measurement: one measurement for each pair
 // of the plan, or one for all planned receivers.
 //
 // Auto and cross spectra are the means over the shots, in the order of the files and with equal weights; the
 // last shot gives the time record. No window is applied. Each channel is padded to a power of two with its
-// last value, as an import of time histories does. Channel 0 of a measurement is its receiver nearest to the
-// source: so the coherence of a pair with a measurement of its own is measured directly, and that of two
-// others of one common measurement passes through channel 0.
+// last value, as in the import of time histories. Channel 0 of a measurement is its receiver nearest to the
+// source: so the coherence of a pair with its own measurement is measured directly, and that of two other
+// channels of one common measurement is computed through channel 0.
 //
-// Everything is read and checked before the project changes. Nothing here asks: a measurement that is there
-// already is a reason to refuse unless the choices say otherwise.
+// Everything is read and checked before the project changes. Nothing here asks: an existing measurement is a
+// reason to refuse unless the choices allow replacing it.
 #pragma once
 
 #include <functional>
@@ -25,7 +25,7 @@ struct ShotRequest {
   ReadShot read;
   ShotChoices choices;
   std::string projID;  ///< project text of the measurements; empty: the current one
-  /// Called with the id of each measurement that was stored; empty: nobody is told.
+  /// Called with the id of each measurement that was stored; may be empty.
   std::function<void(const std::string& measID)> stored;
 };
 
@@ -33,15 +33,15 @@ struct ShotRequest {
 std::string PlanShots(const ShotRequest& request, ShotPlan& plan);
 
 /// Reads the files and makes the measurements of the plan. Empty, or the reason: a file that cannot be read
-/// or differs from the first, named with what differs; an id that exists; no pair left in use. Nothing has
-/// changed then. Findings are reported (findings.h).
+/// or differs from the first (with the difference); an id that exists; no pair left in use. Then nothing has
+/// changed. Findings are reported (findings.h).
 /// @param[out] ids  of the measurements, in order; may be null
 std::string ImportShots(const ShotRequest& request, const ShotPlan& plan, std::vector<std::string>* ids);
 
 /// Both. For callers that do not show the plan.
 std::string ImportShots(const ShotRequest& request, std::vector<std::string>* ids = nullptr);
 
-/// Ids that the plan would make and that the project has already.
+/// Ids of the plan that the project already has.
 std::vector<std::string> MeasurementsThatExist(const ShotRequest& request, const ShotPlan& plan);
 
 }  // namespace sondera

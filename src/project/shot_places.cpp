@@ -35,11 +35,11 @@ double Length(const Point& a) {
 
 /// Source and receivers of the file; traces without a location are left out.
 struct Points {
-  std::vector<Point> all;            // receivers, and the source behind them where there is one
+  std::vector<Point> all;            // receivers, followed by the source if there is one
   std::vector<std::size_t> traceOf;  // of each receiver
 };
 
-/// The only direction in which the points differ; -1 where there are several.
+/// The only coordinate in which the points differ; -1 where several differ.
 int OnlyDirection(const std::vector<Point>& points) {
   int direction = 0, differing = 0;
   for (int d = 0; d < 3; ++d)
@@ -79,7 +79,7 @@ std::vector<double> Projected(const Points& points, ShotPlaces& places) {
   return along;
 }
 
-/// The location of the source that all traces agree on. Empty text, or why there is none.
+/// The location of the source, if all traces agree on it. Empty text, or why there is none.
 std::string SourceOf(const Shot& shot, std::vector<double>& location) {
   const ShotTrace* first = nullptr;
   for (const ShotTrace& trace : shot.traces) {

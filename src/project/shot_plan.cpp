@@ -16,14 +16,14 @@ namespace {
 constexpr double kLeastSpacing = 0.5, kMostSpacing = 2.0;  // of the near distance
 constexpr double kSameInterval = 1e-9;                     // relative: texts of one interval
 constexpr double kSameStart = 1e-3;                        // of an interval
-constexpr double kRateShare = 2e-3;                        // a rate farther off than this is another rate
+constexpr double kRateShare = 2e-3;                        // a rate with a larger difference is another rate
 constexpr std::size_t kLongestID = 255, kRoomForDistances = 40;
 
 void Add(ShotPlan& plan, FindingKind kind, std::string text) {
   plan.findings.push_back({kind, std::move(text)});
 }
 
-/// Position of the value nearest to `wanted`; of two the smaller. values ascending, not empty.
+/// Position of the value nearest to `wanted`; the smaller of two. values ascending, not empty.
 std::size_t NearestTo(const std::vector<double>& values, double wanted, std::size_t from = 0) {
   std::size_t best = from;
   for (std::size_t i = from + 1; i < values.size(); ++i)
@@ -42,7 +42,7 @@ std::string TakeUnit(const Shot& shot, const ShotChoices& choices, ShotPlan& pla
   return shot.unitKey + " is missing; say in which unit of length the locations are";
 }
 
-/// Chosen channels have to be there, once each.
+/// Chosen channels must exist and be named once.
 std::string CheckChosen(const Shot& shot, const ShotChoices& choices) {
   for (std::size_t i = 0; i < choices.channels.size(); ++i) {
     const int channel = choices.channels[i];
@@ -54,7 +54,7 @@ std::string CheckChosen(const Shot& shot, const ShotChoices& choices) {
   return {};
 }
 
-/// All channels that could be taken, by distance, on whatever side; place tells the side.
+/// All usable channels, by distance, on both sides; place gives the side.
 std::string Candidates(const Shot& shot, const ShotChoices& choices, const ShotPlaces& places,
                        std::vector<ShotChannel>& candidates) {
   for (std::size_t t = 0; t < shot.traces.size(); ++t) {
@@ -77,7 +77,7 @@ std::string Candidates(const Shot& shot, const ShotChoices& choices, const ShotP
   return {};
 }
 
-/// Leaves the channels of one side. Receivers at the source stand on neither.
+/// Keeps the channels of one side. Receivers at the source are on neither side.
 std::string TakeSide(const ShotChoices& choices, const ShotPlaces& places, ShotPlan& plan) {
   const auto isAside = [](const ShotChannel& c) { return !c.setAside.empty(); };
   std::size_t left = 0, right = 0;
@@ -101,7 +101,7 @@ std::string TakeSide(const ShotChoices& choices, const ShotPlaces& places, ShotP
   return {};
 }
 
-/// Of receivers at one place the first is taken; chosen ones may not stand so.
+/// Of receivers at the same place the first is used; chosen ones must not be at the same place.
 std::string DropDoubles(const ShotChoices& choices, ShotPlan& plan) {
   const ShotChannel* last = nullptr;
   for (ShotChannel& c : plan.channels) {
@@ -138,14 +138,14 @@ void MakePairs(const ShotChoices& choices, ShotPlan& plan) {
   std::vector<double> distances;
   for (const ShotChannel* c : planned) distances.push_back(c->distance);
   auto pairs = PlannedPairs(distances);
-  // Whoever names two channels means this pair.
+  // A person who names two channels means this pair.
   if (choices.channels.size() == 2 && planned.size() == 2) pairs = {{0, 1}};
   for (const auto& [a, b] : pairs)
     plan.pairs.push_back({planned[a]->channel, planned[b]->channel, distances[a], distances[b],
                           choices.alpha > 0.0 ? distances[a] / choices.alpha : 0.0});
 }
 
-/// Interval, first time and length that the planned channels share.
+/// Common interval, first time and length of the planned channels.
 std::string TakeSampling(const Shot& shot, const ShotChoices& choices, ShotPlan& plan) {
   const ShotTrace* first = nullptr;
   int longest = 0;
@@ -188,12 +188,12 @@ std::string TakeSampling(const Shot& shot, const ShotChoices& choices, ShotPlan&
   return {};
 }
 
-/// The corner of a filter, Hz; 0: off, or not told.
+/// The corner of a filter, Hz; 0: off, or unknown.
 double CornerOf(const std::string& filter) {
   return ParseReal(filter);
 }
 
-/// What the recorder did to the channels, where it bears on phase or band.
+/// Processing by the recorder that affects phase or band of the channels.
 void TellOfRecorder(const Shot& shot, const ShotChoices& choices, ShotPlan& plan) {
   const auto planned = plan.planned();
   const ShotTrace& first = *TraceOfChannel(shot, planned.front()->channel);
@@ -278,7 +278,7 @@ int WholeRateOf(std::string_view text, double interval) {
   const double rate = 1.0 / interval;
   if (!(interval > 0.0) || !(rate < kLargestRate) || rate < 1.0) return 0;
   if (std::fabs(rate - std::round(rate)) <= kExact * rate) return 0;
-  // Half a unit of the last digit that is written.
+  // Half a unit of the last digit in the text.
   std::string digits(text.substr(0, text.find_first_of("eEdD \t")));
   std::replace(digits.begin(), digits.end(), ',', '.');
   const std::size_t point = digits.find('.');

@@ -29,7 +29,7 @@ class CsvLine {
   bool begun_ = false;
 };
 
-/// "$" stands for the unit of length.
+/// "$" is replaced by the unit of length.
 std::string Header(std::string names, double lengthUnit) {
   for (std::size_t at = names.find('$'); at != std::string::npos; at = names.find('$'))
     names.replace(at, 1, UnitSymbol(lengthUnit));
@@ -106,7 +106,7 @@ std::string Joined(const std::vector<std::string>& notes) {
   return text;
 }
 
-/// Figures and classes are in m and m/s whatever the unit of the project is.
+/// Figures and classes are in m and m/s for every unit of the project.
 std::string Figures(const ProjectTables& t) {
   std::string text =
       "figure,depth [m],value [m/s],low [m/s],high [m/s],status,seen to [m],code,class,class low,class "
@@ -124,7 +124,7 @@ std::string Figures(const ProjectTables& t) {
       text += line.text();
     }
     for (const SiteClass& c : p.classes) {
-      // The American codes go by the average over 100 ft, which stands second.
+      // The American codes use the average over 100 ft, the second one.
       CsvLine line = begin(p.figures.figures[c.code.starts_with("ASCE") ? 1 : 0]);
       line << c.code << c.value.value_or("") << c.low.value_or("") << c.high.value_or("") << Joined(c.notes);
       text += line.text();

@@ -144,7 +144,7 @@ std::string TakeDinver(const NumberTable& table, CurvePoints& curve) {
   return {};
 }
 
-/// Points have to be what a curve can have.
+/// Points must have values that are possible for a curve.
 std::string CheckPoints(CurvePoints& curve) {
   const std::size_t n = curve.frequency.size();
   if (curve.sd.empty()) curve.sd.assign(n, kNone);

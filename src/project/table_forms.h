@@ -1,4 +1,4 @@
-// table_forms.h - curves and layer tables in the text forms of other programs, out and in.
+// table_forms.h - curves and layer tables in the text formats of other programs, for export and import.
 //
 //   swprepost   "#rayleigh 0,,", "#Frequency (Hz),Velocity (m/s),Velocity Standard Deviation (m/s)", three columns
 //   dinver      tabs: Hz, slowness s/m, and a third column for the deviation. Geopsy 3: a factor on the slowness,
@@ -8,9 +8,9 @@
 //   layers      number of layers, then "thickness Vp Vs density" in m, m/s, kg/m3; the last thickness is 0
 //   disba       "thickness Vp Vs density" in km, km/s, g/cm3; the last thickness is 0
 //
-// A velocity of spectral analysis of surface waves is an apparent one of a receiver pair. Forms that name a mode
-// get the global curve only. Everything here is in SI; writers and readers are plain text in and out, and tell why
-// they refuse. Owned state: none.
+// A velocity of spectral analysis of surface waves is an apparent one of a receiver pair. Formats that name a
+// mode get the global curve only. Everything here is in SI; writers and readers convert plain text, and give
+// a reason when they refuse. Owned state: none.
 #pragma once
 
 #include <string>
@@ -43,13 +43,14 @@ double Geopsy210Slowness(double velocity, double sd);
 
 enum class CurveForm { Named, Swprepost, Dinver, Gpdc };
 
-/// Reads a curve. Named: columns by their names (frequency, freq, f; velocity, phase velocity, c, v; slowness;
-/// wavelength; sd, std), units in brackets behind them; swprepost and gpdc are told by their comments. columns: the
-/// names where the text has none, between commas. Empty, or why not.
+/// Reads a curve. Named: columns by their names (frequency, freq, f; velocity, phase velocity, c, v;
+/// slowness; wavelength; sd, std), units in brackets after them; swprepost and gpdc are recognised by their
+/// comments. columns: the names, separated by commas, for a text without names. Empty, or why not.
 std::string ReadCurvePoints(std::string_view text, CurveForm form, const std::string& columns,
                             CurvePoints& curve);
 
-/// A curve as text of the program's own form (.exd), for a measurement of that id. lengthUnit: metres per unit.
+/// A curve as text of the program's own format (.exd), for a measurement of that id. lengthUnit: metres per
+/// unit.
 std::string ExdText(const CurvePoints& curve, const std::string& id, double lengthUnit);
 
 /// Layers in m, m/s, kg/m3; the thickness of the half-space is 0.
@@ -63,7 +64,7 @@ std::string LayeredModelOf(const ProfileTable& profile, double lengthUnit, Layer
 
 std::string LayersText(const LayeredModel& model);
 std::string DisbaText(const LayeredModel& model);
-/// Empty, or why not: other counts than announced, numbers that cannot be, more than one layer without thickness.
+/// Empty, or why not: other counts than stated, impossible numbers, more than one layer without thickness.
 std::string ReadLayers(std::string_view text, LayeredModel& model);
 std::string ReadDisba(std::string_view text, LayeredModel& model);
 

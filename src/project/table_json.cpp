@@ -160,7 +160,7 @@ std::string JsonText(const ProjectTables& t) {
   for (const CurveTable& c : t.curves) j["curves"].push_back(CurveJson(c, t.lengthUnit));
   j["profiles"] = Json::array();
   for (const ProfileTable& p : t.profiles) j["profiles"].push_back(ProfileJson(p, t.lengthUnit));
-  // Names come out of files: bytes that are no UTF-8 become the replacement character.
+  // Names come from files: bytes that are not UTF-8 become the replacement character.
   return j.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

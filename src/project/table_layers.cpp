@@ -1,4 +1,4 @@
-// table_layers.cpp - layer tables in the forms of other programs. See table_forms.h.
+// table_layers.cpp - layer tables in the formats of other programs. See table_forms.h.
 #include <algorithm>
 #include <cmath>
 
@@ -12,9 +12,9 @@ namespace {
 
 constexpr double kKilo = 1000.0;
 constexpr std::size_t kMostLayers = 1000;
-constexpr std::size_t kColumns = 4, kWithQuality = 6;  // Qp and Qs may stand behind
+constexpr std::size_t kColumns = 4, kWithQuality = 6;  // Qp and Qs may follow
 
-/// Factor that makes kg/m3 of densities as they were entered; 0 where they are in no unit that can be told.
+/// Factor that converts densities as entered to kg/m3; 0 where their unit is unknown.
 double DensityFactor(const std::vector<ProfileLayer>& layers) {
   const auto all = [&](double low, double high) {
     return std::all_of(layers.begin(), layers.end(),
@@ -49,7 +49,7 @@ std::string TakeRows(const NumberTable& table, double length, double density, La
   return {};
 }
 
-/// The first line that is neither empty nor a comment, and the text behind it.
+/// The first line that is neither empty nor a comment, and the text after it.
 std::string_view FirstLine(std::string_view& text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());

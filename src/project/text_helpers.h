@@ -1,8 +1,7 @@
-// text_helpers.h - file names and ids taken apart the way that exports, imports of earlier formats and the
-// automatic save do it.
+// text_helpers.h - splits file names and ids for exports, imports of earlier formats and the automatic save.
 //
-// Kept, all three: the extension is looked for in the whole path, folders included. So a dot in the name of a
-// folder counts where the file itself has none (PlaceFileExtName), and the first dot of a path ends it
+// Kept, in all three: the extension is searched in the whole path, folders included. So a dot in the name of
+// a folder counts when the file itself has none (PlaceFileExtName), and the first dot of a path ends it
 // (ExtractFName, ExtractPathFName).
 #pragma once
 
@@ -14,13 +13,13 @@ namespace sondera {
 /// `name` up to its last dot (all of it without one), a dot, and `ext`: "a.b.c" and "tim" give "a.b.tim".
 std::string PlaceFileExtName(std::string_view name, std::string_view ext);
 
-/// The path up to its first dot, and of that what stands behind the last separator.
+/// The path up to its first dot, and the part of that after the last separator.
 std::string ExtractFName(std::string_view path);
 
-/// The same name, and what stands in front of it with the closing separator ("" without a separator).
+/// The same name, and the part before it with the closing separator ("" without a separator).
 void ExtractPathFName(std::string_view path, std::string& dir, std::string& name);
 
-/// First token between "[" and "]": the id in front of its channels. Empty when there is none.
+/// First token between "[" and "]": the id before its channels. Empty when there is none.
 std::string ExtractMeasID(std::string_view name);
 
 }  // namespace sondera

@@ -33,7 +33,7 @@ std::size_t PointsOf(int type, const HWSetup& hw) {
   return static_cast<std::size_t>(IsTime(type) ? 2 * FullTimeLines(hw.nLines) : std::max(hw.nLines, 0));
 }
 
-/// First line that imported data hold; 0 for measured ones.
+/// First line with imported data; 0 for measured ones.
 std::size_t FirstLine(const HWSetup& hw) {
   const double line = hw.freqSpan < 0 ? std::round(hw.startFreq / hw.deltaF) : 0.0;
   return line > 0.0 ? static_cast<std::size_t>(std::min(line, static_cast<double>(hw.nLines))) : 0;
@@ -48,7 +48,7 @@ std::vector<double> Abscissas(int type, const HWSetup& hw) {
   return x;
 }
 
-/// Rows of the display channel in the averages, as CalcSpectralData takes them.
+/// Rows of the display channel in the averages, as in CalcSpectralData.
 const double* RowOf(const std::vector<double>& block, const HWSetup& hw, int channel) {
   const std::size_t row = 2 * static_cast<std::size_t>(hw.nLines);
   const std::size_t at = row * static_cast<std::size_t>(channel);
@@ -95,7 +95,7 @@ bool FillComplex(int type, const MeasRecords& r, int refChan, int dspChan, PlotS
   return true;
 }
 
-/// A Gabor map as a row per cell, frequency by frequency.
+/// A Gabor map with a row for each cell, frequency by frequency.
 bool FillGabor(PMeasInfo* pair, PlotSeries& out) {
   if (!pair || !pair->gabor) return false;
   const GaborMap& map = pair->gaborMap(std::clamp(pair->phaseOption, 0, 2));
@@ -133,7 +133,7 @@ bool WriteColumns(const std::string& path, const ExportFile& file, std::string& 
   return written;
 }
 
-/// Files of the displays that show the arrays of the pair's record.
+/// Files of the displays of the pair's record.
 void AddPairFiles(int type, const PMeasInfo& p, const HWSetup& hw, TraceExport& out) {
   out.series.emplace_back().x = Abscissas(type, hw);
   const std::vector<double>* x = &out.series.back().x;
@@ -148,7 +148,7 @@ void AddPairFiles(int type, const PMeasInfo& p, const HWSetup& hw, TraceExport& 
   out.files.push_back({"hyx", {x, &p.hRe, &p.hIm}, first});
 }
 
-/// Series behind the files of the other displays.
+/// Series for the files of the other displays.
 std::vector<int> SeriesOf(int type) {
   if (type == kLinearPhase || type == kLinearAmplitude)
     return {kLinearPhase, kLinearAmplitude, kLinearComplex};
@@ -174,8 +174,8 @@ bool HasValues(const std::vector<double>& block) {
   return std::any_of(block.begin(), block.end(), [](double v) { return v != 0.0; });
 }
 
-/// What a display is made of and the measurement does not have: a block that no record ever filled is zero
-/// throughout. Empty when all is there.
+/// Data that a display needs and the measurement does not have: a block that no record ever filled contains
+/// only zeros. Empty when all are there.
 std::string_view NeverMeasured(int type, const RawData& raw) {
   const bool crossSpectra = HasValues(raw.crossSpecRe) || HasValues(raw.crossSpecIm);
   switch (type) {
@@ -195,7 +195,7 @@ std::string_view NeverMeasured(int type, const RawData& raw) {
     case kImpulseResponse:
       return crossSpectra ? "" : "cross power spectra";
     default:
-      return "";  // a Gabor map is missed by its own reader
+      return "";  // a separate check handles a missing Gabor map
   }
 }
 
@@ -205,7 +205,7 @@ std::size_t CountNotFinite(const std::vector<double>& values, std::size_t from =
       std::count_if(first, values.end(), [](double v) { return !std::isfinite(v); }));
 }
 
-/// Values of the averages, and of what would be written, that are infinite or no numbers.
+/// Values of the averages, and of the result, that are infinite or NaN.
 std::size_t CountNotFinite(const RawData& raw, const std::vector<ExportFile>& files) {
   std::size_t count = 0;
   for (auto block : kRawBlocks) count += CountNotFinite(raw.*block);
@@ -231,7 +231,7 @@ int GetPlotInfo(int refChan, int dspChan, int type, const MeasRecords& records, 
   out.y.assign(out.x.size(), 0.0);
   out.y2 = out.y;
   if (type > kGabor) return FillComplex(type, records, refChan, dspChan, out) ? 0 : -1;
-  // The power spectrum has its own row here: CalcSpectralData takes it right for the first channel only.
+  // The power spectrum has its own row here: CalcSpectralData is right for the first channel only.
   const bool filled = type == kPowerSpectrum ? CopyRow(records.rawData->powerSpec, hw, dspChan, out.y)
                                              : CalcSpectralData(type, records.projID, records.measID, refChan,
                                                                 dspChan, out.y.data(), out.y2.data()) == 0;

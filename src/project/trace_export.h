@@ -1,8 +1,8 @@
-// trace_export.h - what is on a trace of the masking page, as text for other programs.
+// trace_export.h - writes a trace of the masking page as text for other programs.
 //
-// Callers: panels/mainmenu_export. Owns no state. Each file
-// has a row per point: numbers in exponent form with tabs between, a newline at the end, no heading. One
-// display type can make several files, which share the name and differ in the extension.
+// Callers: panels/mainmenu_export. Owns no state. Each file has a row per point: numbers in exponent form
+// with tabs between, a newline at the end, no heading. One display type can make several files, which share
+// the name and differ in the extension.
 #pragma once
 
 #include <functional>
@@ -34,9 +34,9 @@ struct PlotSeries {
 /// Computes a series from the averages of a measurement.
 /// @param[in] refChan, dspChan  channels from 0
 /// @param[in] type      number of the display, or of namespace export_type
-/// @param[in] records   a complete measurement. For types 22 and 23 its band limits are brought up to date
-/// @param[in] unit      of the volt displays: spectra (2, 5) take it as it is; a cross spectrum (7) stays a
-///                      power, so that of the unit only rms or peak counts
+/// @param[in] records   a complete measurement. For types 22 and 23 its band limits are updated
+/// @param[in] unit      of the volt displays: spectra (2, 5) use it directly; a cross spectrum (7) stays a
+///                      power, so only rms or peak of the unit counts
 /// Points: 2 * FullTimeLines(nLines) for types 0 and 9, else nLines. x is i * deltaF, Hz; for type 0 (i -
 /// trigger sample) * deltaT, s, for type 9 i * deltaT. Types 22 and 23 are 0 below the first line of imported
 /// data. Returns 0; -1 for a type that does not exist, channels outside the measurement, data too short, or a
@@ -49,11 +49,11 @@ using ExportColumns = std::vector<const std::vector<double>*>;
 struct ExportFile {
   std::string ext;
   ExportColumns columns;     ///< of a series below, or of the pair's record
-  std::size_t zeroRows = 0;  ///< rows in front that hold no data: 0 after the abscissa
+  std::size_t zeroRows = 0;  ///< rows before it without data: 0 after the abscissa
 };
 
-/// What one display type makes: its files, and the series that are not arrays of a record. Not to be copied: the
-/// files point into the series.
+/// Output of one display type: its files, and the series that are not arrays of a record. Not to be copied:
+/// the files point into the series.
 struct TraceExport {
   std::vector<PlotSeries> series;
   std::vector<ExportFile> files;
@@ -63,25 +63,25 @@ struct TraceExport {
   TraceExport& operator=(const TraceExport&) = delete;
 };
 
-/// What to export.
+/// Settings of an export.
 struct TraceExportRequest {
   std::string display;  ///< "A" or "B", for the refusals
   MeasRecords records;
   int refChan = 0, dspChan = 0;  ///< pair, channels from 0
   int type = 0;                  ///< display type, 0 to 10
   VoltUnit unit = VoltUnit::Vrms;
-  std::function<const PMeasInfo*()> pair;  ///< the pair's record, made when there is none; null: no data
+  std::function<const PMeasInfo*()> pair;  ///< the pair's record, created when there is none; null: no data
 };
 
-/// Computes the columns of all files of a display type: 3 and 4 give TFp, TFa, hyxSM, hyx; 1 and 2 give Hp, Ha, H; 6
-/// and 7 give Gp, Ga, gyx; the others one. Types 3, 4, 9 and 10 give the arrays of the pair's record. Refuses a
-/// measurement that has no data of the kind (blocks that are zero throughout: a coherence of imported spectra), and
-/// values that are not finite.
+/// Computes the columns of all files of a display type: 3 and 4 give TFp, TFa, hyxSM, hyx; 1 and 2 give Hp,
+/// Ha, H; 6 and 7 give Gp, Ga, gyx; the others one. Types 3, 4, 9 and 10 give the arrays of the pair's
+/// record. Refuses a measurement without data of the kind (blocks of only zeros: a coherence of imported
+/// spectra), and values that are not finite.
 Refusal MakeTraceExport(const TraceExportRequest& request, TraceExport& out);
 
-/// Whether one of the files that would be written is there. The extension of the name is replaced.
+/// Whether one of the files to write exists. The extension of the name is replaced.
 bool AnyFileExists(const std::string& name, const TraceExport& exported);
-/// Each file is written whole or not at all.
+/// Each file is written completely or not at all.
 Refusal WriteTraceExport(const std::string& name, const TraceExport& exported);
 
 }  // namespace sondera

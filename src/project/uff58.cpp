@@ -28,7 +28,7 @@ bool IsBlank(std::string_view text) {
   return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
-/// A line with this label and nothing else.
+/// A line with only this label.
 bool IsLabel(std::string_view line, std::string_view label) {
   return line.substr(0, kLabelWidth) == label && IsBlank(line.substr(std::min(line.size(), kLabelWidth)));
 }
@@ -41,8 +41,8 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// Bytes of an exponent without letter at the front: a sign, three digits and no more. Only so do compilers
-/// write exponents that leave no room for the letter.
+/// Length of an exponent without a letter at the front: a sign and exactly three digits. Compilers write
+/// exponents without a letter only in this form.
 std::size_t BareExponent(std::string_view rest) {
   constexpr std::size_t kLength = 4;
   if (rest.size() < kLength || (rest[0] != '+' && rest[0] != '-')) return 0;
@@ -56,7 +56,7 @@ bool NextLineOfSet(TextReader& text, std::string& line) {
   return text.ReadPhysicalLine(line) && !IsLabel(line, kDelimiter);
 }
 
-/// First field of record 6: five columns, or wherever the first integer stands when they are blank.
+/// First field of record 6: five columns, or the position of the first integer when they are blank.
 int FunctionType(std::string_view record) {
   const std::string_view field = record.substr(0, kFunctionTypeWidth);
   return ParseInt(IsBlank(field) ? record : field);
@@ -67,15 +67,15 @@ struct Form {
   double minimum = 0.0, step = 0.0;
 };
 
-/// A field that holds one whole integer and blanks, no more.
+/// A field with one integer and blanks, nothing else.
 bool IsIntegerField(std::string_view field) {
   std::size_t used = 0;
   ParseInt(field, &used);
   return used > 0 && IsBlank(field.substr(used));
 }
 
-/// Record 7. Its integers have ten columns each, and may touch; writers that do not keep to columns have
-/// blanks between them. Fields that are not numbers count as 0.
+/// Record 7. Its integers have ten columns each, and may touch; writers that do not use columns put blanks
+/// between them. Fields that are not numbers count as 0.
 Form ReadForm(std::string_view record) {
   Form form;
   const auto column = [&](std::size_t i) {
@@ -142,8 +142,8 @@ Uff58Status ReadValues(TextReader& text, Uff58Set& set) {
     }
     if (bad) return DamagedAt(text, set, kNoNumber);
   }
-  // Kept: a set of another ordinate type counts as read though nothing is taken from it. Its number of points
-  // still has to be one that its data could hold.
+  // Kept: a set of another ordinate type counts as read though nothing is used from it. Its data must still
+  // be able to hold its number of points.
   if (text.ReadFailed()) return DamagedAt(text, set, {});
   if (!complex && !real) return set.points <= bytes ? Uff58Status::Ok : DamagedAt(text, set, kTooFew);
   set.im.resize(set.re.size(), 0.0);
@@ -169,7 +169,7 @@ bool NextUff58Number(std::string_view& line, double& value, bool& bad) {
     used += exponent;
   }
   line.remove_prefix(used);
-  // A number ends at a blank or at the sign of its neighbour; "1.2.3" is none.
+  // A number ends at a blank or at the sign of its neighbour; "1.2.3" is not a number.
   bad = !line.empty() && kBlanks.find(line.front()) == std::string_view::npos && line.front() != '+' &&
         line.front() != '-';
   return !bad;

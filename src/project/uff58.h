@@ -1,14 +1,16 @@
-// uff58.h - reads functions from universal files: text files of data sets between "    -1" lines, of which
-// set 58 ("function at nodal degree of freedom") is the one of interest here.
+// uff58.h - reads functions from universal files: text files of data sets between "    -1" lines; only set 58
+// ("function at nodal degree of freedom") is used here.
 //
-// Layout of a set 58, one physical line each, whatever its length and line end:
+// Layout of a set 58, one physical line each, of any length and line end:
 //
 //     "    58"                               label; "    58b" is the binary variety, which is not read
 //     ID lines 1 to 5                        free text, often "NONE"
 //     record 6   I5,I10,I5,I10,...           function type, number, version, load case, entities and nodes
 //     record 7   3I10,3E13.5                 ordinate type, points, spacing (1 even), abscissa minimum,
-//     increment, z records 8 to 11                        axes data       6E13.5 or 4E20.12           values
-//     by the point; two per point when complex "    -1"
+//                                            increment, z
+//     records 8 to 11                        axes data
+//     6E13.5 or 4E20.12                      values by the point; two per point when complex
+//     "    -1"
 //
 // Bytes in, numbers out; used by the imports of both kinds, their tests and the fuzz target.
 #pragma once
@@ -26,7 +28,7 @@ inline constexpr int kCrossSpectrum = 3;
 inline constexpr int kFrequencyResponse = 4;
 }  // namespace uff58_function
 
-/// A function as the set gives it.
+/// A function of the set.
 struct Uff58Set {
   int functionType = 0;
   int ordinateType = 0;  ///< 2 real, 4 real double, 5 complex, 6 complex double; others hold no values for us
@@ -38,7 +40,7 @@ struct Uff58Set {
 
 enum class Uff58Status {
   Ok,
-  NotUff58,  ///< no universal file, or one without a set 58 in text form
+  NotUff58,  ///< not a universal file, or without a set 58 in text form
   NoMatch,   ///< sets 58, but the first (all, when all are looked at) of another function type or unevenly
              ///< spaced
   Damaged,   ///< a header or data that end early, a value that is no finite number, no or negative points, a
@@ -48,11 +50,11 @@ enum class Uff58Status {
 enum class Uff58Scan { FirstSetOnly, UntilMatch };
 
 /// Finds and reads a set of one of the accepted function types. Nothing is allocated for points that the file
-/// does not hold. out is complete for Ok only, and has its fault for Damaged.
+/// does not contain. out is complete for Ok only, and has its fault for Damaged.
 Uff58Status ReadUff58(TextReader& text, const std::vector<int>& acceptedTypes, Uff58Scan scan, Uff58Set& out);
 
-/// Next number of a line of values, taken off its front: fields may touch, exponents may be marked by E, D,
-/// or by their sign alone ("1.5-103"). False at the end of the line, and for something that is not a number
+/// Removes the next number from the front of a line of values: fields may touch, exponents may be marked by
+/// E, D, or only by their sign ("1.5-103"). False at the end of the line, and for text that is not a number
 /// (bad is set).
 bool NextUff58Number(std::string_view& line, double& value, bool& bad);
 
