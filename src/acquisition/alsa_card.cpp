@@ -18,8 +18,8 @@ namespace {
 constexpr unsigned kUsualRates[] = {8000,  11025, 16000, 22050,  32000, 44100,
                                     48000, 88200, 96000, 176400, 192000};
 constexpr int kMostChannels = 32;
-constexpr unsigned kBufferMicroseconds = 2000000;  // what the program may be away for
-constexpr snd_pcm_uframes_t kLongestBlock = 256;   // a look at the stream stays short
+constexpr unsigned kBufferMicroseconds = 2000000;  // how long the program may be busy with other work
+constexpr snd_pcm_uframes_t kLongestBlock = 256;   // one check of the stream is short
 
 struct FormatRow {
   PcmFormat format;
@@ -29,7 +29,7 @@ constexpr FormatRow kFormats[] = {{PcmFormat::S32, SND_PCM_FORMAT_S32_LE},
                                   {PcmFormat::S24in3, SND_PCM_FORMAT_S24_3LE},
                                   {PcmFormat::S16, SND_PCM_FORMAT_S16_LE}};
 
-/// The library would print to standard error by itself.
+/// Otherwise the library prints to standard error.
 void Silent(const char*, int, const char*, int, const char*, ...) {}
 
 snd_pcm_t* OpenCapture(const std::string& device, std::string& reason) {
@@ -44,14 +44,14 @@ snd_pcm_t* OpenCapture(const std::string& device, std::string& reason) {
   return pcm;
 }
 
-/// Settings that every capture of ours begins with.
+/// Initial settings of every capture here.
 bool BeginSettings(snd_pcm_t* pcm, snd_pcm_hw_params_t* params) {
   return snd_pcm_hw_params_any(pcm, params) >= 0 &&
          snd_pcm_hw_params_set_rate_resample(pcm, params, 0) >= 0 &&
          snd_pcm_hw_params_set_access(pcm, params, SND_PCM_ACCESS_RW_INTERLEAVED) >= 0;
 }
 
-/// The best format of so many bits, 0 for any; null without one.
+/// The best format with this number of bits, 0 for any; null without one.
 const FormatRow* BestFormat(snd_pcm_t* pcm, snd_pcm_hw_params_t* params, int bits) {
   for (const FormatRow& row : kFormats)
     if ((bits == 0 || BytesOf(row.format) * 8 == static_cast<std::size_t>(bits)) &&

@@ -1,6 +1,6 @@
-// alsa_card.h - capture from a sound card through ALSA's library; the only file that knows it.
+// alsa_card.h - capture from a sound card through ALSA's library; the only file that uses it.
 //
-// Only "hw:" devices: they hand over the converter's samples, without resampling or mixing.
+// Only "hw:" devices: they give the converter's samples, without resampling or mixing.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 #include "acquisition/pcm_samples.h"
 
-// ALSA's own, so that its header stays out of this one
+// ALSA's type, so that its header is not needed here
 struct _snd_pcm;  // NOLINT(bugprone-reserved-identifier)
 
 namespace sondera {
@@ -21,12 +21,12 @@ struct SoundCard {
 };
 std::vector<SoundCard> FindSoundCards();
 
-/// What a device can do.
+/// Properties of a device.
 struct CardFacts {
   int channelsMin = 0, channelsMax = 0;
-  std::vector<int> rates;  ///< Hz, ascending; of the usual ones
+  std::vector<int> rates;  ///< Hz, ascending; of the usual rates
 };
-/// False with the reason, a sentence without its end.
+/// False with the reason, a sentence without its full stop.
 bool QueryCard(const std::string& device, CardFacts& facts, std::string& reason);
 
 /// A running capture.
@@ -38,18 +38,19 @@ class CardStream {
   CardStream& operator=(CardStream&& other) noexcept;
 
   /// Opens and starts it. False with the reason.
-  /// @param bits  32, 24 (three bytes) or 16; 0: the most that the card has
+  /// @param bits  32, 24 (three bytes) or 16; 0: the most that the card supports
   bool Open(const std::string& device, int channels, int rate, int bits, std::string& reason);
   void Close();
   bool IsOpen() const { return pcm_ != nullptr; }
 
   enum class Got {
     Frames,   ///< one block at most
-    Nothing,  ///< none at the moment
-    Overrun,  ///< frames were lost before the next ones; the capture runs again
-    Failed,   ///< the device is gone; reason set
+    Nothing,  ///< none at present
+    Overrun,  ///< frames were lost before the next ones; the capture is running again
+    Failed,   ///< the device was removed; reason set
   };
-  /// Appends what is there to `frames`, one value of each channel behind the other, shares of full scale.
+  /// Appends the available frames to `frames`, one value of each channel after the other, shares of full
+  /// scale.
   Got Read(std::vector<double>& frames, std::string& reason);
   /// Waits until there are frames, for at most this long.
   void Wait(double seconds);

@@ -30,7 +30,7 @@ constexpr double kFullScale = 1.0 - 0x1p-15;  // many cards put 24 bits or fewer
 
 struct AlsaOptions {
   double volts = 1.0;  // of full scale
-  int bits = 0;        // of a sample; 0: the most that the card has
+  int bits = 0;        // of a sample; 0: the most that the card supports
   int channels = 0;    // 0: those of the card, at most kDefaultChannels
   std::string device;  // "": all cards
 };
@@ -61,7 +61,7 @@ BoardTask& TaskOfAlsa() {
 }
 using Task = TaskFunctions<TaskOfAlsa>;
 
-/// "hw:..." behind a device name; "" for an unknown one.
+/// "hw:..." for a device name; "" for an unknown one.
 std::string CardOf(const std::string& dev, const AlsaOptions& options) {
   const std::string_view name(dev);
   if (name.size() != 4 || !name.starts_with(kDevicePrefix) || name[3] < '0' || name[3] > '9') return "";
@@ -74,7 +74,7 @@ int ChannelsOf(const CardFacts& facts) {
   return std::min(wanted, facts.channelsMax);
 }
 
-/// Facts of a device. While a task has it open, those that the task began with.
+/// Properties of a device. While a task has it open, those from the start of the task.
 int QueryDevice(const std::string& dev, CardFacts& facts) {
   const std::string card = CardOf(dev, alsa.options);
   if (card.empty()) return RefuseTask(alsa.task, "There is no such device.");
@@ -139,7 +139,7 @@ int OpenCapture() {
   return daq_status::kDone;
 }
 
-/// The wanted inputs of the raw frames, in volts; clipped samples are noted.
+/// Converts the wanted inputs of the raw frames to volts; records clipped samples.
 void PickInputs(Capture& capture) {
   const auto stride = static_cast<std::size_t>(capture.cardChannels);
   const std::size_t nFrames = capture.raw.size() / stride;
@@ -161,7 +161,7 @@ void LoseSamples(Capture& capture) {
   std::fill(capture.clippedAt.begin(), capture.clippedAt.end(), -1);
 }
 
-/// Takes one block from the card. A negative status when it is gone.
+/// Reads one block from the card. A negative status when the card was removed.
 int TakeBlock(Capture& capture, bool& nothing) {
   capture.raw.clear();
   std::string reason;
@@ -233,7 +233,7 @@ int Read(int number, double timeoutSeconds, double* buf, int bufLength, int& rea
   if (bufLength < 0 || static_cast<std::size_t>(bufLength) / alsa.task.Channels() <
                            static_cast<std::size_t>(alsa.task.samples))
     return RefuseTask(alsa.task, "The buffer is shorter than the record.");
-  // The filter spreads a clipped sample by its length.
+  // The filter spreads a clipped sample over its length.
   const std::int64_t begin = capture.ring.Begin() * alsa.rate.factor - capture.decimator.Delay();
   alsa.task.overload = 0;
   for (std::size_t c = 0; c < alsa.task.Channels(); ++c)
@@ -249,7 +249,7 @@ int Read(int number, double timeoutSeconds, double* buf, int bufLength, int& rea
 
 CardRate ChooseCardRate(const std::vector<int>& rates, double rate) {
   constexpr double kTolerance = 1e-9;
-  constexpr int kCommonRate = 48000;  // what every interface is made for; lower ones may be filtered badly
+  constexpr int kCommonRate = 48000;  // what every interface is made for; lower ones may have poor filters
   CardRate best;
   double bestRate = 0.0;
   const auto reaches = [&](double made) { return made >= rate * (1.0 - kTolerance); };
@@ -351,7 +351,7 @@ const DaqDriver daqAlsa = {
 std::string InstallAlsaBoard(std::string_view options) {
   constexpr double kSmallestVolts = 1e-6, kLargestVolts = 1e6;
   AlsaOptions o;
-  // The name of a device has commas of its own, so it comes last.
+  // The name of a device contains commas, so it comes last.
   const std::size_t at =
       options.starts_with(kDeviceOption) ? 0 : options.find("," + std::string(kDeviceOption));
   if (at != std::string_view::npos) {
@@ -368,7 +368,7 @@ std::string InstallAlsaBoard(std::string_view options) {
   if (std::string fault = ParseBoardOptions("alsa", options, table); !fault.empty()) return fault;
   o.channels = static_cast<int>(channels);
   o.bits = static_cast<int>(bits);
-  if (Daq().reset == daqAlsa.reset) InstallDaqDriver(&daqNone);  // the card has to be free
+  if (Daq().reset == daqAlsa.reset) InstallDaqDriver(&daqNone);  // the card must be free
   CardFacts facts;
   std::string reason;
   if (!o.device.empty() && !QueryCard(o.device, facts, reason)) return reason + ".";

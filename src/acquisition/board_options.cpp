@@ -16,7 +16,7 @@ std::string NamesOf(std::span<const BoardOption> table) {
   return names;
 }
 
-/// Takes the value of one option, or says why not.
+/// Sets the value of one option, or says why not.
 std::string TakeValue(std::string_view driver, const BoardOption& option, std::string_view text) {
   std::size_t used = 0;
   const double value = ParseReal(text, &used);

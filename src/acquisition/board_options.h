@@ -1,4 +1,4 @@
-// board_options.h - the options behind the name of a board driver: "seed=1,channels=4".
+// board_options.h - the options after the name of a board driver: "seed=1,channels=4".
 #pragma once
 
 #include <span>
@@ -7,7 +7,7 @@
 
 namespace sondera {
 
-/// A numeric option of a driver, and where its value goes.
+/// A numeric option of a driver, and the destination of its value.
 struct BoardOption {
   const char* name;
   double low, high;  ///< accepted values, both ends included
@@ -15,7 +15,7 @@ struct BoardOption {
   double* value;     ///< keeps its default when the option is not given
 };
 
-/// Takes a list of name=value, separated by commas, into the values of the table. Numbers as in C.
+/// Writes a list of name=value, separated by commas, to the values of the table. Numbers as in C.
 /// @param driver  name of the driver, for the sentence
 /// @return "", or one sentence about the first option that is unknown, given twice or out of its range.
 /// Values may have changed then.

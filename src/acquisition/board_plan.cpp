@@ -61,7 +61,8 @@ bool HasEveryChannel(const BoardPlan& plan) {
   return plan.channels > 0 && plan.coupling.size() >= n && plan.inputRange.size() >= n;
 }
 
-/// Makes the task as far as `whole` says, and what the board grants. On failure it is cleared.
+/// Makes the task up to the part that `whole` selects, and reads what the board grants. On failure it is
+/// cleared.
 bool MakeTaskOf(const BoardPlan& plan, bool whole, int& task, BoardGrant& grant, std::string& reason) {
   task = 0;
   reason.clear();

@@ -1,4 +1,4 @@
-// board_process.cpp - a board program at the other end of two descriptors.
+// board_process.cpp - a board program connected by two file descriptors.
 #include "acquisition/board_process.h"
 
 #include <fcntl.h>
@@ -28,7 +28,7 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 constexpr auto kAnswerTime = std::chrono::seconds(5);
-constexpr double kSlowestBytes = 20e6;  // per second; a record may take this long on top
+constexpr double kSlowestBytes = 20e6;  // per second; additional time for a record
 constexpr auto kByeTime = std::chrono::seconds(2), kTermTime = std::chrono::seconds(1);
 constexpr auto kExitPoll = milliseconds(2);
 constexpr std::size_t kReadBytes = 1 << 16;
@@ -44,7 +44,8 @@ int TimeLeft(Clock::time_point end) {
   return static_cast<int>(std::clamp<long long>(left, 0, 1 << 30));
 }
 
-/// The descriptor moved above standard input, output and error, closed in programs that we start. -1 stays.
+/// Moves the descriptor above standard input, output and error, and closes it in programs that we start. -1
+/// stays.
 int MovedUp(int fd) {
   if (fd < 0 || fd >= kFirstFreeDescriptor) return fd;
   const int moved = fcntl(fd, F_DUPFD_CLOEXEC, kFirstFreeDescriptor);
@@ -66,14 +67,14 @@ Ends MakePipe() {
   if (pipe2(fd, O_CLOEXEC) != 0) return {};
   return {MovedUp(fd[0]), MovedUp(fd[1])};
 }
-/// Like a pipe, but writing to a program that is gone is an error and no signal.
+/// Like a pipe, but writing to a program that has ended is an error and not a signal.
 Ends MakeSocket() {
   int fd[2] = {-1, -1};
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, fd) != 0) return {};
   return {MovedUp(fd[0]), MovedUp(fd[1])};
 }
 
-/// Where a program stands: a name without a separator is looked for in PATH. "" when it is nowhere.
+/// Path of a program: a name without a separator is searched in PATH. "" when it is not found.
 std::string FindProgram(const std::string& name) {
   if (name.find(kPathSeparator) != std::string::npos) return name;
   const char* const path = std::getenv("PATH");
@@ -87,10 +88,10 @@ std::string FindProgram(const std::string& name) {
   return "";
 }
 
-/// The child's way to its program; only calls that are safe behind fork(). Writes errno when there is no way.
+/// Starts the program in the child; only calls that are safe after fork(). Writes errno on failure.
 [[noreturn]] void Become(const char* path, char* const* arguments, int input, int output, int errors,
                          pid_t parent) {
-  setpgid(0, 0);  // Ctrl-C is for us: the board gets "stop" and "clear"
+  setpgid(0, 0);  // Ctrl-C is for this program: the board gets "stop" and "clear"
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (getppid() != parent) _exit(127);
   for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGHUP, SIGCHLD}) ::signal(signal, SIG_DFL);
@@ -165,7 +166,7 @@ bool BoardProcess::Start(const std::vector<std::string>& words, std::string& rea
     closeAll();
     return refuse(std::strerror(cause));
   }
-  setpgid(child, child);  // whoever comes first
+  setpgid(child, child);  // the first that happens
   close(std::exchange(errors.write, -1));
   int cause = 0;
   ssize_t told;
@@ -195,7 +196,7 @@ bool BoardProcess::Ask(const std::string& request, BoardReply& reply, double sec
   return GiveUp("does not keep to the protocol: \"" + reader_.Line().substr(0, 80) + "\"");
 }
 
-/// Nothing may have come that was not asked for: it would be taken for the answer to the next request.
+/// There must be no unread input: it would be taken for the answer to the next request.
 bool BoardProcess::IsQuiet() {
   char byte;
   const ssize_t n = taken_ < bytes_.size() ? 1 : read(fromBoard_, &byte, 1);
@@ -226,7 +227,7 @@ bool BoardProcess::Send(const std::string& line, Clock::time_point end) {
   return true;
 }
 
-/// Reads until the reader has what it expects.
+/// Reads until the reader is complete.
 bool BoardProcess::Receive(Clock::time_point end) {
   while (true) {
     taken_ += reader_.Feed(bytes_.data() + taken_, bytes_.size() - taken_);
@@ -263,7 +264,7 @@ void BoardProcess::End() {
   KillAndReap();
 }
 
-/// Whether the program has ended; it stays to be waited for, so that its number is not given to another.
+/// Whether the program has ended. It is not waited for yet, so that its process id is not reused.
 bool BoardProcess::ExitedBy(Clock::time_point end) const {
   while (true) {
     siginfo_t info{};
@@ -275,7 +276,7 @@ bool BoardProcess::ExitedBy(Clock::time_point end) const {
   }
 }
 
-/// Ends whatever is left of the program and its children.
+/// Ends the program and its children if they still run.
 void BoardProcess::KillAndReap() {
   kill(-pid_, SIGKILL);
   while (waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {

@@ -1,8 +1,8 @@
 // board_process.h - another program as a board: its start, one request and one reply at a time, its end.
 //
-// The program is started without a shell, in a process group of its own, with nothing of ours open but its
-// standard input and output. A reply that is late, too long or not of the protocol's form ends it: Dead() has
-// the reason from then on, and every process is gone and waited for.
+// The program is started without a shell, in its own process group; only standard input and output are
+// connected. A reply that is late, too long or not of the protocol's form ends it: from then on Dead() has
+// the reason, and all its processes have ended.
 #pragma once
 
 #include <sys/types.h>
@@ -16,7 +16,7 @@
 
 namespace sondera {
 
-/// Words of a command between blanks.
+/// Words of a command, separated by blanks.
 std::vector<std::string> CommandWords(std::string_view command);
 
 class BoardProcess {
@@ -26,18 +26,18 @@ class BoardProcess {
   BoardProcess(BoardProcess&& other) noexcept { *this = std::move(other); }
   BoardProcess& operator=(BoardProcess&& other) noexcept;
 
-  /// Starts a program; its first word is a path or is looked for in PATH. False with a reason.
+  /// Starts a program; its first word is a path or is searched in PATH. False with a reason.
   bool Start(const std::vector<std::string>& words, std::string& reason);
   bool Running() const { return pid_ > 0; }
-  /// Why the program was given up, as a sentence; "" while it is good.
+  /// Why the program was ended, as a sentence; "" while it works.
   const std::string& Dead() const { return dead_; }
 
-  /// Sends a line (without LF) and takes the reply. False when the board is dead; an "err" reply is true.
-  /// @param seconds  that the request itself may take, on top of the 5 s of every answer
+  /// Sends a line (without LF) and reads the reply. False when the board is dead; true for an "err" reply.
+  /// @param seconds  additional time for the request itself, beyond the 5 s of every answer
   bool Ask(const std::string& request, BoardReply& reply, double seconds = 0.0);
-  /// The samples behind a reply, straight into their place. False when the board is dead.
+  /// Reads the samples after a reply directly into their place. False when the board is dead.
   bool TakeSamples(double* samples, std::size_t count);
-  /// Ends a board that does not keep to the protocol. `reason` goes on from "The board program "; always false.
+  /// Ends a board that violates the protocol. `reason` continues "The board program "; always false.
   bool GiveUp(const std::string& reason);
 
   /// Says "bye" and waits: 2 s, then SIGTERM, 1 s, then SIGKILL. Nothing when no program runs.
@@ -57,7 +57,7 @@ class BoardProcess {
   pid_t pid_ = -1;
   int toBoard_ = -1, fromBoard_ = -1;
   BoardReplyReader reader_;
-  std::vector<char> bytes_;  // from the board, not taken yet: at most one read's
+  std::vector<char> bytes_;  // from the board, not used yet: at most one read's
   std::size_t taken_ = 0;
 };
 

@@ -1,7 +1,7 @@
-// board_reply.h - replies of a board program: lines and samples from outside, held against what was asked.
+// board_reply.h - replies of a board program: lines and samples from outside, compared with the request.
 //
-// The protocol is in docs/board-protocol.md. Everything here works on bytes in memory: the process that they
-// come from is in board_process.h. Nothing is allocated but a line of bounded length. Owns no state.
+// The protocol is in docs/board-protocol.md. Everything here works on bytes in memory; board_process.h has
+// the process that they come from. Nothing is allocated but a line of bounded length. Owns no state.
 #pragma once
 
 #include <cstddef>
@@ -15,21 +15,23 @@ namespace sondera {
 /// Longest line of the protocol, its LF included.
 inline constexpr std::size_t kLongestBoardLine = 4096;
 
-/// Gathers one line, and samples behind it, from bytes that come in pieces.
+/// Collects one line, and the samples after it, from bytes that come in pieces.
 class BoardReplyReader {
  public:
   /// Begins with a line.
   void ExpectLine();
-  /// Goes on with `count` little-endian doubles into `samples`, which has to stay until they are there.
+  /// Continues with `count` little-endian doubles into `samples`, which must stay valid until they are
+  /// complete.
   void ExpectSamples(double* samples, std::size_t count);
 
-  /// Takes bytes of what is expected and returns how many: fewer than given when it is whole, or broken.
+  /// Takes the bytes that it expects and returns their number: fewer than given when the input is complete,
+  /// or invalid.
   std::size_t Feed(const char* bytes, std::size_t count);
 
-  /// What is expected has come.
+  /// The expected input is complete.
   bool Whole() const { return whole_; }
-  /// Why no byte more is taken: a line that is too long or has a control byte, a sample that is no finite
-  /// number. "" for good bytes.
+  /// Why it takes no more bytes: a line that is too long or has a control byte, a sample that is not a finite
+  /// number. "" for valid bytes.
   const std::string& Fault() const { return fault_; }
   /// The line without its LF.
   const std::string& Line() const { return line_; }
@@ -44,31 +46,31 @@ class BoardReplyReader {
   std::size_t bytesWanted_ = 0, bytesTaken_ = 0;
 };
 
-/// A line taken apart.
+/// Parts of a line.
 struct BoardReply {
   bool ok = false;
   int code = 0;      ///< of an error, negative
-  std::string text;  ///< behind "ok " or the code
+  std::string text;  ///< after "ok " or the code
 };
 /// False for a line that is neither "ok ..." nor "err <negative code> ...".
 bool ParseBoardReply(std::string_view line, BoardReply& reply);
 
-// Values of a reply. Each takes the whole text and is false, with the value as it was, for anything that is
+// Values of a reply. Each uses the whole text and is false, with the value unchanged, for anything that is
 // not of its form.
 
 /// A decimal number between two limits: digits with an optional minus, nothing else.
 bool ParseWholeField(std::string_view text, std::int64_t low, std::int64_t high, std::int64_t& value);
 /// A finite real number.
 bool ParseRealField(std::string_view text, double& value);
-/// Names of devices by commas: at most four characters each, no blank, no colon, all different. An empty text
-/// has none.
+/// Names of devices, separated by commas: at most four characters each, no blank, no colon, all different. An
+/// empty text has none.
 bool ParseDeviceNames(std::string_view text, std::vector<std::string>& names);
-/// Names of inputs by commas, at least one, no blanks.
+/// Names of inputs, separated by commas, at least one, no blanks.
 bool ParseInputNames(std::string_view text, std::vector<std::string>& names);
-/// Pairs of low and high limit by blanks, low below high, at least one and at most 127 pairs.
+/// Pairs of low and high limit, separated by blanks, low below high, at least one and at most 127 pairs.
 bool ParseRanges(std::string_view text, std::vector<double>& limits);
 
-/// What stands in front of the samples of a record.
+/// Values before the samples of a record.
 struct BoardRecordHead {
   std::int64_t samples = 0;  ///< per channel
   std::int64_t channels = 0;

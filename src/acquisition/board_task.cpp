@@ -1,4 +1,4 @@
-// board_task.cpp - checks of the requests that make up a task. Owns no state.
+// board_task.cpp - checks of the requests for a task. Owns no state.
 #include "acquisition/board_task.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-// board_task.h - the one task of a driver of ours: what was asked for, checked request by request.
+// board_task.h - the one task of a driver in this program: its requests, checked one by one.
 //
 // The drivers that make their records themselves (simulated site, sound card) share it. Every function
-// returns a status of daq_driver.h; a refusal leaves its text in `fault`.
+// returns a status of daq_driver.h; a refusal puts its text in `fault`.
 #pragma once
 
 #include <cstdint>
@@ -26,37 +26,37 @@ struct BoardTask {
   double triggerLevel = 0.0;
   int preTrigger = 0;  ///< samples before the trigger's
   bool started = false;
-  std::uint64_t overload = 0;  ///< channels of the record last read that were beyond their range
-  std::string fault;           ///< why the latest request was refused
+  std::uint64_t overload = 0;  ///< channels of the last record that exceeded their range
+  std::string fault;           ///< why the last request was refused
 
   std::size_t Channels() const { return channels.size(); }
 };
 
-/// Leaves the text and returns kRefused.
+/// Stores the text and returns kRefused.
 int RefuseTask(BoardTask& task, std::string_view text);
 
-/// Makes the task; refuses a second one beside it. Numbers go up from 1.
+/// Makes the task; refuses a second one. Numbers increase from 1.
 int MakeTask(BoardTask& task, int& number);
 /// Refuses any number but the task's.
 int CheckTask(BoardTask& task, int number);
 /// Adds an input "<dev>/ai<k>" of `dev`, k below nInputs and not in use yet. Its range becomes the smallest
-/// of `ranges` (V) at or above the one asked for; none is a refusal.
+/// of `ranges` (V) at or above the requested one; without such a range it is refused.
 int AddTaskChannel(BoardTask& task, int number, std::string_view dev, int nInputs,
                    const std::vector<double>& ranges, const DaqChannel& channel);
-/// Checks rate (above 0) and samples (2 or more, at most kMostRecordSamples with all channels); the samples
-/// stand in the task then, the rate is the caller's to grant.
+/// Checks rate (above 0) and samples (2 or more, at most kMostRecordSamples with all channels); stores the
+/// samples in the task. The caller grants the rate.
 int SetTaskClock(BoardTask& task, int number, double rate, int samples);
-/// Sets a reference trigger on the channel of that virtual name; what lies outside the record is refused at
+/// Sets a reference trigger on the channel of that virtual name. A trigger outside the record is refused at
 /// the start.
 int SetTaskTrigger(BoardTask& task, int number, const std::string& virtualName, double levelVolts,
                    int preTriggerSamples);
-/// Marks the task started; refuses one without channels or clock, with a trigger channel that it does not
-/// have, or with pre-trigger samples that are not inside the record.
+/// Marks the task started; refuses one without channels or clock, with an unknown trigger channel, or with
+/// pre-trigger samples that are not inside the record.
 int StartTask(BoardTask& task, int number);
 int StopTask(BoardTask& task, int number);
-/// Forgets the task; 0 also when there is none of that number.
+/// Clears the task; 0 also when there is none of that number.
 int ClearTask(BoardTask& task, int number);
-/// Text of a status: the latest refusal's for kRefused.
+/// Text of a status: the last refusal's for kRefused.
 std::string TaskErrorText(const BoardTask& task, int status);
 
 /// -r, r of every range, as a driver lists them.
@@ -64,7 +64,7 @@ std::vector<double> PairsOfRanges(const std::vector<double>& ranges);
 /// Names of the inputs, "Sim1/ai0,Sim1/ai1".
 std::string InputNames(std::string_view dev, int nInputs);
 
-/// Functions of a driver's table that touch nothing but its task.
+/// Functions of a driver's table that use only its task.
 template <BoardTask& (*taskOf)()>
 struct TaskFunctions {
   static int SampClkRate(int number, double& rate) {

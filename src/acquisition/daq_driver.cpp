@@ -1,4 +1,4 @@
-// daq_driver.cpp - the installed driver, and the driver that stands for "no board".
+// daq_driver.cpp - the installed driver, and the driver for "no board".
 #include "acquisition/daq_driver.h"
 
 #include <utility>
@@ -75,7 +75,7 @@ namespace {
 
 struct Installed {
   const DaqDriver* driver = &daqNone;
-  void (*reset)() = [] {};  // by value: the table of a test may be gone by the time another takes its place
+  void (*reset)() = [] {};  // by value: the table of a test may no longer exist when another replaces it
 };
 Installed installed;
 

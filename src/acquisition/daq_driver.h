@@ -1,9 +1,9 @@
-// daq_driver.h - the seam to a data acquisition board: one table of functions.
+// daq_driver.h - the interface to a data acquisition board: one table of functions.
 //
-// The logic asks the installed driver and never which one it is. daqNone stands for "no board": every enquiry
-// fails, no device is named, no task can be made. Installing returns the former table, so that a test can put
-// it back. A driver keeps all that it knows in one structure of its own; installing it resets that structure,
-// and so does installing another in its place.
+// The program calls the installed driver and never checks which one it is. daqNone means "no board": every
+// enquiry fails, no device is named, no task is possible. Installing returns the former table, so that a test
+// can restore it. A driver keeps its whole state in one structure; installing it resets that structure, and
+// so does installing another one.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +22,11 @@ constexpr bool IsDifferential(int category) {
 }
 }  // namespace daq_category
 
-/// Results of a driver. Whatever else went wrong: any other negative code, with its text by errorString.
+/// Results of a driver. Any other error: another negative code, with its text from errorString.
 namespace daq_status {
 inline constexpr int kDone = 0;
 inline constexpr int kNoBoard = -1;
-/// readRecord: the record has not come in time. The task stays armed; waiting on is no mistake.
+/// readRecord: the record has not come in time. The task stays armed; waiting on is allowed.
 inline constexpr int kNotYet = -2;
 inline constexpr int kRefused = -3;
 }  // namespace daq_status
@@ -42,10 +42,10 @@ struct DaqChannel {
   bool couplingAC = false;
 };
 
-/// All functions return 0, or a negative driver code. Device names come cut to four characters.
+/// All functions return 0, or a negative driver code. Device names are cut to four characters.
 struct DaqDriver {
   const char* name;  ///< for messages, never null
-  /// Ends the task, gives back what the driver holds and forgets its settings.
+  /// Ends the task, releases the driver's resources and clears its settings.
   void (*reset)();
 
   // enquiries
@@ -64,18 +64,18 @@ struct DaqDriver {
   int (*createTask)(const std::string& taskName, int& task);
   int (*addChannel)(int task, const std::string& dev, const DaqChannel& channel);
   int (*cfgSampClkTiming)(int task, double rate, int samplesPerChan);  ///< finite acquisition, rising edge
-  int (*sampClkRate)(int task, double& rate);                          ///< what the board made of it
+  int (*sampClkRate)(int task, double& rate);                          ///< the values that the board granted
   int (*setFreeRun)(int task);
   int (*cfgAnlgEdgeRefTrig)(int task, const std::string& channel, double levelVolts, int preTriggerSamples);
   int (*numChans)(int task, int& channels);
   int (*startTask)(int task);
-  /// Waits for the record of the started task, `seconds` at most, 0 only looks. A record that has not come
-  /// yet is no failure: 0 with ready false. Other code may run between two calls; no sample is lost by that.
+  /// Waits for the record of the started task, `seconds` at most; 0 checks once. No record yet is not an
+  /// error: 0 with ready false. Other code may run between two calls; no sample is lost by that.
   int (*waitRecord)(int task, double seconds, bool& ready);
-  /// Reads one record into buf, channel after channel. read: samples per channel that came. kNotYet when the
-  /// time has passed without one.
+  /// Reads one record into buf, channel after channel. read: samples per channel. kNotYet when the time has
+  /// passed without one.
   int (*readRecord)(int task, double timeoutSeconds, double* buf, int bufLength, int& read);
-  /// Channels of the record last read that were beyond their input range: bit 0 is the task's first channel.
+  /// Channels of the last record that exceeded their input range: bit 0 is the task's first channel.
   int (*recordOverload)(int task, std::uint64_t& mask);
   int (*stopTask)(int task);
   int (*clearTask)(int task);

@@ -52,7 +52,7 @@ FirDecimator::FirDecimator(int channels, int factor)
 }
 
 void FirDecimator::Reset() {
-  // Half a filter of silence, so that the first output belongs to the first input.
+  // Half a filter of zeros, so that the first output belongs to the first input.
   past_.assign(channels_, std::vector<double>(taps_.size() / 2, 0.0));
   until_ = taps_.size() / 2 + 1;
 }
@@ -75,7 +75,7 @@ void FirDecimator::Feed(const double* frames, std::size_t nFrames, std::vector<d
   out.resize(first + made * channels_);
   for (std::size_t c = 0; c < channels_; ++c) {
     const std::vector<double>& past = past_[c];
-    // The first output needs the n frames that end with the input frame it waited for.
+    // The first output needs the n frames that end with the required input frame.
     const std::size_t begin = past.size() - nFrames + until_ - n;
     for (std::size_t k = 0; k < made; ++k) {
       const double* const x = past.data() + begin + k * factor_;
@@ -86,7 +86,8 @@ void FirDecimator::Feed(const double* frames, std::size_t nFrames, std::vector<d
     }
   }
   until_ = until_ + made * factor_ - nFrames;
-  // The next output needs the last n - 1 frames. Moving them only when as many are spent costs a move a frame.
+  // The next output needs the last n - 1 frames. They move only when as many are used up, so the cost is one
+  // move per frame.
   for (std::vector<double>& past : past_)
     if (past.size() >= 2 * n) past.erase(past.begin(), past.end() - static_cast<std::ptrdiff_t>(n - 1));
 }

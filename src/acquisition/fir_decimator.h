@@ -1,8 +1,8 @@
-// fir_decimator.h - from a high sampling rate to a whole part of it, without what would fold.
+// fir_decimator.h - reduces a high sampling rate by an integer factor, without aliasing.
 //
-// One linear-phase low-pass filter (sinc times Kaiser window), the same for every channel: up to 0.45 of the
-// new rate it is level, from 0.55 on it is 100 dB down. Its delay is taken off: output sample k belongs to the
-// moment of input sample k * factor, before which the input counts as 0. Source: Kaiser, 1974.
+// One linear-phase low-pass filter (sinc times Kaiser window), the same for every channel: flat up to 0.45 of
+// the new rate, 100 dB down from 0.55 on. Its delay is removed: output sample k belongs to the time of input
+// sample k * factor, before which the input counts as 0. Source: Kaiser, 1974.
 #pragma once
 
 #include <cstddef>
@@ -18,24 +18,24 @@ std::vector<double> DecimationTaps(int factor);
 
 class FirDecimator {
  public:
-  /// @param factor  1 to kMostDecimation; 1 hands every sample on as it is
+  /// @param factor  1 to kMostDecimation; 1 passes every sample on without change
   FirDecimator(int channels, int factor);
 
-  /// Takes frames and appends those that are complete.
-  /// @param[in]  frames  nFrames frames, one value of each channel behind the other
+  /// Filters frames and appends the completed output frames.
+  /// @param[in]  frames  nFrames frames, one value of each channel after the other
   /// @param[out] out     the same layout at the lower rate; new frames are appended
   void Feed(const double* frames, std::size_t nFrames, std::vector<double>& out);
-  /// Forgets the past: the next frame is number 0.
+  /// Clears the history: the next frame is number 0.
   void Reset();
 
-  /// Input frames that have to come behind a moment before its output can be made.
+  /// Input frames needed after a time before its output can be computed.
   int Delay() const { return static_cast<int>(taps_.size() / 2); }
 
  private:
   std::size_t channels_, factor_;
   std::vector<double> taps_;
   std::vector<std::vector<double>> past_;  // [channel] input that is still needed
-  std::size_t until_ = 0;                  // input frames to come before the next output frame
+  std::size_t until_ = 0;                  // input frames needed before the next output frame
 };
 
 }  // namespace sondera

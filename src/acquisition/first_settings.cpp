@@ -73,7 +73,7 @@ void FirstHWSetup(HWSetup& hw) {
 
   session.curChannels = hw.nChannels;
   double span = kWorkingSpan;
-  hw.freqSpan = 0.0;  // stays 0 where no board says more
+  hw.freqSpan = 0.0;  // stays 0 where no board sets it
   if (differential) hw.freqSpan = span = session.device.aiMaxRate * 0.5 / std::max(hw.nChannels, 1);
   if (session.device.devCategory == daq_category::kDynamicSignal)
     hw.freqSpan = span = session.device.aiMaxRate * 0.5;

@@ -1,5 +1,5 @@
-// first_settings.h - what a new measurement begins with: the settings of its hardware by the board in use, and the steps
-// that a board offers for lines and ranges.
+// first_settings.h - initial settings of a new measurement: those of its hardware from the board in use, and
+// the steps that a board offers for lines and ranges.
 //
 // Callers: the set-up dialogs. State: the device facts of the session.
 #pragma once
@@ -8,12 +8,13 @@
 
 namespace sondera {
 
-/// Asks the board in use for its sampling rate, its kind and its input ranges, into session.device.
+/// Reads sampling rate, kind and input ranges of the board in use into session.device.
 void ReadBoardLimits();
-/// Takes the input ranges of the board in use into session.device, V. A driver that refuses leaves them as they were.
+/// Reads the input ranges of the board in use into session.device, V. They do not change if the driver
+/// refuses.
 void ReadVoltageRanges();
 
-/// Largest limit in the table of the board's input ranges, V, and how many pairs of limits the table has.
+/// Largest limit in the table of the board's input ranges, V, and the number of pairs of limits in the table.
 struct BoardRanges {
   double largest = 0.0;
   int pairs = 0;
@@ -26,8 +27,8 @@ void FirstHWSetup(HWSetup& hw);
 /// Source and receivers at 0, length unit metre.
 void FirstMeasSetup(MeasSetup& ms);
 
-/// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 for more
-/// than the table has. FreqLinesFromID is the entry at a position, 0 outside.
+/// Position in the table of line counts (512 to 524288) of the smallest entry at or above lines; 2 if lines
+/// exceeds the table. FreqLinesFromID is the entry at a position, 0 outside.
 int FreqLinesID(int lines);
 int FreqLinesFromID(int index);
 /// Number of the voltage range step: 6 for at most 0.01 V, down to 0 above 3.16 V.

@@ -31,7 +31,7 @@ std::size_t BlockLength(const HWSetup& hw) {
   return 2 * static_cast<std::size_t>(FullTimeLines(hw.nLines)) * static_cast<std::size_t>(hw.nChannels);
 }
 
-/// New entries are like the last one.
+/// New entries copy the last one.
 template <class T>
 void Lengthen(std::vector<T>& values, int n, T first) {
   const T last = values.empty() ? first : values.back();
@@ -180,7 +180,7 @@ void FitSizes(int key) {
   const std::size_t wanted =
       static_cast<std::size_t>(session.samplesPerChan) * static_cast<std::size_t>(hw.nChannels);
   if (session.measBuffer.size() == wanted) return;
-  session.measBuffer = {};  // the former one is given back first
+  session.measBuffer = {};  // the former one is released first
   session.measBuffer.resize(wanted);
 }
 

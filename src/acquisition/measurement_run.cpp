@@ -42,7 +42,7 @@ HWSetup* FindSetup(int key) {
   return known && records.hwPos > 0 && records.rawPos > 0 ? records.hwSetup : nullptr;
 }
 
-/// Channels of the record in the buffer that reach the input range, or of which the board says so.
+/// Channels of the record in the buffer that reach the input range, or that the board reports as overloaded.
 std::vector<bool> OverloadedChannels(const std::vector<double>& ranges, int samplesPerChan) {
   std::uint64_t mask = 0;
   Daq().recordOverload(measRun.daqTask, mask);
@@ -104,14 +104,14 @@ class MeasuringRun {
   std::vector<bool> overloaded_, everOverloaded_;
 };
 
-/// Polls. False once the run has ended: the task is gone then.
+/// Polls. False once the run has ended: then there is no task any more.
 bool MeasuringRun::Goes() {
   if (listener_.Poll()) StopProcedure(0);
   if (measRun.measRunning != 1) armed_ = false;
   return measRun.measRunning == 1;
 }
 
-/// What is said of the record before stays until the next one.
+/// The message about the record before stays until the next one.
 void MeasuringRun::ShowNotice(const std::string& text) {
   const std::string both = overloadText_ + (overloadText_.empty() || text.empty() ? "" : "\n") + text;
   if (both == shown_) return;
@@ -124,7 +124,7 @@ void MeasuringRun::Disarm() {
   armed_ = false;
 }
 
-/// Makes the task and notes what a record needs.
+/// Makes the task and stores the sizes of a record.
 bool MeasuringRun::Arm(RunEnd& end) {
   const HWSetup* hw = FindSetup(key_);
   if (!hw) return false;
@@ -178,7 +178,7 @@ void MeasuringRun::TakeRecords(RunEnd& end) {
   }
 }
 
-/// Until a record is in the buffer, the run has ended, or the board does not start.
+/// Until a record is in the buffer, the run has ended, or the board cannot start.
 MeasuringRun::Got MeasuringRun::TakeRecord() {
   for (int failures = 0;;) {
     if (!Goes()) return Got::Ended;
@@ -214,7 +214,7 @@ MeasuringRun::Got MeasuringRun::Fail(std::string text) {
   return Got::Failed;
 }
 
-/// A free run has its record in time; a trigger may take as long as it likes.
+/// A free run gets its record in time; a trigger has no time limit.
 MeasuringRun::Got MeasuringRun::Overdue() {
   const double waited = SecondsSince(armedAt_);
   if (!triggered_) return waited > timeout_ ? Fail("The record has not come in time.") : Got::NotYet;
@@ -241,7 +241,7 @@ MeasuringRun::Got MeasuringRun::WaitAndRead() {
   return Got::Record;
 }
 
-/// Behind a failed read: the board is stopped, and started again not before a slice has passed.
+/// After a failed read: the board is stopped, and started again after one slice at the earliest.
 void MeasuringRun::RecoverFrom(int failures) {
   const double left = kSlice - SecondsSince(armedAt_);
   Disarm();
@@ -268,7 +268,7 @@ void MeasuringRun::CountAccepted() {
   session.configDone = 0;
 }
 
-/// False when no other record would fare better.
+/// False when every other record would fail too.
 bool MeasuringRun::FoldRecord(RunEnd& end) {
   ++measRun.delivered;
   overloaded_ = OverloadedChannels(ranges_, session.samplesPerChan);
@@ -292,14 +292,14 @@ bool MeasuringRun::FoldRecord(RunEnd& end) {
   return true;
 }
 
-/// Without a record the old data stay, and so does what they were taken with.
+/// Without a record the old data stay, with their settings.
 void MeasuringRun::RestoreSettings() {
   HWSetup* const hw = FindSetup(key_);
   if (accepted_ > 0 || imported_ || !hw) return;
   if (hw->nChannels == before_.nChannels && hw->nLines == before_.nLines && heldData_) *hw = before_;
 }
 
-/// Whichever way the run ends.
+/// However the run ends.
 void MeasuringRun::End() {
   if (before_.nChannels > 0) RestoreSettings();
   Disarm();
@@ -325,13 +325,13 @@ RunEnd PerformMeas(int key, MeasListener& listener) {
 
 namespace {
 
-/// Channels that a record will have, by what the board says.
+/// Channels that a record will have, from the board's answer.
 int ChannelsOf(const BoardGrant& grant) {
   constexpr int kFixedChannels = 4;
   return HasFourFixedChannels() ? kFixedChannels : grant.channels;
 }
 
-/// The measurement follows its grant.
+/// Sets the measurement to the granted values.
 void FollowGrant(HWSetup& hw, const BoardGrant& grant, int channels) {
   const bool imported = hw.freqSpan < 0.0;
   TakeGrant(hw, grant);

@@ -22,7 +22,7 @@ void DecodeSamples(PcmFormat format, const unsigned char* bytes, std::size_t cou
   const std::size_t width = BytesOf(format), unused = 4 - width;
   out.reserve(out.size() + count);
   for (std::size_t i = 0; i < count; ++i, bytes += width) {
-    std::uint32_t word = 0;  // the sample in the upper bytes, so that every width has its sign in bit 31
+    std::uint32_t word = 0;  // the sample in the upper bytes, so that the sign is bit 31 for every width
     for (std::size_t b = 0; b < width; ++b)
       word |= static_cast<std::uint32_t>(bytes[b]) << (8 * (unused + b));
     out.push_back(static_cast<std::int32_t>(word) * 0x1p-31);

@@ -1,4 +1,4 @@
-// process_driver.cpp - the table of functions that asks a board program. Owns its state, `board`.
+// process_driver.cpp - the table of functions for a board program. Owns its state, `board`.
 #include "acquisition/process_driver.h"
 
 #include <algorithm>
@@ -20,10 +20,10 @@ constexpr std::size_t kLongestName = 256;  // of a channel, as a part of a reque
 struct ProcessState {
   std::vector<std::string> command;
   BoardProcess program;
-  std::string fault;   // of the latest request that was refused
+  std::string fault;   // of the last request that was refused
   int channels = 0;    // of the task
   int samples = 0;     // per channel
-  bool ready = false;  // a record stands ready
+  bool ready = false;  // a record is ready
   std::uint64_t overload = 0;
 };
 ProcessState board;
@@ -33,7 +33,7 @@ int Refused(std::string text) {
   return daq_status::kRefused;
 }
 
-/// Sends a request. kDone with the text of an "ok"; a refusal of the board has its text and code in `fault`.
+/// Sends a request. kDone with the text after "ok"; a refusal of the board has its text and code in `fault`.
 int Ask(const std::string& request, std::string& text, double seconds = 0.0) {
   BoardReply reply;
   if (!board.program.Ask(request, reply, seconds)) return Refused(board.program.Dead());
@@ -46,20 +46,20 @@ int Ask(const std::string& request, std::string& text, double seconds = 0.0) {
   return daq_status::kDone;
 }
 
-/// A reply that is not of its form: the board is given up.
+/// A reply of the wrong form: the board program is ended.
 int Misunderstood(const std::string& request) {
   board.program.GiveUp("gives no proper answer to \"" + request.substr(0, request.find(' ')) + "\"");
   return Refused(board.program.Dead());
 }
 
-/// Sends a request whose answer is a bare "ok".
+/// Sends a request whose answer is "ok" without a value.
 int Tell(const std::string& request) {
   std::string text;
   const int status = Ask(request, text);
   return status == daq_status::kDone && !text.empty() ? Misunderstood(request) : status;
 }
 
-/// Sends a request and parses the answer; `parse(text, value)` is false for a form that it does not know.
+/// Sends a request and parses the answer; `parse(text, value)` is false for a wrong form.
 template <class T, class Parse>
 int AskFor(const std::string& request, T& value, Parse parse, double seconds = 0.0) {
   std::string text;
@@ -67,7 +67,7 @@ int AskFor(const std::string& request, T& value, Parse parse, double seconds = 0
   return parse(text, value) ? daq_status::kDone : Misunderstood(request);
 }
 
-/// A whole number of an answer as an int, from `low` up.
+/// An integer of an answer as an int, from `low` upward.
 template <int low>
 bool IntFrom(const std::string& text, int& value) {
   std::int64_t read = 0;
@@ -82,13 +82,13 @@ bool RateFrom(const std::string& text, double& rate) {
   return ParseRealField(text, rate) && rate >= 0.0;
 }
 
-/// A name of the request must not look like two fields, or like a line of its own.
+/// A name in the request must not look like two fields, or like another line.
 bool IsOneField(const std::string& name) {
   return !name.empty() && name.size() <= kLongestName &&
          std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-/// A short text that reads back as the same number, without an exponent where that is usual.
+/// A short text that gives the same number when read, without an exponent where that is usual.
 std::string Number(double x) {
   std::string text;
   for (int digits = 15; digits <= 17; ++digits) {
@@ -124,7 +124,7 @@ std::string Greet(BoardProcess& program, const std::vector<std::string>& command
   return "";
 }
 
-/// A program that was given up is started again: its cable may be back.
+/// A program that was ended is started again: its cable may be connected again.
 int Revive() {
   if (board.program.Running()) return daq_status::kDone;
   const std::string fault = Greet(board.program, board.command);

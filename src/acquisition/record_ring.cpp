@@ -30,7 +30,7 @@ void RecordRing::FindTrigger() {
     if (end_ > search_) begin_ = std::max(search_, first_);
     return;
   }
-  // A crossing counts once it has its samples before it, as on a board with a reference trigger.
+  // A crossing counts only after enough samples before it, as on a board with a reference trigger.
   std::int64_t frame = std::max({search_, first_ + plan_.preTrigger, first_ + 1});
   for (; frame < end_; ++frame) {
     if (!(At(frame - 1, plan_.trigger) < plan_.level && At(frame, plan_.trigger) >= plan_.level)) continue;
@@ -42,7 +42,7 @@ void RecordRing::FindTrigger() {
 
 void RecordRing::Gap() {
   if (armed_ && begin_ >= 0 && !Ready()) broken_ = true;
-  if (Ready()) return;  // whole before it happened: it can still be taken
+  if (Ready()) return;  // complete before the gap: it can still be used
   frames_.clear();
   first_ = end_ = search_ = 0;
   begin_ = -1;
@@ -56,9 +56,9 @@ void RecordRing::Take(double* buf) {
   begin_ = -1;
 }
 
-/// Keeps what a record could still need: the samples before its trigger, and of a stream that nobody looks at
-/// a record's length. Moves the rest to the front only when that halves the room, so that a frame is moved
-/// once at most.
+/// Keeps the samples that a record may still need: those before its trigger, and of a stream that nobody
+/// reads the length of a record. Moves the rest to the front only when that halves the size, so a frame is
+/// moved once at most.
 void RecordRing::DropOld() {
   std::int64_t keep = begin_;
   if (begin_ < 0) {

@@ -1,7 +1,7 @@
-// record_ring.h - finite records, free or triggered, out of a stream of frames that never stops.
+// record_ring.h - finite records, free or triggered, from a continuous stream of frames.
 //
-// The stream runs on between two records: the next one is looked for from the end of the last, so that a blow
-// in between is not lost. A frame is one sample of every channel. Owns no state beside its own.
+// The stream continues between two records: the search for the next one starts at the end of the last, so no
+// blow in between is lost. A frame is one sample of every channel. Owns only its own state.
 #pragma once
 
 #include <cstdint>
@@ -22,16 +22,17 @@ class RecordRing {
   RecordRing() = default;
   explicit RecordRing(const Plan& plan) : plan_(plan) {}
 
-  /// Looks for the next record, from the end of the last one.
+  /// Searches for the next record, from the end of the last one.
   void Arm();
   void Disarm() { armed_ = false; }
 
-  /// Takes frames, one value of each channel behind the other.
+  /// Adds frames, one value of each channel after the other.
   void Feed(const double* frames, std::size_t nFrames);
-  /// Samples were lost here: what is before belongs to no later record, and one that had begun is broken.
+  /// Samples were lost here: earlier frames belong to no later record, and a record that had begun is
+  /// invalid.
   void Gap();
 
-  /// The record is whole.
+  /// The record is complete.
   bool Ready() const { return armed_ && begin_ >= 0 && end_ >= begin_ + plan_.samples; }
   /// Samples were lost in the record since Arm.
   bool Broken() const { return broken_; }
@@ -48,7 +49,7 @@ class RecordRing {
   Plan plan_;
   std::vector<double> frames_;        // frames first_ to end_ - 1
   std::int64_t first_ = 0, end_ = 0;  // counted from the last gap
-  std::int64_t search_ = 0;           // the record or its trigger is looked for from here
+  std::int64_t search_ = 0;           // the search for the record or its trigger starts here
   std::int64_t begin_ = -1;
   bool armed_ = false, broken_ = false;
 };

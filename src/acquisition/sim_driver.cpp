@@ -26,8 +26,8 @@ constexpr double kHighestRate = 102400.0;
 constexpr double kCrewSeconds = 0.5;      // from arming to the blow
 constexpr double kNextBlowSeconds = 2.0;  // from a blow that did not trigger to the next
 constexpr auto kNextBlowAtLeast = std::chrono::milliseconds(2);  // at any pace
-constexpr double kOverloadOfRange = 2.0;  // how far an overloading blow drives the first input
-constexpr int kChunk = 4096;              // samples made between two looks at the clock
+constexpr double kOverloadOfRange = 2.0;  // by how much an overloading blow exceeds the first input's range
+constexpr int kChunk = 4096;              // samples computed between two checks of the clock
 constexpr int kACAndDC = 3;
 const std::vector<double> kRanges = {10.0, 3.16, 1.0, 0.316, 0.1, 0.0316, 0.01};  // V, largest first
 
@@ -66,7 +66,7 @@ int Fact(const std::string& dev, T& fact, const T& value) {
 }
 
 Clock::duration AtPace(double seconds) {
-  constexpr double kLongest = 1e9;  // beyond any record, within any clock
+  constexpr double kLongest = 1e9;  // longer than any record, within the range of any clock
   return std::chrono::duration_cast<Clock::duration>(Seconds(std::min(seconds * sim.options.pace, kLongest)));
 }
 
@@ -85,25 +85,26 @@ std::vector<double> DistancesOfInputs() {
   return distances;
 }
 
-/// The wave of the measurement in hand; computed again only when something changed.
+/// The wave of the present measurement; computed again only after a change.
 int PrepareWave() {
   const std::vector<double> distances = DistancesOfInputs();
   if (sim.wave.rate == sim.task.rate && sim.wave.distances == distances) return daq_status::kDone;
   std::string fault;
   sim.wave = MakeBlowWave(sim.task.rate, distances, fault);
   if (!fault.empty()) return RefuseTask(sim.task, fault);
-  sim.wave.distances = distances;  // as asked for
+  sim.wave.distances = distances;  // as requested
   return daq_status::kDone;
 }
 
-/// Factor that drives the first input to twice its range.
+/// Factor that makes the first input reach twice its range.
 double OverloadingForce() {
   double peak = 0.0;
   for (const double volts : sim.wave.volts[0]) peak = std::max(peak, std::fabs(volts));
   return peak > 0.0 ? kOverloadOfRange * sim.task.channels[0].range / peak : 1.0;
 }
 
-/// The crew strikes once. A blow that does not trigger leaves no record; readyAt is the next blow's then.
+/// The crew strikes once. A blow that does not trigger gives no record; readyAt is then that of the next
+/// blow.
 void MakeBlow(bool missed, double secondsFromNow) {
   BlowRecording recording = sim.recording;
   if (missed) recording.force = 0.0;
@@ -151,7 +152,7 @@ int Start(int number) {
   return Strike(sim.records == sim.options.miss, wait);
 }
 
-/// Makes samples until the record is whole or the time is over. False with the time over.
+/// Computes samples until the record is complete or the time is over. False when the time is over.
 bool MakeRecordUntil(Clock::time_point end) {
   while (!sim.record->Whole()) {
     sim.record->Make(kChunk);

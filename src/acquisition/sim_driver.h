@@ -1,7 +1,7 @@
-// sim_driver.h - the board that stands on a simulated site, for classes, tests and a look at the program.
+// sim_driver.h - a board with a simulated site, for teaching, tests and trying the program.
 //
-// One device, "Sim1": the standard ground of simulated_blows.h, receivers and source where the current
-// measurement has them. It grants any rate from its lowest to 102400 Hz and filters by itself.
+// One device, "Sim1": the standard ground of simulated_blows.h, with receivers and source at the places of
+// the current measurement. It grants any rate from its lowest to 102400 Hz and filters by itself.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ extern const DaqDriver daqSimulated;
 /// minrate, pace. Returns "", or one sentence about the options: then nothing is installed.
 std::string InstallSimulatedBoard(std::string_view options);
 
-/// What the driver finds, as lines for the list of boards.
+/// The devices of the driver, as lines for the list of boards.
 std::string SimulatedBoardText();
 
 }  // namespace sondera

@@ -13,16 +13,16 @@ namespace sondera {
 namespace {
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
-constexpr double kUnplaced = 0.1;         // m; nearer than this a receiver has no place yet
+constexpr double kUnplaced = 0.1;         // m; a receiver nearer than this counts as not placed yet
 constexpr double kPlaceOfUnplaced = 1.0;  // m
-constexpr double kRinging = 1.0;          // s; a geophone is at rest again after that
+constexpr double kRinging = 1.0;          // s; after that a geophone is at rest again
 constexpr double kSlowestWave = 100.0;    // m/s; below any of the standard ground
 constexpr double kLongestWave = 1 << 22;  // samples
-constexpr double kStrongestBlow = 2.5;    // deviations, so that no blow turns round
-constexpr double kSteps = 8388608.0;      // 24 bits with their sign
+constexpr double kStrongestBlow = 2.5;    // deviations, so that no blow changes its sign
+constexpr double kSteps = 8388608.0;      // 24 bits with sign
 constexpr double kFreeRunShare = 0.1;     // of the record, before the blow
 
-/// Streams of random numbers that a blow draws from.
+/// Streams of random numbers for a blow.
 enum Stream : std::uint64_t { kStrength = 1, kHum = 2, kFirstInput = 16 };
 
 RandomNumbers StreamOf(std::uint64_t seed, int blow, std::uint64_t stream) {
@@ -43,7 +43,7 @@ BlowWave MakeBlowWave(double rate, std::vector<double> distances, std::string& f
   }
   const double farthest = distances.empty() ? 0.0 : *std::max_element(distances.begin(), distances.end());
   const double length = (2.0 * farthest / kSlowestWave + kRinging) * rate + BlowWave::kLead;
-  // Noise and hum change from record to record: only the ground and the blow are in the wave.
+  // Noise and hum change from record to record: the wave contains only the ground and the blow.
   SyntheticSite quiet;
   quiet.blowSpread = quiet.noise = quiet.lowNoise = quiet.hum = 0.0;
   SiteRecording recording{.receivers = distances,
@@ -89,7 +89,7 @@ double BlowRecord::HumAt(int sample) const {
   return std::sin(turn + phase1_) + std::sin(3.0 * turn + phase3_) / 3.0;
 }
 
-/// What the converter makes of the input at a sample from the blow.
+/// Output of the converter for the input at a sample from the blow.
 double BlowRecord::Volts(std::size_t input, int sample, double random, double pickup) const {
   const BlowInput& in = recording_.inputs[input];
   const std::vector<double>& wave = wave_.volts[static_cast<std::size_t>(in.receiver)];
