@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kColorNotGiven = -1;
 constexpr int kGlobalMarker = 12, kGlobalColor = 2;
-constexpr int kBackgroundColor = 12;  // composite curves behind a representative one
+constexpr int kBackgroundColor = 12;  // composite curves drawn behind a representative one
 constexpr double kAxisMargin = 1.2;
 constexpr double kLowestOnLogAxis = 1e-10;
 constexpr std::array<const char*, 3> kQuantityNames = {"Phase Velocity", "Frequency", "Wavelength"};
@@ -28,13 +28,13 @@ std::size_t Quantity(int type) {
   return static_cast<std::size_t>(std::clamp(type, 0, 2));
 }
 
-/// Points of a pair's curve, held against the arrays: a count from a file may be anything.
+/// Points of a pair's curve, limited to the arrays: a count from a file may be any number.
 std::size_t PointCount(const PMeasInfo& pair) {
   const std::size_t room = std::min({pair.dispVel.size(), pair.dispFreq.size(), pair.dispWlen.size()});
   return std::min(static_cast<std::size_t>(std::max(pair.nDispPoints, 0)), room);
 }
 
-/// The included curves of pairs; gives colours to those that have none.
+/// The included curves of pairs; assigns colours to those without one.
 std::vector<PageCurve> PairCurves(bool csw) {
   std::vector<PageCurve> curves;
   for (PMeasInfo& pair : MeasDB.pMeasList) {
@@ -61,7 +61,7 @@ PageCurve Representative(const DispInfo& d, std::string label, int marker, int c
           CurveColor(color)};
 }
 
-/// Range of a quantity over the pair curves, with margin, on nice numbers. Equal limits without a value.
+/// Range of a quantity over the pair curves, with margin, on round numbers. Equal limits without a value.
 AxisRange AutoRange(std::span<const PageCurve> curves, std::size_t quantity, bool linear) {
   std::vector<double> values;
   for (const PageCurve& c : curves)

@@ -1,6 +1,6 @@
 // disp_curv_plot.h - the graph of the dispersion page: its curves with their colours, and its axes.
 //
-// panels/dispcurv_page.h fills the page with them. Fills the graph model and draws nothing itself.
+// panels/dispcurv_page.h uses it for its page. Fills the graph model and draws nothing itself.
 #pragma once
 
 #include <array>
@@ -31,14 +31,14 @@ inline constexpr int kCompositeGlobal = 3;
 inline constexpr int kCompositeArray = 4;
 }  // namespace curve_type
 
-/// A curve ready for the graph; columns by quantity: velocity, frequency, wavelength.
+/// A curve prepared for the graph; columns by quantity: velocity, frequency, wavelength.
 struct PageCurve {
   std::string label;
   std::array<std::span<const double>, 3> columns;
   int marker = 0, color = 0;
 };
 
-/// Everything that may be plotted.
+/// All curves that can be plotted.
 struct PageCurves {
   std::vector<PageCurve> composite, global, array;
 };
@@ -48,22 +48,22 @@ bool IsPlotted(const PMeasInfo& pair);
 /// Points of all pairs with included = 1.
 std::size_t CountIncludedPoints();
 
-/// Everything that may be plotted, out of the pair records and the representative curves. A curve of a pair that has
-/// no colour gets the next one (session.nextCurveColor).
+/// All curves that can be plotted, from the pair records and the representative curves. A curve of a pair
+/// without a colour gets the next one (session.nextCurveColor).
 /// @param csw  labels "CSW-id[1:2]" in place of "id[1:2]"
 /// The columns are views of the records.
 PageCurves GatherCurves(bool csw);
 
-/// Names and scales both axes by their record. An axis with automatic scale takes its range from these curves, with
-/// margin and on nice numbers, and keeps it in the record; without a value its limits are automatic.
+/// Names and scales both axes by their record. An axis with automatic scale gets its range from these curves,
+/// with margin and on round numbers, and stores it in the record; without a value its limits are automatic.
 void SetUpCurveAxes(const GraphControl& graph, std::span<const PageCurve> curves, AxisRecord& axes);
 /// Adds curves by the quantities of the axis record.
-/// @param behind  in the colour of what stands behind a representative curve, in place of their own
+/// @param behind  in the colour for curves behind a representative one, instead of their own
 void AddPageCurves(const GraphControl& graph, std::span<const PageCurve> curves, const AxisRecord& axes,
                    PlotStyle style, bool behind = false);
 
-/// Puts the curves that DISPCURVTYPE names on a graph in place of what was on it, and sets up its axes. An axis with
-/// automatic scale takes its range from the pair curves, whatever is plotted, and keeps it in the axis record.
+/// Replaces the curves of a graph by those that DISPCURVTYPE names, and sets its axes. An axis with automatic
+/// scale gets its range from the pair curves, whichever are plotted, and stores it in the axis record.
 /// @param type  a number of namespace curve_type
 void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int type, AxisRecord& axes);
 

@@ -26,7 +26,7 @@ std::vector<ColorLevel> MakeGaborColorMap(double threshold) {
           {kTopLevel, colors.hi}};
 }
 
-// A column of the image is a frequency, so a row of the map.
+// A column of the image is a frequency and therefore a row of the map.
 IntensityModel GaborImage(const PMeasInfo& pair) {
   IntensityModel image;
   image.columns = std::clamp(pair.freqDiv, 0, kGaborDivisions);

@@ -13,13 +13,13 @@ namespace sondera {
 std::vector<ColorLevel> MakeGaborColorMap(double threshold);
 
 /// The map of the pair's phase option, scaled to 0..100 above the pair's threshold, with the four colours of
-/// the session and the true ranges of both axes. A pair whose maps were never made is flat.
+/// the session and the true ranges of both axes. A pair whose maps were never calculated gives a flat image.
 IntensityModel GaborImage(const PMeasInfo& pair);
 
 /// Puts the map of a pair on a graph.
 void PlotGaborMap(const GraphControl& graph, const PMeasInfo& pair);
 
-/// What stands for a map where none can be shown: zeros over the frequencies of the measurement.
+/// Replaces a map where none can be shown: zeros over the frequencies of the measurement.
 void PlotNoGaborMap(const GraphControl& graph, const HWSetup& hw);
 
 }  // namespace sondera

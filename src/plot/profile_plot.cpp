@@ -18,10 +18,10 @@ constexpr int kProfileColor = 0x0000FF, kBandColor = 0x808080, kShownColor = 0xF
 constexpr int kSolidCircle = 12;
 constexpr double kProfileWidth = 2.0;
 
-/// Layers of an entry that are really there; 0 for one that is not stored.
+/// Number of valid layers of an entry; 0 for one that is not stored.
 int LayersOf(const InvRecord& r, int entry) {
   if (entry < 0 || entry > r.depth.rowHi() || entry > r.rms.hi()) return 0;
-  // The end of the last layer needs a place behind it.
+  // The end of the last layer needs an extra element.
   return std::clamp(r.nLayers, 0,
                     std::min({r.depth.colHi(), r.H.colHi(), r.Vs.colHi(), r.resolution.colHi()}));
 }
@@ -86,7 +86,7 @@ double EndDepth(InvRecord& r, int entry, int layers) {
   return end;
 }
 
-/// Errors of the entries from `first` on, as far as they are stored and up to the last one that has any.
+/// Errors of the entries from `first` on, as far as they are stored and up to the last entry with one.
 std::vector<double> Errors(const InvRecord& r, int first, int last) {
   std::vector<double> errors;
   for (int k = std::max(first, r.rms.lo()); k <= std::min(last, r.rms.hi()); ++k) errors.push_back(r.rms[k]);

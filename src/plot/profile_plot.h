@@ -1,5 +1,5 @@
-// profile_plot.h - the graph beside the curves of the results page: the profile of an entry with its band, its
-// resolution, or the RMS errors of all entries.
+// profile_plot.h - the graph beside the curves of the results page: the profile of an entry with its band,
+// its resolution, or the RMS errors of all entries.
 //
 // Entries have the numbers of the lists of results: from 0 on in the first record, below 0 in that of the starting
 // profiles. Each function empties the graph first; it stays empty for an entry that is not stored.
@@ -12,11 +12,12 @@
 
 namespace sondera {
 
-/// Shear-wave velocity to the right, depth downward, as stairs of 2 layers + 2 points: at each boundary, the surface
-/// and the end included, the velocity above it and below it. The band of two posterior deviations on either side are two
-/// further curves, with the area between them shaded; entry 0 and starting profiles have none. Axes from 0 to 1.2 times
-/// the largest velocity of the band and 1.1 times the end depth, on round numbers; nothing is drawn when either is 0. An
-/// end depth of 0 or less becomes the top of the half-space plus half the layer above it, in the record too.
+/// Shear-wave velocity to the right, depth downward, as steps of 2 layers + 2 points: at each boundary, the
+/// surface and the end included, the velocity above it and below it. The limits of the band, two posterior
+/// deviations on each side, are two more curves, with the area between them shaded; entry 0 and starting
+/// profiles have none. Axes from 0 to 1.2 times the largest velocity of the band and 1.1 times the end depth,
+/// on round numbers; nothing is drawn when either is 0. An end depth of 0 or less becomes the top of the
+/// half-space plus half the layer above it, in the record too.
 /// @param length  unit of length: "m"
 void PlotProfile(const GraphControl& graph, int index, const std::string& length);
 
@@ -24,9 +25,10 @@ void PlotProfile(const GraphControl& graph, int index, const std::string& length
 /// drawn without a resolution above 0.
 void PlotResolution(const GraphControl& graph, int index, const std::string& length);
 
-/// RMS error to the right against the number of the entry, 0 on top: entries 0 to `iterations`, or 1 to `profiles` when
-/// the index is that of a starting profile. Entries that are not stored, and those behind the last one with an error,
-/// are left out; nothing is drawn when all errors are 0. The entry of the index stands out.
+/// RMS error to the right against the number of the entry, 0 on top: entries 0 to `iterations`, or 1 to
+/// `profiles` when the index is that of a starting profile. Entries that are not stored, and those after the
+/// last one with an error, are left out; nothing is drawn when all errors are 0. The entry of the index is
+/// emphasised.
 void PlotRMSError(const GraphControl& graph, int index, int iterations, int profiles,
                   const std::string& length);
 

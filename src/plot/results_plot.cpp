@@ -16,7 +16,8 @@ namespace {
 
 constexpr int kLastMarker = 18;
 
-/// A theoretical curve with its own points: of an array curve every so many numbers of a column belong to it.
+/// A theoretical curve with its own points: for an array curve, elements of a column at a fixed stride belong
+/// to it.
 struct OwnCurve {
   std::array<std::vector<double>, 3> columns;  // velocity, frequency, wavelength
   std::string label;
@@ -33,7 +34,7 @@ struct OwnCurve {
   }
 };
 
-/// A count of a record, held against its columns: a file may claim anything.
+/// A count of a record, limited to its columns: a file may contain any number.
 std::size_t Held(int count, std::initializer_list<const std::vector<double>*> columns) {
   std::size_t held = static_cast<std::size_t>(std::max(count, 0));
   for (const std::vector<double>* column : columns) held = std::min(held, column->size());
@@ -76,7 +77,8 @@ std::vector<OwnCurve> TheoreticalCurves(const ModelRecord& r, const ResultsChoic
   return curves;
 }
 
-/// The array curve of a number is that of the included pair with this number: array runs take them in that order.
+/// The array curve of a number is that of the included pair with this number: array runs use them in that
+/// order.
 void KeepOneArrayCurve(PageCurves& curves, int number) {
   if (number == theoretical::kAll) return;
   const bool there = number >= 0 && static_cast<std::size_t>(number) < curves.composite.size();

@@ -1,6 +1,6 @@
-// results_plot.h - the curves of the results page: measured ones against those of the last run.
+// results_plot.h - the curves of the results page: measured ones and those of the last run.
 //
-// panels/exdthd_graphs.h fills the page with them. Fills the graph model and draws nothing itself.
+// panels/exdthd_graphs.h uses it for its page. Fills the graph model and draws nothing itself.
 #pragma once
 
 #include <vector>
@@ -21,7 +21,7 @@ inline constexpr int kGlobal = 4;
 inline constexpr int kArray = 5;
 }  // namespace experimental
 
-/// THDTYPE below 0; from 0 on the number of one curve. ARRAYDISPID has kAll alike.
+/// THDTYPE below 0; from 0 on the number of one curve. ARRAYDISPID also has kAll.
 namespace theoretical {
 inline constexpr int kNotDisplayed = -2;
 inline constexpr int kAll = -1;
@@ -32,24 +32,25 @@ struct CurveLook {
   int marker = 0, color = 0;
 };
 
-/// What the page shows.
+/// Contents of the page.
 struct ResultsChoice {
   int experimental = experimental::kComposite;   ///< EXDTYPE
   int theoretical = theoretical::kNotDisplayed;  ///< THDTYPE
   int array = theoretical::kAll;                 ///< ARRAYDISPID: the only array curve, of both kinds, or all
 };
 
-/// Number of theoretical curves that a record holds: 1 of a global run, else one for each pair that has its room.
+/// Number of theoretical curves in a record: 1 of a global run, else one for each pair with elements in the
+/// record.
 int TheoreticalCount(const ModelRecord& record);
 
-/// Looks for that many curves: colours in the order of the table, markers from the counter on, which goes back to 0
-/// after 18. Curves that had a look keep it.
+/// Markers and colours for that many curves: colours in the order of the table, markers from the counter on,
+/// which returns to 0 after 18. Curves that have them keep them.
 void GiveLooks(std::vector<CurveLook>& looks, int count, int& nextMarker);
 
-/// Puts the chosen curves on a graph in place of what was on it, and sets up its axes: an axis with automatic scale
-/// follows what is drawn. Measured curves of pairs are points, representative ones points on a line, theoretical ones
-/// a line with markers. A velocity of 0, where a solver found nothing, is left out.
-/// @param looks  of the theoretical curves; curves beyond it have the first look
+/// Replaces the curves of a graph by the chosen ones, and sets its axes: an axis with automatic scale follows
+/// the drawn curves. Measured curves of pairs are points, representative ones points on a line, theoretical
+/// ones a line with markers. A velocity of 0, where a solver found nothing, is left out.
+/// @param looks  of the theoretical curves; curves beyond it use the first one
 void PlotResults(const GraphControl& graph, const ModelRecord& record, const ResultsChoice& choice,
                  const std::vector<CurveLook>& looks, AxisRecord& axes);
 

@@ -15,7 +15,7 @@ namespace sondera {
 namespace {
 
 constexpr int kColorOriginal = 0x0000FF, kColorEnhanced = 0xFF0000, kColorBackbone = 0x00A000;
-constexpr std::size_t kLowBins = 9;  // of a trace of more than ten points: they do not set the scale
+constexpr std::size_t kLowBins = 9;  // of a trace of more than ten points: they do not affect the scale
 
 /// n abscissas; times count from the trigger, whose sample is a share of the whole record.
 std::vector<double> Abscissas(const HWSetup& hw, bool time, int n) {
@@ -112,11 +112,11 @@ void LabelAxes(const TraceView& view) {
   SetAxisLabel(view.graph, true, time ? "Time" : "Frequency", time ? "sec" : "Hz");
   SetAxisLabel(view.graph, false, IsOfPhase(view.type) ? std::string("Phase") : view.typeLabel, unit);
   DivideAxis(view.graph, true, true);
-  // In front of a square a prefix would be squared with it.
+  // A prefix before a square would be squared with it.
   DivideAxis(view.graph, false, unit.starts_with('V') && unit.find('^') == std::string::npos);
 }
 
-/// Range of the ordinates that set the scale; equal to the limits in force without a finite one.
+/// Range of the ordinates that determine the scale; equal to the present limits without a finite one.
 AxisRange OrdinateRange(const TraceView& view) {
   const GraphModel& model = GraphOf(view.graph);
   double lo = INFINITY, hi = -INFINITY;

@@ -1,5 +1,5 @@
-// trace_plot.h - a trace of the measurement page or the masking page: curves of a measurement and pair over time or
-// frequency. panels/trace_display.h says which. Fills the graph model and leaves no other mark.
+// trace_plot.h - a trace of the measurement page or the masking page: curves of a measurement and pair over
+// time or frequency. panels/trace_display.h selects them. Fills the graph model and changes nothing else.
 #pragma once
 
 #include <string>
@@ -12,13 +12,13 @@
 
 namespace sondera {
 
-/// PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curves of a pair that are drawn; with none of them the one in
-/// use.
+/// PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curves of a pair to draw; with none of them, the one
+/// in use.
 struct TraceBoxes {
   int original = 0, enhanced = 0, backbone = 0;
 };
 
-/// What one graph shows.
+/// Contents of one graph.
 struct TraceView {
   const GraphControl& graph;
   DisplayType type = DisplayType::TimeTrace;
@@ -29,18 +29,18 @@ struct TraceView {
   TraceBoxes boxes = {};
   bool autoScaleX = true, autoScaleY = true;
   TraceLimits* limits =
-      nullptr;  ///< of the display's family: taken where an axis is not automatic, kept up to date
+      nullptr;  ///< of the display's family: used where an axis is not automatic, and kept current
   VoltUnit unit = VoltUnit::Vrms;  ///< of displays of volts
-  bool logarithmic = false;        ///< ordinate, where the display takes that
+  bool logarithmic = false;        ///< ordinate, for displays that allow it
 };
 
 /// Adds the curves to the graph, by the display's type: arrays of the pair's record, or a quantity of the
 /// averages; then scales the axes. A Gabor map is not among them (gabor_plot.h).
 void PlotTrace(const TraceView& view);
 
-/// Ranges of both axes: rounded ranges of what is on the graph where an axis is automatic or has equal limits, else the
-/// limits of the view. The lowest bins of a spectrum do not count; ordinates that are all the same get 1 on either
-/// side; without a finite one the range stays. Names the axes.
+/// Ranges of both axes: rounded ranges of the graph's contents where an axis is automatic or has equal
+/// limits, else the limits of the view. The lowest bins of a spectrum do not count; ordinates that are all
+/// the same get 1 on each side; without a finite one the range stays. Names the axes.
 void ScaleTraceAxes(const TraceView& view);
 
 }  // namespace sondera

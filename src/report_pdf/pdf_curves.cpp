@@ -35,7 +35,7 @@ void AddCurve(GraphModel& graph, const Column& x, const Column& y, const PlotLoo
   graph.plots.push_back(std::move(plot));
 }
 
-/// A representative curve; the first one with its deviation on either side.
+/// A representative curve; the first one with its deviation on both sides.
 void AddRepresentative(GraphModel& graph, const CurveTable& curve, bool byWavelength, int number) {
   PlotLook look = LookOfCurve(number, PlotStyle::Line);
   look.color = number == 0 ? 0 : look.color;
@@ -106,7 +106,7 @@ GraphModel FitGraph(const PdfReport& report) {
   return graph;
 }
 
-/// Computed less measured, at the frequencies that both have.
+/// Computed minus measured, at the frequencies that both have.
 GraphModel ResidualGraph(const PdfReport& report) {
   GraphModel graph;
   NameAxes(graph, report, true);

@@ -1,4 +1,4 @@
-// pdf_making.cpp - how the result was made, and what was doubted.
+// pdf_making.cpp - how the result was made, and the doubts about it.
 #include <algorithm>
 
 #include "report_pdf/pdf_pages.h"
@@ -7,18 +7,18 @@
 namespace sondera {
 namespace {
 
-// Letters of a line in this size that surely have room, so that pages are planned before anything is measured.
+// Letters that safely fit on a line in this size, so that pages are planned before anything is measured.
 constexpr std::size_t kLetters = 84, kLinesOfPage = 46;
 constexpr double kNameWidth = 130.0;
 constexpr std::size_t kValueLetters = 62;
 
 struct TextRow {
   std::string name, text;
-  bool isValue = false;  ///< stands beside the names
+  bool isValue = false;  ///< shown beside the names
   bool bold = false;
 };
 
-/// Cuts a text at its spaces; a word that is longer than a line is cut with dots by the page.
+/// Splits a text at its spaces; the page shortens a word that is longer than a line with dots.
 std::vector<std::string> Lines(const std::string& text, std::size_t letters) {
   std::vector<std::string> lines(1);
   std::size_t held = 0;

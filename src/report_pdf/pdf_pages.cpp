@@ -1,4 +1,4 @@
-// pdf_pages.cpp - what more than one kind of page needs. See pdf_pages.h.
+// pdf_pages.cpp - functions that several kinds of pages need. See pdf_pages.h.
 #include "report_pdf/pdf_pages.h"
 
 #include <array>
@@ -9,7 +9,7 @@
 namespace sondera {
 
 PlotLook LookOfCurve(int number, PlotStyle style) {
-  // Open and solid shapes in turn, and three dashes, so that a print in grey is told apart, too.
+  // Open and solid shapes in turn, and three dashes, so that curves differ on a grey print too.
   constexpr std::array<int, 10> kMarkerOrder = {10, 1, 8, 6, 0, 12, 5, 9, 16, 17};
   // Dark enough for thin lines on white.
   constexpr std::array<int, 6> kColorOrder = {0x0072B2, 0xD55E00, 0x007A58, 0xA0458A, 0x222222, 0x8B5A00};

@@ -1,5 +1,5 @@
-// pdf_pages.h - the kinds of pages of the PDF report. Each gives the pages that it fills, in their order; none where it has
-// no contents. For the files of this folder.
+// pdf_pages.h - the kinds of pages of the PDF report. Each function returns its pages in order, and none
+// where it has no contents. For the files of this folder.
 #pragma once
 
 #include <functional>
@@ -13,7 +13,7 @@
 namespace sondera {
 
 struct PlannedPage {
-  std::string name;  ///< in the table of contents; "" for a page that goes on
+  std::string name;  ///< in the table of contents; "" for a continued page
   std::function<void(Canvas& canvas, const Sheet& sheet)> draw;
 };
 using PlannedPages = std::vector<PlannedPage>;
@@ -27,17 +27,18 @@ PlannedPages FitPages(const PdfReport& report);
 PlannedPages ProfilePages(const PdfReport& report);
 PlannedPages MakingPages(const PdfReport& report);
 
-// ---- graphs that more than one page has -------------------------------------------------------------------------------
+// ---- graphs of several kinds of pages
+// -----------------------------------------------------------------------------------
 
 enum class ProfileQuantity { Vs, Vp, Density, Resolution };
-/// Stairs of a profile over depth, downward; Vs with its band of two standard deviations, dashed. Depths below half the
-/// longest wavelength are shaded.
+/// Profile over depth as steps, downward; Vs with its band of two standard deviations, dashed. Depths below
+/// half the longest wavelength are shaded.
 GraphModel ProfileGraph(const PdfReport& report, ProfileQuantity quantity);
 
-/// Which curve of a graph it is, told by colour, marker and dash alike.
+/// Distinguishes the curves of a graph by colour, marker and dash.
 PlotLook LookOfCurve(int number, PlotStyle style);
 
-/// Fixed decimals; "-" for what is no number.
+/// Fixed decimals; "-" for NaN and infinities.
 std::string NumberText(double value, int decimals);
 
 }  // namespace sondera

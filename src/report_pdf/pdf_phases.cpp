@@ -1,4 +1,4 @@
-// pdf_phases.cpp - the wrapped phase of each pair with its masks, the coherence beneath, four pairs a page.
+// pdf_phases.cpp - the wrapped phase of each pair with its masks, the coherence below it, four pairs a page.
 #include <algorithm>
 #include <cmath>
 

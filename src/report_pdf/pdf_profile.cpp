@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kBottomShare = 1.25;  // how much of the half-space is shown
+constexpr double kBottomShare = 1.25;  // thickness shown for the half-space
 constexpr int kNotSeen = 0x888888;
 
 double BottomOf(const ProfileTable& profile) {

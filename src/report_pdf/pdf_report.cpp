@@ -1,4 +1,4 @@
-// pdf_report.cpp - the pages in their order, with the foot of each. See pdf_report.h.
+// pdf_report.cpp - the pages in order, each with its footer. See pdf_report.h.
 #include "report_pdf/pdf_report.h"
 
 #include <array>

@@ -1,5 +1,5 @@
-// pdf_report.h - the report that an office hands in: summary, set-up, phases, curves, fit, profile and how it was made, as
-// one PDF. No state.
+// pdf_report.h - the report for a client: summary, set-up, phases, curves, fit, profile and how it was made,
+// as one PDF. No state.
 #pragma once
 
 #include <string>
@@ -11,11 +11,11 @@
 
 namespace sondera {
 
-/// Writes the report. Pages without contents are left out and named on the first one. The file is put in place whole;
-/// after a refusal a former one is as it was.
+/// Writes the report. Pages without contents are left out and named on the first one. A new file replaces the
+/// old one only when it is complete; after a refusal the old one is unchanged.
 Refusal WritePdfReport(const std::string& path, const PdfReport& report, Paper paper);
 
-/// The same on a canvas of that paper: SVG keeps one page only, so that this is for PDF and for tests.
+/// The same on a canvas of that paper: SVG has one page only, so this is for PDF and for tests.
 void DrawPdfReport(FileCanvas& canvas, const PdfReport& report, Paper paper);
 
 }  // namespace sondera

@@ -16,7 +16,7 @@ constexpr int kSourceMarker = 15, kReceiverMarker = 9;
 
 using Measurements = std::vector<const MeasurementTable*>;
 
-/// Those that were taken: of the others there is neither a spectrum nor a curve.
+/// Measurements with data: of the others there is neither a spectrum nor a curve.
 Measurements TakenMeasurements(const PdfReport& report) {
   Measurements taken;
   for (const MeasurementTable& m : report.tables.measurements) {
@@ -40,7 +40,7 @@ std::string Spacing(const MeasurementTable& m) {
   return text.empty() ? "-" : text;
 }
 
-/// Lines and band out of the first spectrum.
+/// Lines and band from the first spectrum.
 std::vector<std::string> Band(const MeasurementTable& m) {
   if (m.spectra.empty() || m.spectra.front().frequency.size() < 2) return {"-", "-"};
   const Column& f = m.spectra.front().frequency;

@@ -1,4 +1,4 @@
-// pdf_summary.cpp - the first page: what the report is of, the profile, and the figures of the site.
+// pdf_summary.cpp - the first page: subject of the report, the profile, and the figures of the site.
 #include <algorithm>
 #include <array>
 #include <cmath>

@@ -1,4 +1,4 @@
-// report_contents.h - all that the PDF report shows, as plain structures.
+// report_contents.h - all contents of the PDF report, as plain structures.
 #pragma once
 
 #include <string>
@@ -16,9 +16,9 @@ struct Fact {
 };
 
 struct PdfReport {
-  /// The last profile is the one that the report is of; those before it are its iterations.
+  /// The last profile is the subject of the report; those before it are its iterations.
   ProjectTables tables;
-  /// What the run was to match, and what the profile gives, curve by curve; empty without a run.
+  /// Observations of the run, and the curves of the profile; empty without a run.
   std::vector<ReportCurve> measured, computed;
   double longestWavelength = 0.0;  ///< of the measured curves, in the unit of the tables; 0: not known
   std::string projectFile;         ///< empty: never saved

@@ -32,7 +32,7 @@ std::string Trimmed(std::string_view text) {
   return std::string(text);
 }
 
-/// At most so many bytes, without half a letter at the end.
+/// At most so many bytes, without an incomplete character at the end.
 std::string Cut(std::string text) {
   if (text.size() <= kMostBytes) return text;
   std::size_t end = kMostBytes;

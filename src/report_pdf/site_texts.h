@@ -1,5 +1,5 @@
-// site_texts.h - what a report says beside the numbers: title, site, client and the like, free texts in a small file
-// beside the project. No state.
+// site_texts.h - texts of a report beside the numbers: title, site, client and similar, free texts in a small
+// file beside the project. No state.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace sondera {
 
-/// Each may be empty, and is left out of the report then.
+/// Each may be empty; then the report leaves it out.
 struct SiteTexts {
   std::string title, site, client, operatorName, date;
 };
@@ -20,7 +20,7 @@ std::string SiteTextsFile(const std::string& projectFile);
 /// A text of more than 200 bytes is cut. Without a file all texts are empty.
 SiteTexts ReadSiteTexts(const std::string& projectFile);
 
-/// Puts the file in place whole. Line ends within a text become spaces.
+/// Writes the file; it replaces the old one only when complete. Line ends within a text become spaces.
 Refusal WriteSiteTexts(const std::string& projectFile, const SiteTexts& texts);
 
 }  // namespace sondera
