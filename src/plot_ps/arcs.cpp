@@ -18,7 +18,7 @@ float Radius(float cm) {
   return plotPs.gap || !IsOnPage(points, 0.0) ? -1.0f : points;
 }
 
-/// Grey below 0: the circle has the current one.
+/// Grey below 0: the circle gets the current one.
 void PutDisk(PagePoint centre, float radius, float gray) {
   if (gray < 0.0f) return PutCircle(centre, radius, kCircleArea);
   StrokePending();
@@ -48,7 +48,7 @@ void DrawScaled(float a, float b, Draw draw) {
 void PutCircle(PagePoint centre, float radius, const char* end) {
   StrokePending();
   Statement().Word("newpath ").Tenths(centre.x).Tenths(centre.y).Tenths(radius).Put(end);
-  plotPs.pathPainted = 0;  // painting has taken the path away
+  plotPs.pathPainted = 0;  // painting has removed the path
 }
 
 void ps_arc(float r, float a1, float a2) {

@@ -45,7 +45,7 @@ Axis AxisHere(bool vertical) {
           .vertical = vertical};
 }
 
-/// Whether a format has exactly one conversion and that takes a real number.
+/// Whether a format has exactly one conversion, for a real number.
 bool IsRealFormat(std::string_view format) {
   constexpr std::size_t kLongest = 40;
   int conversions = 0;

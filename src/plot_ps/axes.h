@@ -1,7 +1,7 @@
-// axes.h - axes with ticks and numbers, from the current point, which stays where it is.
+// axes.h - axes with ticks and numbers, from the current point, which does not change.
 //
-// Positions along an axis are in the units of the mode; tick, height and the places of texts are in cm.
-// Written from left to right whatever the rotation of the user system, and with text.h's width of letters.
+// Positions along an axis are in the units of the mode; tick, height and the places of texts are in cm. Texts
+// run from left to right for every rotation of the user system, with text.h's width of letters.
 #pragma once
 
 #include <string_view>
@@ -9,13 +9,13 @@
 namespace sondera {
 
 /// Axis of length max - min, along x or y. The tick length is `tick`, every fifth 2 tick, every tenth 3 tick
-/// with a number; they point down, or left. There are 10 to 100 steps along the axis, each 0.1, 1, 10, ... :
-/// (max - min)/(10 m), with m the length brought to 1..10 by powers of ten. The first tick is at the value
+/// with a number; ticks point down, or left. There are 10 to 100 steps along the axis, each 0.1, 1, 10, ... :
+/// (max - min)/(10 m), where m is the length scaled to 1..10 by powers of ten. The first tick is at the value
 /// `start`; there is none at `end` or beyond, and no more than 10 000.
 /// @param[in]  format  of a number: exactly one printf conversion of a real number, else "%g" is taken; null
 ///                     or a first byte of 0xFF: "%.2f"
 /// @param[in]  height  of numbers and title; 0: the current height
-/// A length that is 0, negative or no number: a line on the error stream, nothing is drawn.
+/// A length that is 0, negative or NaN: a line on the error stream, nothing is drawn.
 void ps_X_axis(float min, float max, float tick, float start, float end, std::string_view title,
                const char* format, float height);
 void ps_Y_axis(float min, float max, float tick, float start, float end, std::string_view title,

@@ -53,7 +53,7 @@ void WriteProlog() {
       "/GSG { gsave stroke grestore } bind def\n");
 }
 
-/// From the open file to the first mark of the caller.
+/// The output before the first mark of the caller.
 void BeginDocument() {
   WriteProlog();
   if (plotPs.bannerOn) WriteFlagPage();

@@ -4,31 +4,31 @@
 //   ...                      drawing; ps_newpage() between pages
 //   ps_endplot("", 'f');
 //
-// The file is put in place whole by ps_endplot(). Until then, and after any failure, the former file stays as
-// it was. The prolog and the closing comments name the file; bytes above 126 and control bytes of the name
-// stand there as \ooo, and a long name loses its beginning.
+// ps_endplot() replaces the old file by the new one. Until then, and after any failure, the old file is
+// unchanged. The prolog and the closing comments name the file; bytes above 126 and control bytes of the name
+// are written as \ooo, and a long name loses its beginning.
 #pragma once
 
 #include <string>
 
 namespace sondera {
 
-/// Starts a document: all state but the flag page switch as new, queue from the environment variable
+/// Starts a document: all state except the flag page switch is reset, queue from the environment variable
 /// PRINT_PLOT_PS (else "postscript"), prolog, flag page if on, origin at (1, 2) cm. A document that is still
 /// open is dropped. A file that cannot be opened ends the process with status 1, after a line on the error
-/// stream; unsaved work is offered to be saved first.
+/// stream; before that the program offers to save unsaved work.
 void ps_iniplot(const std::string& name);
 
-/// The same without the end of the process, for reports: false, and ps_reason() says why. Nothing is printed.
+/// The same without ending the process, for reports: false, and ps_reason() says why. Nothing is printed.
 bool ps_try_iniplot(const std::string& name);
 
-/// Shows the page and starts the next one, with flag page if on and origin at (1, 2) cm. A pending path gets
-/// its ink first. Grey, line width, dash and colour are as on a fresh page.
+/// Shows the page and starts the next one, with flag page if on and origin at (1, 2) cm. A pending path is
+/// stroked first. Grey, line width, dash and colour get their initial values.
 void ps_newpage();
 
-/// Ends the document. An empty name takes that of ps_iniplot(). action 'f': file only; 'd': print the file,
-/// then remove it if the spooler took it; 's' and all else: print it. 1; 0 when the file could not be put in
-/// place (line on the error stream, ps_reason(); nothing is printed) or the spooler did not take it.
+/// Ends the document. An empty name means that of ps_iniplot(). action 'f': file only; 'd': print the file,
+/// then remove it if the spooler accepted it; 's' and all others: print it. 1; 0 when the file could not be
+/// put in place (line on the error stream, ps_reason(); nothing is printed) or the spooler refused it.
 int ps_endplot(const std::string& name, char action);
 
 /// The two parts of the above that handle the file: plopen() ends the process as ps_iniplot() does, plclose()
@@ -40,11 +40,11 @@ int plclose(const std::string& name);
 /// document is open: on its first failed write.
 std::string ps_reason();
 
-// Flag page box on each page; to be called before ps_iniplot().
+// Flag page box on each page; call it before ps_iniplot().
 void ps_banner();
 void ps_no_banner();
 
-/// Print queue of this document; to be called behind ps_iniplot().
+/// Print queue of this document; call it after ps_iniplot().
 void ps_queue_name(const std::string& name);
 
 }  // namespace sondera

@@ -16,11 +16,10 @@ struct HistogramStatistics {
 HistogramStatistics stat_histo(const int* data, int n);
 
 /// Outline of n classes of `width` cm each (0: w/n), the tallest h cm high, from the current point, which
-/// stays where it is. Counts as in stat_histo().
-/// @param[in]  stat  1 or 3: upright lines of 6 cm at the class mean (grey 0.3, "Mean") and at 1.96
-/// deviations
-///                   from it (grey 0.7). 2 or 3: lines across, w cm long, at the mean of the counts alike.
-///                   The grey is 0 afterwards. Any other: the outline alone
+/// does not change. Counts as in stat_histo().
+/// @param[in]  stat  1 or 3: vertical lines of 6 cm at the class mean (grey 0.3, "Mean") and at 1.96
+///                   deviations from it (grey 0.7). 2 or 3: the same as horizontal lines, w cm long, at the
+///                   mean of the counts. The grey is 0 afterwards. Any other: only the outline
 /// n at or below 0: a line on the error stream, nothing is drawn.
 void ps_histo(const int* data, float w, float h, float width, int n, int stat);
 

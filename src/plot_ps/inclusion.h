@@ -1,4 +1,4 @@
-// inclusion.h - PostScript from elsewhere, between comment lines that say so.
+// inclusion.h - PostScript from other sources, between comment lines that mark it.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace sondera {
 
-/// Copies a file of PostScript. 0 with a line on the error stream if it cannot be read whole, else 1.
+/// Copies a file of PostScript. 0 with a line on the error stream if it cannot be read completely, else 1.
 int ps_include(const std::string& file);
 
-/// Writes PostScript as it is.
+/// Writes PostScript without change.
 void ps_code(std::string_view text);
 
 }  // namespace sondera

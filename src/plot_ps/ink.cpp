@@ -21,7 +21,7 @@ void PutColour(std::initializer_list<float> parts, const char* word) {
   line.Put(word);
 }
 
-/// Whether a factor is a number and not 0 in the file.
+/// Whether a factor is finite and not written as 0 in the file.
 bool IsFactor(float factor) {
   constexpr double kHalfOfLastDigit = 0.05;
   return std::isfinite(factor) && std::fabs(static_cast<double>(factor)) > kHalfOfLastDigit;

@@ -26,7 +26,7 @@ void ExtendBox() {
   plotPs.maxY = std::max(plotPs.maxY, plotPs.curY);
 }
 
-/// Keeps the current point in the caller's terms.
+/// Stores the current point in the units of the caller.
 void KeepUserPoint(float x, float y, int code, UserPoint kind) {
   if (plotPs.gap) return;
   if (code < relativeMove) {
@@ -115,7 +115,8 @@ int p_depl(float x, float y, int code) {
     plotPs.strokePending = 1;
     PutPoint(x, y, relative ? "rL\n" : "L\n");
   } else if (relative) {
-    // Kept: the move comes before the stroke. GSG leaves path and point alone, so the order does not matter.
+    // Kept: the move comes before the stroke. GSG does not change path and point, so the order does not
+    // matter.
     PutPoint(x, y, "rM\n");
     StrokePending();
   } else {

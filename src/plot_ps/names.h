@@ -8,11 +8,11 @@
 namespace sondera {
 
 inline constexpr const char* kCreator = "MS/DOS";
-// Kept: the text, not the time. Two files of the same project are equal byte by byte.
+// Kept: the text, not the time. Two files of the same project are equal, byte for byte.
 inline constexpr const char* kCreationDate = "now...";
 
-/// Plain text: bytes above 126 and control bytes as \ooo, and "..." and the end of what has more than `most`
-/// letters.
+/// Plain text: bytes above 126 and control bytes as \ooo, and "..." and the end of a text with more than
+/// `most` letters.
 std::string PlainText(std::string_view text, std::size_t most);
 
 /// A file name for a comment line of at most 255 bytes.

@@ -14,7 +14,7 @@ struct Paint {
   float gray = -1.0f;  // of the area; below 0: the current grey
 };
 
-/// Draws a closed outline; points that are no numbers are left out. The pen is at the first point afterwards.
+/// Draws a closed outline; points that are not finite are left out. The pen is at the first point afterwards.
 /// False, with nothing written, when no point is left.
 bool PaintOutline(std::span<const PagePoint> points, const Paint& paint);
 

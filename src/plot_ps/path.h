@@ -1,4 +1,4 @@
-// path.h - the open path and its ink. For the files of this folder only.
+// path.h - the open path and its stroke. For the files of this folder only.
 #pragma once
 
 namespace sondera {
@@ -8,7 +8,7 @@ struct PagePoint {
   float x = 0.0f, y = 0.0f;
 };
 
-/// Whether the file can have this point: numbers of at most 1e6 points.
+/// Whether the point can be written: finite, at most 1e6 points.
 bool IsOnPage(double x, double y);
 
 /// Page position of a point in the units of the mode.
@@ -22,10 +22,10 @@ void DrawTo(PagePoint point);
 
 /// Begins a new path at the current point.
 void BeginPath();
-/// Gives a pending path its ink; writes nothing without one.
+/// Strokes a pending path; writes nothing without one.
 void StrokePending();
-/// "GSG\n" in any case. A path that has its ink already is replaced by an empty one first: GSG keeps the
-/// path, and a second stroke would be in the grey and dash of another line.
+/// Always writes "GSG\n". A path that is already stroked is first replaced by an empty one: GSG keeps the
+/// path, and a second stroke would use the grey and dash of another line.
 void StrokePath();
 
 }  // namespace sondera

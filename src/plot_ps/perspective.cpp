@@ -21,7 +21,7 @@ constexpr float kFaceShade[kAxes] = {0.8f, 1.0f, 0.6f};  // of a face across x, 
 struct Cuboid {
   double low[kAxes], high[kAxes];
 
-  /// Coordinate of corner 0..7: bit i of the corner takes the high end of axis i.
+  /// Coordinate of corner 0..7: if bit i of the corner is set, the high end of axis i.
   double At(int corner, int axis) const { return corner >> axis & 1 ? high[axis] : low[axis]; }
 };
 
@@ -46,7 +46,7 @@ Cuboid WholeBox() {
   return ScaledCuboid(p.lowest, p.highest);
 }
 
-/// False where the point cannot be seen. u, v in cm.
+/// False where the point is not visible. u, v in cm.
 bool Project(double X, double Y, double Z, double& u, double& v) {
   const PerspectiveState& p = plotPs.perspective;
   const double cosA = std::cos(p.a), sinA = std::sin(p.a), cosB = std::cos(p.b), sinB = std::sin(p.b);

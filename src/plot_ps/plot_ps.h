@@ -1,4 +1,5 @@
-// plot_ps.h - the PostScript drawing library at once: paged documents, drawn by calls in cm or user units.
+// plot_ps.h - includes the whole PostScript drawing library: paged documents, drawn by calls in cm or user
+// units.
 //
 //   document.h     open, pages, close                       ps_iniplot, ps_newpage, ps_endplot
 //   inclusion.h    PostScript from elsewhere               ps_include, ps_code
@@ -10,10 +11,10 @@
 //   axes.h         axes with ticks and numbers              ps_X_axis, ps_axes
 //   histogram.h    histograms and their statistics          ps_histo, stat_histo
 //   perspective.h  boxes in space                           ps_3Dsetup, ps_3Dbar
-//   state.h        all that it remembers                    plotPs, ResetPlotPs
+//   state.h        its whole state                          plotPs, ResetPlotPs
 //
-// Trouble is told by a line on the error stream, and the drawing goes on. The file is 7-bit text as long as
-// the texts handed over are.
+// Problems are reported by a line on the error stream, and the drawing continues. The file is 7-bit text if
+// the texts passed to it are.
 #pragma once
 
 #include "plot_ps/arcs.h"

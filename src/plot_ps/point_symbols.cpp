@@ -14,7 +14,7 @@ namespace {
 
 enum class Kind { strokes, outline, area, circle, disk };
 
-/// Points in units of half the symbol's width round its centre: pairs of ends for strokes, corners for
+/// Points in units of half the symbol's width around its centre: pairs of ends for strokes, corners for
 /// outlines and areas, the radius in x of the first for round ones.
 struct Symbol {
   Kind kind;
@@ -30,7 +30,7 @@ const std::vector<PagePoint> kDiamond = {{0, -1}, {-1, 0}, {0, 1}, {1, 0}};
 const std::vector<PagePoint> kUp = {{-1, -kSixth}, {0, kSixth}, {1, -kSixth}};
 const std::vector<PagePoint> kDown = {{-1, kSixth}, {0, -kSixth}, {1, kSixth}};
 
-/// By code, from 1; the open square, which stands for all other codes, comes first.
+/// By code, from 1; the open square, which is used for all other codes, comes first.
 const std::vector<Symbol> kSymbols = {
     {Kind::outline, kSquare},
     {Kind::strokes, {{-1, 0}, {1, 0}, {0, -1}, {0, 1}}},

@@ -47,7 +47,7 @@ bool PaintOutline(std::span<const PagePoint> points, const Paint& paint) {
   if (paint.filled && paint.gray < 0.0f) PutLine("gsave fill grestore\n");
   if (paint.filled && paint.gray >= 0.0f)
     Statement().Word("gsave ").Number(HeldToOne(paint.gray), kGreyDecimals).Put("setgray fill grestore\n");
-  // The outline is done, also when it was not to be seen: no later stroke may draw it.
+  // The outline is complete, even when it was not visible: no later stroke may draw it.
   plotPs.strokePending = 0;
   plotPs.pathPainted = 1;
   return true;
@@ -99,7 +99,7 @@ void ps_bezier(const float* x, const float* y, int marked, int symbol, float siz
     points[i] = ToPage(x[i], y[i]);
     if (!IsOnPage(points[i].x, points[i].y)) return;
   }
-  if (plotPs.gap) {  // no point to begin at
+  if (plotPs.gap) {  // no first point
     ps_movea(x[kPoints - 1], y[kPoints - 1]);
     return;
   }

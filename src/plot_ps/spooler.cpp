@@ -1,4 +1,4 @@
-// spooler.cpp - see spooler.h. File and queue names are data: no byte of them is looked at by a shell.
+// spooler.cpp - see spooler.h. File and queue names are data: no shell interprets them.
 #include "plot_ps/spooler.h"
 
 #include <spawn.h>
@@ -14,7 +14,7 @@ namespace sondera {
 namespace {
 
 constexpr const char* kSpooler = "lp";
-constexpr int kNotFound = 127;  // status of a child that could not become the program
+constexpr int kNotFound = 127;  // status of a child that could not start the program
 
 /// Exit status of a child, or -1.
 int WaitFor(pid_t child) {
@@ -27,7 +27,7 @@ int WaitFor(pid_t child) {
 }  // namespace
 
 bool PrintFile(const std::string& queue, const std::string& file) {
-  // A name that begins with "-" must not be taken for an option.
+  // A name that begins with "-" must not become an option.
   std::string path = file.starts_with('-') ? "./" + file : file;
   std::string program = kSpooler, option = "-d", target = queue;
   char* const arguments[] = {program.data(), option.data(), target.data(), path.data(), nullptr};

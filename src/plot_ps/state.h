@@ -1,7 +1,7 @@
-// state.h - everything that the PostScript library remembers between two calls.
+// state.h - the state that the PostScript library keeps between two calls.
 //
 // One document at a time, so there is one such structure. Drawing routines change it, ps_iniplot() starts it
-// anew, ResetPlotPs() puts back the values of a fresh process.
+// again, ResetPlotPs() restores the values of a fresh process.
 #pragma once
 
 #include <memory>
@@ -13,11 +13,11 @@ namespace sondera {
 
 inline constexpr float kPointsPerCm = 28.346457f;
 
-/// How the numbers of userX, userY are to be read.
+/// Units of userX, userY.
 enum class UserPoint {
   cm,     // centimetres
   user,   // user units
-  stale,  // neither: moved in both systems; ps_where() works it out from the page
+  stale,  // neither: moved in both systems; ps_where() computes it from the page
 };
 
 /// View of a box in space; lengths in cm, angles in radians. See perspective.h.
@@ -36,11 +36,11 @@ struct PlotPsState {
   std::string reason;                   // why the last document was not opened or not put in place
 
   float curX = 0.0f, curY = 0.0f;  // current point, points
-  int strokePending = 0;           // 1: a path is open and has no ink yet
-  int pathPainted = 0;             // 1: the file's current path has its ink; it must not be stroked again
-  int gap = 0;                     // 1: the last coordinate was no number; the next draw is a move
+  int strokePending = 0;           // 1: a path is open and not stroked yet
+  int pathPainted = 0;             // 1: the file's current path is stroked; it must not be stroked again
+  int gap = 0;                     // 1: the last coordinate was not finite; the next draw is a move
 
-  float userX = 0.0f, userY = 0.0f;  // current point in the caller's terms
+  float userX = 0.0f, userY = 0.0f;  // current point in the units of the caller
   UserPoint userPoint = UserPoint::cm;
 
   float minX = 576.0f, minY = 756.0f;  // running bounding box, points; starts with min above max
@@ -51,7 +51,7 @@ struct PlotPsState {
   float cosA = 1.0f, sinA = 0.0f;                      // rotation of the user system
   int cmMode = 1;                                      // 1: coordinates are centimetres, 0: user units
 
-  float originX = 0.0f, originY = 0.0f;  // last origin that was told, points
+  float originX = 0.0f, originY = 0.0f;  // last reported origin, points
   int pageNo = 1;
 
   std::string fontName = "Courier";
@@ -60,7 +60,7 @@ struct PlotPsState {
   int bannerOn = 0;  // 1: a flag page box on each page
   std::string queueName = "postscript";
   std::string docName;
-  int cmykDefined = 0;  // 1: the document has its colour word of four inks
+  int cmykDefined = 0;  // 1: the document has defined its colour word of four inks
 
   PerspectiveState perspective;
 };

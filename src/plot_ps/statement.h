@@ -8,10 +8,10 @@
 
 namespace sondera {
 
-/// Writes a line, or several, as they are.
+/// Writes a line, or several, without change.
 void PutLine(std::string_view line);
 
-/// A line on the error stream, as printf. Control bytes must be made visible by the caller.
+/// A line on the error stream, as printf. The caller must make control bytes visible.
 void Complain(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Composes one line; Put() writes it.
@@ -19,7 +19,7 @@ void Complain(const char* format, ...) __attribute__((format(printf, 1, 2)));
 class Statement {
  public:
   Statement& Word(std::string_view word);
-  /// "%.1f ", as printf. NaN counts as 0; sizes above 1e9 are held there.
+  /// "%.1f ", as printf. NaN counts as 0; sizes above 1e9 are limited to it.
   Statement& Tenths(float value);
   /// "%.<decimals>f " of at most 6 decimals, with the same limits.
   Statement& Number(double value, int decimals);
@@ -28,7 +28,7 @@ class Statement {
   void Put(std::string_view end);
 
  private:
-  static constexpr std::size_t kMostBytes = 255;  // the longest line that readers must take
+  static constexpr std::size_t kMostBytes = 255;  // the longest line that readers must accept
   char* At() { return text_ + used_; }
   char* End() { return text_ + kMostBytes; }
   void Took(const char* end) { used_ = static_cast<std::size_t>(end - text_); }
@@ -37,11 +37,11 @@ class Statement {
   std::size_t used_ = 0;
 };
 
-/// Any value as 0..1: NaN and values below 0 as 0, values above 1 as 1.
+/// Limits a value to 0..1: NaN and values below 0 give 0, values above 1 give 1.
 float HeldToOne(float value);
-/// Lengths that a device can take: NaN, infinities and values below 0 as 0, at most 1e6.
+/// Lengths that a device accepts: NaN, infinities and values below 0 give 0; at most 1e6.
 float Length(float value);
-/// Degrees cut to whole ones, as PostScript gets them; without full turns when they are many. NaN and
+/// Degrees truncated to integers, as PostScript gets them; large angles without full turns. NaN and
 /// infinities as 0.
 int WholeDegrees(float deg);
 

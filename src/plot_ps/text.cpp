@@ -41,9 +41,9 @@ void PutFont() {
       .Put("scalefont setfont\n");
 }
 
-/// The text at the point that a move has just reached.
+/// The text at the end point of the last move.
 int WriteThere(std::string_view text, float height, float angle) {
-  if (plotPs.gap) return 1;  // the place is no number
+  if (plotPs.gap) return 1;  // the position is not finite
   if (height != plotPs.charHeight) ps_size(height);
   const int degrees = WholeDegrees(angle);
   if (degrees == 0) return p_puts(text);
