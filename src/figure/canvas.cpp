@@ -1,4 +1,4 @@
-// canvas.cpp - what all kinds of canvas share. See canvas.h.
+// canvas.cpp - the common part of all kinds of canvas. See canvas.h.
 #include "figure/canvas.h"
 
 #include <charconv>

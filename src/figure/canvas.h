@@ -1,7 +1,7 @@
-// canvas.h - what figures and pages are drawn on: lines, areas, images and texts, without a toolkit.
+// canvas.h - the surface for figures and pages: lines, areas, images and texts, without a toolkit.
 //
-// Lengths are points (1/72 inch), x to the right and y downward from the upper left corner of the page. Colours are
-// 0xRRGGBB. Texts are UTF-8; bytes that are none count as Latin-1.
+// Lengths are points (1/72 inch), x to the right and y downward from the upper left corner of the page.
+// Colours are 0xRRGGBB. Texts are UTF-8; bytes that are not UTF-8 count as Latin-1.
 #pragma once
 
 #include <cstdint>
@@ -45,28 +45,28 @@ class Canvas {
                     const std::optional<Pen>& edge) = 0;
   virtual void Circle(PixelPoint center, double radius, std::optional<int> fill,
                       const std::optional<Pen>& edge) = 0;
-  /// Pixels 0xAARRGGBB, row after row from the top, each clear or solid.
+  /// Pixels 0xAARRGGBB, row after row from the top, each transparent or opaque.
   virtual void Image(const PixelArea& area, const MapPixels& image) = 0;
-  /// at: where the baseline begins, has its middle, or ends.
+  /// at: beginning, middle or end of the baseline.
   virtual void Text(PixelPoint at, std::string_view text, const TextLook& look) = 0;
   virtual double TextWidth(std::string_view text, const TextLook& look) = 0;
-  /// Marks outside of the area are left out until Unclip. One area at a time.
+  /// Marks outside the area are left out until Unclip. One area at a time.
   virtual void Clip(const PixelArea& area) = 0;
   virtual void Unclip() = 0;
 };
 
-/// A canvas that becomes a file, in place whole or not at all.
+/// A canvas for a file, which replaces the old one only when it is complete.
 class FileCanvas : public Canvas {
  public:
-  /// Begins a page; the first one is there from the start. Without effect where a file has one page.
+  /// Begins a page; the first one exists from the start. Without effect where a file has one page.
   virtual void NewPage() = 0;
-  /// Puts a line for the present page into the table of contents that a reader shows.
+  /// Adds a line for the present page to the table of contents of the viewer.
   virtual void NamePage(std::string_view name) = 0;
-  /// Puts the file in place. The reason where that fails; a former file is as it was then.
+  /// Replaces the old file by the new one. The reason where that fails; then the old file is unchanged.
   virtual Refusal Finish() = 0;
 };
 
-/// What a file says of itself.
+/// Metadata of a file.
 struct DocumentFacts {
   std::string title, author;
 };
@@ -85,10 +85,10 @@ bool HavePdfAndPng();
 inline constexpr const char* kNoPdfAndPng =
     "This program was built without PDF and PNG; name a file that ends with .svg or .ps.";
 
-/// Time that a file says it was made at: now, or SOURCE_DATE_EPOCH where that is set. "2026-11-22T10:15:00Z"
+/// Creation time in the file: now, or SOURCE_DATE_EPOCH where that is set. "2026-11-22T10:15:00Z"
 std::string DocumentTime();
 
-/// A text that is too wide, cut with dots in its middle so that its beginning and end are seen.
+/// A text that is too wide, shortened with dots in its middle so that its beginning and end remain visible.
 std::string Fitted(Canvas& canvas, std::string_view text, const TextLook& look, double width);
 
 }  // namespace sondera

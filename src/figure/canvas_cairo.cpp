@@ -19,7 +19,8 @@ namespace {
 
 constexpr const char* kFont = "DejaVu Sans,Liberation Sans,Sans";
 
-/// The writer remembers a failure, and Place() tells it. cairo is not told: it does not survive one in mid-document.
+/// The writer remembers a failure, and Place() reports it. cairo does not get it: it cannot handle one within
+/// a document.
 cairo_status_t PutBytes(void* file, const unsigned char* bytes, unsigned int count) {
   static_cast<AtomicWriter*>(file)->Bytes(bytes, count);
   return CAIRO_STATUS_SUCCESS;
@@ -115,7 +116,7 @@ class CairoCanvas : public FileCanvas {
  protected:
   explicit CairoCanvas(const std::string& path) : file_(path) {}
 
-  /// Takes over the surface.
+  /// Takes ownership of the surface.
   void Begin(cairo_surface_t* surface) {
     surface_ = surface;
     cairo_ = cairo_create(surface);
@@ -175,7 +176,7 @@ class CairoCanvas : public FileCanvas {
     cairo_new_path(cairo_);
   }
 
-  /// Made once for each size: a page has a hundred texts in three of them.
+  /// Created once for each size: a page has a hundred texts in three of them.
   const PangoFontDescription* FontOf(const TextLook& look) {
     const int size = static_cast<int>(std::lround(look.size * PANGO_SCALE));
     PangoFontDescription*& font = fonts_[{size, look.bold}];
@@ -186,7 +187,7 @@ class CairoCanvas : public FileCanvas {
     return font;
   }
 
-  /// Sets the text and gives its width.
+  /// Sets the text and returns its width.
   double Lay(std::string_view text, const TextLook& look) {
     pango_layout_set_font_description(layout_, FontOf(look));
     const std::string sound = SoundText(text);

@@ -1,5 +1,5 @@
-// canvas_svg.cpp - a figure as SVG 1.1, see canvas.h. Texts stay texts, so that a browser can search them and an editor
-// can change them.
+// canvas_svg.cpp - a figure as SVG 1.1, see canvas.h. Texts stay texts, so that a browser can search and an
+// editor can change them.
 #include <algorithm>
 #include <cmath>
 
@@ -48,7 +48,7 @@ std::string ColorText(int color) {
   return FormatText("#%06x", static_cast<unsigned>(color) & 0xFFFFFFu);
 }
 
-/// Share of the size that a letter is wide in common sans-serif fonts, the wider ones of them.
+/// Width of a letter as a fraction of the size in common sans-serif fonts, the wider ones of them.
 double LetterWidth(std::uint32_t letter) {
   if (letter >= 0x1100) return letter >= 0x2000 && letter < 0x2E80 ? 0.65 : 1.0;
   if (letter > 0x7F) return 0.65;

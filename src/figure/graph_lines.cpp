@@ -11,8 +11,8 @@
 namespace sondera {
 namespace {
 
-constexpr double kFarPixel = 1e7;               // farther away is as good as there
-constexpr std::size_t kMostLinePoints = 40000;  // of one curve; more are gathered once again
+constexpr double kFarPixel = 1e7;  // limit of a distance in pixels; beyond it the place does not matter
+constexpr std::size_t kMostLinePoints = 40000;  // of one curve; with more, points are grouped a second time
 constexpr double kPointCell = 2.0;              // pixels
 constexpr int kColors = 256;                    // of a map
 
@@ -34,7 +34,7 @@ std::size_t PointCount(const PlotModel& plot) {
   return std::min(plot.x.size(), plot.y.size());
 }
 
-/// Keeps the points that a group of neighbours is drawn by, in their order.
+/// Keeps the points that represent a group of neighbours, in their order.
 class Group {
  public:
   void Add(const PixelPoint& p) {
@@ -69,7 +69,7 @@ class Group {
   std::size_t count_ = 0;
 };
 
-/// Gathers runs of points in one column of pixels.
+/// Groups runs of points in one column of pixels.
 PixelLine ByColumns(const PixelLine& line) {
   PixelLine thin;
   Group group;
@@ -81,7 +81,7 @@ PixelLine ByColumns(const PixelLine& line) {
   return thin;
 }
 
-/// Gathers every so many points, for curves that run to and fro.
+/// Groups a fixed number of points, for curves that run back and forth.
 PixelLine ByNumber(const PixelLine& line) {
   const std::size_t each = 6 * (line.size() / kMostLinePoints + 1);
   PixelLine thin;
@@ -135,7 +135,7 @@ bool Contains(const PixelArea& area, const PixelPoint& p) {
   return p.x >= area.left && p.x <= area.right && p.y >= area.top && p.y <= area.bottom;
 }
 
-/// Where a value lies between the points of a map: the point below, and the share of the one above.
+/// Position of a value between the points of a map: the point below, and the share of the one above.
 struct MapPlace {
   int below = -1;  // -1: outside
   double share = 0.0;
@@ -160,7 +160,7 @@ std::vector<MapPlace> PlacesIn(const PixelAxis& axis, double firstPixel, int pix
   return places;
 }
 
-/// Colours of the levels at even steps, so that a pixel takes no search.
+/// Colours of the levels at even steps, so that a pixel needs no search.
 class ColorTable {
  public:
   explicit ColorTable(const std::vector<ColorLevel>& levels) {
@@ -186,7 +186,7 @@ class ColorTable {
   std::array<int, kColors> colors_{};
 };
 
-/// Value of a map at a place; NaN where there is none.
+/// Value of a map at a place; NaN outside.
 double MapValue(const IntensityModel& map, const MapPlace& column, const MapPlace& row) {
   const auto z = [&](int c, int r) {
     return map
@@ -263,7 +263,7 @@ std::vector<PixelPoint> PointsOf(const PlotModel& plot, const PixelAxis& x, cons
 
 PixelLine BandOutline(const PlotModel& plot, const PlotModel& other, const PixelAxis& x, const PixelAxis& y,
                       const PixelArea& area) {
-  // Points far outside would overflow the painter; the area's surroundings are as good.
+  // Points far outside would overflow the painter; points just outside the area give the same picture.
   const double room = 10.0 * std::max(area.right - area.left, area.bottom - area.top);
   const auto along = [&](const PlotModel& curve) {
     PixelLine line;

@@ -17,7 +17,7 @@ constexpr int kInk = 0x1A1A1A, kGrid = 0xDDDDDD, kFrame = 0x444444;
 constexpr double kTick = 3.0, kSmallTick = 1.8, kGap = 4.0, kNameScale = 1.08, kTitleScale = 1.2;
 constexpr double kBarWidth = 9.0, kEdge = 0.5;
 constexpr double kLegendLine = 18.0, kMostOfWidth = 0.32;
-constexpr double kBandShare = 0.84;  // of paper in the colour of a band
+constexpr double kBandShare = 0.84;  // share of the paper's colour in the colour of a band
 constexpr double kMaskShare = 0.75;  // of paper in the colour of a mask, so that curves are seen on it
 
 double Width(const PixelArea& area) {
@@ -27,7 +27,7 @@ double Height(const PixelArea& area) {
   return area.bottom - area.top;
 }
 
-/// A marker with the colours that it has on white.
+/// A marker with its colours on white.
 void DrawSymbolAt(Canvas& canvas, PixelPoint at, int marker, int color, double size) {
   const Symbol& symbol = SymbolOf(marker);
   const Ink ink = InkFor(color, kPaper);
@@ -90,7 +90,8 @@ class Painter {
   }
 
  private:
-  // ---- room -------------------------------------------------------------------------------------------------------
+  // ---- margins
+  // ----------------------------------------------------------------------------------------------------
 
   double WidestNumber(const AxisTicks& ticks) {
     double widest = 0.0;
@@ -98,7 +99,7 @@ class Painter {
     return widest;
   }
 
-  /// Numbers that have room side by side on the x axis.
+  /// Number of numbers that fit side by side on the x axis.
   AxisTicks TicksAcross(double width) {
     for (int most = std::clamp(static_cast<int>(width / (3.0 * style_.text)), 2, 13);; --most) {
       AxisTicks ticks = TicksOf(graph_.xAxis, limits_.x, most);
@@ -123,7 +124,8 @@ class Painter {
     if (!AxisTitle(graph_.yAxis).empty()) left += 1.5 * name_.size;
     frame_.left += std::max(left, style_.leftRoom);
     ticksX_ = TicksAcross(Width(frame_));
-    // Half of the last number stands beside the frame; without numbers the room stays, for graphs in line.
+    // Half of the last number lies beyond the frame; without numbers the margin stays, so that graphs are
+    // aligned.
     if (!ticksX_.numbers.empty() && rows_.empty() && !graph_.intensity)
       frame_.right -= 0.5 * canvas_.TextWidth(ticksX_.numbers.back().text, plain_);
   }
@@ -222,7 +224,7 @@ class Painter {
 
   // ---- contents ---------------------------------------------------------------------------------------------------
 
-  /// Areas between two curves, on the grid and beneath all curves.
+  /// Areas between two curves, above the grid and below all curves.
   void DrawBands() {
     canvas_.Clip(frame_);
     for (const PlotModel& plot : graph_.plots) {
@@ -245,7 +247,7 @@ class Painter {
     for (const PixelLine& line : lines) canvas_.Line(line, {ink.color, width, plot.dash});
   }
 
-  /// Those on the frame are drawn whole.
+  /// Markers on the frame are drawn completely.
   void DrawMarkers(const PlotModel& plot) {
     if (SymbolNumber(plot) == kNoMarker) return;
     for (const PixelPoint& p : PointsOf(plot, x_, y_, frame_))
@@ -283,7 +285,7 @@ class Painter {
     }
   }
 
-  /// Above the frame; a number that would stand over its neighbour is left out.
+  /// Above the frame; a number that would overlap its neighbour is left out.
   void DrawMaskNumbers() {
     TextLook look = plain_;
     look.align = TextAlign::Center;
@@ -333,7 +335,7 @@ class Painter {
     return AxisTitle(axis);
   }
 
-  /// What the colours of the image mean.
+  /// Scale of the image's colours.
   void DrawBar() {
     double low = 0.0, high = 0.0;
     if (!BarRange(low, high)) return;
@@ -362,7 +364,7 @@ class Painter {
   }
 
   void DrawLegend() {
-    if (graph_.intensity) return;  // the scale of its colours stands there
+    if (graph_.intensity) return;  // the scale of its colours is there
     const double step = 1.35 * style_.text, left = frame_.right + 2 * kGap;
     const auto most = static_cast<std::size_t>(std::max(Height(frame_) / step, 1.0));
     for (std::size_t i = 0; i < std::min(rows_.size(), most); ++i) {

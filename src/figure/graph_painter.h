@@ -1,5 +1,5 @@
-// graph_painter.h - draws a graph model on a canvas: the one drawing behind figures, reports and the pictures of pages.
-// No state.
+// graph_painter.h - draws a graph model on a canvas: the same code draws figures, reports and the pictures of
+// pages. No state.
 #pragma once
 
 #include "figure/canvas.h"
@@ -14,11 +14,12 @@ struct GraphStyle {
   double marker = 4.5;    ///< size of a marker
   bool legend = true;     ///< beside the graph, for curves that have a text for it
   bool numbersX = true;   ///< numbers and name of the x axis
-  double leftRoom = 0.0;  ///< at least, left of the frame, so that graphs below one another stand in line
+  double leftRoom = 0.0;  ///< minimum, left of the frame, so that graphs below each other are aligned
 };
 
-/// Draws all that is on the graph but its cursors, on white: frame, grid, numbers, masks, image with its scale, curves,
-/// legend. A graph without anything has its axes. Whatever does not fit beside the frame is cut with dots or left out.
+/// Draws all contents of the graph except its cursors, on white: frame, grid, numbers, masks, image with its
+/// scale, curves, legend. An empty graph has its axes. Parts that do not fit beside the frame are shortened
+/// with dots or left out.
 /// @return the frame within the axes
 PixelArea DrawGraph(const GraphModel& graph, Canvas& canvas, const PixelArea& box,
                     const GraphStyle& style = {});

@@ -7,7 +7,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kEdgeGrey = 0x777777;  // seen on white and on the dark backgrounds of desktops
+constexpr int kEdgeGrey = 0x777777;  // visible on white and on the dark backgrounds of desktops
 constexpr double kOffset = 0.05;     // of the contrast formula: light that a screen always reflects
 
 constexpr int Channel(int color, int which) {
@@ -75,7 +75,7 @@ int MapColor(std::span<const ColorLevel> levels, double value, int missing) {
   }
   if (!below && !above) return missing;
   if (!below || !above || above->level <= below->level) return (below ? below : above)->color & 0xFFFFFF;
-  // Each term by itself: the distance of two levels may be beyond a double.
+  // Each term separately: the distance of two levels may exceed a double.
   const double range = above->level / 2.0 - below->level / 2.0;
   return MixColors(below->color, above->color, (value / 2.0 - below->level / 2.0) / range);
 }

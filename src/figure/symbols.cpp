@@ -6,7 +6,7 @@
 namespace sondera {
 namespace {
 
-// Shapes of about equal area, so that none outweighs the others.
+// Shapes of about equal area, so that none dominates.
 constexpr SymbolPoint kSquare[] = {{-0.44, -0.44}, {0.44, -0.44}, {0.44, 0.44}, {-0.44, 0.44}};
 constexpr SymbolPoint kDiamond[] = {{0, -0.5}, {0.5, 0}, {0, 0.5}, {-0.5, 0}};
 constexpr SymbolPoint kTriangle[] = {{-0.5, -0.4}, {0.5, -0.4}, {0, 0.5}};

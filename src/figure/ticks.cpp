@@ -11,13 +11,13 @@
 namespace sondera {
 namespace {
 
-constexpr double kPlainFrom = 1e-3, kPlainBelow = 1e6;  // numbers that are written without a power of ten
+constexpr double kPlainFrom = 1e-3, kPlainBelow = 1e6;  // numbers written without a power of ten
 constexpr double kSlack = 1e-9;                         // of a step: a limit on a tick counts as inside
 constexpr int kMostDecimals = 17;
-constexpr int kLeastExponent = -300;  // 10 to its opposite is still a double
+constexpr int kLeastExponent = -300;  // the range between 10 to this and its negative is still a double
 constexpr std::string_view kDegrees = "degrees";
 
-/// A step, and the small ticks' intervals in it.
+/// A step, and the number of intervals of its small ticks.
 struct Step {
   double size = 0.0;
   int parts = 1;
@@ -44,7 +44,7 @@ int Exponent(double value) {
   return static_cast<int>(std::floor(std::log10(value)));
 }
 
-/// Power of ten that stays finite and above 0 where a double can hold it.
+/// Power of ten, limited so that a double can hold it and it is above 0.
 double Power(int exponent) {
   return std::pow(10.0, exponent);
 }
@@ -80,7 +80,7 @@ bool IsMultiple(double value, double step) {
   return std::fabs(times - std::round(times)) < kSlack * std::max(1.0, std::fabs(times));
 }
 
-/// The step that the divisions of the axis ask for; 0 where it gives long numbers or too many.
+/// The step that the divisions of the axis suggest; 0 where it gives long numbers or too many.
 double DividedStep(int divisions, double low, double high, int atMost) {
   if (divisions < 1 || divisions >= atMost) return 0.0;
   const double step = high / divisions - low / divisions;
@@ -101,15 +101,15 @@ Step LinearStep(const AxisModel& axis, double low, double high, int atMost) {
     const Step same = round(divided);
     return {divided, same.size == divided ? same.parts : 2};
   }
-  // One step more than numbers would be too many, wherever the limits lie.
+  // One step more would give too many numbers, wherever the limits lie.
   const double least = high / (atMost + 1) - low / (atMost + 1);
-  if (!(least > 0.0)) return {};  // a range of the smallest numbers there are: no double lies between
+  if (!(least > 0.0)) return {};  // a range of the smallest numbers: no double lies between
   Step step = round(least);
   while (step.size > 0.0 && CountOf(step.size, low, high) > atMost) step = round(step.size * (1.0 + 1e-3));
   return step;
 }
 
-/// Writes the numbers of one linear axis alike.
+/// Writes the numbers of one linear axis in the same form.
 class LinearText {
  public:
   LinearText(double low, double high, double step) : step_(step) {
@@ -132,7 +132,7 @@ AxisTicks LinearTicks(const AxisModel& axis, double low, double high, int atMost
   AxisTicks ticks;
   const Step step = LinearStep(axis, low, high, atMost);
   const double small = step.size / step.parts;
-  // Numbers that a double cannot tell apart have no ticks between them.
+  // Numbers that are equal as doubles have no ticks between them.
   if (!(small > 0.0) || std::max(std::fabs(low), std::fabs(high)) / small > 1e14) {
     for (const double end : {low, high}) ticks.numbers.push_back({end * axis.factor, ShortNumber(end, 17)});
     return ticks;

@@ -1,5 +1,5 @@
-// ticks.h - where an axis has ticks, what stands at them, and what stands beside the axis: one rule for windows, figures
-// and reports, so that screen and paper agree. No state.
+// ticks.h - ticks of an axis, their numbers, and the text beside the axis: one rule for windows, figures and
+// reports, so that screen and paper agree. No state.
 #pragma once
 
 #include <string>
@@ -21,18 +21,20 @@ struct AxisTicks {
 
 /// Ticks between the limits, numbers divided by the axis's factor.
 ///
-/// Linear: steps of 1, 2 or 5 times a power of ten; for degrees also 15, 30, 45 and multiples of 90. The divisions of the
-/// axis are taken where they fit and give numbers of two figures at most. Logarithmic: powers of ten, with 2 and 5 times
-/// them where there is room; every n-th power where there is none. A range too narrow for that has the ticks of a linear
-/// axis. Numbers from a million on and below a thousandth are written with a power of ten.
-/// @param limits  of LimitsInForce: finite, min below max, above 0 on a logarithmic axis. Others give no ticks.
-/// @param atMost  numbers that there is room for, taken as 2 at least
+/// Linear: steps of 1, 2 or 5 times a power of ten; for degrees also 15, 30, 45 and multiples of 90. The
+/// divisions of the axis are used if they fit and give numbers of two figures at most. Logarithmic: powers of
+/// ten, with 2 and 5 times them if they fit; every n-th power if not. A range too narrow for that has the
+/// ticks of a linear axis. Numbers from a million on and below a thousandth are written with a power of ten.
+/// @param limits  of LimitsInForce: finite, min below max, above 0 on a logarithmic axis. Others give no
+///                ticks.
+/// @param atMost  number of numbers that fit, at least 2
 AxisTicks TicksOf(const AxisModel& axis, const AxisLimits& limits, int atMost);
 
 /// "Frequency, kHz": name and unit with its prefix. Either may be missing. A square is written as one: "V²".
 std::string AxisTitle(const AxisModel& axis);
 
-/// Shortest text that gives a number to that many figures: "12.21", "400", "2e+07". For read-outs and spoken lines.
+/// Shortest text that gives a number to that many figures: "12.21", "400", "2e+07". For read-outs and screen
+/// readers.
 std::string ShortNumber(double value, int figures = 4);
 
 }  // namespace sondera

@@ -4,9 +4,8 @@
 // Layout (integers 4 bytes, reals 8 bytes, texts 256 bytes, little-endian, no padding), each list after its
 // count:
 //   A  masks            key, refChan, dspChan, freqInit, freqFinal, jumpNo, lineInit, lineFinal
-//   B  pair records     identity, 21 arrays of 2 * nLines reals, maskFlag[nLines], the curve's three arrays
-//   of
-//                       nLines, settings, Gabor maps cell by cell, display settings
+//   B  pair records     identity, 21 arrays of 2 * nLines reals, maskFlag[nLines], the three arrays of
+//                       the curve, of nLines, settings, Gabor maps cell by cell, display settings
 //   C  global curves    key, nPoints, refChan, dspChan, valid, label, wlenMax, six arrays of nPoints
 //   D  array curves     the same
 // The size of a pair record depends on nLines of its measurement, so a pair without a measurement ends the

@@ -40,7 +40,7 @@ CurveRanges::Limits Nice(const CurveRanges::Limits& data, bool logarithmic) {
   return nice;
 }
 
-/// Wavelength of the last point of the last curve that has one; 0 without.
+/// Wavelength of the last point of the last curve with points; 0 without.
 double LastWavelength(const std::vector<ReportCurve>& curves) {
   for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
     const auto last = std::find_if(curve->wlen.rbegin(), curve->wlen.rend(), Counts);

@@ -1,4 +1,4 @@
-// curve_ranges.h - dispersion curves for the pages, and the axes that they share.
+// curve_ranges.h - dispersion curves for the pages, and their common axes.
 #pragma once
 
 #include <string>
@@ -12,8 +12,8 @@ struct ReportCurve {
   std::vector<double> vel, freq, wlen;  ///< length/s, Hz, length
 };
 
-/// Limits of the three quantities: as they are in the data, and on nice numbers for the axes. A quantity without two
-/// different values keeps equal limits, and its graphs are not drawn.
+/// Limits of the three quantities: those of the data, and on round numbers for the axes. A quantity without
+/// two different values keeps equal limits, and its graphs are not drawn.
 struct CurveRanges {
   struct Limits {
     double min = 0.0, max = 0.0;
@@ -30,11 +30,11 @@ std::vector<ReportCurve> IncludedCurves();
 
 /// The two graphs of a page.
 enum class CurveGraph { upper, lower };
-/// Which quantity its x axis has.
+/// The quantity of its x axis.
 enum class CurveDomain { wavelength, frequency };
 
 /// Sets the graph of a page for curves: size, place, range, divisions, labels.
-/// @param title  as the library writes it
+/// @param title  in the library's escaped form
 void SetUpCurveGraph(CurveGraph place, CurveDomain domain, const std::string& title,
                      const CurveRanges& ranges, double unitFactor);
 

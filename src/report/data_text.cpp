@@ -15,7 +15,7 @@ constexpr std::size_t kMostBytes = 199;  // of a text of the library
 constexpr char kDots[] = "...";
 constexpr std::uint32_t kLastLatin1 = 0xFF, kFirstUpper = 0xA0;
 
-/// Letters outside Latin-1 that have a plain relative.
+/// Letters outside Latin-1 with a plain replacement.
 struct Relative {
   std::uint32_t first, last;
   const char* text;

@@ -44,13 +44,13 @@ std::vector<ReportCurve> GlobalCurves() {
   return curves;
 }
 
-/// A label that leaves its channels, at its end, on the sheet.
+/// Shortens a label so that its channels, at its end, stay on the sheet.
 std::string LegendText(const std::string& label, float legendX) {
   constexpr float kAxisX = 2.0f, kTextRight = 0.22f, kHeight = 0.25f;
   return PageText(label, LettersToTheEdge(kAxisX + legendX + kTextRight, kHeight), CutAt::front);
 }
 
-/// Curves one after another on the axes that are set up.
+/// Curves one after another on the present axes.
 void DrawCurves(const std::vector<ReportCurve>& curves, CurveDomain domain, bool legendRight) {
   const float legendX = legendRight ? kLegendRight : kLegendLeft;
   const int count = static_cast<int>(curves.size());

@@ -11,8 +11,9 @@ int CheckADisp(int key);
 /// Whether there is a curve for these pages.
 bool HaveDispersionCurves();
 
-/// Draws the pages on the open document: the curves of the pairs over wavelength and over frequency, then, where
-/// there are any, the array curves and the global curve over wavelength. Without a curve the page has its foot alone.
+/// Draws the pages on the open document: the curves of the pairs over wavelength and over frequency, then, if
+/// there are any, the array curves and the global curve over wavelength. Without a curve the page has only
+/// its footer.
 void PrintPsDispCurv(const ReportInput& input);
 
 }  // namespace sondera

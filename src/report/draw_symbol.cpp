@@ -12,7 +12,7 @@ namespace {
 constexpr float kLineWidth = 0.25f, kMarkSize = 0.1f, kGreyOfMark = 0.7f;
 constexpr float kThird = 1.0f / 3.0f;
 
-/// Corners in parts of width and height.
+/// Corners in fractions of width and height.
 struct Outline {
   int n;
   float x[4], y[4];

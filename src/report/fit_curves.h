@@ -1,4 +1,5 @@
-// fit_curves.h - the two sides of a fit, out of the records: what a run was to match, and what an entry gives.
+// fit_curves.h - the two sides of a fit, from the records: the observations of a run, and the curves of an
+// entry.
 #pragma once
 
 #include <vector>
@@ -7,7 +8,8 @@
 
 namespace sondera {
 
-/// What the run was to match, by FModelParam. Curves without a point stay in their place. Only velocities above 0.
+/// Observations of the run, from FModelParam. Curves without a point keep their place. Only velocities above
+/// 0.
 std::vector<ReportCurve> MeasuredCurves();
 
 /// Curves of an entry of InvParam, in the same order.

@@ -20,7 +20,7 @@ constexpr float kLabelSize = 12.0f, kLabelSizeDown = 5.0f, kNumberSize = 10.0f, 
 constexpr float kTickLength = 0.2f, kThin = 0.1f, kFrameWidth = 0.5f;
 constexpr float kGridDash = 1.0f, kLogGridDash = 0.1f;
 
-/// Where the lines of an axis stand, cm from the corner.
+/// Positions of the lines of an axis, cm from the corner.
 using Places = std::vector<float>;
 
 void Line(float x1, float y1, float x2, float y2) {
@@ -28,12 +28,12 @@ void Line(float x1, float y1, float x2, float y2) {
   ps_drawa(x2, y2);
 }
 
-/// A change of dash would also catch a line that has no ink yet.
+/// A change of dash would also affect a line that is not stroked yet.
 void InkLine() {
   ps_home();
 }
 
-/// Ticks at both edges, then the lines of the grid. `across` is the axis they stand on: true for x.
+/// Ticks at both edges, then the lines of the grid. `across` is the axis with these ticks: true for x.
 void DrawTicksAndGrid(const Places& places, bool across, float dash) {
   ps_cms();
   ps_gray(0.0f);
@@ -64,7 +64,7 @@ Places EvenPlaces(int divisions, float length) {
 double ValueAt(int i, int divisions, double min, double max) {
   if (i == divisions) return max;
   const double value = min + i * ((max - min) / divisions);
-  // A zero on the way comes out as a rounding error.
+  // A zero within the range may come out as a rounding error.
   return std::fabs(value) < 1e-12 * std::fabs(max - min) ? 0.0 : value;
 }
 
@@ -74,7 +74,7 @@ void PutNumberX(float x, double value, bool depthDown) {
             depthDown ? kNumberSizeDown : kNumberSize);
 }
 
-/// Whether m * 10^d lies on the x axis; the limits do.
+/// Whether m * 10^d lies on the x axis; its limits do.
 bool OnLogAxis(double value) {
   constexpr double kSlack = 1e-9;
   return value >= graph.axMinX * (1.0 - kSlack) && value <= graph.axMaxX * (1.0 + kSlack);

@@ -36,7 +36,7 @@ const std::vector<double>& PhaseInUse(const PMeasInfo& pair) {
   return pair.phaseOption == kBackbonePhase ? pair.phaseBB : pair.phaseOrig;
 }
 
-/// Unwrapped phase, which counts downwards, as wrapped phase.
+/// Unwrapped phase, which decreases, as wrapped phase.
 double Folded(double u) {
   return -u - 2.0 * kHalfTurn * std::ceil((-u - kHalfTurn) / (2.0 * kHalfTurn));
 }

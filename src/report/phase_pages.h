@@ -5,8 +5,9 @@
 
 namespace sondera {
 
-/// Draws the pages on the open document, for each pair of a measurement of the project: the phase of the average and,
-/// thinner, the one in use, folded to -180..180 degrees. Without a pair the page has its foot alone.
+/// Draws the pages on the open document, for each pair of a measurement of the project: the phase of the
+/// average and, thinner, the one in use, wrapped to -180..180 degrees. Without a pair the page has only its
+/// footer.
 void PrintPsPhase(const ReportInput& input);
 
 }  // namespace sondera

@@ -11,7 +11,8 @@
 namespace sondera {
 namespace {
 
-/// A value's part of an axis: 0 at its beginning, 1 at its end. Not finite for what the axis cannot show.
+/// Position of a value along an axis: 0 at its beginning, 1 at its end. Not finite if the axis cannot show
+/// it.
 double PartOfAxis(double v, double min, double max, bool logarithmic) {
   if (!logarithmic) return (v - min) / (max - min);
   return v > 0.0 ? (std::log10(v) - std::log10(min)) / (std::log10(max) - std::log10(min)) : std::nan("");
@@ -64,7 +65,7 @@ void PlotCurve(const double* x, const double* y, int n, bool keepX, bool keepY, 
 
 LegendRow RowOfCurve(int c, int count, float x, const std::string& label) {
   constexpr float kFirstRow = 7.8f, kRowHeight = 0.3f;
-  constexpr int kRows = 26;  // the last stands at 0.3
+  constexpr int kRows = 26;  // the last one is at 0.3
   if (c > kRows) return {};
   const bool more = c == kRows && count > kRows;
   return {x, kFirstRow - kRowHeight * static_cast<float>(c - 1), more ? "..." : label};

@@ -13,7 +13,7 @@
 namespace sondera {
 namespace {
 
-/// Puts the range back that a graph with depth downwards has swapped.
+/// Restores the range that a graph with depth downwards has swapped.
 class RangeScope {
  public:
   explicit RangeScope(int mode) : restores_(mode == kDepthDown), before_(graph) {}
@@ -37,7 +37,7 @@ bool SetUpRange(const double* x, const double* y, int n, bool keepX, bool keepY,
   return true;
 }
 
-/// User units: data less the minimum of each axis.
+/// User units: data minus the minimum of each axis.
 bool UseDataUnits() {
   const double sx = graph.axLenX / (graph.axMaxX - graph.axMinX),
                sy = graph.axLenY / (graph.axMaxY - graph.axMinY);

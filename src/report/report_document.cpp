@@ -12,7 +12,7 @@
 namespace sondera {
 namespace {
 
-/// Whether a text of the pages needs letters that the fonts have not by themselves.
+/// Whether a text of the pages needs letters that the fonts do not have without an encoding.
 bool HasLatin1Texts(const ReportInput& input) {
   if (NeedsLatin1(input.projectFile)) return true;
   for (const IDInfo& id : MeasDB.idList)

@@ -10,7 +10,7 @@ namespace sondera {
 
 enum class ReportKind { phases, dispersion, results, whole };
 
-// What is said where a kind of pages has nothing to show.
+// Message when a kind of pages has nothing to show.
 inline constexpr const char* kNoPhases = "No phase spectra are available for plotting.";
 inline constexpr const char* kNoDispersionCurves = "No dispersion curves are available for plotting.";
 inline constexpr const char* kNoResults = "No results of the inv. analysis are available for plotting.";
@@ -18,11 +18,11 @@ inline constexpr const char* kNoResults = "No results of the inv. analysis are a
 /// Whether there is a pair for the pages of phases.
 bool HavePhases();
 
-/// Text for a report that has nothing to show; "" where it has. The whole report wants phases.
+/// Message for a report that has nothing to show; "" when it has. The whole report needs phases.
 std::string NothingToShow(ReportKind kind, const ReportInput& input);
 
-/// Writes the file and prints nothing. It is put in place whole; after a refusal a former file of this name is as it
-/// was. Pages without contents have their foot alone.
+/// Writes the file and prints nothing. A new file replaces the old one only when it is complete; after a
+/// refusal the old one is unchanged. Pages without contents have only their footer.
 Refusal WriteReport(const std::string& path, ReportKind kind, const ReportInput& input);
 
 }  // namespace sondera

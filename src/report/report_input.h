@@ -1,4 +1,4 @@
-// report_input.h - what the pages of a report have to be told beside the records.
+// report_input.h - input of the report's pages beside the records.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace sondera {
 
 struct ReportInput {
-  std::string projectFile;   ///< shown at the foot of each page
+  std::string projectFile;   ///< shown in the footer of each page
   double unitFactor = 1.0;   ///< metres per unit of length
   std::vector<int> entries;  ///< entries of InvParam that were stored, ascending
 };

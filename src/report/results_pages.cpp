@@ -44,7 +44,7 @@ double NiceMax(double max) {
   return high;
 }
 
-/// The end depth, for entries that have none in the middle of the half-space's neighbour.
+/// The end depth; for entries without one, half the thickness of the layer above is used for the half-space.
 double EndDepth(int entry, int n) {
   const double end = InvParam.depth(entry, n);
   if (end > 0.0 || n < 2) return end;
@@ -119,7 +119,7 @@ void DrawStairs(const Profile& p, const Column& column, bool showDepth) {
            showDepth, false, kDepthDown);
 }
 
-/// A velocity with its band. A band that reaches below 0 is drawn at 0, where the strip ends.
+/// A velocity with its band. A band that extends below 0 is drawn at 0, where the strip ends.
 void DrawVelocity(const Strip& strip, const Profile& p, const Column& velocity, const Column& deviation,
                   const char* labelX, const char* labelY) {
   constexpr float kBandWidth = 0.1f, kDash = 0.3f, kSpace = 0.1f;

@@ -12,9 +12,9 @@ namespace {
 
 constexpr float kFootHeight = 0.3f, kHeadHeight = 0.4f, kHeadY = 23.0f;
 constexpr float kSizePerCm = 37.5f;
-constexpr float kSheetRight = 19.9f;  // cm from the page's origin: an A4 sheet less a small margin
+constexpr float kSheetRight = 19.9f;  // cm from the page's origin: an A4 sheet minus a small margin
 
-/// Width of a letter in Helvetica, parts of its size, never too small.
+/// Width of a letter in Helvetica, as a fraction of its size, never too small.
 float HelveticaWidth(char c) {
   if (std::string_view("ijl'.,:;|!/\\ ftI[]()-r\"").find(c) != std::string_view::npos) return 0.36f;
   if (std::string_view("mwMWGOQ@%+=<>~").find(c) != std::string_view::npos)

@@ -1,4 +1,4 @@
-// sheet.h - foot and header of a page, and labels at their places.
+// sheet.h - footer and header of a page, and labels at their places.
 #pragma once
 
 #include <string>
@@ -6,10 +6,10 @@
 
 namespace sondera {
 
-/// File name of the project at the foot of the page, in Helvetica; a long one loses its beginning.
+/// File name of the project in the footer of the page, in Helvetica; a long one loses its beginning.
 void PageFooter(std::string_view projectFile);
 
-/// Head line of the page, as the library writes it.
+/// Head line of the page, in the library's escaped form.
 void PageHeader(const std::string& text);
 
 /// How putString() places a text.
@@ -20,7 +20,8 @@ enum StringKind {
   kBelow = 3,           ///< centred, and 1.4 letter heights below
 };
 
-/// Text in the present height, in cm. Its length is reckoned with letters of size/37.5 cm, whatever the height is.
+/// Text in the present height, in cm. Its length is computed with letters of size/37.5 cm, whatever the
+/// height is.
 /// @param angle  degrees
 /// @param size   points
 void putString(int kind, float x, float y, const std::string& text, float angle, float size);

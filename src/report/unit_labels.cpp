@@ -17,7 +17,7 @@ constexpr UnitLabels kCentimeters = {"Wavelength, cm", "Phase Velocity, cm/sec",
                                      "P-Wave Vel., cm/sec", "Depth, cm"};
 constexpr UnitLabels kFeet = {"Wavelength, ft", "Phase Velocity, ft/sec", "S-Wave Vel., ft/sec",
                               "P-Wave Vel., ft/sec", "Depth, ft"};
-// Kept: the S-wave label has no point behind "Vel".
+// Kept: the S-wave label has no full stop after "Vel".
 constexpr UnitLabels kInches = {"Wavelength, in", "Phase Velocity, in/sec", "S-Wave Vel, in/sec",
                                 "P-Wave Vel., in/sec", "Depth, in"};
 

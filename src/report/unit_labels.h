@@ -1,4 +1,4 @@
-// unit_labels.h - the labels of the axes that carry a unit of length.
+// unit_labels.h - the labels of the axes with a unit of length.
 #pragma once
 
 namespace sondera {
