@@ -25,10 +25,10 @@ constexpr int kPlaneWaves = 2;
 constexpr const char* kNothingComputed = "no iteration\n";
 constexpr double kSameAbscissa = 1e-9;  // relative
 
-/// An entry of a record, with its counters held against the tables.
+/// An entry of a record, with its counters limited to the tables.
 struct StoredEntry {
   const InvRecord& record;
-  int index;  ///< as the lists have it
+  int index;  ///< number as in the lists
   int entry;
   bool there;
 
@@ -82,8 +82,7 @@ bool SameAbscissa(double a, double b) {
   return std::fabs(a - b) <= kSameAbscissa * std::fabs(a);
 }
 
-/// Measured velocity at a place of the curves, whichever entry is shown; 0 where the loaded curves have no
-/// such point.
+/// Measured velocity at a place of the curves, for every entry; 0 where the loaded curves have no such point.
 double Observed(const StoredEntry& e, bool global, int point, int at) {
   const ModelRecord& m = FModelParam;
   if (!global) return SameAbscissa(e.record.freq(e.entry, point), At(m.freq, point)) ? At(m.vel, at) : 0.0;
@@ -171,7 +170,8 @@ int ShownIndex() {
   return IsVisible(exdthd::ITERNO) ? GetCtrlVal(exdthd::ITERNO) : 0;
 }
 
-/// Whether a curve was computed for an entry. The panel seeds entry 0 with the given model, which is no
+/// Whether a curve was computed for an entry. The panel copies the given model to entry 0, which is no
+/// result.
 /// result.
 bool HasResult(int index) {
   const StoredEntry e(RecordOfIndex(index), index);
@@ -189,7 +189,7 @@ std::string DefaultPath() {
   return JoinPath(CurrentDirectory(), ProjectName() + "_f.results");
 }
 
-/// In place of the tables of an inversion that was refused.
+/// Replaces the tables of an inversion that was refused.
 int SaveNoIteration() {
   const std::string path = DefaultPath();
   if (FileExists(path)) return 0;

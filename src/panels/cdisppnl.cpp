@@ -23,7 +23,7 @@ std::string LabelOf(const PMeasInfo& pair, int base) {
 }
 
 /// The pair that is selected in the list, null when there is none. An item's value is the pair's position;
-/// its label has to fit too, since the list of pairs may have changed while the panel was open.
+/// its label must match too, since the list of pairs may have changed while the panel was open.
 PMeasInfo* SelectedPair() {
   using cdisppnl::ARRAY_DISPCURVELIST;
   const int index = GetCtrlIndex(ARRAY_DISPCURVELIST);

@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-/// Where the file dialogs start: the folder of the project, or the working folder before there is one.
+/// Initial folder of the file dialogs: that of the project, or the working folder before there is one.
 std::string ProjectFolder() {
   const std::string folder = DirectoryOf(session.projectFileName);
   return folder.empty() ? CurrentDirectory() : folder;

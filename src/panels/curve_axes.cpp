@@ -54,8 +54,8 @@ AxisRange& RangeOf(AxisRecord& record, int quantity) {
   return record.range[static_cast<std::size_t>(std::clamp(quantity, 0, 2))];
 }
 
-/// Fields of one axis for the quantity in its ring: the limits of the record; those of the graph where they stand for
-/// this quantity and the record has none yet.
+/// Fields of one axis for the quantity in its ring: the limits of the record; those of the graph if they
+/// belong to this quantity and the record has none yet.
 void ShowLimits(const AxisDialog& dialog, bool xAxis) {
   const AxisControls& axis = xAxis ? dialog.x : dialog.y;
   const int quantity = GetCtrlVal(axis.type);

@@ -12,19 +12,19 @@ void OpenResultAxes();
 /// Menu item of the dispersion page.
 int DispCVAxisAttrMenuCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Quantity and automatic limits in either dialog: the two fields of the axis show the limits in force of that
+/// Quantity and automatic limits in both dialogs: the two fields of the axis show the present limits of that
 /// quantity, and are dimmed while they are automatic.
 int CurveAxisChoiceCallback(Panel panel, ControlId control, Event event, long data);
 
-/// OK: takes both axes into the record, hides the dialog and draws. Limits that are equal or not finite become
-/// automatic; limits the wrong way round are turned.
+/// OK: stores both axes in the record, hides the dialog and draws. Limits that are equal or not finite become
+/// automatic; limits in the wrong order are exchanged.
 int DispCVManualScaleCallback(Panel panel, ControlId control, Event event, long data);
 int EXDTHDManualScaleCallback(Panel panel, ControlId control, Event event, long data);
 /// CANCEL: hides the dialog; the record stays.
 int DispCVManualScaleCancelCallback(Panel panel, ControlId control, Event event, long data);
 int EXDTHDManualScaleCancelCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Limits as a person means them: in order. Equal or not finite: equal limits, which mean automatic.
+/// Entered limits, put in order. Equal or not finite: equal limits, which mean automatic.
 struct EnteredLimits {
   double min = 0.0, max = 0.0;
   bool automatic() const { return min == max; }

@@ -10,11 +10,11 @@
 namespace sondera {
 
 /// Buttons INCLUDE and EXCLUDE: set `included` of the selected curve to 1 or 0 and move its label to the
-/// other list. Without a redraw. -1 with an empty list or a label that stands for no pair.
+/// other list. Without a redraw. -1 with an empty list or a label of no known pair.
 int IncludeDispCurveCallback(Panel panel, ControlId control, Event event, long data);
 int ExludeDispCurveCallback(Panel panel, ControlId control, Event event, long data);
-/// Lists: a double click does what the button does; choosing an included curve (value change or click) shows
-/// its colour and marker in the rings.
+/// Lists: a double click has the effect of the button; choosing an included curve (value change or click)
+/// shows its colour and marker in the rings.
 int ExcludedDispCurveListCallback(Panel panel, ControlId control, Event event, long data);
 int IncludedDispCurveListCallback(Panel panel, ControlId control, Event event, long data);
 
@@ -23,7 +23,7 @@ int IncludedDispCurveListCallback(Panel panel, ControlId control, Event event, l
 int DispCurveColorCallback(Panel panel, ControlId control, Event event, long data);
 int DispCurveMarkerCallback(Panel panel, ControlId control, Event event, long data);
 
-/// DISPCURVTYPE and the redraw button or menu entry, on commit: DispCurvPlot(1), whose result they return.
+/// DISPCURVTYPE and the redraw button or menu entry, on commit: return the result of DispCurvPlot(1).
 int SetDispCurveTypeCallback(Panel panel, ControlId control, Event event, long data);
 int RedrawDispCurvCallback(Panel panel, ControlId control, Event event, long data);
 
@@ -31,7 +31,7 @@ int RedrawDispCurvCallback(Panel panel, ControlId control, Event event, long dat
 /// click does nothing.
 int SetupDispCurveCallback(Panel panel, ControlId control, Event event, long data);
 
-/// The order of the curves is that of the pairs; these do nothing.
+/// The order of the curves is that of the pairs; these functions do nothing.
 int DispCurveMoveUpCallback(Panel panel, ControlId control, Event event, long data);
 int DispCurveMoveDownCallback(Panel panel, ControlId control, Event event, long data);
 int DispCurveMoveTopCallback(Panel panel, ControlId control, Event event, long data);

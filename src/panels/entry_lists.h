@@ -14,7 +14,7 @@ namespace sondera {
 /// Empties the lists. INV_SMP keeps its fixed first item "Given Model P." with value 0.
 void ClearEntryLists();
 
-/// The numbers as they stand in the lists.
+/// The numbers in the lists.
 EntryNumbers ReadEntryLists();
 /// Empties the lists and fills them with the numbers, labelled "INV k" and "SMP k". The fixed item of INV_SMP is not
 /// among the numbers.

@@ -1,5 +1,5 @@
-// event_listener.h - the listener of work that shows no progress: polls let events in, a busy stretch shows the
-// wait cursor. No state.
+// event_listener.h - the listener of work without a progress display: polls process events, the wait cursor
+// is shown while it is busy. No state.
 #pragma once
 
 #include "runtime/events.h"

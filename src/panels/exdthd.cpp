@@ -17,7 +17,8 @@ namespace {
 
 constexpr int kModelling = 1;
 
-/// Looks that the rings speak of: of the curve in THDTYPE, or of all. Empty when none is displayed.
+/// Markers and colours that the rings refer to: of the curve in THDTYPE, or of all. Empty when none is
+/// displayed.
 std::vector<CurveLook*> ChosenLooks() {
   std::vector<CurveLook>& looks = panelsState.theoretical.curves;
   const int choice = GetCtrlVal(exdthd::THDTYPE);

@@ -1,11 +1,12 @@
-// exdthd_graphs.h - fills the two graphs of the results page. Stands behind the redraw notices ExdThdCurvPlot,
-// DrawProfile, DrawResolution and DrawRMSerror. The looks of the theoretical curves are in panels_state.h.
+// exdthd_graphs.h - fills the two graphs of the results page. The redraw notices ExdThdCurvPlot, DrawProfile,
+// DrawResolution and DrawRMSerror call it. Markers and colours of the theoretical curves are in
+// panels_state.h.
 #pragma once
 
 namespace sondera {
 
-/// Curves by EXDTYPE, THDTYPE and ARRAYDISPID; axes by the axis record of the page. Theoretical curves that have no
-/// look yet get one.
+/// Curves by EXDTYPE, THDTYPE and ARRAYDISPID; axes by the axis record of the page. Theoretical curves
+/// without marker and colour get them.
 void DrawResultCurves();
 /// The graph beside the curves, for one entry of the lists of results.
 void DrawProfileGraph(int index);

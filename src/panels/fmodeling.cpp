@@ -26,7 +26,7 @@ constexpr int kFixedReceivers = 4;
 
 // ---- rows of tables ---------------------------------------------------------------------------------
 
-/// Rows of a table follow its number; a number that cannot be is put back.
+/// The rows of a table follow its number; an invalid number is replaced by the old one.
 int FollowNumber(const IntControl& number, const TableControl& table, const char* what, int most,
                  const char* prefix) {
   const int n = GetCtrlVal(number);
@@ -39,7 +39,7 @@ int FollowNumber(const IntControl& number, const TableControl& table, const char
   return 0;
 }
 
-/// NLAYERS and the labels after a row came or went.
+/// NLAYERS and the labels after rows were added or removed.
 void LayersChanged() {
   const int n = GetNumTableRows(SOILPROFILE);
   SetCtrlVal(NLAYERS, n);
@@ -84,7 +84,7 @@ int Read() {
   return 0;
 }
 
-/// Result of the import; the panel shows the record either way.
+/// Result of the import; the panel shows the record in both cases.
 int TakeCurves() {
   ResetFModel_D();
   const int result = RetrieveDispCurvInfoFromMemory();

@@ -7,14 +7,15 @@
 
 namespace sondera {
 
-/// Curves in memory, see run/measured_curves.h. One message says how many points are left out, result 0.
+/// Curves in memory, see run/measured_curves.h. One message says how many points were left out, result 0.
 /// @return 0; -1 after a message; -1 without one when there is no array curve
 [[nodiscard]] int RetrieveDispCurvInfoFromMemory();
 
-/// Takes the same from the file "path.red" (project/curve_file.h). @return 0; -1 after one message, the record as it was
+/// The same from the file "path.red" (project/curve_file.h). @return 0; -1 after one message, with the record
+/// unchanged
 [[nodiscard]] int RetrieveDispCurvInfoFromFile(const std::string& path);
 
-/// Takes nothing: there is no table to take curves from.
+/// Does nothing: there is no table of curves.
 void RetrieveDispCurvInfoFromTable();
 
 /// FModelParam to and from a parameter file (project/parameters_file.h). @return 0; -1 after one message

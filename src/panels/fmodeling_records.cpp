@@ -28,7 +28,7 @@ constexpr int kFixedReceivers = 4;
 constexpr int kReceiversAtReset = 8, kPointsAtReset = 50;
 constexpr double kFirstReceiver = 0.5;
 
-/// Entry of a vector that a damaged file may have left too short.
+/// Entry of a vector that may be too short because of a damaged file.
 template <class T>
 T Entry(const std::vector<T>& v, std::size_t i) {
   return i < v.size() ? v[i] : T{};
@@ -36,8 +36,8 @@ T Entry(const std::vector<T>& v, std::size_t i) {
 
 // ---- layers -----------------------------------------------------------------------------------------
 
-/// A zero anywhere makes the product of a column zero. The product itself is not formed: that of many thin
-/// layers, or of densities in kg/cm3, leaves the range of a double.
+/// A zero anywhere makes the product of a column zero. The product itself is not computed: for many thin
+/// layers, or densities in kg/cm3, it would underflow.
 bool ProductIsZero(const std::vector<double>& column, int n) {
   return std::find(column.begin(), column.begin() + n, 0.0) != column.begin() + n;
 }
@@ -54,7 +54,7 @@ bool AnyVelocity(const std::vector<double>& v, std::size_t n) {
                      [](double x) { return x != 0.0; });
 }
 
-/// Moves a table (point, curve) to another number of curves; curves that are new have no velocity.
+/// Copies a table (point, curve) to another number of curves; new curves have no velocity.
 void ChangeCurves(std::vector<double>& table, int points, int from, int to) {
   const std::vector<double> former = table;
   std::fill(table.begin(), table.end(), 0.0);
@@ -83,7 +83,7 @@ void TakeCounts(ModelRecord& m, int points, int curves, int receivers) {
   m.nReceivers = receivers;
 }
 
-/// Rows that the tables lack leave the record's own values.
+/// Where the tables have too few rows the record's own values stay.
 void TakeReceiversAndPairs(ModelRecord& m) {
   const int receivers = std::min(m.nReceivers, GetNumTableRows(RECEIVERLOC));
   for (int r = 1; r <= receivers; ++r)
@@ -142,7 +142,7 @@ void ShowCurveGroup(bool global) {
     SetVisible(*c, !global);
 }
 
-/// Scalars of a fresh record go into one that keeps its vectors.
+/// Copies the scalars of a fresh record to one that keeps its vectors.
 void TakeFirstScalars(ModelRecord& m) {
   ModelRecord first = FirstModel();
   for (auto column : kLayerColumns) first.*column = m.*column;

@@ -1,4 +1,4 @@
-// gaborpnl.cpp - shows and takes the settings of the Gabor maps. See gaborpnl.h.
+// gaborpnl.cpp - shows and reads the settings of the Gabor maps. See gaborpnl.h.
 #include "panels/gaborpnl.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ constexpr double kDelayOfSlowest = 3.0, kLongestShare = 0.2;  // see CalcGabor
 constexpr const TextControl* kLevels[] = {&LOCOLORVAL, &INTCOLORVAL1, &INTCOLORVAL2, &HICOLORVAL};
 constexpr const IntControl* kColors[] = {&LOCOLOR, &INTCOLOR1, &INTCOLOR2, &HICOLOR};
 
-/// Divisions in a field, held within what a map has, in the field too.
+/// Divisions in a field, limited to the size of a map, in the field too.
 int TakeDivisions(const IntControl& field) {
   const int typed = GetCtrlVal(field), taken = std::clamp(typed, 0, kGaborDivisions);
   if (taken != typed) SetCtrlVal(field, taken);
@@ -162,7 +162,7 @@ int GaborDefaultCallback(Panel, ControlId, Event event, long) {
     pair->initTime = pair->finalTime = 0.0;
     pair->initFreq = pair->finalFreq = 0.0;
     pair->timeDiv = pair->freqDiv = kGaborDivisions;
-    // Kept: exchanged against a new pair, which begins with a width of 0.5 and an exponent of 3.
+    // Kept: exchanged compared with a new pair, which begins with a width of 0.5 and an exponent of 3.
     pair->band = 3.0;
     pair->beta = 0.5;
     pair->nContLevel = 10;

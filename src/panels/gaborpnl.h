@@ -1,6 +1,6 @@
-// gaborpnl.h - the panel GABORPNL: range, divisions and Gauss filter of the Gabor maps, and the four
-// colours in which they are shown. Works on the pair on display (LookupID). No state of its own: settings are
-// in the pair, colours and the threshold for new pairs in the session.
+// gaborpnl.h - the panel GABORPNL: range, divisions and Gauss filter of the Gabor maps, and their four
+// colours. Works on the pair on display (LookupID). No state of its own: settings are in the pair, colours
+// and the threshold for new pairs in the session.
 #pragma once
 
 #include <vector>
@@ -11,12 +11,12 @@
 namespace sondera {
 
 /// Shows the settings of the pair on the panel, and sets a final time or frequency that is not set. Kept: the
-/// first time and frequency go back to 0. Without a pair nothing happens.
+/// first time and frequency become 0 again. Without a pair nothing happens.
 void RefreshGaborSetup();
 
-/// Takes the settings from the panel into the pair and refreshes the colour scale. Divisions are held between
-/// 0 and 50, in their fields as well. 0; without a pair only the threshold is taken, for new pairs, and the
-/// result is -1.
+/// Copies the settings from the panel to the pair and updates the colour scale. Divisions are limited to 0 to
+/// 50, in their fields as well. 0; without a pair only the threshold is read, for new pairs, and the result
+/// is -1.
 int UpdateGaborConfig();
 
 /// Draws the colour strip COLORSCALE and shows the four levels and colours.
@@ -29,22 +29,23 @@ std::vector<ColorLevel> MakeGaborColorMap();
 /// Menu: shows the panel with the pair on display.
 int GaborSetupCallback(Panel panel, ControlId control, Event event, long data);
 
-/// CALC: takes the panel, makes all three maps and shows them: when neither trace of the masking page is a
-/// Gabor display, trace B becomes that of the pair. Kept: the pair is left with the backbone phase. -1
-/// without a pair.
+/// CALC: reads the panel, makes all three maps and shows them: when neither trace of the masking page is a
+/// Gabor display, trace B becomes that of the pair. Kept: the pair ends with the backbone phase. -1 without a
+/// pair.
 int GaborCalcCallback(Panel panel, ControlId control, Event event, long data);
 
-/// UPDATE: takes the panel and redraws. -1 without a pair.
+/// UPDATE: reads the panel and redraws. -1 without a pair.
 int GaborSetupUpdateCallback(Panel panel, ControlId control, Event event, long data);
 
 /// DEFAULTVALUE: colours, threshold and settings of the pair as at the start. Kept: width and exponent of the
-/// Gauss filter come out exchanged against those of a new pair, 3 and 0.5; a width above 1 leaves maps empty.
+/// Gauss filter are exchanged compared with those of a new pair, 3 and 0.5; a width above 1 leaves maps
+/// empty.
 int GaborDefaultCallback(Panel panel, ControlId control, Event event, long data);
 
 /// CLOSE, or closing the window: hides the panel.
 int GaborSetupCancelCallback(Panel panel, ControlId control, Event event, long data);
 
-/// The four colours, as they change.
+/// The four colours, on each change.
 int AdjustIntenseColor(Panel panel, ControlId control, Event event, long data);
 
 }  // namespace sondera

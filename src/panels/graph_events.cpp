@@ -25,14 +25,14 @@ int CursorCount(const GraphControl& graph) {
   return static_cast<int>(GraphOf(graph).cursors.size());
 }
 
-/// Window that a graph is, -1 for another graph.
+/// Window of a graph, -1 for another graph.
 int WindowOf(Panel panel, ControlId graph) {
   for (const int window : {kWindowA, kWindowB})
     if (&ControlsOfWindow(panel, window).graph == graph) return window;
   return -1;
 }
 
-/// Masks are drawn and picked on this graph, as it stands.
+/// Whether masks can be drawn and picked on this graph now.
 bool TakesMasks(Panel panel, int window) {
   const int type = GetCtrlVal(sasw::DISPATYPE);
   return panel == Panel::SASW && window == kWindowA && SelectedWindow(panel) != kWindowB &&
@@ -93,7 +93,7 @@ void PickMask(Panel panel, int window, double freq) {
   for (const int w : Windows(SelectedWindow(panel))) ShowReadOuts(ControlsOfWindow(panel, w));
 }
 
-/// Place on the axis that a share of it lies before.
+/// Position on the axis at a given share of its length.
 double ShareOfAxis(const GraphModel& graph, double share) {
   const AxisLimits axis = LimitsInForce(graph).x;
   if (graph.xAxis.logarithmic) return axis.min * std::pow(axis.max / axis.min, share);

@@ -1,4 +1,4 @@
-// hmsetup.cpp - the list of measurements. The texts remembered while one is being edited are in panels_state.h.
+// hmsetup.cpp - the list of measurements. The texts stored while one is being edited are in panels_state.h.
 #include "panels/hmsetup.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kLongestPrompt = 80;
 constexpr std::size_t kLongestID = 255;         // the file's text fields hold 256 bytes
-constexpr std::size_t kLongestProjectID = 247;  // behind it the file keeps four bars and a number
+constexpr std::size_t kLongestProjectID = 247;  // the file has four bars and a number after it
 
 void RefillLists() {
   FillMeasIDListBox(Panel::SASW, session.curProjID);

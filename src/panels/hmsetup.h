@@ -5,23 +5,23 @@
 
 namespace sondera {
 
-/// A measurement chosen in the list becomes the current one; its settings go to all dialogs. -1 when its
+/// A measurement chosen in the list becomes the current one; all dialogs show its settings. -1 when its
 /// hardware settings are missing.
 int UpdateMeasIDListCallback(Panel panel, ControlId control, Event event, long data);
 
-/// New project text: every measurement with the old text (remembered at focus in) gets the new one.
+/// New project text: every measurement with the old text (stored at focus in) gets the new one.
 int UpdateProjIDCallback(Panel panel, ControlId control, Event event, long data);
-/// New measurement text: the measurement with the text remembered at focus in gets the new one.
+/// New measurement text: the measurement with the text stored at focus in gets the new one.
 int UpdateMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Adds an empty measurement under an id that is asked for; a known id is refused.
+/// Asks for an id and adds an empty measurement; an existing id is refused.
 int AddMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 /// Buttons of the measurement page: "New" shows the hardware settings and adds a measurement, "Setup" shows them.
 int F1Callback(Panel panel, ControlId control, Event event, long data);
 int F2Callback(Panel panel, ControlId control, Event event, long data);
 /// Asks, then renames the current measurement.
 int RenameMeasIDCallback(Panel panel, ControlId control, Event event, long data);
-/// Asks, then removes the current measurement with its data and pairs; the last one stays.
+/// Asks, then removes the current measurement with its data and pairs; the last one cannot be removed.
 int UpdateRemoveMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 int RemoveMeasIDCallback(Panel panel, ControlId control, Event event, long data);
 

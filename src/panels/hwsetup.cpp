@@ -17,7 +17,7 @@ namespace {
 constexpr double kInputRangeShown = 5.0;  // V
 constexpr std::string_view kSetupTitle = "Hardware and Measurement Setup";
 
-/// Asks the board about its limits; without a board the session keeps those that it has.
+/// Asks the board for its limits; without a board the session keeps its own.
 void RefreshDeviceFacts() {
   if (GetNumListItems(devpanel::DEVICEID) > 0) ReadBoardLimits();
 }

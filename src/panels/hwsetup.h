@@ -12,8 +12,8 @@
 
 namespace sondera {
 
-/// First values of acquisition/first_settings.h, after asking the board about its limits, and the channel lists of
-/// the dialog.
+/// First values of acquisition/first_settings.h, after asking the board for its limits, and the channel lists
+/// of the dialog.
 void InitHWSetup(HWSetup& hw);
 
 /// Shows the hardware settings of a measurement in the dialog. An unknown measurement: nothing.
@@ -25,13 +25,14 @@ void FillInputChannelList(const HWSetup& hw);
 /// Shows coupling, grounding and range of one channel (from 0).
 void ShowInputChannel(const HWSetup& hw, int channel);
 
-/// Level, delay and slope of the trigger mean nothing in a free run.
+/// Level, delay and slope of the trigger have no meaning in a free run.
 void DimTriggerControls(bool freeRun);
-/// Whether the settings on display were checked with the board: the flag of the session, and the title of the dialog.
+/// Whether the displayed settings were checked with the board: the flag of the session, and the title of the
+/// dialog.
 void MarkChecked(bool checked);
 
-/// Refills a channel ring with labels from 1 and values from 0, behind an optional first item with the value -1. The
-/// ring keeps its value.
+/// Refills a channel ring with labels from 1 and values from 0, after an optional first item with the value
+/// -1. The ring keeps its value.
 void FillChannelRing(const RingControl& ring, int channels, std::string_view first = {});
 
 }  // namespace sondera

@@ -25,11 +25,11 @@ namespace {
 
 constexpr int kAllChannels = -1, kFreeRun = -1, kFixedChannels = 4;
 
-/// The settings as they stand in the dialog.
+/// The settings in the dialog.
 struct AskedSetup {
   int channels = 0, lines = 0, sensorType = 0, trigger = kFreeRun;
   double span = 0.0;
-  bool forAll = false;  // coupling, grounding and range on display are meant for every channel
+  bool forAll = false;  // the displayed coupling, grounding and range are for every channel
 };
 
 AskedSetup AskedSettings() {
@@ -45,7 +45,7 @@ AskedSetup AskedSettings() {
   return asked;
 }
 
-/// E and M series boards couple directly, and trigger on the first channel, or with several channels not at all.
+/// E and M series boards couple directly, and trigger on the first channel, with several channels not at all.
 void FollowBoardSeries(AskedSetup& asked) {
   using namespace hwsetup;
   const bool series = daq_category::IsDifferential(session.device.devCategory);
@@ -60,7 +60,7 @@ void FollowBoardSeries(AskedSetup& asked) {
   DimTriggerControls(asked.trigger < 0 || (series && several));
 }
 
-/// The measurement as it would be with the settings on display.
+/// The measurement with the displayed settings.
 HWSetup SetupAsked(const HWSetup& present, const AskedSetup& asked) {
   HWSetup hw = present;
   const auto n = static_cast<std::size_t>(std::max(asked.channels, 0));
@@ -87,7 +87,8 @@ HWSetup SetupAsked(const HWSetup& present, const AskedSetup& asked) {
   return hw;
 }
 
-/// What was checked goes into the record, with fresh zero data; with "All Channels" from the second channel on.
+/// Stores the checked settings in the record, with fresh zero data; with "All Channels" from the second
+/// channel on.
 void CommitSetup(HWSetup& hw, const AskedSetup& asked, const HWSetup& checked, const BoardGrant& grant) {
   hw.nLines = asked.lines;
   SetChannelCount(hw.key, asked.channels);
@@ -110,7 +111,7 @@ void CommitSetup(HWSetup& hw, const AskedSetup& asked, const HWSetup& checked, c
   FitSizes(hw.key);
 }
 
-/// Settings whose arrays find no room are not taken.
+/// Settings whose arrays do not fit in memory are not stored.
 void CommitOrRestore(const MeasRecords& records, const AskedSetup& asked, const HWSetup& checked,
                      const BoardGrant& grant) {
   const HWSetup before = *records.hwSetup;

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kAllChannels = -1;
 
-/// Stores what `store` takes from the controls, on commit.
+/// Stores the controls with `store`, on commit.
 template <class Store>
 int StoreField(Event event, Store store) {
   if (event != Event::Commit) return 0;
@@ -32,8 +32,8 @@ int StoreField(Event event, Store store) {
   return 0;
 }
 
-/// Changes the shape or the frequencies of a measurement: asks before data go, and puts the control back for a No.
-/// `wanted` false: nothing is to be changed.
+/// Changes the shape or the frequencies of a measurement: asks before it removes data, and restores the
+/// control after a No. `wanted` false: nothing is changed.
 template <class Change, class PutBack>
 int ChangeShape(const MeasRecords& records, bool wanted, Change change, PutBack putBack) {
   MarkChecked(false);

@@ -1,8 +1,8 @@
 // hwsetup_fields.h - the fields of the hardware setup. Each callback stores its control in the current measurement
 // and marks the settings as not checked.
 //
-// Number of channels, lines and span change what the data of the measurement mean: they ask before they remove any.
-// Without the records of a measurement every callback refuses with a message. Owns no state.
+// Number of channels, lines and span change the meaning of the measurement's data: they ask before they
+// remove any. Without the records of a measurement every callback refuses with a message. Owns no state.
 #pragma once
 
 #include <string>
@@ -12,14 +12,14 @@
 
 namespace sondera {
 
-/// Records of the current measurement. A message and hwPos below 1 when its hardware settings are not there.
+/// Records of the current measurement. A message and hwPos below 1 when its hardware settings are missing.
 MeasRecords CurrentSetup();
 
-/// Asks whether data may be removed; true at once for a measurement without any.
+/// Asks whether data may be removed; true at once for a measurement without data.
 bool MayRemoveData(int key);
 
-/// Refills every list of channels for a measurement: of both set-up pages and of the traces that show it. Fields keep
-/// their values where those are still there.
+/// Refills every list of channels for a measurement: of both set-up pages and of the traces that show it.
+/// Fields keep their values if these still exist.
 void RefillChannelLists(const MeasRecords& records);
 
 int UpdateNChannelsCallback(Panel panel, ControlId control, Event event, long data);   ///< NCHANNELS1
@@ -33,7 +33,7 @@ int UpdateInputChnlCallback(Panel panel, ControlId control, Event event, long da
 int UpdateInputChnlListCallback(Panel panel, ControlId control, Event event, long data);
 /// ACDC, GROUNDFLOAT and INPUTRANGE, for the channel in NCHANNELS4 or for all.
 int UpdateACDCsettingCallback(Panel panel, ControlId control, Event event, long data);
-/// Kept: a change of the grounding alone leaves the settings checked.
+/// Kept: after a change of the grounding only, the settings still count as checked.
 int UpdateGFsettingCallback(Panel panel, ControlId control, Event event, long data);
 int UpdateInputRangeCallback(Panel panel, ControlId control, Event event, long data);
 int InputChnlUpdateCallback(Panel panel, ControlId control, Event event, long data);  ///< INPUTCHNLUPDATE
@@ -48,7 +48,7 @@ int UpdateNoAverageCallback(Panel panel, ControlId control, Event event, long da
 /// PREVIEW_ONOFF: of the session, not of the measurement.
 int PreviewOnoffCallback(Panel panel, ControlId control, Event event, long data);
 
-// Without effect, bound to no control.
+// Without effect; no control calls it.
 int UpdateVoltUnitCallback(Panel panel, ControlId control, Event event, long data);
 int SetupDeltaXCallback(Panel panel, ControlId control, Event event, long data);
 int SASWwriteCallback(Panel panel, ControlId control, Event event, long data);

@@ -25,12 +25,12 @@ namespace {
 constexpr OffsetMatrix<double> InvRecord::*kProfileTables[] = {
     &InvRecord::H, &InvRecord::Vp, &InvRecord::Vs, &InvRecord::density, &InvRecord::nu, &InvRecord::damping};
 
-/// A list may name, and a counter claim, what a damaged file does not have.
+/// Because of a damaged file, a list or a counter may refer to missing data.
 bool IsStored(const InvRecord& r, int entry) {
   return r.nLayers > 0 && entry <= r.H.rowHi() && r.nLayers <= r.H.colHi();
 }
 
-/// Density and Poisson's ratio by Vs, for the panel's record and the profile that it was copied from.
+/// Density and Poisson's ratio from Vs, for the panel's record and the profile that it was copied from.
 void UpdateDensityAndNu(InvRecord& r, int entry) {
   const LengthUnit unit = UnitOfLength();
   for (int i = 0; i < FModelParam.nLayers; ++i) {

@@ -1,5 +1,5 @@
-// inversion_entries.h - the layers of stored profiles as settings of a run, and room for the entries that a run is
-// going to write.
+// inversion_entries.h - the layers of stored profiles as settings of a run, and space for the entries of a
+// run.
 //
 // Callers: the session of the inversion. Owned state: none.
 #pragma once
@@ -9,17 +9,17 @@
 
 namespace sondera {
 
-/// Layers of the profile `index` (at or above 0 of InvParam, below 0 of SMPParam) into a settings record,
-/// which grows where it is too small.
+/// Copies the layers of the profile `index` (at or above 0 of InvParam, below 0 of SMPParam) to a settings
+/// record, which grows if it is too small.
 /// @return 0; -1 after a message when that profile is not stored
 [[nodiscard]] int TakeProfile(int index, ModelRecord& to);
 
-/// Room for entries 0..entries of a record as it is, contents kept.
+/// Allocates entries 0..entries of an existing record, contents kept.
 /// @return 0; -1 after a message when the tables would be too large: nothing changed
 [[nodiscard]] int RoomForEntries(InvRecord& record, int entries);
 
-/// Settings of an inversion: those of FModelParam with the layers of profile InvParam.iSelected, 0 for its own.
-/// FModelParam keeps its layers.
+/// Settings of an inversion: those of FModelParam with the layers of profile InvParam.iSelected, 0 for its
+/// own. FModelParam keeps its layers.
 /// @return 0; -1 after a message when that profile is not stored
 [[nodiscard]] int TakeStartingModel(ModelRecord& start);
 

@@ -39,7 +39,7 @@ class WaitCursor {
   WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
-/// The boxes of a run, and the lists and plots that an iteration goes to.
+/// The boxes of a run, and the lists and plots that each iteration updates.
 class InversionBoxes : public RunBoxes {
  public:
   void Stored(int iteration) override {
@@ -54,8 +54,8 @@ class InversionBoxes : public RunBoxes {
   }
 };
 
-/// The choice of INV_SMP, and the checks of the panel of the forward model on the layers of that model. Changes on that
-/// panel that nobody has taken to the record are lost.
+/// The choice of INV_SMP, and the checks of the forward-model panel on the layers of that model. Changes on
+/// that panel that are not in the record are lost.
 int CheckStartingModel() {
   InvParam.iSelected = GetCtrlVal(inversion::INV_SMP);
   if (InvParam.iSelected == 0) {
@@ -64,21 +64,21 @@ int CheckStartingModel() {
   }
   ModelRecord start;
   const int stored = TakeStartingModel(start);
-  if (stored == 0) RoomForLayers(FModelParam, start.nLayers);  // its capacity goes to the project file
+  if (stored == 0) RoomForLayers(FModelParam, start.nLayers);  // its capacity is stored in the project file
   SetFModelParam_AS();
   if (stored < 0) return -1;
   GetAnalysisAndMesh();
   return CheckLayerTable(start) == 0 && GetFModelParam_RD() == 0 ? 0 : -1;
 }
 
-/// Room for the counters as they stand. FS_UpdateINVarray alone would make the tables anew, and with them
-/// lose an iteration that this run is to begin from.
+/// Space for the present counters. FS_UpdateINVarray alone would make the tables anew, and so lose an
+/// iteration that is the start of this run.
 int UpdateTables() {
   if (RoomForEntries(InvParam, InvParam.nEntries) < 0) return -1;
   return ShowRefusal(FS_UpdateINVarray());
 }
 
-/// NITER and MODELPARM. Without iterations the record stays: what it holds is still there to be saved.
+/// NITER and MODELPARM. Without iterations the record stays: its contents can still be saved.
 int TakeIterations() {
   const int wanted = GetCtrlVal(inversion::NITER);
   if (wanted <= 0) return Refuse("Please enter the number of iterations.");
@@ -111,7 +111,7 @@ void SelectCurveDisplay() {
   SetCtrlIndex(exdthd::ARRAYDISPID, 0);
 }
 
-/// Room in InvParam for all that the run is going to write, so that no iteration ends for want of it.
+/// Space in InvParam for all results of the run, so that no iteration fails because of it.
 int MakeRoomForResults(const ModelRecord& m) {
   const bool global = m.dispCurvType == kGlobalCurve;
   return ShowRefusal(MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers,
@@ -129,8 +129,8 @@ int SetUpRun() {
   return FS_AllocMemoryBlocks(start);
 }
 
-/// What the lists of entries name, to be put back when a run ends before it has an entry of its own: the
-/// former run's results are all there then.
+/// Contents of the entry lists, to be restored when a run ends before it has an entry of its own: then the
+/// former run's results are all still there.
 class EntryLists {
  public:
   EntryLists() {
@@ -170,7 +170,7 @@ class EntryLists {
   List iterations_, profiles_, starts_;
 };
 
-/// The run, with the lists to put back if it never gets an entry.
+/// The run; restores the lists if it made no entry.
 int RunWithFormerLists(const EntryLists& former) {
   const int ready = SetUpRun();
   const int result = ready < 0 ? -1 : FS_RunIAnal();
@@ -178,7 +178,7 @@ int RunWithFormerLists(const EntryLists& former) {
     former.PutBack();
   } else {
     panelsState.lastStartHasEntries = true;
-    InvParam.iSelected = 0;  // the lists are new, and so is what their numbers stand for
+    InvParam.iSelected = 0;  // the lists are new, and so are the entries of their numbers
   }
   return result;
 }

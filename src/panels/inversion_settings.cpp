@@ -1,5 +1,5 @@
-// inversion_settings.cpp - the panel of the inversion: settings between panel and records, which controls are live;
-// see inversion.h.
+// inversion_settings.cpp - the panel of the inversion: settings between panel and records, and which controls
+// are enabled; see inversion.h.
 #include <algorithm>
 #include <cstddef>
 
@@ -25,7 +25,7 @@ using namespace inversion;
 constexpr int kInversionFace = 2;  // value of FMDORINV
 constexpr int kUnitWeights = -1, kByFactor = 1;
 
-/// After a project whose records could not be read, the record that is missing starts afresh.
+/// After a project whose records could not be read, the missing record is reset.
 void RestoreMissingRecord() {
   if (InvParam.maxLayers > 0) return;
   const InvRecord profiles = SMPParam;
@@ -62,7 +62,7 @@ int SeedGivenModel() {
   return 0;
 }
 
-/// Largest numbers of the iterations and of the starting profiles that the list of the results page names.
+/// Largest numbers of the iterations and of the starting profiles in the list of the results page.
 struct Listed {
   int iterations = 0, profiles = 0;
 };
@@ -159,7 +159,7 @@ int RunInvAnalCallback(Panel panel, ControlId control, Event event, long data) {
 
 int InvAnalCloseCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
-  // The project file holds as many entries as the records want: a smaller number on a panel that was closed
+  // The project file stores the number of entries in the records: a smaller number on a panel that was closed
   // without a run must not drop results that are still listed.
   const Listed listed = ListedEntries();
   const int iterations = InvParam.nEntries, profiles = SMPParam.nEntries;

@@ -32,7 +32,7 @@ constexpr int kArrayCurves = 2;  // GLOBAL_ARRAY
 
 // ---- table of layers --------------------------------------------------------------------------------
 
-/// Layers from the table as they are.
+/// Layers from the table without change.
 int TakeTable(Layering& layers) {
   if (Commit(fmodeling::NLAYERS) < 0) return -1;
   const int n = GetCtrlVal(fmodeling::NLAYERS);
@@ -110,7 +110,7 @@ EvaluationEnd Evaluate() {
   steps.done = [](int k) {
     ListSlot(k);
     DrawSideGraph(-k);
-    return sweepState.refusal.empty();  // said once, not for every ratio
+    return sweepState.refusal.empty();  // shown once, not for every ratio
   };
   RunBoxes boxes;
   EvaluationEnd end = EvaluateRatios(ratios, FModelParam, SMPParam, steps, boxes);

@@ -1,4 +1,4 @@
-// irfsetpnl.cpp - shows and takes the windows of the impulse response filtration. See irfsetpnl.h.
+// irfsetpnl.cpp - shows and reads the windows of the impulse response filtration. See irfsetpnl.h.
 #include "panels/irfsetpnl.h"
 
 #include <cmath>
@@ -22,8 +22,8 @@ namespace {
 
 constexpr int kMaskingPage = 1;
 constexpr double kShownForNoDelay = 50000.0;  // m/s; a window that begins at once
-constexpr double kRounding = 1e-12;  // a time that went through its velocity comes back equal up to rounding
-constexpr double kShownByApply = 250000.0;  // the same where Apply shows the velocities of typed times
+constexpr double kRounding = 1e-12;         // a time converted to a velocity and back is equal up to rounding
+constexpr double kShownByApply = 250000.0;  // the same where Apply shows the velocities of entered times
 
 using Fields = const NumericControl* [5];  // 1 to 4
 const Fields kSmT = {nullptr, &irfsetpnl::SMIRF_T1, &irfsetpnl::SMIRF_T2, &irfsetpnl::SMIRF_T3,
@@ -49,8 +49,8 @@ void Show(const Fields& fields, const WindowFour& values) {
 
 // --- which pair ---
 
-/// The measurement and channels that IRFSETPNL shows are the session's selection while this lives, so that
-/// routines called for Panel::IRFSETPNL work on them. The current measurement comes back; the channels stay
+/// While this object lives, measurement and channels of IRFSETPNL are the session's selection, so that
+/// routines called for Panel::IRFSETPNL work on them. The current measurement is restored; the channels stay
 /// selected.
 class PanelPairScope {
  public:
@@ -99,7 +99,7 @@ WindowFour VelocitiesOf(double spacing, const WindowFour& times, double velScale
   return velocities;
 }
 
-/// Shows the windows of a pair, which is made when missing. False without a measurement that can have it.
+/// Shows the windows of a pair, which is created when missing. False if the measurement allows no pair.
 bool ShowWindows(CurrentPair current, bool signedSpacing, const char* lengthFormat) {
   IrfGeometry g;
   if (!GetIrfGeometry(current, g)) return false;
@@ -136,7 +136,7 @@ bool Descending(const WindowFour& v) {
   return v[1] >= v[2] && v[2] >= v[3] && v[3] >= v[4];
 }
 
-/// Delays of a set of velocities; a velocity of 0 or less stands for no delay.
+/// Delays of a set of velocities; a velocity of 0 or less means no delay.
 WindowFour DelaysOf(double spacing, const WindowFour& velocities) {
   WindowFour times{};
   for (std::size_t k = 1; k <= 4; ++k)
@@ -144,7 +144,7 @@ WindowFour DelaysOf(double spacing, const WindowFour& velocities) {
   return times;
 }
 
-/// True for times that a window can have; says what is wrong otherwise.
+/// True for valid times of a window; otherwise a message.
 bool WithinRecord(const WindowFour& bb, const WindowFour& en, double total) {
   const double longest = total * (1.0 + kRounding);
   for (const WindowFour* times : {&bb, &en})
@@ -163,7 +163,7 @@ void MirrorLowPass(WindowFour& times, double total) {
   times[4] = total - times[1];
 }
 
-/// Stores both windows in the pair on display and brings everything that hangs on them up to date.
+/// Stores both windows in the pair on display and updates all data that depend on them.
 int StoreWindows(PMeasInfo& pair, WindowFour bb, WindowFour en, double total, const Fields& shownTimes) {
   if (!WithinRecord(bb, en, total)) return -1;
   pair.irfMode = GetCtrlVal(irfsetpnl::IRFMODE);
@@ -239,8 +239,7 @@ int UpdateIrfParamCallback(Panel, ControlId, Event event, long) {
   pair.irfMode = GetCtrlVal(irfsetpnl::IRFMODE);
   pair.enT = Read(kSmT);
   for (std::size_t k = 1; k <= 4; ++k) {
-    const double guard =
-        pair.enT[k == 4 ? 3 : k];  // Kept: so a T4 of 0 behind a positive T3 shows an infinity
+    const double guard = pair.enT[k == 4 ? 3 : k];  // Kept: so a T4 of 0 after a positive T3 shows infinity
     SetCtrlVal(*kSmV[k], guard > 0.0 ? std::fabs(g.spacing) / pair.enT[k] : kShownByApply);
   }
   CalcIRF(0, Panel::IRFSETPNL);

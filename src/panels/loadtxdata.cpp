@@ -1,6 +1,6 @@
 // loadtxdata.cpp - see loadtxdata.h. Owns no state; the entries live in the controls of the dialog.
-// Rows: the first file needed always stands in the first row (FNAMESRC). Which channel it belongs to shows in
-// its label only, which counts as the theory does: H21 is receiver 2 over receiver 1, index 0 is the source.
+// Rows: the first required file is always in the first row (FNAMESRC). Only its label shows which channel it
+// belongs to; it counts as in the theory: H21 is receiver 2 over receiver 1, index 0 is the source.
 #include "panels/loadtxdata.h"
 
 #include <algorithm>
@@ -90,18 +90,18 @@ std::string RowLabel(ImportKind kind, int index, bool source) {
   if (kind == ImportKind::TimeHistory) return FormatText("- Ch%2d: ", index);
   if (!IsCrossSpectrum(kind)) return FormatText("- H%d%d: ", index, source ? 0 : 1);
   if (!source) return FormatText("- G%d%d: ", index, 1);
-  // G00 and G11 are auto spectra; from G10 on the number of the receiver runs one behind the index.
+  // G00 and G11 are auto spectra; from G10 on the number of the receiver is one less than the index.
   return index < kSourceRows ? FormatText("- G%d%d: ", index, index) : FormatText("- G%d%d: ", index - 1, 0);
 }
 
 void ShowGroupLabel(ImportKind kind) {
   SetCtrlVal(TEXTMSG_39, kKindTexts[static_cast<std::size_t>(kind)].group);
-  // Kept: cross spectra leave the label of the kind behind them standing.
+  // Kept: cross spectra do not change the label of the kind.
   if (kind == ImportKind::CrossSpectrum)
     SetCtrlVal(TEXTMSG_39, kKindTexts[static_cast<std::size_t>(ImportKind::TransferFunction58)].group);
 }
 
-/// Files and locations as they stand in the rows of the dialog.
+/// Files and locations in the rows of the dialog.
 ImportRequest ReadDialog(ImportKind kind) {
   ImportRequest request;
   request.measID = GetCtrlVal(MEASID);
@@ -122,7 +122,7 @@ bool HasEmptyRow(const ImportRequest& request) {
                      [](const std::string& f) { return f.empty(); });
 }
 
-/// Receivers move away from the source, steadily and in one direction: every gap goes the way of the first.
+/// Receivers must move away from the source in one direction: every gap has the sign of the first.
 bool LocationsAreValid(const ImportRequest& request) {
   if (request.nChannels > kMostReceivers) return false;
   const std::vector<double>& at = request.locations;
@@ -165,7 +165,7 @@ void SetSessionUnit(double unit) {
   UpdateMajorUnitRoutine(oldUnit);
 }
 
-/// After a refusal the session goes on with the measurement that is selected, and so with its unit.
+/// After a refusal the session continues with the selected measurement, and so with its unit.
 void RestoreUnit(double unitBefore) {
   MeasRecords records;
   const bool selected = GetInfoFromKey(GetKeyFromID(session.curProjID, session.curMeasID), records) != -1;
@@ -254,7 +254,7 @@ int LoadTextDataCallback(Panel, ControlId, Event event, long) {
   if (request.measID.empty()) return Refuse("Empty ID String !");
   if (request.nChannels < 1)
     return Refuse(import_text::CannotRead("There is no receiver to read a file for."));
-  // A cross spectrum that is missing means something to its readers.
+  // A missing cross spectrum has a meaning for its readers.
   if (!IsCrossSpectrum(kind) && HasEmptyRow(request))
     return Refuse(import_text::CannotRead("A row has no file name."));
   const double unitBefore = session.lengthUnit;

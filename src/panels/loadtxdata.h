@@ -1,5 +1,5 @@
-// loadtxdata.h - the dialog "Load Measurement Data (Text Format)": lays out its rows for the kind of data, checks
-// what was entered, and hands it to the reader of that kind.
+// loadtxdata.h - the dialog "Load Measurement Data (Text Format)": arranges its rows for the kind of data,
+// checks the entries, and passes them to the reader of that kind.
 //
 // Callbacks act on the commit event and return 0, or -1 when they refused or failed; other events return 0.
 #pragma once
@@ -22,19 +22,19 @@ enum class ImportKind : int {
 int Load_TwoChnlDataCallback(Panel panel, ControlId control, Event event, long data);
 /// Hides the dialog.
 int LoadTxDataCancelCallback(Panel panel, ControlId control, Event event, long data);
-/// Lay out the rows anew.
+/// Arrange the rows again.
 int DataTypeCallback(Panel panel, ControlId control, Event event, long data);
 int NoChannelsCallback(Panel panel, ControlId control, Event event, long data);
 int SRCINSTRUMENTED(Panel panel, ControlId control, Event event, long data);
 /// Asks for the file of the row whose button was pressed.
 int FileOpenCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Checks the entries and imports: the session takes the length unit, the wavelength criterion and the
-/// velocities of the site, the measurement is made or overwritten and shown.
+/// Checks the entries and imports: sets the session's length unit, wavelength criterion and velocities of the
+/// site, makes or overwrites the measurement and shows it.
 int LoadTextDataCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Shows as many file rows as the kind of data needs for n receivers, with their labels, and the locations of
-/// source and n receivers, which become 0. Ten files and nine locations have a row.
+/// Shows the file rows that the kind of data needs for n receivers, with their labels, and the locations of
+/// source and n receivers, which become 0. There are rows for ten files and nine locations.
 void UpdateLoadTextData(int n);
 
 /// Shows the session's length unit where it is displayed. Changes no data.

@@ -20,7 +20,7 @@ namespace {
 constexpr int kMaskingPage = 1;  // page of DoPlotting
 constexpr int kBothTraces = 2;
 
-/// Where a measurement stands among those of its project, from 0; -1 when it is not listed.
+/// Position of a measurement among those of its project, from 0; -1 when it is not listed.
 int ListIndexOf(const std::string& projID, int key) {
   int index = 0;
   for (const MeasSetup& ms : MeasDB.measSetupList) {
@@ -32,7 +32,7 @@ int ListIndexOf(const std::string& projID, int key) {
   return -1;
 }
 
-/// Completes the request from the panels, imports, and shows the outcome.
+/// Completes the request from the panels, imports, and shows the result.
 template <class Import>
 int Run(ImportRequest& request, Import import) {
   request.projID = GetCtrlVal(hmsetup::PROJID);

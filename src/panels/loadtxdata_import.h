@@ -1,5 +1,5 @@
-// loadtxdata_import.h - imports as the panels start them: takes the project from the setup dialog, asks before it
-// overwrites, and shows what came of it.
+// loadtxdata_import.h - imports from the panels: reads the project from the setup dialog, asks before it
+// overwrites, and shows the result.
 //
 // Callers: the dialog of the import, the readers of other files, tests. The Load... functions return 0, or -1 after one
 // message; no message when the question about overwriting was answered no. Owns no state.
@@ -24,12 +24,12 @@ std::string LoadShots(ShotRequest request, const ShotPlan& plan, std::vector<std
 /// "The same measurement ID is in the list. Overwrite it ?"
 bool AskToOverwrite();
 
-/// Makes a measurement of the current project the one shown: set-up dialogs, both traces, graphs.
+/// Shows a measurement of the current project: set-up dialogs, both traces, graphs.
 void ShowMeasurement(const std::string& measID);
 
 /// Removes a measurement after a failed import: data, setups, pairs, identity. Refills the lists, selects the
-/// measurement before it (the first, when it was the first; nothing, when it was the only one) and refreshes
-/// the title.
+/// measurement before it (if it was the first: the new first one; if it was the only one: nothing) and
+/// updates the title.
 void TrimDataBase(const std::string& projID, const std::string& measID);
 
 }  // namespace sondera

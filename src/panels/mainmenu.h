@@ -1,5 +1,5 @@
-// mainmenu.h - the menu items that bring up a page of the main window or a tab of the setup dialog, and what their
-// titles say. No state.
+// mainmenu.h - the menu items that show a page of the main window or a tab of the setup dialog, and the
+// titles. No state.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ int SetupModeCallback(Panel panel, ControlId control, Event event, long data);
 int SetupHDWareCallback(Panel panel, ControlId control, Event event, long data);
 int SetupMeasSetupCallback(Panel panel, ControlId control, Event event, long data);
 
-/// Shows one page of the main window in place of the others, under a title.
+/// Shows one page of the main window instead of the others, under a title.
 void ShowPage(Panel page, const std::string& title);
 /// "app - file [what]", the title of a page.
 std::string PageTitle(const char* what);

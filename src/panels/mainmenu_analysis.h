@@ -1,4 +1,4 @@
-// mainmenu_analysis.h - menu File: masks, pair records and representative curves as a file of their own (".ia").
+// mainmenu_analysis.h - menu File: masks, pair records and representative curves in a separate file (".ia").
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@ namespace sondera {
 
 /// Writes the ".ia" file (project/analysis_section.h). 0, or -1 after a message.
 int SaveAnalysis(const std::string& path);
-/// Reads an ".ia" file; what is wrong with it is said in one message at the end. 0; -1 when it could not be
-/// read, or not whole.
+/// Reads an ".ia" file; one message at the end describes problems. 0; -1 when it could not be read, or not
+/// completely.
 int LoadAnalysis(const std::string& path);
 
 /// Menu items: dialog, question about an existing file, save or load.

@@ -11,7 +11,7 @@ namespace sondera {
 /// Loads the curves of a file (project/exd_files.h). Returns 0; -1 after one message ("Error in reading the file."
 /// when it cannot be opened).
 int LoadExdData(const std::string& path, const std::string& fname);
-/// The same from an open text; what was wrong comes back as sentences, "" for nothing.
+/// The same from an open text; returns sentences about problems, "" for none.
 std::string ReadExdCurves(TextReader& text, const std::string& fname);
 
 /// Writes the curve of every included pair. -1 after one message.

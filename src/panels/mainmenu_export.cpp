@@ -18,7 +18,7 @@ namespace {
 
 constexpr char kOverwrite[] = "File already exists. Do you want to overwrite it ?";
 
-/// The pair's record, made when there is none. While it is made its trace is the selected one, since the
+/// The pair's record, created when there is none. Meanwhile its trace is the selected one, since the
 /// filtration works on that.
 PMeasInfo* PairOf(const MeasRecords& r, int key, int refChan, int dspChan, Trace trace) {
   PMeasInfo* pair = FindPair(key, refChan, dspChan);
@@ -30,7 +30,7 @@ PMeasInfo* PairOf(const MeasRecords& r, int key, int refChan, int dspChan, Trace
   return pair;
 }
 
-/// Name from the dialog; empty after a cancel, or when something that exists is to stay.
+/// Name from the dialog; empty after a cancel, or when an existing file must stay.
 std::string AskForName(const std::string& display, const TraceExport& exported) {
   const FileChoice choice = FileSelectPopup(
       {ProjectDirectory(), "*." + exported.files.front().ext, "Save the Data on Display " + display, true});

@@ -1,4 +1,4 @@
-// mainmenu_export.h - menu File, Export: what is on a trace of the masking page, as text for other programs.
+// mainmenu_export.h - menu File, Export: writes a trace of the masking page as text for other programs.
 //
 // Callers: the menu, the command line's and the script's `export`. Owns no state.
 #pragma once
@@ -12,9 +12,9 @@ namespace sondera {
 
 /// Writes the file or files of a display type (0 to 10) for the measurement on a trace (project/trace_export.h).
 /// @param[in] refChan, dspChan  pair, channels from 0
-/// @param[in] label  "A" or "B": the trace whose measurement it is
-/// @param[in] name   name whose extension is replaced. Empty: a dialog asks for it, and files that exist are
-///                   asked about; given, they are overwritten
+/// @param[in] label  "A" or "B": the trace of the measurement
+/// @param[in] name   name whose extension is replaced. Empty: a dialog asks for it, and before existing files
+///                   are overwritten; given, they are overwritten
 /// Returns 0; -1 after a cancel or one message.
 int SaveTraceData(int refChan, int dspChan, int type, std::string_view label, const std::string& name);
 

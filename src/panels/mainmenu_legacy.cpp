@@ -28,7 +28,7 @@ bool OpenOrTell(SectionReader& file, const std::string& path) {
   return false;
 }
 
-/// 0, or the message of a file that met trouble and -1.
+/// 0; or a message for a file with problems, and -1.
 int Outcome(const std::string& path, const SectionReader& file) {
   return TellOutcome("The file " + path + " was not read whole. " + file.Trouble(), file);
 }
@@ -87,7 +87,7 @@ int Load_PrevRawDataCallback(Panel, ControlId, Event event, long) {
   if (choice.answer == FileAnswer::IsNew) return Refuse(kNotThere);
   SectionReader file;
   if (choice.answer != FileAnswer::Exists || !OpenOrTell(file, choice.path)) return -1;
-  // Without whole setups nobody knows the shape of the data.
+  // Without complete setups the shape of the data is unknown.
   if (LoadMHWSetup(PlaceFileExtName(choice.path, "sms")) < 0) return -1;
   SetWaitCursor(true);
   ReadLegacyRawData(file);

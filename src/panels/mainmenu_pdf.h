@@ -1,4 +1,4 @@
-// mainmenu_pdf.h - the PDF report of the open project: gathers its contents, asks once for the texts that stand on it.
+// mainmenu_pdf.h - the PDF report of the open project: collects its contents, asks once for its texts.
 //
 // Callers: menu File, Plot to PostScript File, Whole Report, for a name that ends with .pdf; the command line's --report;
 // the script's `report`. Owns no state.
@@ -14,17 +14,18 @@ namespace sondera {
 
 struct PdfWishes {
   Paper paper = Paper::A4;
-  std::optional<int> entry = {};  ///< iteration that the report is of; the last stored one without it
+  std::optional<int> entry = {};  ///< iteration of the report; the last stored one by default
 };
 
-/// Everything that the report shows, with the doubts about the results.
+/// All contents of the report, with the doubts about the results.
 Refusal CollectPdfReport(const PdfWishes& wishes, PdfReport& report);
 
 /// Writes it. @return 0; -1 after a message
 int PrintPdfReport(const std::string& path, const PdfWishes& wishes);
 
-/// Asks for title, site, client, operator and date, and keeps them beside the project. Only where they were never asked for
-/// and the project has a file. A cancel ends the questions; what was answered until then counts.
+/// Asks for title, site, client, operator and date, and stores them beside the project; only if they were
+/// never asked for and the project has a file. A cancel ends the questions; the answers given before it are
+/// used.
 void AskForSiteTexts();
 
 }  // namespace sondera

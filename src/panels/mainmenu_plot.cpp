@@ -49,7 +49,7 @@ bool IsProjectFile(const std::string& path) {
           std::filesystem::equivalent(path, session.projectFileName, error));
 }
 
-/// Says once what a whole report will have no pages for.
+/// One message for each kind of pages that a whole report will not have.
 void TellWhatIsMissing(const ReportInput& input) {
   for (const ReportKind kind : {ReportKind::dispersion, ReportKind::results}) {
     const std::string nothing = NothingToShow(kind, input);

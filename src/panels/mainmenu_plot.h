@@ -11,14 +11,14 @@
 
 namespace sondera {
 
-/// Whether a name asks for the PDF report.
+/// Whether a name selects the PDF report.
 bool IsPdfName(const std::string& path);
 
 /// Writes a report of the project; for the whole report a name that ends with .pdf gives the PDF report
-/// (mainmenu_pdf.h). What the whole report has no pages for is said in a message box each, before the
-/// file is begun.
+/// (mainmenu_pdf.h). Before the file is begun, a message box names each kind of pages that the whole report
+/// will not have.
 /// @param name  file. Empty: a dialog asks for it, and a name without extension gets ".ps"
-/// @return 0; -1 after a cancel, or after a message when nothing is there to show or the file was not written
+/// @return 0; -1 after a cancel, or after a message when there is nothing to show or the file was not written
 /// @param wishes  of the PDF report
 int PrintReport(ReportKind kind, const std::string& name, const PdfWishes& wishes = {});
 

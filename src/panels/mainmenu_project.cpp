@@ -38,14 +38,13 @@ constexpr int kBothTraces = 2;
 constexpr char kFilter[] = "*.da";
 constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
 
-/// Brings the lists of results, the curve lists and the panel of the forward model up to date with the records. A run
-/// takes the panel's layers: it must not keep those of the former project.
+/// Updates the lists of results, the curve lists and the panel of the forward model from the records. A run
+/// reads the panel's layers: they must not be those of the former project.
 void ShowModels(const EntryNumbers& entries, bool whole) {
   ShowEntryLists(entries);
   if (whole) {
-    // Every run makes the twin ready for itself, which empties its curves. Here the lists are what is wanted:
-    // the curves of the last run are in the file to be seen again, and the next save has to write the same
-    // bytes.
+    // Every run prepares TheoDispInfo itself, which empties its curves. Here only the lists are needed: the
+    // curves of the last run are in the file to be seen again, and the next save must write the same bytes.
     ModelRecord read = TheoDispInfo;
     static_cast<void>(ResetTheoDispInfo());
     TheoDispInfo = std::move(read);
@@ -58,7 +57,7 @@ void DeleteAllPlots(Panel panel) {
     if (control->kind == ControlKind::Graph) DeleteGraphPlot(static_cast<const GraphControl&>(*control));
 }
 
-/// No list names, and no graph shows, what is no longer there.
+/// No list names, and no graph shows, data that no longer exist.
 void ShowEmptyPages() {
   ForgetUndo();
   for (const RingControl* ring :
@@ -86,7 +85,7 @@ bool HasPlaces(const MeasRecords& r) {
                                                     [](double v) { return v != 0.0; }));
 }
 
-/// The first measurement of a file is shown; an empty one gives way to the first with data.
+/// The first measurement of a file is shown; if it is empty, the first one with data.
 void ShowMeasurementWithData() {
   MeasRecords shown;
   if (GetInfoFromKey(GetKeyFromID(session.curProjID, session.curMeasID), shown) == -1) return;
@@ -100,14 +99,14 @@ void ShowMeasurementWithData() {
   }
 }
 
-/// Reads session.projectFileName. A file that cannot be opened leaves an empty project; when it is there all
-/// the same, that project has no name.
+/// Reads session.projectFileName. A file that cannot be opened leaves an empty project; if the file exists,
+/// that project has no name.
 int LoadProject() {
   const std::string path = session.projectFileName;
   ForgetUndo();
   ProcessSystemEvents();
   session.fileKeyList.clear();
-  // Until the end of the load has been reached, there is more in the file than in memory.
+  // Until the end of the load, the file contains more than the memory.
   session.readInPart = MayExist(path);
   ForgetDamagedProject();
   if (session.readInPart) RememberDamagedProject(path);
@@ -145,7 +144,7 @@ std::uint64_t DigestOfProject() {
   return digest.Digest();
 }
 
-/// A save that runs out of memory has failed like any other.
+/// A save that runs out of memory fails like any other.
 template <class Save>
 bool WithMemory(std::string& reason, Save save) try {
   return save();
@@ -154,7 +153,7 @@ bool WithMemory(std::string& reason, Save save) try {
   return false;
 }
 
-/// Steps common to both saves, once the name is settled and may be written.
+/// Common steps of both saves, once the name is chosen and may be written.
 int SaveProject(bool backUp) {
   const std::string path = session.projectFileName;
   std::string noBackup, reason;
@@ -251,7 +250,7 @@ int OpenFileProc(const std::string& path, OpenFor purpose) {
   }
   EmptyProjectLists();
   const FileChoice choice = FileSelectPopup({ProjectDirectory(), kFilter, "File Open", false});
-  LeaveProjectFile();  // after a cancel the empty project must not go into the old file
+  LeaveProjectFile();  // after a cancel the empty project must not replace the old file
   if (choice.answer == FileAnswer::Exists && !mayOpen(choice.path)) return Refuse(reason + ".");
   session.projectFileName = choice.path;
   if (choice.answer == FileAnswer::Exists) return LoadProject();
@@ -323,7 +322,7 @@ int NewMeasurementCallback(Panel, ControlId, Event event, long) {
     if (!ConfirmPopup(session.appTitle, kRemoveAll)) return -1;
     EmptyProjectLists();
   }
-  ConfirmPopup(session.appTitle, kRemoveAll);  // Kept: asked again, whatever the answer
+  ConfirmPopup(session.appTitle, kRemoveAll);  // Kept: asked again, after every answer
   ShowEmptyPages();
   SetActiveTabPage(Panel::PANEL, 0);
   DisplayPanel(Panel::MEASPANEL);

@@ -29,7 +29,7 @@ std::string NameForPicture(const std::string& title) {
   return FileNameOf(choice.path).find('.') == std::string::npos ? choice.path + ".pdf" : choice.path;
 }
 
-/// The graphs as one picture, of the kind that the chosen name ends with.
+/// The graphs in one picture, of the kind that the chosen name ends with.
 int SavePicture(const std::string& title, const std::vector<ControlId>& graphs, FigureLayout layout) {
   const std::string path = NameForPicture(title);
   if (path.empty()) return -1;
@@ -40,7 +40,7 @@ int SavePicture(const std::string& title, const std::vector<ControlId>& graphs, 
   return ShowRefusal(WriteFigures(models, path, layout));
 }
 
-/// The caption of the menu item is the title of the print. A front end that does not print saves a picture.
+/// The caption of the menu item is the title of the print. A front end without printing saves a picture.
 int Print(ControlId item, Event event, Panel panel, std::vector<ControlId> graphs,
           FigureLayout layout = FigureLayout::Stacked) {
   if (event != Event::Commit) return 0;

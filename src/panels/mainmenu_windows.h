@@ -1,6 +1,6 @@
-// mainmenu_windows.h - menu items that need a person's windows: printing of pages and graphs, the manual, the about box.
-// The front end does it (FrontEnd::print, showManual). One that does not print saves the graphs as a picture, .pdf, .svg
-// or .png, whose name is asked for; one without a manual says so. No state.
+// mainmenu_windows.h - menu items that need windows: printing of pages and graphs, the manual, the about box.
+// The front end does it (FrontEnd::print, showManual). One without printing asks for a name and saves the
+// graphs as a picture, .pdf, .svg or .png; one without a manual shows a message. No state.
 #pragma once
 
 #include "runtime/controls.h"

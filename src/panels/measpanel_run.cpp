@@ -23,7 +23,7 @@ namespace {
 constexpr const char* kRunning = "Measurement is running...";
 constexpr int kMeasurementPage = 0;
 
-/// Fills the page and lets events in.
+/// Fills the page and processes events.
 class PageListener : public MeasListener {
  public:
   bool Poll() override {
@@ -42,7 +42,7 @@ class PageListener : public MeasListener {
   void Redraw() override { DoPlotting(kMeasurementPage); }
 };
 
-/// The page and the controls of a run, from its begin to whatever end.
+/// The page and the controls of a run, from its start to its end of any kind.
 class RunPage {
  public:
   RunPage()

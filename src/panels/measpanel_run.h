@@ -5,12 +5,12 @@
 
 namespace sondera {
 
-/// SASWSTART: the whole measuring run on the current measurement happens in here. Only Stop, Pause and the display
-/// controls of the page answer meanwhile; all else says "Measurement is running...". Imported data are asked for before
-/// they go. -1 when it did not start or ended by an error.
+/// SASWSTART: the whole measuring run on the current measurement, until this returns. Meanwhile only Stop,
+/// Pause and the display controls of the page work; all others show "Measurement is running...". It asks
+/// before it removes imported data. -1 when it did not start or ended by an error.
 int SASWStartCallback(Panel panel, ControlId control, Event event, long data);
 
-/// SASWPAUSECONT: an armed record is still finished, then none follows until the toggle is off.
+/// SASWPAUSECONT: an armed record is completed, then none follows until the toggle is off.
 int SASWPauseContCallback(Panel panel, ControlId control, Event event, long data);
 
 /// STOPMEAS: ends the run; the averages of the accepted records stay.

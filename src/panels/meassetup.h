@@ -12,9 +12,11 @@
 
 namespace sondera {
 
-/// Source and receivers at 0, length unit metre; fills the channel list. Says so when the key has no HWSetup.
+/// Source and receivers at 0, length unit metre; fills the channel list. A message when the key has no
+/// HWSetup.
 void InitMeasSetup(MeasSetup& ms);
-/// Changes nothing: the arrays are zero when they are made. Says so when the record's key is not in the list.
+/// Changes nothing: the arrays are zero when they are made. A message when the record's key is not in the
+/// list.
 void InitRawData(RawData& raw);
 
 /// Shows the geometry of a measurement in the set-up dialog and its channels on the traces.

@@ -1,6 +1,6 @@
-// mscalepnl.h - "Axis Attributes" of traces A and B: limits in force, automatic or entered. The limits are kept by graph
-// and by family of displays, over time and over frequency (DisplayRecord::limits). What the dialog works on is in
-// panels_state.h.
+// mscalepnl.h - "Axis Attributes" of traces A and B: present limits, automatic or entered. The limits are
+// stored by graph and by family of displays, over time and over frequency (DisplayRecord::limits).
+// panels_state.h has the page and window of the dialog.
 #pragma once
 
 #include "runtime/controls.h"
@@ -16,8 +16,8 @@ int AdjustScaleCallback(Panel panel, ControlId control, Event event, long data);
 
 /// AUTOSCALE_X and AUTOSCALE_Y of the dialog: dims the fields of an automatic axis.
 int AutoScaleCallback(Panel panel, ControlId control, Event event, long data);
-/// OK: takes the limits and the flags, hides the dialog and draws the page. Equal limits, or such that are not finite,
-/// make the axis automatic; limits the wrong way round are turned.
+/// OK: stores the limits and the flags, hides the dialog and draws the page. Limits that are equal or not
+/// finite make the axis automatic; limits in the wrong order are exchanged.
 int ManualScaleCallback(Panel panel, ControlId control, Event event, long data);
 /// CANCEL: hides the dialog.
 int ManualScaleCancelCallback(Panel panel, ControlId control, Event event, long data);

@@ -1,7 +1,7 @@
-// one_click.h - the way from representative curves to a profile in a few presses: what the script
-// commands calcVel, preInversion and inversion do, and the buttons that do the same for a person.
+// one_click.h - from representative curves to a profile in a few presses: the script commands calcVel,
+// preInversion and inversion, and the buttons that do the same for a person.
 //
-// All of it writes settings and presses buttons, in a fixed order, and has no analysis of its own.
+// All of it writes settings and presses buttons, in a fixed order, and contains no analysis of its own.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 namespace sondera {
 
-/// Presses a control; how a caller learns that one refused is its own business.
+/// Presses a control. The caller finds out whether it was refused.
 using Press = std::function<void(const Control& control, long data)>;
 
 /// Largest wavelength over all points of the array curves of included pairs; -1e30 without one.

@@ -1,4 +1,4 @@
-// panels_state.h - what panels/ remembers between two events.
+// panels_state.h - the state that panels/ keeps between two events.
 #pragma once
 
 #include <map>
@@ -11,7 +11,7 @@
 
 namespace sondera {
 
-/// The three check boxes of the phase curves, as the masking page starts with them.
+/// The three check boxes of the phase curves, in the initial state of the masking page.
 struct PhaseBoxes {
   int original = 0, enhanced = 1, backbone = 0;
 };
@@ -21,13 +21,14 @@ struct EditedTexts {
   std::string projID, measID;
 };
 
-/// Looks of the theoretical curves of the results page; the counter of markers goes on from run to run.
+/// Markers and colours of the theoretical curves of the results page; the counter of markers continues from
+/// run to run.
 struct TheoreticalLooks {
   std::vector<CurveLook> curves;
   int nextMarker = 0;
 };
 
-/// What the axis dialog of the traces works on: a page and 0 for A, 1 for B, 2 for both.
+/// Target of the traces' axis dialog: a page and 0 for A, 1 for B, 2 for both.
 struct AxisDialogOf {
   Panel panel = Panel::SASW;
   int window = 0;
@@ -35,7 +36,7 @@ struct AxisDialogOf {
 
 /// Settings of a synthetic time history.
 struct PulseParam {
-  int shape = 2;  ///< 0: the source is that of the file
+  int shape = 2;  ///< 0: the source comes from the file
   std::string fileName;
   double centerFreq = 1280.0, freqSpan = 51200.0;  ///< Hz
   int nPoints = 6;

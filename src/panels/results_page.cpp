@@ -1,4 +1,4 @@
-// results_page.cpp - what the results page does with the stored entries, and the halt; see inversion.h.
+// results_page.cpp - actions of the results page on the stored entries, and the halt; see inversion.h.
 #include "panels/analresult.h"
 #include "panels/exdthd.h"
 #include "panels/inversion.h"
@@ -40,7 +40,7 @@ int HaltProcessCallback(Panel, ControlId, Event event, long) {
     NoteHalt();
   } else {
     run.course.iHaltRequest = 0;
-    if (pending) ForgetHalt();  // taken back before a run has seen it; one that ended a run stays
+    if (pending) ForgetHalt();  // cancelled before a run has noticed it; one that ended a run stays
   }
   return 0;
 }

@@ -17,7 +17,7 @@ namespace sondera {
 namespace {
 
 constexpr std::chrono::milliseconds kRenewal{500};
-constexpr double kJudgeAfter = 0.2;  // seconds; a shorter time says nothing about the rest
+constexpr double kJudgeAfter = 0.2;  // seconds; a shorter time allows no estimate of the rest
 
 }  // namespace
 

@@ -6,7 +6,7 @@
 namespace sondera {
 
 /// Masks the pair on display (signal/auto_masking.h) and redraws the page. Asks "Need to recalculate Gabor
-/// spectrum. Allow to do it ?" before the maps are made again over another time range. 0; -1 when it was
+/// spectrum. Allow to do it ?" before the maps are calculated over another time range. 0; -1 when it was
 /// refused, with a message where the pair's map has no range or no divisions. When a later range is refused
 /// the masks of the range before stay, with their numbers.
 int AutoMasking();

@@ -1,6 +1,6 @@
 // sasw_dispersion.cpp - see sasw_dispersion.h. Owns no state; curves are in the pair records.
-// Odd on purpose: the differences between the button and the menu entry, of which the frequency of a line is
-// one.
+// Odd on purpose: the differences between the button and the menu entry; the frequency of a line is one of
+// them.
 #include "panels/sasw_dispersion.h"
 
 #include "numeric/scale_arithmetic.h"
@@ -17,7 +17,7 @@
 namespace sondera {
 namespace {
 
-/// The pair's record with its spectra brought up to date; makes it when there is none. Null when that fails.
+/// The pair's record with updated spectra, created when there is none. Null when that fails.
 PMeasInfo* FreshPair(const CurrentPair& current) {
   const MeasRecords& r = current.records;
   PMeasInfo* pair = current.pair;
@@ -46,7 +46,7 @@ int MaskingCalcDispCallback(Panel panel, ControlId, Event event, long) {
   pair->phaseOption = GetCtrlVal(sasw::DISPCURV_OPTION);
   HWSetup& hw = *current.records.hwSetup;
   BringBandLimitsUpToDate(hw);
-  // Kept: the lines count from 0 Hz here, whatever startFreq says.
+  // Kept: the lines count from 0 Hz here, for every startFreq.
   MakeDispersionCurve(*pair, current, {0.0, TruncToInt(hw.stopFreq / hw.deltaF + 0.5)});
   DispCurvPlot(1);
   return 0;

@@ -1,5 +1,5 @@
 // sasw_mask_list.cpp - see sasw_mask_list.h. Owns no state; the masks are in MeasDB, the picked one in the session.
-// Odd on purpose: the forgiving update, the reset that returns 1.
+// Odd on purpose: the update that accepts faults, the reset that returns 1.
 #include "panels/sasw_mask_list.h"
 
 #include <optional>
@@ -22,7 +22,7 @@ void Warn(std::string_view text) {
   MessagePopup(kWarningTitle, text);
 }
 
-/// Shows the reason of a refusal, if it has one. 0 for what was done, else 1.
+/// Shows the reason of a refusal, if it has one. 0 for success, else 1.
 int ShowWarning(const Refusal& refusal) {
   if (refusal && !refusal.reason().empty()) Warn(refusal.reason());
   return refusal ? 1 : 0;

@@ -1,17 +1,17 @@
 // sasw_mask_list.h - the operations behind the mask buttons, for the pair on display and the three masking fields.
 //
-// Each takes the pair of the masking page (FindCurrentPair(Panel::SASW), "the current pair") and the fields
-// MASKING_FREQINIT, MASKING_FREQFINAL (Hz) and MASKING_JUMPNO down to signal/masking.h, and shows what comes back: a
-// refusal is one message, and the list is as it was. No state.
+// Each passes the pair of the masking page (FindCurrentPair(Panel::SASW), "the current pair") and the fields
+// MASKING_FREQINIT, MASKING_FREQFINAL (Hz) and MASKING_JUMPNO to signal/masking.h, and shows the result: a
+// refusal is one message, and the list is unchanged. No state.
 #pragma once
 
 #include "records/selection.h"
 
 namespace sondera {
 
-/// Cuts a final frequency to the upper x limit of graph A of the masking page; a frequency that is cut is
-/// written to MASKING_FREQFINAL as well. A graph without plots, or one that shows time, has no such limit:
-/// then the end of the measurement's analysis band counts.
+/// Cuts a final frequency to the upper x limit of graph A of the masking page, and then writes it to
+/// MASKING_FREQFINAL too. A graph without plots, or one that shows time, has no such limit: then the end of
+/// the measurement's analysis band is used.
 double CutFinalFrequency(const CurrentPair& current, double freqFinal);
 
 /// Compares a range (Hz) and jump number with the masks of the current measurement and the given pair
@@ -21,24 +21,25 @@ int CheckMaskingData(int refChan, int dspChan, int jumpNo, double freqInit, doub
 /// Appends a mask of the current measurement. Returns 0; 1 when the range is refused, or without a measurement.
 int NewMask(int refChan, int dspChan, int jumpNo, double freqInit, double freqFinal);
 
-/// Tests the three fields before an update. 1: a frequency is negative or the final one is not above the
-/// initial one. Kept: a negative jump number is complained about and yet passes: 0.
+/// Checks the three fields before an update. 1: a frequency is negative or the final one is not above the
+/// initial one. Kept: a negative jump number gives a message but passes: 0.
 int CheckCurMaskingState();
 
-/// Writes the three fields into the picked mask and into selMask. Returns 0; 1 when the list is empty (without a
-/// word) or the mask is not in it.
+/// Writes the three fields to the picked mask and to selMask. Returns 0; 1 when the list is empty (without a
+/// message) or the mask is not in it.
 int UpdateMask();
 
-/// Removes the picked mask. Returns 0; 1 when the list is empty (without a word) or the mask is not in it.
+/// Removes the picked mask. Returns 0; 1 when the list is empty (without a message) or the mask is not in it.
 int DeleteMask();
 
-/// Removes all masks of the current pair, unless selMask merely collides with one of them. Kept: returns 1 always.
+/// Removes all masks of the current pair, unless selMask collides with one of them without equal values.
+/// Kept: always returns 1.
 int DeleteAllMaskInChannelCombination();
 
 /// Removes every other mask. No control calls it. Returns 0; 1 when the list is empty or selMask is not in it.
 int DeleteAllMask();
 
-/// Picks the mask of the current pair at a frequency (Hz) into session.selMask. Returns as GetMaskInform.
+/// Copies the mask of the current pair at a frequency (Hz) to session.selMask. Returns as GetMaskInform.
 int PickUpMasking(double freq);
 
 }  // namespace sondera

@@ -36,7 +36,7 @@ void MoveMarker(const GraphControl& graph, int marker, double freq, const PlotMo
   SetGraphCursor(graph, marker, freq, ordinates.y[static_cast<std::size_t>(index)]);
 }
 
-/// Puts a marker on the line of the curve in use that holds a frequency.
+/// Puts a marker on the point of the curve in use at the line of a frequency.
 void PutMarkerOnLine(const GraphControl& graph, int marker, double freq) {
   const PlotModel* curve = CurveInUse(graph);
   if (!curve) {
@@ -62,7 +62,7 @@ bool IsPicked(const MaskingInfo& mask) {
          mask.freqInit == picked.freqInit && mask.freqFinal == picked.freqFinal;
 }
 
-/// Measurement key and channels that a window shows; key -1 for none.
+/// Measurement key and channels of a window; key -1 for none.
 CurrentPair ShownPair(const WindowControls& window) {
   CurrentPair shown;
   const int index = GetCtrlIndex(window.measID);
@@ -91,7 +91,7 @@ int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (RefuseWindowB(panel)) return -1;
   const UndoStep step("New mask");
-  const int window = SelectedWindow(panel);  // read before the selection settles on one window
+  const int window = SelectedWindow(panel);  // read before the selection is set to one window
   const double freqInit = GetCtrlVal(sasw::MASKING_FREQINIT);
   const double freqFinal = GetCtrlVal(sasw::MASKING_FREQFINAL);
   const int jumpNo = GetCtrlVal(sasw::MASKING_JUMPNO);
@@ -158,7 +158,7 @@ int MaskFreqInitCallback(Panel panel, ControlId, Event event, long) {
     const GraphControl& graph = ControlsOfWindow(panel, w).graph;
     const PlotModel* curve = CurveInUse(graph);
     if (!curve || StepOf(*curve) == 0.0) continue;
-    // Kept: whole hertz above the first abscissa, so the ordinate may be that of a line a little below.
+    // Kept: whole hertz above the first abscissa, so the ordinate may be that of a slightly lower line.
     MoveMarker(graph, 1, freq, *curve, TruncToInt(TruncToInt(freq - curve->x[0]) / StepOf(*curve)));
   }
   return 0;
@@ -170,7 +170,7 @@ int MaskFreqFinalCallback(Panel panel, ControlId, Event event, long) {
   if (window == kWindowB) return 0;
   const double freq = CutFinalFrequency(FindCurrentPair(Panel::SASW), GetCtrlVal(sasw::MASKING_FREQFINAL));
   if (GetCtrlVal(MarkerCount(panel)) != kTwoMarkers) return 0;
-  // Kept: no origin here, and with both windows selected the step of A goes with the ordinates of B.
+  // Kept: no origin here, and with both windows selected the step of A is used with the ordinates of B.
   const PlotModel* curve = CurveInUse(ControlsOfWindow(panel, kWindowA).graph);
   const PlotModel* ordinates =
       window == kBothWindows ? CurveInUse(ControlsOfWindow(panel, kWindowB).graph) : curve;

@@ -1,16 +1,16 @@
-// sasw_masking.h - the buttons and fields of masking on the masking page, the two markers that they feed,
-// the pick by a click, and the drawing of masks.
+// sasw_masking.h - the buttons and fields of masking on the masking page, their two markers, picking by a
+// click, and the drawing of masks.
 //
 // Masking works on window A only: with TRACE_ONOFF of the page that raised the event on 1 (window B) each
-// button says so and does nothing. All callbacks act on the commit event and return 0, or -1 when they
-// refused.
+// button shows a message and does nothing. All callbacks act on the commit event and return 0, or -1 when
+// they refused.
 #pragma once
 
 #include "runtime/controls.h"
 
 namespace sondera {
 
-/// The guard: true when the page's TRACE_ONOFF is on window B, after saying that masking is for window A.
+/// The check: true when the page's TRACE_ONOFF is on window B, after a message that masking is for window A.
 bool RefuseWindowB(Panel panel);
 /// Windows that TRACE_ONOFF of a page names: 0 A, 1 B, 2 both. Pages other than MEASPANEL count as SASW.
 int SelectedWindow(Panel panel);
@@ -19,7 +19,7 @@ int MaskingNewCallback(Panel panel, ControlId control, Event event, long data);
 int MaskingUpdateCallback(Panel panel, ControlId control, Event event, long data);
 int MaskingDeleteCallback(Panel panel, ControlId control, Event event, long data);
 int MaskingResetCallback(Panel panel, ControlId control, Event event, long data);
-/// The guard and nothing else.
+/// Only the check.
 int MaskingListCallback(Panel panel, ControlId control, Event event, long data);
 /// Switches the drawing of masks on for the selected windows and redraws; -1 without a pair record.
 int MaskingOnOffCallback(Panel panel, ControlId control, Event event, long data);
@@ -41,8 +41,8 @@ int PickMaskOnGraph(double freq);
 void TurnOnDualMarkers(int window);
 /// Colours of the two markers: 0xFF00FF and 0xFF0000.
 void SetDualMarkers(const GraphControl& graph);
-/// No markers on the windows of a page: marker count 0, read-outs blank, MARKERS_ONOFF 0; and the three
-/// masking fields at 0.
+/// Removes the markers from the windows of a page: marker count 0, read-outs empty, MARKERS_ONOFF 0; and the
+/// three masking fields at 0.
 void TurnOffMarkers(Panel panel, int window);
 
 /// Draws the masks of the pair that a graph of SASW or MEASPANEL shows, as rectangles from 180 to -180

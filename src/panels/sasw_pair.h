@@ -1,7 +1,8 @@
-// sasw_pair.h - the routines that work on the pair of a page: filtration, Gabor maps, masks for the unwrapper, and
-// the pair record itself. The numbers are made in signal/; here stands which pair is meant. No state.
+// sasw_pair.h - the routines that work on the pair of a page: filtration, Gabor maps, masks for the
+// unwrapper, and the pair record itself. signal/ computes the numbers; this file determines the pair. No
+// state.
 //
-// In each of them panel SASW stands for the pair on display (LookupID), and another page for the project of the
+// In each of them panel SASW means the pair on display (LookupID), and another page means the project of the
 // setup dialog with measurement and channels last selected in the session (FindCurrentPair).
 #pragma once
 
@@ -22,23 +23,23 @@ int CalcIRF(int reset, Panel panel);
 void CalcGabor(Panel panel);
 void CalcGaborMaps(Panel panel);
 
-/// IdentifyWaveGroup of signal/wave_groups.h on a map that is made first: filtration and map of the pair of a page.
+/// IdentifyWaveGroup of signal/wave_groups.h after making the map: filtration and map of the pair of a page.
 void IdentifyWaveGroup(int nF, int nT, double tInit, double tFinal, Panel panel, double threshold,
                        double spacing, WaveGroups& found);
 
 /// Makes the record of a pair (channels from 0) with the phase of DISPCURV_OPTION, then runs CalcIRF(0,
-/// Panel::SASW), which brings the pair on display up to date: normally this one. pair gets the record. Where none
-/// can be made (MakePairRecord) pair is left alone.
+/// Panel::SASW), which updates the pair on display: normally this one. pair gets the record. If none can be
+/// made (MakePairRecord), pair is unchanged.
 void SetupPMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
                         const HWSetup& hwSetup, PMeasInfo*& pair);
 
-/// Computes the arrays of an existing record anew and runs CalcIRF(0, Panel::SASW). Nothing happens where
+/// Computes the arrays of an existing record again and runs CalcIRF(0, Panel::SASW). Nothing happens where
 /// RefreshPairRecord refuses.
 void UpdatePMeasDataNode(const std::string& projID, const std::string& measID, int chanA, int chanB,
                          const HWSetup& hwSetup, PMeasInfo* pair);
 
 /// CycleMasksOf the pair that a page has selected: panels SASW, HMSETUP and HWSETUP ask the masking page
-/// (LookupID); for any other the measurement and channels stay those last selected in the session.
+/// (LookupID); for any other the measurement and channels last selected in the session are used.
 std::vector<CycleMask> CycleMasksFor(Panel panel, int n, double fStart, double deltaF);
 
 /// UnWrapLines with the masks of CycleMasksFor.

@@ -7,8 +7,7 @@
 namespace sondera {
 
 /// Check boxes PHASE_ORIGINAL, PHASE_ENHANCED, PHASE_BACKBONE: the curve that feeds the dispersion is always
-/// drawn, and one of the three always is. Left click: remembers the boxes; commit: puts them right and
-/// redraws.
+/// drawn, so one of the three always is. Left click: stores the boxes; commit: corrects them and redraws.
 int PhaseOptionCallback(Panel panel, ControlId control, Event event, long data);
 
 /// DISPCURV_OPTION on commit: stores the curve in the pair on display, turns its box on and redraws. Without

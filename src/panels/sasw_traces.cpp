@@ -21,7 +21,7 @@ int PageOf(Panel panel) {
   return panel == Panel::SASW ? 1 : 0;
 }
 
-/// Common course of all selection callbacks.
+/// Common steps of all selection callbacks.
 int SelectOnTrace(Panel panel, ControlId control, Event event) {
   std::map<ControlId, int>& indexAtFocus = panelsState.indexAtFocus;
   if (event == Event::GotFocus) indexAtFocus[control] = items::Index(*control);
@@ -37,12 +37,12 @@ int SelectOnTrace(Panel panel, ControlId control, Event event) {
   return result;
 }
 
-/// The same for the type of the display, which may want a map that is not there.
+/// The same for the type of the display, which may need a map that does not exist.
 int SelectType(Panel panel, ControlId control, Event event, Trace trace) {
-  // Asked first: what follows the choice may make the record of the pair.
+  // Checked first: the next steps may create the record of the pair.
   const std::string why = event == Event::Commit ? WhyNoMap(panel, trace) : std::string();
   const int result = SelectOnTrace(panel, control, event);
-  if (!why.empty() && !measRun.measRunning) Refuse(why);  // a box would keep the next record waiting
+  if (!why.empty() && !measRun.measRunning) Refuse(why);  // a box would delay the next record
   return result;
 }
 

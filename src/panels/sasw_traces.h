@@ -1,8 +1,8 @@
-// sasw_traces.h - choosing what a trace of the masking page or the measurement page shows: measurement, channels,
-// display type, and the per-trace settings. Both pages have the same controls.
+// sasw_traces.h - selects what a trace of the masking page or the measurement page shows: measurement,
+// channels, display type, and the per-trace settings. Both pages have the same controls.
 //
-// Each draws anew; when there is nothing to draw the control falls back to the value that it held at focus
-// in. Each ends by refreshing the filter dialog, so that it stays in step with the pair on display.
+// Each draws again; when there is nothing to draw the control returns to its value at focus in. Each ends by
+// updating the filter dialog, so that it shows the pair on display.
 #pragma once
 
 #include "runtime/controls.h"
@@ -20,7 +20,7 @@ int DisplayBMeasIDCallback(Panel panel, ControlId control, Event event, long dat
 
 /// The trace whose settings the controls show has changed.
 int TraceOnOffCallback(Panel panel, ControlId control, Event event, long data);
-/// A per-trace setting (unit, log or linear, markers, automatic scales) goes into the trace's record.
+/// Stores a per-trace setting (unit, log or linear, markers, automatic scales) in the trace's record.
 int TraceSettingCallback(Panel panel, ControlId control, Event event, long data);
 int RedrawGraphCallback(Panel panel, ControlId control, Event event, long data);
 

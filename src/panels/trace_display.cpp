@@ -43,7 +43,7 @@ GraphOfTrace GraphFor(int page, Trace trace) {
            : GraphOfTrace{Panel::MEASPANEL, trace, DISPLAY_B, DISPBID, DISPB_REFCHNL, DISPBCHNL, DISPBTYPE};
 }
 
-/// What one graph shows: measurement, pair, records.
+/// Contents of one graph: measurement, pair, records.
 struct Shown {
   int key = -1, refChan = 0, dspChan = 0;
   MeasRecords records;
@@ -65,7 +65,7 @@ bool FindShown(const GraphOfTrace& g, Shown& shown) {
   return true;
 }
 
-/// The record of the pair, made when missing, else refreshed from the averages.
+/// The record of the pair, created when missing, else updated from the averages.
 void BringPairUpToDate(Shown& shown) {
   const MeasRecords& r = shown.records;
   if (!shown.pair)
@@ -90,7 +90,8 @@ TraceView ViewOf(const GraphOfTrace& g, const Shown& shown, DisplayType type) {
   return view;
 }
 
-/// The display "Gabor Spectrum": the map of the pair on the masking page, else zeros. -2 without a pair to have one.
+/// The display "Gabor Spectrum": the map of the pair on the masking page, else zeros. -2 without a pair with
+/// a map.
 int DrawGaborMap(int page, const GraphOfTrace& g, const Shown& shown) {
   if (page == kMaskingPage && shown.pair) {
     PlotGaborMap(g.graph, *shown.pair);

@@ -1,10 +1,10 @@
-// trace_display.h - graphs A and B of the measurement page and the masking page: which data of the selected
-// measurement and pair go on them. Stands behind the redraw notices DoPlotting and DoPreviewPlotting; the curves
-// themselves are made in plot/trace_plot.h and plot/gabor_plot.h. No state besides the display records of the session.
+// trace_display.h - graphs A and B of the measurement page and the masking page: selects the data of the
+// measurement and pair. The redraw notices DoPlotting and DoPreviewPlotting call it; plot/trace_plot.h and
+// plot/gabor_plot.h make the curves. No state besides the display records of the session.
 //
-// A display of transfer function or impulse response makes the pair record when there is none and refreshes it
-// from the averages; a phase display also brings the band limits of a measured record up to date. Nothing else
-// leaves a mark.
+// A display of transfer function or impulse response creates the pair record when there is none and updates
+// it from the averages; a phase display also updates the band limits of a measured record. Nothing else is
+// changed.
 #pragma once
 
 #include <string>
@@ -15,11 +15,11 @@
 namespace sondera {
 
 /// Draws both graphs of a page: 1 the masking page, any other the measurement page. 0; -1 when one of them
-/// has no measurement to show; -2 when a Gabor map is asked for that cannot be shown: zeros stand for it.
+/// has no measurement to show; -2 when a Gabor map cannot be shown: zeros are drawn instead.
 int DrawTraces(int page);
 
-/// Why the trace of a page shows zeros in place of the Gabor map that its type asks for; empty when it does not. For
-/// whoever chooses the type: redraws say nothing.
+/// Why the trace of a page shows zeros instead of the Gabor map of its type; empty when it does not. For code
+/// that sets the type: redraws give no message.
 std::string WhyNoMap(Panel panel, Trace trace);
 
 /// First two channels of the record under preview, on the measurement page.

@@ -1,5 +1,5 @@
-// trace_selection.h - what the traces of the masking and the measurement page show: reads the choice of measurement
-// and receiver pair, and fills the lists from which a person (or a script) chooses.
+// trace_selection.h - selection of the traces on the masking and the measurement page: reads the choice of
+// measurement and receiver pair, and fills the lists from which a person (or a script) chooses.
 //
 // Callers: the other panels, start-up and the script. Owns no state besides the session's.
 #pragma once
@@ -11,8 +11,9 @@
 
 namespace sondera {
 
-/// What is on a trace of the masking page. Takes curProjID from PROJID of HMSETUP. Trace::Selected stores the choice
-/// it made in TRACE_ONOFF. Empty when the channel rings hold no item or nothing is selected in one of the three.
+/// Contents of a trace of the masking page. Sets curProjID from PROJID of HMSETUP. Trace::Selected stores its
+/// choice in TRACE_ONOFF. Empty when the channel rings have no item or nothing is selected in one of the
+/// three.
 TraceSelection LookupID(Trace trace = Trace::Selected);
 
 /// The pair to work on. From the masking page (panel SASW): by LookupID, which also becomes the session's last
@@ -20,8 +21,8 @@ TraceSelection LookupID(Trace trace = Trace::Selected);
 CurrentPair FindCurrentPair(Panel panel);
 
 /// Refills the measurement lists of a page (DISPAID, DISPBID of SASW or MEASPANEL) and MEASIDLISTBOX with the
-/// measurements of a project, value = position - 1. A list that had items before selects its last one: the selection
-/// moves to the newest measurement.
+/// measurements of a project, value = position - 1. If a list had items before, its last one is selected: the
+/// newest measurement.
 void FillMeasIDListBox(Panel panel, const std::string& projID);
 
 /// Refills the channel rings of one trace for a measurement (labels count from 1, values from 0): reference channel

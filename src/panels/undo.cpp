@@ -29,7 +29,7 @@ constexpr UndoTable kTables[] = {{fmodeling::SOILPROFILE, fmodeling::NLAYERS, "L
                                  {fmodeling::RECEIVERLOC, fmodeling::NRECEIVERS, "R"},
                                  {fmodeling::DISPCURVINFO, fmodeling::NDISPCURVES, "D"}};
 
-/// Numbers of a pair that are kept, and where.
+/// Stored numbers of a pair, and their places.
 template <class T>
 struct PairField {
   T PairMapState::*kept;
@@ -44,7 +44,8 @@ constexpr PairField<double> kPairReals[] = {{&PairMapState::initTime, &PMeasInfo
                                             {&PairMapState::finalFreq, &PMeasInfo::finalFreq},
                                             {&PairMapState::cntThreshold, &PMeasInfo::cntThreshold}};
 
-// ---- what is there --------------------------------------------------------------------------------------
+// ---- present state
+// ------------------------------------------------------------------------------------------------
 
 MaskState MasksNow() {
   MaskState state;
@@ -149,7 +150,7 @@ void KeepWhatDiffers(UndoState& before, UndoState& after) {
       samePair && (before.pair->arrays != after.pair->arrays || !SameSettings(*before.pair, *after.pair));
   if (!masksChanged) before.masks = after.masks = std::nullopt;
   if (!masksChanged || !pairChanged) before.pair = after.pair = std::nullopt;
-  // A pair that is new comes with a display, not with a step.
+  // A new pair is created by a display, not by a step.
   if (before.inclusion->flags.size() != after.inclusion->flags.size() ||
       *before.inclusion == *after.inclusion)
     before.inclusion = after.inclusion = std::nullopt;
@@ -174,7 +175,7 @@ void PutMasks(const MaskState& state) {
   session.selMask = state.picked;
 }
 
-/// The pair as the masks make it. Where the step left its arrays alone they stay.
+/// Computes the pair from the masks. Arrays that the step did not change stay.
 void PutPair(const PairMapState& state, const PairMapState& other) {
   CurrentPair current;
   current.key = state.key;

@@ -1,4 +1,4 @@
-// undo_record.h - what a step of Undo keeps: the parts of the project that it changed, before and after. See undo.h.
+// undo_record.h - contents of a step of Undo: the changed parts of the project, before and after. See undo.h.
 #pragma once
 
 #include <array>
@@ -22,7 +22,7 @@ struct MaskState {
   PickedMask picked;
 };
 
-/// What automatic masking sets in the record of a pair, beside its masks.
+/// Values that automatic masking sets in the record of a pair, beside its masks.
 struct PairMapState {
   int key = -1, refChan = 0, dspChan = 0;
   int irfMode = 0, timeDiv = 0, freqDiv = 0;
@@ -30,7 +30,7 @@ struct PairMapState {
   double initTime = 0.0, finalTime = 0.0, initFreq = 0.0, finalFreq = 0.0;
   double cntThreshold = 0.0;
   std::shared_ptr<const std::array<GaborMap, 3>> maps;  ///< null: none
-  std::uint64_t arrays = 0;                             ///< digest of the arrays that the masks act on
+  std::uint64_t arrays = 0;                             ///< digest of the arrays that depend on the masks
 };
 
 /// `included` of each pair, in the order of the records.
@@ -67,11 +67,11 @@ struct UndoEntry {
   UndoState before, after;
 };
 
-/// Steps done and steps taken back, the latest at the end.
+/// Steps done and steps undone, the latest at the end.
 struct UndoHistory {
   std::vector<UndoEntry> done, undone;
-  int depth = 0;                      ///< steps that live, one in the other
-  std::optional<TableState> atFocus;  ///< tables when one of them was last entered
+  int depth = 0;                      ///< nesting depth of active steps
+  std::optional<TableState> atFocus;  ///< tables at the last focus in
 };
 
 }  // namespace sondera
