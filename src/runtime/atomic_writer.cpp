@@ -30,7 +30,7 @@ static_assert(std::endian::native == std::endian::little, "byte order conversion
 
 constexpr std::size_t kBufferBytes = std::size_t{1} << 18;
 constexpr int kMostAttempts = 1000;        // names tried for a temporary file
-constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in that of its temporary file
+constexpr std::size_t kLongestStem = 200;  // bytes of the file's own name in the name of its temporary file
 constexpr mode_t kPermissionBits = 07777;
 constexpr std::string_view kTemporaryMark = ".saving-";
 
@@ -61,7 +61,7 @@ bool NotAfter(const timespec& a, const timespec& b) {
 template <class Act>
 void ForEachTemporary(const std::string& target, Act act) {
   const std::string folder = DirectoryOf(target), stem = StemOf(target);
-  // Not std::filesystem::directory_iterator: it ends the process where memory runs out.
+  // Not std::filesystem::directory_iterator: it ends the process when memory is exhausted.
   const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.empty() ? "." : folder.c_str()),
                                                  ::closedir);
   while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
@@ -70,7 +70,7 @@ void ForEachTemporary(const std::string& target, Act act) {
   }
 }
 
-/// Takes bytes into a digest, eight at a time.
+/// Adds bytes to a digest, eight at a time.
 std::uint64_t MixIn(std::uint64_t digest, const char* bytes, std::size_t count) {
   constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15u;  // of the golden ratio: spreads each bit
   for (std::size_t i = 0; i < count; i += sizeof(std::uint64_t)) {
@@ -87,7 +87,7 @@ std::uint64_t MixIn(std::uint64_t digest, const char* bytes, std::size_t count) 
 AtomicWriter::AtomicWriter(const std::string& path) : path_(path) {
   try {
     OpenTemporary();
-  } catch (...) {  // short of memory: without an object nobody else takes the temporary file away
+  } catch (...) {  // out of memory: without the object nothing else removes the temporary file
     Discard();
     throw;
   }
@@ -253,7 +253,8 @@ bool AtomicWriter::Place() {
   return true;
 }
 
-/// Makes the rename itself last. Some file systems have no flush for folders (EINVAL); that is no failure.
+/// Makes the rename itself durable. Some file systems have no flush for folders (EINVAL); that is not a
+/// failure.
 void AtomicWriter::FlushFolder() {
   const std::string folder = DirectoryOf(target_).empty() ? "." : DirectoryOf(target_);
   const int fd = OpenFile(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -265,8 +266,8 @@ void AtomicWriter::FlushFolder() {
   CloseFile(fd);
 }
 
-/// Takes away the temporary files of this target that ended processes left before this one was begun. One
-/// that cannot be removed stays for the next time.
+/// Removes the temporary files of this target that ended processes left before this one began. One that
+/// cannot be removed stays until the next time.
 void AtomicWriter::RemoveLeftovers() {
   ForEachTemporary(target_, [&](const std::string& path, long process) {
     struct stat info {};

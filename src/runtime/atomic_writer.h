@@ -1,9 +1,9 @@
-// atomic_writer.h - files that are written whole or not at all.
+// atomic_writer.h - files that are written completely or not at all.
 //
-// Callers: everything that writes: project saves and backups, exports, result files. The new content goes to
-// a temporary file in the same folder and takes the place of the old one by a rename, at Commit() only.
-// Whatever fails before that leaves the old file as it was. What a killed process left behind of earlier
-// tries goes away with the next file that is put in place.
+// Callers: all code that writes: project saves and backups, exports, result files. The new content goes to a
+// temporary file in the same folder, which replaces the old one by a rename, only at Commit(). If anything
+// fails before, the old file is unchanged. The next completed file also removes the temporary files of killed
+// processes.
 #pragma once
 
 #include <sys/stat.h>
@@ -19,15 +19,15 @@ namespace sondera {
 
 /// Writer of one file, binary (little-endian, no padding) or text.
 ///
-/// A failure is remembered: all later writes do nothing and Commit() returns false, Reason() saying in a
-/// sentence what went wrong with which file. A symbolic link is followed, its target replaced. The new file
-/// takes over mode and, where allowed, owner and group of the old one; a write-protected old file is refused,
-/// as opening it would be.
+/// A failure is remembered: all later writes do nothing and Commit() returns false; Reason() is a sentence
+/// with the problem and the file. A symbolic link is followed, its target replaced. The new file gets mode
+/// and, where allowed, owner and group of the old one; a write-protected old file is refused, as opening it
+/// would be.
 class AtomicWriter {
  public:
   /// Opens a temporary file `<name>.saving-<process>-<number>` beside the target.
   explicit AtomicWriter(const std::string& path);
-  /// Writes nothing: only Digest() and Written() tell of what came.
+  /// Writes nothing: only Digest() and Written() describe the data.
   struct DigestOnly {};
   explicit AtomicWriter(DigestOnly);
   /// Without a successful Commit(): removes the temporary file.
@@ -45,34 +45,34 @@ class AtomicWriter {
   void Int32s(const int* values, std::size_t count);
   void Reals(const double* values, std::size_t count);
   void Bytes(const void* bytes, std::size_t count);
-  /// Plain text, as it is.
+  /// Plain text, without change.
   void Put(std::string_view text) { Bytes(text.data(), text.size()); }
   /// Formatted text, always in the C locale.
   void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-  /// Bytes written so far, those in the buffer included.
+  /// Bytes written so far, including those in the buffer.
   std::int64_t Written() const { return written_; }
 
-  /// Of a writer for the digest only: a number for the bytes so far, equal for equal writes, and in all likelihood
-  /// for no others.
+  /// For a writer used only for the digest: a number for the bytes so far, equal for equal writes, and almost
+  /// certainly different for others.
   std::uint64_t Digest();
 
-  /// Gives the new file mode, owner and group (where the system allows it) and times of another one, in place
-  /// of those that it would have. Before Commit().
+  /// Gives the new file mode, owner and group (where the system allows it) and times of another one, instead
+  /// of its own. Before Commit().
   void TakeAttributes(const struct stat& other);
 
-  /// Whether what was written so far is just what the old file holds. False without one, or when one of the
-  /// two cannot be read.
+  /// Whether the data written so far equal the contents of the old file. False without one, or when one of
+  /// the two cannot be read.
   bool SameAsTarget();
 
-  /// Hands the buffer to the system, so that the temporary file shows what was written so far.
+  /// Passes the buffer to the system, so that the temporary file contains everything written so far.
   void WriteOut();
-  /// Everything of Commit() but the putting in place: the new content is whole then, and later writes do
-  /// nothing. For whoever puts several files in place together.
+  /// All steps of Commit() except the replacement: then the new content is complete, and later writes do
+  /// nothing. For callers that replace several files together.
   bool Finish(bool flushToDisk = true);
 
-  /// Puts the new file in place: rest of the buffer, flush to disk, rename, flush of the folder (both flushes
-  /// only with flushToDisk). False with Reason() on failure; a second call repeats the first answer.
+  /// Replaces the old file: rest of the buffer, flush to disk, rename, flush of the folder (both flushes only
+  /// with flushToDisk). False with Reason() on failure; a second call gives the same result.
   bool Commit(bool flushToDisk = true);
 
  private:
@@ -87,7 +87,7 @@ class AtomicWriter {
   void RemoveLeftovers();
 
   std::string path_;       // as given, for messages
-  std::string target_;     // behind symbolic links
+  std::string target_;     // after symbolic links are followed
   std::string temporary_;  // "" when there is none
   std::string reason_;
   std::vector<char> buffer_;
@@ -98,14 +98,14 @@ class AtomicWriter {
   struct timespec times_[2]{};  // of access and change, once taken
   bool timesTaken_ = false;
   bool targetExists_ = false;
-  bool finished_ = false;  // the temporary file is whole and closed
+  bool finished_ = false;  // the temporary file is complete and closed
   bool committed_ = false;
   bool digestOnly_ = false;
   std::uint64_t digest_ = 0;
 };
 
-/// Text file on top of AtomicWriter, for the places of a plain open for writing: nothing is flushed to disk,
-/// and a file that is not closed is not written.
+/// Text file on top of AtomicWriter, replacing a plain open for writing: nothing is flushed to disk, and a
+/// file that is not closed is not written.
 class TextWriter {
  public:
   explicit TextWriter(const std::string& path) : writer_(path) {}
@@ -114,20 +114,20 @@ class TextWriter {
   const std::string& Reason() const { return writer_.Reason(); }
   void Put(std::string_view text) { writer_.Put(text); }
   void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
-  /// Puts the file in place; false with Reason() on failure.
+  /// Replaces the old file; false with Reason() on failure.
   bool Close() { return writer_.Commit(false); }
 
  private:
   AtomicWriter writer_;
 };
 
-/// Removes the temporary files that killed processes left beside a target. Only for whoever holds the lock
-/// under which the target is written: those of a process at work would go too.
+/// Removes the temporary files that killed processes left beside a target. Only for the holder of the
+/// target's lock: it would also remove those of a running process.
 void RemoveRemains(const std::string& path);
 
-/// Copies a regular file whole: afterwards `to` is as it was, or a full copy with mode, time and, where the
-/// system allows it, owner and group of the original. False with the reason; a missing `from` is a failure
-/// too.
+/// Copies a regular file completely: afterwards `to` is unchanged, or a full copy with mode, time and, where
+/// the system allows it, owner and group of the original. False with the reason; a missing `from` is a
+/// failure too.
 bool CopyFileAtomic(const std::string& from, const std::string& to, std::string& reason,
                     bool flushToDisk = true);
 

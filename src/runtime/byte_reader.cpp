@@ -7,7 +7,7 @@
 
 namespace sondera {
 
-// The format is little-endian, and so is every machine that this builds for; values are copied as they are.
+// The format is little-endian, and so is every machine that this builds for; values are copied directly.
 static_assert(std::endian::native == std::endian::little, "byte order conversion is not written");
 static_assert(sizeof(int) == 4 && sizeof(double) == 8);
 
@@ -26,8 +26,8 @@ void ByteReader::Close() {
   short_ = false;
 }
 
-/// Reads `count` bytes made of elements of `unit` bytes; what is missing, and an element that is cut, becomes
-/// zero. Returns the bytes of the whole elements that were there.
+/// Reads `count` bytes of elements of `unit` bytes; missing bytes, and an incomplete element, become zero.
+/// Returns the bytes of the complete elements.
 std::size_t ByteReader::Fetch(void* destination, std::size_t count, std::size_t unit) {
   if (count == 0) return 0;
   std::size_t got = short_ ? 0 : source_.Read(destination, count);

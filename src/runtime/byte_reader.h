@@ -1,7 +1,7 @@
-// byte_reader.h - bounded reading of little-endian binary files, for bytes that nobody vouches for.
+// byte_reader.h - bounded reading of little-endian binary files from untrusted sources.
 //
 // Callers: the project file's readers, imports of earlier formats, their fuzz targets (which read from
-// memory). A file that ends early gives zeros from there on and says so once, by ComesShort().
+// memory). After the end of a file every read gives zeros, and ComesShort() reports it.
 #pragma once
 
 #include <cstddef>
@@ -14,17 +14,16 @@ namespace sondera {
 
 /// 32-bit integers, 64-bit reals and text fields from a file or a block of memory, in order.
 ///
-/// The first read that finds too few bytes sets ComesShort(); it and all later ones give zeros. An array
-/// keeps the whole elements that were still there and has zeros behind them; a single number that is cut is
-/// 0. The file is never held in memory: one buffer of some 100 kB, long arrays go straight to their
-/// destination.
+/// The first read with too few bytes sets ComesShort(); it and all later ones give zeros. An array keeps the
+/// complete elements and has zeros after them; an incomplete single number is 0. The file is never held in
+/// memory: one buffer of some 100 kB, and long arrays are read directly to their destination.
 class ByteReader {
  public:
   ByteReader() = default;
 
   /// Opens a regular file; false with the reason in *reason (if given).
   bool Open(const std::string& path, std::string* reason = nullptr);
-  /// Reads a block of memory, which has to outlive the reading.
+  /// Reads a block of memory, which must outlive the reading.
   void OpenMemory(const void* bytes, std::size_t count);
   void Close();
   bool IsOpen() const { return source_.IsOpen(); }
@@ -36,18 +35,18 @@ class ByteReader {
   void Int32s(int* destination, std::size_t count);
   void Reals(double* destination, std::size_t count);
   void Bytes(void* destination, std::size_t count);
-  /// Passes over bytes; more than there are sets ComesShort().
+  /// Skips bytes; more than there are sets ComesShort().
   void Skip(std::int64_t count);
 
-  /// Bytes that the file can still give; 0 once it came short.
+  /// Bytes that are left in the file; 0 once it came short.
   std::int64_t Remaining() const;
   std::int64_t Position() const { return source_.Position(); }
   bool ComesShort() const { return short_; }
-  /// True when the shortness came from a read error of the system, not from the file's end.
+  /// True when a read error of the system was the cause, not the file's end.
   bool ReadFailed() const { return source_.Failed(); }
 
-  /// Whether `count` items of `bytesEach` bytes can still be in the file: to be asked of every count that was
-  /// read, before anything is allocated for it. A negative count says no; a count of 0 says yes.
+  /// Whether `count` items of `bytesEach` bytes can still be in the file: check every count from a file in
+  /// this way before anything is allocated for it. False for a negative count, true for 0.
   bool CanHold(std::int64_t count, std::int64_t bytesEach) const;
 
  private:

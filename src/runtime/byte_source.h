@@ -1,5 +1,5 @@
-// byte_source.h - buffered forward reading from a file or from a block of memory; the common ground of
-// ByteReader and TextReader, not used elsewhere.
+// byte_source.h - buffered forward reading from a file or from a block of memory; common base of ByteReader
+// and TextReader, not used elsewhere.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// Reads a regular file through one buffer, or a block of memory in place. Moves, does not copy.
+/// Reads a regular file through one buffer, or a block of memory in place. Can be moved, not copied.
 class ByteSource {
  public:
   ByteSource() = default;
@@ -22,7 +22,7 @@ class ByteSource {
   /// and a device are refused without waiting on them.
   bool Open(const std::string& path, std::string* reason = nullptr);
 
-  /// Reads from memory, which has to stay as it is until Close.
+  /// Reads from memory, which must stay unchanged until Close.
   void OpenMemory(const void* bytes, std::size_t count);
 
   void Close();
@@ -32,12 +32,12 @@ class ByteSource {
   std::int64_t Size() const { return size_; }
   std::int64_t Position() const { return position_; }
 
-  /// Bytes at hand without a further read; empty only at the end (or after a read error).
+  /// Available bytes without a further read; empty only at the end (or after a read error).
   std::string_view Window();
   /// Moves on by at most Window().size() bytes.
   void Consume(std::size_t count);
 
-  /// Reads up to count bytes, fewer only at the end. Long runs go straight to their destination.
+  /// Reads up to count bytes, fewer only at the end. Long runs are read directly to their destination.
   std::size_t Read(void* destination, std::size_t count);
 
   /// Back to the first byte.
@@ -53,9 +53,9 @@ class ByteSource {
   bool failed_ = false;
   int fd_ = -1;  // -1: memory
   std::int64_t size_ = 0;
-  std::int64_t position_ = 0;  // of the next byte to hand out
+  std::int64_t position_ = 0;  // of the next byte to return
   std::vector<char> buffer_;   // files only
-  std::string_view window_;    // what is left of the buffer, or of the memory
+  std::string_view window_;    // rest of the buffer, or of the memory
   std::string_view memory_;    // the whole block, for Rewind
 };
 

@@ -13,11 +13,11 @@ struct Listening {
   int number = 0;
   Observer observer;
   Watcher watcher;
-  bool removed = false;  // while it may be at work it must not be destroyed
+  bool removed = false;  // it must not be destroyed while it may be running
 };
 
 struct ChangeState {
-  std::list<Listening> listening;  // of nodes that stay in place when one is added
+  std::list<Listening> listening;  // of nodes that do not move when one is added
   std::vector<Change> waiting;
   int nextNumber = 1;
   int batches = 0;
@@ -44,7 +44,7 @@ void TellAll(Tell tell) {
   DropRemoved();
 }
 
-/// Adds a change to those that wait; one of the same kind and control takes it in.
+/// Adds a pending change; one of the same kind and control absorbs it.
 void Gather(const Change& change) {
   std::vector<Change>& waiting = state.waiting;
   if (!waiting.empty() && waiting.front().kind == ChangeKind::Everything) return;
@@ -85,7 +85,7 @@ void NoteChange(const Change& change) {
   if (state.batches == 0 && state.telling == 0) FlushChanges();
 }
 
-// What an observer changes goes out in the next round.
+// Changes made by an observer are sent in the next round.
 void FlushChanges() {
   while (!state.waiting.empty()) {
     const std::vector<Change> batch = std::exchange(state.waiting, {});

@@ -1,8 +1,8 @@
-// changes.h - who hears that a control, a panel or a graph has changed, and of what.
+// changes.h - notices that a control, a panel or a graph has changed, and in what.
 //
-// The store and the graph models tell of each change by NoteChange. A front end observes: it gets the changes of one
-// event together, each control once for each kind of change, and reads the state as it is then. Whoever needs each
-// text that passes by (a progress line, a test) watches instead and hears at once.
+// The store and the graph models report each change by NoteChange. A front end observes: it gets the changes
+// of one event together, each control once for each kind of change, and then reads the state. Code that needs
+// every intermediate text (a progress line, a test) watches instead and is called at once.
 #pragma once
 
 #include <functional>
@@ -19,11 +19,11 @@ enum class ChangeKind : int {
   Cells,       ///< cells of a table, see rows and columns
   Attribute,   ///< dimmed, visible
   Label,       ///< caption of a control, label of a table row
-  Graph,       ///< what is on a graph
+  Graph,       ///< contents of a graph
   Shown,       ///< a panel is shown or hidden
   Title,       ///< title of a panel
   TabPage,     ///< tab page in front
-  Lock,        ///< other controls answer than before (runtime/control_lock.h)
+  Lock,        ///< other controls react than before (runtime/control_lock.h)
 };
 
 struct Change {
@@ -41,10 +41,10 @@ int AddObserver(Observer observer);  ///< returns a number for RemoveObserver
 int AddWatcher(Watcher watcher);     ///< returns a number for RemoveObserver
 void RemoveObserver(int number);
 
-/// Tells of a change: watchers now, observers at the end of the batch.
+/// Reports a change: to watchers now, to observers at the end of the batch.
 void NoteChange(const Change& change);
 
-/// While one lives, changes are gathered; they go out when the last one ends.
+/// While one exists, changes are collected; they are sent when the last one ends.
 class ChangeBatch {
  public:
   ChangeBatch();
@@ -53,8 +53,8 @@ class ChangeBatch {
   ChangeBatch& operator=(const ChangeBatch&) = delete;
 };
 
-/// Sends out what is gathered so far, also in the middle of a batch: before a box is shown, and when events are let
-/// in during a run.
+/// Sends the changes collected so far, also within a batch: before a box is shown, and when events are
+/// processed during a run.
 void FlushChanges();
 
 }  // namespace sondera

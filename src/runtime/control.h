@@ -1,4 +1,4 @@
-// control.h - what a control is: panels, kinds, roles, and the typed constants that the catalogue declares.
+// control.h - defines controls: panels, kinds, roles, and the typed constants that the catalogue declares.
 //
 // A control is declared once, in the header of its panel (runtime/catalogue/), as a typed constant:
 //
@@ -68,13 +68,13 @@ enum class ControlKind : int {
   Menu
 };
 
-/// Item of a ring or a list. Rings of lengths hold real values, all others whole ones.
+/// Item of a ring or a list. Rings of lengths hold real values, all others integers.
 struct ListItem {
   std::string_view label;
   double value;
 };
 
-/// What a control looks like to a person, where its kind does not say it.
+/// The form of a control for a person, where its kind does not determine it.
 enum class Role : int {
   Plain,    ///< as its kind: field, ring, button ...
   ReadOut,  ///< shown by the program, not entered
@@ -84,19 +84,19 @@ enum class Role : int {
   Latch,    ///< button that stays down until it is pressed again
 };
 
-/// What a person has to know of a control. hint is one sentence with meaning, unit and range: tool tip, spoken
-/// description and line of docs/controls.md in one.
+/// Information about a control for a person. hint is one sentence with meaning, unit and range: it is the
+/// tool tip, the spoken description and the line of docs/controls.md.
 struct Facts {
   std::string_view hint = {};
   std::string_view spoken = {};  ///< name of its own for a screen reader, where the caption is not enough
   Role role = Role::Plain;
   std::string_view unit = {};  ///< of a number; "length" for the project's unit of length
-  double min = -std::numeric_limits<double>::infinity();  ///< of a number that makes sense; not enforced
+  double min = -std::numeric_limits<double>::infinity();  ///< of a useful number; not enforced
   double max = std::numeric_limits<double>::infinity();
-  double step = 0.0;  ///< of the arrow keys; 0: by the front end
+  double step = 0.0;  ///< of the arrow keys; 0: the front end chooses
 };
 
-/// What a control is and how it starts. Use the typed forms below to declare one.
+/// Kind and initial state of a control. Use the typed forms below to declare one.
 struct Control {
   Panel panel;
   ControlKind kind;
@@ -113,7 +113,7 @@ struct Control {
 };
 using ControlId = const Control*;
 
-// Each typed form ends with its facts; what stands between the caption and them may be left out.
+// Each typed form ends with its facts; the arguments between the caption and the facts may be left out.
 
 /// Real number.
 struct NumericControl : Control {
@@ -123,7 +123,7 @@ struct NumericControl : Control {
   constexpr NumericControl(Panel p, std::string_view n, std::string_view l, const Facts& f = {})
       : NumericControl(p, n, l, 0.0, f) {}
 };
-/// Whole number.
+/// Integer.
 struct IntControl : Control {
   constexpr IntControl(Panel p, std::string_view n, std::string_view l, int first, const Facts& f = {})
       : Control{.panel = p,
@@ -143,7 +143,7 @@ struct TextControl : Control {
   constexpr TextControl(Panel p, std::string_view n, std::string_view l, const Facts& f = {})
       : TextControl(p, n, l, std::string_view(), f) {}
 };
-/// One of a list of items, each with a whole value. Read and set by value; SetCtrlIndex sets by position.
+/// One of a list of items, each with an integer value. Read and set by value; SetCtrlIndex sets by position.
 struct RingControl : Control {
   constexpr RingControl(Panel p, std::string_view n, std::string_view l, std::span<const ListItem> i,
                         int firstIndex = 0, const Facts& f = {})
@@ -177,7 +177,7 @@ struct RealRingControl : Control {
   constexpr RealRingControl(Panel p, std::string_view n, std::string_view l, const Facts& f = {})
       : RealRingControl(p, n, l, std::span<const ListItem>(), 0, f) {}
 };
-/// List box: items with whole values and a selection.
+/// List box: items with integer values and a selection.
 struct ListControl : Control {
   constexpr ListControl(Panel p, std::string_view n, std::string_view l, std::span<const ListItem> i,
                         const Facts& f = {})
@@ -219,7 +219,7 @@ struct ToggleControl : Control {
   constexpr ToggleControl(Panel p, std::string_view n, std::string_view l, const Facts& f = {})
       : ToggleControl(p, n, l, 0, f) {}
 };
-/// Text on the panel that the logic writes (row labels and the like).
+/// Text on the panel that the program writes (row labels and similar).
 struct LabelControl : Control {
   constexpr LabelControl(Panel p, std::string_view n, std::string_view first, const Facts& f = {})
       : Control{
@@ -253,13 +253,14 @@ constexpr C Dimmed(C control) {
 std::span<const Control* const> ControlsOf(Panel p);
 ControlId FindControl(Panel p, std::string_view name);
 std::string_view PanelName(Panel p);
-/// Title of a panel before any logic writes one, and whether it starts shown: the main window with its menu and the
-/// tab pages do, dialogs do not. These and the two above are answered by runtime/catalogue/catalogue.cpp.
+/// Title of a panel before any code writes one, and whether it is shown at the start: the main window with
+/// its menu and the tab pages are, dialogs are not. runtime/catalogue/catalogue.cpp implements these and the
+/// two above.
 std::string_view DefaultPanelTitle(Panel p);
 bool PanelStartsShown(Panel p);
 
-/// The panel whose window a panel is in: the main window's for its pages, HMSETUP for its two, else itself. Menu
-/// items count by themselves, since their menus name them.
+/// The panel whose window contains a panel: the main window's for its pages, HMSETUP for its two, else
+/// itself. Menu items are separate, since their menus identify them.
 Panel WindowOf(Panel p);
 
 /// The name that a screen reader speaks, unique within the window: the declared one, else for a menu item the path

@@ -1,4 +1,4 @@
-// control_lock.cpp - see control_lock.h. Owns the locks in force, the outermost first.
+// control_lock.cpp - see control_lock.h. Owns the present locks, the outermost first.
 #include "runtime/control_lock.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// controls.cpp - the settings store. Owns the state of all controls and panels and the callback table. A control's
-// state is made from its declaration when it is first touched.
+// controls.cpp - the settings store. Owns the state of all controls and panels and the callback table. A
+// control's state is created from its declaration at its first use.
 #include "runtime/controls.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 namespace sondera {
 namespace {
 
-constexpr char kTitle[] = "Sondera";  // of a message that no callback has spoken
+constexpr char kTitle[] = "Sondera";  // of a message when the callback showed none
 
 struct StoredItem {
   std::string label;
@@ -302,7 +302,8 @@ void SetTableRowLabel(const TableControl& c, int row, std::string_view label) {
   Changed(c, ChangeKind::Label);
 }
 
-// ---- what a person enters ---------------------------------------------------------------------------------------
+// ---- input of a person
+// ------------------------------------------------------------------------------------------
 
 bool EnterValue(const Control& c, double number) {
   if (!Answers(c) || !std::isfinite(number)) return false;
@@ -364,7 +365,7 @@ void SetCtrlLabel(const Control& c, std::string_view label) {
 
 namespace {
 
-/// Tabs that a panel is a page of, and its number; page -1 for a panel that is none.
+/// The tabs with this page, and its number; page -1 for a panel that is not a page.
 struct TabPage {
   Panel tabs;
   int page;
@@ -391,8 +392,8 @@ TabPage TabOf(Panel p) {
 
 }  // namespace
 
-// Showing a page of tabs shows the window that they are in and brings the page to the front; hiding one leaves its
-// tab there.
+// Showing a page of tabs shows its window and brings the page to the front; hiding one does not remove its
+// tab.
 void DisplayPanel(Panel p) {
   StateOf(p).shown = true;
   Changed(p, ChangeKind::Shown);

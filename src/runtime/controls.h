@@ -1,9 +1,10 @@
-// controls.h - the settings store: every parameter of the logic is the value of a named control of a panel.
+// controls.h - the settings store: every parameter of the program is the value of a named control of a panel.
 //
-// A control is used by its constant: GetCtrlVal(gaborpnl::BETA), SetCtrlVal(gaborpnl::BETA, 2.5). A misspelt or
-// mistyped access does not compile. The store knows no widgets: a front end hears of each change
-// (runtime/changes.h), writes what a person enters by EnterValue and its sisters, and sends events by SendEvent.
-// Callbacks of controls are held in a table that app/ fills; Commit runs one, as a press would.
+// A control is used by its constant: GetCtrlVal(gaborpnl::BETA), SetCtrlVal(gaborpnl::BETA, 2.5). An access
+// with a wrong name or type does not compile. The store knows no widgets: a front end is notified of each
+// change (runtime/changes.h), writes a person's input by EnterValue and the related functions, and sends
+// events by SendEvent. Callbacks of controls are in a table that app/ fills; Commit runs one, as a press
+// does.
 #pragma once
 
 #include <functional>
@@ -52,7 +53,7 @@ template <class C>
 concept ItemControl =
     std::is_same_v<C, RingControl> || std::is_same_v<C, RealRingControl> || std::is_same_v<C, ListControl>;
 
-/// The untyped forms, for front ends, which meet a control by its name only.
+/// The untyped forms, for front ends, which know a control only by its name.
 namespace items {
 int Count(const Control& c);
 int Index(const Control& c);
@@ -95,8 +96,8 @@ template <ItemControl C>
 void InsertListItem(const C& c, int index, std::string_view label, double value) {
   items::Insert(c, index, label, value);
 }
-/// Removes one item. The selection stays on its item; when that was the removed one it goes to the item that
-/// took its place, or to the last.
+/// Removes one item. The selection stays on its item; when that was the removed one, the item at its place is
+/// selected, or the last one.
 template <ItemControl C>
 void DeleteListItem(const C& c, int index) {
   items::Delete(c, index);
@@ -120,7 +121,7 @@ int GetNumTableColumns(const TableControl& c);
 /// Outside the table: 0, and a write is dropped with false.
 double GetTableCellVal(const TableControl& c, int row, int column);
 bool SetTableCellVal(const TableControl& c, int row, int column, double value);
-/// Adds zero rows or removes rows at the end until there are n; n is held between 0 and kMaxTableRows.
+/// Adds zero rows or removes rows at the end until there are n; n is limited to 0 to kMaxTableRows.
 void SetNumTableRows(const TableControl& c, int n);
 /// Inserts a zero row before row `row` (rows + 1 appends), or deletes that row; false when outside.
 bool InsertTableRow(const TableControl& c, int row);
@@ -128,11 +129,12 @@ bool DeleteTableRow(const TableControl& c, int row);
 std::string GetTableRowLabel(const TableControl& c, int row);
 void SetTableRowLabel(const TableControl& c, int row, std::string_view label);
 
-// --- what a person enters ---
+// --- input of a person ---
 
-/// As SetCtrlVal and the others, for a person's input: false and nothing written while the control does not answer,
-/// for a kind that does not take it, a number that is not finite or does not fit, an item or a cell that is not
-/// there. A whole number is cut. Numeric, Int and Toggle take numbers, rings and lists the value of an item.
+/// As SetCtrlVal and the others, for a person's input: false, with nothing written, while the control does
+/// not react, for a kind without such values, a number that is not finite or does not fit, an item or a cell
+/// that does not exist. For an Int fractions are truncated. Numeric, Int and Toggle accept numbers, rings and
+/// lists the value of an item.
 bool EnterValue(const Control& c, double number);
 /// Text and Label.
 bool EnterValue(const Control& c, std::string_view text);
@@ -170,19 +172,20 @@ enum class Event : int {
   RightClick = 6,
   LeftDoubleClick = 7,
   Close = 8,
-  Drag = 9  ///< of a graph: the mouse goes over it with the left button down, or lets go
+  Drag = 9  ///< of a graph: the mouse moves with the left button down, or is released
 };
 
 /// Event handlers return 0, or -1 when they refused or failed. data is zero for a press.
 using Callback = int (*)(Panel panel, ControlId control, Event event, long data);
 
-/// Puts a control's callback into the table (app/callbacks does it for all at start-up).
+/// Sets a control's callback in the table (app/callbacks does it for all at start-up).
 void InstallCallback(const Control& c, Callback callback);
 Callback CallbackOf(const Control& c);
-/// Runs the control's callback with an event, as a front end does. Without a callback: 0. A control that does not
-/// answer now (runtime/control_lock.h) refuses a press, or the close of a window, with the message of the lock and -1;
-/// other events of it do nothing. An exception out of the callback, such as memory that is not there, gives a message and -1, so that a
-/// person can still save. Observers hear of all changes of one event in one batch.
+/// Runs the control's callback with an event, as a front end does. Without a callback: 0. A control that does
+/// not react now (runtime/control_lock.h) refuses a press, or the close of a window, with the message of the
+/// lock and -1; its other events do nothing. After an exception from the callback, such as lack of memory,
+/// there is a message and -1, so that a person can still save. Observers get all changes of one event in one
+/// batch.
 int SendEvent(const Control& c, Event event, long data = 0);
 
 /// Presses the control: the commit event.
@@ -190,8 +193,8 @@ inline int Commit(const Control& c, long data = 0) {
   return SendEvent(c, Event::Commit, data);
 }
 
-/// Presses several controls, each of them whatever the others said, and remembers a refusal. A halt in one of
-/// them ends the chain: what would come behind it is not pressed (see NoteHalt).
+/// Presses several controls, each of them whatever the others returned, and remembers a refusal. A halt in
+/// one of them ends the chain: the rest is not pressed (see NoteHalt).
 class Presses {
  public:
   Presses() { ForgetHalt(); }
@@ -206,7 +209,7 @@ class Presses {
 
 // --- the whole store ---
 
-/// Brings every control and panel to its declared first state; observers hear of one change, of everything.
+/// Restores the declared first state of every control and panel; observers get one change, of everything.
 /// Callbacks and observers stay.
 void ResetControls();
 

@@ -1,5 +1,5 @@
-// crc32.h - the usual check sum of files (polynomial EDB88320, as of zip and PNG), to tell whether a file is the one
-// that it was. No state.
+// crc32.h - the usual check sum of files (polynomial EDB88320, as of zip and PNG), to tell whether a file has
+// changed. No state.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +9,14 @@
 
 namespace sondera {
 
-/// @param former  sum of the bytes before, to sum up a text in pieces
+/// @param former  sum of the bytes before, for a text in several pieces
 std::uint32_t Crc32(std::string_view bytes, std::uint32_t former = 0);
 
 struct FileSum {
   std::int64_t bytes = 0;
   std::uint32_t crc = 0;
 };
-/// Nothing for a file that cannot be read to its end.
+/// No value for a file that cannot be read to its end.
 std::optional<FileSum> SumOfFile(const std::string& path);
 
 /// "bytes 1024 crc32 0a1b2c3d".

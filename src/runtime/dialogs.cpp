@@ -1,4 +1,4 @@
-// dialogs.cpp - hands each box to the installed front end. Owns that front end and the message count.
+// dialogs.cpp - passes each box to the installed front end. Owns that front end and the message count.
 #include "runtime/dialogs.h"
 
 #include <utility>
@@ -10,7 +10,7 @@
 namespace sondera {
 namespace {
 
-/// Answers that wait, one of each kind.
+/// Prepared answers, one of each kind.
 struct LaidAnswers {
   std::optional<FileChoice> file;
   std::optional<bool> confirm;

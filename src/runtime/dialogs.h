@@ -1,8 +1,7 @@
-// dialogs.h - the boxes that the logic shows, and the front end that stands behind them.
+// dialogs.h - the boxes that the program shows, and the front end that shows them.
 //
-// The logic calls MessagePopup, ConfirmPopup, PromptPopup and FileSelectPopup. What happens then is the
-// business of the installed front end: the console prints and answers by its rule, windows show real boxes,
-// tests record.
+// The program calls MessagePopup, ConfirmPopup, PromptPopup and FileSelectPopup. The installed front end
+// decides what happens: the console prints and answers by its rule, windows show real boxes, tests record.
 #pragma once
 
 #include <functional>
@@ -18,12 +17,12 @@
 
 namespace sondera {
 
-/// Answer of FileSelectPopup. The numbers are part of the logic (2 means a name that does not exist yet).
+/// Answer of FileSelectPopup. The program depends on the numbers (2 means a name that does not exist yet).
 enum class FileAnswer : int { Cancelled = 0, Exists = 1, IsNew = 2 };
 
 struct FileChoice {
   FileAnswer answer = FileAnswer::Cancelled;
-  std::string path;  ///< chosen path; as the dialog left it also after Cancel (usually empty)
+  std::string path;  ///< chosen path; the dialog's text also after Cancel (usually empty)
 };
 
 struct FileRequest {
@@ -33,14 +32,14 @@ struct FileRequest {
   bool forSaving = false;
 };
 
-/// What is to be printed: graphs of a panel, as their models stand, in the order of the page.
+/// Print request: graphs of a panel, with the present models, in the order of the page.
 struct PrintRequest {
   std::string title;
   Panel panel = Panel::PANEL;
   std::vector<ControlId> graphs;
 };
 
-/// Everything that needs a person or a display, as one table of functions. An empty slot does nothing:
+/// Everything that needs a person or a display, as one table of functions. An empty entry does nothing:
 /// messages are dropped, questions are answered No, prompts and files are cancelled, run() returns at once.
 struct FrontEnd {
   std::string name = "none";
@@ -53,29 +52,29 @@ struct FrontEnd {
   std::function<int()> run;       ///< the event loop; its result is that of RunUserInterface
   std::function<void(int)> quit;  ///< ends run() with this result
   std::function<void(bool)> waitCursor;
-  bool answersByRule = false;  ///< no person is asked: a question asked again gets the same kind of answer
+  bool answersByRule = false;  ///< no person is asked: a repeated question gets the same kind of answer
   std::function<bool(const PrintRequest&)> print;  ///< false: nothing was printed
   std::function<bool()> showManual;                ///< false: it is not shown
 };
 
-/// Installs a front end and returns the one that stood before, so that a test or a script can put it back.
+/// Installs a front end and returns the previous one, so that a test or a script can restore it.
 FrontEnd InstallFrontEnd(FrontEnd next);
 
-/// The front end in force.
+/// The installed front end.
 const FrontEnd& CurrentFrontEnd();
 
-/// Shows a message box and waits until it has been read. Counted, see MessageCount.
+/// Shows a message box and waits until it is closed. Counted, see MessageCount.
 void MessagePopup(std::string_view title, std::string_view text);
 
-/// The same under the title of the program. @return -1, the result of whatever refuses
+/// The same under the title of the program. @return -1, the result of callers that refuse
 int Refuse(std::string_view text);
-/// Shows the reason of a refusal, if it has one. @return 0 for what was done, -1 for what was refused
+/// Shows the reason of a refusal, if it has one. @return 0 for success, -1 for a refusal
 int ShowRefusal(const Refusal& refusal);
 
 /// Asks a yes/no question. True is yes.
 bool ConfirmPopup(std::string_view title, std::string_view text);
 
-/// A person sees questions and answers them.
+/// Whether a person sees questions and answers them.
 bool PersonAnswers();
 
 /// Asks for a line of text of at most maxLength bytes. Empty optional: cancelled.
@@ -89,9 +88,9 @@ int PrintGraphs(const PrintRequest& request);
 /// Shows the user manual. 0, or -1.
 int ShowManual();
 
-/// Answers that the next dialogs get without being shown, one of each kind: for whoever has asked a person before and
-/// then presses a control that asks again. An answer that nobody has asked for is dropped at the end, and answers laid
-/// out before wait again.
+/// Answers that the next dialogs get without being shown, one of each kind: for code that has already asked
+/// the person and then presses a control that asks again. An unused answer is dropped at the end, and earlier
+/// answers apply again.
 class OneShotAnswers {
  public:
   OneShotAnswers();
@@ -110,7 +109,7 @@ class OneShotAnswers {
 };
 
 /// Messages shown since the process began, and the latest text. A script compares the count before and after
-/// a command to learn whether the command complained.
+/// a command to find out whether there was a message.
 int MessageCount();
 const std::string& LastMessage();
 

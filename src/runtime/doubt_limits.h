@@ -1,7 +1,7 @@
-// doubt_limits.h - the one table of limits from which on a result is doubted or a note is made about it.
+// doubt_limits.h - the one table of limits for doubts and notes about a result.
 //
-// docs/inversion.md ("What to check before you believe it") has the same table with the reasons; a test holds
-// the two against each other.
+// docs/inversion.md ("What to check before you believe it") has the same table with the reasons; a test
+// compares the two.
 #pragma once
 
 namespace sondera {
@@ -20,9 +20,9 @@ struct DoubtLimits {
 
   // --- inversion ---
   double misfit = 4.0;       ///< largest weighted misfit (mean squared residual in deviations) at the end
-  double misfitRise = 1e-3;  ///< a misfit that is larger by this part than the one before has risen
+  double misfitRise = 1e-3;  ///< a misfit larger than the one before by this fraction has risen
   double resolution = 0.30;  ///< least resolution of a layer
-  double depthShare = 0.50;  ///< deepest top of the half-space, in parts of the longest wavelength
+  double depthShare = 0.50;  ///< deepest top of the half-space, as a fraction of the longest wavelength
 };
 inline constexpr DoubtLimits kDoubtLimits{};
 

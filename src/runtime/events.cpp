@@ -1,4 +1,4 @@
-// events.cpp - event polls and the way out. Owns the quit and interrupt flags.
+// events.cpp - event polls and the end of the program. Owns the quit and interrupt flags.
 #include "runtime/events.h"
 
 #include <time.h>
@@ -23,7 +23,7 @@ struct EventState {
 EventState state;
 volatile std::sig_atomic_t interruptFlag = 0;  // set from a signal handler, as the time is
 volatile time_t interruptTime = 0;
-constexpr time_t kPatience = 2;  // seconds in which a repeated request means the same one
+constexpr time_t kPatience = 2;  // seconds during which a repeated request counts as the same one
 
 }  // namespace
 
@@ -71,7 +71,7 @@ bool WaitCursorShown() {
   return state.waitCursor;
 }
 
-// All of it may run in a signal handler.
+// All of it must be safe in a signal handler.
 void RequestInterrupt() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);

@@ -21,7 +21,7 @@ int PosixLock(int fd) {
 
 const FileDriver* fileDriver = &posixFileDriver;
 
-/// The result of the call, which is made again as long as a signal breaks into it.
+/// The result of the call, which is repeated as long as a signal interrupts it.
 template <class Call>
 auto Uninterrupted(Call call) {
   auto result = call();
@@ -76,7 +76,7 @@ int FlushFile(int fd) {
 }
 
 int CloseFile(int fd) {
-  // Not again: after EINTR the descriptor is gone, and may be another file's already.
+  // Not repeated: after EINTR the descriptor is closed, and may already belong to another file.
   const int result = fileDriver->close(fd);
   return result != 0 && errno == EINTR ? 0 : result;
 }

@@ -1,8 +1,8 @@
-// file_driver.h - the few operating system calls behind all file access, as a table that a test can replace.
+// file_driver.h - the few operating system calls for all file access, as a table that a test can replace.
 //
-// Everything that reads or writes a file goes through the functions at the end, which ask the installed
-// driver and begin a call again when a signal breaks into it; nobody asks which driver it is. A test driver
-// that fails the n-th call is in tests/support/failing_file_driver.h.
+// All code that reads or writes a file uses the functions at the end, which call the installed driver and
+// repeat a call that a signal interrupts; no code checks which driver it is. A test driver that fails the
+// n-th call is in tests/support/failing_file_driver.h.
 #pragma once
 
 #include <sys/types.h>
@@ -23,8 +23,8 @@ struct FileDriver {
   int (*close)(int fd);
   int (*rename)(const char* from, const char* to);
   int (*remove)(const char* path);
-  /// Takes the file for this process alone, without waiting: 0, or -1 (EWOULDBLOCK: another has it). Closing
-  /// the descriptor, or the end of the process, gives it back. Null for a driver that knows no locks.
+  /// Locks the file for this process, without waiting: 0, or -1 (EWOULDBLOCK: another process has it).
+  /// Closing the descriptor, or the end of the process, releases it. Null for a driver without locks.
   int (*lock)(int fd) = nullptr;
 };
 
@@ -36,16 +36,16 @@ const FileDriver* InstallFileDriver(const FileDriver* next);
 
 const FileDriver& CurrentFileDriver();
 
-// The calls through the installed driver. Each is begun again after EINTR, so that the user's halt (a signal)
-// is never taken for a failure; other failures are -1 or false, with errno.
+// The calls through the installed driver. Each is repeated after EINTR, so that the user's halt (a signal)
+// never counts as a failure; other failures are -1 or false, with errno.
 
 int OpenFile(const std::string& path, int flags, mode_t mode = 0);
 /// Some bytes, at most `count`; 0 at the end.
 ssize_t ReadFile(int fd, void* bytes, std::size_t count);
-/// All of the bytes; false when one of the writes that it takes fails.
+/// All of the bytes; false when one of the required writes fails.
 bool WriteFile(int fd, const void* bytes, std::size_t count);
 int FlushFile(int fd);
-/// Closed in any case, also after a failure; a signal in the middle is none.
+/// Always closes, also after a failure; an interrupting signal is not a failure.
 int CloseFile(int fd);
 int RenameFile(const std::string& from, const std::string& to);
 int RemoveFile(const std::string& path);

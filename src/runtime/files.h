@@ -1,7 +1,7 @@
-// files.h - all of file access at once:
+// files.h - includes all headers for file access:
 //
 //   byte_reader.h    bounded binary reading       ByteReader
-//   atomic_writer.h  whole files or none          AtomicWriter, TextWriter, CopyFileAtomic
+//   atomic_writer.h  complete files or none       AtomicWriter, TextWriter, CopyFileAtomic
 //   text_reader.h    lines and tokens             TextReader, Tokenizer
 //   text_format.h    numbers and text, C locale   ParseReal, ParseInt, FormatText
 //   lock_file.h      one process at a time         LockFile

@@ -1,8 +1,8 @@
-// findings.h - what the program tells about its own results: notes that inform, doubts that count.
+// findings.h - messages of the program about its own results: notes that inform, and doubts.
 //
-// A finding is one sentence with its number and, for a doubt, what to do about it. Whoever notices it reports
-// it here; the end of an unattended run prints them, and with --strict doubts change the exit status. The
-// list belongs to the session: StartSession() empties it.
+// A finding is one sentence with its number and, for a doubt, what to do about it. The code that notices it
+// reports it here; the end of an unattended run prints the findings, and with --strict doubts change the exit
+// status. The list belongs to the session: StartSession() empties it.
 #pragma once
 
 #include <string>

@@ -9,7 +9,7 @@
 namespace sondera {
 namespace {
 
-/// Grows by the numbers that it is given and that an axis can show.
+/// Range of the added numbers that the axis can show.
 struct Span {
   bool logarithmic = false;
   double low = std::numeric_limits<double>::infinity(), high = -low;

@@ -1,4 +1,4 @@
-// graphs.cpp - graph models. Owns the models of all graph controls, and the place of the event under way.
+// graphs.cpp - graph models. Owns the models of all graph controls, and the place of the present event.
 #include "runtime/graphs.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@ namespace {
 constexpr int kMostCursors = 16;
 
 struct GraphState {
-  std::unordered_map<ControlId, GraphModel> models;  // of nodes that stay in place
+  std::unordered_map<ControlId, GraphModel> models;  // of nodes that do not move
   ControlId eventGraph = nullptr;
   GraphPlace eventPlace;
 };
@@ -258,7 +258,7 @@ int SendGraphEvent(const GraphControl& c, Event event, const GraphPlace& place) 
   if (place.cursor > 0) SetGraphCursor(c, place.cursor, place.x, place.y);
   const ControlId formerGraph = std::exchange(state.eventGraph, &c);
   const GraphPlace formerPlace = std::exchange(state.eventPlace, place);
-  const int result = SendEvent(c, event);  // throws nothing that it does not catch itself
+  const int result = SendEvent(c, event);  // throws only exceptions that it catches itself
   state.eventGraph = formerGraph;
   state.eventPlace = formerPlace;
   return result;
@@ -268,7 +268,8 @@ std::optional<GraphPlace> PlaceOfEvent(const Control& c) {
   return state.eventGraph == &c ? std::optional(state.eventPlace) : std::nullopt;
 }
 
-// The models stay where they are, and their revisions go on, so that nobody takes the empty graph for the old one.
+// The models keep their addresses, and their revisions continue, so that nobody confuses the empty graph with
+// the old one.
 void ResetGraphs() {
   const ChangeBatch batch;
   for (auto& [control, model] : state.models) {

@@ -1,10 +1,10 @@
-// graphs.h - what is on a graph, without a toolkit: plots, axes, cursors, rectangles, an intensity map; and the events
-// of the mouse over it.
+// graphs.h - contents of a graph, without a toolkit: plots, axes, cursors, rectangles, an intensity map; and
+// the events of the mouse over it.
 //
-// Plotting code fills these models by the functions below; a window draws them and has no opinion on what is in them;
-// tests and exporters read them. One model stands behind each GraphControl. Each change counts the model's revision up
-// and is noted (ChangeKind::Graph, runtime/changes.h). A front end asks for the model anew at each event: plots come
-// and go, and a reset empties the model.
+// Plotting code fills these models by the functions below; a window only draws them; tests and exporters read
+// them. Each GraphControl has one model. Each change increments the model's revision and is noted
+// (ChangeKind::Graph, runtime/changes.h). A front end gets the model again at each event: plots are added and
+// removed, and a reset empties the model.
 #pragma once
 
 #include <array>
@@ -34,7 +34,7 @@ struct PlotLook {
   int bandTo = 0;        ///< handle of another curve: the area between both is shaded; 0 for none
 };
 
-/// One curve. x and y are of one length; a point that is not finite is a gap.
+/// One curve. x and y have the same length; a point that is not finite makes a gap.
 struct PlotModel : PlotLook {
   int handle = 0;
   std::vector<double> x, y;
@@ -50,20 +50,20 @@ struct RectangleModel {
   bool selected = false;  ///< drawn with a mark (the picked mask)
 };
 
-/// Entry of a colour map: from this level on, this colour; colours between entries are blended.
+/// Entry of a colour map: the colour from this level on; colours between entries are interpolated.
 struct ColorLevel {
   double level = 0;
   int color = 0;
 };
 
-/// Intensity image, z[column * rows + row]; the true ranges of both axes are given beside it. A cell that is NaN has
-/// no value and no colour.
+/// Intensity image, z[column * rows + row]; the true ranges of both axes are separate. A NaN cell has no
+/// value and no colour.
 struct IntensityModel {
   std::vector<double> z;
   int columns = 0, rows = 0;
   double xMin = 0, xMax = 0, yMin = 0, yMax = 0;
   std::vector<ColorLevel> colorMap;
-  bool interpolate = true;  ///< colours go over smoothly between cells
+  bool interpolate = true;  ///< colours change smoothly between cells
   std::string label, unit;  ///< of the value
 };
 
@@ -73,15 +73,15 @@ struct AxisModel {
   bool reversed = false;
   double min = 0.0, max = 0.0;  ///< with autoScale no meaning, see LimitsInForce
   std::string label;            ///< name of the quantity, without its unit
-  std::string unit;             ///< "Hz"; a prefix goes in front of it
+  std::string unit;             ///< "Hz"; a prefix is put before it
   std::string prefix;           ///< "k", "m" ... of the numbers at the ticks
   double factor = 1.0;          ///< numbers at the ticks are divided by it; limits, plots and cursors are not
-  int divisions = 0;            ///< intervals between the ticks of a linear axis; 0: as the front end likes
+  int divisions = 0;            ///< intervals between the ticks of a linear axis; 0: the front end chooses
 };
 
 struct CursorModel {
   double x = 0.0, y = 0.0;
-  int plot = 0;   ///< handle of the plot it sits on, 0 for none
+  int plot = 0;   ///< handle of its plot, 0 for none
   int index = 0;  ///< point of that plot
   int color = 0;
 };
@@ -94,10 +94,11 @@ struct GraphModel {
   AxisModel xAxis, yAxis;
   std::vector<CursorModel> cursors;
   int nextHandle = 1;
-  int revision = 0;  ///< counts up on each change, a reset included
+  int revision = 0;  ///< incremented at each change, including a reset
 };
 
-/// The model behind a control; empty when nothing was drawn yet. The reference stays good, what is in it does not.
+/// The model of a control; empty when nothing was drawn yet. The reference stays valid, the contents may
+/// change.
 const GraphModel& GraphOf(const GraphControl& c);
 /// For front ends, which have the control without its type. Null for another kind.
 const GraphModel* FindGraph(const Control& c);
@@ -114,8 +115,8 @@ int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double
 /// Marks one rectangle as the selected one; 0 marks none.
 void SelectRectangle(const GraphControl& c, int handle);
 void PlotIntensity(const GraphControl& c, IntensityModel image);
-/// Removes one plot or rectangle, or with handle -1 everything on the graph but its axes, title and cursors. Cursors
-/// on a plot that goes stay where they are, on no plot.
+/// Removes one plot or rectangle, or with handle -1 everything on the graph except its axes, title and
+/// cursors. Cursors on a removed plot stay where they are, on no plot.
 void DeleteGraphPlot(const GraphControl& c, int handle = -1);
 void SetGraphTitle(const GraphControl& c, std::string_view title);
 
@@ -127,20 +128,21 @@ void SetAxisAuto(const GraphControl& c, bool xAxis);
 void SetAxisLabel(const GraphControl& c, bool xAxis, std::string_view label, std::string_view unit = {});
 void SetAxisLogarithmic(const GraphControl& c, bool xAxis, bool logarithmic);
 void SetAxisReversed(const GraphControl& c, bool xAxis, bool reversed);
-/// Numbers at the ticks are divided by factor (above 0), and the prefix stands before the unit.
+/// Numbers at the ticks are divided by factor (above 0), and the prefix is put before the unit.
 void SetAxisPrefix(const GraphControl& c, bool xAxis, std::string_view prefix, double factor);
 void SetAxisDivisions(const GraphControl& c, bool xAxis, int divisions);
 
-/// Limits that an axis is drawn with: finite, min below max, above 0 on a logarithmic axis.
+/// Limits for drawing an axis: finite, min below max, above 0 on a logarithmic axis.
 struct AxisLimits {
   double min = 0.0, max = 0.0;
-  bool known = false;  ///< false: nothing on the graph tells them; 0 to 1, or 1 to 10 on a logarithmic axis
+  bool known = false;  ///< false: the graph's contents give none; 0 to 1, or 1 to 10 on a logarithmic axis
 };
 struct GraphLimits {
   AxisLimits x, y;
 };
-/// Fixed limits where they can be drawn, else those of what is visible: curves, rectangles, image. Limits the wrong
-/// way round are turned; data of one value get 1 on either side, or half and twice on a logarithmic axis.
+/// Fixed limits where they can be drawn, else those of the visible contents: curves, rectangles, image.
+/// Limits in the wrong order are exchanged; data of one value get 1 on each side, or half and twice on a
+/// logarithmic axis.
 GraphLimits LimitsInForce(const GraphModel& graph);
 /// Upper x limit: of the axis when it is fixed, else of the curves; empty for a graph without a curve.
 std::optional<double> UpperXLimit(const GraphControl& c);
@@ -149,22 +151,22 @@ std::optional<double> UpperXLimit(const GraphControl& c);
 
 /// Cursor numbers count from 1; a number above the count adds cursors.
 void SetGraphCursor(const GraphControl& c, int cursor, double x, double y);
-/// The same onto a point (from 0) of a plot. False when there is no such point.
+/// The same for a point (from 0) of a plot. False when there is no such point.
 bool PutCursorOnPlot(const GraphControl& c, int cursor, int plot, int index);
 CursorModel GetGraphCursor(const GraphControl& c, int cursor);
 void SetCursorColor(const GraphControl& c, int cursor, int color);
 void SetCursorCount(const GraphControl& c, int count);
 /// Point of a plot (from 0) whose abscissa is nearest to x; -1 when none is finite.
 int NearestPoint(const PlotModel& plot, double x);
-/// After a redraw: each cursor keeps its x and gets plot, index and y of the nearest point of a plot. Without such a
-/// plot it sits on none and keeps its place.
+/// After a redraw: each cursor keeps its x and gets plot, index and y of the nearest point of a plot. Without
+/// such a plot it is on none and keeps its place.
 void RenewCursors(const GraphControl& c, int plot);
 
 // ---- events ---------------------------------------------------------------------------------------------
 
 enum class MouseButton : int { None, Left, Right };
 
-/// Where an event of the mouse took place, in the units of the axes as drawn.
+/// Place of a mouse event, in the units of the axes as drawn.
 struct GraphPlace {
   double x = 0.0, y = 0.0;
   MouseButton button = MouseButton::None;
@@ -172,12 +174,12 @@ struct GraphPlace {
   double fromX = 0.0, fromY = 0.0;  ///< of Event::Drag: where the button went down
 };
 
-/// Sends an event with its place. ValChanged: a cursor is on its way; Commit: it has been let go, or without one a
-/// click is done; LeftClick, RightClick, LeftDoubleClick: at the place; Drag: from one place to another, not on a
-/// cursor. A cursor that is named stands at the place before the callback runs; a number without a cursor is refused
-/// with -1. Returns as SendEvent.
+/// Sends an event with its place. ValChanged: a cursor is moving; Commit: it has been released, or, without a
+/// cursor, a click is complete; LeftClick, RightClick, LeftDoubleClick: at the place; Drag: from one place to
+/// another, not on a cursor. The named cursor moves to the place before the callback runs; a number without a
+/// cursor is refused with -1. Returns as SendEvent.
 int SendGraphEvent(const GraphControl& c, Event event, const GraphPlace& place);
-/// Place of the event that a graph's callback is called for; empty outside of SendGraphEvent.
+/// Place of the present event during a graph's callback; empty outside of SendGraphEvent.
 std::optional<GraphPlace> PlaceOfEvent(const Control& c);
 
 /// Empties all graphs.

@@ -1,5 +1,5 @@
-// input_scope.h - one act of a person, as a front end tells it to the listener of the session (session_watch.h). No
-// state.
+// input_scope.h - one action of a person, which a front end reports to the listener of the session
+// (session_watch.h). No state.
 #pragma once
 
 #include <utility>
@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// What a person did.
+/// Kind of action.
 struct Input {
   enum class Kind {
     Press,  ///< a button or a menu item
@@ -18,7 +18,7 @@ struct Input {
     Cells,  ///< cells of a table
     Point,  ///< the mouse on a graph
     Page,   ///< a tab page brought to the front
-    Open,   ///< another project opened, whatever was asked before
+    Open,   ///< another project opened, whatever the questions before
   } kind = Kind::Press;
   ControlId control = nullptr;
   Event event = Event::Commit;
@@ -28,16 +28,16 @@ struct Input {
   int page = 0;                                 ///< of Page, from 0
 };
 
-/// An act, from its first event to its last. What a callback does inside of it is no act of its own.
+/// An action, from its first event to its last. Actions of a callback inside it are not separate.
 class InputScope {
  public:
   explicit InputScope(Input input);
   ~InputScope();
   InputScope(const InputScope&) = delete;
   InputScope& operator=(const InputScope&) = delete;
-  /// The value stands in the store.
+  /// The value is in the store.
   void entered();
-  /// Takes the result of an event: below 0 the act was refused.
+  /// Gets the result of an event: below 0 the action was refused.
   void note(int result) { refused_ = refused_ || result < 0; }
 
  private:

@@ -1,7 +1,7 @@
 // linked_list.h - a plain singly linked list with head and tail, which owns its items.
 //
-// Made for lists that grow at the end and are emptied from the front: the array curves of a run
-// (Observations::obsCurves of forward/system_state.h) stand in one.
+// Made for lists that grow at the end and are emptied from the front, such as the array curves of a run
+// (Observations::obsCurves of run/system_state.h).
 #pragma once
 
 #include <memory>
@@ -59,7 +59,7 @@ void LListFree(std::unique_ptr<LList<T>>& list) {
   list.reset();
 }
 
-/// Inserts an item behind the node `after`, or at the head when `after` is null. The tail moves when `after`
+/// Inserts an item after the node `after`, or at the head when `after` is null. The tail changes when `after`
 /// was the tail, or the list was empty. @return the new node
 template <class T>
 typename LList<T>::Node* PtrInsertlist(LList<T>& list, std::unique_ptr<T> item,
@@ -76,7 +76,7 @@ typename LList<T>::Node* PtrEnlist(LList<T>& list, std::unique_ptr<T> item) {
   return PtrInsertlist(list, std::move(item), list.tail);
 }
 
-/// Removes the first item and hands it over; null from an empty list.
+/// Removes the first item and returns it; null from an empty list.
 template <class T>
 std::unique_ptr<T> PtrDelist(LList<T>& list) {
   if (list.head == nullptr) return nullptr;

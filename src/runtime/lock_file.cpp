@@ -23,10 +23,10 @@ namespace sondera {
 namespace {
 
 constexpr std::string_view kExtension = ".lock";
-constexpr std::string_view kMark = "sondera ";   // a file without it is somebody else's
-constexpr std::size_t kLongestName = 255;        // bytes of a file name, as the system allows
-constexpr int kMostAttempts = 1000;              // lock files removed under our hands, one after the other
-constexpr std::chrono::milliseconds kPause{50};  // between two looks at a lock that is waited for
+constexpr std::string_view kMark = "sondera ";  // a file without it belongs to somebody else
+constexpr std::size_t kLongestName = 255;       // bytes of a file name, as the system allows
+constexpr int kMostAttempts = 1000;  // lock files that others removed meanwhile, one after the other
+constexpr std::chrono::milliseconds kPause{50};  // between two checks of a lock that is waited for
 
 /// A lock file that is open and, once taken, locked.
 struct Holder {
@@ -40,7 +40,8 @@ struct Holder {
   Holder() = default;
   Holder(const Holder&) = delete;
   Holder& operator=(const Holder&) = delete;
-  /// First the name, then the lock: whoever gets the lock in between sees that its file has no name any more.
+  /// First the name, then the lock: a process that gets the lock in between notices that its file has no name
+  /// any more.
   ~Holder() {
     if (fd < 0) return;
     if (taken && owner == ::getpid()) RemoveFile(name);
@@ -60,13 +61,13 @@ std::shared_ptr<Holder> HeldHere(dev_t device, ino_t node) {
   return nullptr;
 }
 
-/// Errors of a place that cannot hold a lock; whether it can be written, its own writer tells.
+/// Errors of a place that cannot hold a lock; the file's own writer reports whether it can be written.
 bool MeansNoLocks(int error) {
   constexpr int kErrors[] = {EACCES, EPERM, EROFS, ENOENT, ENOTDIR, ENOLCK, ENOSYS, EOPNOTSUPP};
   return std::find(std::begin(kErrors), std::end(kErrors), error) != std::end(kErrors);
 }
 
-/// One try: what came of it, and with Failed the reason.
+/// Result of one try, with the reason for Failed.
 struct Attempt {
   LockResult result = LockResult::Failed;
   std::shared_ptr<Holder> holder;
@@ -92,9 +93,9 @@ bool ReadMark(int fd, std::string& line) {
 }
 
 Attempt TryOnce(const std::string& name) {
-  // No waiting at a pipe, nothing made behind a link that somebody has put there.
+  // Does not wait at a pipe, and creates nothing through a link of somebody else.
   constexpr int kFlags = O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
-  const auto holder = std::make_shared<Holder>();  // closes the file again on every way out but the last
+  const auto holder = std::make_shared<Holder>();  // closes the file again, except on success
   holder->name = name;
   bool mayWrite = true;
   holder->fd = OpenFile(name, O_RDWR | O_CREAT | kFlags, 0666);
@@ -132,7 +133,7 @@ Attempt TryOnce(const std::string& name) {
   holder->taken = true;
   holder->device = opened.st_dev;
   holder->node = opened.st_ino;
-  if (mayWrite) {  // of one length, so that it covers the mark of a killed process
+  if (mayWrite) {  // always the same length, so that it overwrites the mark of a killed process
     const std::string mark = FormatText("%s%-12ld\n", kMark.data(), static_cast<long>(::getpid()));
     if (::lseek(fd, 0, SEEK_SET) != 0 || !WriteFile(fd, mark.data(), mark.size())) return Trouble(errno);
   }

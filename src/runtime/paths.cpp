@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kMostLinks = 40;  // symbolic links in a row, as the kernel allows
+constexpr int kMostLinks = 40;  // consecutive symbolic links, as the kernel allows
 
 }  // namespace
 
@@ -77,7 +77,7 @@ bool FollowLinks(std::string path, std::string& target) {
   char text[4096];
   for (int i = 0; i < kMostLinks; ++i) {
     const ssize_t n = ::readlink(path.c_str(), text, sizeof text);
-    if (n < 0 || n == static_cast<ssize_t>(sizeof text)) {  // no link, or one that no path could name
+    if (n < 0 || n == static_cast<ssize_t>(sizeof text)) {  // no link, or one longer than any path
       target = path;
       return true;
     }

@@ -1,5 +1,5 @@
-// project_hooks.h - what a front end asks of the project, without knowing it: unsaved changes, save, open. app/ installs
-// the functions at session start.
+// project_hooks.h - functions that a front end needs of the project, without knowing it: unsaved changes,
+// save, open. app/ installs them at session start.
 #pragma once
 
 #include <functional>
@@ -16,24 +16,26 @@ struct ProjectHooks {
   std::function<std::string()> path;
 };
 
-/// Installs the functions and returns the former ones. An empty slot says no, or refuses with -1.
+/// Installs the functions and returns the former ones. An empty entry returns no, or refuses with -1.
 ProjectHooks InstallProjectHooks(ProjectHooks next);
 
-/// The bytes that a save would write differ from those of the project as it was last read, written or begun.
+/// Whether a save would write other bytes than those of the project when it was last read, written or
+/// created.
 bool HasUnsavedChanges();
 /// Presses Save; asks for a name where there is none. 0, or -1 when nothing was saved.
 int SaveProjectNow();
-/// Presses Open for this file. A file that is not there, or that another process has, is told in one message, and the
-/// present project stays as it is. 0, or -1.
+/// Presses Open for this file. For a file that does not exist, or that another process has, there is one
+/// message, and the present project stays. 0, or -1.
 int OpenProject(const std::string& path);
-/// Asks for the file first and then opens it so; after Cancel nothing has changed. 0, or -1.
+/// Asks for the file first and then opens it in this way; after Cancel nothing has changed. 0, or -1.
 int AskAndOpenProject();
 
 /// File of the open project; empty while it has none.
 std::string ProjectPath();
 
-/// Runs what only looks around (a page, a choice of a trace, a redraw). It may leave marks in the records, such as the
-/// record of a pair that was never shown before; they alone make no unsaved change.
+/// Runs an action that only displays data (a page, a choice of a trace, a redraw). It may change the records,
+/// for example create the record of a pair that was never shown before; such changes alone do not count as
+/// unsaved.
 void LookAround(const std::function<void()>& look);
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// redraw.cpp - passes redraw notices on to the registered handlers. Owns that registration.
+// redraw.cpp - passes redraw notices to the registered handlers. Owns that registration.
 #include "runtime/redraw.h"
 
 #include <utility>

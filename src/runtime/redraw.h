@@ -1,7 +1,7 @@
-// redraw.h - notices that something shown has changed. Panels send them, and long runs where the
-// order of what is seen demands it; app/ registers the functions of panels/ that answer. No result depends on a
-// notice, with one exception that is on purpose: a phase display brings the band limits of a measured record up to
-// date (see records/measdb.h, BringBandLimitsUpToDate).
+// redraw.h - notices that displayed data have changed. Panels send them, and long runs where the order of the
+// display requires it; app/ registers the functions of panels/ that handle them. No result depends on a
+// notice, with one exception on purpose: a phase display updates the band limits of a measured record (see
+// records/measdb.h, BringBandLimitsUpToDate).
 #pragma once
 
 #include <functional>
@@ -20,11 +20,11 @@ struct RedrawHandlers {
   std::function<void(int entry)> drawRMSerror;
 };
 
-/// Registers the handlers and returns the former ones. Empty slots do nothing.
+/// Registers the handlers and returns the former ones. Empty entries do nothing.
 RedrawHandlers InstallRedrawHandlers(RedrawHandlers next);
 
 /// Draws graph A and graph B of a page: 1 the masking page, any other the measurement page. -1 when there is
-/// nothing to draw, -2 when what is asked for has not been calculated.
+/// nothing to draw, -2 when the requested data have not been calculated.
 int DoPlotting(int page);
 /// First two channels of the record under preview.
 void DoPreviewPlotting();

@@ -1,4 +1,4 @@
-// refusal.h - how computing code says that it did not do what was asked: a reason, which the panel shows.
+// refusal.h - the reason why computing code did not do its task, for the panel to show.
 //
 // Computing code returns a Refusal and shows nothing; panels/ passes it to ShowRefusal (dialogs.h).
 #pragma once
@@ -8,8 +8,8 @@
 
 namespace sondera {
 
-/// Empty: done. Otherwise refused, mostly with a reason; a halted run and a reason that was shown already have
-/// none.
+/// Empty: success. Otherwise refused, mostly with a reason; a halted run and a reason that was already shown
+/// have none.
 class [[nodiscard]] Refusal {
  public:
   Refusal() = default;
@@ -17,7 +17,7 @@ class [[nodiscard]] Refusal {
       : refused_(true), reason_(std::move(reason)) {}            // NOLINT: a reason is a refusal
   Refusal(const char* reason) : Refusal(std::string(reason)) {}  // NOLINT
   static Refusal WithoutReason() { return Refusal(std::string()); }
-  /// A reason that is shown under a title of its own.
+  /// A reason that is shown under its own title.
   static Refusal Titled(std::string title, std::string reason) {
     Refusal refusal(std::move(reason));
     refusal.title_ = std::move(title);

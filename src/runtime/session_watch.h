@@ -1,6 +1,6 @@
-// session_watch.h - one listener to what comes into a session from outside: a person's acts at the door of a front end
-// (input_scope.h), the answers to boxes, the polls of long runs, and the files that are read. The log of a session is
-// written from it.
+// session_watch.h - one listener to all input of a session: a person's actions at a front end
+// (input_scope.h), the answers to boxes, the polls of long runs, and the files that are read. The log of a
+// session uses it.
 #pragma once
 
 #include <functional>
@@ -14,9 +14,9 @@ struct FileChoice;
 
 struct SessionWatcher {
   std::function<void(const Input&)> begins;
-  /// Of Value and Cells: the value stands in the store, no callback has seen it yet.
+  /// For Value and Cells: the value is in the store, no callback has run yet.
   std::function<void(const Input&)> entered;
-  /// refused: the act, or a part of it, was.
+  /// refused: the action, or a part of it, was refused.
   std::function<void(const Input&, bool refused)> ends;
   std::function<void(bool yes)> confirmed;
   /// Empty: cancelled.
@@ -26,9 +26,9 @@ struct SessionWatcher {
   std::function<void(const std::string& path)> readsFile;
 };
 
-/// Installs the listener, which stays over a new session, and returns the one that stood before.
+/// Installs the listener, which stays in a new session, and returns the previous one.
 SessionWatcher WatchSession(SessionWatcher watcher);
-/// The listener in force, for whoever tells it.
+/// The installed listener, for code that reports to it.
 const SessionWatcher& TheSessionWatcher();
 
 }  // namespace sondera

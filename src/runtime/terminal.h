@@ -1,7 +1,7 @@
-// terminal.h - text for a person's terminal, which may hold names from files.
+// terminal.h - text for a terminal, which may contain names from files.
 //
-// Callers: everything that prints to standard error. A control byte in a name would else reach the terminal
-// as a command: move the cursor, change the title, hide a line.
+// Callers: all code that prints to standard error. Otherwise the terminal would interpret a control byte in a
+// name as a command: move the cursor, change the title, hide a line.
 #pragma once
 
 #include <string>
@@ -9,10 +9,10 @@
 
 namespace sondera {
 
-/// The text with every control byte but the line end, and every byte that is no UTF-8, as "\xNN".
+/// The text with every control byte except the line end, and every byte that is not UTF-8, as "\xNN".
 std::string TerminalText(std::string_view text);
 
-/// The same for one line: the line end too, so that a name cannot look like a line of its own.
+/// The same for one line: also without line ends, so that a name cannot look like another line.
 std::string VisibleText(std::string_view text);
 
 /// printf to standard error, through TerminalText; numbers in the C locale.

@@ -23,7 +23,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// Bytes of white space in front, and the sign behind it.
+/// Bytes of leading white space, and the sign after it.
 std::size_t SkipWhiteAndSign(std::string_view text, bool& negative) {
   std::size_t at = 0;
   while (at < text.size() && IsWhite(text[at])) ++at;
@@ -32,7 +32,7 @@ std::size_t SkipWhiteAndSign(std::string_view text, bool& negative) {
   return at;
 }
 
-/// strtod for what from_chars leaves open: hexadecimal numbers, and values beyond the range.
+/// strtod for cases that from_chars does not handle: hexadecimal numbers, and values beyond the range.
 double SlowReal(std::string_view text, std::size_t* length) {
   const CNumberScope scope;
   const std::string copy(text);

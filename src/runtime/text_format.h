@@ -1,4 +1,4 @@
-// text_format.h - numbers to text and back, in the C locale whatever the process's locale is.
+// text_format.h - numbers to text and back, in the C locale, independent of the process's locale.
 #pragma once
 
 #include <cstdarg>
@@ -9,11 +9,11 @@
 namespace sondera {
 
 /// Leading number of a text: white space, sign, decimal or hexadecimal number, "inf" or "nan"; 0 without one,
-/// an infinity beyond the range. What follows the number does not matter.
+/// infinity beyond the range. Text after the number does not matter.
 /// @param[out] used  bytes up to the number's end; 0 when there is no number. May be null
 double ParseReal(std::string_view text, std::size_t* used = nullptr);
 
-/// The same, where an exponent may also be marked by D or d ("1.25D-03"), as Fortran writes it.
+/// The same, where an exponent may also have D or d ("1.25D-03"), as in Fortran.
 double ParseRealD(std::string_view text, std::size_t* used = nullptr);
 
 /// Leading decimal integer of a text: white space, sign, digits; 0 without one. Beyond 32 bits: the nearest
@@ -24,8 +24,8 @@ int ParseInt(std::string_view text, std::size_t* used = nullptr);
 std::string FormatText(const char* format, ...) __attribute__((format(printf, 1, 2)));
 std::string FormatTextV(const char* format, std::va_list arguments) __attribute__((format(printf, 1, 0)));
 
-/// While it lives, numbers of this thread are written and read with a decimal point. Costs a look at the
-/// locale when that is so anyway.
+/// While it exists, numbers of this thread are written and read with a decimal point. If that is already the
+/// case it only checks the locale.
 class CNumberScope {
  public:
   CNumberScope();
@@ -35,7 +35,7 @@ class CNumberScope {
 
  private:
   void* own_ = nullptr;       // locale_t made for the scope; null when none was needed
-  void* previous_ = nullptr;  // locale_t to go back to
+  void* previous_ = nullptr;  // locale_t to restore
 };
 
 }  // namespace sondera

@@ -32,7 +32,7 @@ void TextReader::Rewind() {
 
 bool TextReader::ReadLine(std::string& line, std::size_t maxBytes) {
   line.clear();
-  bool heldCR = false;  // a CR is only written once the byte behind it is known not to be LF
+  bool heldCR = false;  // a CR is only written once the next byte is known not to be LF
   while (line.size() < maxBytes) {
     const std::string_view window = source_.Window();
     if (window.empty()) {

@@ -15,10 +15,10 @@
 
 namespace sondera {
 
-/// Where and why a text is refused.
+/// Why and where a text is refused.
 struct TextFault {
-  std::int64_t line = 0;  ///< from 1; 0: no single line
-  std::string cause;      ///< empty: the text is good
+  std::int64_t line = 0;  ///< from 1; 0: not a single line
+  std::string cause;      ///< empty: the text is valid
 };
 
 /// Lines of a text file or of a block of memory.
@@ -28,7 +28,7 @@ class TextReader {
 
   /// Opens a regular file; false with the reason in *reason (if given).
   bool Open(const std::string& path, std::string* reason = nullptr);
-  /// Reads a block of memory, which has to outlive the reading.
+  /// Reads a block of memory, which must outlive the reading.
   void OpenMemory(std::string_view text);
   void Close();
   bool IsOpen() const { return source_.IsOpen(); }
@@ -39,13 +39,13 @@ class TextReader {
   /// has the LF. A CR before LF is dropped and not counted. False at the end, with an empty line.
   bool ReadLine(std::string& line, std::size_t maxBytes = 256);
 
-  /// Next line whole, without its line end. Of a line longer than maxBytes the first maxBytes bytes are
-  /// given, the rest is passed over, and LineWasCut() is true. False at the end, with an empty line.
+  /// Next line, complete and without its line end. Of a line longer than maxBytes only the first maxBytes
+  /// bytes are returned, the rest is skipped, and LineWasCut() is true. False at the end, with an empty line.
   bool ReadPhysicalLine(std::string& line, std::size_t maxBytes = kLongestLine);
   bool LineWasCut() const { return cut_; }
   /// Whether that line had its line end. Only the last line of a text can lack it.
   bool LineHadEnd() const { return ended_; }
-  /// Lines that ReadPhysicalLine has given since the text was opened or rewound.
+  /// Number of lines from ReadPhysicalLine since the text was opened or rewound.
   std::int64_t LinesRead() const { return linesRead_; }
 
   /// True after a read error of the system; the text then counts as ended.
@@ -59,7 +59,7 @@ class TextReader {
   std::int64_t linesRead_ = 0;
 };
 
-/// Set of byte values, for a quick look whether a byte is in it.
+/// Set of byte values, for a quick check whether a byte is in it.
 class ByteSet {
  public:
   explicit ByteSet(std::string_view bytes) {
@@ -73,8 +73,8 @@ class ByteSet {
   std::uint64_t bits_[4] = {};
 };
 
-/// Tokens between runs of delimiters, one by one; leading delimiters are passed over, and after a token its
-/// one delimiter is. The text ends at a zero byte. The text is viewed, not copied: it has to outlive the
+/// Tokens between runs of delimiters, one by one. Leading delimiters are skipped; after a token its one
+/// delimiter is skipped. The text ends at a zero byte. The text is viewed, not copied: it must outlive the
 /// tokens.
 class Tokenizer {
  public:
@@ -84,11 +84,11 @@ class Tokenizer {
   // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): a temporary std::string alone comes here
   explicit Tokenizer(T&& temporary, std::string_view delimiters = "") = delete;
 
-  /// Next token, never empty; nothing when the text has no more.
+  /// Next token, never empty; no value at the end of the text.
   std::optional<std::string_view> Next() { return Next(delimiters_); }
-  /// The same with other delimiters for this once.
+  /// The same with other delimiters for this call.
   std::optional<std::string_view> Next(std::string_view delimiters) { return Next(ByteSet(delimiters)); }
-  /// The text behind the last token and its delimiter.
+  /// The text after the last token and its delimiter.
   std::string_view Rest() const { return rest_; }
 
  private:

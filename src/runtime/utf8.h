@@ -1,4 +1,4 @@
-// utf8.h - characters of UTF-8 texts, and texts of the project made sound. No state.
+// utf8.h - characters of UTF-8 texts, and conversion of the project's texts to valid UTF-8. No state.
 #pragma once
 
 #include <cstddef>
@@ -8,18 +8,18 @@
 
 namespace sondera {
 
-/// Bytes of the character at the start of a text that is not empty; 0 when it is no whole UTF-8 character. code gets the
-/// character, or the byte.
+/// Bytes of the character at the start of a non-empty text; 0 when it is not a complete UTF-8 character. code
+/// gets the character, or the byte.
 std::size_t CharacterAt(std::string_view text, std::uint32_t& code);
 
-/// Next letter of a text that is not empty, which gets shorter. A byte that is no UTF-8 counts as Latin-1, which older
-/// files hold.
+/// Removes and returns the next letter of a non-empty text. A byte that is not UTF-8 counts as Latin-1, which
+/// older files contain.
 std::uint32_t NextLetter(std::string_view& text);
 
 /// Appends a letter.
 void PutLetter(std::string& text, std::uint32_t letter);
 
-/// The text as sound UTF-8 in one line: bytes that are none as Latin-1, control characters as spaces.
+/// The text as valid UTF-8 in one line: invalid bytes as Latin-1, control characters as spaces.
 std::string SoundText(std::string_view text);
 
 /// Letters of a text.

@@ -1,4 +1,4 @@
-// version.h - the version of the program: the one place. CMakeLists.txt reads it from here.
+// version.h - the version of the program, defined only here. CMakeLists.txt reads it from here.
 #pragma once
 
 #include <string_view>

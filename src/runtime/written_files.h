@@ -1,6 +1,6 @@
-// written_files.h - which files the session has written, for the summary of an unattended run.
+// written_files.h - the files that the session has written, for the summary of an unattended run.
 //
-// AtomicWriter, behind all writers, reports here when a file is in place. The list belongs to the session:
+// AtomicWriter, which all writers use, reports each completed file here. The list belongs to the session:
 // StartSession() empties it.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace sondera {
 
-/// Reports a file by the path that it was written under. The same path is kept once, at its first place.
+/// Reports a file by the path that it was written under. A path is kept once, at its first place.
 void NoteWrittenFile(const std::string& path);
 const std::vector<std::string>& WrittenFiles();
 void ClearWrittenFiles();

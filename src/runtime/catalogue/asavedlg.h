@@ -1,4 +1,4 @@
-// asavedlg.h - "Automated Save": folder and running name of the measurements saved in the field.
+// asavedlg.h - "Automated Save": folder and numbered name of the measurements saved in the field.
 //
 // FILENAME shows the name; AUTOFILE keeps it, as a base and a number, from one save to the next.
 #pragma once

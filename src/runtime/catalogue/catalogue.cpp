@@ -1,5 +1,5 @@
-// catalogue.cpp - the table of all panels. A panel is added here, as an entry of Panel and as a header of its
-// own; catalogue_test holds the three against each other.
+// catalogue.cpp - the table of all panels. To add a panel, add an entry of Panel and a header of its own, and
+// name it here; catalogue_test compares the three.
 #include "runtime/control.h"
 #include "runtime/version.h"
 

@@ -1,7 +1,7 @@
 // cdisppnl.h - "Representative Disp. Curve": how the curves of all pairs are condensed.
 //
-// The ratio acts while AVG_LINLOG is 1; with 0 the spacing of the points is logarithmic. Settings of the
-// array curves follow the global ones, apart from the order of each pair's polynomial.
+// The ratio is used while AVG_LINLOG is 1; with 0 the spacing of the points is logarithmic. Settings of the
+// array curves follow the global ones, except for the order of each pair's polynomial.
 #pragma once
 
 #include "runtime/controls.h"

@@ -1,9 +1,9 @@
-// exdthd.h - the results page: experimental against theoretical curves, the profile beside them, and the
-// progress of a run in two text boxes.
+// exdthd.h - the results page: experimental and theoretical curves, the profile beside them, and the progress
+// of a run in two text boxes.
 //
-// ITERNO lists what can be viewed: a value at or above 0 is an iteration, a value below 0 a starting profile.
-// The page starts in the face of the inversion, the one in which ITERNO and PLOT_INV show. The curve lists
-// start with their fixed item and are filled anew for each run.
+// ITERNO lists the results to view: a value at or above 0 is an iteration, a value below 0 a starting
+// profile. The page starts for the inversion, with ITERNO and PLOT_INV visible. The curve lists start with
+// their fixed item and are filled again for each run.
 #pragma once
 
 #include "runtime/catalogue/items.h"

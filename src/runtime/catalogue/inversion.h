@@ -1,9 +1,9 @@
 // inversion.h - "Parameters for Inversion Analysis": starting model, iterations, uncertainty, bounds,
 // constraints.
 //
-// The values here hold until the record of the inversion is written over them, which has other ones for UF_H
-// and UB_VS. Data keep their deviations (CD_COV 0) and the model factors are UF_H and UF_VS (CM_COV 0) at the
-// start, so the factors of the other choices start dimmed.
+// These values are used until the record of the inversion overwrites them; the record has other ones for UF_H
+// and UB_VS. At the start data keep their deviations (CD_COV 0) and the model factors are UF_H and UF_VS
+// (CM_COV 0), so the factors of the other choices start dimmed.
 #pragma once
 
 #include "runtime/controls.h"
@@ -173,8 +173,8 @@ inline constexpr ToggleControl UPDATERHONU{
     1,
     {.hint = "Derives density and Poisson's ratio anew from each shear wave velocity."}};
 
-// Beyond the plain iteration, off at first. A project file does not hold them.
-/// A step that raises chi is halved, four times at most; else the model stays.
+// Beyond the plain iteration, initially off. A project file does not contain them. A step that raises chi is
+// halved, four times at most; else the model stays.
 inline constexpr ToggleControl STEPCONTROL{
     Panel::INVERSION,
     "STEPCONTROL",
@@ -188,7 +188,7 @@ inline constexpr ToggleControl DATADEVIATION{
     "Deviation from the data",
     0,
     {.hint = "Takes the deviation of the velocities from the misfit of the starting model, 5 % at least."}};
-/// Points more than 1.5 deviations off the curve pull with a limited force.
+/// Points more than 1.5 deviations off the curve have limited influence.
 inline constexpr ToggleControl HUBERWEIGHTS{
     Panel::INVERSION,
     "HUBERWEIGHTS",

@@ -1,15 +1,15 @@
 // items.h - lists of items that more than one panel offers: display types, length units, sites, markers,
 // colours.
 //
-// Used by the headers of the panels and by logic that fills a list anew. The position of an item is its value
-// unless the list says otherwise.
+// Used by the headers of the panels and by code that fills a list again. The position of an item is its value
+// unless the list has other values.
 #pragma once
 
 #include "runtime/controls.h"
 
 namespace sondera::panel_items {
 
-/// What a trace shows.
+/// Contents of a trace.
 inline constexpr ListItem kDisplayTypes[] = {{"Time Trace", 0},
                                              {"Linear Spectrum (Phase)", 1},
                                              {"Linear Spectrum (Amp)", 2},
@@ -22,14 +22,13 @@ inline constexpr ListItem kDisplayTypes[] = {{"Time Trace", 0},
                                              {"Impulse Response", 9},
                                              {"Gabor Spectrum", 10}};
 
-/// Which trace the other controls of the page act on.
+/// The trace that the other controls of the page change.
 inline constexpr ListItem kTraces[] = {{"Trace A", 0}, {"Trace B", 1}, {"Both", 2}};
 
 /// Ordinate of amplitude displays.
 inline constexpr ListItem kLinearLog[] = {{"Linear", 0}, {"Log", 1}};
 
-/// Scale of an axis in the axis dialogs; the other way round than kLinearLog, as the records of the axes keep
-/// it.
+/// Scale of an axis in the axis dialogs; the reverse of kLinearLog, as in the records of the axes.
 inline constexpr ListItem kAxisScales[] = {{"Log", 0}, {"Linear", 1}};
 
 /// Unit of voltage displays.
@@ -41,7 +40,7 @@ inline constexpr ListItem kMarkerCounts[] = {{"Off", 0}, {"One", 1}, {"Two", 2}}
 /// Metres per unit of length.
 inline constexpr ListItem kLengthUnits[] = {{"meter", 1.0}, {"cm", 0.01}, {"ft", 0.3048}, {"in", 0.0254}};
 
-/// Kind of site: picks the pseudo velocities of the impulse response filter.
+/// Kind of site: selects the pseudo velocities of the impulse response filter.
 inline constexpr ListItem kSiteCategories[] = {
     {"Geotechnical Site", 0}, {"Concrete Site", 1}, {"Pavement Site", 2}};
 
@@ -51,7 +50,7 @@ inline constexpr ListItem kPhaseOptions[] = {{"Original", 0}, {"Enhanced", 1}, {
 /// Quantity on an axis of a dispersion graph.
 inline constexpr ListItem kDispersionAxes[] = {{"Phase Velocity", 0}, {"Frequency", 1}, {"Wavelength", 2}};
 
-/// Markers of curves; counters that hand them out run to 18.
+/// Markers of curves; counters that assign them run to 18.
 inline constexpr ListItem kMarkers[] = {{"Empty square", 0},
                                         {"Solid square", 1},
                                         {"Dotted square", 2},

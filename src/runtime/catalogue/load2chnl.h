@@ -1,5 +1,4 @@
-// load2chnl.h - "Load Two-Channel Freq. Resp. Data": an earlier import dialog, whose work LOADTXDATA does
-// now.
+// load2chnl.h - "Load Two-Channel Freq. Resp. Data": an earlier import dialog; LOADTXDATA replaces it.
 #pragma once
 
 #include "runtime/controls.h"

@@ -1,7 +1,7 @@
 // loadtxdata.h - "Load Measurement Data (Text Format)": the import of measurements made elsewhere.
 //
-// Ten rows of files (the source's, then nine channels) and nine rows of locations; the import logic shows as
-// many as the kind of data needs and words their labels; without receivers only the source has a row.
+// Ten rows of files (the source's, then nine channels) and nine rows of locations; the import shows as many
+// as the kind of data needs and sets their labels; without receivers only the source has a row.
 #pragma once
 
 #include "runtime/catalogue/items.h"

@@ -1,5 +1,5 @@
-// mscalepnl.h - "Axis Attributes" of traces A and B: the limits in force beside the ones to take. An axis
-// with automatic limits needs none, so its fields start dimmed.
+// mscalepnl.h - "Axis Attributes" of traces A and B: the present limits and fields for new ones. An axis with
+// automatic limits needs none, so its fields start dimmed.
 #pragma once
 
 #include "runtime/controls.h"

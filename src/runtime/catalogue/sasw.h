@@ -1,7 +1,7 @@
 // sasw.h - the masking page: two traces, the three phases of a pair, and the masks on trace A.
 //
-// The dispersion starts on the enhanced phase, since a run that only sets the enhanced window must act on the
-// curve; so the box of that phase is on as well.
+// The dispersion starts with the enhanced phase, since a run that only sets the enhanced window must affect
+// the curve; so the box of that phase is on as well.
 #pragma once
 
 #include "runtime/catalogue/items.h"

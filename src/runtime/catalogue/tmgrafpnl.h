@@ -1,7 +1,7 @@
 // tmgrafpnl.h - "Tomographic Image of Phase Velocity": the section along a line, as an image or as stacked
 // curves.
 //
-// The two levels at the ends of the colour scale are entered, the two between are shown.
+// The two levels at the ends of the colour scale are entered, the two between are displayed.
 #pragma once
 
 #include "runtime/controls.h"
