@@ -1,5 +1,5 @@
-// callbacks.cpp - which callback stands behind which control, and which drawing function behind which notice.
-// Front ends, scripts and tests all press buttons through this table.
+// callbacks.cpp - the table of the callbacks of all controls, and of the drawing functions of the redraw
+// notices. Front ends, scripts and tests all press buttons through this table.
 #include "app/callbacks.h"
 
 #include "app/devices.h"

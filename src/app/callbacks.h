@@ -3,7 +3,7 @@
 
 namespace sondera {
 
-/// Puts all callbacks into the settings store, and the drawing functions behind the redraw notices.
+/// Installs all callbacks in the settings store, and the drawing functions of the redraw notices.
 void InstallCallbacks();
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// command_line.cpp - from the words of the command line to the exit status.
+// command_line.cpp - from the command line to the exit status.
 #include "app/command_line.h"
 
 #include <algorithm>
@@ -94,7 +94,7 @@ error, and 3 when everything was done and there are doubts (with --strict, or by
 constexpr std::string_view kBoardOption = "--board=", kFormatOption = "--format=", kOnlyOption = "--only=",
                            kReportOption = "--report=", kLogOption = "--log=";
 
-/// The options that the help names, each once, with "=" where a value follows; separated by blanks.
+/// The options in the help text, each once, with "=" where a value follows; separated by blanks.
 std::string OptionsOf(std::string_view help) {
   std::vector<std::string> options;
   for (std::size_t at = 0; (at = help.find("--", at)) != std::string_view::npos;) {
@@ -110,7 +110,7 @@ std::string OptionsOf(std::string_view help) {
   return text;
 }
 
-/// Messages shown by an action count as its failure.
+/// Messages during an action count as its failure.
 template <class Action>
 bool WorksWithoutMessage(Action action) {
   const int before = MessageCount();
@@ -118,13 +118,13 @@ bool WorksWithoutMessage(Action action) {
   return MessageCount() == before;
 }
 
-/// The program ends where it would have begun its work: an unattended run must not stay open.
+/// The program ends before its work begins: an unattended run must not stay open.
 int Stop() {
   QuitApp(1);
   return 1;
 }
 
-/// The same with a line that says what was left out; the reason has been told.
+/// The same with a line that names what was not done; the reason was already printed.
 int Stop(const std::string& project, const char* leftOut) {
   PrintError("sondera: %s was not opened whole, so %s.\n", project.c_str(), leftOut);
   return Stop();
@@ -140,7 +140,7 @@ std::string NewProjectPath(const std::string& name) {
   return JoinUnlessAbsolute(CurrentDirectory(), name) + ".da";
 }
 
-/// Makes a project, with the former one of its name kept beside it: the copy ".bkup" lasts for one save only,
+/// Makes a project, and keeps the former one of its name beside it: the copy ".bkup" lasts for one save only,
 /// and a script saves more than once. False after a message when the former one cannot be kept.
 bool NewProjectFile(const std::string& path) {
   std::string kept, reason;
@@ -155,14 +155,14 @@ bool NewProjectFile(const std::string& path) {
   return true;
 }
 
-/// "auto new" of an empty name, or of a folder: the project would be a file ".da".
+/// "auto new" with an empty name, or with a folder: the project would be a file ".da".
 bool LacksProjectName(const std::vector<std::string>& arguments) {
   return arguments.size() == 5 && arguments[1] == "auto" && arguments[2] == "new" &&
          FileNameOf(arguments[3]).find_first_not_of(" \t") == std::string::npos;
 }
 
-/// The script's part of "auto". A script of the second dialect wants its project whole and ready; one of the
-/// first works on what there is, and the status tells.
+/// The script of "auto". A script of the second dialect needs a complete project; one of the first works with
+/// the data there are, and the status reports failures.
 int RunScript(const std::vector<std::string>& arguments, bool prepared, bool assumeYes) {
   const std::string &how = arguments[2], &name = arguments[3], &script = arguments[4];
   const char* const was = how == "old" ? "opened" : "made";
@@ -209,7 +209,7 @@ int RunAuto(const std::vector<std::string>& arguments, bool assumeYes) {
   return RunScript(arguments, true, assumeYes);
 }
 
-/// Only reads the project, so that it takes no lock: a save never leaves half a file to be read.
+/// Only reads the project, so it takes no lock: a save never leaves half a file.
 int RunExport(const std::vector<std::string>& arguments) {
   const std::string& path = arguments[2];
   bool opened = false;
@@ -238,8 +238,8 @@ int RunTableExport(const CommandLine& line) {
   return status;
 }
 
-/// The whole report of a project. Reads it only, as an export does. Pages that have nothing to show are told and are
-/// no failure.
+/// The whole report of a project. Only reads it, as an export does. Pages without contents are reported and
+/// are not a failure.
 int RunReport(const std::vector<std::string>& arguments, const std::string& file) {
   if (arguments.size() != 2 || file.empty()) {
     PrintError("sondera: it is sondera --report=OUT.ps <file.da>\n");
@@ -254,7 +254,7 @@ int RunReport(const std::vector<std::string>& arguments, const std::string& file
   return status;
 }
 
-/// What is wrong with a line that has a format.
+/// Fault of a line with a format.
 std::string WrongTableExport(const CommandLine& line) {
   const bool isExport = line.arguments.size() == 4 && line.arguments[1] == "export";
   return isExport ? std::string() : "--format= goes with export, a project and a name to write to";
@@ -307,7 +307,7 @@ bool TakeOptionOfWord(const std::string& word, CommandLine& line) {
   return true;
 }
 
-/// An option whose command is not there; empty for none.
+/// An option that does not belong to the command; empty for none.
 std::string StrayOption(CommandLine& line) {
   const std::string word = line.arguments.size() > 1 ? line.arguments[1] : std::string();
   const bool looks = word == "show" || word == "plot", isBatch = word == "batch";
@@ -416,24 +416,24 @@ int DispatchWithOptions(const CommandLine& line) {
 
 namespace {
 
-/// The script that the arguments name; empty without one.
+/// The script in the arguments; empty without one.
 std::string ScriptOf(const std::vector<std::string>& arguments) {
   const bool isRun = arguments.size() == 3 && arguments[1] == "run",
              isAuto = arguments.size() == 5 && arguments[1] == "auto";
   return isRun || isAuto ? JoinUnlessAbsolute(CurrentDirectory(), arguments.back()) : std::string();
 }
 
-/// Begins the log that was asked for. False after a sentence.
+/// Begins the log requested by an option. False after a sentence.
 bool LogBegins(const CommandLine& line) {
   const std::string fault = line.log ? script::BeginLog(*line.log, ScriptOf(line.arguments)) : std::string();
   if (!fault.empty()) PrintError("sondera: %s; nothing was done.\n", fault.c_str());
   return fault.empty();
 }
 
-/// All of a run behind the options.
+/// The whole run after the options.
 int RunSession(const CommandLine& line, const WindowsDoor& windows) {
   SetRunReportOptions(line.report);
-  // The usage helps against a wrong command line only; a script that stopped early has said why.
+  // The usage is printed only for a wrong command line; a script that stopped early has reported why.
   const std::string wrong = line.format.empty() ? WrongForm(line.arguments) : WrongTableExport(line);
   const bool forPerson = (line.arguments.size() <= 2 || !wrong.empty()) && !line.reportFile &&
                          (line.arguments.size() < 2 || !IsCommandWord(line.arguments[1]));
@@ -458,8 +458,8 @@ int RunSession(const CommandLine& line, const WindowsDoor& windows) {
                                                : kAllDone;
   const int status = RunUserInterface();
   FinishProgressLine();
-  const bool logIsWhole = script::EndLog().empty();  // else it has been told
-  InstallDaqDriver(&daqNone);                        // a board program gets its time to end
+  const bool logIsWhole = script::EndLog().empty();  // otherwise the reason was already printed
+  InstallDaqDriver(&daqNone);                        // a board program gets time to end
   if ((dispatched != kAllDone && dispatched != kDoneWithDoubts) || !logIsWhole) return kNotAllDone;
   return status == kAllDone || status == kDoneWithDoubts ? status : kNotAllDone;
 }

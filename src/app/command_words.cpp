@@ -26,7 +26,7 @@ namespace {
 
 struct CommandWord {
   const char* word;
-  std::size_t count;  ///< of arguments behind the word
+  std::size_t count;  ///< of arguments after the word
   const char* usage;
   int (*run)(const CommandLine& line);
 };
@@ -43,7 +43,7 @@ int Fail(const std::string& reason) {
   return 1;
 }
 
-/// Opens the project for reading, and reads what is known of its ground. False after a sentence.
+/// Opens the project for reading, and reads the known ground. False after a sentence.
 bool OpenForLooking(const CommandLine& line, KnownGround& known) {
   const std::string& path = line.arguments[2];
   const int before = MessageCount();
@@ -110,7 +110,7 @@ std::optional<int> RunCommandWord(const CommandLine& line) {
       PrintError("sondera: it is sondera %s\n", command.usage);
     else
       status = command.run(line);
-    // A script of the first dialect that stopped early leaves the session open, as it does behind "auto".
+    // A script of the first dialect that stopped early leaves the session open, as with "auto".
     if (command.run != RunScript || !fits) QuitApp(status);
     return status;
   }

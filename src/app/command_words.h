@@ -1,5 +1,5 @@
-// command_words.h - the commands of the command line that go by their first word, whatever the count of the
-// others: run, check, show, plot, batch.
+// command_words.h - the commands of the command line that are recognised by their first word, for every
+// number of other arguments: run, check, show, plot, batch.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@
 
 namespace sondera {
 
-/// Does what the first word behind the program's name asks for and tells the program to quit. The exit
-/// status; nothing for another first word.
+/// Runs the command named by the first argument and ends the program. The exit status; no value for another
+/// first word.
 std::optional<int> RunCommandWord(const CommandLine& line);
 
 /// Whether a first word is one of them.

@@ -1,7 +1,7 @@
 // commands.cpp - the command script. Owns no state: the variables of a script live in one ScriptRun.
 //
-// Odd on purpose: an argument that is missing leaves its variable as it was, and the variables are shared by
-// all lines, so that a value given once stays in force. An unknown word is passed over in silence.
+// Odd on purpose: an argument that is missing leaves its variable unchanged, and the variables are shared by
+// all lines, so a value stays in force for later lines. An unknown word is skipped without a message.
 #include "app/commands.h"
 
 #include <algorithm>
@@ -41,13 +41,13 @@ constexpr double kTimeForZero = 0.000001;   // a first window time of exactly 0 
 constexpr double kSmallestVelocity = 10.0;  // above it, window limits are velocities and not times
 constexpr int kMaskingTab = 1;              // page of the traces
 constexpr int kDoublingLayers = 1;          // layering mode of preInversion that makes its own list
-constexpr int kMostLayers = 400;            // as many as that list can have
+constexpr int kMostLayers = 400;            // as many as that list can hold
 
 std::string NoMeasurement(const std::string& measID) {
   return "There is no measurement \"" + measID + "\" in the project.";
 }
 
-/// One run of a script: its variables, its arguments, and what went wrong.
+/// One run of a script: its variables, its arguments, and its failures.
 class ScriptRun {
  public:
   int run(TextReader& file);
@@ -63,7 +63,7 @@ class ScriptRun {
   static const Command kCommands[];
   friend int sondera::getCommandID(const std::string& word);
 
-  // Arguments, token by token; a missing one leaves the variable.
+  // Arguments, token by token; a missing one leaves the variable unchanged.
   void take(std::string& variable) {
     if (auto token = tokens_->Next()) variable = std::string(*token);
   }
@@ -74,7 +74,7 @@ class ScriptRun {
     if (auto token = tokens_->Next()) variable = ParseInt(*token);
   }
 
-  /// Presses a control; a callback that refused marks the command as failed.
+  /// Presses a control; if its callback refused, the command counts as failed.
   void press(const Control& control, long data = 0) {
     if (!CallbackOf(control) || Commit(control, data) < 0) commandFailed_ = true;
   }
@@ -152,13 +152,13 @@ int ScriptRun::run(TextReader& file) {
       break;
     }
   }
-  // A read that fails between two lines hands out no line at all.
+  // A read that fails between two lines returns no line at all.
   if (file.ReadFailed() && !readFailureTold_) lineIsWhole(file, line);
   return finish();
 }
 
-/// False, with a message, for a line that the text does not hold to its end: behind it a script must not be
-/// taken for finished, and half a line must not be run.
+/// False, with a message, when the text ends within a line: such a script must not count as finished, and
+/// half a line must not be run.
 bool ScriptRun::lineIsWhole(const TextReader& file, const std::string& line) {
   const bool hasZero = line.find('\0') != std::string::npos;
   if (!hasZero && !file.ReadFailed()) return true;
@@ -171,7 +171,7 @@ bool ScriptRun::lineIsWhole(const TextReader& file, const std::string& line) {
   return false;
 }
 
-/// A line without a word ends a script; one that stands in the middle by mistake should not go unseen.
+/// A line without a word ends a script; one in the middle by mistake must not stay unnoticed.
 void ScriptRun::tellWhatIsLeft(TextReader& file) {
   const int end = lineNumber_;
   int left = 0;
@@ -218,8 +218,8 @@ int ScriptRun::runCommand(const Command& command) {
   return result;
 }
 
-/// The command with every argument in force, as the second dialect has it; a comment where that dialect would not take
-/// such a line.
+/// The command with all present arguments, as the second dialect has it; a comment where that dialect does
+/// not allow such a line.
 std::string ScriptRun::lineInForce(const Command& command) const {
   std::string line = command.word;
   const auto add = [&](std::initializer_list<std::string> words) {
@@ -250,7 +250,7 @@ int ScriptRun::stop() {
   return -1;
 }
 
-/// Closes the program; says what the run found, and which commands failed, if any did.
+/// Ends the program; prints the findings of the run, and the commands that failed, if any.
 int ScriptRun::finish() {
   const bool isScript = lineNumber_ > 0, allDone = failed_.empty();
   const int status = isScript ? ReportRun(allDone) : ReportFindings(allDone);
@@ -281,7 +281,7 @@ int ScriptRun::runExport() {
     UpdateSASWwinASetup(session.curProjID, GetLabelFromIndex(sasw::DISPAID, GetCtrlIndex(sasw::DISPAID)));
     channelsFound = selectChannels();
   }
-  // What cannot be selected would leave the former selection, and other data than were asked for in the file.
+  // A failed selection would leave the former one, and write other data than requested to the file.
   if (!channelsFound || !SetCtrlIndex(sasw::DISPATYPE, type_)) {
     MessagePopup(session.appTitle, FormatText("There is no display of type %d for the channels %d and %d.",
                                               type_, refNumber_, dspNumber_));
@@ -291,8 +291,8 @@ int ScriptRun::runExport() {
   return 0;
 }
 
-/// A single export goes on to the next argument only while file name and id are there, and to the type only
-/// with two channels; a script's line just takes what it has.
+/// A single export reads the next argument only if file name and id are there, and the type only with two
+/// channels; a script's line uses the arguments it has.
 void ScriptRun::takeExportArguments() {
   const bool single = lineNumber_ == 0;
   take(fileName_);
@@ -372,9 +372,9 @@ int ScriptRun::runCalcVel() {
   return 0;
 }
 
-/// preInversion <first thickness> <depth> <layering> <ratio> [<layers> <thickness> ...]; a depth of 0 is the
-/// ratio times the largest wavelength; layering 1 doubles the thickness every four layers, another takes the
-/// list
+/// preInversion <first thickness> <depth> <layering> <ratio> [<layers> <thickness> ...]; a depth of 0 means
+/// the ratio times the largest wavelength; layering 1 doubles the thickness every four layers, any other uses
+/// the list
 int ScriptRun::runPreInversion() {
   take(firstThickness_);
   take(depth_);

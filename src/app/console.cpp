@@ -82,7 +82,7 @@ bool ShowsProgress(ControlId control) {
          control == &measpanel::DISPA_AVGCOUNT || control == &measpanel::MSGBOX;
 }
 
-/// Both boxes of a page as one line: how far the run is, then what it is doing.
+/// Both boxes of a page as one line: the progress of the run, then the present step.
 std::string ProgressLine(ControlId changed) {
   const bool measures = changed->panel == Panel::MEASPANEL;
   const std::string status = GetCtrlVal(measures ? measpanel::DISPA_AVGCOUNT : exdthd::STATUSMSG),
@@ -90,7 +90,7 @@ std::string ProgressLine(ControlId changed) {
   return status + (status.empty() || process.empty() ? "" : "   ") + process;
 }
 
-/// Shown at most every so often, the latest text only.
+/// Shown at limited intervals, only the latest text.
 void ShowProgress(const Change& change) {
   if (!ShowsProgress(change.control)) return;
   const bool terminal = isatty(STDERR_FILENO) == 1;

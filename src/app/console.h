@@ -1,9 +1,9 @@
-// console.h - the front end that is always there: a terminal, or the log of an unattended run.
+// console.h - the front end that is always available: a terminal, or the log of an unattended run.
 //
-// Messages go to stderr as "title: text". A question is printed with the answer that it got: No, or Cancel,
-// unless assumeYes is set, since an unattended run never overwrites or discards by itself. The boxes
-// STATUSMSG and PROCESSMSG are the progress: one line rewritten in place on a terminal, a plain line now and
-// then elsewhere.
+// Messages go to stderr as "title: text". A question is printed with its answer: No, or Cancel, unless
+// assumeYes is set, since an unattended run never overwrites or discards by itself. The boxes STATUSMSG and
+// PROCESSMSG are the progress: on a terminal one line that is overwritten in place, elsewhere a plain line at
+// intervals.
 #pragma once
 
 #include <functional>
@@ -11,24 +11,24 @@
 
 namespace sondera {
 
-/// Makes windows the front end in place of the console; false where no display is there. Empty: built without them.
+/// Replaces the console by windows; false without a display. Empty: built without them.
 using WindowsDoor = std::function<bool()>;
 
 struct ConsoleOptions {
   bool assumeYes = false;
-  /// What was wrong with the command line, and the text of --help: told where a session would now wait for a
-  /// person, since the console has none. Empty: nothing of it.
+  /// Fault of the command line, and the text of --help: printed where a session would now wait for a person,
+  /// since the console has none. Empty: neither.
   std::string complaint, usage;
   bool batch = false;             ///< windows are not wanted
-  bool builtWithWindows = false;  ///< then it is the display that is missing
-  WindowsDoor windows;            ///< opens where a script has stopped early; empty: never
+  bool builtWithWindows = false;  ///< then the reason is the missing display
+  WindowsDoor windows;            ///< opens windows when a script has stopped early; empty: never
 };
 
 /// Installs the console as front end, its progress line and its Ctrl-C handling. Its event loop ends at once
-/// with 1 and says why, unless windows open in its place.
+/// with 1 and a message, unless windows open instead.
 void InstallConsole(const ConsoleOptions& options);
 
-/// Ends a progress line that stands unfinished on the terminal.
+/// Ends an incomplete progress line on the terminal.
 void FinishProgressLine();
 
 }  // namespace sondera

@@ -45,7 +45,7 @@ std::string KindAndRole(const Control& c) {
   return "latching button";
 }
 
-/// "Hz, 0 to 100", "above -5", with what is known of it.
+/// "Hz, 0 to 100", "above -5", from the known facts.
 std::string UnitAndRange(const Facts& f) {
   const bool low = std::isfinite(f.min), high = std::isfinite(f.max);
   std::string text(f.unit == "length"     ? "unit of length"

@@ -75,7 +75,7 @@ void SetupDevPanel() {
 
 namespace {
 
-/// The facts of the device selected in the list, or those of a session without a board.
+/// The data of the device selected in the list, or those of a session without a board.
 void ReadSelectedDevice() {
   DeviceFacts& d = session.device;
   d = DeviceFacts{};
@@ -87,12 +87,13 @@ void ReadSelectedDevice() {
   ReadDeviceFacts();
 }
 
-/// The measurement in hand begins anew with the first settings of the board. One that holds data keeps its settings.
+/// The present measurement starts again with the first settings of the board. One with data keeps its
+/// settings.
 void GiveFirstSettings(int key) {
   MeasRecords records;
   if (GetInfoFromKey(key, records) == -1 || records.hwPos < 1) return;
   if (!HoldsData(key)) {
-    records.hwSetup->nLines = 0;  // nothing is made afresh twice
+    records.hwSetup->nLines = 0;  // nothing is reset twice
     SetChannelCount(key, session.device.maxChannels);
     InitHWSetup(*records.hwSetup);
     RemoveData(key);

@@ -42,7 +42,7 @@ double Median(std::vector<double> values) {
   return values.size() % 2 ? values[half] : 0.5 * (values[half - 1] + values[half]);
 }
 
-/// Velocity of a known curve at a wavelength, straight between its points; 0 outside it.
+/// Velocity of a known curve at a wavelength, linear between its points; 0 outside it.
 double VelocityAt(const std::vector<GroundPoint>& curve, double wavelength) {
   for (std::size_t i = 1; i < curve.size(); ++i) {
     const GroundPoint &a = curve[i - 1], &b = curve[i];

@@ -1,5 +1,5 @@
-// known_ground.h - what is known of a site from elsewhere (a borehole, a computed site), to stand beside what was found:
-// a curve and layers, read from small texts. Owned state: none.
+// known_ground.h - data of a site from elsewhere (a borehole, a computed site), for comparison with the
+// results: a curve and layers, read from small texts. Owned state: none.
 #pragma once
 
 #include <string>
@@ -15,11 +15,12 @@ struct KnownLayer {
 };
 struct KnownGround {
   std::vector<GroundPoint> curve;  ///< empty: not known
-  std::vector<KnownLayer> layers;  ///< the last one goes on for ever; empty: not known
+  std::vector<KnownLayer> layers;  ///< the last one has no lower boundary; empty: not known
 };
 
-/// A curve: lines of frequency, velocity, any third number, wavelength (the form of .gcd). Layers: lines of the top's
-/// depth, thickness, Vs. Lines that begin with "#" are skipped. Empty names are nothing. Empty, or the reason.
+/// A curve: lines of frequency, velocity, any third number, wavelength (the form of .gcd). Layers: lines of
+/// the top's depth, thickness, Vs. Lines that begin with "#" are skipped. Empty names mean no file. Empty, or
+/// the reason.
 std::string ReadKnownGround(const std::string& curveFile, const std::string& layerFile, KnownGround& ground);
 
 /// Median velocity of the points within 12 % of a wavelength, 0 without one.

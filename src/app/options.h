@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// What `show` and `plot` are to show, and what is known of the ground beside it.
+/// What `show` and `plot` show, and the known ground for comparison.
 struct LookOptions {
   std::vector<std::string> parts;  ///< "curves", "profile", "masks"; empty: all
   std::string what;                ///< of plot; empty: curves
@@ -23,11 +23,11 @@ struct CommandLine {
   bool assumeYes = false;  ///< answer questions with Yes
   bool overwrite = false;  ///< of run: files that exist are written over
   RunReportOptions report;
-  std::optional<std::string> log;         ///< the log of the session goes there
-  std::optional<std::string> reportFile;  ///< the whole report of the project goes there
+  std::optional<std::string> log;         ///< file for the log of the session
+  std::optional<std::string> reportFile;  ///< file for the whole report of the project
   bool wait = false;                      ///< wait for a project that another process has open
-  std::optional<std::string> board;       ///< which board to take records from; without it there is none
-  std::string format;                     ///< of --format=: `export` writes tables in this form
+  std::optional<std::string> board;       ///< board to take records from; without it there is none
+  std::string format;                     ///< of --format=: `export` writes tables in this format
   std::vector<std::string> tables;        ///< of --only=
   bool extend = false;                    ///< --extend: Vs30 also where 30 m were not seen
   LookOptions look;

@@ -17,7 +17,7 @@ constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
 constexpr int kDot = 18;  // in the list of markers
 constexpr int kGrey = 0x888888;
 constexpr double kRoom = 1.1;    // beyond the largest value
-constexpr double kBelow = 1.25;  // the half-space is drawn down to so many depths of its top
+constexpr double kBelow = 1.25;  // the half-space is drawn down to this multiple of its top depth
 
 PlotModel& Add(GraphModel& graph, PlotStyle style, int color, std::string legend) {
   PlotModel& plot = graph.plots.emplace_back();
@@ -56,7 +56,7 @@ void AddCurve(GraphModel& graph, PlotStyle style, int color, std::string legend,
   }
 }
 
-/// The known curve as far as the others go.
+/// The known curve within the range of the others.
 void AddKnownCurve(GraphModel& graph, const KnownGround& known) {
   double shortest = std::numeric_limits<double>::max(), longest = 0.0;
   for (const PlotModel& plot : graph.plots)
@@ -81,7 +81,7 @@ std::string DrawCurves(const ProjectTables& t, const KnownGround& known, GraphMo
   return "";
 }
 
-/// Array curves are measured as the computed ones are: one for each pair. A run over the global curve has one.
+/// With array curves there is a computed curve for each pair; a run over the global curve has one.
 std::string DrawFit(const ProjectTables& t, const KnownGround& known, GraphModel& graph) {
   const auto count =
       std::count_if(t.curves.begin(), t.curves.end(), [](const auto& c) { return c.kind == "computed"; });
@@ -165,7 +165,7 @@ std::string DrawProfileGraph(const ProjectTables& t, const KnownGround& known, G
 
 // --- phase ---
 
-/// The axes go as far as there is something to see.
+/// The axes end where there are no more data.
 void TrimGaps(PlotModel& plot) {
   while (!plot.y.empty() && std::isnan(plot.y.back())) plot.x.pop_back(), plot.y.pop_back();
   const auto first = std::find_if(plot.y.begin(), plot.y.end(), [](double y) { return !std::isnan(y); });

@@ -1,5 +1,5 @@
-// picture.h - a picture of a project as a graph: its curves, how the computed curve fits them, the profile, the phases;
-// `sondera plot`. Owned state: none.
+// picture.h - a picture of a project as a graph: its curves, the fit of the computed curve, the profile, the
+// phases; `sondera plot`. Owned state: none.
 #pragma once
 
 #include <string>

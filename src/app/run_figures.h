@@ -1,5 +1,5 @@
-// run_figures.h - the numbers of a run as JSON, for whoever runs many: option --figures=FILE. Lengths in m. Owned state:
-// none.
+// run_figures.h - the numbers of a run as JSON, for people with many runs: option --figures=FILE. Lengths in
+// m. Owned state: none.
 #pragma once
 
 #include <string>

@@ -45,8 +45,8 @@ std::string FitText(const IterationFit& fit, int rowsOfData, const char* unit) {
   return text + FormatText(", %d of %d points", fit.rows, rowsOfData);
 }
 
-/// Which iteration fits best, whether the last one is worse than the one before, and how many points were
-/// lost.
+/// The iteration with the best fit, whether the last one is worse than the one before, and the number of lost
+/// points.
 std::string VerdictLine(const InversionHistory& history, const char* unit) {
   const auto& fits = history.iterations;
   const auto rank = [](const IterationFit& fit) { return fit.rms < 0.0 ? 1e300 : fit.rms; };

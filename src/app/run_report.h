@@ -1,4 +1,4 @@
-// run_report.h - what an unattended run says at its end, on standard error, and the status it ends with.
+// run_report.h - the report of an unattended run at its end, on standard error, and its exit status.
 //
 // Lines of the summary begin with "pair ID REF CHANNEL:", "inversion:", "profile:" or "file:", those of the
 // findings with "note:" or "doubt:". Other programs read them, so the beginnings do not change.
@@ -11,19 +11,20 @@ namespace sondera {
 struct RunReportOptions {
   bool quiet = false;            ///< doubts only
   bool strict = false;           ///< doubts change the status
-  std::string figuresFile = {};  ///< the numbers of a script's run go there (run_figures.h); empty: nowhere
+  std::string figuresFile = {};  ///< file for the numbers of a script's run (run_figures.h); empty: none
 };
-/// Kept over StartSession(): they come from the command line.
+/// Kept across StartSession(): they come from the command line.
 void SetRunReportOptions(const RunReportOptions& options);
 
 /// Statuses of an unattended run.
 inline constexpr int kAllDone = 0, kNotAllDone = 1, kDoneWithDoubts = 3;
 
-/// Judges what the run left (run_doubts.h), prints summary and findings, and returns the status: kNotAllDone
-/// unless all was done; else kDoneWithDoubts where there are doubts and they count (strict, or doubtsCount).
+/// Checks the results of the run (run_doubts.h), prints summary and findings, and returns the status:
+/// kNotAllDone unless all was done; else kDoneWithDoubts where there are doubts and they count (strict, or
+/// doubtsCount).
 int ReportRun(bool allDone, bool doubtsCount = false);
 
-/// The same with the findings that are there, without summary and judgement: for a run that computes nothing.
+/// The same with the present findings, without summary and checks: for a run that computes nothing.
 int ReportFindings(bool allDone, bool doubtsCount = false);
 
 }  // namespace sondera

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kTableWavelengths[] = {3, 4, 5, 6, 8, 10, 12, 15, 20, 25, 30, 40};  // length units
 
-/// All that goes out: names come from files, so no byte of theirs may steer a terminal.
+/// All output: names come from files, so none of their bytes may control a terminal.
 class Lines {
  public:
   void add(const std::string& line) { text_ += VisibleText(line) + "\n"; }

@@ -1,4 +1,5 @@
-// show.h - what is in a project, as text for a person: curves, profile and masks; `sondera show`. Owned state: none.
+// show.h - the contents of a project, as text for a person: curves, profile and masks; `sondera show`. Owned
+// state: none.
 #pragma once
 
 #include <string>
@@ -12,7 +13,7 @@ struct ShowChoices {
   bool curves = true, profile = true, masks = true;
 };
 
-/// Measurements first, then the parts that are chosen. Known ground stands beside what was found: the ratio of each
+/// Measurements first, then the chosen parts. Known ground is shown beside the results: the ratio of each
 /// curve to the known one, and the known Vs of each layer.
 std::string ShowText(const ProjectTables& tables, const ShowChoices& choices, const KnownGround& known);
 

@@ -19,7 +19,7 @@ void ClearAllMemories() {
   FinalizeFModel();
   FinalizeTheoDispInfo();
   FinalizeInvAnal();
-  run = Run{};  // what the summary at the end reads stays: the histories of inversions
+  run = Run{};  // the data of the summary at the end stay: the histories of inversions
   sweepState = SweepState{};
   ResetGraphs();
 }

@@ -1,14 +1,14 @@
-// shutdown.h - the ways out of the program.
+// shutdown.h - the ends of the program.
 #pragma once
 
 #include "runtime/controls.h"
 
 namespace sondera {
 
-/// Releases everything the session holds. StartSession may follow.
+/// Releases all data of the session. StartSession may follow.
 void ClearAllMemories();
 
-/// Asks whether to save the project, and does. The last step of a process that has to end
+/// Asks whether to save the project, and saves it. The last step of a process that must end
 /// (numeric/process_end.h).
 void OfferSave();
 

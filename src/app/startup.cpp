@@ -1,4 +1,4 @@
-// startup.cpp - session start. Owns no state; brings that of all others to a known one.
+// startup.cpp - session start. Owns no state; initialises that of all other folders.
 #include "app/startup.h"
 
 #include "acquisition/acquisition_state.h"

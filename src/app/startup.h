@@ -3,14 +3,13 @@
 
 namespace sondera {
 
-/// Everything up to the dispatch on the command line: installs callbacks and redraw handlers, brings the
-/// settings store to its first state, finds the boards, fills the session with its defaults and makes
-/// measurement key 1 ("ProjID", "measID"). May be called again at any time for a fresh start; tests begin
-/// with it.
+/// Everything before the dispatch on the command line: installs callbacks and redraw handlers, initialises
+/// the settings store, finds the boards, sets the session's defaults and makes measurement key 1 ("ProjID",
+/// "measID"). May be called again at any time for a fresh start; tests begin with it.
 void StartSession();
 
-/// The first step of it: the state of every folder as at the start of the program. Callbacks, redraw handlers, the
-/// front end and the driver of the board stay. Test fixtures begin and end with it.
+/// The first step of it: the state of every folder as at the start of the program. Callbacks, redraw
+/// handlers, the front end and the driver of the board stay. Test fixtures begin and end with it.
 void ResetProgramState();
 
 }  // namespace sondera

@@ -1,5 +1,5 @@
-// table_export.h - writes the tables of the open project in the form of another program: behind the command line's
-// `export --format=` and the word `write` of a script.
+// table_export.h - writes the tables of the open project in the format of another program: for the command
+// line's `export --format=` and the word `write` of a script.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace sondera {
 
-/// The forms, between bars.
+/// The formats, between bars.
 inline constexpr std::string_view kTableForms = "csv|json|swprepost|dinver|gpdc|layers|disba";
 
 struct TableExport {
   std::string form;               ///< one of kTableForms
-  std::string out;                ///< file; of csv the begin of its files' names
+  std::string out;                ///< file; of csv the beginning of its files' names
   std::vector<std::string> only;  ///< of csv: names of tables; empty: all
   bool extend = false;            ///< Vs30 from a profile that was not seen to 30 m
   bool geopsy210 = false;         ///< of dinver: the third column of Geopsy 2.10
@@ -24,11 +24,11 @@ struct TableExport {
 /// Tables of the open project, with the entries that its lists show.
 ProjectTables OpenProjectTables(bool extend);
 
-/// The files that an export makes. Empty for a form or a table that does not exist.
+/// The files of an export. Empty for a format or a table that does not exist.
 std::vector<std::string> FilesOf(const TableExport& what);
 
-/// Writes them, each whole or not at all. Empty, or why not.
-/// @param[out] remark  a sentence that whoever takes the file should know; empty for none
+/// Writes them, each completely or not at all. Empty, or why not.
+/// @param[out] remark  a sentence for users of the file; empty for none
 std::string WriteTables(const TableExport& what, std::string& remark);
 
 }  // namespace sondera

@@ -46,7 +46,7 @@ std::string ReadWhole(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-/// A site of the list with its script, its folder, and what came of it.
+/// A site of the list with its script, its folder, and its result.
 struct Job {
   Site site;
   std::string folder, script, scriptSum, rowSum;
@@ -101,7 +101,7 @@ std::string Batch::read(const std::string& list, const std::string& scriptName) 
   return "";
 }
 
-/// Done before, with the same program, script, row and files.
+/// Finished before, with the same program, script, row and files.
 bool Batch::isDone(Job& job) const {
   SiteStatus former;
   const bool same = ReadStatus(job.folder, former) &&
@@ -112,7 +112,7 @@ bool Batch::isDone(Job& job) const {
   return same;
 }
 
-/// In the child: standard output and error to the log, nothing on standard input, the program again.
+/// In the child: standard output and error to the log, no standard input, then the program.
 [[noreturn]] void BecomeSite(const std::string& folder) {
   const int input = ::open("/dev/null", O_RDONLY),
             log = ::open(JoinPath(folder, kOutput).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
@@ -141,7 +141,7 @@ std::string Batch::start(Job& job) const {
   return job.process < 0 ? "no further process can be started" : "";
 }
 
-/// What a failed run said of the line it stopped at, else its last words.
+/// The error message of a failed run about its last line, else the end of its output.
 std::string ReasonOfLog(const std::string& path) {
   std::ifstream in(path);
   std::string reason, last;
@@ -163,7 +163,7 @@ void Batch::finish(Job& job, int raw) {
   s.scriptSum = job.scriptSum;
   s.rowSum = job.rowSum;
   s.inputs = InputsOfLog(JoinPath(job.folder, kLog));
-  // What the run has read of its own folder and then written anew is no input of it.
+  // A file of its own folder that the run has read and then overwritten is not an input.
   std::erase_if(s.inputs, [&](const ReadFile& file) {
     return !file.name.starts_with('/') && !InputsAreUnchanged(job.folder, {file});
   });

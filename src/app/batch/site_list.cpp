@@ -16,7 +16,7 @@ constexpr std::size_t kMostSites = 100000, kLongestRow = 65536, kLongestName = 1
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSiteColumn = "site", kFolder = "dir";
 
-/// Cells of one line. Empty, or what is wrong.
+/// Cells of one line. Empty, or the fault.
 std::string SplitRow(std::string_view line, std::vector<std::string>& cells) {
   cells.clear();
   for (;;) {

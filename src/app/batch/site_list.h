@@ -12,13 +12,14 @@ struct Site {
   std::vector<std::pair<std::string, std::string>> values;  ///< by columns
 };
 
-/// A table with commas: names of columns in the first line, then a line a site; values with commas in quotation marks.
-/// The column `site` has to be there, each of its values a safe name for a folder, none of them twice.
-/// @return empty, or what is wrong with which line
+/// A table with commas: names of columns in the first line, then a line for each site; values with commas in
+/// quotation marks. The column `site` must exist, and each of its values must be a unique and safe folder
+/// name.
+/// @return empty, or the fault and its line
 std::string ReadSites(const std::string& path, std::vector<Site>& sites);
 
 /// The script with each ${column} replaced by the site's value and ${dir} by the folder of the list.
-/// @return empty, or what is wrong with which line
+/// @return empty, or the fault and its line
 std::string ScriptOfSite(const std::string& script, const Site& site, const std::string& folderOfList,
                          std::string& made);
 

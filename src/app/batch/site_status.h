@@ -1,4 +1,5 @@
-// site_status.h - what the run of a site left: status.json in its folder, and its row of summary.csv. Owned state: none.
+// site_status.h - result of a site's run: status.json in its folder, and its row of summary.csv. Owned state:
+// none.
 #pragma once
 
 #include <string>
@@ -22,14 +23,14 @@ struct SiteStatus {
   std::string figures;  ///< JSON of run_figures.h, empty without
 };
 
-/// Writes status.json into a folder, whole or not at all. Empty, or the reason.
+/// Writes status.json into a folder, completely or not at all. Empty, or the reason.
 std::string WriteStatus(const std::string& folder, const SiteStatus& status);
-/// Reads it. False when there is none, or none that can be understood.
+/// Reads it. False when it does not exist, or cannot be understood.
 bool ReadStatus(const std::string& folder, SiteStatus& status);
 
 /// Files that a session has read, from its log.
 std::vector<ReadFile> InputsOfLog(const std::string& log);
-/// Whether all files that a run has read are as they were.
+/// Whether all files that a run has read are unchanged.
 bool InputsAreUnchanged(const std::string& folder, const std::vector<ReadFile>& inputs);
 
 /// The first line and one line for a site, without line ends.

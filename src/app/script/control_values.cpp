@@ -28,7 +28,7 @@ int IndexOfValue(const Control& c, double value) {
   return -1;
 }
 
-/// Blanks in front of or behind a caption are for the eye.
+/// Blanks before or after a caption are for its look only.
 std::string_view Trimmed(std::string_view text) {
   while (text.starts_with(' ')) text.remove_prefix(1);
   while (text.ends_with(' ')) text.remove_suffix(1);

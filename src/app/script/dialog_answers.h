@@ -1,9 +1,9 @@
-// dialog_answers.h - the front end of a script: takes the place of a person before message boxes, questions
-// and file dialogs, on top of the front end that stood before.
+// dialog_answers.h - the front end of a script: answers message boxes, questions and file dialogs instead of
+// a person, on top of the previous front end.
 //
-// A message box, a question without an answer, or an answer of another kind than the question is a complaint,
-// and whoever runs the line asks for those afterwards. An answer that a line of the script laid out is used
-// once, in order. A word may answer its own dialogs.
+// A message box, a question without an answer, or an answer of another kind than the question is a complaint;
+// the code that runs the line reads the complaints afterwards. An answer that a line of the script has
+// prepared is used once, in order. A word may answer its own dialogs.
 #pragma once
 
 #include <deque>
@@ -25,15 +25,15 @@ struct Answer {
 
 class DialogAnswers {
  public:
-  /// Installs itself, and puts the former front end back at its end. assumeYes answers questions of yes or no
-  /// that have no other answer.
+  /// Installs itself, and restores the former front end at its end. assumeYes answers yes/no questions that
+  /// have no other answer.
   explicit DialogAnswers(bool assumeYes);
   ~DialogAnswers();
   DialogAnswers(const DialogAnswers&) = delete;
   DialogAnswers& operator=(const DialogAnswers&) = delete;
 
   void layOut(Answer answer) { laidOut_.push_back(std::move(answer)); }
-  /// Before those that wait: for a question that comes in between.
+  /// Before the waiting ones: for a question in between.
   void layOutFirst(Answer answer) { laidOut_.push_front(std::move(answer)); }
   void dropFirst() { laidOut_.pop_front(); }
   std::size_t unused() const { return laidOut_.size(); }
@@ -49,10 +49,10 @@ class DialogAnswers {
 
   /// Texts of the boxes and of the questions without an answer since the last call.
   std::vector<std::string> takeComplaints();
-  /// Of these the ones that begin so; the others stay.
+  /// Of these the ones with this beginning; the others stay.
   std::vector<std::string> takeComplaints(std::string_view beginning);
 
-  /// Called at each poll of a long run, behind that of the former front end.
+  /// Called at each poll of a long run, after that of the former front end.
   std::function<void()> onPoll;
 
  private:

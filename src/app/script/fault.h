@@ -1,4 +1,4 @@
-// fault.h - what stops a line of a script: a reason in one sentence.
+// fault.h - the reason that stops a line of a script, in one sentence.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace sondera::script {
 
-/// Thrown by the reading and the running of a line, caught by whoever goes through the lines.
+/// Thrown while a line is read or run, caught by the loop over the lines.
 struct Fault {
   explicit Fault(std::string text) : reason(std::move(text)) {}
   std::string reason;

@@ -81,7 +81,7 @@ ordered_json IntensityJson(const IntensityModel& image) {
       {"label", image.label}, {"unit", image.unit}};
 }
 
-/// Limits are null where nothing tells them.
+/// Limits are null where the graph has none.
 ordered_json AxisJson(const AxisModel& axis, const AxisLimits& limits) {
   return {{"min", limits.known ? ordered_json(limits.min) : ordered_json(nullptr)},
           {"max", limits.known ? ordered_json(limits.max) : ordered_json(nullptr)},

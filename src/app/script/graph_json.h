@@ -7,8 +7,8 @@
 
 namespace sondera::script {
 
-/// The keys are described in docs/script.md. A number that is not finite is null; text that is not UTF-8 is
-/// mended.
+/// docs/script.md describes the keys. A number that is not finite is null; text that is not UTF-8 is
+/// converted.
 std::string GraphJson(const GraphModel& graph);
 
 }  // namespace sondera::script

@@ -52,7 +52,7 @@ InputLine MaskLine() {
   return line;
 }
 
-/// A pair that goes to the other list.
+/// A pair that moves to the other list.
 InputLine MoveLine(const char* word, const ListControl& from) {
   const PMeasInfo* pair = PairOfLabel(GetLabelFromIndex(from, GetCtrlIndex(from)));
   std::string projID, measID;
@@ -64,7 +64,7 @@ InputLine MoveLine(const char* word, const ListControl& from) {
   return line;
 }
 
-/// Every page with graphs has a button that draws them anew, and a word that names one of them.
+/// Every page with graphs has a button that redraws them, and a word that names one of them.
 InputLine PlotLine(const Control& redraw) {
   for (ControlId c : ControlsOf(redraw.panel))
     if (c->kind == ControlKind::Graph) return OneLine("plot " + NameOf(*c));
@@ -122,7 +122,7 @@ int FirstWithValue(const Control& c, double value) {
   return -1;
 }
 
-/// `set`, or `item` where the label tells more than the value.
+/// `set`, or `item` where the label is clearer than the value.
 std::string SetText(const Control& c) {
   if (HasItems(c)) {
     const int index = items::Index(c);
@@ -161,11 +161,11 @@ InputLine LineOfPoint(const Input& input) {
       return line;
     }
     default:
-      return {};  // a click and a marker on its way are told by the event at their end
+      return {};  // the event at the end of a click or of a marker's movement reports it
   }
 }
 
-/// The word opens without a question. A dialog that was cancelled, and a file that is not there, leave nothing.
+/// The word opens without a question. A cancelled dialog, or a file that does not exist, gives no line.
 InputLine LineOfOpen(bool opened, const std::vector<std::string>& answers) {
   InputLine line;
   line.dropsAnswers = line.neverRefused = true;

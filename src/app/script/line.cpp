@@ -22,7 +22,7 @@ bool IsNameLetter(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '-';
 }
 
-/// Takes words off the front of a text.
+/// Removes words from the front of a text.
 class Scanner {
  public:
   explicit Scanner(std::string_view text) : rest_(text) {}
@@ -31,7 +31,7 @@ class Scanner {
     while (!rest_.empty() && IsBlank(rest_.front())) rest_.remove_prefix(1);
     return !rest_.empty();
   }
-  /// `name=` in front, taken off; empty when there is none.
+  /// `name=` at the front, removed; empty when there is none.
   std::string takeName() {
     std::size_t n = 0;
     while (n < rest_.size() && IsNameLetter(rest_[n])) ++n;
@@ -119,7 +119,7 @@ bool HasHeader(std::string_view script) {
   try {
     return source.Next(first) && IsHeader(first);
   } catch (const Fault&) {
-    return false;  // a longer line is none
+    return false;  // a longer line is invalid
   }
 }
 

@@ -1,8 +1,8 @@
-// line.h - one line of a script to its words, and a script to its lines.
+// line.h - splits a line of a script into its words, and a script into its lines.
 //
 // The second dialect: the first line is exactly "*sondera 2". Text is UTF-8; a byte order mark and CR LF are
-// accepted. A blank line, or one with "#" or "*" in column 1, holds nothing. Words stand between blanks or
-// tabs, or in quotation marks with \" and \\ inside; name=value pairs follow the fixed words.
+// accepted. A blank line, or one with "#" or "*" in column 1, has no effect. Words are separated by blanks or
+// tabs, or are in quotation marks with \" and \\ inside; name=value pairs follow the fixed words.
 #pragma once
 
 #include <functional>
@@ -30,12 +30,12 @@ struct NamedArgument {
 /// A line split into its words.
 struct Line {
   int number = 0;    ///< from 1
-  std::string word;  ///< first word; empty for a line that holds nothing
+  std::string word;  ///< first word; empty for a line without effect
   std::vector<Argument> fixed;
   std::vector<NamedArgument> named;
 };
 
-/// Splits one line, without its line end. Throws Fault; the first word, as far as it was read, is in `line`.
+/// Splits one line, without its line end. Throws Fault; then `line` has the first word as far as it was read.
 void SplitLine(std::string_view text, Line& line);
 
 /// True for the first line of a script of this dialect, as a reader gives it.
@@ -44,20 +44,20 @@ bool IsHeader(std::string_view firstLine);
 bool HasHeader(std::string_view script);
 bool FileHasHeader(const std::string& path);
 
-/// The lines of a script, one after the other, as they come.
+/// The lines of a script, one after the other.
 class Source {
  public:
-  /// A text at hand, which has to outlive the reading.
+  /// A text in memory, which must outlive the reading.
   static Source OfText(std::string_view text);
   /// A regular file; throws Fault when it cannot be opened.
   static Source OfFile(const std::string& path);
-  /// Standard input, taken line by line, so that a script may be typed or piped.
+  /// Standard input, read line by line, so that a script may be typed or piped.
   static Source OfStandardInput();
 
-  /// Next line without its end, a mark at the beginning of the script taken off; false at the end. A line
-  /// that is too long throws Fault.
+  /// Next line without its end, and without a byte order mark at the beginning of the script; false at the
+  /// end. A line that is too long throws Fault.
   bool Next(std::string& text);
-  int Number() const { return number_; }  ///< of the line given last, from 1
+  int Number() const { return number_; }  ///< of the last line returned, from 1
 
  private:
   std::function<bool(std::string& text, bool& cut)> read_;

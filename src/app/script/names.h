@@ -8,7 +8,7 @@
 
 namespace sondera::script {
 
-/// The control of a name PANEL.CONTROL. Throws Fault for an unknown one, with the nearest that there is.
+/// The control of a name PANEL.CONTROL. Throws Fault for an unknown one, with the nearest existing name.
 const Control& ControlOfName(std::string_view name);
 
 /// PANEL.CONTROL.

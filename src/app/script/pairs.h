@@ -1,4 +1,4 @@
-// pairs.h - receiver pairs as the words name them: measurement id, reference channel, channel, from 1.
+// pairs.h - receiver pairs in the words of a script: measurement id, reference channel, channel, from 1.
 #pragma once
 
 #include <optional>
@@ -20,13 +20,13 @@ struct NamedPair {
 void CheckChannels(const Arguments& a);
 
 /// The measurement of an id in the present project, with the channels. Throws Fault for an unknown id, with
-/// the nearest, and for channels that the measurement does not have.
+/// the nearest one, and for channels that the measurement does not have.
 NamedPair NamedPairOf(const Arguments& a);
 
 /// The pair that a line names. Throws Fault when nothing has been computed of it yet.
 PMeasInfo& PairOfArguments(const Arguments& a);
 
-/// Velocity of a pair's dispersion curve at a frequency, Hz, straight between its points; nothing outside
+/// Velocity of a pair's dispersion curve at a frequency, Hz, linear between its points; no value outside
 /// them.
 std::optional<double> VelocityOfPair(const PMeasInfo& pair, double frequency);
 

@@ -20,7 +20,7 @@
 namespace sondera::script {
 namespace {
 
-constexpr std::string_view kNoWord = "line";  // stands for the word of a line that could not be split
+constexpr std::string_view kNoWord = "line";  // replaces the word of a line that could not be split
 
 /// One line on standard error for each line of the reason.
 void PrintFault(const std::string& name, int number, std::string_view word, std::string_view reason) {
@@ -92,8 +92,7 @@ void Run::runForm(const Arguments& arguments) {
   const bool acts = role == WordForm::Role::Acts || role == WordForm::Role::Files;
   if (role == WordForm::Role::Steers) {
     arguments.form->run(*this, arguments);
-    if (arguments.form->word != "onerror")
-      LogSteering(LineOf(arguments));  // a log says itself what is refused
+    if (arguments.form->word != "onerror") LogSteering(LineOf(arguments));  // a log reports refusals itself
     return;
   }
   LoggedAct logged(LoggedAct::Answers::InScript);
@@ -116,7 +115,7 @@ void Run::runForm(const Arguments& arguments) {
   dialogs_.endOfWord();
 }
 
-/// The answers were for this line, and so was the halt if it made a run.
+/// The answers were for this line, and so was the halt if the line made a run.
 void Run::afterActing() {
   if (dialogs_.unused() > 0)
     throw Fault(FormatText("%zu of the answers before it %s not asked for", dialogs_.unused(),
@@ -144,7 +143,7 @@ void Run::settle() {
   std::string reason;
   for (const std::string& complaint : dialogs_.takeComplaints())
     if (halted_)
-      AddNote(complaint);  // the script wanted the halt, and what the program says about it is no trouble
+      AddNote(complaint);  // the script requested the halt, so the program's message about it is not a fault
     else
       reason += (reason.empty() ? "" : "\n") + complaint;
   if (!reason.empty()) throw Fault(reason);
@@ -169,8 +168,8 @@ void Run::notify(const Control& control, Event event) {
   if (CallbackOf(control)) press(control, event);
 }
 
-/// The events that a window sends: callbacks note by the first two what was there before, and a list tells of its new
-/// item before it is done.
+/// The events that a window sends: by the first two, callbacks store the earlier state, and a list reports
+/// its new item before the last one.
 template <class Write>
 void Run::enterBy(const Control& control, Write write) {
   notify(control, Event::GotFocus);
@@ -188,7 +187,7 @@ void Run::choose(const Control& control, std::string_view label) {
   enterBy(control, [&] { SelectItem(control, label); });
 }
 
-/// An event on the way to the one that counts: what a callback answers to it is no refusal.
+/// An event before the relevant one: a callback's result for it is not a refusal.
 void Run::tell(const Control& control, Event event) {
   if (CallbackOf(control)) SendEvent(control, event);
   settle();
@@ -204,7 +203,8 @@ std::shared_ptr<void> Run::atPolls(std::function<void()> watcher) {
   return {nullptr, [this](void*) { watcher_ = nullptr; }};
 }
 
-/// Only polls of a run count: then a lock is held that names the control which ends it. Some ask whether they may.
+/// Only polls of a run count: during a run a lock names the control that ends it. Other code polls to ask
+/// whether it may continue.
 void Run::poll() {
   if (watcher_) watcher_();
   const ControlId halt = EndingControl();

@@ -32,13 +32,13 @@ namespace {
 
 constexpr std::string_view kSecondLine = "# log of a session";
 
-/// A line that waits, since a later one may take its place.
+/// A pending line, since a later one may replace it.
 struct Waiting {
   std::string lines;
   ControlId control = nullptr;
 };
 
-/// What has come up in the act at work.
+/// Events during the present action.
 struct Act {
   std::vector<std::string> files;    // comments
   std::vector<std::string> answers;  // lines
@@ -53,7 +53,7 @@ struct SessionLog {
   std::map<std::string, std::string> sums;  // of files read, by their names
   std::vector<Waiting> waiting;
   std::vector<std::string> steering;
-  int depth = 0;  // acts in each other: only the outermost is written
+  int depth = 0;  // nested actions: only the outermost is written
   Act act;
 };
 SessionLog sessionLog;
@@ -83,7 +83,7 @@ std::string TakeWaiting() {
   return text;
 }
 
-/// A line that a script could not hold is told as a comment: no replay of it, and no broken log.
+/// A line that a script cannot contain is written as a comment: it is not replayed, and the log stays valid.
 std::string Writable(const std::string& line) {
   const auto isControl = [](char c) {
     return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
@@ -118,7 +118,7 @@ void BeginAct(bool takesAnswers) {
   sessionLog.act.takesAnswers = takesAnswers;
 }
 
-/// An interrupt that no poll has seen yet ended the run behind the last poll.
+/// An interrupt after the last poll, which no poll has seen, ended the run.
 void EndAct(const std::vector<std::string>& lines, bool refused, ControlId replaces) {
   if (--sessionLog.depth > 0) return;
   Act& act = sessionLog.act;
@@ -126,7 +126,7 @@ void EndAct(const std::vector<std::string>& lines, bool refused, ControlId repla
   WriteAct(lines, refused, replaces);
 }
 
-// --- what the session tells ---
+// --- reports of the session ---
 
 void Polled() {
   if (sessionLog.depth == 0 || !EndingControl()) return;
@@ -138,7 +138,7 @@ void Answered(std::string line) {
   if (sessionLog.depth == 1 && sessionLog.act.takesAnswers) sessionLog.act.answers.push_back(std::move(line));
 }
 
-/// A file of this session is no input of it.
+/// A file that this session has written is not an input.
 void ReadsFile(const std::string& path) {
   if (sessionLog.depth == 0) return;
   const auto& written = WrittenFiles();
@@ -160,7 +160,8 @@ void Entered(const Input& input) {
   if (sessionLog.depth == 1) sessionLog.act.input = LineOfEntry(input);
 }
 
-/// Inside of another act only the button that ends it comes in: that is a halt at the poll which let it in.
+/// Inside another action only the button that ends it is possible: that is a halt at the poll that processed
+/// it.
 void Ends(const Input& input, bool refused) {
   Act& act = sessionLog.act;
   if (sessionLog.depth > 1 && input.control && input.control == EndingControl() && PressHalted() &&
@@ -195,7 +196,7 @@ SessionWatcher WatcherOfTheLog() {
   return watcher;
 }
 
-/// Why an existing file must not be written over; empty when it may.
+/// Why an existing file must not be overwritten; empty when it may.
 std::string WhyNotReplaced(const std::string& path, const std::string& script) {
   std::error_code error;
   if (!script.empty() && std::filesystem::equivalent(path, script, error))

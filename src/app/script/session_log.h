@@ -1,9 +1,10 @@
-// session_log.h - the log of a session: every act of a person or a script as a line of the second dialect, so that the
-// file runs again and leaves the same project, byte for byte.
+// session_log.h - the log of a session: every action of a person or a script as a line of the second dialect,
+// so that the file can be run again and gives the same project, byte for byte.
 //
-// Acts of a person come through runtime/session_watch.h; those of a script are told here, line by line. A line is
-// written when its act has ended, with all that belongs to it in one write: the answers that were given, a halt, and
-// `onerror continue` around an act that was refused. So the whole lines of a log are a script at any moment.
+// A person's actions come through runtime/session_watch.h; those of a script are reported here, line by line.
+// A line is written when its action has ended, together with all its related lines: the answers, a halt, and
+// `onerror continue` around an action that was refused. So the complete lines of a log are always a valid
+// script.
 #pragma once
 
 #include <string>
@@ -13,28 +14,29 @@
 
 namespace sondera::script {
 
-/// Begins a log. A file that exists is replaced only when it is a log, and not when it is the script to be run.
+/// Begins a log. An existing file is replaced only when it is a log, and not when it is the script to be run.
 /// Empty, or why there is no log.
 std::string BeginLog(const std::string& path, const std::string& script = {});
-/// Ends it. Empty, or why the log is not whole.
+/// Ends it. Empty, or why the log is incomplete.
 std::string EndLog();
 
-/// One act of a script or of the command line, from before it begins to its end. Does nothing without a log.
+/// One action of a script or of the command line, from before its start to its end. Does nothing without a
+/// log.
 class LoggedAct {
  public:
   enum class Answers {
     InScript,  ///< the script has lines for them (LogSteering)
-    AreAsked,  ///< they are taken down as the boxes are answered
+    AreAsked,  ///< they are recorded when the boxes are answered
   };
   explicit LoggedAct(Answers answers);
   ~LoggedAct();
   LoggedAct(const LoggedAct&) = delete;
   LoggedAct& operator=(const LoggedAct&) = delete;
 
-  /// What to write. refused: a replay will be refused as well. replaces: a control without a callback whose value the
-  /// line sets; a later line of that kind takes its place as long as nothing else has happened.
+  /// What to write. refused: a replay will be refused as well. replaces: a control without a callback whose
+  /// value the line sets; a later line of that kind replaces it as long as nothing else has happened.
   void is(std::string line, bool refused, ControlId replaces = nullptr);
-  /// Ends the act before the scope does.
+  /// Ends the action before the scope does.
   void end();
 
  private:
@@ -44,7 +46,7 @@ class LoggedAct {
   ControlId replaces_ = nullptr;
 };
 
-/// A line for the act that follows: an answer, a halt.
+/// A line for the next action: an answer, a halt.
 void LogSteering(const std::string& line);
 
 }  // namespace sondera::script

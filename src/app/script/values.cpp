@@ -23,7 +23,7 @@ char Lower(char c) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-/// Letters to insert, leave out or change to get from one name to the other.
+/// Number of letters to insert, remove or change to get from one name to the other.
 std::size_t Distance(std::string_view a, std::string_view b) {
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});
@@ -39,7 +39,7 @@ std::size_t Distance(std::string_view a, std::string_view b) {
   return row[b.size()];
 }
 
-constexpr std::size_t kLongestName = 100;  // no name is as long; keeps the comparison short
+constexpr std::size_t kLongestName = 100;  // longer than any name; keeps the comparison short
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// values.h - numbers, lists and near names in the words of a script. Owns no state.
+// values.h - numbers, lists and similar names in the words of a script. Owns no state.
 #pragma once
 
 #include <optional>
@@ -8,22 +8,21 @@
 
 namespace sondera::script {
 
-/// The whole text as a finite number in the C locale; nothing when it is none.
+/// The whole text as a finite number in the C locale; no value when it is not one.
 std::optional<double> NumberOf(std::string_view text);
-/// The whole text as a whole number of 32 bits.
+/// The whole text as an integer of 32 bits.
 std::optional<int> WholeOf(std::string_view text);
 /// Items between commas, empty ones included; one empty item for an empty text.
 std::vector<std::string> ItemsOf(std::string_view text);
 
-/// Shortest text that reads back as the same number.
+/// Shortest text that gives the same number when read.
 std::string TextOf(double number);
 /// Text in quotation marks, with those and backslashes inside escaped.
 std::string Quoted(std::string_view text);
 
-/// Of the candidates the one with the fewest changed letters, without regard to case; empty when none is
-/// near.
+/// The candidate with the fewest changed letters, without regard to case; empty when none is similar.
 std::string NearestOf(std::string_view name, const std::vector<std::string>& candidates);
-/// `unknown WHAT "NAME"`, and `; did you mean "..."?` where a candidate is near.
+/// `unknown WHAT "NAME"`, and `; did you mean "..."?` where a candidate is similar.
 std::string UnknownText(std::string_view what, std::string_view name,
                         const std::vector<std::string>& candidates);
 

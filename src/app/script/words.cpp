@@ -116,11 +116,11 @@ std::string ShownName(const ArgumentSpec& spec) {
   return std::string(spec.kind == Kind::Control ? spec.shown : spec.name);
 }
 
-/// How far a form came, and why no further.
+/// How far a form matched, and why no further.
 struct Misfit {
   std::size_t fitted = 0;
   std::string reason;
-  bool value = false;  ///< an argument stands where it should, with a value that cannot be
+  bool value = false;  ///< an argument has the right place, but an impossible value
 };
 
 /// Fixed arguments of a form. The reason for the first that does not fit, if one does not.
@@ -174,7 +174,7 @@ std::optional<Misfit> ReadNamed(const WordForm& form, const Line& line, Add add)
   return std::nullopt;
 }
 
-/// What to say when no form fits: the reason of the one that came furthest, and how the word is used.
+/// The message when no form fits: the reason of the form that matched furthest, and the usage of the word.
 std::string MisfitText(FormRange range, const std::vector<Misfit>& misfits) {
   const auto best = std::max_element(misfits.begin(), misfits.end(),
                                      [](const Misfit& a, const Misfit& b) { return a.fitted < b.fitted; });

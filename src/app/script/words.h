@@ -1,8 +1,8 @@
-// words.h - the words of the second script dialect: one table from which the reading of a line, the help, the
-// documentation and the completion of a shell come.
+// words.h - the words of the second script dialect: one table for the reading of a line, the help, the
+// documentation and the completion of a shell.
 //
-// A word has one or more forms. A form lists its fixed arguments in order and its named ones, and what it
-// does. The rows stand in the files words_<subject>.cpp.
+// A word has one or more forms. A form lists its fixed arguments in order and its named ones, and has a
+// function. The rows are in the files words_<subject>.cpp.
 #pragma once
 
 #include <string>
@@ -22,14 +22,14 @@ enum class Kind {
   QuotedText,  ///< only in quotation marks
   Number,
   Whole,
-  Choice,   ///< one of the words in `shown`, which stand between bars
+  Choice,   ///< one of the words in `shown`, which are between bars
   Numbers,  ///< numbers between commas
   Texts,    ///< texts between commas
   Control,  ///< PANEL.CONTROL of one of `controls`
   Setting,  ///< a value of the control `setting`
 };
 
-/// Which kinds of controls an argument takes, as bits.
+/// The kinds of controls that an argument accepts, as bits.
 constexpr unsigned Bit(ControlKind kind) {
   return 1u << static_cast<unsigned>(kind);
 }
@@ -38,14 +38,14 @@ inline constexpr unsigned kItemControls =
     Bit(ControlKind::Ring) | Bit(ControlKind::RealRing) | Bit(ControlKind::List);
 
 struct ArgumentSpec {
-  std::string_view name;  ///< by which the word asks for it; of a named argument the text before "="
+  std::string_view name;  ///< name in the code of the word; of a named argument the text before "="
   Kind kind = Kind::Text;
-  std::string_view shown;  ///< in the usage; empty: the name. Of a Choice the words it takes
+  std::string_view shown;  ///< in the usage; empty: the name. Of a Choice its words
   bool optional = false;
-  std::size_t count = 0;  ///< of a list: how many it has to have; 0 for any number
+  std::size_t count = 0;  ///< of a list: its required number of items; 0 for any number
   unsigned controls = kAnyControl;
   ControlId setting = nullptr;
-  bool rest = false;  ///< takes all fixed arguments that are left; for numbers
+  bool rest = false;  ///< all remaining fixed arguments; for numbers
 };
 
 /// The arguments of a line, found by the names of their specifications.
@@ -56,16 +56,16 @@ struct WordForm {
   std::vector<ArgumentSpec> fixed, named;
   std::string_view help;  ///< one sentence or two
   void (*run)(Run& run, const Arguments& arguments) = nullptr;
-  void (*check)(const Arguments& arguments) = nullptr;  ///< what the argument list cannot tell; throws Fault
+  void (*check)(const Arguments& arguments) = nullptr;  ///< check beyond the argument list; throws Fault
   enum class Role {
-    Acts,    ///< changes the project or the settings; takes the answers laid out before it
+    Acts,    ///< changes the project or the settings; uses the prepared answers
     Files,   ///< opens or saves
-    Looks,   ///< tells or tests something
-    Steers,  ///< concerns the lines that follow
+    Looks,   ///< prints or tests something
+    Steers,  ///< concerns the next lines
   } role = Role::Acts;
 };
 
-/// One argument as it was given.
+/// One argument of a line.
 struct BoundValue {
   std::string text;
   double number = 0.0;
@@ -80,7 +80,7 @@ class Arguments {
   int line = 0;
 
   bool has(std::string_view name) const { return find(name) != nullptr; }
-  /// Values by name; the argument has to be there, or a fallback given.
+  /// Values by name; the argument must be there, or a fallback given.
   const std::string& text(std::string_view name) const { return get(name).text; }
   std::string text(std::string_view name, std::string_view fallback) const;
   double number(std::string_view name) const { return get(name).number; }
@@ -109,7 +109,7 @@ class Arguments {
   std::vector<Entry> entries_;
 };
 
-/// All forms, subject by subject; forms of one word stand together.
+/// All forms, subject by subject; forms of one word are together.
 const std::vector<WordForm>& AllForms();
 /// Every word once, in the order of the table.
 std::vector<std::string> AllWords();
@@ -119,7 +119,7 @@ Arguments Bind(const Line& line);
 /// Whether a line is one of the table.
 bool CanBeBound(const std::string& line);
 
-/// The line again, as it would be written: numbers in their shortest form, texts quoted where they need it.
+/// The line in standard form: numbers in their shortest form, texts quoted where needed.
 std::string LineOf(const Arguments& arguments);
 /// A text as one argument.
 std::string ArgumentText(const std::string& text);
@@ -132,8 +132,8 @@ std::string HelpOfWords();
 std::string HelpOfWord(std::string_view word);
 /// The table as Markdown, as docs/script.md has it.
 std::string MarkdownOfWords();
-/// A completion for bash: the words of the command line, of --help, and the options, separated by blanks; one that takes a
-/// value ends with "=".
+/// A completion for bash: the words of the command line, of --help, and the options, separated by blanks; one
+/// with a value ends with "=".
 std::string BashCompletion(std::string_view options);
 
 // Rows by subject.
@@ -149,7 +149,7 @@ std::vector<WordForm> RoadForms();
 std::vector<WordForm> TableForms();
 std::vector<WordForm> MeasureForms();
 
-// Rows that stand among those of another subject.
+// Rows that are placed among those of another subject.
 WordForm ReadSeg2Form();
 WordForm ReadColumnsForm();
 

@@ -78,7 +78,7 @@ void PressControl(Run& run, const Arguments& a) {
 
 // ---- point ----------------------------------------------------------------------------------------------
 
-/// A cursor that is moved is on its way first and let go then; a left click ends as a click that is done.
+/// A moved cursor is first moving and then released; a left click ends as a completed click.
 void Point(Run& run, const Arguments& a) {
   enum { kLeft, kRight, kDouble, kMove };
   const auto& graph = static_cast<const GraphControl&>(a.control("CONTROL"));
@@ -117,7 +117,7 @@ void CheckPage(const Arguments& a) {
   if (a.whole("N") < 1 || a.whole("N") > pages) throw Fault(FormatText("N is from 1 to %d", pages));
 }
 
-/// The pages of curves are drawn anew when they come to the front.
+/// The pages of curves are redrawn when they come to the front.
 void Page(Run&, const Arguments& a) {
   constexpr int kDispersionPage = 3, kResultsPage = 4;
   const int page = a.whole("N");

@@ -44,7 +44,7 @@ void Condense(Run& run, const Arguments& a) {
   run.press(CANCEL);
 }
 
-/// Every page with graphs has a button that draws them anew.
+/// Every page with graphs has a button that redraws them.
 void Plot(Run& run, const Arguments& a) {
   const Control& graph = a.control("CONTROL");
   const ControlId redraw = FindControl(graph.panel, kRedraw);

@@ -1,4 +1,4 @@
-// words_edit.cpp - the words that take changes back: undo, redo.
+// words_edit.cpp - the words for undoing changes: undo, redo.
 #include "app/script/fault.h"
 #include "app/script/run.h"
 #include "app/script/words.h"

@@ -1,4 +1,4 @@
-// words_flow.cpp - the words about the lines that follow: answer, onerror, halt.
+// words_flow.cpp - the words for the next lines: answer, onerror, halt.
 #include "app/script/fault.h"
 #include "app/script/run.h"
 #include "runtime/paths.h"

@@ -6,7 +6,7 @@
 namespace sondera::script {
 namespace {
 
-constexpr std::size_t kHelpColumn = 4;  // help stands below its usage, this far in
+constexpr std::size_t kHelpColumn = 4;  // help is below its usage, this far indented
 constexpr std::size_t kHelpWidth = 100;
 
 std::string ShownFixed(const ArgumentSpec& spec) {
@@ -20,7 +20,7 @@ std::string ShownNamed(const ArgumentSpec& spec) {
   return std::string(spec.name) + "=" + value;
 }
 
-/// A text in lines of some width, each with blanks in front.
+/// A text in lines of some width, each with blanks before it.
 std::string Wrapped(std::string_view text, std::size_t indent, std::size_t width) {
   std::string lines, line;
   const auto flush = [&] {
@@ -38,7 +38,7 @@ std::string Wrapped(std::string_view text, std::size_t indent, std::size_t width
   return lines;
 }
 
-/// Names of the settings that a form takes, in one sentence.
+/// Names of the settings that a form accepts, in one sentence.
 std::string SettingsOf(const WordForm& form) {
   std::string list;
   for (const ArgumentSpec& spec : form.named) {

@@ -1,4 +1,4 @@
-// words_look.cpp - the words that tell or test something and change nothing: print, table, graph, assert.
+// words_look.cpp - the words that print or test something and change nothing: print, table, graph, assert.
 #include <cmath>
 #include <cstdio>
 

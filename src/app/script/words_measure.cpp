@@ -81,7 +81,7 @@ void CheckMeasure(const Arguments& a) {
     if (letter != 'y' && letter != 'n') throw Fault("accept= has a letter for each record, y or n");
 }
 
-/// The preview is on for as long as this lives.
+/// The preview is on as long as this exists.
 class PreviewForNow {
  public:
   explicit PreviewForNow(bool on) : former_(session.measOptions.previewOn) {
@@ -113,7 +113,7 @@ void Measure(Run& run, const Arguments& a) {
     if (stop > 0 && measRun.measRunning && measRun.delivered >= stop) Commit(measpanel::STOPMEAS);
   });
   const int result = Commit(measpanel::SASWSTART);
-  // The records are there: what a person should think about is no failure of the line.
+  // The records are there: doubts about them are not a failure of the line.
   for (const std::string& text : run.dialogs().takeComplaints("Overload in"))
     AddDoubt(session.curMeasID + ": " + text);
   run.checkResult(measpanel::SASWSTART, result);
@@ -159,7 +159,8 @@ std::vector<WordForm> MeasureForms() {
        {},
        {Optional(Named("stop", Kind::Whole)), Optional(Named("accept", Kind::Text, "yynyy")),
         Flag("discard")},
-       "Runs the measurement: as many averages as are set, or stop=N records, rejected ones too. accept= shows "
+       "Runs the measurement: as many averages as are set, or stop=N records, rejected ones too. accept= "
+       "shows "
        "each record before it is averaged and accepts or rejects it by its letter. Overloads are a doubt. "
        "Imported data are replaced only with discard=yes.",
        Measure,

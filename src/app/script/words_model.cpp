@@ -27,10 +27,10 @@
 namespace sondera::script {
 namespace {
 
-constexpr std::size_t kMostLayers = 1000;  // lines of a layer file that are looked at; the panel takes fewer
+constexpr std::size_t kMostLayers = 1000;  // lines of a layer file that are read; the panel accepts fewer
 constexpr int kSoilColumns = 6;            // H Vp Vs density nu damping
 
-/// The dialog of the model, open while a word works in it.
+/// The dialog of the model, open while a word uses it.
 template <class Work>
 void OnModelPanel(Run& run, Work work) {
   run.press(exdthd::FMODELPARAM);
@@ -125,7 +125,7 @@ void Layers(Run& run, const Arguments& a) {
 constexpr std::string_view kProperties[] = {"H", "Vp", "Vs", "density", "nu", "damping"};
 constexpr std::string_view kFixes = "none|H|Vs|both";
 
-/// Puts a layer on a list of constrained ones, or takes it off.
+/// Puts a layer on a list of constrained ones, or removes it.
 void Constrain(Run& run, const TextControl& list, int layer, bool fixed) {
   int count = 0;
   std::vector<int> layers = RetrieveLayerNoFromStr(GetCtrlVal(list), count);
@@ -160,7 +160,7 @@ void Layer(Run& run, const Arguments& a) {
 
 void Load(Run& run, const Arguments& a) {
   OnModelPanel(run, [&] {
-    run.press(fmodeling::LOADDISPCURV);  // chooses the array curves, so the choice comes behind it
+    run.press(fmodeling::LOADDISPCURV);  // sets the array curves, so the choice must follow
     WriteValue(fmodeling::GLOBAL_ARRAY, a.choice("WHICH") == 0 ? "1" : "2");
     run.press(fmodeling::GLOBAL_ARRAY);
   });
@@ -196,7 +196,7 @@ void CheckStart(const Arguments& a) {
     throw Fault(FormatText("ratios=: the third number, how many, is from 1 to %d", kMostRatios));
 }
 
-/// The best of the starting profiles to the table, as the buttons of the panel do.
+/// Copies the best of the starting profiles to the table, as the buttons of the panel do.
 void TakeBestProfile(Run& run) {
   const int best = BestStartingProfile();
   if (best == 0) throw Fault("none of the starting profiles has a theoretical curve");
@@ -210,7 +210,7 @@ void TakeBestProfile(Run& run) {
 }
 
 void Start(Run& run, const Arguments& a) {
-  run.press(exdthd::RUN_INVERSION);  // the panel shows what the project holds
+  run.press(exdthd::RUN_INVERSION);  // the panel shows the contents of the project
   if (a.has("ratios")) {
     run.enter(inversion::ALPHA_FROM, TextOf(a.numbers("ratios")[0]));
     run.enter(inversion::ALPHA_TO, TextOf(a.numbers("ratios")[1]));
@@ -220,7 +220,7 @@ void Start(Run& run, const Arguments& a) {
   TakeBestProfile(run);
 }
 
-/// One profile from the mean velocities over depth, a third of the wavelength, on the layers of the table.
+/// One profile from the mean velocities over depth (a third of the wavelength), on the layers of the table.
 void StartEmpirical(Run& run, const Arguments&) {
   const int result = RunFModel(kEmpiricalProfile, 0);
   run.settle();

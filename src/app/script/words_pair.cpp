@@ -88,7 +88,7 @@ IrfGeometry OpenFilter(Run& run, const Arguments& a) {
   return geometry;
 }
 
-/// The enhanced window takes times as they are, the backbone window as the velocities that belong to them.
+/// The enhanced window is set by times directly, the backbone window by the corresponding velocities.
 void WindowByTimes(Run& run, const Arguments& a) {
   const IrfGeometry geometry = OpenFilter(run, a);
   std::vector<double> times = a.numbers("times");
@@ -172,7 +172,7 @@ void MaskClear(Run& run, const Arguments&) {
 
 void MaskAuto(Run& run, const Arguments&) {
   UseTraceA(run);
-  run.dialogs().sayYes();  // how often it asks to widen its map hangs on the data
+  run.dialogs().sayYes();  // how often it asks to extend its map depends on the data
   run.press(sasw::MASKINGAUTO);
 }
 
@@ -199,7 +199,7 @@ int ItemOfPair(const ListControl& list, const PMeasInfo& pair) {
   return -1;
 }
 
-/// Moves a pair between the lists; nothing to do when it is there already.
+/// Moves a pair between the lists; does nothing when it is there already.
 void MovePair(Run& run, const Arguments& a, const ListControl& from, const ListControl& to,
               const ButtonControl& button) {
   const PMeasInfo& pair = PairOfArguments(a);

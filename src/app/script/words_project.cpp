@@ -121,7 +121,7 @@ bool IsCrossSpectrum(int kind) {
 }
 
 /// Files of a kind for n receivers: of transfer functions the first receiver has one only with an
-/// instrumented source, of cross spectra the source brings two more.
+/// instrumented source, of cross spectra the source adds two more.
 std::size_t FilesFor(int kind, std::size_t n, bool source) {
   if (kind == kTim) return n;
   if (IsCrossSpectrum(kind)) return source ? n + 2 : n;
@@ -222,7 +222,7 @@ void CheckReport(const Arguments& a) {
     throw Fault("this program was built without PDF; name a file that ends with .ps");
 }
 
-/// Pages that have nothing to show are no trouble when the others are there.
+/// Pages without contents are not a fault when the others are there.
 void Report(Run& run, const Arguments& a) {
   int result = 0;
   if (IsPdfName(a.text("FILE"))) {

@@ -1,4 +1,4 @@
-// words_shot.cpp - the words that make receiver pairs of whole shots: read seg2, read columns.
+// words_shot.cpp - the words that make receiver pairs from whole shots: read seg2, read columns.
 #include <cmath>
 
 #include "app/script/fault.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kUnits = "m|ft|cm|in", kSides = "left|right";
 constexpr double kMetres[] = {1.0, 0.3048, 0.01, 0.0254};
 
-/// A person asks for what the plan says is missing; a script has arguments for it.
+/// The plan asks a person for missing values; a script has arguments for them.
 std::string WithHint(std::string reason) {
   const auto has = [&](std::string_view text) { return reason.find(text) != std::string::npos; };
   if (reason.ends_with('.')) reason.pop_back();

@@ -1,5 +1,5 @@
-// words_table.cpp - the words that exchange tables with other programs: write, and the forms of curves read that are
-// not .exd.
+// words_table.cpp - the words that exchange tables with other programs: write, and the formats of curves
+// other than .exd.
 #include <algorithm>
 #include <vector>
 
@@ -60,7 +60,7 @@ void ReadCurveTable(Run&, const Arguments& a) {
   std::string name = FileNameOf(path);
   name = name.substr(0, name.rfind('.'));
   const std::string id = a.text("id", "curve");
-  // The form of the program's own curves makes the measurement of two channels that carries it.
+  // The program's own curve format makes the measurement of two channels for it.
   const std::string text = ExdText(curve, id, session.lengthUnit);
   TextReader reader;
   reader.OpenMemory(text);
