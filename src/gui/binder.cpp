@@ -1,4 +1,4 @@
-// binder.cpp - see binder.h. Owns the list of binders that live.
+// binder.cpp - see binder.h. Owns the list of existing binders.
 #include "gui/binder.h"
 
 #include <QAbstractButton>
@@ -42,13 +42,14 @@ bool HasCallback(const Control& c) {
   return CallbackOf(c) != nullptr;
 }
 
-/// A button that nothing stands behind is dimmed.
+/// A button without a callback is dimmed.
 bool IsLive(const Control& c) {
   if (&c == &exdthd::HALT) return IsLocked() && Answers(c);
   return Answers(c) && !IsDimmed(c) && (c.kind != ControlKind::Button || HasCallback(c));
 }
 
-// ---- what a person enters ---------------------------------------------------------------------------------------
+// ---- input of a person
+// --------------------------------------------------------------------------------------------
 
 void ConnectLine(const Control& c, QLineEdit& line) {
   line.setAcceptDrops(false);
@@ -120,7 +121,7 @@ void Connect(const Control& c, QWidget* widget) {
   }
 }
 
-/// A graph's place: the view itself, or a widget that is filled with one.
+/// The place of a graph: the view itself, or a widget that contains one.
 GraphView* PutGraph(const Control& c, QWidget* place) {
   auto* view = qobject_cast<GraphView*>(place);
   if (!view) {
@@ -133,7 +134,8 @@ GraphView* PutGraph(const Control& c, QWidget* place) {
   return view;
 }
 
-// ---- what the store has -----------------------------------------------------------------------------------------
+// ---- contents of the store
+// ----------------------------------------------------------------------------------------
 
 void ShowItems(const Control& c, QWidget* widget) {
   const int count = items::Count(c);
@@ -153,7 +155,7 @@ void ShowItems(const Control& c, QWidget* widget) {
   }
 }
 
-/// A box that stands at its end stays there when text comes, else where it was read.
+/// A box that is scrolled to its end stays at the end when text is added, otherwise it keeps its position.
 void ShowTextBox(QPlainTextEdit& box, const QString& text) {
   const QString before = box.toPlainText();
   if (before == text) return;
@@ -196,7 +198,7 @@ void ShowValue(const Control& c, QWidget* widget) {
   }
 }
 
-/// A caption that the logic has changed takes the place of the form's.
+/// A caption that the program has changed replaces the form's.
 void ShowCaption(const Control& c, QWidget* widget, const std::vector<QLabel*>& labels) {
   if (auto* table = qobject_cast<QTableView*>(widget)) {
     static_cast<TableModel*>(table->model())->CellsChanged();
@@ -215,7 +217,7 @@ void Speak(const Control& c, QWidget* widget, const std::vector<QLabel*>& labels
   if (qobject_cast<QLabel*>(widget)) return;  // a name would hide its text
   widget->setAccessibleName(name);
   widget->setAccessibleDescription(hint);
-  // A ring has no name of its own: it is that of its label.
+  // A ring has no name of its own: it has that of its label.
   if (qobject_cast<QComboBox*>(widget))
     for (QLabel* label : labels)
       if (label->buddy() == widget) label->setAccessibleName(name);
@@ -288,7 +290,7 @@ void Binder::ShowState(const Bound& bound) {
   const Control& c = *bound.control;
   const bool live = IsLive(c), visible = IsVisible(c);
   const bool graph = c.kind == ControlKind::Graph;
-  // What is shown stays readable, and a graph can be looked at, in a run.
+  // During a run displayed text stays readable, and a graph can be viewed.
   const bool shown = c.facts.role == Role::ReadOut || c.facts.role == Role::TextBox ||
                      c.facts.role == Role::Lamp || c.kind == ControlKind::Label || graph;
   const bool enabled = shown ? !IsDimmed(c) : live;

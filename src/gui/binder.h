@@ -1,4 +1,4 @@
-// binder.h - ties the widgets of a form to the controls of its panel.
+// binder.h - connects the widgets of a form with the controls of its panel.
 //
 // A form is a .ui file named after its panel (ui/<panel>.ui in lower case). The root is a QWidget whose objectName is
 // the panel's name; a widget whose objectName is a control's name shows that control:
@@ -14,9 +14,10 @@
 //   Label               QLabel
 //   (a panel's name)    a QWidget is filled with that panel's form (tab pages)
 //
-// The binder sets name, description, tool tip, items, values, dimmed and hidden state, read-only fields and check marks;
-// a form gives captions, layout and tab order only. A QLabel with a buddy hides and dims with it. A QLabel named
-// <CONTROL>_unit shows the unit of a number and follows it too. Buttons without a callback are dimmed.
+// The binder sets name, description, tool tip, items, values, dimmed and hidden state, read-only fields and
+// check marks; a form gives only captions, layout and tab order. A QLabel with a buddy is hidden and dimmed
+// with it. A QLabel named <CONTROL>_unit shows the unit of a number and is hidden and dimmed in the same way.
+// Buttons without a callback are dimmed.
 #pragma once
 
 #include <unordered_map>
@@ -35,11 +36,11 @@ namespace sondera {
 QWidget* MakeForm(Panel panel, QWidget* parent);
 bool HasForm(Panel panel);
 
-/// One form and its panel. Lives as long as the form (it is deleted with it).
+/// One form and its panel. Exists as long as the form (it is deleted with it).
 class Binder {
  public:
-  /// Binds all controls of the panel that the form has a widget for, and shows their present state. Forms of other
-  /// panels inside (tab pages) are made and bound too.
+  /// Binds all controls of the panel that have a widget in the form, and shows their present state. Forms of
+  /// other panels inside (tab pages) are made and bound too.
   Binder(Panel panel, QWidget* form);
   ~Binder();
   Binder(const Binder&) = delete;
@@ -49,13 +50,13 @@ class Binder {
   /// The widget of a control of this panel; null when the form has none.
   QWidget* WidgetOf(const Control& c) const;
 
-  /// Brings one control up to date: kind says what has changed.
+  /// Updates one control: kind says what has changed.
   void Show(const Control& c, ChangeKind kind);
   /// All controls: values, items, attributes.
   void ShowAll();
-  /// The units behind the fields; ShowAll does it too.
+  /// The units beside the fields; ShowAll does it too.
   void ShowUnits();
-  /// Which controls answer has changed: dims and brings back.
+  /// Other controls react now: dims and enables widgets.
   void ShowAnswers();
   /// Brings the active tab page of the store to the front, where the form has tabs.
   void ShowTab();
@@ -77,7 +78,7 @@ class Binder {
   std::unordered_map<ControlId, Bound> bound_;
 };
 
-/// All binders that live, the one of a panel (null without), for whoever brings views up to date.
+/// All existing binders, the one of a panel (null without), for code that updates views.
 const std::vector<Binder*>& LivingBinders();
 Binder* BinderOf(Panel panel);
 

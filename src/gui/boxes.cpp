@@ -20,7 +20,7 @@ namespace {
 
 QPointer<QWidget> owner;
 
-/// The panel that a person works in, else the main window: a box stands above it.
+/// The panel that a person uses, else the main window: the parent of a box.
 QWidget* ParentOfBox() {
   if (QApplication::activeModalWidget()) return QApplication::activeModalWidget();
   QWidget* active = QApplication::activeWindow();
@@ -30,7 +30,7 @@ QWidget* ParentOfBox() {
 QMessageBox::StandardButton RunBox(QMessageBox::Icon icon, std::string_view title, std::string_view text,
                                    QMessageBox::StandardButtons buttons,
                                    QMessageBox::StandardButton byEscape) {
-  // Over a wait cursor nobody finds the buttons.
+  // With a wait cursor nobody expects a box.
   const bool waiting = QApplication::overrideCursor() != nullptr;
   if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
   QMessageBox box(icon, ToQt(title), ToQt(text), buttons, ParentOfBox());
@@ -61,7 +61,7 @@ QString NameFilter(const std::string& filter) {
   return QStringLiteral("%1 (%2);;All files (*)").arg(text, both);
 }
 
-/// Takes any name that is typed, also of a file that is not there: the logic says what it thinks of it.
+/// Accepts any typed name, also of a file that does not exist: the program then decides.
 class AnyNameDialog : public QFileDialog {
  public:
   using QFileDialog::QFileDialog;

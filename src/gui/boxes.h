@@ -1,4 +1,4 @@
-// boxes.h - the boxes that the logic asks for, as windows: messages, questions, prompts, files.
+// boxes.h - the boxes that the program asks for, as windows: messages, questions, prompts, files.
 #pragma once
 
 #include <optional>
@@ -11,7 +11,7 @@ class QWidget;
 
 namespace sondera {
 
-/// The window that boxes stand above; null before there is one.
+/// The parent window of boxes; null before there is one.
 void SetBoxOwner(QWidget* window);
 
 void ShowMessageBox(std::string_view title, std::string_view text);
@@ -22,9 +22,9 @@ FileChoice AskFile(const FileRequest& request);
 /// A message of the windows themselves, under the title of the program.
 void ShowNotice(std::string_view text);
 
-/// What a person wants to happen to unsaved changes.
+/// A person's decision about unsaved changes.
 enum class UnsavedAnswer : int { Save, DontSave, Cancel };
-/// One box: the question, and below it that the project has changes that are not saved.
+/// One box: the question, and below it a note about changes that are not saved.
 UnsavedAnswer AskAboutUnsaved(std::string_view question);
 
 }  // namespace sondera

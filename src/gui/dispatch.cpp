@@ -1,4 +1,4 @@
-// dispatch.cpp - see dispatch.h. Owns how deep events are in each other and the close request that waits.
+// dispatch.cpp - see dispatch.h. Owns the nesting depth of events and the pending close request.
 #include "gui/dispatch.h"
 
 #include <QApplication>
@@ -25,12 +25,12 @@ void ShowViews() {
   if (state.showViews) state.showViews();
 }
 
-/// The widget shows again what the store has: a value may have been refused, or put back by a callback.
+/// The widget shows the store's value again: a value may have been refused, or restored by a callback.
 void ShowAgain(const Control& c) {
   NoteChange({.kind = ChangeKind::Value, .panel = c.panel, .control = &c});
 }
 
-/// One event of a person. What it leaves is shown at its end.
+/// One event of a person. Its results are shown at its end.
 class EventScope {
  public:
   EventScope() { ++state.depth; }
@@ -44,12 +44,12 @@ class EventScope {
   EventScope& operator=(const EventScope&) = delete;
 };
 
-/// Nothing comes in while an event is at work, but for the controls that a run names.
+/// No other event is accepted during an event, except for the controls that a run names.
 bool DoorIsOpen(const Control& c) {
   return Answers(c) && (state.depth == 0 || IsLocked());
 }
 
-/// Focus in and left click come before the value, since callbacks note by them what was there before.
+/// Focus in and left click come before the value, since callbacks store the earlier state by them.
 bool Enter(Input act, const std::function<bool()>& enter, std::initializer_list<Event> events) {
   const Control& c = *act.control;
   if (!Takes(c)) {
@@ -66,7 +66,7 @@ bool Enter(Input act, const std::function<bool()>& enter, std::initializer_list<
   if (entered)
     for (const Event event : events) {
       const int result = SendEvent(c, event);
-      if (event != Event::ValChanged) input.note(result);  // the event that counts comes behind it
+      if (event != Event::ValChanged) input.note(result);  // the relevant event follows
     }
   ShowAgain(c);
   return entered;
@@ -80,7 +80,7 @@ void PressCloseOf(Panel panel) {
   for (const std::string_view name : {"CLOSE", "CANCEL", "OK"}) {
     const ControlId button = FindControl(panel, name);
     if (!button || button->kind != ControlKind::Button) continue;
-    if (panel == Panel::DEVPANEL) break;  // its OK takes a board
+    if (panel == Panel::DEVPANEL) break;  // its OK chooses a board
     if (CallbackOf(*button)) {
       InputScope input({.kind = Input::Kind::Press, .control = button});
       input.note(SendEvent(*button, Event::Commit));
@@ -188,10 +188,10 @@ void RequestClose() {
   if (state.closeWaits || QApplication::activeModalWidget()) return;
   const ControlId ending = EndingControl();
   if (!ending) {
-    state.closeWaits = true;  // something without a halt; it ends soon
+    state.closeWaits = true;  // a run without a halt; it ends soon
     return;
   }
-  if (ending == &measpanel::STOPMEAS) {  // a close is no Stop: records cannot be taken again
+  if (ending == &measpanel::STOPMEAS) {  // closing is not Stop: records cannot be measured again
     SendEvent(panel::CLOSE, Event::Close);
     return;
   }

@@ -1,11 +1,12 @@
-// dispatch.h - the one door through which what a person does comes into the program.
+// dispatch.h - the one place through which a person's actions enter the program.
 //
-// Each event goes the same way: it is refused while the control does not answer (a run) or while another event is at
-// work; else focus in, left click, the value into the store, the event, the wait cursor back, and the views are brought
-// up to date. During a run the controls that the run names (Halt) come in through the run's polls.
+// Each event is handled in the same way: it is refused while the control does not react (a run) or during
+// another event; else focus in, left click, the value into the store, the event, the wait cursor removed, and
+// the views updated. During a run the controls that the run names (Halt) are handled in the run's polls.
 //
-// A widget calls one of these from a signal that only a person causes (activated, clicked, editingFinished), never
-// when the store has written into it. True: the event was sent; false: refused, and the widget shows the store again.
+// A widget calls one of these from a signal that only a person causes (activated, clicked, editingFinished),
+// never when the store has changed it. True: the event was sent; false: refused, and the widget shows the
+// store's value again.
 #pragma once
 
 #include <functional>
@@ -19,7 +20,8 @@ namespace sondera {
 
 /// A button or a menu item.
 bool DispatchPress(const Control& c);
-/// A field, a check box, a colour: a number and the event. A number that the store does not take is refused.
+/// A field, a check box, a colour: a number and the event. A number that the store does not accept is
+/// refused.
 bool DispatchNumber(const Control& c, double value);
 bool DispatchText(const Control& c, std::string_view text);
 /// An item of a ring (Commit) or of a list (ValChanged, then Commit), by its position from 0.
@@ -38,19 +40,19 @@ bool DispatchGraph(const GraphControl& c, Event event, const GraphPlace& place);
 bool DispatchTab(Panel tabs, int page);
 /// The close button of a panel: its CLOSE, else CANCEL, else OK is pressed; without one the panel is hidden.
 bool DispatchClose(Panel panel);
-/// Anything else that a person asks for and that presses controls itself (open a dropped file, undo).
+/// Any other request of a person that presses controls itself (open a dropped file, undo).
 bool DispatchAction(const std::function<void()>& action);
 
-/// Whether an event of the control would be taken now. Widgets are dimmed by it.
+/// Whether an event of the control would be accepted now. Determines which widgets are dimmed.
 bool Takes(const Control& c);
-/// True while an event of a person is at work.
+/// True during an event of a person.
 bool InEvent();
 
-/// What brings the views up to date at the end of an event.
+/// Function that updates the views at the end of an event.
 void SetShowViews(std::function<void()> show);
 
-/// A close request of the main window. While an event is at work it is kept until that has ended, and where a run
-/// can be halted its button is pressed first.
+/// A close request of the main window. During an event it waits for the end of the event; if the present run
+/// can be halted, its button is pressed first.
 void RequestClose();
 
 }  // namespace sondera

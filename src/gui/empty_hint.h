@@ -1,4 +1,4 @@
-// empty_hint.h - what an empty graph says: what to do next.
+// empty_hint.h - the hint in an empty graph: what to do next.
 #pragma once
 
 #include <QLabel>
@@ -7,7 +7,7 @@
 
 namespace sondera {
 
-/// A text in the middle of a graph's view, there as long as the graph has nothing to show.
+/// A text in the middle of a graph's view, visible as long as the graph is empty.
 class EmptyHint final : public QLabel {
   Q_OBJECT
 

@@ -1,7 +1,7 @@
-// fields.h - the fields that forms are made of besides Qt's own: numbers, colours, lamps.
+// fields.h - fields for forms besides Qt's own: numbers, colours, lamps.
 //
-// None of them knows the store; the binder connects them. Each tells by a signal what a person has entered, and only
-// that: what the program writes into them makes no signal.
+// None of them knows the store; the binder connects them. A signal reports input of a person only: when the
+// program writes to a field there is no signal.
 #pragma once
 
 #include <QLineEdit>
@@ -13,15 +13,15 @@
 
 namespace sondera {
 
-/// The shortest text that reads back to the same number; the decimal sign is always a point.
+/// The shortest text that gives the same number when read; the decimal sign is always a point.
 std::string NumberText(double value);
-/// The number that a text stands for, blanks around it left out. Empty for anything else: a decimal comma, letters, a
-/// number that is not finite. Whole: fractions are cut, numbers that no int holds are refused.
+/// The number in a text, without blanks around it. Empty for anything else: a decimal comma, letters, a
+/// number that is not finite. Whole: fractions are truncated, numbers beyond an int are refused.
 std::optional<double> NumberFromText(std::string_view text, bool whole = false);
 
-/// A number with up to 17 digits. Enter, or leaving the field with a changed text, commits; a text that is no number
-/// stays visible, in the colour of an error, with a tool tip that says why, and is not taken. Escape brings the former
-/// number back.
+/// A number with up to 17 digits. Enter, or leaving the field with a changed text, commits; a text that is
+/// not a number stays visible in the error colour, with a tool tip that says why, and is not stored. Escape
+/// restores the former number.
 class NumberField : public QLineEdit {
   Q_OBJECT
 
@@ -31,7 +31,7 @@ class NumberField : public QLineEdit {
   /// Step of the arrow keys; 0: they do nothing.
   void SetStep(double step) { step_ = step; }
   void SetNumber(double value);
-  /// For what is only shown: six digits, which a person can take in.
+  /// For displayed values: six digits, which are easy to read.
   void SetShort(bool isShort) { short_ = isShort; }
   double Number() const { return number_; }
 

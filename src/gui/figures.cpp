@@ -56,7 +56,7 @@ QByteArray PngOf(QWidget& what) {
   QImage image((QSizeF(SizeOf(what)) * scale).toSize(), QImage::Format_RGB32);
   image.fill(Qt::white);
   Paint(what, image, scale, false);
-  // Last: fonts would grow with it.
+  // Last, because fonts would grow with it.
   const int dots = static_cast<int>(std::lround(kPngDpi / kInch));
   image.setDotsPerMeterX(dots);
   image.setDotsPerMeterY(dots);

@@ -13,22 +13,23 @@ namespace sondera {
 
 enum class FigureKind : int { Png, Svg, Pdf };
 
-/// Kind by the name's ending, in small letters or capitals; PNG for another one.
+/// Kind by the ending of the name, in lower or upper case; PNG for any other.
 FigureKind FigureKindOf(const QString& path);
 
-/// Writes a graph (GraphView), or a page with all that is on it, as it is shown. A graph is drawn on white. The file is
-/// complete or not there: one that was there before stays when writing fails.
-/// @return  why it could not be written; empty when it is
+/// Writes a graph (GraphView), or a page with all its contents, as it is shown. A graph is drawn on white. A
+/// new file replaces the old one only when it is complete.
+/// @return  why it could not be written; empty for success
 QString SaveFigure(QWidget& what, const QString& path);
 
-/// Asks for a name and writes; a failure gets one message. False when nothing was written.
+/// Asks for a name and writes; a failure gives one message. False when nothing was written.
 bool AskAndSaveFigure(QWidget& what, const QString& proposedName);
 
-/// The print dialog, with a PDF file as its first target; where there is no printer at all, a name is asked for instead.
-/// False when nothing was printed.
+/// The print dialog, with a PDF file as its first target; without a printer it asks for a name instead. False
+/// when nothing was printed.
 bool PrintFigure(QWidget& what, const QString& title);
 
-/// The graphs of a request on one sheet, in light colours: above each other, or beside each other where one shows depth.
+/// The graphs of a request on one sheet, in light colours: one above the other, or side by side if one shows
+/// depth.
 std::unique_ptr<QWidget> SheetOf(const PrintRequest& request);
 /// Prints them: FrontEnd::print of the windows.
 bool PrintSheet(const PrintRequest& request);

@@ -1,4 +1,4 @@
-// forms.cpp - the forms of all panels, as the build finds them in ui/.
+// forms.cpp - the forms of all panels, from the folder ui/ at build time.
 #include <QWidget>
 #include <array>
 

@@ -18,8 +18,8 @@ namespace sondera {
 namespace {
 
 constexpr std::size_t kLongLine = 150;   // points; a shorter one is drawn as one path with round joins
-constexpr qsizetype kMostDashes = 4000;  // more would not be seen: the line is solid
-constexpr int kStampFrom = 300;          // symbols from which one picture is stamped
+constexpr qsizetype kMostDashes = 4000;  // more would not be visible: the line is solid
+constexpr int kStampFrom = 300;          // symbols drawn by copies of one picture
 
 int FromColor(const QColor& color) {
   return (color.red() << 16) | (color.green() << 8) | color.blue();
@@ -60,7 +60,7 @@ QList<QLineF> DashesOf(const std::vector<PixelLine>& lines, const QList<qreal>& 
   return dashes;
 }
 
-/// Long lines on a screen are drawn segment by segment: the painter takes seconds for one noisy path of some width.
+/// Long lines on a screen are drawn segment by segment: for one long noisy path the painter takes seconds.
 void StrokeSegments(QPainter& painter, const std::vector<PixelLine>& lines, QPen pen) {
   QList<QLineF> segments;
   if (pen.style() != Qt::SolidLine) segments = DashesOf(lines, pen.dashPattern(), pen.widthF());

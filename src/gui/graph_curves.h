@@ -23,7 +23,7 @@ GraphTheme ThemeOf(const QPalette& palette);
 /// Where and how a graph is painted. Pixels are those of the painter.
 struct GraphFrame {
   PixelAxis x, y;
-  PixelArea area;  ///< inside of the axes
+  PixelArea area;  ///< inside the axes
   GraphTheme theme;
   QSize size;                 ///< of the whole graph, axes and all
   QFont font;                 ///< of legend and markers
@@ -38,11 +38,11 @@ QColor Faint(int color, double opacity);
 
 QRectF ToRect(const PixelArea& area);
 
-/// Line and points of a curve. Symbols of points at the area's edge reach over it.
+/// Line and points of a curve. Symbols of points at the area's edge extend beyond it.
 void PaintCurve(QPainter& painter, const PlotModel& plot, const GraphFrame& frame);
-/// The area between a curve and the one that its bandTo names.
+/// The area between a curve and its bandTo curve.
 void PaintBand(QPainter& painter, const GraphModel& graph, const PlotModel& plot, const GraphFrame& frame);
-/// The curve in small, for a legend.
+/// A small sample of the curve, for a legend.
 void PaintSample(QPainter& painter, const QRectF& place, const PlotModel& plot, const GraphTheme& theme);
 
 }  // namespace sondera

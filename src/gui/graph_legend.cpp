@@ -15,8 +15,8 @@ namespace {
 
 constexpr double kSampleWidth = 26.0, kGap = 6.0, kMargin = 5.0, kFromEdge = 8.0;
 constexpr double kMostOfArea = 0.3;    // a legend inside covers at most that share of either side
-constexpr double kWidestText = 260.0;  // longer names are cut in their middle
-constexpr std::size_t kSamples = 500;  // points of a curve that are asked where they lie
+constexpr double kWidestText = 260.0;  // longer names are shortened in their middle
+constexpr std::size_t kSamples = 500;  // points of a curve used to find a free corner
 
 QString NameOf(const PlotModel& plot, const QFontMetricsF& metrics) {
   return metrics.elidedText(ToQt(plot.legend), Qt::ElideMiddle, kWidestText);

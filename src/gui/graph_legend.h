@@ -10,7 +10,7 @@
 
 namespace sondera {
 
-/// How the names of curves are laid out: in columns from the top. Every curve with a name is in it.
+/// Layout of the curve names: in columns from the top. It contains every curve with a name.
 struct LegendPlan {
   std::vector<const PlotModel*> rows;
   int rowsInColumn = 0;
@@ -22,7 +22,7 @@ LegendPlan PlanLegend(const GraphModel& graph, const QFont& font, const QSize& s
 /// In the corner of the frame's area with the fewest points, or beside it.
 void PaintLegend(QPainter& painter, const GraphModel& graph, const GraphFrame& frame);
 
-/// Range and ticks of the colours of a map; no ticks for a map whose colours span nothing.
+/// Range and ticks of the colours of a map; no ticks for a map of one colour.
 struct ColorBar {
   double low = 0.0, high = 0.0;
   std::vector<Tick> ticks;

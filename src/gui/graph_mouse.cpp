@@ -14,9 +14,9 @@
 namespace sondera {
 namespace {
 
-constexpr double kGrip = 6.0;       // pixels to either side of a marker
-constexpr double kMoved = 4.0;      // pixels from where a click becomes a drag
-constexpr double kLeastZoom = 8.0;  // pixels of a rectangle that is meant
+constexpr double kGrip = 6.0;       // pixels on both sides of a marker
+constexpr double kMoved = 4.0;      // pixels after which a click becomes a drag
+constexpr double kLeastZoom = 8.0;  // smallest rectangle in pixels
 constexpr double kZoomStep = 1.25;
 constexpr int kLongStep = 10;  // points
 
@@ -117,14 +117,14 @@ void GraphMouse::Release(QMouseEvent& event) {
 }
 
 void GraphMouse::DoubleClick(QMouseEvent& event) {
-  gesture_ = Gesture::None;  // the release that follows is no click
+  gesture_ = Gesture::None;  // the release that follows is not a click
   if (event.button() != Qt::LeftButton || (event.modifiers() & Qt::ControlModifier)) return;
   pressed_ = event.position();
   Send(Event::LeftDoubleClick, PlaceAt(pressed_, MouseButton::Left));
 }
 
 void GraphMouse::MoveMarker(Event event, const QPointF& pixel) {
-  // A reset in between may have taken the marker.
+  // A reset in between may have removed the marker.
   if (marker_ > static_cast<int>(view_.model().cursors.size())) return;
   GraphPlace place = PlaceAt(pixel + grip_, MouseButton::Left);
   place.cursor = marker_;

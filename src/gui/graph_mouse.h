@@ -1,5 +1,5 @@
-// graph_mouse.h - what the mouse and the keys do on a graph: events of runtime/graphs.h for its callback, and the zoom of
-// the view.
+// graph_mouse.h - effects of the mouse and the keys on a graph: events of runtime/graphs.h for its callback,
+// and the zoom of the view.
 //
 //   left click            LeftClick when pressed, Commit when let go
 //   on a marker           ValChanged while it moves, Commit when let go
@@ -27,23 +27,23 @@ class QWidget;
 
 namespace sondera {
 
-/// What the mouse has to know of a graph's view. Pixels are those of the widget.
+/// Data of a graph's view for the mouse. Pixels are those of the widget.
 class GraphSurface {
  public:
   virtual ~GraphSurface() = default;
   virtual QWidget& widget() = 0;
-  /// Null for a graph that is tied to no control yet.
+  /// Null for a graph without a control.
   virtual const GraphControl* control() const = 0;
   virtual const GraphModel& model() const = 0;
-  /// Inside of the axes.
+  /// Inside the axes.
   virtual QRectF PlotArea() const = 0;
   virtual QPointF PixelOf(double x, double y) const = 0;
-  /// Units of the axes as drawn; a place outside of the area counts as its edge.
+  /// Units of the axes as drawn; a place outside the area counts as its edge.
   virtual QPointF ValueAt(const QPointF& pixel) const = 0;
   /// Limits as drawn, and those of the model.
   virtual GraphLimits Shown() const = 0;
   virtual GraphLimits Whole() const = 0;
-  /// Shows a part of the graph. Empty: all of that axis.
+  /// Shows a part of the graph. Empty: the whole of that axis.
   virtual void ShowPart(const std::optional<AxisLimits>& x, const std::optional<AxisLimits>& y) = 0;
 };
 
@@ -58,7 +58,7 @@ class GraphMouse {
   void Release(QMouseEvent& event);
   void DoubleClick(QMouseEvent& event);
   void Wheel(QWheelEvent& event);
-  /// False: the key is none of ours.
+  /// False: the key has no meaning here.
   bool Key(QKeyEvent& event);
 
  private:
@@ -77,7 +77,7 @@ class GraphMouse {
   GraphSurface& view_;
   Gesture gesture_ = Gesture::None;
   int marker_ = 0;
-  QPointF pressed_, grip_;       // where the button went down; from the mouse to the marker
+  QPointF pressed_, grip_;       // place where the button went down; distance from the mouse to the marker
   QRubberBand* band_ = nullptr;  // a child of the view
 };
 

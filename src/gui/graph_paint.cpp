@@ -26,7 +26,7 @@ int TextOn(int color) {
 
 // ---- masks and map ----------------------------------------------------------------------------------------------
 
-/// Pixel of a mask's end: a place off the axis is the area's edge.
+/// Pixel of a mask's end: for a place outside the axis, the area's edge.
 double Held(const PixelAxis& axis, double value) {
   const double pixel = axis.PixelOf(value), low = std::min(axis.from, axis.to),
                high = std::max(axis.from, axis.to);

@@ -10,9 +10,9 @@
 namespace sondera {
 namespace {
 
-constexpr double kFarthest = 1e200, kClosestToZero = 1e-200;  // well within what the plot library takes
+constexpr double kFarthest = 1e200, kClosestToZero = 1e-200;  // well within the range of the plot library
 constexpr double kLeastRange = 1e-9;                          // of the larger limit; less is rounding
-constexpr std::size_t kMostNames = 24;                        // of curves in a spoken line
+constexpr std::size_t kMostNames = 24;                        // number of curves in a spoken line
 constexpr int kFigures = 6;
 
 std::string Number(double value) {

@@ -1,5 +1,5 @@
-// graph_style.h - how graphs look and what is said of them, without Qt: sizes, dashes, limits that can be drawn, the
-// spoken line. Ticks, symbols and colours are those of figure/. No state.
+// graph_style.h - appearance and description of graphs, without Qt: sizes, dashes, limits that can be drawn,
+// the spoken line. Ticks, symbols and colours are those of figure/. No state.
 #pragma once
 
 #include <string>
@@ -18,17 +18,18 @@ inline constexpr double kBandOpacity = 0.16;  ///< area between two curves
 
 bool HasLine(const PlotLook& look);
 
-/// Limits as they can be drawn: within 1e200 of 0 and above 1e-200 on a logarithmic axis. Limits that differ by less than
-/// rounding does count as one value: 1 on either side, or half and twice it.
+/// Limits that can be drawn: within 1e200 of 0 and above 1e-200 on a logarithmic axis. Limits that differ
+/// only by rounding count as one value: 1 on each side, or half and twice it.
 AxisLimits SafeLimits(const AxisLimits& limits, bool logarithmic);
 
-/// Part of an axis that a zoom shows: share 0 to 1 of the axis stays where it is, the range grows by factor. The result
-/// stays within `whole`.
+/// Part of an axis after a zoom: the point at `share` (0 to 1) of the axis keeps its place, the range changes
+/// by factor. The result stays within `whole`.
 AxisLimits Zoomed(const AxisLimits& shown, const AxisLimits& whole, bool logarithmic, double share,
                   double factor);
 
-/// The graph in one line, for who does not see it: "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic;
-/// 2 curves: H21[1:2], H31[1:3]; 1 mask 20 to 30 Hz; markers at 20, 30". A title comes last. Limits are those that are drawn.
+/// The graph in one line, for a screen reader: "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic;
+/// 2 curves: H21[1:2], H31[1:3]; 1 mask 20 to 30 Hz; markers at 20, 30". A title comes last. Limits are those
+/// that are drawn.
 std::string SpokenLine(const GraphModel& graph, const GraphLimits& shown);
 
 }  // namespace sondera

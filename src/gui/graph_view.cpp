@@ -1,5 +1,5 @@
-// graph_view.cpp - see graph_view.h. The only file that sees the plot library: it lays out and draws axes and grid;
-// what is on the graph is painted by gui/graph_paint.
+// graph_view.cpp - see graph_view.h. The only file that uses the plot library: it lays out and draws axes and
+// grid; gui/graph_paint paints the contents of the graph.
 #include "gui/graph_view.h"
 
 #include <qcustomplot.h>
@@ -25,14 +25,14 @@ constexpr double kNumberFont = 0.92;  // of the widget's font
 constexpr int kTickSpace = 16;        // pixels between two numbers on the x axis
 constexpr double kTickLines = 2.4;    // heights of a number between two on the y axis
 
-/// Fonts count in pixels, so that screen and file are laid out alike.
+/// Fonts are set in pixels, so that screen and file have the same layout.
 QFont FontOf(const QWidget& widget, double share) {
   QFont font = widget.font();
   font.setPixelSize(std::max(7, static_cast<int>(std::lround(QFontInfo(font).pixelSize() * share))));
   return font;
 }
 
-/// Ticks by the rule of windows and figures.
+/// Ticks by the common rule of windows and figures.
 class ModelTicker final : public QCPAxisTicker {
  public:
   explicit ModelTicker(const QCPAxis* axis) : axis_(axis) {}
@@ -51,7 +51,7 @@ class ModelTicker final : public QCPAxisTicker {
   }
 
  private:
-  /// Numbers that the axis has room for.
+  /// Number of numbers that fit on the axis.
   int Room(const QCPRange& range) const {
     const QFontMetricsF metrics(axis_->tickLabelFont());
     const QRect rect = axis_->axisRect()->rect();
@@ -65,7 +65,7 @@ class ModelTicker final : public QCPAxisTicker {
   const QCPAxis* axis_;
 };
 
-/// Something of ours on a layer of the plot.
+/// Our item on a layer of the plot.
 class PaintedLayer final : public QCPLayerable {
  public:
   PaintedLayer(QCustomPlot* plot, const QString& layer, std::function<void(QCPPainter&)> paint)
@@ -79,7 +79,7 @@ class PaintedLayer final : public QCPLayerable {
   std::function<void(QCPPainter&)> paint_;
 };
 
-/// A graph is a chart to a screen reader, and has no parts of its own.
+/// To a screen reader a graph is a chart without parts.
 class GraphAccessible final : public QAccessibleWidget {
  public:
   explicit GraphAccessible(QWidget* view) : QAccessibleWidget(view, QAccessible::Chart) {}
@@ -144,7 +144,7 @@ class GraphView::Plot {
     SetAxis(*plot_->yAxis, model.yAxis, shown.y);
     MakeRoom();
   }
-  /// An axis that nothing tells the limits of has no numbers, nor the abscissa of a strip of colours.
+  /// An axis without known limits has no numbers, and neither has the abscissa of a strip of colours.
   void SetNumbers(bool x, bool y) {
     const GraphModel& model = view_.model();
     const bool strip = model.intensity && model.intensity->columns <= 2 && model.xAxis.label.empty();
@@ -197,7 +197,7 @@ class GraphView::Plot {
 
  private:
   void SetAxis(QCPAxis& axis, const AxisModel& model, const AxisLimits& shown) {
-    // The range first: a logarithmic axis does not take one that reaches 0.
+    // The range first: a logarithmic axis does not accept one down to 0.
     axis.setScaleType(QCPAxis::stLinear);
     axis.setRange(shown.min, shown.max);
     axis.setScaleType(model.logarithmic ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
@@ -210,7 +210,7 @@ class GraphView::Plot {
     const GraphRoom room = RoomFor(view_.model(), font_, plot_->size());
     legendBeside_ = room.legendBeside;
     colorBar_ = room.colorBar;
-    // Wide enough for most numbers, so that graphs above each other have their axes in line.
+    // Wide enough for most numbers, so that the axes of graphs above each other are aligned.
     const QFontMetricsF metrics(font_);
     const int left = plot_->width() < 240
                          ? 0
@@ -287,7 +287,7 @@ QPointF GraphView::ValueAt(const QPointF& pixel) const {
   const QRectF area = PlotArea();
   const double x = std::clamp(pixel.x(), area.left(), area.right()) - plot_->corner().x();
   const double y = std::clamp(pixel.y(), area.top(), area.bottom()) - plot_->corner().y();
-  const GraphLimits shown = Shown();  // holds what rounding adds at the edges
+  const GraphLimits shown = Shown();  // allows for rounding at the edges
   return {std::clamp(plot_->x().ValueAt(x), shown.x.min, shown.x.max),
           std::clamp(plot_->y().ValueAt(y), shown.y.min, shown.y.max)};
 }
@@ -326,7 +326,7 @@ GraphView* GraphView::Partner() const {
   return nullptr;
 }
 
-/// A zoom ends when the axes are others or get other limits.
+/// A zoom ends when the axes have other quantities or limits.
 void GraphView::KeepZoomOfSameAxes() {
   std::string axes;
   for (const auto& [axis, limits] :

@@ -1,8 +1,8 @@
-// graph_view.h - draws the model of a graph control, and passes on what the mouse does there (gui/graph_mouse.h).
+// graph_view.h - draws the model of a graph control, and passes mouse events on (gui/graph_mouse.h).
 //
-// The widget has no opinion on what is in the model. It shows all of it, or a part that a person has zoomed to; the
-// model's limits stay as they are. Graphs of one page with the same abscissa zoom along it together. Its accessible
-// description is the graph in one line, renewed with each change.
+// The widget does not interpret the model. It shows all of it, or a part after a zoom; the model's limits do
+// not change. Graphs of one page with the same abscissa zoom along it together. Its accessible description is
+// the graph in one line, updated with each change.
 #pragma once
 
 #include <QWidget>
@@ -22,12 +22,12 @@ class GraphView final : public QWidget, private GraphSurface {
   /// For forms: without a control until Bind.
   explicit GraphView(QWidget* parent = nullptr);
   ~GraphView() override;
-  /// Ties it to its control and draws it. The binder calls it once.
+  /// Connects it with its control and draws it. The binder calls it once.
   void Bind(const GraphControl& control);
-  /// Draws the model as it is now.
+  /// Draws the present model.
   void Refresh();
 
-  // What the mouse asks for, and tests.
+  // For the mouse and for tests.
   const GraphControl* control() const override { return control_; }
   const GraphModel& model() const override;
   QRectF PlotArea() const override;
@@ -43,7 +43,7 @@ class GraphView final : public QWidget, private GraphSurface {
   /// @param scale      device pixels for a pixel of the widget
   /// @param vectorial  for a file of lines and texts
   void PaintFigure(QPaintDevice& device, double scale, bool vectorial);
-  /// While it paints itself onto a page that goes into a file: lines and texts in place of pixels.
+  /// True while it paints itself onto a page for a file: lines and texts instead of pixels.
   void SetPaintsAsFigure(bool figure);
 
   QSize sizeHint() const override { return {480, 300}; }
@@ -62,7 +62,7 @@ class GraphView final : public QWidget, private GraphSurface {
 
  private:
   QWidget& widget() override { return *this; }
-  class Plot;  // what the plot library draws
+  class Plot;  // drawn by the plot library
   GraphView* Partner() const;
   void ZoomTo(const std::optional<AxisLimits>& x, const std::optional<AxisLimits>& y);
   void KeepZoomOfSameAxes();
@@ -73,7 +73,7 @@ class GraphView final : public QWidget, private GraphSurface {
   GraphMouse mouse_{*this};
   std::optional<AxisLimits> zoomX_, zoomY_;
   GraphLimits whole_;       // of the last drawing
-  std::string axesOfZoom_;  // names and limits of the axes that the zoom is of
+  std::string axesOfZoom_;  // names and limits of the axes at the time of the zoom
   bool dirty_ = false, paintsAsFigure_ = false;
 };
 

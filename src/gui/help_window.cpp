@@ -1,4 +1,4 @@
-// help_window.cpp - see help_window.h. Owns no state: the window that is there belongs to its owner.
+// help_window.cpp - see help_window.h. Owns no state: an open window belongs to its owner.
 #include "gui/help_window.h"
 
 #include <QDesktopServices>
@@ -19,7 +19,7 @@
 #include <QVBoxLayout>
 #include <vector>
 
-// In a library, the build-in files have to be asked for; outside of any namespace.
+// In a library, the built-in files must be requested, outside any namespace.
 static void TakeManualFiles() {
   Q_INIT_RESOURCE(manual);
 }
@@ -33,7 +33,7 @@ struct Chapter {
   const char* page;
   const char* title;
 };
-/// In the order in which a new user wants them.
+/// In the order that suits a new user.
 constexpr Chapter kChapters[] = {{"manual.md", "User manual"},
                                  {"method.md", "Method"},
                                  {"inversion.md", "Inversion"},
@@ -46,7 +46,7 @@ constexpr Chapter kChapters[] = {{"manual.md", "User manual"},
                                  {"board-protocol.md", "Board protocol"},
                                  {"published-records.md", "Published records"}};
 
-/// Where the resource of a page lies for QFile.
+/// Path of a page's resource for QFile.
 QString FileOf(const QUrl& url) {
   return QLatin1Char(':') + url.path();
 }
@@ -88,7 +88,7 @@ void SetTables(QTextDocument& document, const QPalette& palette) {
     format.setCellPadding(4);
     format.setTopMargin(6);
     format.setBottomMargin(10);
-    // The last column explains; it gets the room.
+    // The last column explains; it gets the space.
     if (table->columns() > 2) {
       format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
       QList<QTextLength> widths(table->columns());

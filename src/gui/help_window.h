@@ -1,6 +1,7 @@
-// help_window.h - the user manual in a window of its own: chapters at the left, text at the right, a field to search it.
+// help_window.h - the user manual in a separate window: chapters on the left, text on the right, a field for
+// searching.
 //
-// The texts of docs/ and their pictures are built into the program, so that the manual is there wherever it is installed.
+// The texts of docs/ and their pictures are built into the program, so the manual is always available.
 #pragma once
 
 #include <QTextBrowser>
@@ -13,7 +14,7 @@ class QTreeWidgetItem;
 
 namespace sondera {
 
-/// The name by which a link reaches a heading: small letters and figures, dashes for blanks ("What you need" is
+/// The anchor of a heading for links: lower case letters and digits, dashes for blanks ("What you need" is
 /// "what-you-need").
 QString HeadingAnchor(const QString& heading);
 
@@ -23,7 +24,7 @@ class ManualText final : public QTextBrowser {
 
  public:
   explicit ManualText(QWidget* parent);
-  /// Marks the next place of a text behind the cursor, from the top again at the end. False: it is nowhere.
+  /// Marks the next match in a text after the cursor, from the top again at the end. False: not found.
   bool FindNext(const QString& text);
 
  protected:
@@ -38,7 +39,7 @@ class HelpWindow final : public QWidget {
   Q_OBJECT
 
  public:
-  /// A window of its own, above its owner.
+  /// A separate window, above its owner.
   explicit HelpWindow(QWidget* owner);
   /// Shows a page, such as "manual.md" or "script.md#words".
   void ShowPage(const QString& page);
@@ -58,7 +59,7 @@ class HelpWindow final : public QWidget {
   QLabel* note_ = nullptr;
 };
 
-/// Shows the manual: one window, made when it is first asked for, which goes with its owner. Returns 0.
+/// Shows the manual: one window, created at its first use, deleted with its owner. Returns 0.
 int ShowHelpWindow(QWidget* owner);
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// loop.cpp - see loop.h. Owns the time of the last poll and what keeps polls out.
+// loop.cpp - see loop.h. Owns the time of the last poll and the count of scopes that block polls.
 #include "gui/loop.h"
 
 #include <QApplication>

@@ -3,13 +3,13 @@
 
 namespace sondera {
 
-/// Shows the main window and its panels as the store has them, runs until QuitLoop, and takes them away again.
+/// Shows the main window and its panels as in the store, runs until QuitLoop, and closes them.
 int RunLoop();
 void QuitLoop(int result);
 
-/// Lets events in, at most every 15 ms. While a run holds a lock all of them, and the views are brought up to date;
-/// without one no input of a person. Nothing happens inside another poll, while a window is being painted or laid out,
-/// and before the loop runs.
+/// Processes events, at most every 15 ms. While a run holds a lock it processes all of them, and updates the
+/// views; without a lock no input of a person. Nothing happens inside another poll, while a window is being
+/// painted or laid out, and before the loop runs.
 void Poll();
 
 void ShowWaitCursor(bool on);

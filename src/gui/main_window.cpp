@@ -64,10 +64,10 @@ class MainWindow final : public QMainWindow {
     QWidget* form = MakeForm(Panel::PANEL, this);
     binder_ = new Binder(Panel::PANEL, form);
     setCentralWidget(form);
-    // The close control stands at the end of the tabs.
+    // The close control is at the end of the tabs.
     if (auto* tabs = form->findChild<QTabWidget*>())
       if (QWidget* close = binder_->WidgetOf(panel::CLOSE)) tabs->setCornerWidget(close);
-    // The graphs of the results page get the room; its texts can be drawn up.
+    // The graphs of the results page get the space; its texts can be enlarged.
     if (auto* whole = form->findChild<QSplitter*>(QStringLiteral("whole"))) whole->setSizes({5000, 1000});
     menus_ = new Menus(this);
     status_ = new StatusLine(this);
@@ -84,7 +84,7 @@ class MainWindow final : public QMainWindow {
     PutInPlace();
   }
 
-  /// Everything of the frame that follows the state of the program.
+  /// All parts of the frame that depend on the state of the program.
   void Follow() {
     menus_->Follow();
     status_->Follow();
@@ -112,7 +112,7 @@ class MainWindow final : public QMainWindow {
     if (urls.isEmpty()) return;
     event->acceptProposedAction();
     const std::string path = FromQt(urls.front().toLocalFile());
-    // The program that the file comes from waits until this returns.
+    // The program that is the source of the file waits until this returns.
     QTimer::singleShot(0, this, [path] { DispatchAction([&] { OpenDropped(path); }); });
   }
 

@@ -9,15 +9,15 @@ class QWidget;
 
 namespace sondera {
 
-/// Makes and shows the main window and the panels that the store has shown.
+/// Creates and shows the main window and those panels that are shown in the store.
 void OpenMainWindow();
-/// Takes all windows away; notes where they stood.
+/// Closes all windows; stores their places.
 void CloseMainWindow();
 /// The main window; null while there is none.
 QWidget* MainWindowWidget();
 
-/// Windows follow the store: titles, panels shown and hidden, tab pages; all of them for `everything`. answers: other
-/// controls answer than before.
+/// Updates the windows from the store: titles, panels shown and hidden, tab pages; all of them for
+/// `everything`. answers: other controls react than before.
 void ShowWindowChanges(const std::vector<Change>& changes, bool everything, bool answers);
 
 }  // namespace sondera

@@ -174,7 +174,7 @@ void Menus::MakeToolBar() {
 
 namespace {
 
-/// The graph that was clicked or reached by Tab goes into a file.
+/// The graph that was clicked or reached by Tab is saved to a file.
 void SaveGraphInFocus() {
   if (auto* graph = qobject_cast<GraphView*>(QApplication::focusWidget()))
     AskAndSaveFigure(*graph, graph->accessibleName().simplified());

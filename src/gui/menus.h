@@ -11,7 +11,7 @@
 
 namespace sondera {
 
-/// A caption with the mark of an Alt letter that `used` does not have yet; the letter is added there.
+/// A caption with an Alt letter that is not in `used` yet; the letter is added there.
 QString WithMnemonic(const QString& caption, QString& used);
 
 class Menus final : public QObject {
@@ -19,7 +19,7 @@ class Menus final : public QObject {
 
  public:
   explicit Menus(QMainWindow* window);
-  /// Dims what does not answer now; keys of the measurement page work on it only.
+  /// Dims controls that do not react now; keys of the measurement page work on that page only.
   void Follow();
 
  private:

@@ -1,4 +1,4 @@
-// panel_window.cpp - see panel_window.h. Owns the windows that were made.
+// panel_window.cpp - see panel_window.h. Owns the existing windows.
 #include "gui/panel_window.h"
 
 #include <QCloseEvent>
@@ -24,7 +24,7 @@
 namespace sondera {
 namespace {
 
-/// The form in a scroll area that shows bars on a small screen only.
+/// The form in a scroll area, with scroll bars on a small screen only.
 class PanelWindow final : public QDialog {
  public:
   PanelWindow(Panel panel, QWidget* mainWindow) : QDialog(mainWindow), panel_(panel) {
@@ -41,7 +41,7 @@ class PanelWindow final : public QDialog {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area);
-    // Enter commits a field. It presses the button that has the focus, else the one that the form names for it.
+    // Enter commits a field. It presses the button with the focus, else the one that the form names for it.
     for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
     const QByteArray place = WindowPlace(std::string(PanelName(panel)));
     if (place.isEmpty() || !restoreGeometry(place)) resize(FirstSize());
@@ -71,7 +71,7 @@ class PanelWindow final : public QDialog {
   void PressEnter() {
     const auto* field = qobject_cast<NumberField*>(focusWidget());
     if (field && !field->isReadOnly() && field->text() != ToQt(NumberText(field->Number())))
-      return;  // not taken
+      return;  // not handled
     auto* button = qobject_cast<QPushButton*>(focusWidget());
     for (QPushButton* other : findChildren<QPushButton*>())
       if (!button && other->isDefault()) button = other;

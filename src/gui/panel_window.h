@@ -1,4 +1,5 @@
-// panel_window.h - the panels that are windows of their own: one non-modal dialog each, made when it is first shown.
+// panel_window.h - the panels with a window of their own: one non-modal dialog each, created when it is first
+// shown.
 #pragma once
 
 #include "runtime/control.h"
@@ -10,10 +11,10 @@ namespace sondera {
 /// Whether a panel is a window of its own (not a page, not a tab, not the main window) and has a form.
 bool IsWindowPanel(Panel panel);
 
-/// Brings the window of a panel up to date with the store: shown and in front, or hidden.
+/// Updates the window of a panel from the store: shown and in front, or hidden.
 void FollowPanel(Panel panel, QWidget* mainWindow);
 void FollowPanelTitle(Panel panel);
-/// Brings a window that is there to the front.
+/// Brings an existing window to the front.
 void RaisePanel(Panel panel);
 /// Deletes all panel windows.
 void DropPanelWindows();

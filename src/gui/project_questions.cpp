@@ -16,7 +16,8 @@
 namespace sondera {
 namespace {
 
-// Each step is an act of its own for the log of the session: the save, then what leaves the project.
+// Each step is a separate action for the log of the session: the save, then the action that leaves the
+// project.
 
 void Send(const Control& c) {
   InputScope input({.kind = Input::Kind::Press, .control = &c});
@@ -30,13 +31,13 @@ int Save() {
   return result;
 }
 
-/// Opens by a function that says whether it did.
+/// Opens by a function that returns whether it succeeded.
 void Open(const std::function<int()>& open) {
   InputScope input({.kind = Input::Kind::Open, .control = &mainmenu::LOAD_RAW_DATA});
   input.note(open());
 }
 
-/// What is to happen to the changes: false when the person goes back, or the save failed.
+/// Asks what to do with the changes: false when the person cancels, or the save failed.
 bool SettleChanges(std::string_view question) {
   switch (AskAboutUnsaved(question)) {
     case UnsavedAnswer::Save:
@@ -48,7 +49,7 @@ bool SettleChanges(std::string_view question) {
   }
 }
 
-/// Presses a control whose first question is the one about the changes, where there are any.
+/// Presses a control whose first question is the one about the changes, if there are any.
 void PressAfter(const Control& c, std::string_view question) {
   if (!HasUnsavedChanges()) {
     Send(c);

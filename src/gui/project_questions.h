@@ -1,4 +1,4 @@
-// project_questions.h - what a person is asked before a press leaves the project: one box where changes are not saved.
+// project_questions.h - questions before a press that leaves the project: one box if changes are not saved.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace sondera {
 
-/// Presses a control that ends, opens or begins a project, after its questions. False for any other control: nothing
-/// was done.
+/// Presses a control that ends, opens or creates a project, after its questions. False for any other control:
+/// nothing was done.
 bool PressWithQuestions(const Control& c);
 
 /// Ends the program after its question.

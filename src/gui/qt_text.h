@@ -7,7 +7,7 @@
 
 namespace sondera {
 
-/// Bytes as UTF-8; bytes that are none show as Latin-1 (ids of old files).
+/// Bytes as UTF-8; invalid bytes appear as Latin-1 (ids of old files).
 QString ToQt(std::string_view text);
 std::string FromQt(const QString& text);
 /// The longest beginning of at most `bytes` bytes of UTF-8 that ends at a character.

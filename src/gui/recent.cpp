@@ -1,4 +1,4 @@
-// recent.cpp - see recent.h. Owns no state but the file.
+// recent.cpp - see recent.h. Owns no state except the file.
 #include "gui/recent.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
-// recent.h - what the windows remember from one start to the next: recent projects, and where the windows stood. It
-// lies in a state file of its own (windows.ini below the user's state folder); no logic reads it, and losing it loses
-// nothing. A folder that cannot be read or written means that nothing is remembered.
+// recent.h - data that the windows keep from one start to the next: recent projects, and positions of the
+// windows. They are in a separate state file (windows.ini below the user's state folder); no computation
+// reads it, and losing it does no harm. If the folder cannot be read or written, nothing is kept.
 #pragma once
 
 #include <QByteArray>
@@ -13,11 +13,11 @@ inline constexpr int kRecentFiles = 8;
 
 /// Newest first.
 std::vector<std::string> RecentFiles();
-/// Puts a project in front.
+/// Puts a project first.
 void NoteRecentFile(const std::string& path);
 void ForgetRecentFile(const std::string& path);
 
-/// Place of a window as Qt packs it; empty when it never stood anywhere.
+/// Position of a window in Qt's form; empty when it was never shown.
 QByteArray WindowPlace(const std::string& window);
 void NoteWindowPlace(const std::string& window, const QByteArray& place);
 

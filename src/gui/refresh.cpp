@@ -1,4 +1,4 @@
-// refresh.cpp - see refresh.h. Owns the changes that wait to be shown.
+// refresh.cpp - see refresh.h. Owns the changes that are not shown yet.
 #include "gui/refresh.h"
 
 #include <QApplication>

@@ -1,13 +1,13 @@
-// refresh.h - brings the windows up to date with the store. Changes are gathered; they are shown when a person's event
-// has ended, in each poll of a run, before a box, and when the event loop has nothing else to do.
+// refresh.h - updates the windows from the store. Changes are collected; they are shown at the end of a
+// person's event, in each poll of a run, before a box, and when the event loop is idle.
 #pragma once
 
 namespace sondera {
 
-/// Begins and ends to observe the store.
+/// Starts and ends observing the store.
 void StartRefresh();
 void StopRefresh();
-/// Shows what has changed.
+/// Shows the collected changes.
 void FlushViews();
 
 }  // namespace sondera

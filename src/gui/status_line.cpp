@@ -109,7 +109,7 @@ void StatusLine::Follow() {
   left_->setVisible(running && !parts.timeLeft.empty());
   progress_->setVisible(running);
   progress_->setRange(
-      0, running && parts.percent < 0 ? 0 : 100);  // without a share it only shows that work goes on
+      0, running && parts.percent < 0 ? 0 : 100);  // without a share it only shows that work is in progress
   if (parts.percent >= 0) progress_->setValue(parts.percent);
   if (running) return;
   saved_->setText(SavedText());

@@ -11,9 +11,9 @@ class QPushButton;
 
 namespace sondera {
 
-/// Taken apart: "Iteration 2     37 % done, 2 min 05 s left".
+/// The parts of "Iteration 2     37 % done, 2 min 05 s left".
 struct StatusParts {
-  std::string text;      ///< what is done now
+  std::string text;      ///< present step
   int percent = -1;      ///< share done; -1 when the text has none
   std::string timeLeft;  ///< "2 min 05 s left"; empty when it is not known
 };
@@ -24,9 +24,9 @@ class StatusLine final : public QStatusBar {
 
  public:
   explicit StatusLine(QWidget* parent);
-  /// Takes the button of the results page over; it is the only Halt.
+  /// Moves the button of the results page here; it is the only Halt.
   void TakeHalt(QWidget* button);
-  /// Reads the store again: text of the run, progress, and what the project has.
+  /// Reads the store again: text of the run, progress, and the state of the project.
   void Follow();
 
  private:

@@ -16,7 +16,7 @@
 namespace sondera {
 namespace {
 
-/// Pairs are numbers of receivers: whole ones.
+/// Pairs contain numbers of receivers: integers.
 bool IsWholeColumn(const TableControl& table, int column) {
   return table.name == "DISPCURVINFO" && column <= 2;
 }
@@ -38,7 +38,7 @@ std::vector<std::string_view> Words(std::string_view line) {
   return words;
 }
 
-/// "1,5" of a sheet with decimal commas; "1,500" could be a thousand and a half and is refused.
+/// "1,5" from a spreadsheet with decimal commas; "1,500" could also mean 1500 and is refused.
 std::optional<double> CellNumber(std::string_view text) {
   if (const auto number = NumberFromText(text)) return number;
   std::string pointed(text);
@@ -54,7 +54,7 @@ std::optional<double> CellNumber(std::string_view text) {
   return NumberFromText(pointed);
 }
 
-/// A cell that is looked at: six figures where all of them would not fit. Its editor and a copy have all.
+/// A displayed cell: six figures if not all digits fit. Its editor and a copy have all.
 std::string CellText(double value) {
   const std::string whole = NumberText(value);
   return whole.size() <= 8 ? whole : FormatText("%.6g", value);

@@ -1,4 +1,4 @@
-// table_model.h - a table control of the store as a Qt model, and the paste of a block from a sheet.
+// table_model.h - a table control of the store as a Qt model, and pasting of a block from a spreadsheet.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -11,8 +11,9 @@
 
 namespace sondera {
 
-/// A block of numbers from a sheet, row by row: columns apart by tabs or else by blanks, numbers with a decimal point
-/// or with a comma, where that is unambiguous. Empty for a text with anything else in it. Cells count from (row, column).
+/// A block of numbers from a spreadsheet, row by row: columns separated by tabs or else by blanks, numbers
+/// with a decimal point or with a comma, where that is unambiguous. Empty for a text with anything else in
+/// it. Cells count from (row, column).
 std::optional<std::vector<CellEntry>> CellsFromText(std::string_view text, int row, int column);
 
 class TableModel final : public QAbstractTableModel {
@@ -28,7 +29,7 @@ class TableModel final : public QAbstractTableModel {
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   const TableControl& table() const { return table_; }
-  /// The store has other rows, or other cells.
+  /// Rows or cells of the store have changed.
   void RowsChanged();
   void CellsChanged();
 
@@ -37,7 +38,7 @@ class TableModel final : public QAbstractTableModel {
   int rows_ = 0;
 };
 
-/// Sets a view up: tab leaves it, Ctrl+C and Ctrl+V copy and paste blocks.
+/// Prepares a view: Tab leaves it, Ctrl+C and Ctrl+V copy and paste blocks.
 void SetUpTableView(QTableView& view, const TableControl& table);
 
 }  // namespace sondera

@@ -1,4 +1,4 @@
-// unit_labels.h - what stands behind the number fields of a form.
+// unit_labels.h - the units beside the number fields of a form.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace sondera {
 /// has one (the import), else in that of the project. Empty without a unit.
 std::string UnitText(const Control& c);
 
-/// Whether a change of this control gives lengths another unit.
+/// Whether a change of this control changes the unit of lengths.
 bool IsUnitOfLength(const Control& c);
 
 }  // namespace sondera

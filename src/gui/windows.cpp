@@ -1,4 +1,5 @@
-// windows.cpp - see windows.h. Owns the QApplication, which is made at the first need and lives until the end.
+// windows.cpp - see windows.h. Owns the QApplication, which is created at its first use and exists until the
+// end.
 #include "gui/windows.h"
 
 #include <dlfcn.h>
@@ -33,7 +34,7 @@ std::string Environment(const char* name) {
   return value ? value : "";
 }
 
-/// Connects as Qt would, since Qt ends the process where it cannot.
+/// Connects in the same way as Qt, since Qt ends the process if it fails.
 bool XServerAnswers() {
   if (Environment("DISPLAY").empty()) return false;
   void* library = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
@@ -47,10 +48,10 @@ bool XServerAnswers() {
     answers = hasError(connection) == 0;
     disconnect(connection);
   }
-  return answers;  // the library stays: Qt takes it next
+  return answers;  // the library stays loaded: Qt uses it next
 }
 
-/// A compositor that answers, and the plug-in that can talk to it.
+/// Whether a compositor answers, and the plug-in for it exists.
 bool WaylandAnswers() {
   const std::string name = Environment("WAYLAND_DISPLAY"), folder = Environment("XDG_RUNTIME_DIR");
   if (name.empty()) return false;
@@ -68,7 +69,7 @@ bool WaylandAnswers() {
   return answers;
 }
 
-/// What QApplication keeps references to.
+/// QApplication keeps references to these.
 struct Arguments {
   int count = 1;
   char name[8] = "sondera";
@@ -85,7 +86,7 @@ void MakeApplication() {
   if (qApp) return;
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   state.application = new QApplication(state.arguments.count, state.arguments.words);
-  // The toolkit takes the desktop's locale; numbers in files and scripts have a point everywhere.
+  // The toolkit uses the desktop's locale; numbers in files and scripts have a point everywhere.
   std::setlocale(LC_NUMERIC, "C");
   QLocale::setDefault(QLocale::c());
   QApplication::setApplicationName(QStringLiteral("sondera"));

@@ -1,16 +1,16 @@
-// windows.h - the windows as front end. The only header of this folder that others see; it needs no Qt.
+// windows.h - the windows as front end. The only header of this folder for other folders; it needs no Qt.
 #pragma once
 
 #include <string>
 
 namespace sondera {
 
-/// Whether windows could be shown: a display that answers, or a platform that needs none (QT_QPA_PLATFORM=offscreen).
-/// Asks without a message of Qt.
+/// Whether windows could be shown: a display that responds, or a platform that needs none
+/// (QT_QPA_PLATFORM=offscreen). Checks without a message of Qt.
 bool DisplayIsThere();
 
-/// Makes the windows the front end, on the state as it stands: boxes at once, the main window when its event loop
-/// runs. Without a display false, and nothing is changed. Numbers in text stay in the C locale.
+/// Makes the windows the front end, with the present state: boxes at once, the main window when its event
+/// loop runs. False, with nothing changed, without a display. Numbers in text stay in the C locale.
 bool InstallWindows();
 
 }  // namespace sondera
