@@ -1,4 +1,4 @@
-// best_time.h - how long one call takes, for the benches that compare calls of microseconds.
+// best_time.h - time of one call, for the benches that compare calls of microseconds.
 #pragma once
 
 #include <algorithm>
@@ -7,8 +7,8 @@
 
 namespace sondera::bench {
 
-/// Best time of one call, microseconds, over as many calls as fit into a budget (microseconds); what disturbs
-/// only adds. The first call is not counted.
+/// Best time of one call, microseconds, over as many calls as fit into a budget (microseconds); disturbances
+/// only increase the time. The first call is not counted.
 inline double BestMicroseconds(const std::function<void()>& call, double budget) {
   using Clock = std::chrono::steady_clock;
   call();

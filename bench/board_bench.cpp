@@ -1,7 +1,7 @@
-// Boards against real time: how much of one core the simulated site needs for records of four channels at
-// 102400 Hz, and the decimation of a sound card for four channels at 48 kHz; and the ratio of a plain
-// convolution, tap by tap, to the decimation filter. Aim: each below a tenth of real time, with the folding
-// of the records still to come.
+// Boards compared with real time: the share of one core that the simulated site needs for records of four
+// channels at 102400 Hz, and the decimation of a sound card for four channels at 48 kHz; and the ratio of a
+// plain convolution, tap by tap, to the decimation filter. Aim: each below a tenth of real time, since
+// averaging the records comes in addition.
 #include <cstdio>
 #include <vector>
 

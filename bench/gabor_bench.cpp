@@ -1,6 +1,6 @@
-// Gabor maps against the transforms in them: ratio of a whole map to the inverse transforms alone that it
-// takes, one per row; and ratio of the plain form of the envelope, with two transforms and all magnitudes, to
-// a map. Aim: a map within 1.5 times its transforms.
+// Gabor maps compared with their transforms: ratio of a whole map to its inverse transforms only, one per
+// row; and ratio of the plain form of the envelope, with two transforms and all magnitudes, to a map. Aim: a
+// map within 1.5 times its transforms.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// import_bench.cpp - speed of the imports, from the file on disk to the finished measurement, against the
-// least that reading such a file costs: getline and strtod over the same bytes.
+// import_bench.cpp - speed of the imports, from the file on disk to the finished measurement, compared with
+// the minimum for such a file: getline and strtod over the same bytes.
 //
 // Prints MB/s of both and their ratio (time of the import / time of the plain loop). A time history also has
 // its transforms to pay for; they are shown apart.

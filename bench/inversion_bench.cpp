@@ -1,11 +1,11 @@
-// inversion_bench.cpp - where the time of an inversion goes: how much of it is the forward solver.
+// inversion_bench.cpp - where the time of an inversion is spent: the share of the forward solver.
 //
 // Two default runs of five iterations on ten layers with free Vs: array curves of two pairs with 40 points
 // each by the point-load solver (analysis 3), and a global curve of 50 points by plane waves (analysis 2).
-// Printed are one sweep, one sensitivity matrix, the whole run, and the shares of the sweeps and of the
-// result files in the run: the same sweeps are made again on the same models, without anything around them,
-// and the same files are written again. Processor time; the best of repeats that take turns, since what
-// disturbs only adds.
+// It prints one sweep, one sensitivity matrix, the whole run, and the shares of the sweeps and of the result
+// files in the run: the same sweeps are repeated on the same models, without anything else, and the same
+// files are written again. Processor time; the best of alternating repeats, since disturbances only increase
+// the time.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>

@@ -1,6 +1,6 @@
-// Kriging of a section: ratio of the plain route (variogram matrix, inverse, weights, sum for every node) to
+// Kriging of a section: ratio of the plain method (variogram matrix, inverse, weights, sum for every node) to
 // one factorisation that equal neighbourhoods share, for one neighbourhood and for whole grids. Results must
-// agree, or the program says so and fails. Below that, what large sections take.
+// agree, otherwise the program says so and fails. Then the times of large sections.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>

@@ -1,9 +1,9 @@
 // plane_wave_bench.cpp - how much faster the plane-wave solver is than its plain formula.
 //
-// Sites of 2, 5 and 10 layers, 60 wavelengths from 0.5 to 60 one after the other as a sweep asks for them.
-// The plain formula (complex arithmetic, all 101 trial velocities, all roots) and the solver take turns in
-// the same run; the medians of the repeats and their ratio, in processor time, are printed. Results must
-// agree, or the program says so and fails.
+// Sites of 2, 5 and 10 layers, 60 wavelengths from 0.5 to 60 one after the other as in a sweep. The plain
+// formula (complex arithmetic, all 101 trial velocities, all roots) and the solver alternate in the same run;
+// the medians of the repeats and their ratio, in processor time, are printed. Results must agree, otherwise
+// the program says so and fails.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>

@@ -1,4 +1,4 @@
-// point_load_bench.cpp - what a point-load evaluation costs, and how that grows with the mesh.
+// point_load_bench.cpp - time of a point-load evaluation, and its growth with the mesh.
 //
 // For meshes of N = 60, 130, 190 and 260 degrees of freedom: the mode search, its plain formula, a dense
 // LAPACK generalised eigen-solve of the same pencil (where LAPACK is there), and a whole evaluation (mesh,

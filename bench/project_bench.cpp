@@ -68,16 +68,15 @@ void MakeLargeProject() {
   }
 }
 
-/// Processor time of this process, that of its system calls included, in seconds. All of the work is copying
-/// into and out of the system's file cache, so a busy machine does not disturb it as it would a clock on the
-/// wall.
+/// Processor time of this process, including its system calls, in seconds. All work is copying into and out
+/// of the system's file cache, so a busy machine disturbs it less than wall-clock time.
 double ProcessorSeconds() {
   timespec t{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
   return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
 }
 
-/// Best times of two rivals in seconds, taken in turns.
+/// Best times of two alternatives in seconds, measured alternately.
 struct Times {
   double ours = 1e300, plain = 1e300;
 };

@@ -1,5 +1,5 @@
-// Representative curves: what the condensing costs for each output point and input point, how much of it are
-// the fits, and what the scan by blocks saves against a scan of every point.
+// Representative curves: the time of condensing for each output point and input point, the share of the fits,
+// and the time that the scan by blocks saves compared with a scan of every point.
 //
 // Columns: outputs, inputs, time of the call, time per output times input, share of the fits (the rest being
 // a call without terms), and plain/fast: scans without any fit, every point against blocks.
@@ -17,7 +17,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// Points of curves one after the other, each over the whole range, from 1. Curves ascend, as stored ones do;
-/// shuffled is the order that blocks can do nothing with.
+/// shuffled is an order in which blocks do not help.
 struct Points {
   std::vector<double> x{0.0}, v{0.0};
 };

@@ -1,4 +1,4 @@
-// script_bench.cpp - speed of reading scripts, against the least that a script costs: taking its lines.
+// script_bench.cpp - speed of reading scripts, compared with the minimum for a script: reading its lines.
 //
 // Prints the time of `check` over 10 000 lines, and of an empty script run in a started session, each with
 // its ratio to a plain loop over the same lines (an empty script: over those of the long one).

@@ -1,6 +1,6 @@
-// Computed records: what 1024 lines cost, and what more receivers add. A line is one evaluation of the
-// point-load solver whatever the number of receivers: six more should add 5 % at most. Processor time; the
-// numbers of receivers take turns, line by line, so that what disturbs hits them alike.
+// Computed records: the time of 1024 lines, and of additional receivers. A line is one evaluation of the
+// point-load solver for any number of receivers: six more should add 5 % at most. Processor time; the numbers
+// of receivers alternate, line by line, so that disturbances affect them alike.
 #include <complex>
 #include <cstdio>
 #include <ctime>

@@ -1,6 +1,6 @@
-// Any bytes as the answer of a board program: a line, fields of every kind, samples behind it. The first byte
-// says how the bytes are cut into pieces and how many samples are asked for. The answer must not depend on the
-// pieces, and nothing may be taken beyond what was asked for.
+// Any bytes as the answer of a board program: a line, fields of every kind, samples after it. The first byte
+// says how the bytes are cut into pieces and how many samples are requested. The answer must not depend on
+// the pieces, and nothing beyond the request may be used.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>

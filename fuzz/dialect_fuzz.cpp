@@ -1,6 +1,6 @@
-// Feeds any bytes to a script of the second dialect, behind its header. The dictionary is made from the words
-// and the catalogue when the target starts. Runs are halted after some polls, so that no number of iterations
-// takes long.
+// Passes any bytes to a script of the second dialect, after its header. The dictionary is made from the words
+// and the catalogue when the target starts. Runs are halted after some polls, so that many iterations do not
+// take long.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

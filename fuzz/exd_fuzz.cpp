@@ -1,5 +1,5 @@
-// exd_fuzz.cpp - any bytes as experimental dispersion curves: whatever comes in is a whole measurement with a
-// curve of finite numbers, and a second reading overwrites it.
+// exd_fuzz.cpp - any bytes as experimental dispersion curves: each imported curve is a complete measurement
+// with finite numbers, and a second reading overwrites it.
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // fmd_fuzz.cpp - any bytes as a parameter file of a forward run (".fmd"): it is read or refused without harm;
-// what was read can be saved, and the saved file is read again.
+// the result can be saved, and the saved file is read again.
 #include <cstdint>
 #include <cstdlib>
 #include <string>

@@ -1,5 +1,5 @@
-// import_fuzz.h - a whole import from one block of bytes, and what must hold afterwards whatever the bytes
-// were. Shared by the targets of the four formats.
+// import_fuzz.h - a whole import from one block of bytes, and the conditions afterwards for all bytes. Shared
+// by the targets of the four formats.
 //
 // First byte: two bits of channels, one for an instrumented source, one for an id that is there already. The
 // rest are the files of the rows, separated by a byte 0x1E.
@@ -55,7 +55,7 @@ inline void DemandSoundRecord(const ImportRequest& request) {
   }
 }
 
-/// Runs one import. Refused imports must say so once and leave nothing behind.
+/// Runs one import. A refused import must report that once and leave nothing.
 inline int RunImport(int (*load)(const ImportRequest&), const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   ResetSession();
@@ -95,7 +95,7 @@ inline int RunImport(int (*load)(const ImportRequest&), const std::uint8_t* data
   if (status == 0) {
     DemandSoundRecord(request);
   } else {
-    // Either nothing was touched, or nothing is left.
+    // Either nothing was changed, or nothing is left.
     const bool untouched =
         (data[0] & 8) != 0 && MeasDB.hwSetupList.count() == 1 && MeasDB.hwSetupList.at(1)->nLines == 4;
     Demand(untouched || (MeasDB.idList.empty() && MeasDB.hwSetupList.empty() &&

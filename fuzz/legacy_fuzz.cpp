@@ -1,6 +1,6 @@
 // legacy_fuzz.cpp - any bytes as a setup file and a raw data file of earlier versions. The first two bytes
-// are the length of the setup file; the raw data follow it. What came in can be saved and read again without
-// trouble.
+// are the length of the setup file; the raw data follow it. The result can be saved and read again without
+// problems.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>

@@ -1,5 +1,5 @@
-// one_folder.h - for targets that run scripts: a folder of their own as current folder, with one small
-// record, and a file driver that keeps everything else from being written.
+// one_folder.h - for targets that run scripts: a separate current folder with one small record, and a file
+// driver that prevents writing anywhere else.
 #pragma once
 
 #include <fcntl.h>
@@ -41,7 +41,7 @@ inline void EnterFolder() {
   static sondera::FileDriver driver = sondera::posixFileDriver;
   driver.name = "one folder";
   driver.open = OpenInFolder;
-  driver.flush = [](int) { return 0; };  // nobody needs these files after a loss of power
+  driver.flush = [](int) { return 0; };  // these files need not survive a loss of power
   sondera::InstallFileDriver(&driver);
 }
 

@@ -1,5 +1,5 @@
-// project_fuzz.cpp - any bytes as a project file: it loads without harm, and what was loaded can be saved and
-// loaded again, whole and with the same bytes.
+// project_fuzz.cpp - any bytes as a project file: it loads without harm, and the result can be saved and
+// loaded again, completely and with the same bytes.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -28,7 +28,7 @@ void Demand(bool holds, const std::string& what) {
   std::abort();
 }
 
-/// Reads bytes into an empty database; what was wrong. Records that the file does not give are left empty
+/// Reads bytes into an empty database; returns the problems. Records that are not in the file stay empty
 /// here: their first values are megabytes of zeros, which would cost most of the time.
 std::string Load(const void* bytes, std::size_t size) {
   SetupGlobalArrays();

@@ -1,5 +1,5 @@
-// Feeds any bytes to the command script. The session starts afresh each time, in a folder of its own that
-// holds one small record; a file driver keeps the script from writing anywhere else.
+// Passes any bytes to the command script. The session starts again each time, in a folder with one small
+// record; a file driver prevents writing anywhere else.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

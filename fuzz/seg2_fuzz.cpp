@@ -1,5 +1,5 @@
-// seg2_fuzz.cpp - any bytes as a SEG-2 file: whole traces or one sentence, a plan or one sentence, and no
-// more memory than the file gives reason for.
+// seg2_fuzz.cpp - any bytes as a SEG-2 file: complete traces or one sentence, a plan or one sentence, and no
+// more memory than the file justifies.
 #include <sanitizer/allocator_interface.h>
 
 #include <atomic>

@@ -1,6 +1,6 @@
-// Finds every object of the library that can change, in the symbol tables of the object files, and holds it against
-// the state header of its folder. A new object at file scope, or a static one in a function, fails until it is
-// declared or listed there, where the reset of the folder is declared too.
+// Finds every writable object of the library in the symbol tables of the object files, and compares it with
+// the state header of its folder. A new object at file scope, or a static one in a function, fails until it
+// is declared or listed there; the reset of the folder is declared there too.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -71,7 +71,7 @@ std::string LastName(std::string symbol) {
   return colon == std::string::npos ? symbol : symbol.substr(colon + 2);
 }
 
-/// Whether a source declares this name as a constant: const, and no pointer that could be turned elsewhere.
+/// Whether a source declares this name as a constant: const, and not a pointer that could be changed.
 bool IsConstant(const std::string& source, const std::string& name) {
   return std::regex_search(source, std::regex("\\b(const|constexpr)\\b[^;={}()*]*\\b" + name + "\\b"));
 }

@@ -1,5 +1,5 @@
-// Holds the include lines of src/ against the floors of the house: nothing runs back up, no two files include
-// each other in a circle, Qt is seen in gui/ only, and only main knows gui.
+// Compares the include lines of src/ with the floors: no file includes one from a higher floor, no two files
+// include each other in a cycle, only gui/ uses Qt, and only main uses gui.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -23,7 +23,7 @@ struct SourceFile {
   std::string text;                 // the whole file
 };
 
-/// Path below src/ -> its include lines. Header and source of one stem stand on the same floor.
+/// Path below src/ -> its include lines. Header and source of one stem are on the same floor.
 const std::map<std::string, SourceFile>& Sources() {
   static const std::map<std::string, SourceFile> sources = [] {
     std::map<std::string, SourceFile> found;
@@ -52,7 +52,7 @@ std::string Folder(const std::string& path) {
   return path.substr(0, path.find('/'));
 }
 
-/// The floors, from the ground up. A folder is a floor; folders of one entry stand beside each other.
+/// The floors, from the bottom up. A floor is a list of folders; folders of one entry are on the same floor.
 const std::vector<std::set<std::string>> kFloors = {{"numeric"},
                                                     {"runtime"},
                                                     {"plot_ps", "gui"},
@@ -83,7 +83,7 @@ TEST(Architecture, EveryIncludeInQuotesNamesAFileBelowSrc) {
       EXPECT_TRUE(Sources().count(name) || Folder(path) == "gui") << path << " includes \"" << name << "\"";
 }
 
-/// What windows share with figures, so that screen and paper agree.
+/// Files that windows share with figures, so that screen and paper agree.
 const std::set<std::string> kSharedWithWindows = {"figure/ticks.h", "figure/palette.h", "figure/symbols.h",
                                                   "figure/graph_lines.h"};
 
@@ -91,7 +91,7 @@ TEST(Architecture, NoIncludeRunsBackUp) {
   for (const auto& [path, file] : Sources()) {
     for (const std::string& name : file.own) {
       if (Folder(path) == "gui" && kSharedWithWindows.count(name)) continue;
-      if (path == "app/main.cpp") continue;  // main may know everything
+      if (path == "app/main.cpp") continue;  // main may include everything
       EXPECT_LE(Floor(name), Floor(path)) << path << " includes " << name;
     }
   }
@@ -108,7 +108,7 @@ bool IsPanelHeader(const std::string& name) {
   return name.rfind("runtime/catalogue/", 0) == 0 || headers.count(name) > 0;
 }
 
-/// The text without comments and without what stands between quotes.
+/// The text without comments and without quoted text.
 std::string CodeOf(const std::string& text) {
   static const std::regex comment("//[^\n]*"), quoted("\"(\\\\.|[^\"\\\\\n])*\"");
   return std::regex_replace(std::regex_replace(text, comment, ""), quoted, "\"\"");
@@ -244,7 +244,7 @@ TEST(Architecture, NoTwoFilesIncludeEachOtherInACircle) {
   }
 }
 
-/// The developer guide says which files a change touches; a file that moves takes its line along.
+/// The developer guide says which files a change touches; when a file moves, its line must change too.
 TEST(DeveloperGuide, FilesThatAChangeTouchesExist) {
   std::ifstream in(fs::path(SONDERA_SOURCE_DIR) / "docs/developer.md");
   std::stringstream text;
@@ -284,7 +284,7 @@ TEST(Architecture, ANameOfTheNamespaceIsDefinedInOneFile) {
       } else if (std::regex_search(line, found, type)) {
         std::string name;
         for (const std::string& s : spaces) name += s + "::";
-        if (name.find("::::") != std::string::npos || name.starts_with("::")) continue;  // of this file alone
+        if (name.find("::::") != std::string::npos || name.starts_with("::")) continue;  // only of this file
         const auto [at, added] = home.emplace(name + found[2].str(), path);
         EXPECT_TRUE(added || at->second == path) << name << found[2] << ": " << at->second << " and " << path;
       }

@@ -1,4 +1,5 @@
-// Tests of sound cards as boards. No card is needed: ALSA's own plug-in "file" plays one, from raw samples.
+// Tests of sound cards as boards. No card is needed: ALSA's own plug-in "file" replaces one, with raw
+// samples.
 #include "acquisition/alsa_driver.h"
 
 #include <fcntl.h>
@@ -43,7 +44,7 @@ class AlsaDriver : public testing::BoardTest {
     former_.empty() ? unsetenv("ALSA_CONFIG_PATH") : setenv("ALSA_CONFIG_PATH", former_.c_str(), 1);
   }
 
-  /// A card "hw:0" that hears what is in the file samples_.
+  /// A card "hw:0" that records the contents of the file samples_.
   void MakeCard() {
     const std::string config = folder_.File("asound.conf");
     test::WriteWhole(config,
@@ -113,8 +114,8 @@ TEST_F(AlsaDriver, FullScaleIsTheVoltsOfTheOptionWithinOneStep) {
   }
 }
 
-/// Ten minutes of counted frames at 48 kHz through a pipe. The plug-in takes a short read for a whole block, so
-/// that the pipe is written in pages: a read of a block never gets less.
+/// Ten minutes of counted frames at 48 kHz through a pipe. The plug-in treats a short read as a whole block,
+/// so the pipe is written in pages: then a read of a block is never short.
 TEST_F(AlsaDriver, NoFrameIsLostOrDoubledInTenMinutes) {
   constexpr std::int64_t kFrames = 28800000, kLead = 1 << 20;
   ASSERT_EQ(mkfifo(samples_.c_str(), 0600), 0);

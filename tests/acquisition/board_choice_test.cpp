@@ -64,7 +64,7 @@ TEST_F(BoardChoice, InstallingResetsTheDriverThatGoesAndTheOneThatComes) {
   counting.reset = [] { ++resets; };
   InstallDaqDriver(&counting);
   EXPECT_EQ(resets, 1);
-  counting.reset = nullptr;  // the table may change or go: what was installed is reset
+  counting.reset = nullptr;  // the table may change or disappear: the installed driver is reset
   EXPECT_EQ(InstallDaqDriver(&daqNone), &counting);
   EXPECT_EQ(resets, 2);
 }

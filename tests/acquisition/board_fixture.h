@@ -12,7 +12,7 @@
 
 namespace sondera::testing {
 
-/// What a test asks of a task.
+/// Settings of a test's task.
 struct TaskPlan {
   std::string dev = "Sim1";
   int channels = 2;

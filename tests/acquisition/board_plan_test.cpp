@@ -1,5 +1,5 @@
-// Tests of the requests that a measurement's plan becomes, against a board that logs them and an independent
-// computation of every number.
+// Tests of the requests for a measurement's plan, with a board that logs them and an independent computation
+// of every number.
 #include "acquisition/board_plan.h"
 
 #include <gmock/gmock.h>
@@ -296,7 +296,7 @@ TEST_F(BoardPlans, MoreChannelsThanTheBoardHasAreItsToRefuse) {
   EXPECT_EQ(reason, "no board");
 }
 
-/// On a board with certain rates only, the span granted leads to another decimation; a kept one does not.
+/// On a board with fixed rates only, the granted span gives another decimation; a kept one does not.
 TEST_F(BoardPlans, SpanAndDecimationStayFromRunToRun) {
   logging.rates = {2000, 2560, 5120};
   BoardPlan plan = PlanOf();

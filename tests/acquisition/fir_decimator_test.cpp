@@ -1,4 +1,4 @@
-// Tests of the decimation filter: level, what it keeps out, delay, channels.
+// Tests of the decimation filter: level, stop band, delay, channels.
 #include "acquisition/fir_decimator.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The run without a page: what a listener hears, and what it leaves behind.
+// The run without a page: its reports to a listener, and its results.
 #include "acquisition/measurement_run.h"
 
 #include <cmath>
@@ -113,7 +113,7 @@ TEST_F(PlainRun, NamesOfChannelsCountFromOne) {
   EXPECT_EQ(ChannelNames({false}), "");
 }
 
-// ---- settings against the board ---------------------------------------------------------------------------
+// ---- settings and the board -------------------------------------------------------------------------------
 
 TEST_F(PlainRun, AChannelCountKeepsWhatStaysAndEmptiesTheData) {
   m.raw->powerSpec[3] = 1.0;

@@ -1,5 +1,5 @@
-// Tests of a board behind a program of its own: the requests in their order, and every way in which the
-// program can fail.
+// Tests of a board in another program: the order of the requests, and every way in which the program can
+// fail.
 #include "acquisition/process_driver.h"
 
 #include <dirent.h>
@@ -72,14 +72,14 @@ bool IsGoneSoon(const std::string& pidFile) {
   EXPECT_FALSE(number.empty());
   for (int i = 0; i < 100; ++i) {
     std::ifstream stat("/proc/" + number + "/stat");
-    // nobody may be there to bury an orphan
+    // an orphan may stay in the process table: there may be no parent that waits for it
     if (!(stat >> word >> word >> state) || state == "Z") return true;
     usleep(10000);
   }
   return false;
 }
 
-/// What a person does with a board, up to the first request that is refused.
+/// The actions of a person with a board, up to the first request that is refused.
 int UseBoard() {
   const DaqDriver& daq = Daq();
   std::string names;
@@ -200,7 +200,7 @@ TEST_F(ProcessDriver, NumbersKeepAllTheirDigits) {
   EXPECT_EQ(log[3], "clock 7 0.6666666666666666 1048576");
 }
 
-/// A fault at every request: one sentence, no process left, and the next use starts the program anew.
+/// A fault at every request: one sentence, no process left, and the next use starts the program again.
 TEST_F(ProcessDriver, EveryFaultAtEveryRequestEndsInOneSentence) {
   const char* const requests[] = {"devices", "fact",  "task", "channel", "clock", "rate", "trigger",
                                   "count",   "start", "wait", "read",    "stop",  "clear"};
@@ -213,7 +213,7 @@ TEST_F(ProcessDriver, EveryFaultAtEveryRequestEndsInOneSentence) {
       ASSERT_EQ(ChooseBoard(Board(each + " " + request)), "");
       int status = UseBoard();
       std::string names;
-      if (status == 0) {  // a second answer is found by the request that comes next
+      if (status == 0) {  // the next request finds a second answer
         status = Daq().devProductCategory("Dev1", n);
       }
       EXPECT_EQ(status, daq_status::kRefused);
@@ -249,7 +249,7 @@ TEST_F(ProcessDriver, FaultsOfTheSamplesEndTheBoard) {
   EXPECT_THAT(Daq().errorString(daq_status::kRefused), HasSubstr("sends more than was asked for"));
 }
 
-/// An answer that comes late and unasked must not pass for the answer to the next request.
+/// A late answer must not count as the answer to the next request.
 TEST_F(ProcessDriver, AnAnswerThatNobodyAskedForEndsTheBoard) {
   const std::string script = Script(
       "chatty", "#!/bin/sh\nread a; echo ok 1 chatty\nread a; echo ok 5; sleep 0.2; echo ok\nsleep 9\n");
@@ -304,7 +304,7 @@ TEST_F(ProcessDriver, ChildrenOfTheProgramEndWithIt) {
   EXPECT_TRUE(IsGoneSoon(pid));
 }
 
-/// Whoever is killed cannot say "bye": the board sees the end of its input, and a signal.
+/// A killed program cannot say "bye": the board gets the end of its input, and a signal.
 TEST_F(ProcessDriver, ABoardDoesNotOutliveAKilledProgram) {
   const std::string number = folder_.File("pid");
   const std::string script =

@@ -1,4 +1,4 @@
-// Tests of records out of a stream: where they begin, that nothing between them is lost, and gaps.
+// Tests of records from a stream: where they begin, no losses between them, and gaps.
 #include "acquisition/record_ring.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ TEST(RecordRing, EveryBlowIsRecordedWhateverThePieces) {
   }
 }
 
-/// The stream runs on while the record is worked on: a blow of that time is the next record.
+/// The stream continues during work on the record: a blow at that time is the next record.
 TEST(RecordRing, ABlowBetweenTwoRecordsIsNotLost) {
   RecordRing ring({.channels = 2, .samples = 200, .trigger = 1, .level = 0.5, .preTrigger = 5});
   ring.Arm();

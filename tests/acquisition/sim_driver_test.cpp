@@ -1,4 +1,4 @@
-// Tests of the simulated site: its options, its records, and what goes wrong on demand.
+// Tests of the simulated site: its options, its records, and faults on request.
 #include "acquisition/sim_driver.h"
 
 #include <chrono>

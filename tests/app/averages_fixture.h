@@ -1,4 +1,4 @@
-// averages_fixture.h - the averages of a measuring run held against the plain formula.
+// averages_fixture.h - compares the averages of a measuring run with the plain formula.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace sondera::testing {
 
 inline constexpr double kPi = 3.14159265358979323846;
 
-/// Noise that only depends on its place.
+/// Noise that depends only on its place.
 inline double Noise(int r, int c, int i) {
   std::uint64_t x = static_cast<std::uint64_t>(r) * 1000003u + static_cast<std::uint64_t>(c) * 10007u +
                     static_cast<std::uint64_t>(i) + 1u;

@@ -1,4 +1,4 @@
-// Many sites by one script: the list, the script of a site, what a run leaves, going on and taking up again.
+// Many sites by one script: the list, the script of a site, the results of a run, continuing and resuming.
 #include "app/batch/batch.h"
 
 #include <gtest/gtest.h>
@@ -32,13 +32,13 @@ class Batch : public ::testing::Test {
   }
   void Write(const std::string& name, const std::string& text) { std::ofstream(folder.File(name)) << text; }
   bool Exists(const std::string& name) { return std::filesystem::exists(folder.File(name)); }
-  /// The reason with which a list is refused.
+  /// The reason for which a list is refused.
   std::string FaultOf(const std::string& list) {
     Write("bad.csv", list);
     std::vector<Site> sites;
     return ReadSites(folder.File("bad.csv"), sites);
   }
-  /// Two good sites, and one whose file is not there.
+  /// Two good sites, and one with a missing file.
   void MakeThree() {
     test::WriteSitePair(folder.File("north.hyx"), 14.0, 30.0);
     test::WriteSitePair(folder.File("south.hyx"), 10.0, 20.0);

@@ -1,4 +1,4 @@
-// What stands behind the menus and buttons: a callback, or dimmed with a reason.
+// Every menu item and button has a callback, or is dimmed with a reason.
 #include "app/callbacks.h"
 
 #include <set>
@@ -41,7 +41,7 @@ TEST_F(CallbackTable, EveryMenuItemHasACallbackOrIsDimmedWithAReason) {
 const std::set<Panel> kNeverShown = {Panel::LOAD2CHNL,  Panel::LOADEXD,    Panel::CHANGEID,
                                      Panel::CHANGEID_1, Panel::CONFIRMPNL, Panel::MESSAGEPNL,
                                      Panel::IRFSETPNL2};
-/// Panels whose work is still to come.
+/// Panels that are not finished yet.
 const std::set<Panel> kNotYet = {Panel::TMGRAFPNL};
 
 TEST_F(CallbackTable, EveryButtonOfAPanelThatOpensHasACallbackOrIsDimmedWithAReason) {

@@ -40,7 +40,7 @@ class CommandScript : public testing::AppTest {
     EXPECT_TRUE(QuitRequested());
     return RunUserInterface();
   }
-  /// Runs a script that ends with an early stop, so that the session stays for a look at it.
+  /// Runs a script that ends early, so that the session stays and can be checked.
   void RunAndStay(const std::string& text) { EXPECT_EQ(Run(text + "\nexport out ID 1 2 -1\n"), -1); }
 };
 
@@ -421,12 +421,12 @@ TEST_F(Export, TheMenuItemsAskForAName) {
   EXPECT_EQ(frontEnd.files[1].title, "Save the Data on Display B");
 }
 
-/// A ground whose waves go at 240 m/s at low frequencies and at 140 m/s at high ones.
+/// A ground with wave velocities of 240 m/s at low frequencies and 140 m/s at high ones.
 double PhaseVelocity(double f) {
   return 140.0 + 100.0 / (1.0 + f / 17.1);
 }
 
-/// The transfer function of two receivers 20 m apart on it, from a frequency on.
+/// The transfer function of two receivers 20 m apart on this ground, from a frequency on.
 std::string ComputedRecord(double from) {
   constexpr double kStep = 0.25, kSpacing = 20.0;
   std::string text;
@@ -501,8 +501,8 @@ TEST_F(CommandScript, AnInterruptHaltsAtTheNextPoll) {
   EXPECT_EQ(frontEnd.messages, std::vector<std::string>{"Halted after line 2 of the command file."});
 }
 
-/// Each is refused with a message, names its line at the end, and leaves at most a whole project without new
-/// measurements.
+/// Each is refused with a message, names its line at the end, and leaves at most a complete project without
+/// new measurements.
 TEST_F(CommandScript, HostileScriptsEndWithoutHarm) {
   struct Hostile {
     const char* text;

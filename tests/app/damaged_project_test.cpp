@@ -1,5 +1,4 @@
-// A damaged project, or one that cannot be opened: what could not be read must stay, whatever is done with
-// it.
+// A damaged project, or one that cannot be opened: every action must keep the parts that could not be read.
 #include <gmock/gmock.h>
 
 #include "app/command_line.h"
@@ -131,7 +130,7 @@ TEST_F(DamagedProject, NothingIsExportedFromAMissingOne) {
   EXPECT_EQ(Read("out.tim"), "a former export");
 }
 
-/// A whole project, whose open fails once behind that of its lock.
+/// A complete project whose open fails once, after the open of its lock.
 class UnopenedProject : public DamagedProject {
  protected:
   void SetUp() override {

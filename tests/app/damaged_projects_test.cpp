@@ -1,6 +1,6 @@
-// Some 3000 damaged projects, each taken all the way: opened, filtered and dispersed, condensed, a forward
-// run, an inversion of one iteration, exports, a save. Nothing may crash, hang, or take the machine's memory,
-// and no file that was written without a message may hold a number that is none.
+// Some 3000 damaged projects, each processed completely: opened, filtered and dispersed, condensed, a forward
+// run, an inversion of one iteration, exports, a save. Nothing may crash, hang, or exhaust the machine's
+// memory, and no file that was written without a message may contain NaN or infinities.
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -49,7 +49,7 @@ constexpr bool kSanitized = true;  // slower, and with memory of their own
 constexpr bool kSanitized = false;
 #endif
 
-// ---- the sound project ------------------------------------------------------------------------------
+// ---- the valid project ------------------------------------------------------------------------------
 
 /// Phase velocity of the ground at a frequency, m/s.
 double TrueVelocity(double f) {
@@ -106,7 +106,7 @@ class WholeProject : public testing::AppTest {
     SetCtrlVal(cdisppnl::GLOBAL_NPOINTS, kPoints);
     SetCtrlVal(cdisppnl::GLOBAL_NSPAN, 4);
     RunCalcVel(Press);
-    FModelParam.analysis = 4;  // with a mesh as coarse as can be, to be quick
+    FModelParam.analysis = 4;  // with the coarsest mesh, to be fast
     FModelParam.nSubLayers = 3;
     SetCtrlVal(inversion::ALPHA_POINT, 2);
     RunPreInversion({3.0, 100.0}, Press);
@@ -118,7 +118,7 @@ class WholeProject : public testing::AppTest {
   }
 };
 
-// ---- one damaged project all the way ----------------------------------------------------------------
+// ---- processing of one damaged project --------------------------------------------------------------
 
 bool HoldsNoNumber(const std::string& text) {
   for (const char* word : {"nan", "inf"})
@@ -130,7 +130,7 @@ bool HoldsNoNumber(const std::string& text) {
   return false;
 }
 
-/// Takes the file "m.da" of the current folder all the way; what was wrong, one line each.
+/// Processes the file "m.da" of the current folder completely; returns the faults, one per line.
 class WholeWay {
  public:
   explicit WholeWay(testing::RecordingFrontEnd& frontEnd) : frontEnd_(frontEnd) {}
@@ -140,7 +140,7 @@ class WholeWay {
     for (int first = 0; first + 1 < kReceivers; ++first) {
       Step("select", [&] { SelectPair(first); });
       Step("disperse", [] { Commit(sasw::MASKINGCALCDISP); });
-      for (const int type : {3, 4, 9})  // what spectra that were imported can give
+      for (const int type : {3, 4, 9})  // possible results of imported spectra
         Step("export", [&] { SaveTraceData(first, first + 1, type, "A", "trace"); });
     }
     Step("condense", [] {
@@ -178,7 +178,7 @@ class WholeWay {
     CheckFiles(name, quiet);
   }
 
-  /// Text files that the step left, taken away for the next one.
+  /// Text files of the last step, removed before the next one.
   void CheckFiles(const std::string& step, bool quiet) {
     for (const auto& entry : std::filesystem::directory_iterator(".")) {
       if (!entry.is_regular_file() || entry.path().extension() == ".da") continue;
@@ -195,7 +195,7 @@ class WholeWay {
   bool openedQuietly_ = false;
 };
 
-/// A gigabyte beside what the process has.
+/// A gigabyte more than the process has now.
 void LimitMemory() {
   if (kSanitized) return;
   long pages = 0;
@@ -208,8 +208,8 @@ void LimitMemory() {
   if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(4);
 }
 
-/// Works through the damages of a shard in children: one that dies is replaced behind the damage that killed
-/// it.
+/// Processes the damaged projects of a shard in child processes: if one dies, the next one continues after
+/// that project.
 class Shard {
  public:
   Shard(const std::string& project, int shard) : project_(project), damages_(testing::DamagesOf(project)) {
@@ -227,7 +227,7 @@ class Shard {
     constexpr int kMostDeaths = 10;
     for (int deaths = 0; next_ < damages_.size() && deaths < kMostDeaths; ++deaths) {
       *at_ = next_;
-      std::fflush(stdout);  // what waits there must not be written by the child once more
+      std::fflush(stdout);  // pending output must not be written again by the child
       const pid_t child = fork();
       if (child == 0) Child(folder, frontEnd);
       int status = 0;

@@ -22,7 +22,7 @@ void* operator new(std::size_t bytes) {
 void* operator new[](std::size_t bytes) {
   return Allocate(bytes);
 }
-// The library's sorts ask for room in this way and do with less when there is none.
+// The library's sorts ask for memory in this way and use less when there is none.
 void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
   return ++allocations == failing ? nullptr : std::malloc(bytes == 0 ? 1 : bytes);
 }

@@ -1,4 +1,4 @@
-// failing_allocation.h - lets one allocation of this program's tests fail, as on a machine without memory.
+// failing_allocation.h - makes one allocation of this program's tests fail, as on a machine without memory.
 #pragma once
 
 namespace sondera::test {

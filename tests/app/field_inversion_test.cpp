@@ -1,6 +1,6 @@
 // Inversions of the published sites with first values: point load, curves of pairs, five iterations. The
-// figures are those of the method on these records; what they should come to is held against each other and
-// against other starts.
+// figures are those of the method on these records; the expected values are compared with each other and with
+// other starts.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -35,8 +35,8 @@ class FieldInversion : public FieldSiteTest {
   }
 };
 
-/// A point that drops out moves no other: before, the RMS went 23.8, 22.6, 20.8 from the third iteration on,
-/// on neighbours' velocities.
+/// A lost point does not change another: before, the RMS was 23.8, 22.6, 20.8 from the third iteration on,
+/// with the velocities of neighbouring points.
 TEST_F(FieldInversion, WghsThreePairsLosePointsWithoutMovingOthers) {
   SKIP_WITHOUT_FIELD_DATA(kWghsThreePairs.folder);
   Take(kWghsThreePairs, kSevenLayers);
@@ -65,7 +65,7 @@ TEST_F(FieldInversion, WghsThreePairsSettleWithTheDeviationOfTheAdvice) {
   ExpectChiNeverRises();
 }
 
-/// With the bulb of the advice too, no point is lost.
+/// With the bulb of the advice, too, no point is lost.
 TEST_F(FieldInversion, WghsThreePairsLoseNoPointWithAllOfTheAdvice) {
   SKIP_WITHOUT_FIELD_DATA(kWghsThreePairs.folder);
   Take(kWghsThreePairs, kSevenLayers, 2.5);
@@ -121,7 +121,7 @@ TEST_F(FieldInversion, WghsFivePairsOnSevenLayersSettleWithALargerDeviation) {
 
 // --- Options ---
 
-/// The runs above with step control: chi never rises, and the run has nothing to say against itself.
+/// The runs above with step control: chi never rises, and the run has no doubts about itself.
 class FieldInversionControlled : public FieldInversion {
  protected:
   void InvertControlled() {

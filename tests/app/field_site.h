@@ -1,4 +1,4 @@
-// field_site.h - inversions of the published sites as a person takes them: six time records, a mask for each
+// field_site.h - inversions of the published sites in a person's steps: six time records, a mask for each
 // pair, representative curves, starting profiles, and the panel of the inversion.
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace sondera::testing {
 
-/// A pair (receivers from 1) and its masks: from 0 Hz to the begin of the band, with the cycles that have
-/// passed there, and from its end on.
+/// A pair (receivers from 1) and its masks: from 0 Hz to the beginning of the band, with the number of cycles
+/// there, and from its end on.
 struct MaskedPair {
   int reference, display;
   double bandBegin;
@@ -39,7 +39,7 @@ class FieldSiteTest : public AppTest {
   void Take(const FieldSite& site, const std::vector<double>& layers, double bulb = 0.0);
   /// All layers of the given model to one Vs.
   void StartFromUniform(double Vs);
-  /// Every velocity gets this part of itself as its deviation.
+  /// Every velocity gets this fraction of itself as its deviation.
   void SetDeviation(double part);
   /// Five iterations from the given model, with the options that are on.
   void Invert();
@@ -52,8 +52,8 @@ class FieldSiteTest : public AppTest {
   static std::vector<int> Rows();
   static int LastIteration();
 
-  /// What the status complained of at the ends of iterations: the sweeps' points and the run's note, and the
-  /// note alone.
+  /// Complaints in the status at the ends of iterations: the sweeps' points and the run's note, and only the
+  /// note.
   std::vector<std::string> complaints, notes;
 
  private:

@@ -1,4 +1,4 @@
-// The built program carries the protections of Debian's hardening flags; read from the program file itself.
+// The built program has the protections of Debian's hardening flags; read from the program file itself.
 #include <elf.h>
 #include <gtest/gtest.h>
 

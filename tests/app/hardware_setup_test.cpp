@@ -282,7 +282,7 @@ TEST_F(HardwareSetup, RandomSettingsGiveTheFieldsOfAnIndependentComputation) {
     const bool triggered = trigger >= 0 && !(series && channels > 1);
     words += std::string(" clock rate ") + (triggered ? "trigger" : "free") + " count start read stop clear";
     EXPECT_EQ(testBoard.Words(), words);
-    // the run asks for the rate that was granted before
+    // the run requests the rate that was granted before
     const std::string clock = FormatText("clock 1 %.12g %d", rate, static_cast<int>(2 * lines * decimation));
     EXPECT_EQ(std::count(testBoard.log.begin(), testBoard.log.end(), clock), 1) << clock;
   }

@@ -1,4 +1,4 @@
-// Tests of the inversion as a person works with it: its buttons, lists and menu items through the table of
+// Tests of the inversion in a person's steps: its buttons, lists and menu items through the table of
 // callbacks, and a whole run from the first press to the saved project.
 #include <algorithm>
 #include <filesystem>

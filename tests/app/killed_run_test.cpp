@@ -1,5 +1,5 @@
-// The program is ended at random moments of a measuring run, by signals that it hears and by one that it cannot: the
-// project on the disk stays whole, and no board program is left. SONDERA_KILLS sets the number.
+// The program is ended at random moments of a measuring run, by signals with and without a handler: the
+// project on the disk stays complete, and no board program remains. SONDERA_KILLS sets the number.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>

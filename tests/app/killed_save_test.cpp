@@ -1,5 +1,5 @@
-// The program is killed at random moments while it saves: project and copy are whole, nothing blocks the next
-// run, and the rests go with its first save. SONDERA_KILLS sets the number of kills.
+// The program is killed at random moments while it saves: project and copy are complete, nothing blocks the
+// next run, and its first save removes the remaining files. SONDERA_KILLS sets the number of kills.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,7 +39,7 @@ class KilledProgram : public testing::AppTest {
     ::execv(kProgram.c_str(), words.data());
     ::_exit(127);
   }
-  /// Whether a file is there and opens as a whole project; nothing is saved over it.
+  /// Whether a file exists and opens as a complete project; nothing is saved over it.
   bool OpensWhole(const std::string& name) {
     StartSession();
     frontEnd.messages.clear();
@@ -49,7 +49,7 @@ class KilledProgram : public testing::AppTest {
 
 TEST_F(KilledProgram, LeavesWholeFilesAndNothingThatBlocks) {
   test::WriteSitePair(folder.File("pair.hyx"), 14.0, 30.0, 129);
-  // Each masking ends with a save; pairs of saves change the project to and fro.
+  // Each masking ends with a save; pairs of saves change the project back and forth.
   std::string job = "import pair pair 14 30\n";
   for (int i = 0; i < 60; ++i)
     job += i % 2 ? "masking pair 0 600 450 110 80\n" : "masking pair 0 500 400 100 70\n";

@@ -1,4 +1,5 @@
-// The whole road on the simulated site: boards, blows, masks, curves, inversion; found against true.
+// The complete workflow on the simulated site: boards, blows, masks, curves, inversion; found compared with
+// true.
 #include <cmath>
 
 #include "acquisition/daq_driver.h"
@@ -15,7 +16,8 @@ class MeasuredSite : public testing::ScriptTest {};
 TEST_F(MeasuredSite, FromTheBlowsToTheProfileOfTheGround) {
   ASSERT_EQ(Run("board sim:seed=1,pace=0,noise=0.002,hum=0.001\n"
                 "project unit=m site=geotechnical id=site\n"
-                "setup freqspan=256 freqlines=1024 nchannels5=0 triggerlevel=100 naverage=20 source=0 at=10,15,25,45\n"
+                "setup freqspan=256 freqlines=1024 nchannels5=0 triggerlevel=100 naverage=20 source=0 "
+                "at=10,15,25,45\n"
                 "configure\n"
                 "measure\n"
                 "pair measID 1 2\nphase original\nmask 0 6\nmask 90 500\ndisperse\n"
@@ -28,7 +30,7 @@ TEST_F(MeasuredSite, FromTheBlowsToTheProfileOfTheGround) {
                 "start analytic ratios=0.35,0.65,10\n"
                 "invert iterations=6\n"),
             3)
-      << err;  // the smoothed global curve tells little of each layer, and the program says so
+      << err;  // the smoothed global curve contains little about each layer, and the program says so
   const SiteSimulator site{SyntheticSite()};
   int compared = 0;
   for (const PMeasInfo& pair : MeasDB.pMeasList) {

@@ -1,4 +1,4 @@
-// The measuring run with the boards of the program: the simulated site, and a board behind a program of its own.
+// The measuring run with the boards of the program: the simulated site, and a board in another program.
 #include <sys/wait.h>
 
 #include <cerrno>
@@ -38,7 +38,7 @@ class MeasuringBoards : public testing::AveragesTest {
     for (std::string line; std::getline(in, line);) count += line.substr(0, line.find(' ')) == word ? 1 : 0;
     return count;
   }
-  /// Keeps every record of the run as it comes.
+  /// Keeps every record of the run.
   void KeepRecords() {
     records.clear();
     frontEnd.onProcessEvents = [this] {
@@ -54,7 +54,7 @@ bool HasChildren() {
   return !(waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD);
 }
 
-/// The records as those of the test board, so that the plain formula takes them.
+/// The records as those of the test board, for the plain formula.
 void LayOut(const std::vector<std::vector<double>>& records, int frame) {
   testing::testBoard.volts = [&records, frame](int r, int c, int i) {
     return records[static_cast<std::size_t>(r)][static_cast<std::size_t>(c * frame + i)];
@@ -77,7 +77,7 @@ TEST_F(MeasuringBoards, TheSimulatedSiteGivesTheMeanOfItsRecords) {
   LayOut(records, frame);
   ExpectMeanOf({0, 1, 2, 3, 4});
   for (const auto& record : records) {
-    // the crossing of 0.2 V stands at the pre-trigger sample
+    // the crossing of 0.2 V is at the pre-trigger sample
     EXPECT_LT(record[100], 0.2);
     EXPECT_GE(*std::max_element(record.begin() + 102, record.begin() + 104), 0.2);
   }
@@ -180,7 +180,7 @@ TEST_F(MeasuringBoards, WhateverABoardProgramDoesThereIsOneMessageAndTheSessionG
     for (const char* request : {"wait", "read", "stop"}) cases.push_back({fault, request, -1});
   for (const char* fault : {"huge", "short", "more", "nan", "stuck"}) cases.push_back({fault, "read", -1});
   cases.push_back({"hang", "wait", -1});
-  cases.push_back({"err", "wait", 0});  // one failed read, which is taken again
+  cases.push_back({"err", "wait", 0});  // one failed read, which is repeated
   cases.push_back({"err", "read", 0});
   double worst = 0.0;
   for (const Case& c : cases) {

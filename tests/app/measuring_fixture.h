@@ -23,7 +23,7 @@ class MeasuringTest : public AppTest {
     testBoard = TestBoard{};
     Begin();
   }
-  /// A session with the board as the test has laid it out.
+  /// A session with the board that the test has prepared.
   void Begin() {
     InstallDaqDriver(&daqTestBoard);
     StartSession();
@@ -51,7 +51,7 @@ class MeasuringTest : public AppTest {
     return frontEnd.messages.size() == 1 ? frontEnd.messages.front()
                                          : std::to_string(frontEnd.messages.size()) + " messages";
   }
-  /// Nothing is left of a run.
+  /// No task, flag or buffer of a run is left.
   void ExpectIdle() {
     EXPECT_EQ(measRun.measRunning, 0);
     EXPECT_EQ(measRun.measPaused, 0);

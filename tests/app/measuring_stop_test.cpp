@@ -133,7 +133,8 @@ TEST_F(MeasuringStop, AnInterruptAndTheWayOutActAsStop) {
   }
 }
 
-// ---- what a run refuses -----------------------------------------------------------------------------------
+// ---- refused during a run
+// ----------------------------------------------------------------------------------
 
 TEST_F(MeasuringStop, WithoutABoardItSaysSoAndNothingIsLocked) {
   InstallDaqDriver(&daqNone);

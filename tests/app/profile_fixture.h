@@ -1,4 +1,4 @@
-// profile_fixture.h - tests that run a script to its end and look at the profile that it leaves.
+// profile_fixture.h - tests that run a script to its end and check the resulting profile.
 #pragma once
 
 #include <algorithm>

@@ -75,7 +75,7 @@ TEST_F(Program, WithoutADisplayAnInteractiveSessionEndsAndSaysWhy) {
   EXPECT_NE(o.err.find("sondera auto new <name> <script>"), std::string::npos) << o.err;
 }
 
-/// Qt tells of its plug-ins when asked to: a script that ends makes no application, whatever the display.
+/// Qt lists its plug-ins on request: a script that ends creates no application, on any display.
 TEST_F(Program, AScriptMakesNoApplicationOfTheToolkit) {
   Write("job.txt", "*sondera 2\n");
   setenv("QT_DEBUG_PLUGINS", "1", 1);
@@ -128,13 +128,14 @@ TEST_F(Program, TheExampleRunsFromImportToProfile) {
   EXPECT_EQ(models.find("inf"), std::string::npos);
 }
 
-/// Each kill comes when the run has made a certain file, so that it always hits, whatever the speed of the machine.
+/// Each kill comes when the run has made a certain file, so that it always happens during the run, however
+/// fast the machine is.
 TEST_F(Program, AKilledRunLeavesAReadableProject) {
   FetchExample();
   Write("look.txt", "export out pair 1 2 3\n");
   struct Moment {
     const char* file;  // pattern of the shell
-    bool imported;     // the project holds the measurement by then; otherwise it may
+    bool imported;     // the project contains the measurement by then; otherwise it may
   };
   for (const Moment& moment :
        {Moment{"site.da", false}, Moment{"site.da.bkup", false}, Moment{"ProjID.pcm.saving-*-0", true}}) {
@@ -150,7 +151,7 @@ TEST_F(Program, AKilledRunLeavesAReadableProject) {
     ASSERT_EQ(WEXITSTATUS(raw), 128 + 9) << moment.file << ": the run was not killed";
     ASSERT_TRUE(std::filesystem::exists(folder.File("site.da"))) << moment.file;
     const Outcome o = Run("--batch auto old site.da look.txt");
-    // Killed before the import was saved, the project holds the empty measurement of its beginning.
+    // Killed before the import was saved, the project contains the empty measurement from its beginning.
     const bool early = o.err.starts_with("Sondera 4.1: There is no measurement \"pair\" in the project.\n");
     EXPECT_FALSE(early && moment.imported) << moment.file;
     EXPECT_EQ(o.status, early ? 1 : 0) << "killed at " << moment.file << ": " << o.err;
@@ -290,7 +291,7 @@ TEST_F(Program, TheSecondRunOnAProjectStopsWithOneSentenceOrWaits) {
   EXPECT_NE(err.find("sondera: waiting, since "), std::string::npos) << err;
 }
 
-/// A name from outside must not drive the terminal.
+/// A name from outside must not control the terminal.
 TEST_F(Program, ControlBytesOfANameAreShownAsNumbers) {
   Write("job.txt", "* nothing\n");
   const Outcome o = Run("--batch auto old \"$(printf '\\033[31mred.da')\" job.txt");
@@ -307,8 +308,8 @@ TEST_F(Program, AnotherWordBehindAutoIsTold) {
 
 TEST_F(Program, ASecondInterruptAtOnceLosesNothing) {
   FetchExample();
-  // The second signal comes while the run halts and saves; that it means the first is tested at its place
-  // (Interrupt.ASecondOneAtOnceMeansTheFirst), here that the program as a whole keeps what it has.
+  // The second signal comes while the run halts and saves. Interrupt.ASecondOneAtOnceMeansTheFirst tests that
+  // it means the same as the first; this test checks that the program as a whole keeps its data.
   const std::string command = "cd '" + folder.Path() +
                               "' && { '" SONDERA_PROGRAM
                               "' --batch auto new site job.txt >out.log 2>err.log </dev/null & p=$!; "
@@ -372,7 +373,7 @@ TEST_F(Program, StandardInputIsAScript) {
 TEST_F(Program, TheHeaderDecidesTheDialect) {
   FetchExample();
   Write("first.txt", "* a comment\n*sondera 2\nnosuchword\n");
-  EXPECT_EQ(Run("run first.txt").status, 0);  // unknown words are passed over there
+  EXPECT_EQ(Run("run first.txt").status, 0);  // there unknown words are skipped
   EXPECT_EQ(Run("auto new site first.txt").status, 0);
   Write("second.txt", "*sondera 2\nread hyx id=pair files=pair.hyx source=0 at=14,30\nsave\n");
   Outcome o = Run("auto new site second.txt");

@@ -1,4 +1,4 @@
-// Tests of what a front end asks of the project: unsaved changes, save, an Open that harms nothing.
+// Tests of the project functions for a front end: unsaved changes, save, an Open that loses nothing.
 #include "runtime/project_hooks.h"
 
 #include "panels/mainmenu_project.h"
@@ -78,7 +78,7 @@ TEST_F(ProjectHooksTest, AFailedSaveLeavesTheChangesUnsaved) {
 }
 
 TEST_F(ProjectHooksTest, LookingAroundIsNoChange) {
-  MeasDB.maskingList.append();  // stands for what a display leaves in the records
+  MeasDB.maskingList.append();  // replaces the changes of the records by a display
   EXPECT_TRUE(HasUnsavedChanges());
   MeasDB.maskingList.clear();
   EXPECT_FALSE(HasUnsavedChanges());

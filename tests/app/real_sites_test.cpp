@@ -1,4 +1,4 @@
-// From real records to profiles: two sites, unattended and by masks, held against what others published.
+// From real records to profiles: two sites, unattended and with masks, compared with published results.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -27,8 +27,8 @@
 namespace sondera {
 namespace {
 
-/// A pair (receivers from 1) and its masks: from 0 Hz to the begin of the band, with the cycles that have
-/// passed there, and from its end on.
+/// A pair (receivers from 1) and its masks: from 0 Hz to the beginning of the band, with the number of cycles
+/// there, and from its end on.
 struct MaskedPair {
   int reference, display;
   double bandBegin;
@@ -86,8 +86,8 @@ class RealSite : public testing::ProfileTest {
     SetCtrlVal(MASKING_JUMPNO, jumps);
     ASSERT_EQ(Commit(MASKINGNEW), 0);
   }
-  /// Representative curves, starting profiles and inversion, with fewer points, ratios and iterations than a
-  /// person would take.
+  /// Representative curves, starting profiles and inversion, with fewer points, ratios and iterations than
+  /// usual.
   void InvertShort(const std::vector<double>& layers) {
     session.projectFileName = "site.da";
     SMPParam.nEntries = 3;
@@ -201,7 +201,7 @@ TEST_F(RealSite, AnInterruptKeepsTheLastFinishedIterationAndSavesIt) {
   frontEnd.onProcessEvents = [&asked] {
     if (asked || GetNumListItems(exdthd::ITERNO) < 3) return;
     const std::string label = GetLabelFromIndex(exdthd::ITERNO, 2);
-    if (label != "INV 2") return;  // two iterations are there, the third is under way
+    if (label != "INV 2") return;  // two iterations are there, the third is in progress
     asked = true;
     RequestInterrupt();
   };

@@ -27,7 +27,7 @@ class RunDoubts : public testing::AppTest {
     f.lowCoherence = 0.1;
     return f;
   }
-  /// Findings of one kind after the pairs were judged, each up to its colon behind the label.
+  /// Findings of one kind after the check of the pairs, each up to the colon after the label.
   static std::vector<std::string> Texts(FindingKind kind) {
     std::vector<std::string> texts;
     for (const Finding& f : Findings())

@@ -1,5 +1,5 @@
-// Tests of what is left of the result files and the project when a run is refused, loses its disk or its
-// memory, or is killed: every file is that of the former run or of the new one, whole.
+// Tests of the result files and the project when a run is refused, loses its disk or its memory, or is
+// killed: every file belongs completely to the former run or to the new one.
 #include <gmock/gmock.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -65,7 +65,7 @@ class RunLosses : public InversionCase {
     for (const auto& [name, text] : former_) test::WriteWhole(folder.File(name), text);
     frontEnd.messages.clear();
   }
-  /// Every file is whole; says which run they are of.
+  /// Every file is complete; says which run they belong to.
   enum class Set { Former, New, Mixed };
   Set ExpectWholeFiles(const std::string& what) {
     const Texts now = Results();
@@ -114,7 +114,7 @@ TEST_F(RunLosses, RefusedStartLeavesTheFormerFiles) {
   EXPECT_EQ(Press(2), -1);
   EXPECT_EQ(frontEnd.messages.size(), 1u);
   SetCtrlVal(hmsetup::PROJID, "site");
-  FModelParam.globalVel[2] = 1e200;  // found by the set-up of the run, behind its settings
+  FModelParam.globalVel[2] = 1e200;  // found by the set-up of the run, after its settings
   EXPECT_EQ(Press(2), -1);
   EXPECT_EQ(ExpectWholeFiles("curve"), Set::Former);
   ExpectNoRemains("curve");
@@ -149,7 +149,8 @@ TEST_F(RunLosses, RefusedInversionWritesNoResults) {
 
 // --- Losses in the middle ---
 
-/// Each call fails once. The lock file's own calls may pass without a word: its content is for people only.
+/// Each call fails once. The lock file's own calls may fail without a message: its content is only for
+/// people.
 TEST_F(RunLosses, EveryFailedCallOfARunIsToldAndLeavesWholeFiles) {
   using Plan = int test::FilePlan::*;
   const struct {

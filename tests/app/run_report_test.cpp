@@ -1,5 +1,5 @@
-// Tests of what an unattended run says at its end: a computed record of a layered site, for which nothing is
-// doubtful, noise for which much is, and the statuses.
+// Tests of the report of an unattended run: a computed record of a layered site without doubts, noise with
+// many doubts, and the statuses.
 #include "app/run_report.h"
 
 #include <functional>

@@ -1,5 +1,5 @@
 // Every call of the operating system fails once during a save and during an export: the former files stay
-// whole, and the failure is told.
+// complete, and the failure is reported.
 #include <gmock/gmock.h>
 
 #include <new>
@@ -51,7 +51,7 @@ class SaveFaults : public testing::AppTest {
     StartSession();
     frontEnd.messages.clear();
   }
-  /// Nothing lies about but what belongs there.
+  /// The folder contains no other files.
   void ExpectNoRests() {
     for (const std::string& name : folder.Names())
       EXPECT_EQ(name.find(".saving-"), std::string::npos) << name;

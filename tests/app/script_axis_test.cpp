@@ -1,4 +1,4 @@
-// The words axis and start empirical: what the dialogs' fields and a forward run leave.
+// The words axis and start empirical: the results in the dialogs' fields and of a forward run.
 #include "app/script_fixture.h"
 #include "inversion/starting_model.h"
 #include "records/inv_records.h"

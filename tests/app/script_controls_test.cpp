@@ -1,5 +1,4 @@
-// Walks the catalogue: a script can set, print and press every control; and what it cannot do is refused with
-// line and word.
+// Loops over the catalogue: a script can set, print and press every control; refusals name line and word.
 #include <cmath>
 #include <set>
 
@@ -61,7 +60,7 @@ TEST_F(ScriptControls, EveryCellOfEveryTableCanBeSetAndWritten) {
   }
 }
 
-/// A press reaches the callback: one that counts takes the place of the real one.
+/// A press reaches the callback: a counting function replaces the real one.
 int presses = 0;
 ControlId pressed = nullptr;
 Event sent{};

@@ -1,4 +1,4 @@
-// script_fixture.h - runs scripts of the second dialect in the session of a test and catches what they say.
+// script_fixture.h - runs scripts of the second dialect in the session of a test and captures their output.
 #pragma once
 
 #include <sstream>
@@ -12,7 +12,7 @@ namespace sondera::testing {
 
 class ScriptTest : public AppTest {
  protected:
-  /// Runs lines behind the header, which is line 1. The session stays as the script leaves it.
+  /// Runs lines after the header, which is line 1. The session stays as it is at the end of the script.
   int Run(const std::string& lines) {
     const std::string text = "*sondera 2\n" + lines;
     script::Source source = script::Source::OfText(text);
@@ -37,8 +37,8 @@ class ScriptTest : public AppTest {
     return {std::istreambuf_iterator<char>(in), {}};
   }
 
-  std::string out, err;  ///< err: what is said about lines of the script
-  std::string report;    ///< what the run says at its end
+  std::string out, err;  ///< err: messages about lines of the script
+  std::string report;    ///< report at the end of the run
 
  private:
   void TakeErrors(const std::string& text) {

@@ -1,4 +1,4 @@
-// Tests of a run line by line: where it stops, dialogs and their answers, going on after errors, projects.
+// Tests of a run line by line: where it stops, dialogs and their answers, continuing after errors, projects.
 #include "app/script/run.h"
 
 #include "app/run_report.h"
@@ -19,7 +19,7 @@ class ScriptRun : public testing::ScriptTest {
     for (const auto& [control, callback] : replaced_) InstallCallback(*control, callback);
     ScriptTest::TearDown();
   }
-  /// Another callback behind a control until the end of the test.
+  /// Another callback for a control until the end of the test.
   void Replace(const Control& control, Callback callback) {
     replaced_.emplace_back(&control, CallbackOf(control));
     InstallCallback(control, callback);

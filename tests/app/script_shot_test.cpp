@@ -26,7 +26,7 @@ class ScriptShot : public ScriptTest {
     test::Seg2Line line;
     line.source = source;
     line.receivers = std::move(receivers);
-    line.samples = 4000;  // fine lines, so that no cycle is lost
+    line.samples = 4000;  // close lines, so that no cycle is lost
     line.value = [line](std::size_t r, double t) {
       return Wave(t - std::fabs(line.receivers[r] - line.source) / 200.0);
     };

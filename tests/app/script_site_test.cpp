@@ -1,5 +1,5 @@
-// Tests of the words on a record: from the files to masks, curves and a profile; and that the ways to
-// one thing give one project.
+// Tests of the words on a record: from the files to masks, curves and a profile; and that different words for
+// the same step give the same project.
 #include <cmath>
 
 #include "app/script/values.h"
@@ -31,7 +31,7 @@ class ScriptSite : public testing::ScriptTest {
     ScriptTest::SetUp();
     test::WriteSitePair(folder.File("H31.hyx"), 14.0, 30.0);
   }
-  /// Bytes of the project that lines leave, in a fresh session.
+  /// Bytes of the project after these lines, in a fresh session.
   std::string ProjectOf(const std::string& lines) {
     StartSession();
     EXPECT_NE(Run(lines + "\nsave project.da overwrite=yes"), 1) << err;
@@ -115,7 +115,7 @@ TEST_F(ScriptSite, PairsAreNamedFromOneAndHaveToBeThere) {
   EXPECT_EQ(Run("pair ID 1 2 trace=B display=4"), 0) << err;
   EXPECT_EQ(GetCtrlVal(sasw::DISPBTYPE), 4);
   EXPECT_EQ(GetCtrlVal(sasw::TRACE_ONOFF), 1);
-  EXPECT_EQ(Run("mask 5 10"), 0) << err;  // goes back to trace A
+  EXPECT_EQ(Run("mask 5 10"), 0) << err;  // returns to trace A
   EXPECT_EQ(Run("pair IT 1 2"), 1);
   EXPECT_EQ(err, "job:2: pair: unknown measurement \"IT\"; did you mean \"ID\"?\n");
   EXPECT_EQ(Run("pair ID 1 3"), 1);
@@ -278,7 +278,7 @@ TEST_F(ScriptSite, TheReportHasThePagesOfTheProject) {
   EXPECT_EQ(err, "job:2: report: No phase spectra are available for plotting.\n");
   EXPECT_EQ(Run(kPair + "report out.doc"), 1);
   EXPECT_NE(err.find("report: the report is PostScript or PDF"), std::string::npos) << err;
-  // Pages that have nothing to show are notes.
+  // Pages without contents are notes.
   EXPECT_EQ(Run("report out.ps"), 0) << err;
   EXPECT_NE(report.find("note: No dispersion curves are available for plotting."), std::string::npos)
       << report;

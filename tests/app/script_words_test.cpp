@@ -29,7 +29,7 @@ std::string ReasonOf(const std::string& text) {
   return "";
 }
 
-/// A control that an argument takes; one with a callback where that matters to nobody here.
+/// A control that an argument accepts; preferably one whose callback does not matter here.
 std::string ControlFor(const ArgumentSpec& spec) {
   for (int p = 0; p < kPanelCount; ++p)
     for (ControlId c : ControlsOf(static_cast<Panel>(p)))
@@ -37,7 +37,7 @@ std::string ControlFor(const ArgumentSpec& spec) {
   return "";
 }
 
-/// Values that the checks of a word want beyond their kind, by word and argument.
+/// Values that the checks of a word require beyond their kind, by word and argument.
 std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
   const std::string key = std::string(form.word) + " " + std::string(spec.name);
   if (key == "curves FILE") {
@@ -91,12 +91,13 @@ std::string ValueFor(const WordForm& form, const ArgumentSpec& spec) {
   return "1";
 }
 
-/// Arguments that do not go with the value that ValueFor gives to another one: geopsy= is for dinver alone.
+/// Arguments that are not allowed with the value that ValueFor gives to another one: geopsy= is for dinver
+/// only.
 bool GoesWithTheOthers(const WordForm& form, const ArgumentSpec& spec) {
   return !(form.word == "write" && spec.name == "geopsy");
 }
 
-/// The form's line with all it takes, up to a number of fixed arguments and without one named argument.
+/// The form's line with all arguments, up to a number of fixed ones and without one named argument.
 std::string LineOf(const WordForm& form, std::size_t fixed, std::string_view without = {},
                    bool optional = true) {
   std::string line(form.word);
@@ -111,7 +112,7 @@ std::string LineOf(const WordForm& form, std::size_t fixed, std::string_view wit
 class ScriptWord : public ::testing::TestWithParam<std::size_t> {
  protected:
   const WordForm& form() const { return AllForms()[GetParam()]; }
-  /// What is wrong may be told of another form of the word.
+  /// The fault may be reported for another form of the word.
   bool aloneUnderItsWord() const {
     return std::count_if(AllForms().begin(), AllForms().end(),
                          [&](const WordForm& f) { return f.word == form().word; }) == 1;

@@ -1,5 +1,5 @@
-// The log of a session is a script: run again on the same files it gives the same project, byte for byte, whoever acted
-// (a script of either dialect, or a person at the door of the windows), and after a refusal, a halt or a kill.
+// The log of a session is a script: run again on the same files it gives the same project, byte for byte, for
+// actions of a script of either dialect or of a person at the windows, and after a refusal, a halt or a kill.
 #include "app/script/session_log.h"
 
 #include <signal.h>
@@ -54,13 +54,14 @@ class SessionLogTest : public testing::ScriptTest {
     StartSession();
     ASSERT_EQ(script::BeginLog(log), "");
   }
-  /// Bytes of the project as it stands.
+  /// Bytes of the present project.
   std::string ProjectNow() {
     session.projectFileName = folder.File("now.da");
     EXPECT_EQ(Commit(measpanel::F6), 0);
     return Read("now.da");
   }
-  /// What a log leaves in a fresh session. Lines that were refused are refused again, so its status may be 1.
+  /// The project after running a log in a fresh session. Refused lines are refused again, so its status may
+  /// be 1.
   std::string Replayed(const std::string& log) {
     StartSession();
     const std::string lines = Read(log);
@@ -277,7 +278,7 @@ TEST_F(SessionLogTest, ALogThatCannotBeWrittenIsToldOnceAndTheSessionGoesOn) {
 
 // --- random sessions ---
 
-/// Two hundred acts, of a script and of a person by turns, some of them refused.
+/// Two hundred actions, of a script and of a person in turn, some of them refused.
 class RandomSession : public SessionLogTest, public ::testing::WithParamInterface<unsigned> {
  protected:
   std::string ActOfAScript() {
@@ -401,7 +402,7 @@ TEST_F(KilledLog, ChecksAndRunsAgain) {
     midway += Wait(child) == -1 ? 1 : 0;
     if (!Exists("a.log")) continue;
     std::string log = Read("a.log");
-    log.erase(log.rfind('\n') + 1);  // its whole lines
+    log.erase(log.rfind('\n') + 1);  // its complete lines
     if (log.empty()) continue;
     StartSession();
     ASSERT_EQ(Check(log.substr(log.find('\n') + 1)), 0) << err << log;

@@ -1,4 +1,4 @@
-// What is in a project, as text and as pictures, beside what is known of the ground.
+// The contents of a project, as text and as pictures, compared with known ground.
 #include "app/show.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Starting models of a record, by the road of the command script: import, curves, layers, profiles.
+// Starting models of a record, by commands of the command script: import, curves, layers, profiles.
 //
 // The ground is known: Vs 150 m/s down to 2 m, 220 to 6 m, 300 to 14 m, 400 below. The pair sees wavelengths
 // of 3 to 30 m well, and so depths of 1.5 to 12 m.
@@ -32,7 +32,7 @@ class StartingModelRun : public testing::AppTest {
     session.projectFileName = folder.File("site.da");
     ASSERT_EQ(ProcessCommands(0, "job.txt"), -1);
   }
-  /// Mean of 1 / Vs over a range of depths, as the velocity that a wave takes through it.
+  /// Mean of 1 / Vs over a range of depths, as the velocity of a wave through it.
   static double VsBetween(int slot, double top, double bottom) {
     double time = 0.0;
     for (int l = 0; l < SMPParam.nLayers; ++l) {
@@ -60,7 +60,7 @@ TEST_F(StartingModelRun, CurvesBringALayerTableWithThem) {
 }
 
 TEST_F(StartingModelRun, ProfilesLieNearTheGround) {
-  // Layers given: a thick last one, so that the mesh of the solver reaches down.
+  // Given layers: a thick last one, so that the mesh of the solver is deep enough.
   RunScript(std::string(kToCurves) + "preInversion 0 0 0 0.5 9 0.5 0.5 1 1 1 2 2 4 500\n");
   EXPECT_TRUE(frontEnd.messages.empty()) << frontEnd.messages.front();
   ASSERT_EQ(SMPParam.nEntries, 10);

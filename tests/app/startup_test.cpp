@@ -19,7 +19,7 @@ namespace {
 
 using testing::AppTest;
 
-/// A board with settable facts; remembers the names it was asked about.
+/// A board with settable properties; remembers the requested names.
 struct FakeBoard {
   std::string names = "Dev12345, Dev2";
   int category = daq_category::kDynamicSignal;
@@ -89,7 +89,7 @@ TEST_F(Startup, NoDeviceGivesFourChannelsAndTheMaskingPageFirst) {
   EXPECT_FALSE(IsPanelShown(Panel::DEVPANEL));
 }
 
-/// A kernel that cannot go on ends the process; what was measured can be saved first.
+/// A kernel that cannot continue ends the process; before that the data can be saved.
 TEST_F(Startup, EndOfTheProcessOffersASave) {
   session.projectFileName = folder.File("rescued.da");
   EXPECT_EXIT(

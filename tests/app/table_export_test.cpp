@@ -1,4 +1,4 @@
-// Tests of tables on their way out and in: the word write, curves and layers of other programs, and the command
+// Tests of tables for export and import: the word write, curves and layers of other programs, and the command
 // line's export with a format.
 #include "app/table_export.h"
 

@@ -1,4 +1,5 @@
-// A session leaves nothing behind: the same work in a second session of one process gives the same bytes.
+// A session has no effect on the next one: the same work in a second session of one process gives the same
+// bytes.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -31,7 +32,7 @@ constexpr char kWork[] =
 
 class TwoSessions : public AppTest {
  protected:
-  /// The work in a session of its own, in a folder of its own, then the project opened and saved again.
+  /// The work in its own session and folder; then the project is opened and saved again.
   /// @return the bytes of all files, by name
   std::map<std::string, std::string> Work(const std::string& name) {
     const fs::path place = fs::path(folder.Path()) / name;
@@ -78,7 +79,7 @@ std::string AllControls() {
   return text;
 }
 
-/// Touches what remembers something between two events.
+/// Uses everything that keeps state between two events.
 void LeaveTraces() {
   SetCtrlVal(hmsetup::PROJID, "other");
   SendEvent(hmsetup::PROJID, Event::GotFocus);

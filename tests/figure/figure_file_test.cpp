@@ -1,4 +1,4 @@
-// Graphs as files: the three kinds, what is in them, and what happens when they cannot be written.
+// Graphs as files: the three kinds, their contents, and failures to write them.
 #include "figure/figure_file.h"
 
 #include <gtest/gtest.h>
@@ -161,7 +161,7 @@ TEST_F(FigureFile, NumbersAreThoseOfTheTicker) {
             all = texts[i + k].text == ticks.numbers[k].text && texts[i + k].*shared == texts[i].*shared;
             if (all && k > 0) all = upward == (texts[i + k].*along > texts[i + k - 1].*along);
           }
-          // All of them: the text behind is not on this axis.
+          // All of them: the pattern does not match on this axis.
           if (all && (i + ticks.numbers.size() == texts.size() ||
                       texts[i + ticks.numbers.size()].*shared != texts[i].*shared))
             return true;

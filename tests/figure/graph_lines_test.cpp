@@ -68,7 +68,7 @@ TEST(Lines, AreCutAtTheAreaHoweverFarTheyGo) {
   }
 }
 
-// Second route: where a line crosses the columns of pixels, found on the values themselves.
+// Second method: where a line crosses the columns of pixels, computed from the values themselves.
 TEST(Lines, OfRandomSegmentsPassWhereTheValuesDo) {
   std::mt19937 random(5);
   std::uniform_real_distribution<double> place(-1.0, 2.0);

@@ -9,7 +9,7 @@
 namespace sondera {
 namespace {
 
-/// Shape, filling and size: what an eye tells symbols apart by.
+/// Shape, filling and size: the visible differences of symbols.
 auto LookOf(int marker) {
   const Symbol& s = SymbolOf(marker);
   return std::tuple(s.circle, s.outline.data(), s.strokes.data(), s.fill, s.size);

@@ -31,7 +31,7 @@ std::vector<std::string> Texts(const AxisTicks& ticks) {
 }
 using Strings = std::vector<std::string>;
 
-/// Value of a tick's text, powers of ten and all.
+/// Value of a tick's text, with powers of ten.
 double ValueOf(std::string text) {
   const std::pair<const char*, const char*> signs[] = {{"×10", "e"}, {"⁻", "-"}, {"⁰", "0"}, {"¹", "1"},
                                                        {"²", "2"},   {"³", "3"}, {"⁴", "4"}, {"⁵", "5"},

@@ -113,7 +113,7 @@ TEST(Bessel, SeriesAtTenMeetsTheFormBeyond) {
   }
 }
 
-// Each pair of neighbouring routes gives the same on both sides of its limit.
+// The neighbouring methods give the same values on both sides of each limit.
 TEST(CylinderFunctions, RoutesMeetAtTheirLimits) {
   for (double r : {3.0, 4.0, 8.0, 10.0, 16.0, 25.0, 40.0}) {
     for (double angle : {0.0, -0.3, -0.9, -1.4, -2.0, -3.1}) {

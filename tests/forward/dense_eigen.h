@@ -1,4 +1,4 @@
-// dense_eigen.h - eigenpairs of the thin-layer pencil by dense matrices: the second route for the mode
+// dense_eigen.h - eigenpairs of the thin-layer pencil by dense matrices: the independent method for the mode
 // search.
 //
 // Eigenvalues by the QR method on the companion matrix of the quadratic pencil, vectors by inverse iteration

@@ -1,4 +1,4 @@
-// exact_records.h - records by exact integration over wavenumbers, and how far a record is from another.
+// exact_records.h - records by exact integration over wavenumbers, and the difference of two records.
 #pragma once
 
 #include "forward/waveform.h"

@@ -168,7 +168,7 @@ TEST_P(RandomMeshes, FastSearchGivesTheModesOfThePlainOne) {
   EXPECT_LT(Match(modes_.k, others, N, &partner), 1e-9);
   for (int j = 1; j <= N; ++j) {
     const std::vector<Complex>& other = plain.phi[partner[j] + 1];
-    double size = 0.0, same = 0.0, opposite = 0.0;  // a mode may come with either sign
+    double size = 0.0, same = 0.0, opposite = 0.0;  // a mode may have either sign
     for (int i = 1; i <= N; ++i) {
       const Complex phi = C(modes_.Phi[static_cast<std::size_t>(j - 1) * N + i]);
       size = std::max(size, std::abs(other[i]));
@@ -289,7 +289,7 @@ TEST(Raylgh, OneSublayerHasTheRootsOfItsQuarticPolynomial) {
 }
 
 // Without damping the propagating modes are exactly real; the sign that sends their energy outward is kept,
-// even rows are negated as for all modes that are not turned.
+// and even rows are negated as for all modes with an unchanged sign.
 TEST(Raylgh, UndampedPropagatingModesAreExactlyRealAndOutgoing) {
   const Matrices m = test::RigidBase(20, 0.25, 150.0, 1.8, 0.25, 0.0, 40.0);
   ModeWork work;
@@ -374,7 +374,7 @@ TEST(Raylgh, NotANumberEndsTheSearchWithoutModes) {
   }
 }
 
-// Scaling all moduli scales no wavenumber, however large the numbers get on the way.
+// Scaling all moduli does not change the wavenumbers, however large the numbers become in between.
 TEST(Raylgh, SizeOfTheModuliDoesNotMatter) {
   Matrices m = test::RigidBase(12, 0.3, 150.0, 1.8, 0.3, 0.02, 30.0);
   ModeWork work;

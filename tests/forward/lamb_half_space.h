@@ -1,5 +1,5 @@
-// lamb_half_space.h - Lamb's problem in closed form: a vertical point load on a half-space of nu = 0.25 without
-// damping. Second route for computed records; shares nothing with any solver.
+// lamb_half_space.h - Lamb's problem in closed form: a vertical point load on a half-space of nu = 0.25
+// without damping. Independent method for computed records; shares no code with a solver.
 #pragma once
 
 namespace sondera::truth {

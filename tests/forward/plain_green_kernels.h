@@ -1,8 +1,7 @@
 // plain_green_kernels.h - the thin-layer eigenproblem by its plain formulas, one matrix entry at a time.
 //
-// The reference that the fast solver of src/forward/green_kernels is compared with. Shares no code with it:
-// standard complex numbers, row-by-row elimination on a full band, no scaling by powers of two, no paired
-// ends.
+// The fast solver of src/forward/green_kernels is compared with it. Shares no code with it: standard complex
+// numbers, row-by-row elimination on a full band, no scaling by powers of two, no elimination from both ends.
 #pragma once
 
 #include <complex>

@@ -1,5 +1,4 @@
-// plane_wave_curve_test.cpp - what becomes of the roots of several wavelengths: stray ones dropped, gaps
-// filled.
+// plane_wave_curve_test.cpp - treatment of the roots of several wavelengths: stray ones dropped, gaps filled.
 #include <gtest/gtest.h>
 
 #include <utility>

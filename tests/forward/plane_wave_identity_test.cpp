@@ -18,7 +18,7 @@ namespace {
 using plain::Ground;
 
 #ifdef SONDERA_CHECK_BOUNDS
-constexpr int kModels = 300;  // the checked build is some twenty times slower
+constexpr int kModels = 300;  // the checked build is about twenty times slower
 #else
 constexpr int kModels = 3000;
 #endif

@@ -136,7 +136,7 @@ TEST(PlaneWavePhysics, TruncationAtTwiceTheWavelengthIsSeenAgainstTheFullGround)
 }
 
 TEST(PlaneWavePhysics, PairOfRootsBetweenNeighbouringTrialsIsSkipped) {
-  // Two soft layers with guided modes of nearly one velocity: a pair closer than a step of the scan.
+  // Two soft layers with guided modes of nearly the same velocity: a pair closer than a step of the scan.
   const Ground g{
       {6, 2, 6, 2, 1}, {300, 110, 300, 119, 311.8}, {1.9, 1.7, 1.9, 1.7, 1.9}, {.3, .4, .3, .4, .3}};
   const double L = 10.0, c = Solve(g, L);

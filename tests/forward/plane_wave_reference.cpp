@@ -133,7 +133,7 @@ void Eliminate(Stack& st) {
   K[2][2] = K[4][4];
 }
 
-/// Returns the layer (from 0) that ends the condensation, -1 if none did. c may be nudged.
+/// Returns the layer (from 0) that ends the condensation, -1 if none did. May change c slightly.
 int Condense(Stack& st, const Ground& g, double omega, double* c, int layers) {
   for (int l = 0; l < layers; ++l) {
     const double Vs = g.Vs[l], Cp = CompressionVelocity(Vs, g.nu[l]);
@@ -168,7 +168,7 @@ double HalfSpaceValue(const Stack& st, const Ground& g, double omega, double c, 
   return size == 0.0 ? 0.0 : det.re / size;
 }
 
-/// Bisection between a bracket; the value at the high end is known. Returns the last velocity looked at.
+/// Bisection within a bracket; the value at the high end is known. Returns the last velocity evaluated.
 double Bisect(const Ground& g, double L, double lo, double hi, double fHi) {
   double last = hi;
   for (int i = 0; i < kMaxHalvings && std::fabs((hi - lo) / hi) >= 1e-07; ++i) {

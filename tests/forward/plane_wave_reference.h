@@ -1,8 +1,8 @@
 // plane_wave_reference.h - the plain formula of the plane-wave solver, for comparison with the fast path.
 //
 // Complex arithmetic in every step, one trial velocity at a time, all 101 trials, all roots up to 25. Slow,
-// short and written apart from src/forward/plane_wave*, with which it shares no line. Used by the tests and
-// by the benchmark, which includes the source file.
+// short and written separately from src/forward/plane_wave*, without shared code. The tests and the
+// benchmark, which includes the source file, use it.
 #pragma once
 
 #include <vector>
@@ -19,7 +19,8 @@ struct Root {
   double f;  ///< c over the wavelength
 };
 
-/// Value of the characteristic function at velocity c, which the nudge may change.
+/// Value of the characteristic function at velocity c; c changes slightly where it equals a velocity of a
+/// layer.
 double CharacteristicValue(const Ground& ground, double L, double* c);
 
 /// All sign changes of the characteristic function between cLow and cHigh, at most `limit`.

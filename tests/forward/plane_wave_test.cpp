@@ -1,5 +1,5 @@
-// plane_wave_test.cpp - rules of the plane-wave solver: range, scan, bisection, nudge and truncation, and
-// what it does with data that make no sense.
+// plane_wave_test.cpp - rules of the plane-wave solver: range, scan, bisection, velocities equal to those of
+// a layer, truncation, and invalid data.
 #include "forward/plane_wave.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kUntouched = -7.25;
 constexpr double kNudge = 0.9998999834060669;
 
-/// The layers as the solver wants them, from 1.
+/// The layers in the solver's form, from 1.
 struct Layers {
   explicit Layers(const Ground& g) : n(static_cast<int>(g.h.size())) {
     for (auto [from, to] : {std::pair{&g.h, &h}, {&g.Vs, &Vs}, {&g.rho, &rho}, {&g.nu, &nu}}) {
@@ -407,7 +407,7 @@ TEST(FsHspace, ZeroDeterminantGivesZero) {
   EXPECT_EQ(F.re, 0.0);
 }
 
-// --- data that make no sense ---
+// --- invalid data ---
 
 const double kHostile[] = {0.0,    -0.0,  -1.0, kNaN, kInf,         -kInf, 1e308, -1e308, 1e-308,
                            5e-324, 1e-12, 1e12, 0.5,  0.4999999999, 1.0,   2.0,   200.0};

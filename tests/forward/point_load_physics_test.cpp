@@ -1,10 +1,11 @@
 // point_load_physics_test.cpp - the point-load solver against the integral over wavenumbers of the exact
 // layered ground.
 //
-// What the mesh costs in accuracy is part of the method and stated here, as in docs/method.md. Of the pair velocity:
-// 2 % with the even mesh, 1 % with the graded mesh of 1.75 wavelengths, 0.1 % with one of 4 wavelengths where velocity
-// grows with depth (0.15 % under a stiff crust). A wave of at most twice the thickness of a stiff crust is guided by
-// it and leaves it only slowly; there the base of the mesh shows: 5.5, 5 and 4.5 %.
+// The accuracy of the mesh is part of the method and is checked here, as in docs/method.md. Errors of the
+// pair velocity: 2 % with the even mesh, 1 % with the graded mesh of 1.75 wavelengths, 0.1 % with one of 4
+// wavelengths where velocity grows with depth (0.15 % under a stiff crust). A wave of at most twice the
+// thickness of a stiff crust is guided by the crust and leaves it only slowly; there the base of the mesh
+// matters: 5.5, 5 and 4.5 %.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -21,7 +22,7 @@ using truth::Complex;
 
 constexpr double kPi = 3.14159265358979323846;
 
-// --- the truth itself ---
+// --- the exact solution itself ---
 
 TEST(WavenumberIntegral, UniformGroundCutIntoLayersIsTheClosedForm) {
   const truth::Layer one{1.0, 200.0, 1.9, 0.3, 0.02};

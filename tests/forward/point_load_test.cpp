@@ -466,8 +466,7 @@ TEST(SASW3D, ReceiverTooFarForTheLineGivesNoVelocity) {
   EXPECT_EQ(Evaluate(site, 5.0).work.status, PointLoadStatus::kBadInput);
 }
 
-// Whatever the numbers: the call returns and gives a positive velocity, 0, or the seed with the word
-// that says so.
+// For all numbers: the call returns and gives a positive velocity, 0, or the seed with the flag that says so.
 TEST(SASW3D, ExtremeNumbersEndHonestly) {
   const double extremes[] = {1e-300, 1e-30, 1e-3, 0.4999999, 1.0, 1e3, 1e30};
   Outcome run;

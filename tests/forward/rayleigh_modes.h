@@ -1,4 +1,4 @@
-// rayleigh_modes.h - Rayleigh modes of a layered half-space by a second route, for comparison with the
+// rayleigh_modes.h - Rayleigh modes of a layered half-space by an independent method, for comparison with the
 // solvers.
 //
 // The motion-stress vector of plane P-SV waves obeys f' = A f (Aki and Richards, Quantitative Seismology, ch.
@@ -24,8 +24,9 @@ Ground CutAt(const Ground& ground, double depth);
 /// Vs.
 double Secular(const Ground& ground, double L, double c);
 
-/// Phase velocities of the modes between cLow and cHigh in ascending order, at most `limit`, to some 1e-12.
-/// Finely bracketed; a dip towards zero between two brackets is looked into for a pair of roots.
+/// Phase velocities of the modes between cLow and cHigh in ascending order, at most `limit`, accurate to
+/// about 1e-12. The brackets are narrow; a dip towards zero between two brackets is searched for a pair of
+/// roots.
 std::vector<double> Modes(const Ground& ground, double L, double cLow, double cHigh, int limit);
 
 }  // namespace sondera::modes

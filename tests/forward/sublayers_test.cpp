@@ -215,7 +215,7 @@ TEST(DiscritizLayers, MiddleZonesAreFilledBetweenBothEnds) {
   EXPECT_NEAR(mesh.depth, 20.0, 1e-12);
 }
 
-// Counting and filling walk the same way, whatever the layering.
+// Counting and filling use the same loop, for every layering.
 TEST(Sublayers, CountAndMeshAgreeOnRandomSites) {
   std::mt19937 random(3);
   std::uniform_real_distribution<double> u(0.0, 1.0);

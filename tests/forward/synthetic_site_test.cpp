@@ -1,5 +1,5 @@
-// Tests of the records of a known ground: their waves against the plane-wave solver, their noise against what
-// was asked for.
+// Tests of the records of a known ground: their waves compared with the plane-wave solver, their noise with
+// the settings.
 #include "forward/synthetic_site.h"
 
 #include <gtest/gtest.h>

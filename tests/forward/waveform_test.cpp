@@ -1,4 +1,4 @@
-// Tests of computed records: what is refused and said, linearity, motions, lengths, blows and texts.
+// Tests of computed records: refusals and notes, linearity, motions, lengths, blows and texts.
 #include "forward/waveform.h"
 
 #include <gtest/gtest.h>
@@ -250,7 +250,7 @@ TEST(Waveform, DisplacementUnderABlowBeginsAtRest) {
     for (double v : record.trace[r]) peak = std::max(peak, std::fabs(v));
     for (std::size_t i = 0; i < 12; ++i)
       EXPECT_LT(std::fabs(record.trace[r][i]), 0.05 * peak) << r << " " << i;
-    // The ground goes down under a load that pushes down, and comes back.
+    // The ground moves down under a downward load, and returns.
     EXPECT_NEAR(record.trace[r].back(), 0.0, 0.1 * peak);
   }
 }

@@ -1,7 +1,7 @@
 // wavenumber_integral.h - surface displacement under a disk load by integration over wavenumbers.
 //
-// The truth that the point-load solver is held against. Shares nothing with it: layers are exact (reflection
-// of plane waves at each interface, no sublayers), the half-space is exact, and the field is the Hankel
+// The point-load solver is compared with it. Shares nothing with the solver: layers are exact (reflection of
+// plane waves at each interface, no sublayers), the half-space is exact, and the field is the Hankel
 // transform itself, not a sum of modes. Time factor exp(i omega t), hysteretic damping: both Lame constants
 // times 1 + 2 i D.
 #pragma once

@@ -50,7 +50,7 @@ class AxisDialog : public test::WindowSession {
   }
   static void Type(const Control& c, const char* text) {
     auto* field = The<NumberField>(c);
-    QApplication::setActiveWindow(field->window());  // the screen in memory has no window manager to do it
+    QApplication::setActiveWindow(field->window());  // the screen in memory has no window manager for this
     field->setFocus();
     field->selectAll();
     QTest::keyClicks(field, text);

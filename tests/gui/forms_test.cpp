@@ -1,5 +1,5 @@
-// Forms against catalogue: each control of a panel that can be opened has its widget and the other way round, of the
-// right kind, with a name, a label where it needs one, and a place in the tab order.
+// Forms compared with the catalogue: each control of a panel that can be opened has its widget and vice
+// versa, of the right kind, with a name, a label where it needs one, and a place in the tab order.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -24,7 +24,7 @@
 namespace sondera {
 namespace {
 
-/// Panels of the catalogue that nothing opens; their controls are there for scripts.
+/// Panels of the catalogue that nothing opens; their controls exist for scripts.
 const std::set<Panel> kUnopened = {Panel::LOAD2CHNL,  Panel::LOADEXD,    Panel::CHANGEID,  Panel::CHANGEID_1,
                                    Panel::CONFIRMPNL, Panel::MESSAGEPNL, Panel::IRFSETPNL2};
 
@@ -44,7 +44,7 @@ bool Is(const QWidget* widget) {
   return qobject_cast<const Widget*>(widget) != nullptr;
 }
 
-/// Whether a widget can show and take what the control holds.
+/// Whether a widget can show and accept the control's values.
 bool Fits(const Control& c, const QWidget* widget) {
   switch (c.kind) {
     case ControlKind::Numeric:
@@ -85,7 +85,7 @@ class BoundForm {
 
  private:
   std::unique_ptr<QWidget> form_;
-  Binder* binder_;  // goes with the form
+  Binder* binder_;  // deleted with the form
 };
 
 class FormTest : public testing::TestWithParam<Panel> {
@@ -160,13 +160,13 @@ TEST_P(FormTest, EachNameIsSpokenOnceInAWindow) {
   std::set<std::string> spoken;
   for (const QWidget* widget : bound.form()->findChildren<QWidget*>()) {
     const std::string name = widget->accessibleName().toStdString();
-    if (name.empty() || Is<QLabel>(widget)) continue;  // the label of a ring speaks for it
+    if (name.empty() || Is<QLabel>(widget)) continue;  // the label of a ring is its name
     EXPECT_TRUE(spoken.insert(name).second) << name;
   }
   for (ControlId c : ControlsOf(GetParam())) {
     const QWidget* widget = bound.binder().WidgetOf(*c);
     if (!widget) continue;
-    // The text of a label is what is read; a name would hide it.
+    // A screen reader reads the text of a label; a name would hide it.
     EXPECT_EQ(widget->accessibleName().toStdString(), c->kind == ControlKind::Label ? "" : SpokenName(*c));
   }
   for (const QGroupBox* group : bound.form()->findChildren<QGroupBox*>())
@@ -190,7 +190,7 @@ TEST_P(FormTest, TheTabKeyReachesEachControl) {
   }
 }
 
-/// In a group, what stands above or to the left comes first.
+/// In a group, the widget above or to the left comes first.
 TEST_P(FormTest, TheTabKeyGoesInReadingOrder) {
   const BoundForm bound(GetParam());
   bound.form()->resize(bound.form()->sizeHint());

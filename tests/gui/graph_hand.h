@@ -24,7 +24,7 @@ inline void DragOver(GraphView& view, QPoint from, QPoint to, Qt::KeyboardModifi
   QTest::mouseRelease(&view, Qt::LeftButton, keys, to);
 }
 
-/// Draws the model as it is now, as the windows do when an event has ended.
+/// Draws the present model, as the windows do at the end of an event.
 inline void DrawNow(GraphView& view) {
   view.Refresh();
   QApplication::processEvents();

@@ -1,4 +1,4 @@
-// The mouse on a graph: events and places that its callback hears of. Runs at several scale factors.
+// The mouse on a graph: events and places that its callback gets. Runs at several scale factors.
 #include "gui/graph_mouse.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What is said of a graph, and the limits that it is drawn with.
+// The spoken description of a graph, and its drawn limits.
 #include "gui/graph_style.h"
 
 #include <gtest/gtest.h>

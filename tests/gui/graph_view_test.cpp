@@ -21,7 +21,7 @@
 namespace sondera {
 namespace {
 
-/// Texts that Qt and the plot library have to say.
+/// Messages of Qt and the plot library.
 std::string warnings;
 void Listen(QtMsgType, const QMessageLogContext&, const QString& text) {
   // The screen in memory has no window manager and says so.

@@ -1,4 +1,4 @@
-// The manual as a window: its texts are there, each link leads to a place, search and keys work.
+// The manual as a window: its texts exist, each link has a target, search and keys work.
 #include "gui/help_window.h"
 
 #include <gtest/gtest.h>
@@ -94,7 +94,7 @@ TEST(HelpWindow, APressedLinkOpensItsPageAtItsHeadingAndBackReturns) {
   window.show();
   Q_EMIT window.text().anchorClicked(QUrl("script.md#words"));
   EXPECT_EQ(window.text().source(), QUrl("qrc:/docs/script.md#words"));
-  // The heading stands at the top of the view.
+  // The heading is at the top of the view.
   const QTextCursor top = window.text().cursorForPosition(QPoint(30, 30));
   EXPECT_NEAR(
       top.blockNumber(),

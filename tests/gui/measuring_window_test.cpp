@@ -1,4 +1,4 @@
-// A measuring run in front of a person: preview, pause, stop, and a window that is closed in the middle.
+// A measuring run at a window: preview, pause, stop, and a window that is closed during the run.
 #include <cmath>
 
 #include "acquisition/acquisition_state.h"

@@ -74,7 +74,7 @@ TEST_F(PanelWindowTest, EnterTakesTheFieldAndThenTheButtonThatTheFormNames) {
 
   field->selectAll();
   QTest::keyClicks(field, "abc");
-  QTest::keyClick(field, Qt::Key_Return);  // no number: nothing goes on with the former one unseen
+  QTest::keyClick(field, Qt::Key_Return);  // not a number: no action may silently use the former one
   EXPECT_EQ(GetCtrlVal(dsp_mscale::DSP_XMIN), 2.5);
   EXPECT_EQ(pressed, 1);
 }

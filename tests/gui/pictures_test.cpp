@@ -84,7 +84,7 @@ class Pictures : public testing::AppTest {
     }
   }
 
-  /// Takes the picture and looks whether there is something on it.
+  /// Takes the picture and checks that it is not empty.
   void Take(QWidget* window, const QString& name) {
     ASSERT_TRUE(window) << name.toStdString();
     Settle();

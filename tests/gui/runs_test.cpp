@@ -1,4 +1,4 @@
-// Runs watched by a person: no second run, Halt, a close request, and nothing else that could be changed.
+// Runs at the windows: no second run, Halt, a close request, and no other changes.
 #include <QElapsedTimer>
 #include <QLineEdit>
 
@@ -13,7 +13,7 @@
 namespace sondera {
 namespace {
 
-/// A run as the program has them: it holds a lock, polls, and ends by a halt.
+/// A run in the program's way: it holds a lock, polls, and ends by a halt.
 struct FakeRun {
   int runs = 0;
   int milliseconds = 300;
@@ -61,7 +61,7 @@ class WindowRuns : public test::WindowSession {
   }
 };
 
-/// A click as the window system delivers it: behind what waits already.
+/// A click as the window system delivers it: after the waiting events.
 void QueueClick(QWidget* widget) {
   const QPointF at = widget->rect().center();
   const QPointF global = widget->mapToGlobal(at);

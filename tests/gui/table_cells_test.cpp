@@ -1,4 +1,4 @@
-// Cells of a table: short to look at, whole in the editor and in a copy.
+// Cells of a table: short when displayed, with all digits in the editor and in a copy.
 #include <gtest/gtest.h>
 
 #include <QAction>

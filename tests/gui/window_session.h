@@ -47,7 +47,7 @@ class WindowSession : public ::testing::Test {
     ResetProgramState();
   }
 
-  /// Opens the windows and runs the steps; afterwards the program is told to quit, unless a step has.
+  /// Opens the windows and runs the steps; then ends the program, unless a step has done so.
   int Run(const std::function<void()>& steps) {
     QTimer::singleShot(0, qApp, [&] {
       EXPECT_TRUE(QTest::qWaitForWindowActive(MainWindowWidget()));

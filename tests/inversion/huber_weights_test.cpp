@@ -1,4 +1,4 @@
-// Tests of the Huber weights: the formulas, and that a wrong point does not carry the profile away.
+// Tests of the Huber weights: the formulas, and that a wrong point does not dominate the profile.
 #include "inversion/huber_weights.h"
 
 #include <gtest/gtest.h>
@@ -52,7 +52,7 @@ TEST_F(HuberRun, WrongPointDoesNotCarryTheProfileAway) {
   ASSERT_EQ(RunIterations(8), 0) << Messages();
   EXPECT_GT(plain, 0.05);
   EXPECT_LT(WorstLayer(8), 0.5 * plain);
-  for (int i = 1; i <= kPoints; ++i)  // the deviations themselves stay: chi is told with them
+  for (int i = 1; i <= kPoints; ++i)  // the deviations themselves stay: chi is computed with them
     EXPECT_NEAR(run.observations.Cd.diag(i), std::pow(0.05 * run.observations.runVel[i], 2), 1e-9);
 }
 

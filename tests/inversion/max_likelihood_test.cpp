@@ -14,7 +14,7 @@ namespace {
 
 class FS_MaxLiklihoodTest : public UpdateTest {
  protected:
-  /// Runs the update and holds everything that it leaves against the plain solution. The bounds are far off.
+  /// Runs the update and compares all its results with the plain solution. The bounds are far away.
   void ExpectPlainUpdate() {
     const plain::Problem problem = Plain();
     const plain::Update expected = plain::Solve(problem);
@@ -32,7 +32,7 @@ class FS_MaxLiklihoodTest : public UpdateTest {
     ExpectLayersOfModel(formerH, formerVs);
   }
 
-  /// The layers follow the parameters; what is no parameter is as it was before the update.
+  /// The layers follow the parameters; all other values are those from before the update.
   void ExpectLayersOfModel(const OffsetVector<double>& formerH, const OffsetVector<double>& formerVs) {
     for (int l = 1; l <= run.ground.nLayersCur; ++l) {
       const int pH = run.parameters.MapEntry(kQuantityH, l), pVs = run.parameters.MapEntry(kQuantityVs, l);
@@ -304,7 +304,7 @@ TEST_F(FS_MaxLiklihoodTest, RowWithoutVelocityOrWithoutDeviationDropsOutForGood)
 
 TEST_F(FS_MaxLiklihoodTest, DifferencesAreTakenByComputedVelocityNotByFlag) {
   // Row 2 failed in an earlier iteration and has a velocity again: it is in the differences and not in the
-  // rows, so that all later differences stand one row lower, and the last finds no place.
+  // rows, so all later differences are shifted by one row, and the last has no row.
   Start(3, 6);
   Randomize(32);
   run.observations.iNoVelocity[2] = 1;

@@ -1,5 +1,5 @@
-// Inversions of random settings, sound and senseless ones: every run ends, a run that fails says why, and
-// what it stores are numbers.
+// Inversions with random settings, valid and invalid ones: every run ends, a run that fails says why, and its
+// stored results are finite.
 #include <cmath>
 #include <iostream>
 #include <limits>

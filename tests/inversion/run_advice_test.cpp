@@ -1,4 +1,4 @@
-// Tests of the line that tells how an inversion went, and of the advice at its end.
+// Tests of the line that summarises an inversion, and of the advice at its end.
 #include "inversion/run_advice.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +87,7 @@ TEST_F(RunAdviceTest, LayersThatTheDataHardlySeeAreNamed) {
   EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
   InvParam.resolution(1, 2) = 0.0;
   EXPECT_EQ(RunAdvice(), "layers 2, 3 have a resolution below 0.3");
-  run.parameters.MapEntry(kQuantityVs, 3) = 0;  // fixed: not the data's doing
+  run.parameters.MapEntry(kQuantityVs, 3) = 0;  // fixed: the data have no influence
   EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
 }
 

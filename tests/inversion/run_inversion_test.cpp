@@ -1,5 +1,5 @@
-// Tests of whole inversions: what an iteration leaves in records, lists and files, how a run ends, and what
-// it does with curves and settings that make no sense.
+// Tests of whole inversions: results of an iteration in records, lists and files, the end of a run, and
+// invalid curves and settings.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -39,7 +39,7 @@ class FS_RunIAnalTest : public RunCase {
     };
   }
 
-  /// No number that is stored for an iteration in the list is an infinity or not a number.
+  /// All stored numbers of a listed iteration are finite.
   void ExpectFiniteResults() const {
     for (int k = 0; k < Listed(); ++k) {
       EXPECT_TRUE(std::isfinite(InvParam.rms[k])) << k;
@@ -261,7 +261,7 @@ TEST_F(FS_RunIAnalTest, InterruptOfTheTerminalHaltsToo) {
   EXPECT_EQ(Listed(), 2);
 }
 
-/// What was finished can be read in the temporary files; the result files are those of the run before.
+/// Finished results can be read in the temporary files; the result files are those of the run before.
 TEST_F(FS_RunIAnalTest, KilledProcessLeavesTheFormerFilesAndWholeBlocksBesideThem) {
   for (const int poll : {20, 15 * 8 + 3, 15 * 12, 15 * 16 + 1}) {
     SetKnownSite();
@@ -338,10 +338,11 @@ TEST_F(FS_RunIAnalTest, RowOutsideTheScanOfTheStartingModelStaysOutWhenTheModelH
   EXPECT_EQ(run.observations.iNoVelocity[15], 1);
   EXPECT_EQ(run.observations.iNoVelocity[1], 0);
   EXPECT_LT(run.update.GActive.rows(), 15);
-  EXPECT_EQ(SweepReport(), "");  // nothing stands behind the lost points
+  EXPECT_EQ(SweepReport(), "");  // there are no points after the lost ones
 }
 
-/// Its row is out in residuals and sensitivities alike: the points behind it keep their own measured values.
+/// Its row is left out in residuals and sensitivities alike: the points after it keep their own measured
+/// values.
 TEST_F(FS_RunIAnalTest, LostPointThatIsFoundAgainMovesNoOtherPoint) {
   std::vector<LayerRow> heavier = kTruth;
   heavier[2].density = 2.0;
@@ -374,8 +375,8 @@ TEST_F(FS_RunIAnalTest, DataWithoutDeviationEndWithTheWarning) {
   EXPECT_EQ(Listed(), 1);  // the starting model has been evaluated
 }
 
-/// Kept: the correction of the data-space form is measured from the prior model and taken from the present
-/// one. The two are the same in the first iteration only; afterwards the model drifts on past the fit.
+/// Kept: the correction of the data-space form is computed relative to the prior model and subtracted from
+/// the present one. The two are equal in the first iteration only; afterwards the model moves beyond the fit.
 TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwards) {
   std::vector<LayerRow> layers;
   for (int l = 0; l < 9; ++l) layers.push_back({1.0, 0.0, 150.0, 1.8, 0.33, 0.02});
@@ -392,7 +393,7 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
   EXPECT_EQ(SweepReport(), note);
   EXPECT_TRUE(GetCtrlVal(exdthd::STATUSMSG).find(note) != std::string::npos) << GetCtrlVal(exdthd::STATUSMSG);
 
-  ASSERT_EQ(RunIterations(1), 0);  // nothing to tell of the first one
+  ASSERT_EQ(RunIterations(1), 0);  // no note for the first one
   EXPECT_EQ(SweepReport(), "");
   ExpectFiniteResults();
 }
@@ -432,7 +433,7 @@ TEST_F(FS_RunIAnalTest, OfAllButtonsOnlyHaltAnswersDuringARun) {
   EXPECT_EQ(RunIterations(1), 0);
   EXPECT_EQ(pressed, 1);
   EXPECT_EQ(OnlyMessage(), "An analysis is running. Please halt it first.");
-  EXPECT_EQ(Commit(exdthd::RUN_FMODEL), 0);  // no callback here: nothing refuses it any more
+  EXPECT_EQ(Commit(exdthd::RUN_FMODEL), 0);  // no callback here: nothing refuses it
 }
 
 TEST_F(FS_RunIAnalTest, HaltFromBeforeIsForgotten) {
@@ -441,7 +442,7 @@ TEST_F(FS_RunIAnalTest, HaltFromBeforeIsForgotten) {
   EXPECT_EQ(RunIterations(1), 0);
 }
 
-// --- Curves that make no sense ---
+// --- invalid curves ---
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -492,16 +493,16 @@ TEST_F(FS_RunIAnalTest, HostileLayersAndSettingsGiveAMessageOrFiniteResults) {
     double ufVs, minVs, maxVs, ufVph, Vs, thickness, nu;
   };
   const Setting settings[] = {
-      {0.0, 10, 1e5, 0.05, 180, 2, 0.33},     // no freedom at all
+      {0.0, 10, 1e5, 0.05, 180, 2, 0.33},     // no free parameter
       {-0.1, 10, 1e5, 0.05, 180, 2, 0.33},    // no prior
       {0.3, 300, 400, 0.05, 180, 2, 0.33},    // starts below its bounds
       {0.3, 10, 100, 0.05, 180, 2, 0.33},     // starts above them
-      {0.3, 180, 180, 0.05, 180, 2, 0.33},    // nowhere to go
-      {0.3, 500, 100, 0.05, 180, 2, 0.33},    // bounds the wrong way round
+      {0.3, 180, 180, 0.05, 180, 2, 0.33},    // no range to move
+      {0.3, 500, 100, 0.05, 180, 2, 0.33},    // bounds in the wrong order
       {kNaN, 10, 1e5, 0.05, 180, 2, 0.33},    //
       {0.3, kNaN, kNaN, 0.05, 180, 2, 0.33},  //
       {0.3, 10, 1e5, kNaN, 180, 2, 0.33},     //
-      {0.3, 10, 1e5, 1e-12, 180, 2, 0.33},    // data trusted beyond all measure
+      {0.3, 10, 1e5, 1e-12, 180, 2, 0.33},    // far too small deviations
       {1e9, 10, 1e5, 0.05, 180, 2, 0.33},     //
       {0.3, 10, 1e5, 0.05, 0, 2, 0.33},       //
       {0.3, 10, 1e5, 0.05, 180, 0, 0.33},     //

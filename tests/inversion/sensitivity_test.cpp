@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "forward/plane_wave.h"
-#include "forward/rayleigh_modes.cpp"  // the second route to phase velocities
+#include "forward/rayleigh_modes.cpp"  // the independent method for phase velocities
 #include "runtime/catalogue/meassetup.h"
 #include "runtime/events.h"
 #include "support/kernel_fixture.h"
@@ -78,7 +78,7 @@ class FS_GmatrixTest : public KernelTest {
   int polls = 0;
 };
 
-// --- Truths ---
+// --- exact relations ---
 
 TEST_F(FS_GmatrixTest, HalfSpaceHasVelocityOverVsAtEveryWavelength) {
   Start({{5.0, 0.0, 180.0, 1.9, 0.3, 0.0}}, 1, {1.0, 5.0, 30.0});

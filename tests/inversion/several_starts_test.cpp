@@ -1,5 +1,5 @@
-// Tests of the inversion from several starts: the spread of the profiles, and that the run itself stays as it
-// is.
+// Tests of the inversion from several starts: the spread of the profiles, and that the run itself does not
+// change.
 #include "inversion/several_starts.h"
 
 #include <gtest/gtest.h>

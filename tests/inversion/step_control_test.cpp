@@ -1,4 +1,4 @@
-// Tests of the step control: which step is good, how it is halved, and what a refused trial leaves.
+// Tests of the step control: the criterion for a step, the halving, and the state after a refused trial.
 #include "inversion/step_control.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ TEST_F(StepIsGoodTest, WhereChiFallsOrStays) {
 }
 
 TEST_F(StepIsGoodTest, RowsOfOneModelAloneDoNotCount) {
-  before[3] += 9.0;  // lost: its misfit does not excuse the other one
+  before[3] += 9.0;  // lost: its misfit does not compensate the other one
   after[3] = 0.0;
   after[4] += 1.0;
   EXPECT_FALSE(Good());
@@ -107,7 +107,7 @@ TEST_F(EvaluateControlledTest, GoodStepIsTaken) {
 
 TEST_F(EvaluateControlledTest, StepThatGoesTooFarIsHalved) {
   Begin();
-  MoveTo({80.0, 180.0, 340.0});  // twice the way to the ground
+  MoveTo({80.0, 180.0, 340.0});  // twice as far as the ground
   EXPECT_TRUE(EvaluateControlled(run, from, e, false, boxes));
   EXPECT_EQ(run.parameters.rModel[1], 130.0);
   EXPECT_EQ(run.ground.layerVs[1], 130.0);
@@ -153,8 +153,7 @@ TEST_F(EvaluateControlledTest, FlagsOfARefusedTrialAreTakenBack) {
 
 class StepControlRun : public KnownSite {};
 
-/// Thin layers on a curve with wiggles, and steps that are allowed to be long: the plain iteration
-/// overshoots.
+/// Thin layers on a curve with wiggles, and long allowed steps: the plain iteration overshoots.
 TEST_F(StepControlRun, ChiNeverRises) {
   const auto chi = [this](double start, int control) {
     SetSite();

@@ -1,15 +1,15 @@
-// Inversions of curves of known ground: what comes out against what went in, without noise and with it.
+// Inversions of curves of known ground: results compared with the ground, without noise and with it.
 //
-// Choices that the results depend on. The prior factor of Vs is 0.5: an iteration may then move a layer by
-// half its velocity, so that a uniform start far from the truth is left within a few iterations, and the
-// deviations of the prior, not small ones, decide what counts as resolved. Data deviations are 3 % of the
-// velocities, which is what the noise has. Density and Poisson's ratio are those of the truth and stay.
+// Choices that affect the results. The prior factor of Vs is 0.5: an iteration may then change a layer by
+// half its velocity, so the result becomes independent of a uniform start within a few iterations, and the
+// deviations of the prior decide which layers count as resolved. Data deviations are 3 % of the velocities,
+// equal to the noise. Density and Poisson's ratio are the true ones and stay.
 //
-// Kept: an update measures its prior deviation from the model that it starts from, so that iterations
-// together are damped less than the band of the last one says. With layers that the data tell apart this does
-// not show (six layers below: some 94 % of resolved layers within two deviations, nominally 95 %). With more
-// layers than that the band is too narrow, and the more so the longer the iteration goes on: eight layers
-// gave 93 % after three iterations and 81 % after ten.
+// Kept: an update computes its prior deviation relative to its own start model, so several iterations
+// together are damped less than the band of the last one suggests. With layers that the data resolve this
+// does not show (six layers below: some 94 % of resolved layers within two deviations, nominally 95 %). With
+// more layers the band is too narrow, and more so after more iterations: eight layers gave 93 % after three
+// iterations and 81 % after ten.
 #include <algorithm>
 #include <cmath>
 #include <iostream>

@@ -306,7 +306,7 @@ TEST_F(UpdateBounds, AllParametersOnOneBoundAreATrapInOneCall) {
   std::string printed;
   EXPECT_EQ(CallPrinting(printed), -1);
   EXPECT_EQ(run.course.iTrapCount, 3);
-  // With two of them the clamp holds both and the run goes on.
+  // With two of them the clamp holds both and the run continues.
   StartPlain(2, 1, {5.0, 5.0});
   frontEnd.messages.clear();
   for (int p = 1; p <= 2; ++p) run.parameters.rModel[p] = run.parameters.rModelPrior[p] = 100.0;

@@ -1,4 +1,4 @@
-// Tests of the text files that lay an update open: their names, formats and contents.
+// Tests of the text files of an update for debugging: their names, formats and contents.
 #include "inversion/update_dump.h"
 
 #include <gtest/gtest.h>

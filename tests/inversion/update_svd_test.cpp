@@ -1,5 +1,5 @@
-// Tests of the truncated solve: against eigenvectors by Jacobi rotations, its way of dropping singular values
-// and loosening its limit, its lines, and its end.
+// Tests of the truncated solve: compared with eigenvectors by Jacobi rotations; how it drops singular values
+// and changes its limit, its output, and its end.
 #include <unistd.h>
 
 #include <cmath>

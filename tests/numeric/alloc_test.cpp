@@ -9,7 +9,7 @@
 #include "numeric/nrerror.h"
 #include "support/popup_recorder.h"
 
-// Lets a hopeless allocation return null under the address sanitizer too, as it does without.
+// Makes an impossible allocation return null under the address sanitizer too, as it does without.
 extern "C" const char* __asan_default_options() {
   return "allocator_may_return_null=1";
 }
@@ -46,7 +46,7 @@ TEST(Ivector, IsZeroAndFreed) {
   for (int i = 0; i <= 3; ++i) EXPECT_EQ(v[i], 0);
   free_ivector(v, 0);
   EXPECT_TRUE(v.empty());
-  free_ivector(v, 0);  // twice does no harm
+  free_ivector(v, 0);  // a second call is harmless
 }
 
 TEST(Dcvector, IsZeroAndFreed) {
@@ -59,7 +59,7 @@ TEST(Dcvector, IsZeroAndFreed) {
   EXPECT_TRUE(v.empty());
 }
 
-// The first values of a matrix are nobody's business; each element has a place of its own.
+// The initial values of a matrix are unspecified; each element has its own place.
 template <class T, class Make>
 void ExpectEveryElementItsOwnPlace(Make make, T (*value)(int, int)) {
   OffsetMatrix<T> m = make(-1, 2, 3, 6);

@@ -40,7 +40,7 @@ class Numbers {
   std::uniform_int_distribution<int> exponent_{-40, 40};
 };
 
-// What the child process prints has to go where the death test looks.
+// The child process must print where the death test reads.
 void ZdivWithOutputOnStderr(dcomplex a, dcomplex b) {
   dup2(STDERR_FILENO, STDOUT_FILENO);
   dcomplex r;

@@ -1,4 +1,4 @@
-// Tests of the end of the process from inside a routine: the last step comes first, once.
+// Tests of the end of the process from inside a routine: the last step runs first, once.
 #include "numeric/process_end.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Round numbers: the worked values of each rule, and inputs that would run away.
+// Round numbers: the worked values of each rule, and extreme inputs.
 #include "numeric/scale_arithmetic.h"
 
 #include <gtest/gtest.h>

@@ -209,8 +209,8 @@ TEST(FSSvdcmp, RotationOfTwoZerosGivesNotANumbers) {
   EXPECT_EQ(popups.shown.size(), 1u);  // it never converges
 }
 
-// Elements whose squares are about as small as numbers get: the shift is lost in underflow, and the sweeps do
-// not come to an end.
+// Elements whose squares are near the smallest numbers: the shift is lost in underflow, and the sweeps do not
+// converge.
 Matrix StubbornMatrix() {
   const double scale = 3e-163;
   Matrix a(2, 2);

@@ -1,5 +1,5 @@
-// Tests of what is installed: the files of the package, put into a folder of the test's own, and what a desktop, man and
-// bash make of them. Checkers that are not there are told as skipped.
+// Tests of the installed files: the files of the package, put into a folder of the test, checked with the
+// tools of desktop, man and bash. Where a tool is missing, its test is reported as skipped.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -196,7 +196,7 @@ TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
 
   const std::string control = test::RunTool("dpkg-deb -I " + deb).output;
   EXPECT_THAT(control, HasSubstr("Section: science\n"));
-  EXPECT_THAT(control, HasSubstr("libfftw3-double3"));  // found in the program, not written down
+  EXPECT_THAT(control, HasSubstr("libfftw3-double3"));  // found in the program, not written down here
   EXPECT_EQ(control.find("qt6-qpa-plugins") != std::string::npos, kWindows);
   for (const char* script : {"preinst", "postinst", "prerm", "postrm"})
     EXPECT_THAT(control, Not(HasSubstr(script)));

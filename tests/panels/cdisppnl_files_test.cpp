@@ -1,5 +1,5 @@
-// The buttons that write the representative curves: names, questions and failures. What the files hold is in
-// signal/rep_curve_files_test.cpp.
+// The buttons that write the representative curves: names, questions and failures. The contents of the files
+// are tested in signal/rep_curve_files_test.cpp.
 #include "panels/cdisppnl_files.h"
 
 #include <gmock/gmock.h>
@@ -36,7 +36,7 @@ int PressSaveRED(Event event = Event::Commit) {
 
 class RepCurveButtons : public testing::RepCurveTest {
  protected:
-  /// Lays out the answer of the next file dialog.
+  /// Prepares the answer of the next file dialog.
   std::string Choose(const char* name, FileAnswer answer = FileAnswer::IsNew) {
     const std::string path = folder.File(name);
     frontEnd.fileAnswers.push_back({answer, path});

@@ -87,7 +87,7 @@ TEST_F(RepCurvePanel, TheButtonShowsThePanelWithChannelsCountedFromOne) {
   EXPECT_TRUE(IsPanelShown(Panel::CDISPPNL));
   EXPECT_THAT(Labels(), ElementsAre("m1[2:3]", "m1[1:2]"));
   Open();
-  EXPECT_EQ(Labels().size(), 2u);  // the list is made afresh
+  EXPECT_EQ(Labels().size(), 2u);  // the list is made again
 }
 
 TEST_F(RepCurvePanel, TheMenuItemShowsThePanelWithChannelsCountedFromZero) {
@@ -147,7 +147,7 @@ TEST_F(RepCurvePanel, TermsOutsideTheirLimitsAreRefused) {
 
 TEST_F(RepCurvePanel, APairThatIsGoneFromTheListOfPairsIsNotMistakenForAnother) {
   Open();
-  MeasDB.pMeasList.remove(1);  // positions move up: the first item now stands for `excluded`
+  MeasDB.pMeasList.remove(1);  // positions decrease: the first item now refers to `excluded`
   EXPECT_EQ(EnterOrder(7), 0);
   EXPECT_EQ(excluded->polyOrderA, 0);
   EXPECT_EQ(last->polyOrderA, 5);

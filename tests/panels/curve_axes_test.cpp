@@ -1,4 +1,4 @@
-// Axis dialogs of the curve pages and of the traces: what they show, what OK takes, and entries that are no limits.
+// Axis dialogs of the curve pages and of the traces: displayed values, the effect of OK, and invalid limits.
 #include "panels/curve_axes.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// The results page as a whole: its faces, lists of curves, looks, and both graphs after a press.
+// The results page: its two forms, lists of curves, markers and colours, and both graphs after a press.
 #include "panels/exdthd.h"
 
 #include "app/script_fixture.h"

@@ -128,7 +128,7 @@ class ParameterFile : public testing::SessionTest {
     EXPECT_EQ(SaveFModelParam(path), 0);
     return ReadWhole(path);
   }
-  /// The text is refused and leaves no trace.
+  /// The text is refused and changes nothing.
   void ExpectRefused(const std::string& text, const std::string& what) {
     FModelParam = GoldenRecord();
     FModelParam.Vs[0] = 77.0;

@@ -117,7 +117,7 @@ TEST_F(PerformInvAnal, BeginsFromTheSelectedStartingProfileAndTheGivenModelStays
   EXPECT_EQ(VsOf(FModelParam), kStartVs);
   EXPECT_EQ(VsOnPanel(), kStartVs);
   EXPECT_EQ(GetLabelFromIndex(inversion::INV_SMP, 0), "Given Model P.");
-  // So the next run, on the first item of the list as this one has left it, is one from the given model.
+  // So the next run, on the first item of the list as left by this one, starts from the given model.
   EXPECT_EQ(GetCtrlVal(inversion::INV_SMP), 0);
   ASSERT_EQ(Perform(), 0) << Messages();
   EXPECT_EQ(EntryVs(0), kStartVs);
@@ -139,7 +139,7 @@ TEST_F(PerformInvAnal, BeginsFromTheSelectedIteration) {
 TEST_F(PerformInvAnal, TheIterationToBeginFromSurvivesMoreIterationsThanTheRecordHeld) {
   ASSERT_EQ(Perform(), 0) << Messages();
   const std::vector<double> first = EntryVs(1);
-  InvParam.nEntries = 60;  // wanted by a start that came to nothing
+  InvParam.nEntries = 60;  // wanted by a start that failed
   SetCtrlVal(inversion::INV_SMP, 1);
   ASSERT_EQ(Perform(), 0) << Messages();
   EXPECT_EQ(EntryVs(0), first);

@@ -1,5 +1,5 @@
-// Tests of the panel of the inversion: the first use, settings both ways, which controls are live, opening
-// and closing.
+// Tests of the panel of the inversion: the first use, settings in both directions, which controls are
+// enabled, opening and closing.
 #include <gtest/gtest.h>
 
 #include <climits>

@@ -1,4 +1,4 @@
-// The panels of the impulse response filtration: what they show, what they take, and each refusal by its
+// The panels of the impulse response filtration: displayed values, stored values, and each refusal by its
 // text.
 #include "panels/irfsetpnl.h"
 
@@ -221,7 +221,7 @@ TEST_F(IRFsetupOk, WrongOrderOfBackboneVelocitiesIsRefused) {
   const PMeasInfo* pair = MakePair();
   const WindowFour bb = pair->bbT;
   SetBbV(800, 900, 120, 110);
-  SetSmV(1, 2, 3, 4);  // wrong as well, but the backbone set is looked at first
+  SetSmV(1, 2, 3, 4);  // wrong as well, but the backbone set is checked first
   EXPECT_EQ(PressOk(), -1);
   EXPECT_EQ(OnlyMessage(), "Need to be BBV4 < BBV3 < BBV2 < BBT1 !!!");
   EXPECT_EQ(frontEnd.messageTitles[0], session.appTitle);
@@ -263,7 +263,7 @@ TEST_F(IRFsetupOk, VelocityOfZeroOrLessStandsForNoDelay) {
   SetBbV(800, 700, 120, 110);
   SetSmV(400, 300, 90, -70);
   EXPECT_EQ(PressOk(), 0);
-  EXPECT_EQ(pair->enT[4], 0.3333);  // a fourth time of 0 means not set, so the window is made anew
+  EXPECT_EQ(pair->enT[4], 0.3333);  // a fourth time of 0 means not set, so the window is computed again
 }
 
 TEST_F(IRFsetupOk, LowPassDerivesTheLastTimesAndShowsTheEnhancedOnes) {
@@ -365,7 +365,7 @@ TEST_F(IRFApply, LowPassShowsTheDerivedTimesInItsOwnPanel) {
   EXPECT_EQ(GetCtrlVal(irfsetpnl2::SMIRF_T4), kTotal - 0.01);
 }
 
-// --- Apply of times as they stand ---
+// --- Apply of the present times ---
 
 TEST_F(UpdateIrfParam, TakesTimesAndModeWithoutATestAndShowsVelocities) {
   PMeasInfo* pair = MakePair();
@@ -397,7 +397,7 @@ TEST_F(UpdateIrfParam, FourthVelocityIsGuardedByTheThirdTime) {
 TEST_F(UpdateIrfParam, WorksOnThePairThatThePanelShows) {
   PMeasInfo* shown = MakePair(0, 1);
   RefreshIRFwindow(Panel::SASW);
-  SelectPair(m, 1, 2);  // the page has moved on
+  SelectPair(m, 1, 2);  // the page shows another pair now
   PMeasInfo* other = MakePair(1, 2);
   const WindowFour otherTimes = other->enT;
   SetSmT(0.01, 0.02, 0.05, 0.06);

@@ -1,5 +1,4 @@
-// The import dialog: rows and labels, what is checked before a file is read, what a session looks like
-// afterwards.
+// The import dialog: rows and labels, the checks before a file is read, and the session afterwards.
 #include "panels/loadtxdata.h"
 
 #include <limits>

@@ -1,4 +1,5 @@
-// Menu "Plot to PostScript File": what is asked and said, and that nothing is lost when a file cannot be written.
+// Menu "Plot to PostScript File": questions and messages, and that nothing is lost when a file cannot be
+// written.
 #include "panels/mainmenu_plot.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What panels remember between two events ends with the session.
+// The state of panels/ between two events ends with the session.
 #include "panels/panels_state.h"
 
 #include "panels/hmsetup.h"

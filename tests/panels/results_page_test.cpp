@@ -57,7 +57,7 @@ TEST_F(HaltProcess, YesAsksForTheHaltAndNoTakesItBack) {
 
 TEST_F(HaltProcess, NoLeavesAHaltThatHasEndedARun) {
   frontEnd.confirmAnswers = {false};
-  NoteHalt();  // by the poll of a run, which took the request back
+  NoteHalt();  // by the poll of a run, which reset the request
   HaltProcessCallback(Panel::EXDTHD, &HALT, Event::Commit, 0);
   EXPECT_TRUE(PressHalted());
 }

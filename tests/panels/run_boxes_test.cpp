@@ -1,4 +1,4 @@
-// Tests of a run's boxes: share done and time left behind the text, and the poll for a halt.
+// Tests of a run's boxes: share done and time left after the text, and the poll for a halt.
 #include "panels/run_boxes.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-// The automatic masks on measured records (support/field_data.h): every pair of both sites, imported as a
-// person does it, masked by the button, the curve calculated by the button, all questions answered No. The
-// chapter of the manual on automatic masks tells the outcome in a table; the table is read here and held
-// against the run.
+// The automatic masks on measured records (support/field_data.h): every pair of both sites, imported in a
+// person's steps, masked by the button, the curve calculated by the button, all questions answered No. The
+// chapter of the manual on automatic masks has a table of the results; this test reads the table and compares
+// it with the run.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -26,7 +26,7 @@ struct Ratios {
   double median = 0.0, low = 0.0, high = 0.0;  // to the site curve; tenth and ninetieth per cent
 };
 
-/// What came of one pair: the cells of its row.
+/// Results of one pair: the cells of its row.
 struct Outcome {
   std::string site, pair;
   double spacing = 0.0;

@@ -40,7 +40,8 @@ class AutoMaskingTest : public PairTest {
     const double u = (f - at) / 45.0;
     return std::exp(-u * u);
   }
-  /// Weak late energy at 485 Hz, so that what the window removes is known and not the rounding of transforms.
+  /// Weak late energy at 485 Hz, so that the removed energy is known and is not just rounding of the
+  /// transforms.
   static std::complex<double> Late(double f) {
     std::complex<double> sum = 0.0;
     for (int i = 600; i < 800; ++i) {

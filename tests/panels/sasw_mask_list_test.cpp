@@ -1,5 +1,5 @@
-// The list of masks behind the buttons, its refusals letter for letter. Random lists are held against a
-// reference that is written straight from the rules, on plain vectors.
+// The list of masks behind the buttons, its refusals letter for letter. Random lists are compared with a
+// reference that follows the rules directly, on plain vectors.
 #include "panels/sasw_mask_list.h"
 
 #include <algorithm>

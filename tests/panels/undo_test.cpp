@@ -1,4 +1,4 @@
-// Undo and Redo: each step and back again gives the bytes of before, and nothing else is taken back.
+// Undo and Redo: undoing and redoing each step gives the same bytes, and nothing else changes.
 #include "panels/undo.h"
 
 #include "app/script_fixture.h"

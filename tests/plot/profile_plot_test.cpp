@@ -1,5 +1,5 @@
-// The graph beside the curves of the results page: stairs with their band, resolution, errors; and what a damaged or
-// empty record does to it.
+// The graph beside the curves of the results page: profile with its band, resolution, errors; also for
+// damaged or empty records.
 #include "plot/profile_plot.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// The curves of the results page: which are drawn, by which quantities, with which looks.
+// The curves of the results page: which are drawn, with which quantities, markers and colours.
 #include "plot/results_plot.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// A trace without its page: what a view asks for is on the graph, over the right axis.
+// A trace without its page: the requested data are on the graph, over the right axis.
 #include "plot/trace_plot.h"
 
 #include <gmock/gmock.h>

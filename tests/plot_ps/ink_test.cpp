@@ -1,4 +1,4 @@
-// Grey, width, dash, colour, and that no line gets its ink twice.
+// Grey, width, dash, colour, and that no line is stroked twice.
 #include "plot_ps/ink.h"
 
 #include <gtest/gtest.h>
@@ -80,7 +80,7 @@ TEST_F(Ink, Colours) {
 TEST_F(Ink, APathThatHasItsInkIsLeftBehind) {
   EXPECT_EQ(Drawn([] {
               p_depl(5.0f, 5.0f, absoluteDraw);
-              ps_line_width(1.0f);  // pending: its ink
+              ps_line_width(1.0f);  // pending: stroked now
               ps_line_width(2.0f);  // done: replaced
               ps_line_width(3.0f);  // nothing there
               p_depl(6.0f, 6.0f, absoluteDraw);

@@ -1,4 +1,4 @@
-// Perspective against the formula, and against a camera written with vectors.
+// Perspective compared with the formula, and with a camera written with vectors.
 #include "plot_ps/perspective.h"
 
 #include <gtest/gtest.h>

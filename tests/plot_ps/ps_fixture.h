@@ -1,5 +1,5 @@
-// ps_fixture.h - start of every test of the PostScript library: fresh state, a folder, and short ways to the
-// bytes and marks that drawing leaves.
+// ps_fixture.h - start of every test of the PostScript library: fresh state, a folder, and short functions
+// for the bytes and marks of a drawing.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ class PsTest : public ::testing::Test {
   /// A whole document of one drawing, and its name; checked for its grammar.
   std::string FileOf(const Drawing& draw);
   std::string BytesOf(const Drawing& draw) { return test::ReadWhole(FileOf(draw)); }
-  /// The statements of a drawing alone, from behind the first origin to its last one.
+  /// Only the statements of a drawing, from after the first origin to its last one.
   std::string Drawn(const Drawing& draw);
   /// Marks of a drawing; fails the test when Ghostscript does. Skip without Ghostscript first.
   test::Trace Traced(const Drawing& draw);

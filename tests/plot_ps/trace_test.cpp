@@ -1,4 +1,5 @@
-// Random drawings: what Ghostscript paints against what was asked for, each line once, each area once.
+// Random drawings: the marks that Ghostscript paints are those that were requested, each line once, each area
+// once.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,8 +22,8 @@ int Rounded(double points) {
   return static_cast<int>(std::lround(points * 10.0));
 }
 
-/// The drawing as it should come out, by the plainest of models: an origin, a point, a list of marks. All in
-/// points, in whole tenths, so that nothing is rounded on the way.
+/// The expected drawing, by the simplest model: an origin, a point, a list of marks. All in points, in
+/// integer tenths, so that nothing is rounded in between.
 struct Model {
   std::multiset<Mark> marks;
   double originX = 0.0, originY = 0.0, x = 0.0, y = 0.0;
@@ -55,7 +56,7 @@ class RandomDrawing {
  public:
   explicit RandomDrawing(unsigned seed) : random_(seed) {}
 
-  /// Draws through the library and notes what must come of it.
+  /// Draws through the library and notes the expected marks.
   void Draw(int steps) {
     NewOrigin(28.3, 56.7);
     for (int i = 0; i < steps; ++i) Step();

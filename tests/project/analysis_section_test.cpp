@@ -25,8 +25,8 @@ ByteStream Mask(int key, double from) {
   return s.I(key).I(0).I(1).D(from).D(from + 5).I(2).I(3).I(4);
 }
 
-/// A pair record of two lines, with all its reals counting up. The cells of its maps follow the divisions
-/// that are given as `cells`, which a reader may see otherwise.
+/// A pair record of two lines, with all its reals counting up. The number of cells of its maps is given by
+/// `cells`; a reader may assume another number.
 ByteStream Pair(int key, int timeDiv, int freqDiv, int cells, int marker = 17) {
   ByteStream s;
   s.I(key).I(0).I(1);

@@ -1,4 +1,4 @@
-// Tests of the tables that leave a project: CSV, JSON, and curves and layers in the forms of other programs.
+// Tests of exported tables: CSV, JSON, and curves and layers in the formats of other programs.
 #include "project/export_tables.h"
 
 #include <gmock/gmock.h>
@@ -28,7 +28,7 @@ using ::testing::HasSubstr;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// A second reader of CSV, by the rules of the format alone.
+/// A second reader of CSV, written from the rules of the format only.
 std::vector<std::vector<std::string>> Rows(const std::string& text) {
   std::vector<std::vector<std::string>> rows(1, {""});
   bool quoted = false;

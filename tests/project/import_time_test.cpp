@@ -155,8 +155,8 @@ TEST_F(LoadTimeDataTest, AFirstFileThatIsNoRecordIsRefusedAndChangesNothing) {
   const char* texts[] = {"",
                          "0 1\n",
                          "0\n1\n2\n",
-                         "0 1\n0 2\n0 3\n",    // time stands still
-                         "1 1\n0.5 2\n0 3\n",  // time runs back
+                         "0 1\n0 2\n0 3\n",    // times are equal
+                         "1 1\n0.5 2\n0 3\n",  // times decrease
                          "t v\n0 1\n1 2\n",    // a title
                          "0 1\n0.1 nan\n0.2 3\n",
                          "0 1\n0.1 1e400\n0.2 3\n",
@@ -212,7 +212,7 @@ TEST_F(LoadTimeDataTest, ARefusalNamesFileLineAndCause) {
     for (const bool later : {false, true}) {
       frontEnd.messages.clear();
       EXPECT_EQ(later ? ImportTexts({good, c.text}) : ImportTexts({c.text, good}), -1) << c.text;
-      // A later file passes over a line without a value up to the length of the first.
+      // A later file skips lines without a value up to the length of the first.
       if (later && std::string(c.text).find("nothing") != std::string::npos) continue;
       EXPECT_EQ(OnlyMessageCause(), folder.File(later ? "r2" : "r1") + ", " + c.cause);
       EXPECT_FALSE(Has("new"));

@@ -11,7 +11,7 @@
 namespace sondera::testing {
 namespace {
 
-/// Bytes of a ".sms" as the database stands.
+/// Bytes of a ".sms" with the present database.
 ByteStream SmsBytes(const std::string& measID = {}) {
   ByteStream b;
   b.Count(MeasDB.idList.count());

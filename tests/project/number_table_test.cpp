@@ -112,9 +112,9 @@ TEST(ShotColumns, AllSeparatorsWithAndWithoutHeadersOneAndManyChannels) {
     for (bool header : {true, false})
       for (std::size_t channels : {1u, 24u})
         for (bool time : {true, false}) {
-          // Names with blanks in them need a separator that is none.
+          // With blanks in the names, the separator must be another character.
           if (header && form.separator[0] == ' ' && time) continue;
-          // A column alone has no semicolons that would tell a decimal comma from a separator.
+          // A single column has no semicolons to distinguish a decimal comma from a separator.
           if (form.decimalComma && channels == 1 && !time) continue;
           const std::string text = Columns(channels, form.separator, time, header, form.decimalComma);
           Shot shot;

@@ -28,7 +28,7 @@ namespace {
 using ::testing::AnyOf;
 using ::testing::HasSubstr;
 
-/// What the rest of the system may rely on, whatever was loaded.
+/// Conditions for the rest of the program, after any load.
 void ExpectSoundDatabase() {
   for (const IDInfo& id : MeasDB.idList) {
     EXPECT_NE(id.key, -1);
@@ -98,7 +98,7 @@ class Damage : public SessionTest {
     endOfAnalysis = endOfRaw + AnalysisBytes().bytes.size();
   }
 
-  /// Reads bytes as a project into an empty database; returns what was wrong.
+  /// Reads bytes as a project into an empty database; returns the problems.
   std::string Load(const std::string& bytes) {
     FreeMaskingInfoList();
     EmptyProjectLists();
@@ -122,7 +122,7 @@ class Damage : public SessionTest {
     return counter == 1 || counter == 2 || counter == 4;
   }
 
-  /// Saves and reads again: what was loaded from a damaged file makes a sound one.
+  /// Saves and reads again: the result of loading a damaged file is saved as a valid one.
   void ExpectSavesWhole() {
     std::string reason;
     const std::string path = folder.File("again.da");

@@ -37,8 +37,8 @@ class ProjectFile : public SessionTest {
  protected:
   void SetUp() override { StartEmptyProject(); }
 
-  /// A small project on disk under this name, with nothing that a load would tell; the database is left empty
-  /// behind it.
+  /// A small project on disk under this name, without any problems for a load; afterwards the database is
+  /// empty.
   std::string OnDisk(const char* name) {
     MakeSmallProject();
     HWSetup& hw = *MeasDB.hwSetupList.at(1);
@@ -63,7 +63,7 @@ class ProjectFile : public SessionTest {
     EXPECT_EQ(MeasDB.aDispList.count(), 0);
   }
 
-  /// All files but the lock, which stands there as long as the project is open.
+  /// All files except the lock, which exists as long as the project is open.
   std::vector<std::string> Names() {
     session.projectLock.Release();
     return folder.Names();

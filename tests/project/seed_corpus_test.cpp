@@ -1,5 +1,5 @@
-// The seeds of the fuzz targets, small files of every kind that the writers make: they are what the tables
-// say, and with SONDERA_WRITE_CORPUS set to a folder they are written there anew.
+// The seeds of the fuzz targets, small files of every kind made by the writers: they agree with the tables,
+// and with SONDERA_WRITE_CORPUS set to a folder they are written there again.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// The seeds of the fuzz target of SEG-2 files, in both byte orders: they are what the writer of the tests
-// makes, and with SONDERA_WRITE_CORPUS set to a folder they are written there anew.
+// The seeds of the fuzz target of SEG-2 files, in both byte orders: they equal the output of the writer of
+// the tests, and with SONDERA_WRITE_CORPUS set to a folder they are written there again.
 #include <gtest/gtest.h>
 
 #include <cmath>

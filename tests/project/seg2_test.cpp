@@ -1,5 +1,4 @@
-// Tests of the reader of SEG-2 files: what it reads of good ones, of the odd ones that recorders write, and
-// of damaged ones.
+// Tests of the reader of SEG-2 files: good files, the unusual ones that recorders write, and damaged ones.
 #include "project/seg2.h"
 
 #include <gmock/gmock.h>

@@ -394,7 +394,8 @@ TEST_F(SetupSection, DecimationDoesNotEnterTheLengthOfTheBlocks) {
 }
 
 TEST_F(SetupSection, RecordsOutOfStepAreWrittenInTheOrderOfTheMeasurements) {
-  // A measurement without data in front of one with: its place in the file is filled, so that nothing slips.
+  // A measurement without data before one with data: its place in the file is filled, so that the order
+  // stays.
   InsertNewIDInfo("p", "a", 1);
   SetupHWSetupArrays(1, 1)->nLines = 1;
   InsertNewIDInfo("p", "b", 2);

@@ -1,4 +1,4 @@
-// Tests of shots that become measurements: averages, records, and what refuses them.
+// Tests of shots that become measurements: averages, records, and refusals.
 #include "project/shot_import.h"
 
 #include <gmock/gmock.h>

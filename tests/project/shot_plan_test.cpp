@@ -1,4 +1,4 @@
-// Tests of the plan that is made of a shot: places, side, channels, pairs, and what it says of the recorder.
+// Tests of the plan for a shot: places, side, channels, pairs, and remarks about the recorder.
 #include "project/shot_plan.h"
 
 #include <gmock/gmock.h>

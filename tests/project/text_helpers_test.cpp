@@ -1,4 +1,4 @@
-// Tests of file names and ids taken apart.
+// Tests of splitting file names and ids.
 #include "project/text_helpers.h"
 
 #include <gtest/gtest.h>

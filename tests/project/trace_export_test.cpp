@@ -47,7 +47,7 @@ class TraceExport : public SessionTest {
   }
   std::string Out(const std::string& ext) const { return folder.File("out." + ext); }
   int Save(int type) { return SaveTraceData(1, 2, type, "A", folder.File("out.txt")); }
-  /// The numbers, after a look at the form of the rows.
+  /// The numbers, after a check of the form of the rows.
   std::vector<std::vector<double>> Rows(const std::string& ext, std::size_t columns) {
     const std::string whole = test::ReadWhole(Out(ext));
     EXPECT_TRUE(whole.ends_with("\n"));

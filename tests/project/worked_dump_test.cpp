@@ -1,7 +1,7 @@
 // The worked dump of docs/file-formats.md: a small project, field by field with offset, bytes and meaning.
 // The bytes are built here from the description and have to be those that a save writes and a load reads.
 //
-// With SONDERA_WRITE_DOCS set the block in the document is written anew.
+// With SONDERA_WRITE_DOCS set the block in the document is written again.
 #include <gtest/gtest.h>
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// The names of kinds.h against the items that a person chooses from.
+// The names of kinds.h compared with the items that a person chooses from.
 #include "records/kinds.h"
 
 #include <gtest/gtest.h>

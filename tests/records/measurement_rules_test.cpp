@@ -1,4 +1,5 @@
-// Tests of the rules for sampling and places, and of what a load tells about a project that breaks them.
+// Tests of the rules for sampling and positions, and of the messages of a load about a project that breaks
+// them.
 #include "records/measurement_rules.h"
 
 #include <gmock/gmock.h>
@@ -133,7 +134,7 @@ class LoadCheck : public SessionTest {
     pair.nDispPoints = 2;
     for (auto* column : {&pair.dispVel, &pair.dispFreq, &pair.dispWlen}) (*column)[0] = (*column)[1] = 3.0;
   }
-  /// What the load of the database as it stands says.
+  /// The messages of a load of the present database.
   std::string Reload() {
     const std::string path = folder.File("site.da");
     test::WriteWhole(path, ProjectBytes().bytes);

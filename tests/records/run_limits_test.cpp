@@ -1,4 +1,4 @@
-// Tests of what no run can work with.
+// Tests of the settings that no run can work with.
 #include "records/run_limits.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace sondera {
 namespace {
 
-/// Two sound layers.
+/// Two valid layers.
 ModelRecord SoundLayers() {
   ModelRecord m;
   m.nLayers = 2;

@@ -1,4 +1,4 @@
-// Reports that cannot be written: one reason, the former file whole, nothing else left.
+// Reports that cannot be written: one reason, the former file complete, nothing else left.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -47,7 +47,7 @@ TEST_F(ReportFaults, AQuotaInTheMiddleOfTheFileLeavesTheFormerOne) {
     plan.halfWrite = true;
     plan.error = EDQUOT;
     plan.longestWrite = kPiece;
-    ::testing::internal::CaptureStderr();  // the library says it in a line of its own
+    ::testing::internal::CaptureStderr();  // the library prints a line of its own
     {
       const test::FailingFileDriver driver(plan);
       const std::string reason = ReasonFor(name);

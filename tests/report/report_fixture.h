@@ -1,5 +1,5 @@
-// report_fixture.h - projects for reports: pairs, curves and entries that a test lays down, and short ways to the file,
-// its marks and texts.
+// report_fixture.h - projects for reports: pairs, curves and entries prepared by a test, and short functions
+// for the file, its marks and texts.
 #pragma once
 
 #include <string>
@@ -43,10 +43,10 @@ class ReportTest : public SessionTest {
   /// Entries 0..last of three layers (tops 0, 2, 5, end 8) and a curve of one point.
   void AddEntries(int last, int wanted);
 
-  /// A report of this project; the file is sound by its grammar.
+  /// A report of this project; the file is valid by its grammar.
   std::string Report(ReportKind kind);
   std::string BytesOf(ReportKind kind) { return test::ReadWhole(Report(kind)); }
-  /// Marks of a page; Ghostscript has to take the file in silence.
+  /// Marks of a page; Ghostscript must accept the file without a message.
   std::vector<Mark> MarksOf(ReportKind kind, int page);
   test::Trace TraceOfReport(ReportKind kind);
   /// Texts of a page in the order of the file.
@@ -59,7 +59,7 @@ class ReportTest : public SessionTest {
 /// Every mark of one list has its partner in the other, within a quarter of a point.
 void ExpectSameMarks(std::vector<Mark> expected, std::vector<Mark> found);
 
-/// What the rules of the pages put on the sheet, by plain arithmetic in points.
+/// Expected marks of the pages, by plain arithmetic in points.
 class Prediction {
  public:
   Prediction(double left, double bottom, double width, double height)

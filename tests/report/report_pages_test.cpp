@@ -1,4 +1,5 @@
-// The pages of the reports: every mark against a prediction of it, and what each kind of page shows of which project.
+// The pages of the reports: every mark compared with a prediction, and the contents of each kind of page for
+// each project.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -16,7 +17,7 @@ namespace {
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-/// Half the length that a page reckons for a text.
+/// Half the length that a page computes for a text.
 double Half(const std::string& text, double size) {
   return 0.5 * static_cast<double>(text.size()) * size / 37.5;
 }
@@ -73,7 +74,7 @@ TEST_F(ReportPages, PhasesHaveEachMarkOnce) {
 
 TEST_F(ReportPages, DispersionHasEachMarkOnce) {
   SKIP_WITHOUT_GHOSTSCRIPT();
-  // Triangles and squares only are told by their corners: the second curve.
+  // Triangles and squares are recognised by their corners: the second curve.
   SetCurve(AddPair("A1"), {10.0}, {200.0});               // 20 m
   SetCurve(AddPair("B2"), {40.0, 20.0}, {120.0, 160.0});  // 3 m, 8 m: right of the middle
   const auto draw = [](double bottom, double min, double max, bool wavelength) {
@@ -119,7 +120,7 @@ TEST_F(ReportPages, DispersionHasEachMarkOnce) {
   std::vector<Mark> expected = draw(14.0, 3.0, 30.0, true), lower = draw(2.5, 10.0, 50.0, false);
   expected.insert(expected.end(), lower.begin(), lower.end());
   std::vector<Mark> found = MarksOf(ReportKind::dispersion, 1);
-  // Curves count with their end points in a trace: circles are known by their width of line.
+  // Curves have their end points in a trace: circles are recognised by their width of line.
   const auto circle = [](const Mark& mark) { return mark.kind == 'l' && mark.width == 0.25; };
   EXPECT_GT(std::count_if(found.begin(), found.end(), circle), 0);
   std::erase_if(found, circle);
@@ -164,7 +165,7 @@ TEST_F(ReportPages, AStripHasEachMarkOnce) {
   strip.Text(-1.7, 9.0 - Half("Depth, m", 12), "Depth, m");
   std::vector<Mark> left;
   const double edge = OnSheetX(2.0 + 4.8 + 0.05);
-  // Beyond the strip: the head and foot, and the strip beside it, whose first number reaches over.
+  // Outside the strip: the head and footer, and the strip beside it, whose first number extends beyond it.
   std::copy_if(found.begin(), found.end(), std::back_inserter(left), [&](const Mark& m) {
     return m.x1 < edge && m.x2 < edge && m.y1 > OnSheetY(1.0) && m.y1 < OnSheetY(22.0);
   });
@@ -245,7 +246,7 @@ TEST_F(ReportPages, TheFitHasEachMarkOnce) {
           {{cx - 0.05, cy - 0.05}, {cx - 0.05, cy + 0.05}, {cx + 0.05, cy + 0.05}, {cx + 0.05, cy - 0.05}},
           0.0);
     };
-    // Told by the ends of its quarters. Its radius is the 0.1 cm that other shapes are wide.
+    // Recognised by the ends of its quarters. Its radius is the 0.1 cm that other shapes are wide.
     const auto circle = [&](double cx, double cy) {
       const double ends[][2] = {{0.1, 0}, {0, 0.1}, {-0.1, 0}, {0, -0.1}, {0.1, 0}};
       for (int i = 0; i < 4; ++i)
@@ -254,7 +255,7 @@ TEST_F(ReportPages, TheFitHasEachMarkOnce) {
     circle(x(wavelength ? 130.0 / 11.0 : 11.0), 9.0 * (130.0 - 100.0) / 200.0);
     circle(12.0, 7.9);
     square(x(wavelength ? 12.0 : 10.0), 9.0 * (120.0 - 100.0) / 200.0);
-    // The last point of the curve has the shortest wavelength: the legend stands on the right.
+    // The last point of the curve has the shortest wavelength: the legend is on the right.
     square(12.0, 7.6);
     page.Text(12.22, 7.825, "Experimental");
     page.Text(12.22, 7.525, "Theoretical");
@@ -344,7 +345,7 @@ TEST_F(ReportPages, ArrayAndGlobalCurvesHaveAPage) {
   EXPECT_TRUE(Has(texts, "Array Representative Dispersion Curve"));
   EXPECT_TRUE(Has(texts, "Global Representative Dispersion Curve"));
   EXPECT_TRUE(Has(texts, "A1[1:2]"));
-  // An array curve whose first pair is not included stays away.
+  // An array curve whose first pair is not included is left out.
   pair.included = 0;
   EXPECT_EQ(CheckADisp(pair.key), 0);
   EXPECT_EQ(CheckADisp(77), 0);
@@ -369,7 +370,7 @@ TEST_F(ReportPages, AConstantDensityLeavesItsStripOut) {
   for (int i = 0; i < 3; ++i) InvParam.density(1, i) = 2.0;
   EXPECT_FALSE(Has(TextsOf(ReportKind::results, 3), "Mass D."));
   const auto inStrip = [](const Mark& m) {
-    // Its numbers stand over its edges.
+    // Its numbers are above its edges.
     const double from = OnSheetX(13.5), to = OnSheetX(14.8), reach = m.kind == 't' ? 9.5 : 0.1;
     return m.x1 > from - reach && m.x1 < to + 0.1 && m.y1 > OnSheetY(2.0) && m.y1 < OnSheetY(22.0);
   };

@@ -1,4 +1,4 @@
-// What the PDF report takes from the session: the chosen iteration, and the texts that are asked for once.
+// Data of the session for the PDF report: the chosen iteration, and the texts that are asked for once.
 #include <cmath>
 
 #include "panels/entry_lists.h"

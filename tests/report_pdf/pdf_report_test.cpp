@@ -1,4 +1,4 @@
-// The PDF report as other programs read it: pages, texts, fonts, and what a report leaves out.
+// The PDF report as other programs read it: pages, texts, fonts, and the parts that a report leaves out.
 #include "report_pdf/pdf_report.h"
 
 #include <gtest/gtest.h>

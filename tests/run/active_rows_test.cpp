@@ -1,5 +1,5 @@
-// Tests of the rows that an inversion fits: a row that is out is out of residuals and sensitivities alike,
-// and the weighted misfit is the mean over the rows in use.
+// Tests of the rows that an inversion fits: a row out of use is left out in residuals and sensitivities
+// alike, and the weighted misfit is the mean over the rows in use.
 #include "run/active_rows.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +48,7 @@ class ActiveRowsTest : public RunCase {
   const std::vector<double> measured_{146.0, 151.0, 141.0, 139.0, 133.0, 130.0, 129.0, 122.0, 121.0, 118.0};
 };
 
-/// For every row: the run with the row out, and the run that never had it.
+/// For every row: the run without the row in use, and the run that never had it.
 TEST_F(ActiveRowsTest, FlaggedRowThatHasAVelocityIsAsARowThatIsNotThere) {
   for (int k = 1; k <= kPoints * kCurves; ++k) {
     SCOPED_TRACE(k);

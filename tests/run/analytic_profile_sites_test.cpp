@@ -1,6 +1,5 @@
-// Analytic starting profiles of the published curves of two sites (docs/published-records.md), held against
-// what a least-squares fit of the same curve has, and against the curve itself; and those of a ground that is
-// known.
+// Analytic starting profiles of the published curves of two sites (docs/published-records.md), compared with
+// a least-squares fit of the same curve and with the curve itself; and profiles of a known ground.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -203,7 +203,7 @@ TEST_F(AnalyticProfile, FoundLayersReproduceThePointThatMadeTheLastOne) {
     for (std::size_t cut = 2; cut <= curve.size(); ++cut) {
       LayerStack found(50);
       std::vector<CurvePoint> part(curve.begin(), curve.begin() + static_cast<std::ptrdiff_t>(cut));
-      part.back() = curve.back();  // the end of the walk, for the same range of trial velocities
+      part.back() = curve.back();  // the end of the search, for the same range of trial velocities
       ASSERT_EQ(StripLayers(part, ratio, found), 0);
       const int n = found.n - 1, one = 1;
       if (n == before) continue;  // the point extended a layer or had no root
@@ -320,7 +320,7 @@ TEST_F(AnalyticProfile, PropertiesComeFromTheLayerAtTheMidDepth) {
 
 // --- layering ---
 
-/// Travel time to a depth, counted from the surface anew each time.
+/// Travel time to a depth, counted from the surface each time.
 double TravelTimeTo(double depth, const LayerStack& ground) {
   double time = 0.0, top = 0.0;
   for (int l = 1; l <= ground.n; ++l) {
@@ -545,7 +545,7 @@ TEST_F(AnalyticProfile, RatioThatIsNoneIsRefused) {
 
 TEST_F(AnalyticProfile, VelocitiesOfNoGroundAreRefusedBeforeASearch) {
   StartPlain(4);
-  Observe(CurveOf({1e-9, 100, 1e9}));  // steps of the smallest would never get to the largest
+  Observe(CurveOf({1e-9, 100, 1e9}));  // steps of the smallest velocity would never reach the largest
   EXPECT_EQ(FS_AnalPrePrf(), -1);
   EXPECT_EQ(OnlyMessage(), "The velocities of the global dispersion curve are too far apart for one ground.");
 }

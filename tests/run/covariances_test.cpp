@@ -14,7 +14,7 @@ namespace {
 
 class ObservationsCovariance : public RunTest {
  protected:
-  /// An inversion started on the records as they stand.
+  /// An inversion started on the present records.
   void StartInversion() {
     ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
     ASSERT_EQ(FS_RetrieveSystemPM(kInversionRun, 0), 0);

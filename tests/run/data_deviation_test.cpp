@@ -1,4 +1,4 @@
-// Tests of the deviation that is taken from the data.
+// Tests of the deviation that is estimated from the data.
 #include "run/data_deviation.h"
 
 #include <gtest/gtest.h>

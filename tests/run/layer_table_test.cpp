@@ -63,7 +63,7 @@ TEST_F(LayerTable, DepthInTheHalfSpaceHoweverLargeGivesTheLastLayer) {
   MakeRun({1.0, 2.0, 4.0});
   for (const double depth : {3.0, 7.0, 100.0, 1e300, std::numeric_limits<double>::infinity(), kNaN})
     EXPECT_EQ(FS_GetLayerID(run.ground, depth), 3) << depth;
-  EXPECT_EQ(FS_GetLayerID(run.ground, -1.0), 3);  // above the surface no layer holds it
+  EXPECT_EQ(FS_GetLayerID(run.ground, -1.0), 3);  // no layer contains a place above the surface
 }
 
 TEST_F(LayerTable, LayerOfZeroThicknessHoldsNoDepth) {
@@ -204,7 +204,7 @@ TEST_F(LayerTable, GuardLeavesTheShearModulusOfTheFormerVs) {
   DeriveLayerProperties(run.ground, true);
   EXPECT_EQ(run.ground.layerG[1], 20000.0);
   EXPECT_DOUBLE_EQ(run.ground.layerE[1], 2.0 * 20000.0 * 1.497);
-  DeriveLayerProperties(run.ground, true);  // the next solve has the pulled one
+  DeriveLayerProperties(run.ground, true);  // the next solve has the guarded one
   EXPECT_DOUBLE_EQ(run.ground.layerG[1], 2.0 * run.ground.layerVs[1] * run.ground.layerVs[1]);
 }
 

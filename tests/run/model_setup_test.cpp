@@ -44,7 +44,7 @@ TEST_F(ObservationsModel, RatioIsGivenWithoutVpOrWithAllThree) {
   SetLayers({{1, 0, 100, 2, 0.25, 0.02},    // no Vp
              {1, 500, 100, 2, 0.25, 0.02},  // all three: Vp follows the ratio
              {1, 200, 100, 2, 0.0, 0.02},   // both velocities
-             {1, 200, 0, 2, 0.25, 0.02}});  // Vp without Vs: the other arm
+             {1, 200, 0, 2, 0.25, 0.02}});  // Vp without Vs: the other branch
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
   ASSERT_EQ(ShowRefusal(FS_ReadLayerProp()), 0);
   EXPECT_EQ(run.ground.iPoissonGiven[1], 1);
@@ -159,7 +159,7 @@ TEST_F(ObservationsModel, LayerOfAnAnalyticProfileTakesItsPropertiesFromTheDepth
   run.switches.preliminaryProfileType = 0;
   FS_PropLayer(2.5, 1, 500.0, out);  // by number: the depth does not matter
   EXPECT_EQ(damp[1], 0.01);
-  FS_PropLayer(0.0, 5, 300.0, out);  // held to the last layer
+  FS_PropLayer(0.0, 5, 300.0, out);  // limited to the last layer
   EXPECT_EQ(damp[5], 0.05);
 }
 

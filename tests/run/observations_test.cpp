@@ -33,7 +33,7 @@ class Observations : public RunTest {
     return FS_GetStartMP();
   }
 
-  /// Wishes points in a range instead of stored curves.
+  /// Requests points in a range instead of stored curves.
   void WithoutData(double ratio) {
     for (ModelRecord* m : {&FModelParam, &TheoDispInfo}) {
       m->DispCurvInfo = 0;

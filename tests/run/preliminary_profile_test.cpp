@@ -21,7 +21,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class PropLayer : public RunTest {
  protected:
-  /// Four layers told apart by all that a completed layer takes over.
+  /// Four layers that differ in all values that a completed layer copies.
   void SetUp() override {
     RunTest::SetUp();
     SetLayers({{1.0, 0.0, 100.0, 1.7, 0.20, 0.01},

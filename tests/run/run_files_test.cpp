@@ -1,5 +1,5 @@
-// Tests of the result files of a run: opened aside, put in place at its end or not at all, one process at a
-// time.
+// Tests of the result files of a run: written to temporary files, put in place at its end or not at all, one
+// process at a time.
 #include "run/run_files.h"
 
 #include <gmock/gmock.h>
@@ -81,7 +81,7 @@ TEST_F(RunFilesTest, FormerContentsGoAtTheEndAndOtherFilesStay) {
   EXPECT_EQ(test::ReadWhole(folder.File("other.fdp")), "former run\n");
 }
 
-/// A long run is followed in the temporary file, whose name tells what it is.
+/// A long run can be followed in the temporary file, which is found by its name.
 TEST_F(RunFilesTest, BlocksCanBeReadWhileTheRunGoesOn) {
   ASSERT_EQ(FS_OpenFiles(kForwardRun), 0);
   AddToRunFile(".fdp", "first\n");
@@ -181,7 +181,7 @@ TEST_F(RunFilesTest, ProjectIdNamesTheFilesInTheFolderOfTheResults) {
   EXPECT_TRUE(folder.Names().size() == 7 && folder.Names().front() == "named.fdp");
 }
 
-/// A project file brings its id along; it must not choose the folder of the results.
+/// The id may come from a project file; it must not choose the folder of the results.
 TEST_F(RunFilesTest, ProjectIdThatIsNoFileNameIsRefused) {
   SetPlainLayers(2);
   SetGlobalCurve(3);
@@ -272,7 +272,7 @@ TEST_F(RunFilesTest, SecondProcessIsRefusedWhileARunHasItsFilesOpen) {
   int status = 0;
   ::waitpid(other, &status, 0);
   EXPECT_EQ(test::ReadWhole(folder.File("site.fdp")), "the first one's\n");
-  EXPECT_EQ(FS_OpenFiles(kInversionRun), 0);  // and now it goes
+  EXPECT_EQ(FS_OpenFiles(kInversionRun), 0);  // and now it succeeds
   for (const int fd : {ready[0], ready[1], done[0], done[1]}) ::close(fd);
 }
 

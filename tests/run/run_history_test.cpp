@@ -1,4 +1,4 @@
-// Tests of what a run of an inversion leaves about its iterations.
+// Tests of the history of a run's iterations.
 #include "run/run_history.h"
 
 #include "support/run_case.h"

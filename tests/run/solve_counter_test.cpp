@@ -12,7 +12,7 @@
 namespace sondera::testing {
 namespace {
 
-/// Notes the shares that it is told.
+/// Notes the reported shares.
 class Shares : public RunListener {
  public:
   void Done(double share) override { told.push_back(share); }
@@ -46,7 +46,7 @@ TEST_F(SolveCount, HaltGoesThroughAndNoNumberTellsNoShare) {
   EXPECT_TRUE(shares.told.empty());
 }
 
-/// Writes down whatever it is told.
+/// Writes down all reports.
 class Heard : public RunListener {
  public:
   void Status(const std::string& text) override { all += "status " + text + "; "; }

@@ -202,7 +202,7 @@ TEST_F(Sweep, UnphysicalPoissonsRatioIsReplacedOnlyInRunsWithData) {
   SetRange(1, 1, 1.0, 5.0, 1);
   SetLayers({{2.0, 200.0, 150.0, 2.0, 0.0, 0.02}, {2.0, 400.0, 150.0, 2.0, 0.0, 0.02}});
   Start(2);
-  run.ground.layerVs[1] = 150.0;  // as an update of the model may leave it
+  run.ground.layerVs[1] = 150.0;  // possible after an update of the model
   ASSERT_EQ(FS_rWave3D_F(vel, amp), 0);
   EXPECT_LT(run.ground.layerNu[1], 0.0);
   EXPECT_DOUBLE_EQ(run.ground.layerVs[1], 150.0);
@@ -218,7 +218,7 @@ TEST_F(Sweep, PointLoadOnUniformGroundIsNearTheRayleighVelocity) {
       EXPECT_GT(amp[i], 0.0);
       EXPECT_LT(amp[i], 1.0);
       EXPECT_NEAR(run.observations.runVel[i], 150.0 * kRayleigh,
-                  1e-3);  // the plane-wave seed stands as the observation
+                  1e-3);  // the plane-wave seed becomes the observation
       EXPECT_DOUBLE_EQ(run.observations.runLambda2[i], vel[i] / run.observations.runFreq[i]);
     }
   }

@@ -1,4 +1,4 @@
-// atomic_writer_test.cpp - whole files or none, whatever fails on the way.
+// atomic_writer_test.cpp - complete files or none, whatever fails in between.
 #include "runtime/atomic_writer.h"
 
 #include <fcntl.h>
@@ -351,8 +351,8 @@ bool SaveInPieces(const std::string& path, const std::string& content, std::stri
   return saved;
 }
 
-/// Runs the save with call n of one kind failing, for every n until the save goes through untouched. Each
-/// time the file has to be the old one whole, or the new one whole, and nothing else may lie about.
+/// Runs the save with call n of one kind failing, for every n until the save succeeds without a failure. Each
+/// time the file must be the complete old one or the complete new one, and there must be no other files.
 template <class PlanFor>
 int FailEveryCall(PlanFor planFor) {
   const TempFolder folder;
@@ -582,7 +582,7 @@ TEST(CopyFileAtomic, ReadErrorAndFullDiskLeaveTheOldCopy) {
   EXPECT_THAT(folder.Names(), ElementsAre("a", "a.bkup"));
 }
 
-// ---- what killed saves leave behind
+// ---- files left by killed saves
 
 /// Number of a process that has ended.
 pid_t EndedProcess() {

@@ -47,7 +47,7 @@ TEST(ByteReader, ReadsLittleEndianNumbers) {
 TEST(ByteReader, TextStopsAtItsTerminatorAndTakesTheWholeField) {
   std::string bytes = "Oys\xe6nd";
   bytes.resize(256, '\0');
-  bytes[100] = 'x';  // rubbish behind the terminator
+  bytes[100] = 'x';  // garbage after the terminator
   bytes += std::string(8, 'z');
   Append(bytes, 5);
   ByteReader reader;

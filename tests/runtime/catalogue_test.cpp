@@ -1,5 +1,5 @@
-// The catalogue of panels against its own sources: what a header declares is what the store knows, once,
-// under its own name. The headers are read as text, so that a control left out of a list is found.
+// The catalogue of panels compared with its own sources: the store knows each declared control once, under
+// its own name. The headers are read as text, so that a control missing in a list is found.
 #include "runtime/controls.h"
 
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ struct Declaration {
   std::string name;
 };
 
-/// Takes the identifier at the front of the text off it.
+/// Removes the identifier at the front of the text and returns it.
 std::string TakeWord(std::string_view& text) {
   std::size_t n = 0;
   while (n < text.size() && (std::isalnum(static_cast<unsigned char>(text[n])) || text[n] == '_')) ++n;
@@ -71,7 +71,7 @@ std::string TakeWord(std::string_view& text) {
   return word;
 }
 
-/// Takes what precedes a mark off the text, and the mark.
+/// Removes the text before a mark, and the mark.
 std::string TakeUntil(std::string_view& text, std::string_view mark) {
   const std::size_t at = std::min(text.find(mark), text.size());
   std::string before(text.substr(0, at));

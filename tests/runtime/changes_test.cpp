@@ -1,4 +1,4 @@
-// Tests of the notices of changes: what observers learn, batches of one event, watchers.
+// Tests of the notices of changes: what observers get, batches of one event, watchers.
 #include "runtime/changes.h"
 
 #include "runtime/catalogue/fmodeling.h"

@@ -1,4 +1,4 @@
-// Tests of the lock that a run holds: what answers, nesting, values that a person enters meanwhile.
+// Tests of the lock that a run holds: which controls react, nesting, values that a person enters meanwhile.
 #include "runtime/control_lock.h"
 
 #include "runtime/catalogue/exdthd.h"

@@ -1,5 +1,5 @@
-// Tests of the interrupt of a terminal: one press asks for a halt, an impatient second one at once is the same
-// request, and one after a while ends the program.
+// Tests of the interrupt of a terminal: one press requests a halt, a second one at once is the same request,
+// and one after a while ends the program.
 #include "runtime/events.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ namespace sondera::testing {
 namespace {
 
 TEST(Interrupt, ASecondOneAtOnceMeansTheFirst) {
-  // In a process of its own: where the second meant the end, this one would end with it.
+  // In a process of its own: if the second request ended the program, this process would end.
   EXPECT_EXIT(
       {
         RequestInterrupt();

@@ -1,4 +1,4 @@
-// file_driver_test.cpp - calls that a signal breaks into are begun again; other failures are passed on.
+// file_driver_test.cpp - calls that a signal interrupts are repeated; other failures are returned.
 #include "runtime/file_driver.h"
 
 #include <fcntl.h>

@@ -1,4 +1,4 @@
-// Tests of the graph models: notices, setters, looks, limits, cursors, events of the mouse.
+// Tests of the graph models: notices, setters, styles, limits, cursors, events of the mouse.
 #include "runtime/graphs.h"
 
 #include "runtime/catalogue/dispcurv.h"

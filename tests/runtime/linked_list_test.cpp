@@ -8,7 +8,7 @@
 namespace sondera {
 namespace {
 
-/// Counts the living.
+/// Counts the existing items.
 struct Item {
   explicit Item(int v) : value(v) { ++living; }
   ~Item() { --living; }
@@ -50,7 +50,7 @@ TEST(PtrDelist, HandsOverTheFirstItemUntilNoneIsLeft) {
   EXPECT_EQ(PtrDelist(list)->value, 3);
   EXPECT_EQ(list.tail, nullptr);
   EXPECT_EQ(PtrDelist(list), nullptr);
-  PtrEnlist(list, Make(11));  // an emptied list is as good as a new one
+  PtrEnlist(list, Make(11));  // an emptied list works like a new one
   EXPECT_EQ(ValuesOf(list), (std::vector<int>{11}));
 }
 
@@ -87,7 +87,7 @@ TEST(LListFree, FreesEveryItemOfALongList) {
   LListFree(list);
   EXPECT_EQ(Item::living, 0);
   EXPECT_EQ(list, nullptr);
-  LListFree(list);  // once more is no harm
+  LListFree(list);  // a second call is harmless
 }
 
 TEST(LList, WalksItsItemsAndKnowsWhetherThereAreAny) {

@@ -178,7 +178,7 @@ TEST(LockFile, ManyProcessesNeverHoldItTogether) {
     for (int round = 0; round < kRounds; ++round) {
       LockFile lock;
       if (lock.Acquire(target) != LockResult::Taken) ::_exit(1);
-      if (::mkdir(folder.File("inside").c_str(), 0700) != 0) ::_exit(2);  // somebody else is in
+      if (::mkdir(folder.File("inside").c_str(), 0700) != 0) ::_exit(2);  // another process has it
       ::usleep(200);
       if (::rmdir(folder.File("inside").c_str()) != 0) ::_exit(3);
     }

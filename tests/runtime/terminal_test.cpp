@@ -1,4 +1,4 @@
-// Tests of text on its way to a terminal.
+// Tests of text for a terminal.
 #include "runtime/terminal.h"
 
 #include <gtest/gtest.h>

@@ -89,7 +89,7 @@ TEST(ParseReal, ReadsPrintedNumbersBackExactly) {
 TEST(ParseReal, KeepsThePointInALocaleWithCommas) {
   const CommaLocale locale;
   if (!locale.Available()) GTEST_SKIP() << "no locale with a decimal comma";
-  EXPECT_EQ(std::atof("2,5"), 2.5);  // the locale is in force
+  EXPECT_EQ(std::atof("2,5"), 2.5);  // the locale is active
   EXPECT_EQ(ParseReal("2.5"), 2.5);
   EXPECT_EQ(ParseReal("2,5"), 2.0);
   EXPECT_EQ(ParseReal("1.5e999"), kInf);
@@ -165,7 +165,7 @@ TEST(FormatText, KeepsThePointInALocaleWithCommas) {
   if (!locale.Available()) GTEST_SKIP() << "no locale with a decimal comma";
   char plain[16];
   std::snprintf(plain, sizeof plain, "%.1f", 2.5);
-  EXPECT_STREQ(plain, "2,5");  // the locale is in force
+  EXPECT_STREQ(plain, "2,5");  // the locale is active
   EXPECT_EQ(FormatText("%.1f", 2.5), "2.5");
 }
 

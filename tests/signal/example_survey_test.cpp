@@ -1,5 +1,5 @@
-// The survey of the examples: what noise of the low band does to the count of cycles, and that one mask for
-// each pair puts it right. The velocities are held against those of the ground.
+// The survey of the examples: the effect of noise in the low band on the count of cycles, and its correction
+// by one mask for each pair. The velocities are compared with those of the ground.
 #include <algorithm>
 #include <cmath>
 

@@ -129,7 +129,7 @@ TEST_F(CalcIRFTest, PureDelayGivesALinearPhaseThroughZeroInAllThreeCurves) {
 }
 
 TEST_F(CalcIRFTest, ArrivalOutsideTheWindowIsTakenOut) {
-  Make(512, 150);  // 10 m in 150 ms: 67 m/s, slower than the backbone window lets through
+  Make(512, 150);  // 10 m in 150 ms: 67 m/s, slower than the limit of the backbone window
   double largest = 0.0;
   for (int i = 0; i < 1024; ++i) largest = std::max(largest, pair->bbAmp[i]);
   EXPECT_LT(largest, 1e-9);
@@ -162,7 +162,7 @@ TEST_F(CalcIRFTest, VelocitiesAreDividedByTheLengthUnitOfTheMeasurement) {
   EXPECT_EQ(pair->bbT[4], 0.03048);
   EXPECT_EQ(pair->bbT[1], 0.003048);
   EXPECT_EQ(session.bbV[4], 100.0);  // the session's stay in metres
-  session.lengthUnit = 0.01;         // and its unit has no say
+  session.lengthUnit = 0.01;         // and its unit has no effect
   ASSERT_EQ(CalcIRF(1, Panel::SASW), 0);
   EXPECT_EQ(pair->bbT[4], 0.03048);
 }
@@ -215,7 +215,7 @@ TEST_F(CalcIRFTest, NotANumberFromAFileMakesTheImpulseResponseAgain) {
   ASSERT_EQ(CalcIRF(0, Panel::SASW), 0);
   EXPECT_EQ(pair->irRe, response);
   EXPECT_EQ(pair->enRe, enhanced);
-  pair->irRe[0] = 4.0;  // a number stands, even a wrong one
+  pair->irRe[0] = 4.0;  // any number is kept, even a wrong one
   ASSERT_EQ(CalcIRF(0, Panel::SASW), 0);
   EXPECT_EQ(pair->irRe[0], 4.0);
 }

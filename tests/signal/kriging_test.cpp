@@ -1,4 +1,4 @@
-// Tests of the kriging solver: against the textbook route, and by what any kriging must do.
+// Tests of the kriging solver: compared with the textbook method, and general properties of kriging.
 #include "signal/kriging.h"
 
 #include <gtest/gtest.h>
@@ -85,8 +85,8 @@ TEST(Kriging, PassesThroughTheDataForWholeRangesOnly) {
   double largest = 0.0;
   for (std::size_t i = 0; i < s.x.size(); ++i) {
     EXPECT_NEAR(Fast(kExponential, s, 0.0, 1.0, 17.0, s.x[i], s.y[i]), s.z[i], 1e-9);
-    // Kept: the place is seen with the range 17, the matrix is made with 17.9. At a sample both agree still
-    // for it, not for its neighbours.
+    // Kept: the correlations with the place use the range 17, the matrix uses 17.9. At a sample both agree
+    // for this sample, but not for its neighbours.
     largest = std::max(largest, std::fabs(Fast(kExponential, s, 0.0, 1.0, 17.9, s.x[i], s.y[i]) - s.z[i]));
   }
   EXPECT_GT(largest, 1e-3);
@@ -116,7 +116,7 @@ TEST(Kriging, SillAndNuggetCancel) {
 }
 
 TEST(Kriging, ANegativeEstimateIsZero) {
-  // A smooth model goes on downward beside a steep fall.
+  // A smooth model continues downward beside a steep fall.
   const PlainSamples s = {{10.0, 10.0, 10.0}, {10.0, 10.5, 11.0}, {1.0, 100.0, 199.0}};
   EXPECT_EQ(plain::PlainKriging(3, s, 0.0, 1.0, 12.0, 12.0, 10.0, 8.0), 0.0);
   EXPECT_EQ(Fast(kGaussian, s, 0.0, 1.0, 12.0, 10.0, 8.0), 0.0);

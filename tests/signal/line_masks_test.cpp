@@ -90,7 +90,7 @@ TEST(MakeGridMask, AroundAValleyEverythingUpToNinetyIsMasked) {
 }
 
 TEST(MakeGridMask, ValleyWithoutAPeakAboveTakesTheFlankOfTheValleyBefore) {
-  // The second valley has no peak above it that the search sees; it ends where the first one ended.
+  // The search does not see the peak above the second valley; the valley ends where the first one ended.
   WaveGroups g = Groups(20, 99.9, {{2, 98, 100}, {5, -92, 1e-5}, {9, 98, 100}, {12, -80, 1e-5}});
   g.peakV[8] = 85.0;
   g.peakV[14] = 85.0;

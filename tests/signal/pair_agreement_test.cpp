@@ -1,4 +1,4 @@
-// Tests of how far pairs agree at shared wavelengths.
+// Tests of the agreement of pairs at shared wavelengths.
 #include "signal/pair_agreement.h"
 
 #include <cmath>

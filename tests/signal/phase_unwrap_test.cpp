@@ -98,7 +98,7 @@ TEST(UnWrap, MaskForcesAbsoluteCycleCount) {
   EXPECT_NEAR(lines.unwrapped[9], 180.0, 1e-9);
   EXPECT_NEAR(lines.unwrapped[10], 0 * 360.0 - lines.wrapped[10], 1e-9);  // still the number before: none
   for (int i = 11; i <= 20; ++i) EXPECT_NEAR(lines.unwrapped[i], 3 * 360.0 - lines.wrapped[i], 1e-9) << i;
-  EXPECT_NEAR(lines.unwrapped[21], 3 * 360.0 - lines.wrapped[21], 1e-9);  // counting goes on from there
+  EXPECT_NEAR(lines.unwrapped[21], 3 * 360.0 - lines.wrapped[21], 1e-9);  // counting continues from there
   for (int i = 0; i < lines.n; ++i) EXPECT_EQ(lines.flag[i], i >= 10 && i <= 20 ? 1 : 0);
 }
 
@@ -189,7 +189,7 @@ TEST(UnWrap, LargestJumpNumberAndOneLineAndNoneAreHarmless) {
 
 // --- against the plain steps ---
 
-/// A phase that mostly falls, with noise that jumps about in places.
+/// A phase that mostly falls, with noise and jumps in places.
 std::vector<double> WildPhase(int n, std::mt19937& random) {
   std::uniform_real_distribution<double> uniform(0.0, 1.0);
   std::normal_distribution<double> normal;
@@ -320,7 +320,7 @@ TEST(UnWrap_BackBone, ShortRecordsWork) {
 
 // --- AdjustCycles ---
 
-/// A trend on which lines 4 and 5 stand one cycle too high.
+/// A trend on which lines 4 and 5 are one cycle too high.
 struct Runaway {
   std::vector<double> wrapped = {0, -50, -100, -130, -110, -100, 115, 60, 10, -40};
   std::vector<double> unwrapped = {0, 50, 100, 130, 500, 510, 245, 300, 350, 400};

@@ -1,6 +1,6 @@
-// plain_auto_masking.h - the Gauss filter, a Gabor map and the steps of the automatic masking, written out
-// one after the other over whole tables, sharing no code with the library but its transform, sort and peak
-// finder. The tests hold the library against them over random data.
+// plain_auto_masking.h - the Gauss filter, a Gabor map and the steps of the automatic masking in plain form,
+// one after the other over whole tables; they share only transform, sort and peak finder with the library.
+// The tests compare the library with them on random data.
 #pragma once
 
 #include <vector>

@@ -1,7 +1,7 @@
 // plain_envelope.h - the envelope of a filtered spectrum in its plain form: the spectrum A continued to a
-// real signal, B = jA continued likewise, one inverse transform of each, and the root of the sum of squares.
-// Tests hold the library against it, the benchmark its time. In the header, so that the benchmark needs no
-// source of the tests.
+// real signal, B = jA likewise, one inverse transform of each, and the root of the sum of squares. Tests
+// compare the library with it, and the benchmark its time. It is in the header, so that the benchmark needs
+// no source of the tests.
 #pragma once
 
 #include <cmath>
@@ -25,7 +25,7 @@ inline void CalcEnvelope(const std::vector<double>& filter, const double* re, co
   for (int i = 0; i <= N / 2 - 1; ++i) {
     w.A[i] = {re[i] * filter[i], im[i] * filter[i]};
     w.B[i] = {-w.A[i].im, w.A[i].re};
-    if (i == 0) continue;  // its mirror would lie behind the end
+    if (i == 0) continue;  // its mirror would lie beyond the end
     w.A[N - i] = {w.A[i].re, -w.A[i].im};
     w.B[N - i] = {w.B[i].re, -w.B[i].im};
   }

@@ -1,5 +1,5 @@
 // plain_kriging.h - ordinary kriging as in the textbook: variogram matrix, inverse, weights, sum; and the
-// image made node by node with it. Second route for the tests; shares nothing with the fast one.
+// image made with it node by node. Independent method for the tests; shares no code with the fast one.
 #pragma once
 
 #include <array>

@@ -1,9 +1,9 @@
 // plain_rep_curve.h - the condensing of dispersion points in its plain form, every output scanning every
 // point, and two least-squares solutions that share no code with the program's.
 //
-// PlainCompact is what the fast form is held against, to the bit. The two solutions in long double are the
-// second route of the fit itself: Householder QR where nothing is suppressed, and the eigenvectors of the
-// normal equations where small singular values are.
+// The tests compare the fast form with PlainCompact, to the last bit. The two solutions in long double are
+// independent methods for the fit itself: Householder QR where nothing is suppressed, and the eigenvectors of
+// the normal equations where small singular values are.
 #pragma once
 
 #include <vector>

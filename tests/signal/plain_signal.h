@@ -1,6 +1,6 @@
 // plain_signal.h - the formulas of spectra, unwrapping and filtration in their plain form: sums for
-// transforms, one step after another, whole tables. Slow on purpose and sharing no code with the library; the
-// tests hold the library against them.
+// transforms, one step after another, whole tables. Slow on purpose and without code of the library; the
+// tests compare the library with them.
 #pragma once
 
 #include <complex>

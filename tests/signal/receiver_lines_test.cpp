@@ -1,5 +1,5 @@
 // Tests of the receiver lines of the array curves: distances from the source, the numbers of each pair's
-// receivers among them, and what no line can be made of.
+// receivers in them, and pairs that allow no line.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,5 +1,5 @@
-// Representative curves out of pair curves: global and array, both domains, all laws, all points, and what
-// odd settings and odd data lead to.
+// Representative curves from pair curves: global and array, both domains, all laws, all points, and unusual
+// settings and data.
 #include "signal/rep_curves.h"
 
 #include <gmock/gmock.h>
@@ -510,7 +510,7 @@ TEST_F(RepCurves, VectorsAreMadeForTheSizesOfTheSettings) {
   EXPECT_TRUE(d.freq.empty());
 }
 
-// ---- what goes wrong --------------------------------------------------------------------------------
+// ---- failures -------------------------------------------------------------------------------------------
 
 TEST_F(RepCurves, WithoutIncludedCurvesTheOldCurvesStayAndNothingIsSaid) {
   TwoConstantCurves();

@@ -1,4 +1,4 @@
-// Tests of the grid of a section: against the same steps done plainly, and on lines whose answer is known.
+// Tests of the grid of a section: compared with the same steps in plain form, and lines with a known result.
 #include "signal/section_grid.h"
 
 #include <gtest/gtest.h>
@@ -203,7 +203,7 @@ TEST(SectionGrid, AShortLineIsFinite) {
 }
 
 TEST(SectionGrid, TheCutRangeIsSeenAndSmall) {
-  // a = 1.98 is seen from a place as 1: not the exact estimate, and within 1.7 % of it.
+  // For the correlations with the place a = 1.98 counts as 1: not the exact estimate, and within 1.7 % of it.
   const double length = 2.0 * 1.98 / std::sqrt(2.0);
   auto line = MakeLine(9, 25, false, SmoothVelocity, length);
   for (SectionStation& s : line)

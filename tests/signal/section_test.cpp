@@ -1,4 +1,4 @@
-// Tests of what a section is made from and drawn with: points and ranges, stack, colours, tables.
+// Tests of the data and the drawing of a section: points and ranges, stack, colours, tables.
 #include "signal/section.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Running averages and the quantities of a pair: against sums in place of transforms, against pure delays,
-// and at the zeros where a quotient has no value.
+// Running averages and the quantities of a pair: compared with sums instead of transforms and with pure
+// delays, and at the zeros where a quotient has no value.
 #include "signal/spectra.h"
 
 #include <cmath>

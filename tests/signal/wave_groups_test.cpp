@@ -131,7 +131,7 @@ TEST_F(WaveGroupTest, ValleyMustBeFiveBelowAHundred) {
 }
 
 TEST_F(WaveGroupTest, RowsAreReadAsLongAsTheColumnsTheyAreSaidToHave) {
-  // A stored map has rows of 50 columns; said to have 25, its second half row is taken for a row.
+  // A stored map has rows of 50 columns; with a row length of 25, its second half row counts as a row.
   MapOfRidge map(50, 50);
   map.Put(0, 30, 0.0);
   WaveGroups groups;

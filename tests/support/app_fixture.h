@@ -1,5 +1,5 @@
-// app_fixture.h - tests of the whole program in one process: a started session, recorded dialogs, a folder of
-// its own as current directory.
+// app_fixture.h - tests of the whole program in one process: a started session, recorded dialogs, a separate
+// current folder.
 #pragma once
 
 #include <gtest/gtest.h>

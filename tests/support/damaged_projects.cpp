@@ -12,7 +12,7 @@
 namespace sondera::testing {
 namespace {
 
-/// Walks through the bytes by the layout and notes what it passes. Stops quietly at the end.
+/// Reads the bytes by the layout and notes the fields. Stops without a message at the end.
 class Walker {
  public:
   explicit Walker(const std::string& project) : bytes_(project) { layout.parts = layout.records = {0}; }

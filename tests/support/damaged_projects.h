@@ -1,7 +1,7 @@
-// damaged_projects.h - takes a sound project file apart and makes damaged ones of it: wrong numbers in every
+// damaged_projects.h - splits a valid project file and makes damaged ones of it: wrong numbers in every
 // field, cuts at every border, parts twice or in the wrong order.
 //
-// The layout is written down here once more, apart from the program's reader and writer.
+// The layout is defined here a second time, separately from the program's reader and writer.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ struct ProjectLayout {
   std::vector<std::size_t> parts, records;
 };
 
-/// Layout of a sound project; the last border is not the end of the file when it is none.
+/// Layout of a valid project; the last border is not the end of the file when it is invalid.
 ProjectLayout LayoutOf(const std::string& project);
 
 struct Damage {

@@ -170,7 +170,7 @@ inline Update Solve(const Problem& p) {
 
 // --- Bounds ---
 
-/// Longest part of the step that brings no parameter past its bound; violations are those at or past it.
+/// Largest fraction of the step that brings no parameter past its bound; violations are those at or past it.
 inline Real StepFactor(const Update& u, const Vector& low, const Vector& high, int* violations = nullptr) {
   Real f = 1.0L;
   int count = 0;

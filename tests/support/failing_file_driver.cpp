@@ -45,7 +45,7 @@ int Flush(int fd) {
 
 int Close(int fd) {
   const bool fails = Fails(state.calls.close, state.plan.failClose);
-  const int result = posixFileDriver.close(fd);  // a failed close has given the descriptor back all the same
+  const int result = posixFileDriver.close(fd);  // a failed close still releases the descriptor
   if (fails) errno = state.plan.error;
   return fails ? -1 : result;
 }

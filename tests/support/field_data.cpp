@@ -7,7 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Any folder may be called ../shared/data; the folder of the records holds this one.
+/// Any folder may be called ../shared/data; the records' folder contains this one.
 constexpr const char* kOneOfTheSites = "oysand_src20m";
 
 const std::optional<fs::path>& Folder() {
@@ -15,7 +15,7 @@ const std::optional<fs::path>& Folder() {
   return folder;
 }
 
-// Looked for before main: tests change the working folder.
+// Determined before main: tests change the working folder.
 [[maybe_unused]] const bool kFoundAtStart = Folder().has_value();
 
 }  // namespace

@@ -1,8 +1,8 @@
-// field_data.h - where the field records of others lie. They are not part of the tree:
-// docs/published-records.md tells where they come from and how the folder is laid out.
+// field_data.h - location of the published field records. They are not part of the tree:
+// docs/published-records.md tells where they come from and how the folder is organised.
 //
 // The folder is SONDERA_FIELD_DATA, else ../shared/data beside the top folder of the tree. Tests on these
-// records run wherever it is there. Elsewhere they are reported as skipped, with one line.
+// records run where it exists; elsewhere they are reported as skipped, with one line.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,8 +14,8 @@
 
 namespace sondera::test {
 
-/// Full path of a file below the folder of field records; nothing where there is no such folder. A file that
-/// the folder lacks has a path all the same: the test that reads it fails and does not hide.
+/// Full path of a file below the folder of field records; no value without the folder. A file missing in the
+/// folder still has a path: then the test that reads it fails.
 std::optional<std::filesystem::path> FieldData(std::string_view relativePath);
 
 /// The same as text, "" without the folder. For constants and helpers of tests that skip in their first line.

@@ -1,4 +1,4 @@
-// ghostscript.h - what Ghostscript makes of a PostScript file: whether it takes it, and the marks on its
+// ghostscript.h - runs Ghostscript on a PostScript file: whether it accepts the file, and the marks on its
 // pages.
 //
 // Tests begin with SKIP_WITHOUT_GHOSTSCRIPT(), which skips them with one line where there is no program "gs".
@@ -13,7 +13,7 @@ namespace sondera::test {
 
 bool HaveGhostscript();
 
-/// How a run ended, and all that it said.
+/// Result of a run, and all its output.
 struct GhostscriptRun {
   int status = -1;
   std::string output;  // of both streams

@@ -1,5 +1,5 @@
-// import_fixture.h - a session with the import dialog: files written for one test, entries made in a line,
-// the records that came of it.
+// import_fixture.h - a session with the import dialog: files written for one test, entries in one call, the
+// resulting records.
 #pragma once
 
 #include <complex>

@@ -1,5 +1,5 @@
-// kernel_fixture.h - runs of an inversion prepared up to the point where the sensitivities or an update
-// begin, and what the progress boxes showed on the way.
+// kernel_fixture.h - runs of an inversion prepared up to the sensitivities or the update, and the texts of
+// the progress boxes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ class KernelTest : public RunTest {
     RunTest::TearDown();
   }
 
-  /// The driver's work before the first sweep, on the records as they stand. dataFactor: deviation of the
+  /// The driver's work before the first sweep, on the present records. dataFactor: deviation of the
   /// data over their value.
   void Prepare(int analysis, double dataFactor = 0.05) {
     FModelParam.analysis = TheoDispInfo.analysis = analysis;

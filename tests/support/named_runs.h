@@ -1,4 +1,4 @@
-// named_runs.h - the parts of a run as a person's press has them: settings from the panels, reasons and texts in
+// named_runs.h - the parts of a run in the form for panels: settings from the panels, reasons and texts in
 // their boxes. 0, or -1 after a message.
 #pragma once
 

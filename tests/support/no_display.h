@@ -1,4 +1,4 @@
-// no_display.h - programs that a test starts find no display, whatever the desktop has.
+// no_display.h - programs that a test starts find no display, on any desktop.
 #pragma once
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// pair_fixture.h - a pair of receivers whose transfer function a test lays down, on display on trace A.
+// pair_fixture.h - a pair of receivers with a transfer function given by a test, on display on trace A.
 #pragma once
 
 #include <complex>

@@ -1,4 +1,4 @@
-// popup_recorder.h - a front end that notes the message boxes, for the life of the object.
+// popup_recorder.h - a front end that records the message boxes, as long as the object exists.
 #pragma once
 
 #include <string>

@@ -28,7 +28,7 @@ class ByteStream {
   std::vector<std::size_t> counts;  ///< positions of the integers that size something
 };
 
-// The sections as the database and the records stand.
+// The sections with the present database and records.
 ByteStream SetupBytes();
 ByteStream RawBytes();
 ByteStream AnalysisBytes();

@@ -1,5 +1,4 @@
-// recording_front_end.h - a front end for tests: records what was shown and gives the answers laid out for
-// it.
+// recording_front_end.h - a front end for tests: records all boxes and gives the prepared answers.
 #pragma once
 
 #include <deque>
@@ -11,7 +10,7 @@
 
 namespace sondera::testing {
 
-/// Installed while it lives. Answers are taken in order; when none is left: No, Cancel.
+/// Installed while it exists. Answers are used in order; when none is left: No, Cancel.
 class RecordingFrontEnd {
  public:
   RecordingFrontEnd();

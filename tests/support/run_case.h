@@ -1,5 +1,5 @@
-// run_case.h - whole inversions on curves of known ground, without the session around them: the records are
-// filled, the settings are given, FS_RunIAnal is called.
+// run_case.h - whole inversions on curves of known ground, without a session: the records are filled, the
+// settings are given, FS_RunIAnal is called.
 #pragma once
 
 #include <cmath>
@@ -71,7 +71,7 @@ class RunCase : public KernelTest {
     return ground;
   }
 
-  /// A run on the records as they stand.
+  /// A run on the present records.
   int RunIterations(int n) {
     InvParam.nEntries = n;
     const int ready = FS_AllocMemoryBlocks();

@@ -1,5 +1,5 @@
 // run_fixture.h - start of every test of an analysis run: records and run state at their first values, result
-// files in a folder of the test's own, and helpers that put layers and curves into the records.
+// files in a folder of the test, and helpers that put layers and curves into the records.
 #pragma once
 
 #include <initializer_list>

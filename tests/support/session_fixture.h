@@ -1,5 +1,5 @@
-// session_fixture.h - every test of the logic begins here: all process-wide state at its first value, a front
-// end that records, and helpers that put a measurement into the database and on display.
+// session_fixture.h - start of every test of the logic: all process-wide state at its first value, a
+// recording front end, and helpers that put a measurement into the database and on display.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ struct TestMeasurement {
   RawData* raw = nullptr;
 };
 
-/// What AddMeasurement makes. Receivers stand spacing apart, the first one spacing behind the source.
+/// Settings for AddMeasurement. Receivers are spacing apart, the first one spacing after the source.
 struct MeasurementPlan {
   std::string projID = "ProjID", measID = "measID";
   int nChannels = 2;

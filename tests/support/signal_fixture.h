@@ -1,4 +1,4 @@
-// signal_fixture.h - records fed through the measuring loop's fold, and quantities read back.
+// signal_fixture.h - passes records to the averaging of the measuring loop, and reads quantities.
 #pragma once
 
 #include <complex>
@@ -19,7 +19,7 @@ inline void FillBuffer(const std::vector<std::vector<double>>& samples) {
     session.measBuffer.insert(session.measBuffer.end(), channel.begin(), channel.end());
 }
 
-/// Folds one record into the averages as record number `before` + 1.
+/// Adds one record to the averages as record number `before` + 1.
 inline int Fold(const std::vector<std::vector<double>>& samples, int before = 0) {
   FillBuffer(samples);
   session.avgCount = before;

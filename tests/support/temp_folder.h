@@ -7,7 +7,7 @@
 
 namespace sondera::test {
 
-/// A new empty folder, removed with all that is in it at the end of its life.
+/// A new empty folder, removed with its contents at the end of its life.
 class TempFolder {
  public:
   TempFolder();
@@ -19,7 +19,7 @@ class TempFolder {
   const std::string& Path() const { return path_; }
   /// Full name of a file in it.
   std::string File(std::string_view name) const;
-  /// Names of all that lies in it, sorted.
+  /// Names of its contents, sorted.
   std::vector<std::string> Names() const;
 
  private:

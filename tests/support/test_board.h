@@ -1,5 +1,5 @@
-// test_board.h - a board inside the test program: facts, records and faults as the test lays them out, and a log of
-// every request in the words of the board protocol.
+// test_board.h - a board inside the test program: properties, records and faults prepared by the test, and a
+// log of every request in the words of the board protocol.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,7 @@ struct TestBoard {
   double maxRate = 102400.0, minRate = 0.0;
   std::vector<double> ranges = {10.0, 1.0};
   std::vector<double> rates;  ///< the only ones it has, ascending; empty: any
-  int countSaid = 0;          ///< channels of a record whatever was asked; 0: as asked
+  int countSaid = 0;          ///< channels of a record for every request; 0: as requested
 
   // records
   /// Volts of sample i of channel c of record r, from 0 each.

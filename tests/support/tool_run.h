@@ -1,11 +1,11 @@
-// tool_run.h - other programs that look at our files: pdfinfo, xmllint and the like.
+// tool_run.h - other programs that check our files: pdfinfo, xmllint and similar.
 #pragma once
 
 #include <string>
 
 namespace sondera::test {
 
-/// How a run ended, and all that it said on both streams.
+/// Result of a run, and its output on both streams.
 struct ToolRun {
   int status = -1;
   std::string output;
