@@ -84,7 +84,7 @@ std::size_t BoardReplyReader::FeedLine(const char* bytes, std::size_t count) {
       return i + 1;
     }
     if (!IsPrintable(bytes[i])) {
-      fault_ = "its reply has a byte that is no printable ASCII";
+      fault_ = "its reply has a byte that is not printable ASCII";
       return i;
     }
     if (line_.size() + 1 == kLongestBoardLine) {

@@ -237,7 +237,7 @@ MeasuringRun::Got MeasuringRun::WaitAndRead() {
   if (read != session.samplesPerChan)
     return Fail(FormatText("The record has %d samples instead of %d.", read, session.samplesPerChan));
   if (!std::all_of(buffer.begin(), buffer.end(), [](double x) { return std::isfinite(x); }))
-    return Fail("The record has values that are no numbers.");
+    return Fail("The record has values that are not numbers.");
   return Got::Record;
 }
 

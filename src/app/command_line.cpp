@@ -126,7 +126,7 @@ int Stop() {
 
 /// The same with a line that names what was not done; the reason was already printed.
 int Stop(const std::string& project, const char* leftOut) {
-  PrintError("sondera: %s was not opened whole, so %s.\n", project.c_str(), leftOut);
+  PrintError("sondera: %s was not opened completely, so %s.\n", project.c_str(), leftOut);
   return Stop();
 }
 
@@ -392,7 +392,7 @@ std::string WrongForm(const std::vector<std::string>& arguments) {
   if (word == "export" && count != 8) return FormatText("export takes six words, not %zu", count - 2);
   const bool known = count == 2 || word == "auto" || word == "export" || IsCommandWord(word);
   return known ? std::string()
-               : FormatText("\"%s\" with %zu words behind it is no command", word.c_str(), count - 2);
+               : FormatText("\"%s\" with %zu words after it is not a command", word.c_str(), count - 2);
 }
 
 int DispatchCommandLine(const std::vector<std::string>& arguments, bool assumeYes) {

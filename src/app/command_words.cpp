@@ -48,7 +48,7 @@ bool OpenForLooking(const CommandLine& line, KnownGround& known) {
   const std::string& path = line.arguments[2];
   const int before = MessageCount();
   if (OpenFileProc(path, OpenFor::Reading) != 0 || MessageCount() != before)
-    return Fail(path + " was not opened whole, so nothing is shown") == 0;
+    return Fail(path + " was not opened completely, so nothing is shown") == 0;
   const std::string reason = ReadKnownGround(line.look.knownCurve, line.look.knownLayers, known);
   return reason.empty() || Fail(reason) == 0;
 }

@@ -241,7 +241,8 @@ std::string ScriptRun::lineInForce(const Command& command) const {
     if (!doubles)
       for (const double thickness : thicknesses_) add({number(thickness)});
   }
-  return script::CanBeBound(line) ? line : "# not in this log, its arguments are none of a script: " + line;
+  return script::CanBeBound(line) ? line
+                                  : "# not in this log, its arguments are not valid in a script: " + line;
 }
 
 /// Ends the script early; the program stays open.

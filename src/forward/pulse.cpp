@@ -50,7 +50,7 @@ Refusal CheckSource(const SourceSamples& source) {
   double largest = 0.0;
   for (std::size_t i = 0; i < n; ++i) {
     if (!std::isfinite(source.time[i]) || !std::isfinite(source.value[i]))
-      return FormatText("Sample %zu of the source function is no finite number.", i + 1);
+      return FormatText("Sample %zu of the source function is not a finite number.", i + 1);
     if (i > 0 && !(source.time[i] > source.time[i - 1]))
       return FormatText("The time of sample %zu of the source function is not above the one before.", i + 1);
     largest = std::max(largest, std::fabs(source.value[i]));

@@ -74,7 +74,7 @@ Refusal CheckWaveform(const WaveformSetup& setup) {
   if (p.shape == kPulseFile) {
     if (Refusal refusal = CheckSource(setup.source)) return refusal;
   } else if (p.shape != kPulseHammer && p.shape != kPulseRicker) {
-    return FormatText("%d is no shape of a source: 0 is a file, 1 a hammer blow, 2 a Ricker wavelet.",
+    return FormatText("%d is not a shape of a source: 0 is a file, 1 a hammer blow, 2 a Ricker wavelet.",
                       p.shape);
   } else if (!WithinRange(p.centerFreq, 1e-6, 1e9)) {
     return FormatText("The centre frequency, %g Hz, is not between 1e-6 and 1e9 Hz.", p.centerFreq);
@@ -182,7 +182,7 @@ Refusal GenerateWaveform(const WaveformSetup& setup, Listener& listener, Wavefor
                                     made.lines.withoutModes.front() / p.timeLength));
   if (std::abs(made.force.back()) > kStrongForce * largest)
     made.notes.push_back(
-        FormatText("The force reaches beyond the span of %g Hz: the record rings at its highest frequency.",
+        FormatText("The force extends beyond the span of %g Hz: the record rings at its highest frequency.",
                    p.freqSpan));
   result = std::move(made);
   return {};

@@ -67,8 +67,8 @@ void NumberField::TakeText() {
   const std::optional<double> value = NumberFromText(FromQt(text()), whole_);
   if (!value) {
     ShowFault(text().contains(QLatin1Char(','))
-                  ? tr("Numbers have a decimal point, not a comma. The former number stands.")
-                  : tr("This is no number. The former number stands."));
+                  ? tr("Numbers have a decimal point, not a comma. The former number is kept.")
+                  : tr("This is not a number. The former number is kept."));
     return;
   }
   ShowFault({});

@@ -54,7 +54,7 @@ const PageHint kHints[] = {
      "No dispersion curve yet: choose a pair on the page Interactive Masking and press Calculate."},
     {&exdthd::CURVES,
      "No curve yet: make representative curves, set up the layers under Parameters, then run."},
-    {&exdthd::PROFILE, "No profile yet: it comes with the first run."}};
+    {&exdthd::PROFILE, "No profile yet: the first run makes it."}};
 
 class MainWindow final : public QMainWindow {
  public:
@@ -121,7 +121,7 @@ class MainWindow final : public QMainWindow {
     if (QFileInfo(ToQt(path)).suffix().compare(QStringLiteral("da"), Qt::CaseInsensitive) == 0)
       OpenAfterQuestion(path);
     else
-      ShowNotice("This is no project file (.da). Measurements come in by File, Import.");
+      ShowNotice("This is not a project file (.da). To read measurements, choose File, Import.");
   }
   void PutInPlace() {
     const QByteArray place = WindowPlace("PANEL");

@@ -52,7 +52,7 @@ void OpenRecent(const std::string& path) {
       OpenAfterQuestion(path);
     } else {
       ForgetRecentFile(path);
-      ShowNotice("The project " + path + " is no longer there. It leaves the list.");
+      ShowNotice("The project " + path + " is no longer there. It was removed from the list.");
     }
   });
 }

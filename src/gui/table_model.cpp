@@ -94,7 +94,7 @@ void Paste(const QTableView& view, const TableControl& table) {
     return IsWholeColumn(table, cell.column) && cell.value != std::trunc(cell.value);
   });
   if (broken != cells->end()) {
-    ShowNotice("Numbers of receivers are whole ones. Nothing was pasted.");
+    ShowNotice("Numbers of receivers are whole numbers. Nothing was pasted.");
     return;
   }
   DispatchCells(table, *cells);
@@ -174,8 +174,8 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
   const auto number = NumberFromText(FromQt(text));
   const bool whole = IsWholeColumn(table_, index.column() + 1);
   if (!number || (whole && *number != std::trunc(*number))) {
-    ShowNotice(whole ? "Numbers of receivers are whole ones. The former number stands."
-                     : "This is no number; numbers have a decimal point. The former number stands.");
+    ShowNotice(whole ? "Numbers of receivers are whole numbers. The former number is kept."
+                     : "This is not a number; numbers have a decimal point. The former number is kept.");
     return false;
   }
   return DispatchCells(table_, {{index.row() + 1, index.column() + 1, *number}});

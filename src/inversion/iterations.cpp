@@ -149,10 +149,10 @@ Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& list
     return Step::kEnd;
   }
   if (e.rmsVel < 0.0) {
-    listener.Tell(
-        FormatText("No point has a velocity after iteration %d: its model is no ground. Iteration %d is the "
-                   "last one with a curve.",
-                   iteration, iteration - 1));
+    listener.Tell(FormatText(
+        "No point has a velocity after iteration %d: its model is not physical. Iteration %d is the "
+        "last one with a curve.",
+        iteration, iteration - 1));
     return Step::kEnd;
   }
   if (e.rmsVel <= run.switches.epsConverge) return Step::kConverged;

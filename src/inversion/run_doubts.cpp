@@ -72,7 +72,7 @@ void DoubtMisfit(const std::vector<IterationFit>& fits) {
   if (fits.back().chi > kLimits.misfit)
     AddDoubt(FormatText(
         "the weighted misfit ends at %.3g, above %.3g: the model cannot follow the data; leave out pairs "
-        "that disagree, cut the layers otherwise, or give the data larger deviations",
+        "that disagree, choose other layers, or give the data larger deviations",
         fits.back().chi, kLimits.misfit));
 }
 
@@ -97,7 +97,8 @@ void DoubtResolution(int entry) {
   }
   if (layers.empty()) return;
   AddDoubt("the resolution is below " + FormatText("%.2g", kLimits.resolution) + " in layer " + layers +
-           " (" + values + "): the data say little of it; join it with its neighbour, or do not report it");
+           " (" + values +
+           "): the data say little about it; merge it with its neighbour, or do not report it");
 }
 
 void DoubtDepth(int entry) {

@@ -38,8 +38,7 @@ std::string ClassText(const SiteClass& siteClass);
 
 /// The questions that the classes leave to the engineer, in one sentence.
 inline constexpr const char* kClassCaution =
-    "Velocity alone decides less than the codes ask: soft clay, liquefiable ground, plasticity and water "
-    "content "
-    "are for the engineer to judge.";
+    "The codes ask for more than the velocity: the engineer has to judge soft clay, liquefiable ground, "
+    "plasticity and water content.";
 
 }  // namespace sondera

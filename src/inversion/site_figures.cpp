@@ -150,7 +150,7 @@ std::string FiguresOf(const SiteProfile& profile, bool extend, SiteFigures& figu
     for (const auto& [depth, name] : {std::pair{kVs30Depth, "vs30"}, std::pair{kHundredFeet, "vsz"}}) {
       figures.figures.push_back(FigureAt(profile, depth, name, FigureStatus::Extended));
       figures.figures.back().reason =
-          reason + "; the lowest velocity is carried on, which generally gives too low an average";
+          reason + "; the lowest velocity is used below, which generally gives too low an average";
     }
   } else {
     SiteFigure none;

@@ -240,7 +240,7 @@ int SaveInvResultCallback(Panel, ControlId, Event event, long data) {
     all += text + "\n\n\n";
   }
   if (all.find("nan") != std::string::npos || all.find("inf") != std::string::npos)
-    return Refuse("The results are not saved: some of their values are infinite or no numbers.");
+    return Refuse("The results are not saved: some of their values are infinite or NaN.");
   TextWriter file(path);
   file.Put(all);
   return file.Close() ? 0 : Refuse(file.Reason());

@@ -11,7 +11,7 @@ namespace sondera {
 void ImportFindings::TellOfText(const std::string& path, const TextColumns& columns, bool isFirst) {
   if (isFirst && columns.linesBehind > 0)
     Add(FindingKind::Doubt,
-        path + FormatText(": the data end behind line %d, and %d more lines with numbers are not read",
+        path + FormatText(": the data end after line %d, and %d more lines with numbers are not read",
                           columns.count(), columns.linesBehind));
   if (columns.shortLines > 0 && columns.shortLines < columns.count())
     Add(FindingKind::Doubt,
@@ -48,7 +48,7 @@ void ImportFindings::TellOfLayout(const std::string& measID, const SpectrumLayou
   const int dropped = count - (layout.nLines - layout.firstLine);
   if (dropped > 0)
     Add(dropped > 1 ? FindingKind::Doubt : FindingKind::Note,
-        measID + FormatText(": a record of %d lines has no place for the last %d of the files, up to %g Hz",
+        measID + FormatText(": a record of %d lines cannot hold the last %d of the files, up to %g Hz",
                             layout.nLines, dropped, f1));
   if (layout.startFreq > 0.0)
     Add(FindingKind::Note,

@@ -39,13 +39,13 @@ void CheckColumns(const SpectrumLayout& layout, ZeroLine zeroLine, Kind kind, Te
   constexpr int kFieldsOfComplex = 3;
   if (columns.damaged || !HasEvenAxis(columns, "frequencies")) return;
   if (kind == Kind::Complex && columns.mostFields < kFieldsOfComplex) {
-    Damage(columns, 1, "two columns are no complex spectrum: frequency, real and imaginary part");
+    Damage(columns, 1, "two columns are not a complex spectrum: frequency, real and imaginary part");
     return;
   }
   for (int k = 0; k < UsedRows(columns, layout); ++k) {
     const LineValue v = ValueAt(columns, k, layout.firstLine + k, zeroLine);
     if (std::isfinite(v.re) && std::isfinite(v.im)) continue;
-    Damage(columns, k + 1, "a value is no finite number");
+    Damage(columns, k + 1, "a value is not a finite number");
     return;
   }
 }

@@ -116,7 +116,7 @@ void AppendLine(const LineTokens& line, int values, std::int64_t number, TextCol
 /// False, with the columns damaged, for a line that no file of this kind has.
 bool IsOfThisKind(const LineTokens& tokens, int values, std::int64_t number, TextColumns& out) {
   if (tokens.count > 0 && std::isnan(NumberOf(tokens.token[0])))
-    return Damage(out, number, "the first field is no number");
+    return Damage(out, number, "the first field is not a number");
   if (tokens.count > 1 + values)
     return Damage(
         out, number,
@@ -207,9 +207,8 @@ TextColumns ReadColumns(TextReader& text, const ColumnRule& rule) {
     const LineTokens tokens = SplitLine(line);
     const bool endsInLine = tokens.count > 0 && !text.LineHadEnd() && !line.ends_with('\r');
     if (endsInLine && ends.BreaksOff(tokens)) {
-      Damage(
-          out, number,
-          "the file breaks off in this line, its last: it has less in it than the others, and no line end");
+      Damage(out, number,
+             "the file breaks off in its last line, which is shorter than the others and has no line end");
       break;
     }
     if (tokens.count < rule.tokensNeeded && out.count() >= rule.keepGoing) {
@@ -242,7 +241,7 @@ bool HasEvenAxis(TextColumns& columns, std::string_view values) {
     if (std::isnan(axis[i])) continue;
     if (!(axis[i] > before))
       return Damage(columns, static_cast<std::int64_t>(i) + 1,
-                    FormatText("the %s do not ascend: %g comes behind %g", name.c_str(), axis[i], before));
+                    FormatText("the %s do not ascend: %g comes after %g", name.c_str(), axis[i], before));
     before = axis[i];
   }
   const Grid grid = FitGrid(axis);

@@ -28,7 +28,7 @@ std::string ReadRow(const ImportRequest& request, int row, const ColumnRule& rul
   if (!columns.damaged && columns.count() < kFewestSamples)
     Damage(columns, columns.count() + 1, "the data end here, before two lines of a time and a value");
   if (!columns.damaged && bad != columns.a.end())
-    Damage(columns, bad - columns.a.begin() + 1, "the value is no finite number");
+    Damage(columns, bad - columns.a.begin() + 1, "the value is not a finite number");
   if (!columns.damaged) HasEvenAxis(columns, "times");
   return columns.damaged ? import_text::CannotRead(FileInRow(request, row), columns.fault) : std::string();
 }

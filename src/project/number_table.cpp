@@ -42,7 +42,8 @@ bool AreNumbers(const std::vector<std::string>& fields, bool decimalComma) {
 }
 
 std::string BadCell(std::size_t line, const std::string& field, char separator) {
-  std::string text = FormatText("line %zu: \"", line) + field.substr(0, kLongestNumber) + "\" is no number";
+  std::string text =
+      FormatText("line %zu: \"", line) + field.substr(0, kLongestNumber) + "\" is not a number";
   double value = 0.0;
   if (separator != ';' && IsNumber(field, true, value))
     text += "; with decimal commas the columns have to be separated by semicolons";

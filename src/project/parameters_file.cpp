@@ -313,7 +313,7 @@ void ReadPairs(Scanner& in, ModelRecord& m) {
 Refusal WriteParameters(const ModelRecord& record, const std::string& path) {
   const std::string failure = "Error in writing the forward modeling param. into file " + path + ".";
   if (!IsWhole(record)) return failure;
-  if (!HasNumbersOnly(record)) return failure + "\nOne of the parameters is infinite or no number.";
+  if (!HasNumbersOnly(record)) return failure + "\nOne of the parameters is infinite or NaN.";
   TextWriter file(path);
   WriteLayers(file, record);
   WriteGlobalCurve(file, record);

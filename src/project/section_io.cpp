@@ -98,7 +98,7 @@ void SectionReader::Watch(const double* values, std::size_t count) {
 
 std::string SectionReader::NotFinite() const {
   if (notFinite_ == 0) return {};
-  return FormatText("%lld %s infinite or no number, the first in the %s section.",
+  return FormatText("%lld %s infinite or NaN, the first in the %s section.",
                     static_cast<long long>(notFinite_), notFinite_ == 1 ? "value is" : "values are",
                     notFiniteSection_);
 }

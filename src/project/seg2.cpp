@@ -179,7 +179,7 @@ std::string TakeKeys(Seg2Trace& trace) {
   const auto interval = Seg2Value(trace.strings, "SAMPLE_INTERVAL");
   if (!interval) return "SAMPLE_INTERVAL is missing";
   trace.interval = Seg2Number(*interval).value_or(0.0);
-  if (!(trace.interval > 0.0)) return "SAMPLE_INTERVAL is no time above 0";
+  if (!(trace.interval > 0.0)) return "SAMPLE_INTERVAL is not a time above 0";
   trace.delay = Seg2Number(value("DELAY"));
   trace.factor = Seg2Number(value("DESCALING_FACTOR"));
   if (trace.factor == 0.0) trace.factor.reset();
@@ -195,7 +195,7 @@ std::string TakeKeys(Seg2Trace& trace) {
 std::string ReadTrace(const Bytes& bytes, std::size_t at, Terminator terminator, Claims& claims,
                       Seg2Trace& trace, std::vector<std::string>& remarks) {
   if (!bytes.holds(at, kHead))
-    return FormatText("its pointer leads to byte %zu, behind the end of the file", at);
+    return FormatText("its pointer leads to byte %zu, after the end of the file", at);
   if (bytes.u16(at) != kTraceMark) return FormatText("there is no trace at byte %zu", at);
   const std::size_t block = bytes.u16(at + 2);
   const std::uint64_t given = bytes.u32(at + 4), n = bytes.u32(at + 8);
@@ -211,10 +211,9 @@ std::string ReadTrace(const Bytes& bytes, std::size_t at, Terminator terminator,
     return FormatText("its %llu samples reach beyond the file", static_cast<unsigned long long>(n));
   if (!claims.take(block + needed)) return "its block overlaps those of other traces";
   if (given < needed)
-    Say(remarks,
-        FormatText("trace %d: %llu samples need %llu bytes and its block tells of %llu; all are read",
-                   trace.number, static_cast<unsigned long long>(n), static_cast<unsigned long long>(needed),
-                   static_cast<unsigned long long>(given)));
+    Say(remarks, FormatText("trace %d: %llu samples need %llu bytes and its block states %llu; all are read",
+                            trace.number, static_cast<unsigned long long>(n),
+                            static_cast<unsigned long long>(needed), static_cast<unsigned long long>(given)));
   if (!ReadStrings(bytes, at + kHead, at + block, terminator, trace.strings))
     Say(remarks, FormatText("trace %d: the list of its keys is damaged and read up to there", trace.number));
   if (std::string reason = TakeKeys(trace); !reason.empty()) return reason;
@@ -235,7 +234,7 @@ std::size_t EndOfFileStrings(const Bytes& bytes, std::size_t begin, int pointers
 }
 
 std::string NoWholeTrace(const Seg2File& file) {
-  std::string text = "the file holds no whole trace";
+  std::string text = "the file has no complete trace";
   if (!file.refused.empty()) text += "; " + file.refused.front();
   return text;
 }
@@ -263,7 +262,7 @@ std::string ReadSeg2(std::string_view all, Seg2File& file) {
   file.pointers = static_cast<int>(bytes.u16(6));
   if (file.pointers == 0) return "the file holds no traces";
   if (file.pointers > kMostSeg2Traces)
-    return FormatText("the file tells of %d traces, and at most %d are read", file.pointers, kMostSeg2Traces);
+    return FormatText("the file states %d traces, and at most %d are read", file.pointers, kMostSeg2Traces);
   const Terminator terminator = TerminatorOf(bytes);
   const std::size_t begin = kHead + room;
   Claims claims{bytes.size()};

@@ -50,7 +50,7 @@ int RunAt(const std::vector<double>& samples, double value) {
 std::string SampleFault(const std::vector<double>& samples) {
   if (samples.empty()) return "has no samples";
   const Range range = RangeOf(samples);
-  if (!range.finite) return "holds a value that is no finite number";
+  if (!range.finite) return "holds a value that is not a finite number";
   if (range.low == 0.0 && range.high == 0.0) return "is dead: all samples are 0";
   if (range.low == range.high) return FormatText("is dead: all samples are %g", range.low);
   // The zeros before a wave of one sign are not a limit of the recorder.

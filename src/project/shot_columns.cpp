@@ -54,13 +54,13 @@ std::string ShotOfColumns(const std::string& path, std::string_view text, double
   if (named || interval == 0.0) {
     const double step = IntervalOf(table.columns.front()) * unit;
     if (!(step > 0.0) && interval == 0.0)
-      return "the first column is no time that grows evenly; say the sampling interval";
+      return "the first column is not a time with even steps; give the sampling interval";
     if (interval == 0.0 && table.columns.size() < 2) return "there is no column beside the time";
     if (step > 0.0) firstTime = table.columns.front().front() * unit;
     if (interval == 0.0) interval = step;
     firstChannel = 1;
   }
-  if (!(interval > 0.0) || !std::isfinite(interval)) return "the sampling interval is no time above 0";
+  if (!(interval > 0.0) || !std::isfinite(interval)) return "the sampling interval is not a time above 0";
   shot = {};
   shot.path = path;
   shot.receiverKey = "the places of the receivers";

@@ -63,13 +63,13 @@ std::string DifferenceOf(const ShotPlan& first, const ShotPlan& later) {
     return FormatText("its unit of length is %g m, and that of the first %g m", later.lengthUnit,
                       first.lengthUnit);
   if (!same(first.source, later.source))
-    return FormatText("its source stands at %g, and that of the first at %g", later.source, first.source);
+    return FormatText("its source is at %g, and that of the first at %g", later.source, first.source);
   for (const ShotChannel* c : first.planned()) {
     const auto at = std::find_if(later.channels.begin(), later.channels.end(),
                                  [&](const ShotChannel& l) { return l.channel == c->channel; });
     if (at == later.channels.end()) return FormatText("it has no channel %d on this side", c->channel);
     if (!(std::fabs(at->place - c->place) <= kSamePlace * std::max(c->distance, 1e-3)))
-      return FormatText("its channel %d stands at %g, and that of the first at %g", c->channel, at->place,
+      return FormatText("its channel %d is at %g, and that of the first at %g", c->channel, at->place,
                         c->place);
   }
   if (!same(first.interval, later.interval))

@@ -74,7 +74,7 @@ std::vector<double> Projected(const Points& points, ShotPlaces& places) {
     places.findings.push_back(
         {FindingKind::Doubt,
          FormatText(
-             "source or receivers stand up to %g beside their line; the distances along it are too short",
+             "source or receivers are up to %g beside their line; the distances along it are too short",
              beside)});
   return along;
 }
@@ -85,11 +85,11 @@ std::string SourceOf(const Shot& shot, std::vector<double>& location) {
   for (const ShotTrace& trace : shot.traces) {
     if (trace.source.empty()) continue;
     if (first && PointOf(trace.source) != PointOf(first->source))
-      return FormatText("channels %d and %d tell of different sources; say where it stood", first->channel,
+      return FormatText("channels %d and %d name different sources; give its place", first->channel,
                         trace.channel);
     if (!first) first = &trace;
   }
-  if (!first) return shot.sourceKey + " is missing; say where the source stood";
+  if (!first) return shot.sourceKey + " is missing; give the place of the source";
   location = first->source;
   return {};
 }
@@ -124,7 +124,7 @@ std::string PlaceShot(const Shot& shot, const ShotChoices& choices, ShotPlaces& 
                                     [&](const Point& p) { return p == points.all.front(); });
   if (points.all.empty() || (allEqual && points.all.size() > 1))
     return shot.receiverKey + (points.all.empty() ? " is missing" : " is the same for all channels") +
-           "; say where the receivers stood";
+           "; give the places of the receivers";
   if (!choices.source) {
     std::vector<double> location;
     if (std::string reason = SourceOf(shot, location); !reason.empty()) return reason;

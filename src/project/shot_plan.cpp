@@ -46,7 +46,8 @@ std::string TakeUnit(const Shot& shot, const ShotChoices& choices, ShotPlan& pla
 std::string CheckChosen(const Shot& shot, const ShotChoices& choices) {
   for (std::size_t i = 0; i < choices.channels.size(); ++i) {
     const int channel = choices.channels[i];
-    if (!TraceOfChannel(shot, channel)) return FormatText("there is no whole trace of channel %d", channel);
+    if (!TraceOfChannel(shot, channel))
+      return FormatText("there is no complete trace of channel %d", channel);
     if (std::find(choices.channels.begin(), choices.channels.begin() + static_cast<std::ptrdiff_t>(i),
                   channel) != choices.channels.begin() + static_cast<std::ptrdiff_t>(i))
       return FormatText("channel %d is named twice", channel);
@@ -83,8 +84,8 @@ std::string TakeSide(const ShotChoices& choices, const ShotPlaces& places, ShotP
   std::size_t left = 0, right = 0;
   for (ShotChannel& c : plan.channels) {
     if (c.distance == 0.0 && !choices.channels.empty())
-      return std::string(kInvalidLocation) + FormatText(" Channel %d stands at the source.", c.channel);
-    if (c.distance == 0.0) c.setAside = "stands at the source";
+      return std::string(kInvalidLocation) + FormatText(" Channel %d is at the source.", c.channel);
+    if (c.distance == 0.0) c.setAside = "is at the source";
     if (choices.channels.empty() && isAside(c)) continue;
     if (c.place < places.source) ++left;
     if (c.place > places.source) ++right;
@@ -109,9 +110,9 @@ std::string DropDoubles(const ShotChoices& choices, ShotPlan& plan) {
     if (std::isnan(c.distance) || (free && !c.setAside.empty())) continue;
     if (last && last->distance == c.distance) {
       const std::string text =
-          FormatText("channels %d and %d stand at the same place, %g", last->channel, c.channel, c.place);
+          FormatText("channels %d and %d are at the same place, %g", last->channel, c.channel, c.place);
       if (!free) return std::string(kInvalidLocation) + " " + text;
-      c.setAside = FormatText("stands where channel %d does", last->channel);
+      c.setAside = FormatText("is at the same place as channel %d", last->channel);
       Add(plan, FindingKind::Note, text + "; the first is taken");
       continue;
     }
@@ -303,7 +304,7 @@ std::string PairID(const std::string& measID, const ShotPair& pair) {
 std::string PlanShot(const Shot& shot, const ShotChoices& choices, ShotPlan& plan) {
   plan = {};
   if (choices.measID.empty()) return "Empty ID String !";
-  if (shot.traces.size() < 2) return "the file has one whole channel, and a pair takes two";
+  if (shot.traces.size() < 2) return "the file has one complete channel, and a pair takes two";
   std::string reason = CheckChosen(shot, choices);
   ShotPlaces places;
   if (reason.empty()) reason = PlaceShot(shot, choices, places);
@@ -321,7 +322,7 @@ std::string PlanShot(const Shot& shot, const ShotChoices& choices, ShotPlan& pla
     return FormatText("%zu receivers can be used, and a pair takes two", plan.planned().size());
   if (choices.pairs) MakePairs(choices, plan);
   if (choices.pairs && plan.pairs.empty())
-    return "no two receivers stand so that their spacing is 0.5 to 2 times the near distance";
+    return "no two receivers have a spacing of 0.5 to 2 times the near distance";
   if (choices.measID.size() + kRoomForDistances > kLongestID) return "the id is too long";
   reason = TakeSampling(shot, choices, plan);
   if (reason.empty()) TellOfRecorder(shot, choices, plan);

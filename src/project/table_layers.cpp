@@ -100,7 +100,7 @@ std::string ReadLayers(std::string_view text, LayeredModel& model) {
   const auto first = FieldsOf(FirstLine(text), ' ');
   double count = 0.0;
   if (first.size() != 1 || !IsNumber(first[0], false, count) || count < 1.0 || count != std::floor(count))
-    return "the first line is no number of layers";
+    return "the first line is not a number of layers";
   NumberTable table;
   if (std::string reason = ReadNumberTable(text, table); !reason.empty()) return reason;
   if (static_cast<double>(table.rows()) != count)

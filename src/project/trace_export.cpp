@@ -261,7 +261,7 @@ Refusal MakeTraceExport(const TraceExportRequest& request, TraceExport& out) {
     return type == kGabor ? std::string("Calcualte Gabor spectrum, first.") : noData;
   }
   if (const std::size_t count = CountNotFinite(*r.rawData, out.files))
-    return FormatText("The data on display %s are not saved: %zu of their values are infinite or no numbers.",
+    return FormatText("The data on display %s are not saved: %zu of their values are infinite or NaN.",
                       display.c_str(), count);
   return {};
 }

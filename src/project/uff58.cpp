@@ -120,7 +120,7 @@ Uff58Status DamagedAt(const TextReader& text, Uff58Set& set, std::string cause) 
 
 /// Values of a set, point by point. Damaged when they end early, or one is not a finite number.
 Uff58Status ReadValues(TextReader& text, Uff58Set& set) {
-  constexpr char kNoNumber[] = "a value is no finite number";
+  constexpr char kNoNumber[] = "a value is not a finite number";
   constexpr char kTooFew[] = "the data end before the number of points in the header is reached";
   const bool complex = set.ordinateType == 5 || set.ordinateType == 6;
   const bool real = set.ordinateType == 2 || set.ordinateType == 4;

@@ -43,8 +43,8 @@ enum class Uff58Status {
   NotUff58,  ///< not a universal file, or without a set 58 in text form
   NoMatch,   ///< sets 58, but the first (all, when all are looked at) of another function type or unevenly
              ///< spaced
-  Damaged,   ///< a header or data that end early, a value that is no finite number, no or negative points, a
-             ///< read error; the set's fault tells which
+  Damaged,  ///< a header or data that end early, a value that is not a finite number, no or negative points, a
+            ///< read error; the set's fault tells which
 };
 
 enum class Uff58Scan { FirstSetOnly, UntilMatch };

@@ -77,7 +77,7 @@ SiteTexts ReadSiteTexts(const std::string& projectFile) {
 
 Refusal WriteSiteTexts(const std::string& projectFile, const SiteTexts& texts) {
   const std::string name = SiteTextsFile(projectFile);
-  if (name.empty()) return "The texts of the report stand beside the project; save the project first.";
+  if (name.empty()) return "The texts of the report are stored beside the project; save the project first.";
   TextWriter file(name);
   for (const Field& field : kFields)
     file.Put(std::string(field.name) + ": " + Cut(SoundText(Trimmed(texts.*field.text))) + "\n");

@@ -361,8 +361,8 @@ std::string ReceiverLinesFault() {
     const double d2 = LocationOf(*setup, pair.dspChan) - setup->srcLoc;
     if ((d1 < 0.0 && d2 > 0.0) || (d1 > 0.0 && d2 < 0.0))
       return FormatText(
-          "The source of %s stands between its receivers, so the wave does not run from one to the "
-          "other: leave this pair out.",
+          "The source of %s is between its receivers, so the wave does not travel from one to the other: "
+          "leave this pair out.",
           RepCurveLabel(pair.key, pair.refChan, pair.dspChan, 1).c_str());
   }
   return "";

@@ -40,7 +40,7 @@ TEST(BoardReply, LinesOf4096BytesAreTakenAndOf4097Refused) {
 
 TEST(BoardReply, ControlBytesAreRefused) {
   for (const char* text : {"ok\r\n", "ok\t1\n", "ok \x1b[2J\n", "\xc3\xa4\n", "\x7f\n"})
-    EXPECT_EQ(Fed(text).Fault(), "its reply has a byte that is no printable ASCII") << text;
+    EXPECT_EQ(Fed(text).Fault(), "its reply has a byte that is not printable ASCII") << text;
   EXPECT_FALSE(Fed(std::string("ok\0\n", 4)).Fault().empty());
 }
 

@@ -55,7 +55,7 @@ class Batch : public ::testing::Test {
 
 TEST_F(Batch, AListIsReadWithItsColumns) {
   Write("sites.csv", "\xEF\xBB\xBFsite,name of\r\n");
-  EXPECT_NE(FaultOf("site,name of\na,b\n").find("line 1: \"name of\" is no name of a column"),
+  EXPECT_NE(FaultOf("site,name of\na,b\n").find("line 1: \"name of\" is not a column name"),
             std::string::npos);
   Write("sites.csv", "\xEF\xBB\xBFsite,files\r\nA-1,\"a,b\"\r\n\r\nB.2,\n");
   std::vector<Site> sites;
@@ -85,7 +85,7 @@ TEST_F(Batch, OnlyColumnsAreReplacedInTheScript) {
   std::string made;
   EXPECT_EQ(ScriptOfSite("open ${dir}/${site}.da $HOME ${x}\n", site, "/data", made), "");
   EXPECT_EQ(made, "open /data/a.da $HOME $(rm -r ${site})\n");
-  EXPECT_EQ(ScriptOfSite("a\nb ${y}\n", site, "", made), "line 2: ${y} is no column of the list");
+  EXPECT_EQ(ScriptOfSite("a\nb ${y}\n", site, "", made), "line 2: ${y} is not a column of the list");
   EXPECT_NE(ScriptOfSite("a ${x", site, "", made), "");
 }
 

@@ -97,7 +97,7 @@ TEST(WrongForm, NamesWhatNoFormHas) {
   EXPECT_EQ(wrong({"export", "site.da", "out"}), "export takes six words, not 2");
   EXPECT_EQ(wrong({"export"}), "\"export\" alone is taken for the name of a project file");
   EXPECT_EQ(wrong({"-h"}), "\"-h\" alone is taken for the name of a project file");
-  EXPECT_EQ(wrong({"one", "two", "three"}), "\"one\" with 2 words behind it is no command");
+  EXPECT_EQ(wrong({"one", "two", "three"}), "\"one\" with 2 words after it is not a command");
 }
 
 TEST_F(CommandLineForms, AutoWithAnotherWordRunsTheScriptOnTheEmptySession) {

@@ -62,7 +62,7 @@ TEST_F(MeasuringFaults, ThreeFailuresInARowShowTheDriversText) {
   };
   ASSERT_EQ(Start(), 0);
   EXPECT_EQ(early, "");
-  EXPECT_EQ(said, "The record has values that are no numbers.");
+  EXPECT_EQ(said, "The record has values that are not numbers.");
   ExpectIdle();
 }
 

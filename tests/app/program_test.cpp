@@ -97,7 +97,7 @@ TEST_F(Program, WordsThatAreNoCommandAreToldWithTheUsage) {
   Write("job.txt", "export out measID 1 2 3\n");
   for (const auto& [words, complaint] : std::initializer_list<std::pair<const char*, const char*>>{
            {"auto new x", "sondera: auto takes three words"},
-           {"one two three", "sondera: \"one\" with 2 words behind it is no command."},
+           {"one two three", "sondera: \"one\" with 2 words after it is not a command."},
            {"-h", "sondera: \"-h\" alone is taken for the name of a project file."},
            {"export", "sondera: \"export\" alone is taken"},
            {"auto new '' job.txt", "sondera: the name of the new project is empty."}}) {

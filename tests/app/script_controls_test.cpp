@@ -150,7 +150,7 @@ TEST_F(ScriptControls, UnknownNamesGetTheNearestOne) {
   EXPECT_EQ(Run("press QQQQ.ZZZZZZZZZ"), 1);
   EXPECT_EQ(err, "job:2: press: unknown panel \"QQQQ\"\n");
   EXPECT_EQ(Run("press MASKINGNEW"), 1);
-  EXPECT_EQ(err, "job:2: press: \"MASKINGNEW\" is no PANEL.CONTROL, like SASW.MASKINGNEW\n");
+  EXPECT_EQ(err, "job:2: press: \"MASKINGNEW\" is not a PANEL.CONTROL, like SASW.MASKINGNEW\n");
 }
 
 TEST_F(ScriptControls, ARingTakesValueOrLabelAndASwitchYesOrNo) {

@@ -71,8 +71,8 @@ TEST(ScriptLine, WhatCannotBeSplitSaysWhy) {
   EXPECT_EQ(ReasonOf("print \"a"), "a quotation mark is not closed");
   EXPECT_EQ(ReasonOf("print \"a\"b"), "a blank has to follow the closing quotation mark");
   EXPECT_EQ(ReasonOf("print a\"b\""), "a quotation mark stands inside of a word; quote the whole word");
-  EXPECT_EQ(ReasonOf(R"(print "a\n")"), "behind a backslash in quotation marks only \" and \\ may stand");
-  EXPECT_EQ(ReasonOf(R"(print "a\)"), "behind a backslash in quotation marks only \" and \\ may stand");
+  EXPECT_EQ(ReasonOf(R"(print "a\n")"), "after a backslash in quotation marks only \" and \\ are allowed");
+  EXPECT_EQ(ReasonOf(R"(print "a\)"), "after a backslash in quotation marks only \" and \\ are allowed");
   EXPECT_EQ(ReasonOf("mask jumps=1 jumps=2"), "jumps= is given twice");
   EXPECT_EQ(
       ReasonOf("project id=my site"),

@@ -83,7 +83,7 @@ TEST_F(ScriptMeasure, StopCountsDeliveredRecords) {
   EXPECT_EQ(session.avgCount, 2);
   EXPECT_EQ(measRun.measStopped, 1);
   EXPECT_EQ(Run("setup averageonoff=0\nmeasure\n"), 1);
-  EXPECT_EQ(err, "job:3: measure: averaging is off, so the run would go on for ever; say stop=N\n");
+  EXPECT_EQ(err, "job:3: measure: averaging is off, so the run would never end; give stop=N\n");
   EXPECT_EQ(Run("measure stop=3\n"), 0) << err;
   EXPECT_EQ(testBoard.records, 7);
 }

@@ -88,7 +88,7 @@ TEST_F(ScriptShot, MissingLocationsEndTheScriptWithTheirKey) {
   WriteShot("1", line);
   EXPECT_EQ(Run("read seg2 id=site files=1"), 1);
   EXPECT_THAT(err,
-              HasSubstr("RECEIVER_LOCATION is missing; say where the receivers stood: source= and at=\n"));
+              HasSubstr("RECEIVER_LOCATION is missing; give the places of the receivers: source= and at=\n"));
   EXPECT_EQ(GetKeyFromID(session.curProjID, "site_10_20"), -1);
   EXPECT_EQ(Run("read seg2 id=site files=1 source=0 at=10,20"), 0) << err;
   EXPECT_EQ(Hardware("site_10_20").nChannels, 2);
@@ -152,7 +152,7 @@ TEST_F(ScriptShot, ColumnsOfTextMakeTheSamePairs) {
   EXPECT_EQ(Hardware("b_10_20").triggerDelay, 0.0);
   EXPECT_EQ(Run("read columns id=c files=bare.csv source=0 at=10,20,40"), 1);
   EXPECT_THAT(err,
-              HasSubstr("the first column is no time that grows evenly; say the sampling interval: dt=\n"));
+              HasSubstr("the first column is not a time with even steps; give the sampling interval: dt=\n"));
   EXPECT_EQ(Run("read columns id=c files=time.csv source=0 at=10,20"), 1);
   EXPECT_THAT(err, HasSubstr("2 places are given for 3 channels"));
 }

@@ -214,7 +214,7 @@ TEST_F(ScriptSite, LayersComeFromAListOrAFile) {
   EXPECT_EQ(FModelParam.damping[1], 0.02);
   Write("bad.txt", "4 400 x\n");
   EXPECT_EQ(Run("layers bad.txt"), 1);
-  EXPECT_EQ(err, "job:2: layers: bad.txt:1: \"x\" is no number\n");
+  EXPECT_EQ(err, "job:2: layers: bad.txt:1: \"x\" is not a number\n");
   EXPECT_EQ(Run("layers none.txt"), 1);
   EXPECT_EQ(Run("receivers 1,2,4,8"), 0) << err;
   EXPECT_EQ(GetNumTableRows(fmodeling::RECEIVERLOC), 4);

@@ -187,8 +187,8 @@ TEST(ScriptWords, AnUnknownWordGetsTheNearestOne) {
 }
 
 TEST(ScriptWords, WrongKindsNameTheArgument) {
-  EXPECT_EQ(ReasonOf("mask update x 1 2"), "HZ: \"x\" is no number");
-  EXPECT_EQ(ReasonOf("pair a 1.5 2"), "REF: \"1.5\" is no whole number");
+  EXPECT_EQ(ReasonOf("mask update x 1 2"), "HZ: \"x\" is not a number");
+  EXPECT_EQ(ReasonOf("pair a 1.5 2"), "REF: \"1.5\" is not a whole number");
   EXPECT_EQ(ReasonOf("pair a 0 2"), "channels count from 1");
   EXPECT_EQ(ReasonOf("phase smoothed"), "\"smoothed\" is not one of original|enhanced|backbone");
   EXPECT_EQ(ReasonOf("window enhanced bandpass times=1,2,3"),
@@ -199,7 +199,7 @@ TEST(ScriptWords, WrongKindsNameTheArgument) {
   EXPECT_EQ(ReasonOf("mask 5 5"), "a mask reaches from 0 Hz or more to a higher frequency");
   EXPECT_EQ(ReasonOf("curves read a.gcd"), "curves are read from .exd");
   EXPECT_EQ(ReasonOf("curves write a.txt"), "curves are written to .exd, .gcd, .icd and .red");
-  EXPECT_EQ(ReasonOf("invert from=smp:0"), "\"smp:0\" is no entry like inv:2 or smp:1");
+  EXPECT_EQ(ReasonOf("invert from=smp:0"), "\"smp:0\" is not an entry like inv:2 or smp:1");
   EXPECT_EQ(ReasonOf("invert niter=x"), "niter=: INVERSION.NITER takes a whole number, and \"x\" is none");
   EXPECT_EQ(ReasonOf("preInversion 1 0 2 0.5 3 1 2"),
             "the number of layers is 3, and 2 thicknesses follow (up to 400 can)");

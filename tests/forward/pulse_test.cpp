@@ -95,7 +95,7 @@ TEST(CheckSource, NamesTheSampleThatIsNone) {
   EXPECT_EQ(why({0.0, 1.0}, {0.0, 1.0}), "");
   EXPECT_EQ(why({0.0}, {1.0}), "The source function has less than two samples.");
   EXPECT_EQ(why({0.0, 1.0}, {1.0}), "The source function has less than two samples.");
-  EXPECT_EQ(why({0.0, 1.0, NAN}, {1.0, 2.0, 3.0}), "Sample 3 of the source function is no finite number.");
+  EXPECT_EQ(why({0.0, 1.0, NAN}, {1.0, 2.0, 3.0}), "Sample 3 of the source function is not a finite number.");
   EXPECT_EQ(why({0.0, 1.0, 1.0}, {1.0, 2.0, 3.0}),
             "The time of sample 3 of the source function is not above the one before.");
   EXPECT_EQ(why({0.0, 1.0}, {0.0, 0.0}), "The source function is 0 throughout.");

@@ -106,7 +106,7 @@ TEST(Waveform, EachBadSettingHasOneSentence) {
               std::string::npos);
   EXPECT_EQ(with([](WaveformSetup& s) { s.pulse.centerFreq = 0.0; }),
             "The centre frequency, 0 Hz, is not between 1e-6 and 1e9 Hz.");
-  EXPECT_NE(with([](WaveformSetup& s) { s.pulse.shape = 3; }).find("3 is no shape of a source"),
+  EXPECT_NE(with([](WaveformSetup& s) { s.pulse.shape = 3; }).find("3 is not a shape of a source"),
             std::string::npos);
   EXPECT_EQ(with([](WaveformSetup& s) { s.pulse.shape = 0; }),
             "The source function has less than two samples.");
@@ -163,7 +163,7 @@ TEST(Waveform, AForceBeyondTheSpanIsWarnedOf) {
   const WaveformResult result = Generated(s);
   ASSERT_EQ(result.notes.size(), 1u);
   EXPECT_EQ(result.notes[0],
-            "The force reaches beyond the span of 320 Hz: the record rings at its highest frequency.");
+            "The force extends beyond the span of 320 Hz: the record rings at its highest frequency.");
 }
 
 TEST(Waveform, AHaltKeepsTheFormerRecord) {

@@ -206,9 +206,8 @@ TEST_F(Windows, ADroppedProjectOpensAnotherFileGetsOneMessage) {
     EXPECT_EQ(RecentFiles(), (std::vector<std::string>{folder.File("bridge.da")}));
     asked.clear();
     Drop(folder.File("picture.png"));
-    EXPECT_EQ(
-        asked,
-        (std::vector<std::string>{"This is no project file (.da). Measurements come in by File, Import."}));
+    EXPECT_EQ(asked, (std::vector<std::string>{
+                         "This is not a project file (.da). To read measurements, choose File, Import."}));
     EXPECT_EQ(session.projectFileName, folder.File("bridge.da"));
   });
 }

@@ -112,7 +112,7 @@ TEST_F(RepCurveButtons, ASourceBetweenTheReceiversOfAPairIsRefusedBeforeAFileIsA
   m.setup->srcLoc = 30;
   for (int (*press)(Event) : {PressSaveICD, PressSaveRED}) EXPECT_EQ(press(Event::Commit), -1);
   EXPECT_THAT(frontEnd.messages, ::testing::ElementsAre(ReceiverLinesFault(), ReceiverLinesFault()));
-  EXPECT_THAT(frontEnd.messages.front(), ::testing::HasSubstr("m1[2:3] stands between its receivers"));
+  EXPECT_THAT(frontEnd.messages.front(), ::testing::HasSubstr("m1[2:3] is between its receivers"));
   EXPECT_THAT(frontEnd.files, IsEmpty());
 }
 

@@ -219,7 +219,7 @@ TEST_F(CurveImport, ASourceBetweenItsReceiversIsRefusedWithTheReason) {
   site.setup->srcLoc = 30.0;
   EXPECT_EQ(RetrieveDispCurvInfoFromMemory(), -1);
   EXPECT_EQ(OnlyMessage(), ReceiverLinesFault());
-  EXPECT_NE(OnlyMessage().find("[2:3] stands between its receivers"), std::string::npos) << OnlyMessage();
+  EXPECT_NE(OnlyMessage().find("[2:3] is between its receivers"), std::string::npos) << OnlyMessage();
 }
 
 TEST_F(CurveImport, AReceiverAtTheSourceIsRefused) {

@@ -157,7 +157,7 @@ TEST_F(UndoTest, ALoadForgetsTheSteps) {
   ASSERT_EQ(Run("mask 40 60\nsave state.da overwrite=yes\nopen state.da"), 0) << err;
   EXPECT_EQ(Undo(), -1);
   EXPECT_EQ(Run("undo"), 1);
-  EXPECT_NE(err.find("there is nothing to take back"), std::string::npos) << err;
+  EXPECT_NE(err.find("there is nothing to undo"), std::string::npos) << err;
 }
 
 }  // namespace

@@ -353,12 +353,12 @@ TEST(TableForms, DensitiesHaveToBeInOneUnitThatCanBeTold) {
 
 TEST(TableForms, LayersThatCannotBeAreRefused) {
   LayeredModel m;
-  EXPECT_EQ(ReadLayers("5 300 150 1800\n", m), "the first line is no number of layers");
+  EXPECT_EQ(ReadLayers("5 300 150 1800\n", m), "the first line is not a number of layers");
   EXPECT_EQ(ReadLayers("3\n5 300 150 1800\n0 800 400 1800\n", m), "3 layers are announced, and there are 2");
   EXPECT_EQ(ReadLayers("2\n0 300 150 1800\n0 800 400 1800\n", m),
             "layer 1 has a thickness of 0, Vp of 300, Vs of 150 and a density of 1800");
   EXPECT_EQ(ReadLayers("1\n0 800\n", m), "a layer is thickness, Vp, Vs and density, and here are 2 numbers");
-  EXPECT_EQ(ReadLayers("", m), "the first line is no number of layers");
+  EXPECT_EQ(ReadLayers("", m), "the first line is not a number of layers");
 }
 
 TEST(TableForms, NoGlobalCurveIsNoCurve) {

@@ -253,11 +253,10 @@ TEST_F(LoadHyxDataTest, ARefusalNamesFileLineAndCause) {
        "line 3: the frequencies are not evenly spaced: the mean step is 0.7, and the one to 1.5 is another"},
       {"0 1 2\n0.5 1 2\n0.4 1 2\n", "line 3: the frequencies do not ascend: 0.4 comes behind 0.5"},
       {"0 1\n0.5 1\n1 1\n1.5 1\n",
-       "line 1: two columns are no complex spectrum: frequency, real and imaginary part"},
+       "line 1: two columns are not a complex spectrum: frequency, real and imaginary part"},
       {"0 1 2\n0.5 1 2\n1 1 2\n1.5 1",
-       "line 4: the file breaks off in this line, its last: it has less in it than the others, and no line "
-       "end"},
-      {"0 1 2\n0.5 nan 2\n1 1 2\n", "line 2: a value is no finite number"},
+       "line 4: the file breaks off in its last line, which is shorter than the others and has no line end"},
+      {"0 1 2\n0.5 nan 2\n1 1 2\n", "line 2: a value is not a finite number"},
       {"0 1 2\n\n", "line 2: the data end here, before two lines"}};
   for (const auto& c : cases) {
     frontEnd.messages.clear();
@@ -286,14 +285,14 @@ TEST_F(LoadHyxDataTest, ABandThatBeginsAboveZeroAndLinesWithoutAPlaceAreTold) {
   ASSERT_EQ(Import({.measID = "whole", .files = {File(1, 17)}}), 0);
   ASSERT_EQ(Findings().size(), 1u);
   EXPECT_EQ(Findings()[0], (Finding{FindingKind::Note,
-                                    "whole: a record of 16 lines has no place for the last 1 of the "
+                                    "whole: a record of 16 lines cannot hold the last 1 of the "
                                     "files, up to 8 Hz"}));
   ClearFindings();
   ASSERT_EQ(Import({.measID = "band", .files = {File(1, 17, 0.5)}}), 0) << "16 lines from 0 Hz on";
   ASSERT_EQ(Findings().size(), 2u);
   EXPECT_EQ(Findings()[0].kind, FindingKind::Doubt);
   EXPECT_EQ(Findings()[0].text,
-            "band: a record of 16 lines has no place for the last 2 of the files, up to 8.5 Hz");
+            "band: a record of 16 lines cannot hold the last 2 of the files, up to 8.5 Hz");
 }
 
 TEST_F(LoadHyxDataTest, ZerosAndLengthsAreTold) {
@@ -366,7 +365,7 @@ TEST_F(LoadGyxDataTest, APowerSpectrumMayHaveTwoColumnsAndACrossSpectrumNot) {
   EXPECT_EQ(ImportCross(2, false, {File(1, 4), Write("g21", two)}, "other"), -1);
   EXPECT_EQ(OnlyMessageCause(),
             folder.File("g21") +
-                ", line 1: two columns are no complex spectrum: frequency, real and imaginary part");
+                ", line 1: two columns are not a complex spectrum: frequency, real and imaginary part");
   EXPECT_FALSE(Has("other"));
 }
 

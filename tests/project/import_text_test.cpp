@@ -193,7 +193,7 @@ TEST(ReadColumns, ALineWithMoreFieldsThanTheFormatHasIsDamage) {
 
 TEST(ReadColumns, DamageNamesItsLine) {
   EXPECT_EQ(Read("0 1\n\n1 2\nx 3\n", Later(kTim, 9)).fault.line, 4);
-  EXPECT_EQ(Read("time value\n0 1\n", kTim).fault.cause, "the first field is no number");
+  EXPECT_EQ(Read("time value\n0 1\n", kTim).fault.cause, "the first field is not a number");
   EXPECT_EQ(Read("0 1\n" + std::string(300, ' ') + "\n", kTim).fault.line, 2);
 }
 

@@ -203,11 +203,10 @@ TEST_F(LoadTimeDataTest, ARefusalNamesFileLineAndCause) {
       {"0 1\n0.01 2\n0.03 3\n0.04 5\n",
        "line 3: the times are not evenly spaced: the mean step is 0.014, and the one to 0.03 is another"},
       {"0 1\n0.01 2\n0.01 3\n", "line 3: the times do not ascend: 0.01 comes behind 0.01"},
-      {"0 1\n0.01 inf\n0.02 3\n", "line 2: the value is no finite number"},
+      {"0 1\n0.01 inf\n0.02 3\n", "line 2: the value is not a finite number"},
       {"0 1\nnothing\n", "line 2: the data end here, before two lines of a time and a value"},
       {"0 1.25\n0.01 2.25\n0.02 3.25\n0.03 4.",
-       "line 4: the file breaks off in this line, its last: it has less in it than the others, and no line "
-       "end"}};
+       "line 4: the file breaks off in its last line, which is shorter than the others and has no line end"}};
   for (const auto& c : cases) {
     for (const bool later : {false, true}) {
       frontEnd.messages.clear();
@@ -254,7 +253,7 @@ TEST_F(LoadTimeDataTest, LinesBehindTheEndOfTheDataAndWithoutAValueAreTold) {
   EXPECT_THAT(
       Told(FindingKind::Doubt),
       ElementsAre(
-          folder.File("r1") + ": the data end behind line 4, and 2 more lines with numbers are not read",
+          folder.File("r1") + ": the data end after line 4, and 2 more lines with numbers are not read",
           folder.File("r2") + ": 1 lines lack a value, which counts as 0; the first is line 2"));
   EXPECT_THAT(
       Told(FindingKind::Note),

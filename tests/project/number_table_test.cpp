@@ -57,11 +57,11 @@ TEST(NumberTable, WhatIsNoTableHasItsLine) {
   EXPECT_EQ(Refusal(""), "the file holds no row of numbers");
   EXPECT_EQ(Refusal("a,b\n"), "the file holds no row of numbers");
   EXPECT_EQ(Refusal("1,2\n3\n"), "line 2 has 1 columns, and the lines before it 2");
-  EXPECT_EQ(Refusal("1,2\n3,x\n"), "line 2: \"x\" is no number");
+  EXPECT_EQ(Refusal("1,2\n3,x\n"), "line 2: \"x\" is not a number");
   EXPECT_EQ(Refusal("a,b,c\n1,2\n"), "the first line names 3 columns, and there are 2");
   EXPECT_EQ(
       Refusal("x\ty\n1,6\t3\n"),
-      "line 2: \"1,6\" is no number; with decimal commas the columns have to be separated by semicolons");
+      "line 2: \"1,6\" is not a number; with decimal commas the columns have to be separated by semicolons");
   std::string wide = "1";
   for (int i = 0; i < 5000; ++i) wide += ",1";
   EXPECT_THAT(Refusal(wide + "\n"), HasSubstr("at most 4096 are read"));
@@ -140,14 +140,14 @@ TEST(ShotColumns, TimeInMillisecondsIsTakenByItsName) {
 
 TEST(ShotColumns, WithoutATimeTheIntervalIsAskedFor) {
   Shot shot;
-  const char* asks = "the first column is no time that grows evenly; say the sampling interval";
+  const char* asks = "the first column is not a time with even steps; give the sampling interval";
   EXPECT_EQ(ShotOfColumns("file", "1,2\n1,3\n2,4\n", 0.0, shot), asks);
   EXPECT_EQ(ShotOfColumns("file", "0,2\n1,3\n3,4\n", 0.0, shot), asks);
   EXPECT_EQ(ShotOfColumns("file", "0,2\n", 0.0, shot), asks);
   EXPECT_EQ(ShotOfColumns("file", "0\n1\n2\n", 0.0, shot), "there is no column beside the time");
   EXPECT_EQ(ShotOfColumns("file", "1,2\n1,3\n2,4\n", 0.5, shot), "");
   EXPECT_EQ(shot.traces.size(), 2u);
-  EXPECT_EQ(ShotOfColumns("file", "1,x\n1,3\n2,y\n", 0.5, shot), "line 3: \"y\" is no number");
+  EXPECT_EQ(ShotOfColumns("file", "1,x\n1,3\n2,y\n", 0.5, shot), "line 3: \"y\" is not a number");
 }
 
 }  // namespace

@@ -206,7 +206,7 @@ TEST(Seg2Trap, WhatLeadsBeyondTheFileCostsItsTraceOnly) {
     return file.refused.empty() ? std::string() : file.refused.front();
   };
   EXPECT_EQ(patched(32, "\xFF\xFF\xFF\xFF"),
-            "trace 1: its pointer leads to byte 4294967295, behind the end of the file");
+            "trace 1: its pointer leads to byte 4294967295, after the end of the file");
   EXPECT_EQ(patched(36, std::string("\x24\0\0\0", 4)), "trace 2: there is no trace at byte 36");
 }
 
@@ -227,7 +227,7 @@ TEST(Seg2Trap, DataBlockTooSmallForItsSamplesIsReadToTheEndOfTheFile) {
   ASSERT_EQ(file.traces.size(), 2u);
   EXPECT_THAT(file.traces[0].samples, ElementsAre(1.5, -2.25, 3.0));
   EXPECT_THAT(file.remarks,
-              ElementsAre("trace 1: 3 samples need 24 bytes and its block tells of 8; all are read"));
+              ElementsAre("trace 1: 3 samples need 24 bytes and its block states 8; all are read"));
 }
 
 TEST(Seg2Trap, PackedSamplesThatAreNoMultipleOfFour) {
@@ -304,7 +304,7 @@ TEST(Seg2Trap, NoneOneAndMoreThanAThousandTraces) {
   spec.traces.assign(1500, Trace({1, 2}));
   EXPECT_EQ(Good(Seg2Bytes(spec)).traces.size(), 1500u);
   spec.traces.assign(4097, Trace({1, 2}));
-  EXPECT_EQ(Refusal(Seg2Bytes(spec)), "the file tells of 4097 traces, and at most 4096 are read");
+  EXPECT_EQ(Refusal(Seg2Bytes(spec)), "the file states 4097 traces, and at most 4096 are read");
 }
 
 TEST(Seg2, TraceWithoutIntervalIsRefusedByName) {
@@ -314,7 +314,7 @@ TEST(Seg2, TraceWithoutIntervalIsRefusedByName) {
   EXPECT_EQ(file.traces.size(), 1u);
   EXPECT_THAT(file.refused, ElementsAre("trace 1: SAMPLE_INTERVAL is missing"));
   spec.traces[0].strings.push_back("SAMPLE_INTERVAL 0");
-  EXPECT_THAT(Good(Seg2Bytes(spec)).refused, ElementsAre("trace 1: SAMPLE_INTERVAL is no time above 0"));
+  EXPECT_THAT(Good(Seg2Bytes(spec)).refused, ElementsAre("trace 1: SAMPLE_INTERVAL is not a time above 0"));
 }
 
 TEST(Seg2, PointersThatShareATraceDoNotMultiplyIt) {

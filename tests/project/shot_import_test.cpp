@@ -238,7 +238,7 @@ TEST_F(ShotImport, AShotThatDiffersIsRefusedByNameAndNothingChanges) {
     EXPECT_TRUE(reason.starts_with(folder.File("other") + ": ")) << reason;
     return reason.substr(std::min(reason.size(), folder.File("other").size() + 2));
   };
-  EXPECT_EQ(refusal([](auto& l) { l.source = 1.0; }), "its source stands at 1, and that of the first at 0");
+  EXPECT_EQ(refusal([](auto& l) { l.source = 1.0; }), "its source is at 1, and that of the first at 0");
   EXPECT_EQ(refusal([](auto& l) { l.receivers[1] = 21; }),
             "its channel 2 stands at 21, and that of the first at 20");
   EXPECT_EQ(refusal([](auto& l) { l.samples = 999; }), "it has 999 samples, and the first 1000");
@@ -247,7 +247,7 @@ TEST_F(ShotImport, AShotThatDiffersIsRefusedByNameAndNothingChanges) {
   EXPECT_EQ(refusal([](auto& l) { l.delay = 0; }), "it begins at 0 s, and the first at -0.01 s");
   EXPECT_EQ(refusal([](auto& l) { l.units = "FEET"; }),
             "its unit of length is 0.3048 m, and that of the first 1 m");
-  EXPECT_EQ(refusal([](auto& l) { l.receivers.resize(2); }), "there is no whole trace of channel 3");
+  EXPECT_EQ(refusal([](auto& l) { l.receivers.resize(2); }), "there is no complete trace of channel 3");
   EXPECT_THAT(ImportShots(Request({first, folder.File("none")})), HasSubstr("none: "));
   EXPECT_FALSE(Has("new_10_20"));
 }
@@ -389,7 +389,7 @@ TEST_F(ShotRecords, PlanOfTheLineIsTheOneOfTheBook) {
 TEST_F(ShotRecords, OneChannelMakesNoPair) {
   EXPECT_EQ(ImportShots(Recorded({"smartseis_20bit.seg2"})),
             test::FieldFile("seg2/smartseis_20bit.seg2") +
-                ": the file has one whole channel, and a pair takes two");
+                ": the file has one complete channel, and a pair takes two");
 }
 
 }  // namespace

@@ -126,7 +126,7 @@ TEST(ShotPlan, PairsOutsideHalfToTwiceTheNearDistanceAreNotPlanned) {
   EXPECT_EQ(PlannedPairs({10, 30}).size(), 1u);
   EXPECT_THAT(PlannedPairs({10, 30.1}), IsEmpty());
   EXPECT_EQ(Refused(LineShot({10, 11}, 0)),
-            "no two receivers stand so that their spacing is 0.5 to 2 times the near distance");
+            "no two receivers have a spacing of 0.5 to 2 times the near distance");
 }
 
 TEST(ShotPlan, RuleHoldsForAnyLine) {
@@ -163,7 +163,7 @@ TEST(ShotPlan, ChosenChannelsAreTakenAsTheyAre) {
   EXPECT_THAT(ChannelsOf(plan), ElementsAre(1, 3, 6, 11, 16, 24));
   EXPECT_THAT(plan.pairs, IsEmpty());
   choices.channels = {1, 25};
-  EXPECT_EQ(Refused(LineShot(Steps(0, 2, 24), -10), choices), "there is no whole trace of channel 25");
+  EXPECT_EQ(Refused(LineShot(Steps(0, 2, 24), -10), choices), "there is no complete trace of channel 25");
   choices.channels = {1, 3, 1};
   EXPECT_EQ(Refused(LineShot(Steps(0, 2, 24), -10), choices), "channel 1 is named twice");
 }
@@ -179,15 +179,16 @@ TEST(ShotPlan, TwoNamedChannelsAreAPairWhateverTheirSpacing) {
 TEST(ShotPlan, MissingLocationsAreAskedForAndNeverZero) {
   Shot shot = LineShot({10, 20}, 0);
   for (ShotTrace& t : shot.traces) t.receiver.clear();
-  EXPECT_EQ(Refused(shot), "RECEIVER_LOCATION is missing; say where the receivers stood");
+  EXPECT_EQ(Refused(shot), "RECEIVER_LOCATION is missing; give the places of the receivers");
   shot = LineShot({0, 0}, 0);
-  EXPECT_EQ(Refused(shot), "RECEIVER_LOCATION is the same for all channels; say where the receivers stood");
+  EXPECT_EQ(Refused(shot),
+            "RECEIVER_LOCATION is the same for all channels; give the places of the receivers");
   shot = LineShot({10, 20}, 0);
   for (ShotTrace& t : shot.traces) t.source.clear();
-  EXPECT_EQ(Refused(shot), "SOURCE_LOCATION is missing; say where the source stood");
+  EXPECT_EQ(Refused(shot), "SOURCE_LOCATION is missing; give the place of the source");
   shot = LineShot({10, 20}, 0);
   shot.traces[1].source = {3.0};
-  EXPECT_EQ(Refused(shot), "channels 1 and 2 tell of different sources; say where it stood");
+  EXPECT_EQ(Refused(shot), "channels 1 and 2 name different sources; give its place");
   shot = LineShot({10, 20}, 0);
   shot.lengthUnit = 0.0;
   EXPECT_EQ(Refused(shot), "UNITS is missing; say in which unit of length the locations are");
@@ -268,22 +269,22 @@ TEST(Seg2Trap, ReversedSpreadsAndPlacesThatDoNotGrowAreOrderedByDistance) {
 TEST(Seg2Trap, TwoReceiversAtOnePlace) {
   ShotPlan plan = Planned(LineShot({10, 10, 20}, 0));
   EXPECT_THAT(IDsOf(plan), ElementsAre("m_10_20"));
-  EXPECT_EQ(AsideOf(plan, 2), "stands where channel 1 does");
-  EXPECT_THAT(Notes(plan), ElementsAre("channels 1 and 2 stand at the same place, 10; the first is taken"));
+  EXPECT_EQ(AsideOf(plan, 2), "is at the same place as channel 1");
+  EXPECT_THAT(Notes(plan), ElementsAre("channels 1 and 2 are at the same place, 10; the first is taken"));
   ShotChoices choices;
   choices.channels = {1, 2};
   EXPECT_EQ(Refused(LineShot({10, 10, 20}, 0), choices),
-            "Invalid source or receiver location ! channels 1 and 2 stand at the same place, 10");
+            "Invalid source or receiver location ! channels 1 and 2 are at the same place, 10");
 }
 
 TEST(ShotPlan, ReceiverAtTheSourceIsOfNoUse) {
   const ShotPlan plan = Planned(LineShot({0, 10, 20}, 0));
   EXPECT_THAT(ChannelsOf(plan), ElementsAre(2, 3));
-  EXPECT_EQ(AsideOf(plan, 1), "stands at the source");
+  EXPECT_EQ(AsideOf(plan, 1), "is at the source");
   ShotChoices choices;
   choices.channels = {1, 2};
   EXPECT_EQ(Refused(LineShot({0, 10, 20}, 0), choices),
-            "Invalid source or receiver location ! Channel 1 stands at the source.");
+            "Invalid source or receiver location ! Channel 1 is at the source.");
 }
 
 TEST(ShotPlan, ChannelWithoutALocationIsSetAsideWhereOthersHaveOne) {
@@ -342,7 +343,7 @@ TEST(ShotPlan, NumbersThatAreNotFiniteAreNeverTaken) {
   choices.pairs = false;
   EXPECT_THAT(ChannelsOf(Planned(shot, choices)), ElementsAre(1, 3));
   choices.channels = {1, 2};
-  EXPECT_EQ(Refused(shot, choices), "channel 2: holds a value that is no finite number");
+  EXPECT_EQ(Refused(shot, choices), "channel 2: holds a value that is not a finite number");
 }
 
 TEST(ShotPlan, OtherTraceTypesAreShownAndNotPlanned) {
@@ -408,7 +409,7 @@ TEST(ShotPlan, IntervalThatMayStandForAWholeRateOffersIt) {
 }
 
 TEST(ShotPlan, OneChannelMakesNoPair) {
-  EXPECT_EQ(Refused(LineShot({10}, 0)), "the file has one whole channel, and a pair takes two");
+  EXPECT_EQ(Refused(LineShot({10}, 0)), "the file has one complete channel, and a pair takes two");
   ShotChoices left;
   left.side = ShotSide::Left;
   EXPECT_EQ(Refused(LineShot({10, 20}, 0), left), "0 receivers can be used, and a pair takes two");

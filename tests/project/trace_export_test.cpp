@@ -357,7 +357,7 @@ TEST_F(TraceExport, ValuesThatAreNotFiniteAreRefusedAndTheFormerFileStays) {
     m.raw->crossSpecRe[7] = bad;
     for (const int type : {0, 3, 6, 8}) EXPECT_EQ(Save(type), -1) << type;
     EXPECT_EQ(frontEnd.messages.front(),
-              "The data on display A are not saved: 1 of their values are infinite or no numbers.");
+              "The data on display A are not saved: 1 of their values are infinite or NaN.");
   }
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"out.Gp"});
   EXPECT_EQ(test::ReadWhole(Out("Gp")), "the former file");

@@ -205,7 +205,7 @@ TEST_F(LoadCheck, PointsOfACurveThatAreNotFiniteAreTold) {
 TEST_F(LoadCheck, ValuesThatAreNotFiniteAreCountedWithTheirSection) {
   m.raw->crossSpecRe[3] = kNaN;
   m.raw->timeHist[0] = kInf;
-  EXPECT_THAT(Reload(), HasSubstr("2 values are infinite or no number, the first in the raw data section."));
+  EXPECT_THAT(Reload(), HasSubstr("2 values are infinite or NaN, the first in the raw data section."));
   EXPECT_EQ(opened, 0);
   EXPECT_TRUE(std::isnan(MeasDB.rawDataList.at(1)->crossSpecRe[3])) << "handed on as it stands";
 }

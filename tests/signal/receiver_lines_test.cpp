@@ -67,7 +67,7 @@ TEST_F(ReceiverLines, ASourceBetweenTheReceiversOfAPairIsAFault) {
   EXPECT_EQ(ReceiverLinesFault(), "") << "a receiver at the source is not a source between receivers";
   PMeasInfo& across = Pair(m, 1, 2, {10}, {200});
   EXPECT_EQ(ReceiverLinesFault(),
-            "The source of m1[2:3] stands between its receivers, so the wave does not run from one to the "
+            "The source of m1[2:3] is between its receivers, so the wave does not travel from one to the "
             "other: leave "
             "this pair out.");
   across.included = 0;

@@ -187,7 +187,7 @@ void Batch::finish(Job& job, int raw) {
 /// Running sites finish their iteration.
 void Batch::halt() {
   if (!InterruptRequested() || std::exchange(halted_, true)) return;
-  PrintError("sondera: no further site is started; those at work end soon.\n");
+  PrintError("sondera: no further site is started; those that run end soon.\n");
   for (const Job& job : jobs_)
     if (job.process > 0) ::kill(job.process, SIGINT);
 }

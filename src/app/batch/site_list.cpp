@@ -62,7 +62,7 @@ std::string CheckColumns(const std::vector<std::string>& columns) {
   std::set<std::string> seen;
   for (const std::string& name : columns) {
     if (!IsColumnName(name))
-      return "\"" + VisibleText(name) + "\" is no name of a column: letters, digits and _";
+      return "\"" + VisibleText(name) + "\" is not a column name: letters, digits and _";
     if (name == kFolder) return "the column \"dir\" has to go: ${dir} is the folder of the list";
     if (!seen.insert(name).second) return "the column \"" + name + "\" is there twice";
   }
@@ -123,7 +123,7 @@ std::string ScriptOfSite(const std::string& script, const Site& site, const std:
     const auto value =
         std::find_if(site.values.begin(), site.values.end(), [&](const auto& v) { return v.first == name; });
     if (name != kFolder && value == site.values.end())
-      return FormatText("line %d: ${%s} is no column of the list", line,
+      return FormatText("line %d: ${%s} is not a column of the list", line,
                         VisibleText(name.substr(0, 60)).c_str());
     made += name == kFolder ? folderOfList : value->second;
     at = end + 1;

@@ -67,7 +67,7 @@ class Scanner {
       if (rest_[i] == '\\') {
         ++i;
         if (i == rest_.size() || (rest_[i] != '"' && rest_[i] != '\\'))
-          throw Fault("behind a backslash in quotation marks only \" and \\ may stand");
+          throw Fault("after a backslash in quotation marks only \" and \\ are allowed");
       }
       word += rest_[i];
     }

@@ -31,7 +31,8 @@ std::vector<std::string> PanelNames() {
 
 [[noreturn]] void RefuseName(std::string_view name) {
   const std::size_t dot = name.find('.');
-  if (dot == std::string_view::npos) throw Fault(Quoted(name) + " is no PANEL.CONTROL, like SASW.MASKINGNEW");
+  if (dot == std::string_view::npos)
+    throw Fault(Quoted(name) + " is not a PANEL.CONTROL, like SASW.MASKINGNEW");
   const std::string panel(name.substr(0, dot));
   std::vector<std::string> near, all;
   for (const auto& [known, control] : Names()) {

@@ -70,7 +70,7 @@ void WriteOut(const std::string& text) {
     if (n <= 0) {
       sessionLog.trouble = "the log " + sessionLog.path + " cannot be written any further: " +
                            std::generic_category().message(n < 0 ? errno : ENOSPC);
-      PrintError("sondera: %s; the session goes on.\n", sessionLog.trouble.c_str());
+      PrintError("sondera: %s; the session continues.\n", sessionLog.trouble.c_str());
       return;
     }
     at += static_cast<std::size_t>(n);
@@ -208,7 +208,7 @@ std::string WhyNotReplaced(const std::string& path, const std::string& script) {
   file.ReadPhysicalLine(first, kLongestLine);
   file.ReadPhysicalLine(second, kLongestLine);
   const bool isLog = IsHeader(first) && second.starts_with(kSecondLine);
-  return isLog ? "" : path + " exists and is no log, so it is not written over";
+  return isLog ? "" : path + " exists and is not a log, so it is not overwritten";
 }
 
 }  // namespace

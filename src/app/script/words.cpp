@@ -70,7 +70,7 @@ BoundValue ReadValue(const ArgumentSpec& spec, const std::string& text, bool quo
       break;
     case Kind::Whole: {
       const auto number = WholeOf(text);
-      if (!number) throw Fault(Quoted(text) + " is no whole number");
+      if (!number) throw Fault(Quoted(text) + " is not a whole number");
       value.number = *number;
       break;
     }

@@ -9,12 +9,12 @@ namespace sondera::script {
 namespace {
 
 void TakeBack(Run& run, const Arguments&) {
-  if (UndoText().empty()) throw Fault("there is nothing to take back");
+  if (UndoText().empty()) throw Fault("there is nothing to undo");
   run.press(mainmenu::UNDO);
 }
 
 void DoAgain(Run& run, const Arguments&) {
-  if (RedoText().empty()) throw Fault("nothing was taken back");
+  if (RedoText().empty()) throw Fault("nothing was undone");
   run.press(mainmenu::REDO);
 }
 
@@ -25,11 +25,10 @@ std::vector<WordForm> EditForms() {
       {"undo",
        {},
        {},
-       "Takes the latest change back: of masks, of curves included or excluded, or of the tables of the "
-       "model. The "
-       "latest 50 are kept; a load forgets them.",
+       "Undoes the latest change of masks, of curves included or excluded, or of the tables of the model. "
+       "The latest 50 changes are kept; a load clears them.",
        TakeBack},
-      {"redo", {}, {}, "Makes the change again that undo took back.", DoAgain},
+      {"redo", {}, {}, "Makes the change again that undo has undone.", DoAgain},
   };
 }
 

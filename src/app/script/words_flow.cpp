@@ -39,9 +39,8 @@ std::vector<WordForm> FlowForms() {
       {"answer",
        {Fixed("ANSWER", Kind::Choice, "yes|no|cancel")},
        {},
-       "Lays out the answer to a question of the next acting line. Several lines are used in their order; "
-       "one that is "
-       "not asked for is an error.",
+       "Prepares the answer to a question of the next line that acts. Several answers are used in their "
+       "order; an unused answer is an error.",
        AnswerWord,
        nullptr,
        kSteers},
@@ -62,7 +61,7 @@ std::vector<WordForm> FlowForms() {
       {"onerror",
        {Fixed("WHAT", Kind::Choice, "continue|stop")},
        {},
-       "After continue, a line that cannot be done is told and counted, and the script goes on.",
+       "After continue, a line that fails is reported and counted, and the script continues.",
        OnError,
        nullptr,
        kSteers},

@@ -168,14 +168,14 @@ std::vector<WordForm> LookForms() {
       {"graph",
        {ControlArgument("PANEL.GRAPH", Bit(ControlKind::Graph)), Fixed("FILE", Kind::Text, "FILE.json")},
        {},
-       "Writes all that is on a graph to a file, as JSON.",
+       "Writes the contents of a graph to a file, as JSON.",
        Graph,
        nullptr,
        kLooks},
       {"figure",
        {ControlArgument("PANEL.GRAPH", Bit(ControlKind::Graph)), Fixed("FILE", Kind::Text)},
        {Optional(Named("width", Kind::Whole)), Optional(Named("height", Kind::Whole))},
-       "Draws a graph as it stands to a file .pdf, .svg or .png. width= and height= are pixels of a PNG; PDF "
+       "Draws the present graph to a file .pdf, .svg or .png. width= and height= are pixels of a PNG; PDF "
        "and "
        "SVG take 3/4 of them as points.",
        Figure,
@@ -201,8 +201,8 @@ std::vector<WordForm> LookForms() {
        {ControlArgument("PANEL.CONTROL", kValues), Fixed("OP", Kind::Choice, kComparisons),
         Fixed("VALUE", Kind::Text)},
        {Optional(Named("within", Kind::Number))},
-       "Stops the script unless the value of a control compares so; within= is the difference at which = "
-       "still holds. "
+       "Stops the script unless the comparison with the value of a control is true; within= is the largest "
+       "difference that counts as equal. "
        "An item of a ring is compared by its value or its label.",
        AssertControl,
        nullptr,

@@ -98,7 +98,7 @@ class PreviewForNow {
 void Measure(Run& run, const Arguments& a) {
   const HWSetup& hw = SetupInHand();
   if (!a.has("stop") && !hw.averageOn)
-    throw Fault("averaging is off, so the run would go on for ever; say stop=N");
+    throw Fault("averaging is off, so the run would never end; give stop=N");
   if (hw.freqSpan < 0.0 && HoldsData(hw.key)) {
     if (!a.isYes("discard"))
       throw Fault("the measurement " + Quoted(session.curMeasID) +
@@ -137,8 +137,8 @@ std::vector<WordForm> MeasureForms() {
       {"board",
        {Fixed("DRIVER", Kind::Text, "DRIVER[:options]")},
        {},
-       "Takes records from a board from now on, as --board= does: sim, process, alsa, none. The current "
-       "measurement begins anew with the first settings of that board, unless it holds data.",
+       "Measures with a board from now on, as --board= does: sim, process, alsa, none. The current "
+       "measurement starts again with the first settings of that board, unless it has data.",
        Board},
       {"setup",
        {},
@@ -151,7 +151,7 @@ std::vector<WordForm> MeasureForms() {
       {"configure",
        {},
        {Flag("discard")},
-       "Checks the settings with the board, which may round the span, and takes them. Data are removed only "
+       "Checks the settings with the board, which may round the span, and stores them. Data are removed only "
        "with "
        "discard=yes.",
        Configure},

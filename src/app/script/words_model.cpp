@@ -246,7 +246,7 @@ int EntryOf(std::string_view text) {
   if (text == "given") return 0;
   const bool profile = text.starts_with("smp:");
   const auto k = profile || text.starts_with("inv:") ? WholeOf(text.substr(4)) : std::nullopt;
-  if (!k || *k < (profile ? 1 : 0)) throw Fault(Quoted(text) + " is no entry like inv:2 or smp:1");
+  if (!k || *k < (profile ? 1 : 0)) throw Fault(Quoted(text) + " is not an entry like inv:2 or smp:1");
   return profile ? -*k : *k;
 }
 
@@ -289,9 +289,9 @@ std::vector<WordForm> ModelForms() {
        {Fixed("LIST", Kind::Text, "H1,H2,...|FILE")},
        {Optional(Named("form", Kind::Choice, "layers|disba")),
         Optional(Named("halfspace", Kind::Number, "H"))},
-       "The layer table by thicknesses, top to bottom, the last one standing for the half-space; or from a "
-       "file with a "
-       "layer a line: H Vp Vs density nu damping, as many of them as you like. form= takes the layer table "
+       "The layer table by thicknesses, top to bottom, the last one for the half-space; or from a file with "
+       "one layer per line: H Vp Vs density nu damping, as many of these as you like. form= takes the layer "
+       "table "
        "of another program, and "
        "halfspace= the thickness of its last layer.",
        Layers,

@@ -240,9 +240,8 @@ std::vector<WordForm> PairForms() {
       {"pair",
        {id, ref, channel},
        {Optional(Named("trace", Kind::Choice, "A|B")), Optional(Named("display", Kind::Text, "TYPE"))},
-       "Puts a pair on a trace of the masking page, on A if nothing is said; the words about masks, windows "
-       "and "
-       "curves work on it. TYPE is the number of a display or its caption.",
+       "Puts a pair on a trace of the masking page, on A by default; the words for masks, windows and curves "
+       "work on it. TYPE is the number of a display or its caption.",
        Pair,
        CheckChannels},
       {"window",
@@ -261,24 +260,22 @@ std::vector<WordForm> PairForms() {
       {"mask",
        {from, to},
        {jumps},
-       "A new mask of the pair on trace A, in Hz, with the full cycles that have passed at its end (0 if "
-       "nothing is "
-       "said).",
+       "A new mask of the pair on trace A, in Hz, with the number of full cycles at its end (default 0).",
        MaskNew,
        CheckRange},
       {"mask", {Literal("delete"), hz}, {}, "Removes the mask at a frequency.", MaskDelete},
       {"mask",
        {Literal("update"), hz, from, to},
        {jumps},
-       "Gives the mask at a frequency another range and other cycles.",
+       "Changes the range and the cycles of the mask at a frequency.",
        MaskUpdate,
        CheckRange},
       {"mask", {Literal("clear")}, {}, "Removes all masks of the pair.", MaskClear},
       {"mask",
        {Literal("auto")},
        {},
-       "Masks what the Gabor map shows to carry no wave; the map is made again over a better range where "
-       "that helps.",
+       "Masks the frequencies at which the Gabor map shows no wave; if it helps, the map is calculated again "
+       "over a better range.",
        MaskAuto},
       {"phase",
        {Fixed("WHICH", Kind::Choice, "original|enhanced|backbone")},
@@ -295,7 +292,7 @@ std::vector<WordForm> PairForms() {
       {"include",
        {id, ref, channel},
        {},
-       "Takes the curve of a pair into the representative curves.",
+       "Includes the curve of a pair in the representative curves.",
        Include,
        CheckChannels},
       {"exclude", {id, ref, channel}, {}, "Leaves it out.", Exclude, CheckChannels},

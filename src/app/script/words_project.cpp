@@ -257,7 +257,8 @@ std::vector<WordForm> ProjectForms() {
       {"open",
        {file},
        {Flag("damaged"), Flag("discard")},
-       "Opens a project. One that cannot be read whole stops the script; with damaged=yes it is a doubt.",
+       "Opens a project. If it cannot be read completely, the script stops; with damaged=yes this is a "
+       "doubt.",
        Open,
        nullptr,
        kFiles},
@@ -314,7 +315,7 @@ std::vector<WordForm> ProjectForms() {
        "Writes the whole report: phases with their masks, dispersion curves, and every entry of the "
        "inversion "
        "(.ps), or the report to hand in, of one iteration: entry=, or the last (.pdf). A file that exists is "
-       "replaced. Pages that have nothing to show are a note.",
+       "replaced. Pages without contents give a note.",
        Report,
        CheckReport,
        WordForm::Role::Looks},

@@ -97,7 +97,8 @@ WordForm ReadSeg2Form() {
        Optional(Named("skew", Kind::Choice, "correct")), Flag("overwrite")},
       "Reads shots of one place as averages (SEG-2) and makes a measurement ID_NEAR_FAR of each receiver "
       "pair; "
-      "with pairs=no one measurement of all planned receivers. What the files do not tell has to be given: "
+      "with pairs=no one measurement of all planned receivers. Values that the files do not contain must be "
+      "given: "
       "source= and at=, unit=, and side= for a source inside the line.",
       ReadSeg2Files,
       CheckShot};

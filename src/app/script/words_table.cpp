@@ -71,19 +71,20 @@ void ReadCurveTable(Run&, const Arguments& a) {
 }
 
 std::vector<WordForm> TableForms() {
-  return {{"write",
-           {Fixed("FORM", Kind::Choice, kTableForms), Fixed("OUT", Kind::Text)},
-           {Optional(List("only", Kind::Texts, "TABLE,...")), Flag("extend"),
-            Optional(Named("geopsy", Kind::Choice, "3|2.10")), Flag("overwrite")},
-           "Writes what the project holds for other programs: tables (csv: OUT_curves.csv, OUT_profile.csv, "
-           "OUT_spectra.csv, OUT_masks.csv and OUT_figures.csv, or only= some; json: all in one file), the "
-           "global curve "
-           "(swprepost, dinver, gpdc) or the final profile (layers, disba). extend=yes gives Vs30 also where "
-           "30 m were "
-           "not seen.",
-           Write,
-           CheckWrite,
-           WordForm::Role::Looks}};
+  return {
+      {"write",
+       {Fixed("FORM", Kind::Choice, kTableForms), Fixed("OUT", Kind::Text)},
+       {Optional(List("only", Kind::Texts, "TABLE,...")), Flag("extend"),
+        Optional(Named("geopsy", Kind::Choice, "3|2.10")), Flag("overwrite")},
+       "Writes the contents of the project for other programs: tables (csv: OUT_curves.csv, OUT_profile.csv, "
+       "OUT_spectra.csv, OUT_masks.csv and OUT_figures.csv, or only= some; json: all in one file), the "
+       "global curve "
+       "(swprepost, dinver, gpdc) or the final profile (layers, disba). extend=yes gives Vs30 also where "
+       "30 m were "
+       "not seen.",
+       Write,
+       CheckWrite,
+       WordForm::Role::Looks}};
 }
 
 }  // namespace sondera::script

@@ -69,7 +69,7 @@ inline constexpr ButtonControl REDRAW{
     Panel::DISPCURV,
     "REDRAW",
     "Redraw",
-    {.hint = "Draws the dispersion curves anew.", .spoken = "Redraw, dispersion page"}};
+    {.hint = "Redraws the dispersion curves.", .spoken = "Redraw, dispersion page"}};
 inline constexpr ButtonControl COMPDISPCURV{
     Panel::DISPCURV,
     "COMPDISPCURV",

@@ -111,7 +111,7 @@ inline constexpr auto HALT = Dimmed(ButtonControl{
 inline constexpr ButtonControl RESULTBOX{
     Panel::EXDTHD, "RESULTBOX", "Results", {.hint = "Opens the tables of the entry that is shown."}};
 inline constexpr ButtonControl REDRAW{
-    Panel::EXDTHD, "REDRAW", "Redraw", {.hint = "Draws both graphs anew.", .spoken = "Redraw, results page"}};
+    Panel::EXDTHD, "REDRAW", "Redraw", {.hint = "Redraws both graphs.", .spoken = "Redraw, results page"}};
 inline constexpr ButtonControl CLOSE{Panel::EXDTHD, "CLOSE", "Close", {.hint = "Leaves this page."}};
 
 /// All of the above, in the order of the panel.

@@ -124,12 +124,12 @@ inline constexpr RingControl AUTOLAYERTYPE{
     "AUTOLAYERTYPE",
     "Layering",
     kLayerings,
-    {.hint = "Thicknesses that Set up layers gives: automatic, or as they stand in the table."}};
+    {.hint = "Thicknesses for Set up layers: automatic, or those of the table."}};
 inline constexpr NumericControl MAXDEPTH{
     Panel::FMODELING,
     "MAXDEPTH",
     "Maximum depth",
-    {.hint = "Depth that the layers have to reach, in the unit of length, above 0.",
+    {.hint = "Depth that the layers must reach, in the unit of length, above 0.",
      .unit = "length",
      .min = 0.0}};
 inline constexpr NumericControl TOTALDEPTH{
@@ -252,7 +252,7 @@ inline constexpr ButtonControl LOADDISPCURV{
     "Load curves",
     {.hint = "Takes the representative curves of the project as the curves to compute."}};
 inline constexpr ButtonControl UPDATE{
-    Panel::FMODELING, "UPDATE", "Update", {.hint = "Takes over all that stands on this panel."}};
+    Panel::FMODELING, "UPDATE", "Update", {.hint = "Stores all settings of this panel."}};
 inline constexpr ButtonControl SAVE{
     Panel::FMODELING, "SAVE", "Save", {.hint = "Writes this panel to an .fmd file."}};
 inline constexpr ButtonControl READ{

@@ -126,7 +126,7 @@ inline constexpr ButtonControl CALC{Panel::GABORPNL,
 inline constexpr ButtonControl UPDATE{
     Panel::GABORPNL, "UPDATE", "Update", {.hint = "Keeps these settings with the pair."}};
 inline constexpr ButtonControl DEFAULTVALUE{
-    Panel::GABORPNL, "DEFAULTVALUE", "Default", {.hint = "Brings the default settings back."}};
+    Panel::GABORPNL, "DEFAULTVALUE", "Default", {.hint = "Restores the default settings."}};
 inline constexpr ButtonControl CLOSE{Panel::GABORPNL, "CLOSE", "Close", {.hint = "Hides this panel."}};
 
 /// All of the above, in the order of the panel.

@@ -119,11 +119,10 @@ inline constexpr IntControl NAVERAGE{
     {.hint = "Number of blows that are averaged, 1 or more.", .min = 1.0, .step = 1.0}};
 inline constexpr ToggleControl PREVIEW_ONOFF{
     Panel::HWSETUP, "PREVIEW_ONOFF", "Preview", 1, {.hint = "Shows each record before it is averaged."}};
-inline constexpr ButtonControl COFIG_SETUP{
-    Panel::HWSETUP,
-    "COFIG_SETUP",
-    "Configure",
-    {.hint = "Checks these settings against the board and takes them."}};
+inline constexpr ButtonControl COFIG_SETUP{Panel::HWSETUP,
+                                           "COFIG_SETUP",
+                                           "Configure",
+                                           {.hint = "Checks these settings with the board and stores them."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {

@@ -171,7 +171,7 @@ inline constexpr ToggleControl UPDATERHONU{
     "UPDATERHONU",
     "Density and Poisson's ratio follow Vs",
     1,
-    {.hint = "Derives density and Poisson's ratio anew from each shear wave velocity."}};
+    {.hint = "Derives density and Poisson's ratio again from each shear wave velocity."}};
 
 // Beyond the plain iteration, initially off. A project file does not contain them. A step that raises chi is
 // halved, four times at most; else the model stays.
@@ -194,7 +194,7 @@ inline constexpr ToggleControl HUBERWEIGHTS{
     "HUBERWEIGHTS",
     "Huber weights",
     0,
-    {.hint = "Limits the pull of points more than 1.5 deviations off the curve."}};
+    {.hint = "Limits the influence of points more than 1.5 deviations off the curve."}};
 /// The run is repeated from three uniform grounds, and the spread of the profiles shown.
 inline constexpr ToggleControl SEVERALSTARTS{
     Panel::INVERSION,

@@ -94,9 +94,9 @@ inline constexpr auto UNDO = Dimmed(MenuControl{
     "UNDO",
     "Edit",
     "Undo",
-    {.hint = "Takes the latest change of masks, of included curves or of the tables of the model back."}});
+    {.hint = "Undoes the latest change of masks, of included curves or of the tables of the model."}});
 inline constexpr auto REDO =
-    Dimmed(MenuControl{"REDO", "Edit", "Redo", {.hint = "Makes the change again that was taken back."}});
+    Dimmed(MenuControl{"REDO", "Edit", "Redo", {.hint = "Makes the change again that was undone."}});
 
 inline constexpr MenuControl PERFORM_TEST{
     "PERFORM_TEST", "Measurements", "Perform Testing", {.hint = "Shows the page of the measurements."}};
@@ -133,7 +133,7 @@ inline constexpr MenuControl CALC_REP_DISP_MENU{"CALC_REP_DISP_MENU",
                                                 "Representative Disp",
                                                 {.hint = "Opens the panel of the representative curves."}};
 inline constexpr MenuControl REDRAW_MENU{
-    "REDRAW_MENU", "Dispersion", "Redraw", {.hint = "Draws the dispersion curves anew."}};
+    "REDRAW_MENU", "Dispersion", "Redraw", {.hint = "Redraws the dispersion curves."}};
 inline constexpr MenuControl DISP_CV_AXIS_ATTR_MENU{
     "DISP_CV_AXIS_ATTR_MENU",
     "Dispersion",

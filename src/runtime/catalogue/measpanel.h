@@ -186,7 +186,7 @@ inline constexpr ButtonControl REDRAW{
     Panel::MEASPANEL,
     "REDRAW",
     "Redraw",
-    {.hint = "Draws both graphs anew.", .spoken = "Redraw, measurements page"}};
+    {.hint = "Redraws both graphs.", .spoken = "Redraw, measurements page"}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&F1,

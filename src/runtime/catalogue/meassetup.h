@@ -58,7 +58,7 @@ inline constexpr LabelControl WLENFILTERALPHA{
 inline constexpr LabelControl WLENFILTERTEXT{Panel::MEASSETUP,
                                              "WLENFILTERTEXT",
                                              "Or, wavelength < (src to R1) / alpha",
-                                             {.hint = "The same rule in other words."}};
+                                             {.hint = "The same rule in another form."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {

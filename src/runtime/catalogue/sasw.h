@@ -111,14 +111,14 @@ inline constexpr ToggleControl AUTOSCALE_Y{Panel::SASW,
 inline constexpr ButtonControl ADJUSTSCALE{
     Panel::SASW, "ADJUSTSCALE", "Axis Attributes", {.hint = "Opens the axis dialog of graphs A and B."}};
 inline constexpr ButtonControl REDRAW{
-    Panel::SASW, "REDRAW", "Redraw", {.hint = "Draws both graphs anew.", .spoken = "Redraw, masking page"}};
+    Panel::SASW, "REDRAW", "Redraw", {.hint = "Redraws both graphs.", .spoken = "Redraw, masking page"}};
 
 inline constexpr ToggleControl PHASE_ORIGINAL{
     Panel::SASW, "PHASE_ORIGINAL", "Original", {.hint = "Draws the phase as it was measured."}};
 inline constexpr ToggleControl PHASE_ENHANCED{
-    Panel::SASW, "PHASE_ENHANCED", "Enhanced", 1, {.hint = "Draws the phase behind the enhanced window."}};
+    Panel::SASW, "PHASE_ENHANCED", "Enhanced", 1, {.hint = "Draws the phase after the enhanced window."}};
 inline constexpr ToggleControl PHASE_BACKBONE{
-    Panel::SASW, "PHASE_BACKBONE", "Backbone", {.hint = "Draws the phase behind the backbone window."}};
+    Panel::SASW, "PHASE_BACKBONE", "Backbone", {.hint = "Draws the phase after the backbone window."}};
 inline constexpr RingControl DISPCURV_OPTION{
     Panel::SASW,
     "DISPCURV_OPTION",
