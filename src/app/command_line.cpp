@@ -431,18 +431,18 @@ bool LogBegins(const CommandLine& line) {
 }
 
 /// The whole run after the options.
-int RunSession(const CommandLine& line, const WindowsDoor& windows) {
+int RunSession(const CommandLine& line, const WindowsOpener& windows) {
   SetRunReportOptions(line.report);
   // The usage is printed only for a wrong command line; a script that stopped early has reported why.
   const std::string wrong = line.format.empty() ? WrongForm(line.arguments) : WrongTableExport(line);
   const bool forPerson = (line.arguments.size() <= 2 || !wrong.empty()) && !line.reportFile &&
                          (line.arguments.size() < 2 || !IsCommandWord(line.arguments[1]));
-  const WindowsDoor door = line.batch ? WindowsDoor() : windows;
-  if (forPerson && door && door()) {
+  const WindowsOpener opener = line.batch ? WindowsOpener() : windows;
+  if (forPerson && opener && opener()) {
     if (!wrong.empty()) PrintError("sondera: %s; the windows open on an empty project.\n", wrong.c_str());
   } else {
     InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), line.batch,
-                    static_cast<bool>(windows), forPerson ? WindowsDoor() : door});
+                    static_cast<bool>(windows), forPerson ? WindowsOpener() : opener});
   }
   if (line.wait) {
     WaitForLocks([](const std::string& sentence) {
@@ -480,7 +480,7 @@ int EndOnException(const std::function<int()>& body) {
   return kNotAllDone;
 }
 
-int RunProgram(const std::vector<std::string>& words, const WindowsDoor& windows) {
+int RunProgram(const std::vector<std::string>& words, const WindowsOpener& windows) {
   const CommandLine line = ParseCommandLine(words);
   if (!line.unknownOption.empty()) {
     PrintError("sondera: unknown option %s; sondera --help lists the options.\n", line.unknownOption.c_str());

@@ -43,6 +43,6 @@ int EndOnException(const std::function<int()>& body);
 /// interactive session opens windows; a script opens them only when it stops early, with its results so far;
 /// --batch never does.
 /// does.
-int RunProgram(const std::vector<std::string>& words, const WindowsDoor& windows = {});
+int RunProgram(const std::vector<std::string>& words, const WindowsOpener& windows = {});
 
 }  // namespace sondera

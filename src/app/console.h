@@ -12,7 +12,7 @@
 namespace sondera {
 
 /// Replaces the console by windows; false without a display. Empty: built without them.
-using WindowsDoor = std::function<bool()>;
+using WindowsOpener = std::function<bool()>;
 
 struct ConsoleOptions {
   bool assumeYes = false;
@@ -21,7 +21,7 @@ struct ConsoleOptions {
   std::string complaint, usage;
   bool batch = false;             ///< windows are not wanted
   bool builtWithWindows = false;  ///< then the reason is the missing display
-  WindowsDoor windows;            ///< opens windows when a script has stopped early; empty: never
+  WindowsOpener windows;          ///< opens windows when a script has stopped early; empty: never
 };
 
 /// Installs the console as front end, its progress line and its Ctrl-C handling. Its event loop ends at once

@@ -9,7 +9,7 @@
 #endif
 
 int main(int argc, char** argv) {
-  sondera::WindowsDoor windows;
+  sondera::WindowsOpener windows;
 #ifdef SONDERA_HAS_GUI
   windows = sondera::InstallWindows;
 #endif

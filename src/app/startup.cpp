@@ -12,7 +12,7 @@
 #include "panels/mainmenu_project.h"
 #include "panels/meassetup.h"
 #include "panels/panels_state.h"
-#include "panels/project_doors.h"
+#include "panels/project_requests.h"
 #include "panels/trace_selection.h"
 #include "records/measdb.h"
 #include "records/model_records.h"

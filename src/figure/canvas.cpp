@@ -30,7 +30,7 @@ std::string DocumentTime() {
 }
 
 std::string Fitted(Canvas& canvas, std::string_view text, const TextLook& look, double width) {
-  std::string whole = SoundText(text);
+  std::string whole = ValidText(text);
   if (canvas.TextWidth(whole, look) <= width) return whole;
   std::vector<std::uint32_t> letters;
   for (std::string_view rest = whole; !rest.empty();) letters.push_back(NextLetter(rest));

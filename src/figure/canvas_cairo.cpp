@@ -190,7 +190,7 @@ class CairoCanvas : public FileCanvas {
   /// Sets the text and returns its width.
   double Lay(std::string_view text, const TextLook& look) {
     pango_layout_set_font_description(layout_, FontOf(look));
-    const std::string sound = SoundText(text);
+    const std::string sound = ValidText(text);
     pango_layout_set_text(layout_, sound.data(), static_cast<int>(sound.size()));
     int width = 0, height = 0;
     pango_layout_get_size(layout_, &width, &height);
@@ -208,7 +208,7 @@ class PdfCanvas final : public CairoCanvas {
     cairo_surface_t* surface = cairo_pdf_surface_create_for_stream(PutBytes, &file_, width, height);
     cairo_pdf_surface_restrict_to_version(surface, CAIRO_PDF_VERSION_1_5);
     const auto say = [&](cairo_pdf_metadata_t what, const std::string& text) {
-      if (!text.empty()) cairo_pdf_surface_set_metadata(surface, what, SoundText(text).c_str());
+      if (!text.empty()) cairo_pdf_surface_set_metadata(surface, what, ValidText(text).c_str());
     };
     say(CAIRO_PDF_METADATA_TITLE, facts.title);
     say(CAIRO_PDF_METADATA_AUTHOR, facts.author);
@@ -226,7 +226,7 @@ class PdfCanvas final : public CairoCanvas {
 
   void NamePage(std::string_view name) override {
     const std::string link = "page=" + std::to_string(page_);
-    cairo_pdf_surface_add_outline(surface_, CAIRO_PDF_OUTLINE_ROOT, SoundText(name).c_str(), link.c_str(),
+    cairo_pdf_surface_add_outline(surface_, CAIRO_PDF_OUTLINE_ROOT, ValidText(name).c_str(), link.c_str(),
                                   CAIRO_PDF_OUTLINE_FLAG_OPEN);
   }
 

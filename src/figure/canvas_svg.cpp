@@ -15,7 +15,7 @@ namespace {
 
 std::string Escaped(std::string_view text) {
   std::string safe;
-  for (const char c : SoundText(text)) {
+  for (const char c : ValidText(text)) {
     switch (c) {
       case '&':
         safe += "&amp;";

@@ -65,7 +65,7 @@ class Painter {
   }
 
   PixelArea Draw() {
-    PlanRoom();
+    PlanMargins();
     if (Width(frame_) < 20.0 || Height(frame_) < 20.0) return frame_;
     x_ = {limits_.x.min, limits_.x.max, graph_.xAxis.logarithmic, frame_.left, frame_.right};
     y_ = {limits_.y.min, limits_.y.max, graph_.yAxis.logarithmic, frame_.bottom, frame_.top};
@@ -108,7 +108,7 @@ class Painter {
     }
   }
 
-  void PlanRoom() {
+  void PlanMargins() {
     frame_ = box_;
     for (const PlotModel& plot : graph_.plots)
       if (style_.legend && plot.visible && plot.inLegend && !plot.legend.empty()) rows_.push_back(&plot);
@@ -117,7 +117,7 @@ class Painter {
     if (style_.numbersX)
       frame_.bottom -=
           kTick + kGap + style_.text + (AxisTitle(graph_.xAxis).empty() ? 0.0 : 1.5 * name_.size);
-    frame_.right -= RoomBeside();
+    frame_.right -= MarginBeside();
     ticksY_ = TicksOf(graph_.yAxis, limits_.y,
                       std::clamp(static_cast<int>(Height(frame_) / (2.0 * style_.text)), 2, 13));
     double left = WidestNumber(ticksY_) + kTick + kGap;
@@ -130,7 +130,7 @@ class Painter {
       frame_.right -= 0.5 * canvas_.TextWidth(ticksX_.numbers.back().text, plain_);
   }
 
-  double RoomBeside() {
+  double MarginBeside() {
     double room = 2.0;
     if (graph_.intensity) {
       double low = 0.0, high = 0.0;

@@ -12,9 +12,9 @@
 namespace sondera {
 namespace {
 
-constexpr double kNudge = 0.9998999834060669;  // Kept: single precision; moves c off a layer velocity
+constexpr double kVelocityShift = 0.9998999834060669;  // Kept: single precision; moves c off a layer velocity
 constexpr double kThick = 18.0;  // exponent from which on waves do not reach the base of a layer
-constexpr int kMaxNudges = 64;   // valid data need two at most
+constexpr int kMaxShifts = 64;   // valid data need two at most
 
 using Z = dcomplex;
 
@@ -107,8 +107,8 @@ void FS_strat_(LayerStiffness* K, double omega, double* c, const double* h, cons
   *stopLayer = 0;
   for (int l = 1; l <= nl; ++l) {
     LayerWaves w = WavesOf(omega, *c, Vs[l], nu[l], rho[l]);
-    for (int i = 0; i < kMaxNudges && Zabs(&w.r) * Zabs(&w.s) == 0.0; ++i) {
-      *c *= kNudge;
+    for (int i = 0; i < kMaxShifts && Zabs(&w.r) * Zabs(&w.s) == 0.0; ++i) {
+      *c *= kVelocityShift;
       w = WavesOf(omega, *c, Vs[l], nu[l], rho[l]);
     }
     if (w.r.re * w.k * h[l] > kThick || w.s.re * w.k * h[l] > kThick) {

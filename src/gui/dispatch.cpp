@@ -45,7 +45,7 @@ class EventScope {
 };
 
 /// No other event is accepted during an event, except for the controls that a run names.
-bool DoorIsOpen(const Control& c) {
+bool AcceptsEvent(const Control& c) {
   return Answers(c) && (state.depth == 0 || IsLocked());
 }
 
@@ -93,7 +93,7 @@ void PressCloseOf(Panel panel) {
 }  // namespace
 
 bool Takes(const Control& c) {
-  return DoorIsOpen(c) && !IsDimmed(c);
+  return AcceptsEvent(c) && !IsDimmed(c);
 }
 
 void SetShowViews(std::function<void()> show) {

@@ -145,8 +145,8 @@ void PaintTitle(QPainter& painter, const GraphModel& graph, const GraphFrame& fr
 
 }  // namespace
 
-GraphRoom RoomFor(const GraphModel& graph, const QFont& font, const QSize& size) {
-  GraphRoom room;
+GraphMargins MarginsFor(const GraphModel& graph, const QFont& font, const QSize& size) {
+  GraphMargins room;
   const QFontMetricsF metrics(font);
   if (!graph.title.empty()) room.top = static_cast<int>(metrics.height()) + 6;
   const LegendPlan legend = PlanLegend(graph, font, size);

@@ -7,12 +7,12 @@
 namespace sondera {
 
 /// Margins around the axes for title, legend and colour bar.
-struct GraphRoom {
+struct GraphMargins {
   int top = 0, right = 0;
   bool colorBar = false;
   bool legendBeside = false;
 };
-GraphRoom RoomFor(const GraphModel& graph, const QFont& font, const QSize& size);
+GraphMargins MarginsFor(const GraphModel& graph, const QFont& font, const QSize& size);
 
 /// Map, masks, bands and curves, from bottom to top; cut at the area.
 void PaintContent(QPainter& painter, const GraphModel& graph, const GraphFrame& frame);

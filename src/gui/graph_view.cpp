@@ -142,7 +142,7 @@ class GraphView::Plot {
   void SetModel(const GraphModel& model, const GraphLimits& shown) {
     SetAxis(*plot_->xAxis, model.xAxis, shown.x);
     SetAxis(*plot_->yAxis, model.yAxis, shown.y);
-    MakeRoom();
+    SetMargins();
   }
   /// An axis without known limits has no numbers, and neither has the abscissa of a strip of colours.
   void SetNumbers(bool x, bool y) {
@@ -172,7 +172,7 @@ class GraphView::Plot {
   }
   void Resize(const QRect& rect) {
     plot_->setGeometry(rect);
-    MakeRoom();
+    SetMargins();
   }
   void Replot(bool now) {
     plot_->replot(now ? QCustomPlot::rpImmediateRefresh : QCustomPlot::rpQueuedReplot);
@@ -206,8 +206,8 @@ class GraphView::Plot {
     axis.setLabel(ToQt(AxisTitle(model)));
     static_cast<ModelTicker&>(*axis.ticker()).model = model;
   }
-  void MakeRoom() {
-    const GraphRoom room = RoomFor(view_.model(), font_, plot_->size());
+  void SetMargins() {
+    const GraphMargins room = MarginsFor(view_.model(), font_, plot_->size());
     legendBeside_ = room.legendBeside;
     colorBar_ = room.colorBar;
     // Wide enough for most numbers, so that the axes of graphs above each other are aligned.

@@ -7,7 +7,7 @@
 
 #include "numeric/scale_arithmetic.h"
 #include "records/measurement_rules.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "runtime/text_format.h"
 
 namespace sondera {

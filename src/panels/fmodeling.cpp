@@ -9,7 +9,7 @@
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
@@ -129,7 +129,7 @@ int FM_nDispCurvesCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   const UndoStep step("Number of array curves");
   if (FollowNumber(NDISPCURVES, DISPCURVINFO, "array curves", kMaxRunCurves, "D") < 0) return -1;
-  RoomForPairs(FModelParam, GetCtrlVal(NDISPCURVES));
+  ReservePairs(FModelParam, GetCtrlVal(NDISPCURVES));
   ShowPairs();
   return 0;
 }

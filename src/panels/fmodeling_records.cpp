@@ -12,7 +12,7 @@
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/dialogs.h"
@@ -70,10 +70,10 @@ void ChangeCurves(std::vector<double>& table, int points, int from, int to) {
 
 void TakeCounts(ModelRecord& m, int points, int curves, int receivers) {
   const int pointsBefore = std::min(m.nDispPoints, points), curvesBefore = m.nDispCurves;
-  RoomForPoints(m, points);
-  RoomForPairs(m, curves);
-  RoomForReceivers(m, receivers);
-  RoomForCurves(m, points, curves);
+  ReservePoints(m, points);
+  ReservePairs(m, curves);
+  ReserveReceivers(m, receivers);
+  ReserveCurves(m, points, curves);
   if (curves != curvesBefore && curvesBefore > 0) {
     ChangeCurves(m.vel, pointsBefore, curvesBefore, curves);
     ChangeCurves(m.wlen, pointsBefore, curvesBefore, curves);
@@ -116,7 +116,7 @@ int GetGlobalCurve(ModelRecord& m) {
   if (points < 0 || points > kMaxRunPoints)
     return Refuse(FormatText("The number of points of the global curve is %d. It must be from 0 to %d.",
                              points, kMaxRunPoints));
-  RoomForPoints(m, points);
+  ReservePoints(m, points);
   m.nDispPointsG = points;
   m.GlobalRecType = GetCtrlVal(GLOBAL_REC_TYPE);
   if (m.GlobalRecType == kFixedReceivers) {
@@ -153,11 +153,11 @@ void TakeFirstScalars(ModelRecord& m) {
   first.pairRec1 = m.pairRec1;
   first.pairRec2 = m.pairRec2;
   m = first;
-  RoomForLayers(m, m.capLayers);
-  RoomForReceivers(m, m.capRec);
-  RoomForPairs(m, m.capPairs);
-  RoomForPoints(m, m.capPoints);
-  RoomForCurves(m, m.capCurve, 1);
+  ReserveLayers(m, m.capLayers);
+  ReserveReceivers(m, m.capRec);
+  ReservePairs(m, m.capPairs);
+  ReservePoints(m, m.capPoints);
+  ReserveCurves(m, m.capCurve, 1);
 }
 
 }  // namespace
@@ -183,7 +183,7 @@ int GetFModelParam_AS() {
   GetAnalysisAndMesh();
   ModelRecord& m = FModelParam;
   const int rows = GetNumTableRows(SOILPROFILE);
-  RoomForLayers(m, rows);
+  ReserveLayers(m, rows);
   m.nLayers = rows;
   for (int row = 1; row <= rows; ++row)
     for (std::size_t k = 0; k < kLayerColumns.size(); ++k)
@@ -284,7 +284,7 @@ void ResetFModel_D() {
     TakeFirstScalars(m);
   }
   m.nReceivers = kReceiversAtReset;
-  RoomForReceivers(m, m.nReceivers);
+  ReserveReceivers(m, m.nReceivers);
   double location = kFirstReceiver;
   for (std::size_t i = 0; i < kReceiversAtReset; ++i, location *= 2.0) m.recLoc[i] = location;
   m.dispCurvType = kArray;

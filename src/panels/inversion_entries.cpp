@@ -8,9 +8,9 @@
 #include "inversion/rho_nu_rule.h"
 #include "panels/fmodeling_records.h"
 #include "panels/inversion.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "run/result_entries.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -48,7 +48,7 @@ int TakeProfile(int index, ModelRecord& to) {
   const int entry = EntryOfIndex(index);
   if (!IsStored(r, entry))
     return Refuse(FormatText("There is no profile %s %d.", index < 0 ? "SMP" : "INV", entry));
-  RoomForLayers(to, r.nLayers);
+  ReserveLayers(to, r.nLayers);
   to.nLayers = r.nLayers;
   for (std::size_t c = 0; c < kLayerColumns.size(); ++c)
     for (int i = 0; i < r.nLayers; ++i)
@@ -56,10 +56,10 @@ int TakeProfile(int index, ModelRecord& to) {
   return 0;
 }
 
-int RoomForEntries(InvRecord& r, int entries) {
+int ReserveEntries(InvRecord& r, int entries) {
   // One more than wanted: the project file holds the misfits of the entries before the capacity.
   const int last = std::clamp(entries, 0, std::numeric_limits<int>::max() - 1) + 1;
-  return ShowRefusal(MakeEntryRoom(r, last > r.maxEntries ? last : 0, r.nLayers, r.nPoints, r.nCurves));
+  return ShowRefusal(ReserveEntry(r, last > r.maxEntries ? last : 0, r.nLayers, r.nPoints, r.nCurves));
 }
 
 int TakeStartingModel(ModelRecord& start) {

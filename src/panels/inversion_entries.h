@@ -16,7 +16,7 @@ namespace sondera {
 
 /// Allocates entries 0..entries of an existing record, contents kept.
 /// @return 0; -1 after a message when the tables would be too large: nothing changed
-[[nodiscard]] int RoomForEntries(InvRecord& record, int entries);
+[[nodiscard]] int ReserveEntries(InvRecord& record, int entries);
 
 /// Settings of an inversion: those of FModelParam with the layers of profile InvParam.iSelected, 0 for its
 /// own. FModelParam keeps its layers.

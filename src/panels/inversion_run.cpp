@@ -13,9 +13,9 @@
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -64,7 +64,7 @@ int CheckStartingModel() {
   }
   ModelRecord start;
   const int stored = TakeStartingModel(start);
-  if (stored == 0) RoomForLayers(FModelParam, start.nLayers);  // its capacity is stored in the project file
+  if (stored == 0) ReserveLayers(FModelParam, start.nLayers);  // its capacity is stored in the project file
   SetFModelParam_AS();
   if (stored < 0) return -1;
   GetAnalysisAndMesh();
@@ -74,7 +74,7 @@ int CheckStartingModel() {
 /// Space for the present counters. FS_UpdateINVarray alone would make the tables anew, and so lose an
 /// iteration that is the start of this run.
 int UpdateTables() {
-  if (RoomForEntries(InvParam, InvParam.nEntries) < 0) return -1;
+  if (ReserveEntries(InvParam, InvParam.nEntries) < 0) return -1;
   return ShowRefusal(FS_UpdateINVarray());
 }
 
@@ -82,7 +82,7 @@ int UpdateTables() {
 int TakeIterations() {
   const int wanted = GetCtrlVal(inversion::NITER);
   if (wanted <= 0) return Refuse("Please enter the number of iterations.");
-  if (RoomForEntries(InvParam, wanted) < 0) return -1;
+  if (ReserveEntries(InvParam, wanted) < 0) return -1;
   InvParam.nEntries = wanted;
   InvParam.MODELPARM = GetCtrlVal(inversion::MODELPARM);
   return 0;
@@ -112,16 +112,16 @@ void SelectCurveDisplay() {
 }
 
 /// Space in InvParam for all results of the run, so that no iteration fails because of it.
-int MakeRoomForResults(const ModelRecord& m) {
+int ReserveResults(const ModelRecord& m) {
   const bool global = m.dispCurvType == kGlobalCurve;
-  return ShowRefusal(MakeEntryRoom(InvParam, InvParam.nEntries, m.nLayers,
-                                   global ? m.nDispPointsG : m.nDispPoints, global ? 1 : m.nDispCurves));
+  return ShowRefusal(ReserveEntry(InvParam, InvParam.nEntries, m.nLayers,
+                                  global ? m.nDispPointsG : m.nDispPoints, global ? 1 : m.nDispCurves));
 }
 
 /// Records, display, lists and vectors.
 int SetUpRun() {
   ModelRecord start;
-  if (TakeStartingModel(start) < 0 || MakeRoomForResults(start) < 0) return -1;
+  if (TakeStartingModel(start) < 0 || ReserveResults(start) < 0) return -1;
   if (UpdateTheoDispInfoForInvAnal() < 0 || ResetTheoDispInfo(start) < 0) return -1;
   CopyCurvesToTheoDispInfo();
   SelectCurveDisplay();

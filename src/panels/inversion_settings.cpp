@@ -7,7 +7,7 @@
 #include "panels/inversion_entries.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "run/result_entries.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
@@ -42,7 +42,7 @@ int SeedGivenModel() {
   for (auto column : kLayerColumns) rows = std::min(rows, (m.*column).size());
   const int n = std::min(m.nLayers, static_cast<int>(rows));
   if (n < 1) return 0;
-  if (ShowRefusal(MakeEntryRoom(InvParam, 0, n, 0, 0)) < 0) return -1;
+  if (ShowRefusal(ReserveEntry(InvParam, 0, n, 0, 0)) < 0) return -1;
   InvRecord& r = InvParam;
   r.nLayers = n;
   double depth = 0.0;
@@ -105,7 +105,7 @@ int SetInvParams() {
 int GetInvParams() {
   int result = 0;
   const auto takeEntries = [&result](InvRecord& r, int entries) {
-    if (RoomForEntries(r, entries) < 0) {
+    if (ReserveEntries(r, entries) < 0) {
       result = -1;
     } else {
       r.nEntries = entries;

@@ -79,7 +79,7 @@ bool ReadArrayCurves(TextReader& file, ModelRecord& m) {
   if (!NextCount(file, n) || !NextLine(file, heading) || heading.rfind("[Velocity]", 0) != 0) return false;
   const std::size_t curves = static_cast<std::size_t>(m.nDispCurves);
   std::vector<std::vector<double>> rows;
-  if (!ReadRows(file, n, curves + 1, rows) || !RoomForArrayCurves(m, n).empty()) return false;
+  if (!ReadRows(file, n, curves + 1, rows) || !ReserveArrayCurves(m, n).empty()) return false;
   for (std::size_t p = 0; p < rows.size(); ++p) {
     m.freq[p] = rows[p][0];
     std::copy_n(rows[p].begin() + 1, m.nDispCurves, m.vel.begin() + static_cast<std::ptrdiff_t>(p * curves));

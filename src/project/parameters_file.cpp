@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "runtime/files.h"
 
 namespace sondera {
@@ -223,7 +223,7 @@ void ReadLayers(Scanner& in, ModelRecord& m) {
   for (int l = 0; in.Ok() && l < m.nLayers; ++l)
     for (auto& column : columns) column.push_back(in.Real());
   if (!in.Ok()) return;
-  RoomForLayers(m, m.nLayers);
+  ReserveLayers(m, m.nLayers);
   for (std::size_t k = 0; k < columns.size(); ++k) Replace(m.*kLayerColumns[k], columns[k]);
 }
 
@@ -244,7 +244,7 @@ void ReadGlobalCurve(Scanner& in, ModelRecord& m) {
   for (int p = 0; in.Ok() && p < m.nDispPointsG; ++p)
     for (auto& column : columns) column.push_back(in.ColumnReal());
   if (!in.Ok()) return;
-  RoomForPoints(m, m.nDispPointsG);
+  ReservePoints(m, m.nDispPointsG);
   for (std::size_t k = 0; k < columns.size(); ++k) Replace(m.*kGlobalColumns[k], columns[k]);
 }
 
@@ -258,8 +258,8 @@ void ReadArrayTable(Scanner& in, ModelRecord& m) {
     for (int c = 0; in.Ok() && c < m.nDispCurves; ++c) vel.push_back(in.ColumnReal());
   }
   if (!in.Ok()) return;
-  RoomForPoints(m, m.nDispPoints);
-  RoomForCurves(m, m.nDispPoints, m.nDispCurves);
+  ReservePoints(m, m.nDispPoints);
+  ReserveCurves(m, m.nDispPoints, m.nDispCurves);
   std::vector<double> wlen;
   for (std::size_t i = 0; i < vel.size(); ++i) {
     const double f = freq[i / Count(m.nDispCurves)];
@@ -277,7 +277,7 @@ void ReadReceivers(Scanner& in, ModelRecord& m) {
   std::vector<double> locations;
   for (int r = 0; in.Ok() && r < m.nReceivers; ++r) locations.push_back(in.Real());
   if (!in.Ok()) return;
-  RoomForReceivers(m, m.nReceivers);
+  ReserveReceivers(m, m.nReceivers);
   Replace(m.recLoc, locations);
 }
 
@@ -299,7 +299,7 @@ void ReadPairs(Scanner& in, ModelRecord& m) {
   }
   if (!rows.empty()) in.DemandWholeNumber();
   if (!in.Ok()) return;
-  RoomForPairs(m, m.nDispCurves);
+  ReservePairs(m, m.nDispCurves);
   for (std::size_t c = 0; c < rows.size(); ++c) {
     m.pairRec1[c] = rows[c].first;
     m.pairRec2[c] = rows[c].second;

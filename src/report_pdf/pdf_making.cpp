@@ -22,7 +22,7 @@ struct TextRow {
 std::vector<std::string> Lines(const std::string& text, std::size_t letters) {
   std::vector<std::string> lines(1);
   std::size_t held = 0;
-  const std::string sound = SoundText(text);
+  const std::string sound = ValidText(text);
   for (std::size_t at = 0; at < sound.size();) {
     const std::size_t end = std::min(sound.find(' ', at), sound.size());
     const std::string word = sound.substr(at, end - at);

@@ -48,7 +48,7 @@ std::vector<std::string> Wrapped(Canvas& canvas, const std::string& text, const 
                                  double width) {
   std::vector<std::string> lines;
   std::string line;
-  const std::string sound = SoundText(text);
+  const std::string sound = ValidText(text);
   for (std::size_t at = 0; at < sound.size();) {
     const std::size_t end = std::min(sound.find(' ', at), sound.size());
     const std::string word = sound.substr(at, end - at);

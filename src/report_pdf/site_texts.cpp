@@ -48,7 +48,7 @@ void TakeLine(std::string_view line, SiteTexts& texts) {
   std::transform(name.begin(), name.end(), name.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
   for (const Field& field : kFields)
-    if (name == field.name) texts.*field.text = Cut(SoundText(Trimmed(line.substr(colon + 1))));
+    if (name == field.name) texts.*field.text = Cut(ValidText(Trimmed(line.substr(colon + 1))));
 }
 
 }  // namespace
@@ -80,7 +80,7 @@ Refusal WriteSiteTexts(const std::string& projectFile, const SiteTexts& texts) {
   if (name.empty()) return "The texts of the report are stored beside the project; save the project first.";
   TextWriter file(name);
   for (const Field& field : kFields)
-    file.Put(std::string(field.name) + ": " + Cut(SoundText(Trimmed(texts.*field.text))) + "\n");
+    file.Put(std::string(field.name) + ": " + Cut(ValidText(Trimmed(texts.*field.text))) + "\n");
   if (file.Close()) return {};
   return file.Reason() + ".";
 }

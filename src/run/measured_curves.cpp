@@ -6,7 +6,7 @@
 #include <cstddef>
 
 #include "records/measdb.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "runtime/text_format.h"
 #include "runtime/text_reader.h"
 #include "signal/rep_curves.h"
@@ -83,7 +83,7 @@ std::string TakeArrayCurves(ModelRecord& m, int& lost) {
   list.resize(static_cast<std::size_t>(m.nDispCurves), nullptr);
   const auto first = std::find_if(list.begin(), list.end(), [](const DispInfo* ad) { return ad != nullptr; });
   const int points = first == list.end() ? 0 : Points(**first);
-  std::string complaint = RoomForArrayCurves(m, points);
+  std::string complaint = ReserveArrayCurves(m, points);
   if (!complaint.empty()) return complaint;
   for (int i = points; i >= 1; --i) m.freq[static_cast<std::size_t>(points - i)] = (*first)->freq[i];
   for (std::size_t c = 0; c < list.size(); ++c)
@@ -95,7 +95,7 @@ std::string TakeArrayCurves(ModelRecord& m, int& lost) {
 
 void TakeGlobalCurve(ModelRecord& m, const MeasuredPoints& curve) {
   const int n = static_cast<int>(curve.vel.size());
-  RoomForPoints(m, n);
+  ReservePoints(m, n);
   m.nDispPointsG = n;
   std::copy(curve.vel.begin(), curve.vel.end(), m.globalVel.begin());
   std::copy(curve.freq.begin(), curve.freq.end(), m.globalFreq.begin());
@@ -114,7 +114,7 @@ std::string TakeReceivers(ModelRecord& m, const std::string& line1, const std::s
   if (receivers < 1) return kNoReceivers;
   std::string complaint = CheckArrayCounts(0, 0, receivers);
   if (!complaint.empty()) return complaint;
-  RoomForReceivers(m, receivers);
+  ReserveReceivers(m, receivers);
   m.nReceivers = receivers;
   for (std::size_t r = 0; r < static_cast<std::size_t>(receivers); ++r) {
     const auto token = places.Next();
@@ -127,7 +127,7 @@ std::string TakeReceivers(ModelRecord& m, const std::string& line1, const std::s
   const int curves = NextInt(pairs);
   complaint = CheckArrayCounts(0, curves, receivers);
   if (!complaint.empty()) return complaint;
-  RoomForPairs(m, curves);
+  ReservePairs(m, curves);
   m.nDispCurves = curves;
   for (std::size_t c = 0; c < static_cast<std::size_t>(curves); ++c) {
     const auto token = pairs.Next();
@@ -167,11 +167,11 @@ void FinishArrayCurves(ModelRecord& m) {
   }
 }
 
-std::string RoomForArrayCurves(ModelRecord& m, int points) {
+std::string ReserveArrayCurves(ModelRecord& m, int points) {
   const std::string complaint = CheckArrayCounts(points, m.nDispCurves, m.nReceivers);
   if (!complaint.empty()) return complaint;
-  RoomForPoints(m, points);
-  RoomForCurves(m, points, m.nDispCurves);
+  ReservePoints(m, points);
+  ReserveCurves(m, points, m.nDispCurves);
   m.nDispPoints = points;
   for (auto table : {&ModelRecord::vel, &ModelRecord::wlen})
     std::fill((m.*table).begin(), (m.*table).end(), 0.0);

@@ -37,7 +37,7 @@ void TakeGlobalCurve(ModelRecord& record, const MeasuredPoints& curve);
 std::string TakeReceivers(ModelRecord& record, const std::string& line1, const std::string& line2);
 
 /// Allocates this number of points for the record's pairs, all zero. @return "" or why that is not possible
-std::string RoomForArrayCurves(ModelRecord& record, int points);
+std::string ReserveArrayCurves(ModelRecord& record, int points);
 
 /// Fills wavelengths, the ratio of a geometric grid between the limits, and the range of each pair from the
 /// velocities.

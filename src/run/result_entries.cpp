@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "run/receiver_setups.h"
 
 namespace sondera {
@@ -119,7 +119,7 @@ Refusal FS_RefreshDspCurve(const Run& run, int index, const OffsetVector<double>
   const int entry = EntryOfIndex(index);
   const int points = global ? run.observations.nDispPoints : run.observations.obsCurves.front().nFreq;
   const int curves = global ? 1 : run.observations.obsCurves.front().nCurves;
-  if (Refusal refusal = MakeEntryRoom(r, entry, TheoDispInfo.nLayers, points, curves)) return refusal;
+  if (Refusal refusal = ReserveEntry(r, entry, TheoDispInfo.nLayers, points, curves)) return refusal;
   const CurveColumns from = ShownColumns(global);
   for (int p = 0; p < points; ++p) r.freq(entry, p) = (*from.freq)[static_cast<std::size_t>(p)];
   for (int k = 0; k < points * curves; ++k) {
@@ -137,7 +137,7 @@ Refusal FS_RefreshModelPar(const LayeredGround& ground, int index) {
   const int entry = EntryOfIndex(index);
   const int n = std::min(TheoDispInfo.nLayers, ground.nLayersCur);
   if (n < 1) return Refusal::WithoutReason();
-  if (Refusal refusal = MakeEntryRoom(r, entry, n, r.nPoints, r.nCurves)) return refusal;
+  if (Refusal refusal = ReserveEntry(r, entry, n, r.nPoints, r.nCurves)) return refusal;
   r.nLayers = n;
   double depth = 0.0;
   for (int l = 1; l <= n; ++l) {

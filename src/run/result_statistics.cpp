@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "records/inv_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "run/active_rows.h"
 #include "run/report_file.h"
 
@@ -133,7 +133,7 @@ void WriteResolutionTable(ReportFile& file, const LayeredGround& ground, const C
 void StoreResolution(const Run& run, const ColumnMatrix& R, Listener& listener) {
   const int entry = run.course.iCurIterNo, n = run.ground.nLayersCur;
   if (entry < 0) return;
-  if (const Refusal refusal = MakeEntryRoom(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves)) {
+  if (const Refusal refusal = ReserveEntry(InvParam, entry, n, InvParam.nPoints, InvParam.nCurves)) {
     listener.Tell(refusal);
     return;
   }

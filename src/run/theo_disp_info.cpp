@@ -7,7 +7,7 @@
 
 #include "records/kinds.h"
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 
 namespace sondera {
 namespace {

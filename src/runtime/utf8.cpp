@@ -49,7 +49,7 @@ void PutLetter(std::string& text, std::uint32_t letter) {
   }
 }
 
-std::string SoundText(std::string_view text) {
+std::string ValidText(std::string_view text) {
   std::string sound;
   while (!text.empty()) {
     const std::uint32_t letter = NextLetter(text);

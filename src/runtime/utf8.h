@@ -20,7 +20,7 @@ std::uint32_t NextLetter(std::string_view& text);
 void PutLetter(std::string& text, std::uint32_t letter);
 
 /// The text as valid UTF-8 in one line: invalid bytes as Latin-1, control characters as spaces.
-std::string SoundText(std::string_view text);
+std::string ValidText(std::string_view text);
 
 /// Letters of a text.
 std::size_t LettersOf(std::string_view text);

@@ -12,7 +12,7 @@ namespace sondera::plain {
 namespace {
 
 constexpr double kLowerBound = 0.8f;
-constexpr double kNudge = 0.9998999834060669;
+constexpr double kVelocityShift = 0.9998999834060669;
 constexpr double kThick = 18.0;
 constexpr int kTrials = 101;
 constexpr int kMaxRoots = 25;
@@ -139,7 +139,7 @@ int Condense(Stack& st, const Ground& g, double omega, double* c, int layers) {
     const double Vs = g.Vs[l], Cp = CompressionVelocity(Vs, g.nu[l]);
     Z r = Decay(*c, Cp), s = Decay(*c, Vs);
     while (Modulus(r) * Modulus(s) == 0.0) {
-      *c *= kNudge;
+      *c *= kVelocityShift;
       r = Decay(*c, Cp);
       s = Decay(*c, Vs);
     }

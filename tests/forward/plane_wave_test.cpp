@@ -19,7 +19,7 @@ using plain::Ground;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kUntouched = -7.25;
-constexpr double kNudge = 0.9998999834060669;
+constexpr double kVelocityShift = 0.9998999834060669;
 
 /// The layers in the solver's form, from 1.
 struct Layers {
@@ -214,7 +214,7 @@ TEST(FsSearch, NudgedTrialIsTheEndOfItsBracket) {
   ASSERT_GE(found.count, 1);
   EXPECT_NEAR(found.c[1], 127.6, 1e-3);
   ExpectSameRoots(g, longer, 78.0, 178.0);
-  double lo = 127.0, hi = 128.0 * kNudge, mid = 0.0;
+  double lo = 127.0, hi = 128.0 * kVelocityShift, mid = 0.0;
   double atHi = hi;
   const double fHi = plain::CharacteristicValue(g, longer, &atHi);
   while (std::fabs((hi - lo) / hi) >= 1e-07) {
@@ -319,17 +319,17 @@ TEST(FsStrat, TrialAtVsOrVpIsNudgedForThatTrialWhileOmegaStays) {
   const double Vp = 192.0 * std::sqrt(2.0 * (1.0 - 0.3) / (1.0 - 2.0 * 0.3));
   for (double c : {128.0, Vp}) {
     const Strat at = Condense(g, omega, c, 2);
-    EXPECT_EQ(at.c, c * kNudge);
+    EXPECT_EQ(at.c, c * kVelocityShift);
     EXPECT_EQ(at.stopLayer, 0);
   }
-  const Strat hit = Condense(g, omega, 128.0, 2), beside = Condense(g, omega, 128.0 * kNudge, 2);
+  const Strat hit = Condense(g, omega, 128.0, 2), beside = Condense(g, omega, 128.0 * kVelocityShift, 2);
   for (int i = 1; i <= 2; ++i) {
     for (int j = i; j <= 2; ++j) EXPECT_EQ(hit.K(i, j).re, beside.K(i, j).re);
   }
   const Strat below =
       Condense(g, omega, 192.0, 2);  // the second layer's: the first keeps the velocity as it was
-  EXPECT_EQ(below.c, 192.0 * kNudge);
-  EXPECT_NE(below.K(1, 1).re, Condense(g, omega, 192.0 * kNudge, 2).K(1, 1).re);
+  EXPECT_EQ(below.c, 192.0 * kVelocityShift);
+  EXPECT_NE(below.K(1, 1).re, Condense(g, omega, 192.0 * kVelocityShift, 2).K(1, 1).re);
   EXPECT_EQ(Condense(g, omega, 150.0, 2).c, 150.0);
 }
 

@@ -12,7 +12,7 @@
 #include "project/parameters_file.h"
 #include "records/model_records.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/files.h"
@@ -194,11 +194,11 @@ TEST_F(ParameterFile, RandomRecordsComeBackToThePrintedDecimals) {
     m.nReceivers = count(40);
     m.nDispPoints = count(450);
     m.nDispCurves = count(45);
-    RoomForLayers(m, m.nLayers);
-    RoomForPoints(m, std::max(m.nDispPoints, m.nDispPointsG));
-    RoomForReceivers(m, m.nReceivers);
-    RoomForPairs(m, m.nDispCurves);
-    RoomForCurves(m, m.nDispPoints, m.nDispCurves);
+    ReserveLayers(m, m.nLayers);
+    ReservePoints(m, std::max(m.nDispPoints, m.nDispPointsG));
+    ReserveReceivers(m, m.nReceivers);
+    ReservePairs(m, m.nDispCurves);
+    ReserveCurves(m, m.nDispPoints, m.nDispCurves);
     for (auto column : kLayerColumns)
       for (double& x : m.*column) x = real(random);
     for (auto column : kGlobalColumns)
@@ -229,10 +229,10 @@ TEST_F(ParameterFile, TablesAreEnlargedByDoublingOrToTheNeed) {
   FModelParam.nLayers = 60;
   FModelParam.nDispPoints = 900;
   FModelParam.nDispCurves = 25;
-  RoomForLayers(FModelParam, 60);
-  RoomForPoints(FModelParam, 900);
-  RoomForPairs(FModelParam, 25);
-  RoomForCurves(FModelParam, 900, 25);
+  ReserveLayers(FModelParam, 60);
+  ReservePoints(FModelParam, 900);
+  ReservePairs(FModelParam, 25);
+  ReserveCurves(FModelParam, 900, 25);
   const std::string text = Saved();
   InitializeFModel();
   ASSERT_EQ(Read(text), 0);

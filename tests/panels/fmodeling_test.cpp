@@ -8,7 +8,7 @@
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
-#include "records/settings_room.h"
+#include "records/settings_capacity.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -299,7 +299,7 @@ class SetFModelParamTest : public ModelParameters {};
 TEST_F(SetFModelParamTest, WhatIsShownIsReadBackAsItWas) {
   ModelRecord& m = FModelParam;
   m.nLayers = 60;
-  RoomForLayers(m, 60);
+  ReserveLayers(m, 60);
   for (std::size_t k = 0; k < 6; ++k)
     for (std::size_t l = 0; l < 60; ++l)
       (m.*kLayerColumns[k])[l] = 1.0 + 0.001 * static_cast<double>(10 * l + k);

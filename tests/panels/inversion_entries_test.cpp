@@ -189,25 +189,25 @@ TEST_F(CopyFromGivenPRF, OtherEventsDoNothing) {
 using RoomForEntriesTest = InvEntries;
 
 TEST_F(RoomForEntriesTest, LeavesTablesThatSuffice) {
-  EXPECT_EQ(RoomForEntries(InvParam, 49), 0);
+  EXPECT_EQ(ReserveEntries(InvParam, 49), 0);
   EXPECT_EQ(InvParam.maxEntries, 50);
 }
 
 TEST_F(RoomForEntriesTest, GrowsAndKeeps) {
-  EXPECT_EQ(RoomForEntries(InvParam, 70), 0);
+  EXPECT_EQ(ReserveEntries(InvParam, 70), 0);
   EXPECT_GE(InvParam.rms.hi(), 70);
   EXPECT_EQ(InvParam.Vs(2, 1), 202.0);
-  EXPECT_EQ(RoomForEntries(InvParam, -4), 0);
+  EXPECT_EQ(ReserveEntries(InvParam, -4), 0);
 }
 
 TEST_F(RoomForEntriesTest, RefusesWhatNoMemoryHolds) {
-  EXPECT_EQ(RoomForEntries(InvParam, INT_MAX), -1);
+  EXPECT_EQ(ReserveEntries(InvParam, INT_MAX), -1);
   EXPECT_EQ(frontEnd.messages.size(), 1u);
   EXPECT_EQ(InvParam.Vs(2, 1), 202.0);
 }
 
 TEST_F(RoomForEntriesTest, StartingModelHasTheLayersOfTheProfileAndLeavesTheGivenOnes) {
-  ASSERT_EQ(RoomForEntries(InvParam, 1), 0);
+  ASSERT_EQ(ReserveEntries(InvParam, 1), 0);
   StoreProfile(InvParam, 1, std::vector<double>(50, 250.0));
   InvParam.nLayers = 50;
   InvParam.iSelected = 1;

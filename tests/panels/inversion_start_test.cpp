@@ -11,7 +11,7 @@
 #include "app/callbacks.h"
 #include "panels/fmodeling.h"
 #include "records/measdb.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "records/session.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"

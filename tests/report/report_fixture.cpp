@@ -8,7 +8,7 @@
 #include "plot_ps/plot_ps.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "support/ps_grammar.h"
 
 namespace sondera::testing {
@@ -63,7 +63,7 @@ void ReportTest::AddEntries(int last, int wanted) {
   InvParam.nEntries = wanted;
   InvParam.ufVs = 0.1;
   for (int k = 0; k <= last; ++k) {
-    ASSERT_FALSE(MakeEntryRoom(InvParam, k, 3, 1, 1));
+    ASSERT_FALSE(ReserveEntry(InvParam, k, 3, 1, 1));
     InvParam.nLayers = 3;
     InvParam.nPoints = InvParam.nCurves = 1;
     const double tops[] = {0.0, 2.0, 5.0, 8.0};

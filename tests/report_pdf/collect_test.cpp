@@ -5,7 +5,7 @@
 #include "panels/mainmenu_pdf.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 #include "records/session.h"
 #include "report_pdf/pdf_pages.h"
 #include "support/session_fixture.h"
@@ -27,7 +27,7 @@ class PdfCollect : public SessionTest {
   void AddEntries(int last) {
     EntryNumbers numbers;
     for (int k = 0; k <= last; ++k) {
-      ASSERT_FALSE(MakeEntryRoom(InvParam, k, 3, 1, 1));
+      ASSERT_FALSE(ReserveEntry(InvParam, k, 3, 1, 1));
       InvParam.nLayers = 3;
       InvParam.nEntries = last;
       for (int i = 0; i < 3; ++i) {

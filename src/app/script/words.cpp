@@ -226,7 +226,7 @@ const std::vector<WordForm>& AllForms() {
   static const std::vector<WordForm> forms = [] {
     std::vector<WordForm> all;
     for (auto subject : {ProjectForms, MeasureForms, PairForms, CurveForms, EditForms, ModelForms,
-                         ControlForms, LookForms, TableForms, FlowForms, RoadForms}) {
+                         ControlForms, LookForms, TableForms, FlowForms, FirstDialectForms}) {
       std::vector<WordForm> rows = subject();
       std::move(rows.begin(), rows.end(), std::back_inserter(all));
     }

@@ -145,7 +145,7 @@ std::vector<WordForm> ModelForms();
 std::vector<WordForm> ControlForms();
 std::vector<WordForm> LookForms();
 std::vector<WordForm> FlowForms();
-std::vector<WordForm> RoadForms();
+std::vector<WordForm> FirstDialectForms();
 std::vector<WordForm> TableForms();
 std::vector<WordForm> MeasureForms();
 

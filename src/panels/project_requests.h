@@ -1,4 +1,4 @@
-// project_doors.h - how a front end opens and saves the project. Called through runtime/project_hooks.h.
+// project_requests.h - how a front end opens and saves the project. Called through runtime/project_hooks.h.
 #pragma once
 
 #include <string>

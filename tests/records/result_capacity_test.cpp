@@ -1,5 +1,5 @@
 // Tests of the growth of the records that results go to.
-#include "records/result_room.h"
+#include "records/result_capacity.h"
 
 #include <gtest/gtest.h>
 
@@ -124,7 +124,7 @@ TEST_F(RecordGrowth, RoomForAnEntryKeepsTheContents) {
   InvParam.Vs(50, 50) = 300.0;
   InvParam.vel(2, 4000) = 150.0;
   InvParam.rms[7] = 1.5;
-  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 60, 80, 300, 20)), 0);
+  EXPECT_EQ(ShowRefusal(ReserveEntry(InvParam, 60, 80, 300, 20)), 0);
   EXPECT_EQ(InvParam.Vs(50, 50), 300.0);
   EXPECT_EQ(InvParam.vel(2, 4000), 150.0);
   EXPECT_EQ(InvParam.rms[7], 1.5);
@@ -136,8 +136,8 @@ TEST_F(RecordGrowth, RoomForAnEntryKeepsTheContents) {
 }
 
 TEST_F(RecordGrowth, RoomForAnAbsurdEntryIsRefused) {
-  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 2000000000, 10, 10, 1)), -1);
-  EXPECT_EQ(ShowRefusal(MakeEntryRoom(InvParam, 1, 10, 2000000000, 2000000000)), -1);
+  EXPECT_EQ(ShowRefusal(ReserveEntry(InvParam, 2000000000, 10, 10, 1)), -1);
+  EXPECT_EQ(ShowRefusal(ReserveEntry(InvParam, 1, 10, 2000000000, 2000000000)), -1);
   EXPECT_EQ(frontEnd.messages.size(), 2u);
   EXPECT_EQ(InvParam.maxEntries, 50);
 }

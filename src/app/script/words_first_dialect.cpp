@@ -1,4 +1,4 @@
-// words_road.cpp - the six words of the first dialect, here with strict arguments: export, import, masking,
+// words_first_dialect.cpp - the six words of the first dialect, here with strict arguments: export, import, masking,
 // calcVel, preInversion, inversion.
 
 #include "app/commands.h"
@@ -109,7 +109,7 @@ ArgumentSpec RestOfNumbers(std::string_view name, std::string_view shown) {
 
 }  // namespace
 
-std::vector<WordForm> RoadForms() {
+std::vector<WordForm> FirstDialectForms() {
   constexpr auto kFiles = WordForm::Role::Files;  // all but export and import end with a save
   const auto text = [](std::string_view name) { return Fixed(name, Kind::Text); };
   const auto number = [](std::string_view name) { return Fixed(name, Kind::Number); };

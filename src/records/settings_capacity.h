@@ -1,4 +1,4 @@
-// settings_room.h - room in the settings record of a forward run.
+// settings_capacity.h - room in the settings record of a forward run.
 //
 // Callers: whoever brings settings in, from the panel, a file or the curves in memory. Owns no state. A
 // capacity that does not suffice is doubled once; where even that is too little it becomes what is wanted.
@@ -11,12 +11,12 @@
 
 namespace sondera {
 
-void RoomForLayers(ModelRecord& record, int layers);  ///< the six layer columns
-void RoomForReceivers(ModelRecord& record, int receivers);
-void RoomForPairs(ModelRecord& record, int pairs);    ///< new pairs get receivers i and i + 1, counted from 1
-void RoomForPoints(ModelRecord& record, int points);  ///< global curve, and the frequencies
+void ReserveLayers(ModelRecord& record, int layers);  ///< the six layer columns
+void ReserveReceivers(ModelRecord& record, int receivers);
+void ReservePairs(ModelRecord& record, int pairs);    ///< new pairs get receivers i and i + 1, counted from 1
+void ReservePoints(ModelRecord& record, int points);  ///< global curve, and the frequencies
 /// Velocities and wavelengths of the array curves.
-void RoomForCurves(ModelRecord& record, int points, int curves);
+void ReserveCurves(ModelRecord& record, int points, int curves);
 
 /// Message for a number of points, curves or receivers of array curves that no record can hold; "" when all
 /// are within the limits of a run (run_limits.h), 0 included.

@@ -1,5 +1,5 @@
-// settings_room.cpp - see settings_room.h.
-#include "records/settings_room.h"
+// settings_capacity.cpp - see settings_capacity.h.
+#include "records/settings_capacity.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -35,17 +35,17 @@ std::string OutOfRange(const char* what, int value, int high) {
 
 }  // namespace
 
-void RoomForLayers(ModelRecord& m, int layers) {
+void ReserveLayers(ModelRecord& m, int layers) {
   RaiseCapacity(m.capLayers, layers);
   for (auto column : kLayerColumns) AtLeast(m.*column, m.capLayers, layers);
 }
 
-void RoomForReceivers(ModelRecord& m, int receivers) {
+void ReserveReceivers(ModelRecord& m, int receivers) {
   RaiseCapacity(m.capRec, receivers);
   AtLeast(m.recLoc, m.capRec, receivers);
 }
 
-void RoomForPairs(ModelRecord& m, int pairs) {
+void ReservePairs(ModelRecord& m, int pairs) {
   RaiseCapacity(m.capPairs, pairs);
   for (auto column : {&ModelRecord::pairRec1, &ModelRecord::pairRec2}) {
     const int offset = column == &ModelRecord::pairRec1 ? 1 : 2;
@@ -58,13 +58,13 @@ void RoomForPairs(ModelRecord& m, int pairs) {
   AtLeast(m.pairMax, m.capPairs, pairs);
 }
 
-void RoomForPoints(ModelRecord& m, int points) {
+void ReservePoints(ModelRecord& m, int points) {
   RaiseCapacity(m.capPoints, points);
   for (auto column : kGlobalColumns) AtLeast(m.*column, m.capPoints, points);
   AtLeast(m.freq, m.capPoints, points);
 }
 
-void RoomForCurves(ModelRecord& m, int points, int curves) {
+void ReserveCurves(ModelRecord& m, int points, int curves) {
   const std::int64_t cells = std::int64_t{std::max(points, 0)} * std::max(curves, 0);
   RaiseCapacity(m.capCurve, cells);
   AtLeast(m.vel, m.capCurve, cells);

@@ -1,4 +1,4 @@
-// result_room.h - room in the records that results go to: SMPParam, InvParam and TheoDispInfo.
+// result_capacity.h - room in the records that results go to: SMPParam, InvParam and TheoDispInfo.
 //
 // Callers: drivers before a run, and whoever writes a result. Owned state: none. No growth is without bound:
 // a damaged file that asks for more than kMaxRunDoubles is refused, and nothing has changed then.
@@ -18,7 +18,7 @@ Refusal FS_UpdateINVarray();
 
 /// Room for one more entry of such a record, contents kept: for writers whose counts may exceed the counters.
 /// Capacities never shrink.
-Refusal MakeEntryRoom(InvRecord& record, int entry, int layers, int points, int curves);
+Refusal ReserveEntry(InvRecord& record, int entry, int layers, int points, int curves);
 
 /// Makes TheoDispInfo large enough for its counters (and those of FModelParam that it is going to take over),
 /// and zeroes the curves of its dispCurvType. Refuses a counter beyond the limits.

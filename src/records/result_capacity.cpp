@@ -1,5 +1,5 @@
-// result_room.cpp - see result_room.h.
-#include "records/result_room.h"
+// result_capacity.cpp - see result_capacity.h.
+#include "records/result_capacity.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -132,7 +132,7 @@ Refusal FS_UpdateINVarray() {
   return UpdateEntryTables(InvParam);
 }
 
-Refusal MakeEntryRoom(InvRecord& r, int entry, int layers, int points, int curves) {
+Refusal ReserveEntry(InvRecord& r, int entry, int layers, int points, int curves) {
   const Bounds has = BoundsOf(r);
   const double data = static_cast<double>(std::max(points, 0)) * std::max(curves, 0);
   const Bounds wanted{std::max(has.entries, entry), std::max(has.layers, layers),

@@ -1,5 +1,5 @@
-// project_doors.cpp - see project_doors.h. Owns no state.
-#include "panels/project_doors.h"
+// project_requests.cpp - see project_requests.h. Owns no state.
+#include "panels/project_requests.h"
 
 #include "panels/mainmenu_project.h"
 #include "project/project_file.h"
