@@ -1,13 +1,12 @@
 // board_server.cpp - a board program: answers the board protocol and replays records from text files.
 //   board_server <rate> <file>...        in Sondera: --board="process:board_server 2000 rec1.txt rec2.txt"
 //
-// A file has a row for each sample and a column for each channel, volts, parted by blanks; lines that begin
-// with # are comments. All files have the columns of the first. Every "start" takes the next file, the first
-// again behind the last. The records come at the rate of the files: another rate is not granted.
+// A file has a row for each sample and a column for each channel, volts, separated by blanks; lines that
+// begin with # are comments. All files have the columns of the first. Every "start" reads the next file, and
+// after the last one the first again. The records come at the rate of the files: another rate is not granted.
 //
-// It is the pattern for an adaptor to a vendor's driver: the functions of class Board are where the vendor's
-// calls go; the rest can stay. It needs nothing but the standard library. docs/board-protocol.md has the
-// protocol.
+// It is a pattern for an adaptor to a vendor's driver: put the vendor's calls into the functions of class
+// Board; the rest can stay. It needs only the standard library. docs/board-protocol.md has the protocol.
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -140,7 +139,7 @@ class Board {
       }
     }
   }
-  /// Whether a record stands ready; waits for at most this long.
+  /// Whether a record is ready; waits for at most this long.
   bool Wait(double seconds) {
     if (!ready_) std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
     return ready_;
@@ -181,7 +180,7 @@ class Board {
   std::uint64_t overload_ = 0;
 };
 
-// ---- the protocol: below nothing knows what kind of board it is ----
+// ---- the protocol: the code below does not depend on the kind of board ----
 
 void WriteSamples(const Columns& record) {
   static_assert(sizeof(double) == 8);
@@ -197,7 +196,7 @@ void WriteSamples(const Columns& record) {
   }
 }
 
-/// Answers one request line. The text behind "ok", without a leading blank.
+/// Answers one request line. Returns the text after "ok", without a leading blank.
 std::string Answer(Board& board, const std::string& line) {
   std::istringstream words(line);
   words.imbue(std::locale::classic());

@@ -1,4 +1,4 @@
-// make_records.cpp - writes the records of the examples: a hammer blow on a layered ground that is known.
+// make_records.cpp - writes the records of the examples: a hammer blow on a known layered ground.
 //   make_records <folder> [<seed>]
 //
 // rec1.tim to rec6.tim   time records of one blow, receivers 10, 14, 22, 30, 42 and 54 m from the source
@@ -6,7 +6,7 @@
 // pair_coherence.txt     its coherence: frequency, 0 to 1
 // true_curve.txt         phase velocities of the ground, true_layers.txt: its layers
 //
-// The same seed gives the same files. The last line tells what was written.
+// The same seed gives the same files. The last line of the output names the files.
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   std::error_code error;
-  std::filesystem::create_directories(argv[1], error);  // a failure is told by the first file
+  std::filesystem::create_directories(argv[1], error);  // the first file reports a failure
   const SiteSimulator site(settings);
   Folder folder(argv[1]);
   if (!WriteTimeRecords(folder, site) || !WritePair(folder, site) ||

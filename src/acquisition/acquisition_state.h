@@ -12,7 +12,7 @@ struct MeasRunState {
   int measRunning = 0;  ///< 1 during a run
   int measPaused = 0;   ///< 1: no new record is started
   int measStopped = 0;  ///< 1: the last run was ended by Stop
-  int avgTarget = 0;    ///< number of averages of the run
+  int avgTarget = 0;    ///< 0: each record counts alone, until Stop
   int avgOn = 0;        ///< 0: each record stands alone, until Stop
   int delivered = 0;    ///< records of the run so far, also those that were not accepted
 };

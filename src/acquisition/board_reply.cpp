@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kLongestDeviceName = 4;
 constexpr std::size_t kMostNames = 256;
-constexpr std::size_t kMostLimits = 254;  // the session's table keeps 255 and a 0 behind them
+constexpr std::size_t kMostLimits = 254;  // the session's table keeps 255 and a 0 after them
 
 bool IsPrintable(char c) {
   return c >= ' ' && c <= '~';

@@ -17,7 +17,7 @@ struct Evaluation {
   double chi = 0.0;                   ///< see WeightedMisfit
   bool halted = false;                ///< the curves are incomplete
 
-  SweepState doubts;  ///< of the sweep behind these curves
+  SweepState doubts;  ///< of the sweep for these curves
 
   /// The curves of the present model; rows without a result are flagged.
   void Sweep(Run& run, RunListener& listener);

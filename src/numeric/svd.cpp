@@ -1,5 +1,4 @@
-// svd.cpp - Golub-Reinsch decomposition behind svdcmp and FS_svdcmp, and the back substitution. Owns no
-// state.
+// svd.cpp - Golub-Reinsch decomposition for svdcmp and FS_svdcmp, and the back substitution. Owns no state.
 //
 // A becomes upper bidiagonal by Householder reflections from both sides; the reflections are collected in V
 // and U; then implicit QR sweeps with shift reduce the superdiagonal to zero, one singular value after the

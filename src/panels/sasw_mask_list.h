@@ -1,4 +1,5 @@
-// sasw_mask_list.h - the operations behind the mask buttons, for the pair on display and the three masking fields.
+// sasw_mask_list.h - the operations of the mask buttons, for the pair on display and the three masking
+// fields.
 //
 // Each passes the pair of the masking page (FindCurrentPair(Panel::SASW), "the current pair") and the fields
 // MASKING_FREQINIT, MASKING_FREQFINAL (Hz) and MASKING_JUMPNO to signal/masking.h, and shows the result: a

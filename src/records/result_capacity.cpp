@@ -62,7 +62,7 @@ void CopyInto(const OffsetMatrix<double>& from, OffsetMatrix<double>& to) {
     for (int j = from.colLo(); j <= from.colHi(); ++j) to(i, j) = from(i, j);
 }
 
-/// Room in a vector, contents kept. A capacity that no record of ours has is not believed.
+/// Grows a vector, contents kept. A capacity that is impossible for a valid record is ignored.
 template <class T>
 void AtLeast(std::vector<T>& v, int n) {
   const std::size_t room = static_cast<std::size_t>(std::clamp(n, 0, kMostBelieved));
@@ -73,7 +73,7 @@ void Zero(std::vector<double>& v) {
   std::fill(v.begin(), v.end(), 0.0);
 }
 
-/// Copies the first n entries, as far as both vectors go.
+/// Copies the first n entries, up to the shorter length.
 void CopyFirst(const std::vector<double>& from, std::vector<double>& to, double n) {
   const double most = std::min({n, static_cast<double>(from.size()), static_cast<double>(to.size())});
   std::copy_n(from.begin(), static_cast<std::ptrdiff_t>(std::max(most, 0.0)), to.begin());
@@ -172,7 +172,7 @@ Refusal UpdateTheoDispArray() {
     t.capLayers = f.nLayers + 1;
     for (auto column : kLayerColumns) (t.*column).assign(static_cast<std::size_t>(t.capLayers), 0.0);
   }
-  // Not among the capacities that grow by rule, but taken over from the settings right after.
+  // Not among the capacities that grow by rule, but copied from the settings right after.
   const int pairs = std::max(t.nDispCurves, f.nDispCurves);
   t.capPairs = std::max(t.capPairs, pairs);
   t.capRec = std::max(t.capRec, f.nReceivers);

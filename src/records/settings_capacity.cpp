@@ -21,7 +21,7 @@ void RaiseCapacity(int& capacity, std::int64_t wanted) {
   capacity = static_cast<int>(std::min(std::max(doubled, wanted), kLargestInt));
 }
 
-/// A capacity from a damaged file is not believed beyond twice the need.
+/// A capacity from a damaged file counts only up to twice the need.
 template <class T>
 void AtLeast(std::vector<T>& v, int capacity, std::int64_t wanted) {
   const std::int64_t room = std::max<std::int64_t>(std::min<std::int64_t>(capacity, 2 * wanted), wanted);

@@ -1,8 +1,8 @@
-// settings_capacity.h - room in the settings record of a forward run.
+// settings_capacity.h - capacities of the settings record of a forward run.
 //
-// Callers: whoever brings settings in, from the panel, a file or the curves in memory. Owns no state. A
-// capacity that does not suffice is doubled once; where even that is too little it becomes what is wanted.
-// Vectors are sized by their elements and keep what they hold, so a table of any length fits.
+// Callers: code that imports settings, from the panel, a file or the curves in memory. Owns no state. A
+// capacity that is too small is doubled once; if that is still too small, it becomes the required number.
+// Vectors are sized by their elements and keep their contents, so a table of any length fits.
 #pragma once
 
 #include <string>
@@ -22,7 +22,7 @@ void ReserveCurves(ModelRecord& record, int points, int curves);
 /// are within the limits of a run (run_limits.h), 0 included.
 std::string CheckArrayCounts(int points, int curves, int receivers);
 
-/// Real number to int, cut off towards 0; the nearest limit beyond the range, 0 for what is not a number.
+/// Real number to int, truncated towards 0; the nearest limit beyond the range, 0 for NaN.
 int ToInt(double value);
 
 }  // namespace sondera

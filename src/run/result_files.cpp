@@ -109,7 +109,7 @@ void ArrayBlocks(const Run& run, ReportFile& file, const ObsCurve& o, const Offs
   });
 }
 
-/// Derived values are written as 0: whoever reads them derives them again.
+/// Derived values are written as 0: a reader derives them again.
 struct ForwardModelRow {
   double H, Vp, Vs, density, nu, damping;
 };

@@ -187,7 +187,7 @@ struct Run {
   StrataTables strata;  ///< allocated separately
 };
 
-/// Extensions of the reports behind Switches::reportSwitch, in its order.
+/// File extensions of the reports of Switches::reportSwitch, in its order.
 inline constexpr std::array<const char*, 7> kReportExtensions = {".svd", ".N",   ".R0", ".R1",
                                                                  ".G",   ".rms", ".mdf"};
 

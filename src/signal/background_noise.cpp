@@ -33,7 +33,7 @@ double SpacingOf(const MeasSetup& setup, const PMeasInfo& pair) {
   return std::fabs(setup.recLoc[At(pair.dspChan)] - setup.recLoc[At(pair.refChan)]);
 }
 
-/// 1 up to t3, half a cosine down to t4, 0 behind it.
+/// 1 up to t3, half a cosine down to t4, then 0.
 std::vector<double> OpenWindow(const WindowFour& times, double deltaT, int count) {
   const auto sample = [&](double time) { return TruncToInt(time / deltaT + 0.5); };
   const int t1 = sample(times[1]), t2 = sample(times[2]), t3 = sample(times[3]), t4 = sample(times[4]);

@@ -274,7 +274,7 @@ std::vector<std::vector<double>> RowsOf(const std::string& path) {
   return rows;
 }
 
-/// The file holds the first nLines values of each array behind the frequencies, to its seven digits.
+/// The file has the first nLines values of each array after the frequencies, with seven digits.
 void ExpectColumns(const std::string& path, double df,
                    const std::vector<const std::vector<double>*>& arrays) {
   const auto rows = RowsOf(path);

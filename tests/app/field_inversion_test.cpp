@@ -130,7 +130,7 @@ class FieldInversionControlled : public FieldInversion {
     ExpectChiNeverRises();
     EXPECT_EQ(notes, std::vector<std::string>{});
     EXPECT_EQ(frontEnd.messages, std::vector<std::string>{});
-    // A step may lose a few points, and the status tells them; without a loss there is nothing to tell.
+    // A step may lose a few points, and the status says so; without a loss it says nothing.
     if (Rows().back() == Rows().front()) {
       EXPECT_EQ(complaints, std::vector<std::string>{});
     }

@@ -55,7 +55,7 @@ TEST(PlaneWavePhysics, UniformHalfSpaceObeysRayleighsEquation) {
   EXPECT_NEAR(RayleighVelocity(1.0, 0.25), 0.919401687, 1e-9) << "the known value of a Poisson solid";
 }
 
-/// A site, and the wavelengths at which its wave leaks into the layer that stands for the half-space.
+/// A site, and the wavelengths at which its wave leaks into the layer that replaces the half-space.
 struct Site {
   const char* name;
   Ground ground;

@@ -215,7 +215,7 @@ TEST_P(FormTest, TheTabKeyGoesInReadingOrder) {
   }
 }
 
-/// The letters behind Alt; a tab page shares its window's.
+/// The Alt letters; a tab page shares those of its window.
 TEST_P(FormTest, NoLetterIsTakenTwice) {
   const BoundForm bound(GetParam());
   const auto letters = [](QWidget* form, Panel panel) {

@@ -1,4 +1,4 @@
-// Units behind the fields follow the unit of length of the project, or of the panel that has one of its own.
+// Units beside the fields follow the unit of length of the project, or of a panel with its own unit.
 #include "gui/unit_labels.h"
 
 #include <gtest/gtest.h>

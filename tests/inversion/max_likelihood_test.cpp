@@ -51,7 +51,7 @@ class FS_MaxLiklihoodTest : public UpdateTest {
         x(static_cast<std::size_t>(i - 1), static_cast<std::size_t>(j - 1)) = m(i, j);
     return x;
   }
-  /// One column (from 0) of the rows behind the line that holds the head.
+  /// One column (from 0) of the rows after the line with the head.
   std::vector<double> Column(const char* extension, const std::string& head, int column) const {
     std::istringstream text(File(extension));
     std::vector<double> found;

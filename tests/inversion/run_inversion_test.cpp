@@ -400,7 +400,7 @@ TEST_F(FS_RunIAnalTest, MoreLayersThanDataFitInTheFirstIterationAndDriftAfterwar
 
 TEST_F(FS_RunIAnalTest, ModelWithoutAnyVelocityIsNoConvergence) {
   SetKnownSite();
-  AtPoll(15 * 7 + 1, [] {  // behind the sensitivities: the points of the next sweep have no wavelength
+  AtPoll(15 * 7 + 1, [] {  // after the sensitivities: the points of the next sweep have no wavelength
     for (int i = 1; i <= 15; ++i) run.observations.runFreq[i] = 0.0;
   });
   EXPECT_EQ(RunIterations(5), -1);

@@ -131,7 +131,7 @@ TEST_F(SeveralStartsTest, HaltKeepsTheIterationsOfTheGivenModel) {
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
     if (++polls == kPoints * 8 + 4 + 20)
-      run.course.iHaltRequest = 1;  // behind one iteration, in the next start
+      run.course.iHaltRequest = 1;  // after one iteration, in the next start
   };
   EXPECT_EQ(Run(1, 1), -1);
   frontEnd.onProcessEvents = nullptr;

@@ -183,7 +183,7 @@ TEST_F(StepControlRun, KeepsTheModelAndEndsWhereNoStepIsGood) {
   SetCtrlVal(inversion::STEPCONTROL, 1);
   int polls = 0;
   frontEnd.onProcessEvents = [&polls] {
-    if (++polls != kPoints * 7 + 3) return;  // behind the sensitivities, at the inverse of the Hessian
+    if (++polls != kPoints * 7 + 3) return;  // after the sensitivities, at the inverse of the Hessian
     for (int r = 1; r <= run.update.deltaVel.hi(); ++r) run.update.deltaVel[r] = -run.update.deltaVel[r];
   };
   EXPECT_EQ(RunIterations(5), 0) << Messages();

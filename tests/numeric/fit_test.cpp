@@ -127,7 +127,7 @@ TEST(Svdfit, OnePointAndOneTerm) {
 }
 
 TEST(Svdfit, EqualAbscissaeGiveTheSolutionOfLeastLength) {
-  // Two terms, but x tells nothing: a = mean * (1, x) / (1 + x^2).
+  // Two terms, but x gives no information: a = mean * (1, x) / (1 + x^2).
   const Fit fit = BySvdfit({{2.0, 2.0, 2.0}, {9.0, 10.0, 11.0}, {1.0, 1.0, 1.0}}, 2);
   EXPECT_NEAR(fit.a[1], 2.0, 1e-13);
   EXPECT_NEAR(fit.a[2], 4.0, 1e-13);
@@ -262,7 +262,7 @@ TEST(FSPolyfit, ErrorComparesOneElementOutOfStep) {
   double sum = 0.0;
   for (int i = 0; i < 4; ++i) sum += std::pow(fit.yfit[i] - (i < 3 ? y[i + 1] : 20.0), 2);
   EXPECT_DOUBLE_EQ(fit.err, std::sqrt(sum));
-  EXPECT_NE(ByPolyfit(x, y, 1, 0.0).err, fit.err);  // the element behind the last does count
+  EXPECT_NE(ByPolyfit(x, y, 1, 0.0).err, fit.err);  // the element after the last does count
 }
 
 TEST(FSPolyfit, OnePointOfOrderZero) {
@@ -332,7 +332,7 @@ TEST(FSPolint, ExtrapolatesAPolynomialOfItsOrder) {
 }
 
 TEST(FSPolint, FirstOfEqualDistancesIsTheStart) {
-  // The value is reached from the start by dy alone, so dy tells where it began.
+  // Only dy leads from the start to the value, so dy shows where it began.
   const Value between = ByPolint({1.0, 3.0}, {10.0, 30.0}, 2.0);
   EXPECT_EQ(between.y, 20.0);
   EXPECT_EQ(between.dy, 10.0);  // from 10; from 30 it would be -10

@@ -248,7 +248,7 @@ TEST(Lubksb, LeadingZerosOfTheRightHandSideAreSkipped) {
   EXPECT_EQ(b[2], 2.5);
 
   lu = Identity(3);
-  lu(3, 2) = kInf;  // a zero behind the first other element does count
+  lu(3, 2) = kInf;  // a zero after the first other element does count
   double later[] = {1.0, 0.0, 2.5};
   lubksb(lu.data(), 3, indx, later);
   EXPECT_TRUE(std::isnan(later[2]));

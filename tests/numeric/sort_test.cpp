@@ -76,8 +76,8 @@ TEST(Indexx, OrderOfEqualKeysIsThatOfTheHeapAlgorithm) {
 }
 
 TEST(Indexx, FourEqualKeysByHand) {
-  // The heap stands at once as 1 2 3 4, since no child is strictly greater. Then: 1 goes last, 4 on top; 4
-  // goes to place 3, 3 on top; 3 goes to place 2, 2 stays.
+  // The heap is at once 1 2 3 4, since no child is strictly greater. Then: 1 goes last, 4 on top; 4 goes to
+  // place 3, 3 on top; 3 goes to place 2, 2 stays.
   const std::vector<double> keys = {0, 5.5, 5.5, 5.5, 5.5};
   std::vector<int> indx(5, 0);
   indexx(4, keys.data(), indx.data());

@@ -391,7 +391,7 @@ TEST_F(UpdateIrfParam, FourthVelocityIsGuardedByTheThirdTime) {
   EXPECT_EQ(PressApply(), 0);
   EXPECT_TRUE(std::isinf(SmV()[4]));
   EXPECT_EQ(SmV()[3], 200.0);
-  EXPECT_EQ(FindPair(m.key, 0, 1)->enT[4], 0.3333);  // and a fourth time of 0 is made anew
+  EXPECT_EQ(FindPair(m.key, 0, 1)->enT[4], 0.3333);  // and a fourth time of 0 is computed again
 }
 
 TEST_F(UpdateIrfParam, WorksOnThePairThatThePanelShows) {

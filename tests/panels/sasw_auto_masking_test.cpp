@@ -226,7 +226,7 @@ TEST_F(AutoMaskingTest, RangeGrowsUntilItCoversHalfOfTheRecord) {
 }
 
 TEST_F(AutoMaskingTest, EndsAfterSixteenRangesWhateverTheMapsSay) {
-  // A long silence behind a short group, and noise at all times: each range may contradict the one before.
+  // A long silence after a short group, and noise at all times: each range may contradict the one before.
   std::size_t most = 0;
   for (unsigned seed = 1; seed <= 40; ++seed) {
     SetUp();

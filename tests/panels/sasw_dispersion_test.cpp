@@ -124,7 +124,7 @@ TEST_F(MaskingCalcDisp, MissingLocationsAreRefused) {
   };
   ASSERT_EQ(Press(), 0);
   const int points = Pair().nDispPoints;
-  m.setup->srcLoc = 10.0;  // where receiver 1 stands
+  m.setup->srcLoc = 10.0;  // location of receiver 1
   refuse();
   m.setup->srcLoc = 0.0;
   m.setup->recLoc[1] = 10.0;

@@ -1,4 +1,4 @@
-// The list of masks behind the buttons, its refusals letter for letter. Random lists are compared with a
+// The list of masks of the buttons, its refusals letter for letter. Random lists are compared with a
 // reference that follows the rules directly, on plain vectors.
 #include "panels/sasw_mask_list.h"
 

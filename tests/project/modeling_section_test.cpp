@@ -223,7 +223,7 @@ TEST_F(ModelingSection, MoreEntriesWantedThanTheTablesHoldAreWrittenAsZeros) {
 }
 
 TEST_F(ModelingSection, MorePointsThanTheirCapacityAreKept) {
-  InvParam.nPoints = 9;  // a growth may leave that capacity behind
+  InvParam.nPoints = 9;  // after a growth the capacity may be smaller
   InvParam.maxData = 9;
   InvParam.maxPoints = 2;
   AllocateInvRecord(InvParam);

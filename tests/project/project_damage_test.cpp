@@ -113,8 +113,7 @@ class Damage : public SessionTest {
     return file.Trouble();
   }
 
-  /// Capacity of TheoDispInfo for pairs, receivers or points by curves: a 0 there stands for that of the
-  /// model.
+  /// Capacity of TheoDispInfo for pairs, receivers or points by curves: a 0 there means that of the model.
   bool IsTwinCapacity(std::size_t position) const {
     const auto at = std::find(whole.counts.begin(), whole.counts.end(), position) - whole.counts.begin();
     const auto modelling = std::lower_bound(whole.counts.begin(), whole.counts.end(), endOfAnalysis);

@@ -75,7 +75,7 @@ class TraceExport : public SessionTest {
     return {m.raw->linSpecRe[at], m.raw->linSpecIm[at]};
   }
   double Power(int c, int i) const { return m.raw->powerSpec[static_cast<std::size_t>(2 * kLines * c + i)]; }
-  /// A file holds a function of the line in each column behind the frequency.
+  /// A file has a function of the line in each column after the frequency.
   template <class... F>
   void ExpectLines(const std::string& ext, F... at) {
     const auto rows = Rows(ext, 1 + sizeof...(at));

@@ -524,7 +524,7 @@ TEST_F(AnalyticProfile, FallingCurveEndsInAProfile) {
 
 TEST_F(AnalyticProfile, CurveThatGivesNoLayerIsTold) {
   StartPlain(4);
-  Observe({{150, 50, 1e-320}, {150, 40, 1e-320}});  // depths that are not told apart from 0
+  Observe({{150, 50, 1e-320}, {150, 40, 1e-320}});  // depths that equal 0 within rounding
   run.switches.alphaDepth = 1e-10;
   EXPECT_EQ(FS_AnalPrePrf(), -1);
   EXPECT_EQ(

@@ -207,7 +207,7 @@ TEST(ByteReader, SkipBeyondTheEndEndsAtOnce) {
   EXPECT_TRUE(reader.ComesShort());
 }
 
-/// A file of n reals 0.5, 1.5, ... behind `lead` bytes.
+/// A file of n reals 0.5, 1.5, ... after `lead` bytes.
 void WriteReals(const std::string& path, std::size_t lead, std::size_t n) {
   std::string bytes(lead, '*');
   for (std::size_t i = 0; i < n; ++i) Append(bytes, 0.5 + static_cast<double>(i));

@@ -286,7 +286,7 @@ TEST_F(CalcIRFTest, MasksActOnOriginalAndEnhancedCurvesOnly) {
   const double lag = 360.0 * 50 * 100 / 1024;
   EXPECT_EQ(pair->maskFlag[10], 1);
   EXPECT_EQ(pair->maskFlag[100], 0);
-  EXPECT_NEAR(pair->phaseOrig[100], lag + 360.0, 1e-7);  // line 20.5 has one cycle behind it, not two
+  EXPECT_NEAR(pair->phaseOrig[100], lag + 360.0, 1e-7);  // at line 20.5 one cycle has passed, not two
   EXPECT_NEAR(pair->phaseEn[100], lag + 360.0, 1e-7);
   EXPECT_NEAR(pair->phaseBB[100], lag, 1e-7);
 }

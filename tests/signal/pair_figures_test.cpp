@@ -1,4 +1,4 @@
-// Tests of the figures behind a pair's curve.
+// Tests of the figures of a pair's curve.
 #include "signal/pair_figures.h"
 
 #include <cmath>

@@ -18,7 +18,7 @@ namespace {
 using testing::AddMeasurement;
 using testing::TestMeasurement;
 
-/// Spectrum of given phases in degrees, arrays with a spare half behind.
+/// Spectrum of given phases in degrees, arrays with an unused second half.
 struct Lines {
   explicit Lines(const std::vector<double>& degrees) : n(static_cast<int>(degrees.size())) {
     for (auto* v : {&re, &im, &wrapped, &unwrapped}) v->assign(2 * n, 0.0);

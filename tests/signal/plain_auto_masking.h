@@ -36,7 +36,7 @@ struct Noise {
   int n = 0;
   std::vector<double> loc, amp, curv;
 };
-/// Removed energy of a response of M2 samples behind a band-pass window with the sample numbers t3, t4.
+/// Removed energy of a response of M2 samples after a band-pass window with the sample numbers t3, t4.
 Noise BackgroundNoise(const std::vector<double>& response, int t3, int t4, int nLines);
 
 void RejectByNoise(const Noise& noise, double deltaF, double dFg, double finalFreq, Extremes& e);

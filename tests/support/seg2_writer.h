@@ -15,7 +15,7 @@ struct Seg2TraceSpec {
   int code = 4;
   std::vector<double> samples;
   std::vector<std::string> strings;
-  std::optional<std::string> rawStrings;      ///< the bytes behind the head, instead of strings
+  std::optional<std::string> rawStrings;      ///< the bytes after the head, instead of strings
   std::optional<std::uint32_t> claimedBytes;  ///< Y, instead of the bytes there are
   std::optional<std::uint32_t> claimedSamples;
 };

@@ -52,7 +52,7 @@ class SessionTest : public ::testing::Test {
 
   /// Text of the only message so far; says so when there is none or more than one.
   std::string OnlyMessage() const;
-  /// Its first line, and the lines behind it.
+  /// Its first line, and the lines after it.
   std::string OnlyMessageHead() const;
   std::string OnlyMessageCause() const;
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::string_view kControlName = "CONTROL";
 
-/// Forms by their word: first and one behind the last in AllForms().
+/// Forms by their word: the first, and the one after the last, in AllForms().
 using FormRange = std::pair<std::size_t, std::size_t>;
 const std::unordered_map<std::string, FormRange>& FormsOfWords() {
   static const std::unordered_map<std::string, FormRange> ranges = [] {
