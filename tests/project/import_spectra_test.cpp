@@ -251,7 +251,7 @@ TEST_F(LoadHyxDataTest, ARefusalNamesFileLineAndCause) {
        "line 2: more than the 3 fields of the format (commas separate fields; a decimal mark is a point)"},
       {"0 1 2\n0.5 1 2\n1.5 1 2\n2 1 2\n",
        "line 3: the frequencies are not evenly spaced: the mean step is 0.7, and the one to 1.5 is another"},
-      {"0 1 2\n0.5 1 2\n0.4 1 2\n", "line 3: the frequencies do not ascend: 0.4 comes behind 0.5"},
+      {"0 1 2\n0.5 1 2\n0.4 1 2\n", "line 3: the frequencies do not ascend: 0.4 comes after 0.5"},
       {"0 1\n0.5 1\n1 1\n1.5 1\n",
        "line 1: two columns are not a complex spectrum: frequency, real and imaginary part"},
       {"0 1 2\n0.5 1 2\n1 1 2\n1.5 1",

@@ -202,7 +202,7 @@ TEST_F(LoadTimeDataTest, ARefusalNamesFileLineAndCause) {
        "line 2: more than the 2 fields of the format (commas separate fields; a decimal mark is a point)"},
       {"0 1\n0.01 2\n0.03 3\n0.04 5\n",
        "line 3: the times are not evenly spaced: the mean step is 0.014, and the one to 0.03 is another"},
-      {"0 1\n0.01 2\n0.01 3\n", "line 3: the times do not ascend: 0.01 comes behind 0.01"},
+      {"0 1\n0.01 2\n0.01 3\n", "line 3: the times do not ascend: 0.01 comes after 0.01"},
       {"0 1\n0.01 inf\n0.02 3\n", "line 2: the value is not a finite number"},
       {"0 1\nnothing\n", "line 2: the data end here, before two lines of a time and a value"},
       {"0 1.25\n0.01 2.25\n0.02 3.25\n0.03 4.",

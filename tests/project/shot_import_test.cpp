@@ -240,7 +240,7 @@ TEST_F(ShotImport, AShotThatDiffersIsRefusedByNameAndNothingChanges) {
   };
   EXPECT_EQ(refusal([](auto& l) { l.source = 1.0; }), "its source is at 1, and that of the first at 0");
   EXPECT_EQ(refusal([](auto& l) { l.receivers[1] = 21; }),
-            "its channel 2 stands at 21, and that of the first at 20");
+            "its channel 2 is at 21, and that of the first at 20");
   EXPECT_EQ(refusal([](auto& l) { l.samples = 999; }), "it has 999 samples, and the first 1000");
   EXPECT_EQ(refusal([](auto& l) { l.interval = 0.001; }),
             "it is sampled every 0.001 s, and the first every 0.0005 s");
