@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kFarPixel = 1e7;  // limit of a distance in pixels; beyond it the place does not matter
+constexpr double kFarPixel = 1e7;               // coordinates are clamped to this
 constexpr std::size_t kMostLinePoints = 40000;  // of one curve; with more, points are grouped a second time
 constexpr double kPointCell = 2.0;              // pixels
 constexpr int kColors = 256;                    // of a map

@@ -14,7 +14,7 @@ namespace {
 constexpr double kPlainFrom = 1e-3, kPlainBelow = 1e6;  // numbers written without a power of ten
 constexpr double kSlack = 1e-9;                         // of a step: a limit on a tick counts as inside
 constexpr int kMostDecimals = 17;
-constexpr int kLeastExponent = -300;  // the range between 10 to this and its negative is still a double
+constexpr int kLeastExponent = -300;  // 10 to this power and to its negative are doubles
 constexpr std::string_view kDegrees = "degrees";
 
 /// A step, and the number of intervals of its small ticks.

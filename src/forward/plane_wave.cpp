@@ -28,7 +28,7 @@ constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr int kUsualLayers = 256;  // more than that are kept on the heap
 constexpr int kTrials = 101;
 constexpr int cModeLimit = 1;       // only the fundamental mode is returned
-constexpr int kMaxHalvings = 2200;  // more than there are between any two doubles
+constexpr int kMaxHalvings = 2200;  // more halvings than any pair of doubles needs
 
 static_assert(kLowest == static_cast<double>(0.8f) && kWindowLow == static_cast<double>(0.666f));
 
