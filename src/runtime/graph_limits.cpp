@@ -47,7 +47,7 @@ AxisLimits LimitsOf(const GraphModel& g, bool x) {
   if (content.low < content.high) return {content.low, content.high, true};
   if (axis.logarithmic) return {content.low / 2.0, content.low * 2.0, true};
   const double margin =
-      std::max(1.0, std::fabs(content.low) * 1e-6);  // 1, but for numbers that it is lost in
+      std::max(1.0, std::fabs(content.low) * 1e-6);  // 1, or more where 1 has no effect
   return {content.low - margin, content.low + margin, true};
 }
 

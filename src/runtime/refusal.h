@@ -1,4 +1,4 @@
-// refusal.h - the reason why computing code did not do its task, for the panel to show.
+// refusal.h - the reason why computing code refused, for the panel to show.
 //
 // Computing code returns a Refusal and shows nothing; panels/ passes it to ShowRefusal (dialogs.h).
 #pragma once

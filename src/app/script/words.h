@@ -48,7 +48,7 @@ struct ArgumentSpec {
   bool rest = false;  ///< all remaining fixed arguments; for numbers
 };
 
-/// The arguments of a line, found by the names of their specifications.
+/// The arguments of a line, found by the names in their ArgumentSpec.
 class Arguments;
 
 struct WordForm {
@@ -153,7 +153,7 @@ std::vector<WordForm> MeasureForms();
 WordForm ReadSeg2Form();
 WordForm ReadColumnsForm();
 
-// Frequent specifications.
+// Frequently used arguments.
 inline constexpr std::string_view kYesNo = "yes|no";
 ArgumentSpec Fixed(std::string_view name, Kind kind, std::string_view shown = {});
 ArgumentSpec Named(std::string_view name, Kind kind, std::string_view shown = {});
