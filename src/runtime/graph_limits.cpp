@@ -46,8 +46,7 @@ AxisLimits LimitsOf(const GraphModel& g, bool x) {
     return axis.logarithmic ? AxisLimits{1.0, 10.0, false} : AxisLimits{0.0, 1.0, false};
   if (content.low < content.high) return {content.low, content.high, true};
   if (axis.logarithmic) return {content.low / 2.0, content.low * 2.0, true};
-  const double margin =
-      std::max(1.0, std::fabs(content.low) * 1e-6);  // 1, or more where 1 has no effect
+  const double margin = std::max(1.0, std::fabs(content.low) * 1e-6);  // 1, or more where 1 has no effect
   return {content.low - margin, content.low + margin, true};
 }
 
