@@ -128,6 +128,7 @@ class Painter {
     // aligned.
     if (!ticksX_.numbers.empty() && rows_.empty() && !graph_.intensity)
       frame_.right -= 0.5 * canvas_.TextWidth(ticksX_.numbers.back().text, plain_);
+    frame_.right = std::min(frame_.right, box_.right - style_.rightRoom);
   }
 
   double MarginBeside() {

@@ -123,7 +123,10 @@ void DoubtInversion(const InversionHistory& history) {
   DoubtMisfit(history.iterations);
   DoubtRows(history);
   const int entry = LastEntry(history);
-  if (entry < 0) return;
+  if (entry >= 0) DoubtEntry(entry);
+}
+
+void DoubtEntry(int entry) {
   if (entry > 0) DoubtResolution(entry);  // the starting model has none
   DoubtDepth(entry);
 }

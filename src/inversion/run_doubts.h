@@ -19,6 +19,9 @@ void DoubtPairs(const std::vector<PairFigures>& pairs, const PairAgreement& agre
 /// Nothing for a history without iterations.
 void DoubtInversion(const InversionHistory& history);
 
+/// Resolution and depth of an entry of InvParam, whether it was computed in this session or read from a file.
+void DoubtEntry(int entry);
+
 /// Points of the last sweep that the solvers could not compute, or not well.
 void DoubtSweep();
 

@@ -11,6 +11,7 @@
 #include "records/session.h"
 #include "report/fit_curves.h"
 #include "run/model_numbers.h"
+#include "run/run_history.h"
 #include "runtime/atomic_writer.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
@@ -57,7 +58,15 @@ std::string HashOfProject() {
 }
 
 std::string Range(double from, double to, const std::string& unit) {
-  return FormatText("%.5g to %.5g %s", from, to, unit.c_str());
+  return FormatText("%.6g to %.6g %s", from, to, unit.c_str());
+}
+
+/// The project does not hold the deviations that a run used.
+std::string WeightedMisfit(int iteration) {
+  if (InversionHistories().empty()) return "known only to the session that computed the profile";
+  for (const IterationFit& fit : InversionHistories().back().iterations)
+    if (fit.iteration == iteration && fit.chi >= 0.0) return FormatText("%.3g", fit.chi);
+  return "not known";
 }
 
 void AddInversionFacts(const PdfReport& report, std::vector<Fact>& facts) {
@@ -80,6 +89,7 @@ void AddInversionFacts(const PdfReport& report, std::vector<Fact>& facts) {
   for (std::size_t i = 0; i < profile->layers.size(); ++i)
     if (profile->layers[i].isFixed) fixed += (fixed.empty() ? "" : ", ") + std::to_string(i + 1);
   facts.push_back({"Layers kept", fixed.empty() ? "none" : fixed});
+  facts.push_back({"Weighted misfit", WeightedMisfit(profile->iteration)});
   facts.push_back({"Iterations",
                    FormatText("%d wanted; this report is of iteration %d", r.nEntries, profile->iteration)});
 }
@@ -121,6 +131,7 @@ Refusal CollectPdfReport(const PdfWishes& wishes, PdfReport& report) {
   }
   report.making = MakingOf(report);
   DoubtResults();
+  if (profile && profile->iteration >= 0 && InversionHistories().empty()) DoubtEntry(profile->iteration);
   for (const Finding& finding : Findings())
     if (finding.kind == FindingKind::Doubt) report.doubts.push_back(finding.text);
   return {};

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "panels/entry_lists.h"
 #include "project/section_io.h"
@@ -37,7 +39,10 @@ std::string WithExtension(const std::string& path) {
 
 /// Empty after a cancel. A name without extension gets one.
 std::string AskForName(ReportKind kind) {
-  const FileChoice choice = FileSelectPopup({ProjectDirectory(), "*.ps", DialogTitle(kind), true});
+  std::vector<FileKind> kinds = {{"*.ps", "PostScript pages"}};
+  if (kind == ReportKind::whole) kinds.push_back({"*.pdf", "PDF report to hand in"});
+  const FileChoice choice =
+      FileSelectPopup({ProjectDirectory(), "*.ps", DialogTitle(kind), true, std::move(kinds)});
   return choice.answer == FileAnswer::Cancelled || choice.path.empty() ? std::string()
                                                                        : WithExtension(choice.path);
 }

@@ -24,7 +24,12 @@ namespace sondera {
 namespace {
 
 std::string NameForPicture(const std::string& title) {
-  const FileChoice choice = FileSelectPopup({ProjectDirectory(), "*.pdf", title, true});
+  const FileChoice choice =
+      FileSelectPopup({ProjectDirectory(),
+                       "*.pdf",
+                       title,
+                       true,
+                       {{"*.pdf", "PDF document"}, {"*.svg", "SVG drawing"}, {"*.png", "PNG picture"}}});
   if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return {};
   return FileNameOf(choice.path).find('.') == std::string::npos ? choice.path + ".pdf" : choice.path;
 }

@@ -7,6 +7,7 @@
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "run/result_entries.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
@@ -22,6 +23,14 @@ void AddPoint(ReportCurve& curve, double vel, double freq, double wlen) {
   curve.wlen.push_back(wlen);
 }
 
+/// Distances of a pair's receivers from the source.
+std::string PlacesOfCurve(const ModelRecord& m, int curve) {
+  const auto at = static_cast<std::size_t>(curve);
+  if (at >= m.pairRec1.size() || at >= m.pairRec2.size()) return {};
+  const double first = At(m.recLoc, m.pairRec1[at] - 1), second = At(m.recLoc, m.pairRec2[at] - 1);
+  return first != second ? FormatText("%.6g to %.6g", first, second) : std::string();
+}
+
 }  // namespace
 
 std::vector<ReportCurve> MeasuredCurves() {
@@ -29,6 +38,8 @@ std::vector<ReportCurve> MeasuredCurves() {
   const bool global = StoredIsGlobal();
   const int count = global ? 1 : std::clamp(m.nDispCurves, 0, static_cast<int>(m.vel.size()));
   std::vector<ReportCurve> curves(static_cast<std::size_t>(count));
+  if (!global)
+    for (int c = 0; c < count; ++c) curves[static_cast<std::size_t>(c)].label = PlacesOfCurve(m, c);
   const std::size_t held =
       global ? m.globalVel.size() : m.vel.size() / std::max<std::size_t>(curves.size(), 1);
   const int points = std::clamp(global ? m.nDispPointsG : m.nDispPoints, 0, static_cast<int>(held));

@@ -35,16 +35,12 @@ void AddCurve(GraphModel& graph, const Column& x, const Column& y, const PlotLoo
   graph.plots.push_back(std::move(plot));
 }
 
-/// A representative curve; the first one with its deviation on both sides.
-void AddRepresentative(GraphModel& graph, const CurveTable& curve, bool byWavelength, int number) {
-  PlotLook look = LookOfCurve(number, PlotStyle::Line);
-  look.color = number == 0 ? 0 : look.color;
-  look.width = 1.6;
-  const std::string name = curve.kind == "global" ? "representative curve"
-                                                  : FormatText("array %s [%d:%d]", curve.measurement.c_str(),
-                                                               curve.reference, curve.channel);
-  AddCurve(graph, Abscissa(curve, byWavelength), curve.velocity, look, name);
-  if (number > 0) return;
+/// The global curve: the one solid line of the graph, with its deviation on either side.
+void AddGlobal(GraphModel& graph, const CurveTable& curve, bool byWavelength) {
+  PlotLook look;
+  look.color = 0;
+  look.width = 2.0;
+  AddCurve(graph, Abscissa(curve, byWavelength), curve.velocity, look, "representative curve");
   look.width = 0.6;
   look.dash = LineDash::Dashed;
   for (const double side : {-1.0, 1.0}) {
@@ -55,6 +51,16 @@ void AddRepresentative(GraphModel& graph, const CurveTable& curve, bool byWavele
              side < 0.0 ? "one deviation on each side" : "");
     look.inLegend = false;
   }
+}
+
+/// The representative curve of a pair: never solid, and told from five others without colours.
+void AddArrayCurve(GraphModel& graph, const CurveTable& curve, bool byWavelength, int number) {
+  constexpr LineDash kDashes[] = {LineDash::Dashed, LineDash::DashDotted, LineDash::Dotted};
+  PlotLook look = LookOfCurve(number, PlotStyle::Line);
+  look.dash = kDashes[number % 3];
+  look.width = (number / 3) % 2 == 0 ? 0.9 : 2.0;
+  AddCurve(graph, Abscissa(curve, byWavelength), curve.velocity, look,
+           FormatText("array %s [%d:%d]", curve.measurement.c_str(), curve.reference, curve.channel));
 }
 
 GraphModel DispersionGraph(const PdfReport& report, bool byWavelength) {
@@ -73,9 +79,10 @@ GraphModel DispersionGraph(const PdfReport& report, bool byWavelength) {
                  (curve.isIncluded ? "" : ", left out"));
   }
   number = 0;
-  for (const CurveTable& curve : report.tables.curves)
-    if (curve.kind == "global" || curve.kind == "array")
-      AddRepresentative(graph, curve, byWavelength, number++);
+  for (const CurveTable& curve : report.tables.curves) {
+    if (curve.kind == "global") AddGlobal(graph, curve, byWavelength);
+    if (curve.kind == "array") AddArrayCurve(graph, curve, byWavelength, number++);
+  }
   return graph;
 }
 
@@ -86,6 +93,13 @@ bool HasPoints(const std::vector<ReportCurve>& curves) {
                      [](const ReportCurve& curve) { return !curve.vel.empty(); });
 }
 
+/// "measured", with the receivers of the curve where there are several.
+std::string FitName(const PdfReport& report, const char* what, std::size_t c) {
+  if (report.measured.size() < 2) return what;
+  const std::string label = c < report.measured.size() ? report.measured[c].label : "";
+  return FormatText("%s, ", what) + (label.empty() ? FormatText("curve %zu", c + 1) : label);
+}
+
 GraphModel FitGraph(const PdfReport& report) {
   GraphModel graph;
   NameAxes(graph, report, true);
@@ -93,15 +107,13 @@ GraphModel FitGraph(const PdfReport& report) {
   const bool several = report.measured.size() > 1;
   for (std::size_t c = 0; c < report.measured.size(); ++c) {
     PlotLook look = LookOfCurve(static_cast<int>(c), PlotStyle::Scatter);
-    AddCurve(graph, report.measured[c].wlen, report.measured[c].vel, look,
-             several ? FormatText("measured, curve %zu", c + 1) : "measured");
+    AddCurve(graph, report.measured[c].wlen, report.measured[c].vel, look, FitName(report, "measured", c));
   }
   for (std::size_t c = 0; c < report.computed.size(); ++c) {
     PlotLook look = LookOfCurve(static_cast<int>(c), PlotStyle::Line);
     if (!several) look.color = 0xD55E00;
-    look.width = 1.4;
-    AddCurve(graph, report.computed[c].wlen, report.computed[c].vel, look,
-             several ? FormatText("computed, curve %zu", c + 1) : "computed");
+    look.width = (c / 4) % 2 == 0 ? 1.2 : 2.4;  // the dashes are used again then
+    AddCurve(graph, report.computed[c].wlen, report.computed[c].vel, look, FitName(report, "computed", c));
   }
   return graph;
 }
@@ -173,23 +185,28 @@ PlannedPages DispersionPages(const PdfReport& report) {
 
 PlannedPages FitPages(const PdfReport& report) {
   if (!HasPoints(report.measured) || !HasPoints(report.computed)) return {};
-  return {
-      {"Fit", [&report](Canvas& canvas, const Sheet& sheet) {
-         const ProfileTable* profile = ReportedProfile(report);
-         std::string heading = "Fit";
-         if (profile && profile->iteration >= 0)
-           heading += ": iteration " + std::to_string(profile->iteration);
-         const double top = WriteHeading(canvas, sheet, heading), height = sheet.bottom - top;
-         const GraphModel fit = FitGraph(report);
-         GraphModel residuals = ResidualGraph(report);
-         const AxisLimits limits = LimitsInForce(fit).x;
-         residuals.xAxis.autoScale = false;
-         residuals.xAxis.min = limits.min;
-         residuals.xAxis.max = limits.max;
-         DrawGraph(fit, canvas, {sheet.left, top, sheet.right, top + 0.5 * height});
-         DrawGraph(residuals, canvas, {sheet.left, top + 0.52 * height, sheet.right, top + 0.76 * height});
-         DrawGraph(RmsGraph(report), canvas, {sheet.left, top + 0.78 * height, sheet.right, sheet.bottom});
-       }}};
+  return {{"Fit", [&report](Canvas& canvas, const Sheet& sheet) {
+             const ProfileTable* profile = ReportedProfile(report);
+             std::string heading = "Fit";
+             if (profile && profile->iteration >= 0)
+               heading += ": iteration " + std::to_string(profile->iteration);
+             const double top = WriteHeading(canvas, sheet, heading), height = sheet.bottom - top;
+             const GraphModel fit = FitGraph(report);
+             GraphModel residuals = ResidualGraph(report);
+             const AxisLimits limits = LimitsInForce(fit).x;
+             residuals.xAxis.autoScale = false;
+             residuals.xAxis.min = limits.min;
+             residuals.xAxis.max = limits.max;
+             GraphStyle style;
+             style.leftRoom = 44.0;
+             const PixelArea frame =
+                 DrawGraph(fit, canvas, {sheet.left, top, sheet.right, top + 0.5 * height}, style);
+             style.rightRoom = sheet.right - frame.right;  // in line with the fit beside its legend
+             DrawGraph(residuals, canvas, {sheet.left, top + 0.52 * height, sheet.right, top + 0.76 * height},
+                       style);
+             DrawGraph(RmsGraph(report), canvas, {sheet.left, top + 0.78 * height, sheet.right, sheet.bottom},
+                       style);
+           }}};
 }
 
 }  // namespace sondera

@@ -1,6 +1,7 @@
 // pdf_pages.cpp - functions that several kinds of pages need. See pdf_pages.h.
 #include "report_pdf/pdf_pages.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -21,6 +22,11 @@ PlotLook LookOfCurve(int number, PlotStyle style) {
   look.color = kColorOrder[static_cast<std::size_t>(number) % kColorOrder.size()];
   look.dash = kDashOrder[static_cast<std::size_t>(number) % kDashOrder.size()];
   return look;
+}
+
+bool CoherenceIsKnown(const SpectrumTable& spectrum) {
+  return std::any_of(spectrum.coherence.begin(), spectrum.coherence.end(),
+                     [](double c) { return c < 1.0 - 1e-9; });
 }
 
 std::string NumberText(double value, int decimals) {

@@ -34,9 +34,14 @@ enum class ProfileQuantity { Vs, Vp, Density, Resolution };
 /// Profile over depth as steps, downward; Vs with its band of two standard deviations, dashed. Depths below
 /// half the longest wavelength are shaded.
 GraphModel ProfileGraph(const PdfReport& report, ProfileQuantity quantity);
+/// What dashes and shade of these graphs mean.
+std::string ProfileNote(const PdfReport& report);
 
 /// Distinguishes the curves of a graph by colour, marker and dash.
 PlotLook LookOfCurve(int number, PlotStyle style);
+
+/// False if it is 1 or NaN at every line, as for a single record or a transfer function.
+bool CoherenceIsKnown(const SpectrumTable& spectrum);
 
 /// Fixed decimals; "-" for NaN and infinities.
 std::string NumberText(double value, int decimals);

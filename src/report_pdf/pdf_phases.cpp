@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kPairs = 4;  // of a page
 constexpr int kMaskColor = 0x888888;
-constexpr double kHalfTurn = 180.0, kPhaseShare = 0.6, kLeftRoom = 42.0;
+constexpr double kHalfTurn = 180.0, kPhaseShare = 0.53, kLeftRoom = 42.0;
 
 struct Pair {
   const MeasurementTable* measurement;
@@ -88,7 +88,15 @@ void DrawPair(Canvas& canvas, const PdfReport& report, const Pair& pair, const P
   const double middle = area.top + kPhaseShare * (area.bottom - area.top);
   DrawGraph(phase, canvas, {area.left, area.top, area.right, middle}, style);
   style.numbersX = true;
-  DrawGraph(coherence, canvas, {area.left, middle + 4.0, area.right, area.bottom}, style);
+  const PixelArea frame =
+      DrawGraph(coherence, canvas, {area.left, middle + 4.0, area.right, area.bottom}, style);
+  if (CoherenceIsKnown(*pair.spectrum)) return;
+  TextLook note;
+  note.size = kSmallSize;
+  note.align = TextAlign::Center;
+  note.color = kTextInk;
+  canvas.Text({0.5 * (frame.left + frame.right), 0.5 * (frame.top + frame.bottom) + 0.36 * note.size},
+              "not known: one record, or a transfer function", note);
 }
 
 }  // namespace

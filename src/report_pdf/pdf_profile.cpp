@@ -91,14 +91,14 @@ std::vector<std::string> RowOf(const ProfileTable& profile, std::size_t i) {
 std::vector<TableColumn> ColumnsOf(const std::string& unit) {
   return {{"Layer", 0.7},
           {"Top, " + unit, 0.85},
-          {"Thickness, " + unit, 1.55},
+          {"Thickness, " + unit, 1.4},
           {"Vs, " + unit + "/s", 0.95},
           {"Band, " + unit + "/s", 1.55},
-          {"Resolution", 1.2},
+          {"Resolution", 1.25},
           {"Vp, " + unit + "/s", 0.95},
           {"Poisson", 0.95},
           {"Density", 0.95},
-          {"Inversion", 1.05}};
+          {"Held", 0.75}};
 }
 
 std::string TitleOf(const ProfileTable& profile) {
@@ -108,6 +108,10 @@ std::string TitleOf(const ProfileTable& profile) {
 }
 
 constexpr double kGraphsHeight = 330.0;
+
+double DepthSeen(const PdfReport& report) {
+  return kSeenShare * report.longestWavelength;
+}
 
 void DrawGraphs(const PdfReport& report, Canvas& canvas, const Sheet& sheet, double y) {
   constexpr std::array<double, 4> kShares = {1.35, 1.1, 0.9, 0.9};
@@ -125,12 +129,20 @@ void DrawGraphs(const PdfReport& report, Canvas& canvas, const Sheet& sheet, dou
 
 }  // namespace
 
+std::string ProfileNote(const PdfReport& report) {
+  const ProfileTable* profile = ReportedProfile(report);
+  std::string note = "Dashed: two standard deviations on each side, by the last step.";
+  if (profile && DepthSeen(report) > 0.0 && DepthSeen(report) < BottomOf(*profile))
+    note += " Grey: deeper than half the longest wavelength.";
+  return note;
+}
+
 GraphModel ProfileGraph(const PdfReport& report, ProfileQuantity quantity) {
   GraphModel graph;
   const ProfileTable* profile = ReportedProfile(report);
   const std::string unit = UnitSymbol(report.tables.lengthUnit);
   if (!profile) return graph;
-  const double bottom = BottomOf(*profile), seen = kSeenShare * report.longestWavelength;
+  const double bottom = BottomOf(*profile), seen = DepthSeen(report);
   PlotLook look;
   look.color = 0;
   look.width = 1.6;
@@ -176,11 +188,7 @@ PlannedPages ProfilePages(const PdfReport& report) {
              TextLook look;
              look.size = kSmallSize;
              look.color = kFaintInk;
-             y = WriteParagraph(
-                     canvas, sheet.left, y, sheet.right - sheet.left,
-                     "Dashed: two standard deviations on each side, by the last step. Grey: deeper "
-                     "than half the longest wavelength.",
-                     look) +
+             y = WriteParagraph(canvas, sheet.left, y, sheet.right - sheet.left, ProfileNote(report), look) +
                  8.0;
            }
            std::vector<std::vector<std::string>> rows;

@@ -47,15 +47,15 @@ std::vector<std::string> Band(const MeasurementTable& m) {
   return {std::to_string(f.size()), ShortNumber(f.front()) + " to " + ShortNumber(f.back())};
 }
 
+/// Without a coherence it was one record, however many the set-up wanted.
+std::string Averages(const MeasurementTable& m) {
+  const bool several = std::any_of(m.spectra.begin(), m.spectra.end(), CoherenceIsKnown);
+  return m.averages > 0 && several ? std::to_string(m.averages) : m.averages > 0 ? "1" : "-";
+}
+
 std::vector<std::string> RowOf(const MeasurementTable& m) {
   const std::vector<std::string> band = Band(m);
-  return {m.id,
-          ShortNumber(m.source),
-          Places(m.receivers),
-          Spacing(m),
-          band[0],
-          band[1],
-          m.averages > 0 ? std::to_string(m.averages) : "-",
+  return {m.id,    ShortNumber(m.source), Places(m.receivers), Spacing(m), band[0], band[1], Averages(m),
           m.origin};
 }
 
@@ -66,7 +66,7 @@ GraphModel Sketch(const PdfReport& report, const Measurements& taken, std::size_
   graph.xAxis.label = "Place";
   graph.xAxis.unit = UnitSymbol(report.tables.lengthUnit);
   graph.yAxis.autoScale = false;
-  graph.yAxis.label = "Row of the table";
+  graph.yAxis.label = "Row";
   graph.yAxis.reversed = true;
   graph.yAxis.min = static_cast<double>(from);
   graph.yAxis.max = static_cast<double>(to + 1);
@@ -115,12 +115,12 @@ void Draw(Canvas& canvas, const Sheet& sheet, const PdfReport& report, const Mea
                  {{"", 0.35},
                   {"Measurement", 1.4, TextAlign::Left},
                   {"Source", 0.85},
-                  {"Receivers", 1.9},
+                  {"Receivers", 1.85},
                   {"Spacing", 1.5},
                   {"Lines", 0.6},
                   {"Band, Hz", 1.1},
-                  {"Averages", 0.9},
-                  {"Origin", 0.8, TextAlign::Left}},
+                  {"Averages", 1.0},
+                  {"Origin", 1.05, TextAlign::Left}},
                  rows);
   const double height = std::min(sheet.bottom - y - 16.0, 90.0 + 16.0 * static_cast<double>(to - from));
   DrawGraph(Sketch(report, taken, from, to), canvas, {sheet.left, y + 14.0, sheet.right, y + 14.0 + height});

@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr double kTitleSize = 20.0, kGraphHeight = 420.0;
+constexpr double kTitleSize = 20.0, kNotesRoom = 70.0;
 
 TextLook Plain(double size, bool bold = false, int color = kTextInk) {
   TextLook look;
@@ -98,12 +98,13 @@ std::vector<BoxLine> BoxOf(const PdfReport& report) {
         {profile ? "The profile is not the result of an inversion." : "The project has no profile."});
   }
   lines.push_back({"Depth seen", true});
-  if (report.longestWavelength > 0.0)
-    lines.push_back(
-        {FormatText("%.3g %s, half the longest wavelength of %.3g %s", kSeenShare * report.longestWavelength,
-                    unit.c_str(), report.longestWavelength, unit.c_str())});
-  else
+  if (report.longestWavelength > 0.0) {
+    lines.push_back({FormatText("%.3g %s, half the longest wavelength", kSeenShare * report.longestWavelength,
+                                unit.c_str())});
+    lines.push_back({FormatText("Longest wavelength: %.3g %s", report.longestWavelength, unit.c_str())});
+  } else {
     lines.push_back({"Not known: no measured curve belongs to the profile."});
+  }
   if (profile && std::isfinite(profile->rms) && profile->kind != "given") {
     lines.push_back({"Misfit", true});
     lines.push_back(
@@ -143,19 +144,17 @@ void Draw(Canvas& canvas, const Sheet& sheet, const PdfReport& report,
   const double boxLeft = sheet.left + 0.58 * width;
   const ProfileTable* profile = ReportedProfile(report);
   if (profile && !profile->layers.empty()) {
+    const double bottom = sheet.bottom - kNotesRoom;
     GraphModel velocity = ProfileGraph(report, ProfileQuantity::Vs);
     velocity.title = profile->kind == "given" ? "Given model" : "Profile";
-    DrawGraph(velocity, canvas, {sheet.left, y, sheet.left + 0.35 * width, y + kGraphHeight});
+    DrawGraph(velocity, canvas, {sheet.left, y, sheet.left + 0.35 * width, bottom});
     GraphModel resolution = ProfileGraph(report, ProfileQuantity::Resolution);
     resolution.yAxis.label.clear();
     resolution.yAxis.unit.clear();
     resolution.title = " ";  // in line with its neighbour
-    DrawGraph(resolution, canvas, {sheet.left + 0.36 * width, y, boxLeft - 10.0, y + kGraphHeight});
-    WriteParagraph(
-        canvas, sheet.left, y + kGraphHeight + 2.0, boxLeft - sheet.left - 10.0,
-        "Dashed: two standard deviations on each side, by the last step. Grey: deeper than half the longest "
-        "wavelength.",
-        Plain(kSmallSize, false, kFaintInk));
+    DrawGraph(resolution, canvas, {sheet.left + 0.36 * width, y, boxLeft - 10.0, bottom});
+    WriteParagraph(canvas, sheet.left, bottom + 2.0, boxLeft - sheet.left - 10.0, ProfileNote(report),
+                   Plain(kSmallSize, false, kFaintInk));
   }
   WriteBox(canvas, boxLeft, y, sheet.right, BoxOf(report));
   if (missing.empty()) return;

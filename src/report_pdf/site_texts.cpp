@@ -2,13 +2,11 @@
 #include "report_pdf/site_texts.h"
 
 #include <algorithm>
-#include <cctype>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <string_view>
+#include <system_error>
 
 #include "runtime/atomic_writer.h"
-#include "runtime/paths.h"
 #include "runtime/utf8.h"
 
 namespace sondera {
@@ -32,13 +30,14 @@ std::string Trimmed(std::string_view text) {
   return std::string(text);
 }
 
-/// At most so many bytes, without an incomplete character at the end.
-std::string Cut(std::string text) {
+/// Valid UTF-8 without spaces at its ends, at most kMostBytes, without an incomplete character at the end.
+std::string Kept(std::string_view raw) {
+  std::string text = Trimmed(ValidText(raw));
   if (text.size() <= kMostBytes) return text;
   std::size_t end = kMostBytes;
   while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u) --end;
   text.resize(end);
-  return text;
+  return Trimmed(text);
 }
 
 void TakeLine(std::string_view line, SiteTexts& texts) {
@@ -48,7 +47,7 @@ void TakeLine(std::string_view line, SiteTexts& texts) {
   std::transform(name.begin(), name.end(), name.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
   for (const Field& field : kFields)
-    if (name == field.name) texts.*field.text = Cut(ValidText(Trimmed(line.substr(colon + 1))));
+    if (name == field.name) texts.*field.text = Kept(line.substr(colon + 1));
 }
 
 }  // namespace
@@ -59,28 +58,39 @@ std::string SiteTextsFile(const std::string& projectFile) {
   return projectFile.substr(0, projectFile.size() - (isProject ? 3 : 0)) + ".report.txt";
 }
 
-SiteTexts ReadSiteTexts(const std::string& projectFile) {
+SiteTexts SiteTextsIn(std::string_view bytes) {
   SiteTexts texts;
-  const std::string name = SiteTextsFile(projectFile);
-  if (name.empty() || !FileExists(name)) return texts;
-  std::ifstream in(name, std::ios::binary);
-  std::string whole(kMostFileBytes, '\0');
-  in.read(whole.data(), static_cast<std::streamsize>(whole.size()));
-  whole.resize(static_cast<std::size_t>(std::max<std::streamsize>(in.gcount(), 0)));
-  for (std::string_view rest = whole; !rest.empty();) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    TakeLine(rest.substr(0, end), texts);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+  while (!bytes.empty()) {
+    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+    TakeLine(bytes.substr(0, end), texts);
+    bytes.remove_prefix(std::min(end + 1, bytes.size()));
   }
   return texts;
+}
+
+std::string SiteTextsLines(const SiteTexts& texts) {
+  std::string lines;
+  for (const Field& field : kFields) lines += std::string(field.name) + ": " + Kept(texts.*field.text) + "\n";
+  return lines;
+}
+
+SiteTexts ReadSiteTexts(const std::string& projectFile) {
+  const std::string name = SiteTextsFile(projectFile);
+  std::error_code error;
+  if (name.empty() || !std::filesystem::is_regular_file(name, error))
+    return {};  // a pipe would keep us waiting
+  std::ifstream in(name, std::ios::binary);
+  std::string begin(kMostFileBytes, '\0');
+  in.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+  begin.resize(static_cast<std::size_t>(std::max<std::streamsize>(in.gcount(), 0)));
+  return SiteTextsIn(begin);
 }
 
 Refusal WriteSiteTexts(const std::string& projectFile, const SiteTexts& texts) {
   const std::string name = SiteTextsFile(projectFile);
   if (name.empty()) return "The texts of the report are stored beside the project; save the project first.";
   TextWriter file(name);
-  for (const Field& field : kFields)
-    file.Put(std::string(field.name) + ": " + Cut(ValidText(Trimmed(texts.*field.text))) + "\n");
+  file.Put(SiteTextsLines(texts));
   if (file.Close()) return {};
   return file.Reason() + ".";
 }

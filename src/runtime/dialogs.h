@@ -25,11 +25,18 @@ struct FileChoice {
   std::string path;  ///< chosen path; the dialog's text also after Cancel (usually empty)
 };
 
+/// Files that a dialog shows together, and what they are: "*.pdf", "PDF document".
+struct FileKind {
+  std::string filter, name;
+};
+
 struct FileRequest {
   std::string directory;  ///< where the dialog starts
   std::string filter;     ///< "*.da" and the like; matched without regard to case
   std::string title;
   bool forSaving = false;
+  /// Where the ending of the name chooses between kinds: all of them, first that of the filter.
+  std::vector<FileKind> kinds = {};
 };
 
 /// Print request: graphs of a panel, with the present models, in the order of the page.

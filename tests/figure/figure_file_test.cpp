@@ -6,17 +6,22 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <regex>
 #include <string>
 #include <vector>
 
 #include "figure/canvas.h"
+#include "figure/graph_painter.h"
 #include "figure/palette.h"
 #include "figure/png_bytes.h"
 #include "figure/ticks.h"
+#include "support/comma_locale.h"
 #include "support/failing_file_driver.h"
+#include "support/small_disk.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
 
@@ -201,6 +206,20 @@ TEST_F(FigureFile, PointsLieWhereTheAxesSay) {
   EXPECT_NEAR(value(line, 4), value(frame, 2), 0.02);
 }
 
+TEST_F(FigureFile, GraphsBelowOneAnotherStandInLine) {
+  const std::unique_ptr<FileCanvas> canvas = MakeSvgCanvas(folder.File("two.svg"), 600, 400, {});
+  GraphStyle style;
+  style.leftRoom = 60.0;
+  const PixelArea first = DrawGraph(PlainGraph(), *canvas, {10, 10, 590, 190}, style);
+  EXPECT_LT(first.right, 540.0) << "the legend stands there";
+  GraphModel below = PlainGraph();
+  below.plots[0].legend.clear();
+  style.rightRoom = 590.0 - first.right;
+  const PixelArea second = DrawGraph(below, *canvas, {10, 200, 590, 390}, style);
+  EXPECT_DOUBLE_EQ(second.left, first.left);
+  EXPECT_DOUBLE_EQ(second.right, first.right);
+}
+
 TEST_F(FigureFile, ABandIsShadedBetweenItsCurves) {
   GraphModel graph = PlainGraph();
   graph.plots = {Curve({0, 10}, {0, 0}), Curve({0, 10}, {100, 100})};
@@ -286,6 +305,44 @@ TEST_F(FigureFile, AFullDiskLeavesTheFormerFile) {
   }
   for (const std::string& name : folder.Names()) EXPECT_EQ(name.find("saving"), std::string::npos) << name;
   EXPECT_TRUE(WriteFigure(PlainGraph(), folder.File("no/such/folder.svg")));
+}
+
+TEST_F(FigureFile, ADiskThatFillsUpLeavesTheFormerFile) {
+  GraphModel graph = PlainGraph();
+  for (int i = 0; i < 3000; ++i) {
+    graph.plots[0].x.push_back(i % 701);
+    graph.plots[0].y.push_back(i % 503);
+  }
+  const test::SmallDisk disk(16384);
+  for (const char* name : {"g.svg", "g.pdf", "g.png"}) {
+    const std::string path = disk.File(name);
+    if (!FigureNameFault(path).empty()) continue;
+    test::WriteWhole(path, "former");
+    const Refusal refusal = WriteFigure(graph, path, {2000, 1600});
+    EXPECT_NE(refusal.reason().find(path), std::string::npos) << refusal.reason();
+    EXPECT_NE(refusal.reason().find(disk.Reason()), std::string::npos) << refusal.reason();
+    EXPECT_EQ(test::ReadWhole(path), "former");
+    EXPECT_EQ(disk.Names(), std::vector<std::string>{name});
+    std::filesystem::remove(path);
+  }
+}
+
+TEST_F(FigureFile, ADecimalCommaChangesNoByte) {
+  setenv("SOURCE_DATE_EPOCH", "1000000000", 1);
+  const auto bytes = [&](const GraphModel& graph, const char* name) {
+    if (!FigureNameFault(name).empty()) return std::string();
+    EXPECT_FALSE(WriteFigure(graph, folder.File(name)));
+    return test::ReadWhole(folder.File(name));
+  };
+  for (const GraphModel& graph : AllGraphs()) {
+    for (const char* name : {"g.svg", "g.pdf", "g.png"}) {
+      const std::string point = bytes(graph, name);
+      const test::CommaLocale comma;
+      if (!comma.Available()) GTEST_SKIP() << "no locale with a decimal comma";
+      EXPECT_TRUE(point == bytes(graph, name)) << name;
+    }
+  }
+  unsetenv("SOURCE_DATE_EPOCH");
 }
 
 TEST_F(FigureFile, SetTimesGiveEqualBytes) {

@@ -1,8 +1,6 @@
 // report_fixture.cpp - see report_fixture.h.
 #include "report_fixture.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 #include "plot_ps/plot_ps.h"
@@ -103,29 +101,7 @@ test::Trace ReportTest::TraceOfReport(ReportKind kind) {
 }
 
 std::vector<Mark> ReportTest::MarksOf(ReportKind kind, int page) {
-  std::vector<Mark> marks;
-  for (const test::TraceMark& mark : TraceOfReport(kind).marks) {
-    if (mark.page != page) continue;
-    const bool fill = mark.kind == test::TraceMark::fill;
-    for (const auto& path : mark.paths) {
-      if (mark.kind == test::TraceMark::text)
-        marks.push_back({'t', path[0].x, path[0].y, 0, 0, 0, 0, false, mark.string});
-      for (std::size_t i = 1; mark.kind != test::TraceMark::text && i < path.size(); ++i) {
-        const auto &a = path[i - 1], &b = path[i];
-        if (std::hypot(a.x - b.x, a.y - b.y) < 0.3) continue;
-        marks.push_back({fill ? 'a' : 'l',
-                         a.x,
-                         a.y,
-                         b.x,
-                         b.y,
-                         mark.gray,
-                         fill ? 0.0 : mark.width,
-                         !fill && mark.dashes > 0,
-                         {}});
-      }
-    }
-  }
-  return marks;
+  return MarksOfPage(TraceOfReport(kind), page);
 }
 
 std::vector<std::string> ReportTest::TextsOf(ReportKind kind, int page) {
@@ -133,69 +109,6 @@ std::vector<std::string> ReportTest::TextsOf(ReportKind kind, int page) {
   for (const test::TraceMark& mark : TraceOfReport(kind).marks)
     if (mark.page == page && mark.kind == test::TraceMark::text) texts.push_back(mark.string);
   return texts;
-}
-
-namespace {
-
-bool Close(double ax, double ay, double bx, double by) {
-  return std::fabs(ax - bx) < 0.25 && std::fabs(ay - by) < 0.25;
-}
-
-bool Same(const Mark& a, const Mark& b) {
-  if (a.kind != b.kind || a.text != b.text || a.dashed != b.dashed || std::fabs(a.gray - b.gray) > 1e-3 ||
-      std::fabs(a.width - b.width) > 1e-3)
-    return false;
-  return (Close(a.x1, a.y1, b.x1, b.y1) && Close(a.x2, a.y2, b.x2, b.y2)) ||
-         (Close(a.x1, a.y1, b.x2, b.y2) && Close(a.x2, a.y2, b.x1, b.y1));
-}
-
-std::string Told(const Mark& m) {
-  char text[200];
-  std::snprintf(text, sizeof text, "%c (%.1f %.1f) (%.1f %.1f) grey %.2f width %.2f%s ", m.kind, m.x1, m.y1,
-                m.x2, m.y2, m.gray, m.width, m.dashed ? " dashed" : "");
-  return text + m.text;
-}
-
-}  // namespace
-
-void ExpectSameMarks(std::vector<Mark> expected, std::vector<Mark> found) {
-  std::erase_if(expected, [&](const Mark& mark) {
-    const auto partner =
-        std::find_if(found.begin(), found.end(), [&](const Mark& m) { return Same(mark, m); });
-    if (partner == found.end()) return false;
-    found.erase(partner);
-    return true;
-  });
-  for (const Mark& mark : expected) ADD_FAILURE() << "missing: " << Told(mark);
-  for (const Mark& mark : found) ADD_FAILURE() << "without a rule: " << Told(mark);
-}
-
-void Prediction::Area(const std::vector<std::pair<double, double>>& corners, double gray) {
-  for (std::size_t i = 0; i < corners.size(); ++i) {
-    const auto &a = corners[i], &b = corners[(i + 1) % corners.size()];
-    marks.push_back({'a', X(a.first), Y(a.second), X(b.first), Y(b.second), gray, 0.0, false, {}});
-  }
-}
-
-void Prediction::Frame() {
-  Line(0, 0, 0, height_, 0.5);
-  Line(0, height_, width_, height_, 0.5);
-  Line(width_, height_, width_, 0, 0.5);
-  Line(width_, 0, 0, 0, 0.5);
-}
-
-void Prediction::Ticks(const std::vector<double>& places, bool alongX) {
-  for (const double at : places) {
-    if (alongX) {
-      Line(at, 0, at, 0.2, 0.1);
-      Line(at, height_, at, height_ - 0.2, 0.1);
-      Line(at, 0, at, height_, 0.1, true);
-    } else {
-      Line(0, at, 0.2, at, 0.1);
-      Line(width_, at, width_ - 0.2, at, 0.1);
-      Line(0, at, width_, at, 0.1, true);
-    }
-  }
 }
 
 }  // namespace sondera::testing

@@ -429,7 +429,13 @@ TEST_F(ReportPages, EverythingLiesOnBothSheets) {
   SetCurve(pair, {10.0, 20.0}, {200.0, 150.0});
   AddEntries(1, 1);
   input.projectFile = "/" + std::string(280, 'W') + "/site.da";
-  for (const test::TraceMark& mark : TraceOfReport(ReportKind::whole).marks) {
+  std::vector<test::TraceMark> marks;
+  for (const double unit : {1.0, 0.01, 0.3048, 0.0254}) {
+    MeasDB.measSetupList.at(1)->lengthUnit = unit;
+    input.unitFactor = ProjectUnit();
+    for (test::TraceMark& mark : TraceOfReport(ReportKind::whole).marks) marks.push_back(std::move(mark));
+  }
+  for (const test::TraceMark& mark : marks) {
     for (const auto& path : mark.paths) {
       for (const test::TracePoint& p : path) {
         // Letters of Courier have 0.6 of their size; of Helvetica none has more than 1.02.

@@ -2,6 +2,7 @@
 #include "report_pdf/pdf_report.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cmath>
@@ -9,6 +10,7 @@
 #include <string>
 
 #include "report_pdf/pdf_pages.h"
+#include "support/comma_locale.h"
 #include "support/failing_file_driver.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
@@ -204,10 +206,48 @@ TEST_F(PdfReportTest, DepthsThatWereNotSeenAreShaded) {
   EXPECT_EQ(graph.plots[2].x[0], 160.0);
 }
 
+TEST_F(PdfReportTest, OneRecordHasNoCoherenceAndIsNoAverage) {
+  SKIP_WITHOUT("pdftotext");
+  PdfReport report = WholeReport();
+  EXPECT_FALSE(Has(TextOf(report), "one record"));
+  Column& coherence = report.tables.measurements[0].spectra[0].coherence;
+  for (const double value : {1.0, static_cast<double>(NAN)}) {
+    coherence.assign(coherence.size(), value);
+    const std::string text = TextOf(report);
+    EXPECT_TRUE(Has(text, "not known: one record, or a transfer function")) << text;
+    const std::size_t averages = text.find_first_not_of(' ', text.find("0 to 95") + 7);
+    ASSERT_NE(averages, std::string::npos) << text;
+    EXPECT_EQ(text.substr(averages, 2), "1 ") << "five were wanted" << text;
+  }
+}
+
+TEST_F(PdfReportTest, NoTitleOfAColumnIsCut) {
+  SKIP_WITHOUT("pdftotext");
+  const std::string text = TextOf(WholeReport());
+  EXPECT_FALSE(Has(text, "…")) << text;
+  for (const char* title : {"Averages", "Resolution", "Density", "Held"})
+    EXPECT_TRUE(Has(text, title)) << text;
+}
+
+TEST_F(PdfReportTest, TheNoteSpeaksOfGreyWhereThereIsSome) {
+  PdfReport report = WholeReport();
+  EXPECT_FALSE(Has(ProfileNote(report), "Grey"));
+  report.longestWavelength = 30.0;
+  EXPECT_TRUE(Has(ProfileNote(report), "Grey"));
+}
+
 TEST_F(PdfReportTest, EqualContentsAreEqualBytes) {
   const PdfReport report = WholeReport();
   const std::string first = test::ReadWhole(Write(report));
   EXPECT_TRUE(first == test::ReadWhole(Write(report)));
+}
+
+TEST_F(PdfReportTest, ADecimalCommaChangesNoByte) {
+  const PdfReport report = WholeReport();
+  const std::string point = test::ReadWhole(Write(report));
+  const test::CommaLocale comma;
+  if (!comma.Available()) GTEST_SKIP() << "no locale with a decimal comma";
+  EXPECT_TRUE(point == test::ReadWhole(Write(report)));
 }
 
 TEST_F(PdfReportTest, HostileTextsAndValuesMakeASoundFile) {
@@ -284,6 +324,24 @@ TEST(SiteTexts, AreKeptBesideTheProject) {
   test::WriteWhole(folder.File("site.report.txt"), "Title : x \r\nnonsense\nCLIENT: y");
   EXPECT_EQ(ReadSiteTexts(project).title, "x");
   EXPECT_EQ(ReadSiteTexts(project).client, "y");
+}
+
+TEST(SiteTexts, CutAtASpaceEndWithoutIt) {
+  const SiteTexts texts =
+      SiteTextsIn("site: " + std::string(199, 'x') + " behind\nsite\n: y\nDATE:\t\x01 May \x7f\r\n");
+  EXPECT_EQ(texts.site, std::string(199, 'x'));
+  EXPECT_EQ(texts.date, "May");
+  EXPECT_EQ(SiteTextsIn(SiteTextsLines(texts)).site, texts.site);
+}
+
+TEST(SiteTexts, AFileOfAnotherKindIsNotRead) {
+  const test::TempFolder folder;
+  const std::string project = folder.File("site.da");
+  ASSERT_EQ(mkfifo(SiteTextsFile(project).c_str(), S_IRUSR | S_IWUSR), 0);
+  EXPECT_EQ(ReadSiteTexts(project).title, "") << "and nobody waits for what comes out of a pipe";
+  const std::string other = folder.File("other.da");
+  ASSERT_EQ(mkdir(SiteTextsFile(other).c_str(), S_IRWXU), 0);
+  EXPECT_EQ(ReadSiteTexts(other).title, "");
 }
 
 }  // namespace

@@ -65,29 +65,46 @@ inline constexpr MenuControl PRINT_PS_SWAVE_PRF{
     "File/Plot to PostScript File",
     "Results of Inversion Analysis",
     {.hint = "Writes the results of the inversion as PostScript pages."}};
-inline constexpr MenuControl PRINT_REPORT{"PRINT_REPORT",
-                                          "File/Plot to PostScript File",
-                                          "Whole Report",
-                                          {.hint = "Writes all report pages as one PostScript file."}};
-inline constexpr MenuControl PRINT_MEAS_DISP_AB{"PRINT_MEAS_DISP_AB",
-                                                "File/Print Panel",
-                                                "Measurements",
-                                                {.hint = "Prints graphs A and B of the measurements."}};
-inline constexpr MenuControl PRINT_DC_PANEL{
-    "PRINT_DC_PANEL", "File/Print Panel", "Dispersion Curve", {.hint = "Prints the dispersion page."}};
+inline constexpr MenuControl PRINT_REPORT{
+    "PRINT_REPORT",
+    "File/Plot to PostScript File",
+    "Whole Report",
+    {.hint = "Writes the whole report: all pages as PostScript (.ps), or the report to hand in (.pdf), by "
+             "the ending of the name."}};
+inline constexpr MenuControl PRINT_MEAS_DISP_AB{
+    "PRINT_MEAS_DISP_AB",
+    "File/Print Panel",
+    "Measurements",
+    {.hint = "Prints graphs A and B of the measurements on a printer, or to a file .pdf, .svg or .png by the "
+             "ending of its name."}};
+inline constexpr MenuControl PRINT_DC_PANEL{"PRINT_DC_PANEL",
+                                            "File/Print Panel",
+                                            "Dispersion Curve",
+                                            {.hint = "Prints the dispersion page on a printer, or to a file "
+                                                     ".pdf, .svg or .png by the ending of its name."}};
 inline constexpr MenuControl PRINT_DCPRF_PANEL{
-    "PRINT_DCPRF_PANEL", "File/Print Panel", "Disp. Curve and Profile", {.hint = "Prints the results page."}};
-inline constexpr MenuControl PRINT_DISP_CURVE{"PRINT_DISP_CURVE",
-                                              "File/Print Panel",
-                                              "Exp. Dispersion Curve",
-                                              {.hint = "Prints the graph of the dispersion curves."}};
+    "PRINT_DCPRF_PANEL",
+    "File/Print Panel",
+    "Disp. Curve and Profile",
+    {.hint = "Prints both graphs of the results page on a printer, or to a file .pdf, .svg or .png by the "
+             "ending of its name."}};
+inline constexpr MenuControl PRINT_DISP_CURVE{
+    "PRINT_DISP_CURVE",
+    "File/Print Panel",
+    "Exp. Dispersion Curve",
+    {.hint = "Prints the graph of the dispersion curves on a printer, or to a file .pdf, .svg or .png by the "
+             "ending of its name."}};
 inline constexpr MenuControl PRINT_FM_INV{
     "PRINT_FM_INV",
     "File/Print Panel",
     "Exp. and Theo. Disp. Curves",
-    {.hint = "Prints the graph of the experimental and theoretical curves."}};
-inline constexpr MenuControl PRINT_PROF_WIN{
-    "PRINT_PROF_WIN", "File/Print Panel", "Profile", {.hint = "Prints the graph of the profile."}};
+    {.hint = "Prints the graph of the experimental and theoretical curves on a printer, or to a file .pdf, "
+             ".svg or .png by the ending of its name."}};
+inline constexpr MenuControl PRINT_PROF_WIN{"PRINT_PROF_WIN",
+                                            "File/Print Panel",
+                                            "Profile",
+                                            {.hint = "Prints the graph of the profile on a printer, or to a "
+                                                     "file .pdf, .svg or .png by the ending of its name."}};
 inline constexpr MenuControl QUIT{"QUIT", "File", "Exit", {.hint = "Ends the program after a question."}};
 
 inline constexpr auto UNDO = Dimmed(MenuControl{
