@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "acquisition/board_task.h"
 #include "records/session.h"
@@ -180,7 +181,7 @@ void FitSizes(int key) {
   const std::size_t wanted =
       static_cast<std::size_t>(session.samplesPerChan) * static_cast<std::size_t>(hw.nChannels);
   if (session.measBuffer.size() == wanted) return;
-  session.measBuffer = {};  // the former one is released first
+  std::vector<double>().swap(session.measBuffer);  // the former one is released first
   session.measBuffer.resize(wanted);
 }
 

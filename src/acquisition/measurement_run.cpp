@@ -197,7 +197,7 @@ MeasuringRun::Got MeasuringRun::TakeRecord() {
 
 /// NotYet for a board that is armed now.
 MeasuringRun::Got MeasuringRun::StartBoard(int failures) {
-  if (failures < kFailuresToTell) ShowNotice("");
+  ShowNotice(failures < kFailuresToTell ? "" : fault_);
   const int status = Daq().startTask(measRun.daqTask);
   if (status < 0) {
     fault_ = Daq().errorString(status);
@@ -306,7 +306,7 @@ void MeasuringRun::End() {
   if (measRun.daqTask != 0) Daq().clearTask(measRun.daqTask);
   measRun.daqTask = 0;
   measRun.measRunning = measRun.measPaused = 0;
-  session.measBuffer = {};
+  std::vector<double>().swap(session.measBuffer);  // to assign {} would keep the memory
 }
 
 }  // namespace

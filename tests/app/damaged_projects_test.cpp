@@ -34,6 +34,7 @@
 #include "runtime/text_format.h"
 #include "support/app_fixture.h"
 #include "support/damaged_projects.h"
+#include "support/sanitized.h"
 
 namespace sondera {
 namespace {
@@ -43,11 +44,6 @@ using testing::Damage;
 constexpr int kShards = 8;
 constexpr int kLines = 32, kReceivers = 3, kPoints = 5;
 constexpr unsigned kLongestSeconds = 10;
-#ifdef SONDERA_CHECK_BOUNDS
-constexpr bool kSanitized = true;  // slower, and with memory of their own
-#else
-constexpr bool kSanitized = false;
-#endif
 
 // ---- the valid project ------------------------------------------------------------------------------
 

@@ -9,14 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "support/sanitized.h"
+
 namespace sondera {
 namespace {
-
-#if defined(SONDERA_CHECK_BOUNDS)  // set by the sanitizer build, whichever the compiler
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
 
 class Hardening : public ::testing::Test {
  protected:

@@ -200,7 +200,7 @@ TEST_F(MeasuringBoards, WhateverABoardProgramDoesThereIsOneMessageAndTheSessionG
     InstallDaqDriver(&daqNone);
     EXPECT_FALSE(HasChildren());
   }
-  EXPECT_LT(worst, 7.0) << "5 s of silence and what it takes to end the program";
+  EXPECT_LT(worst, 6.0) << "5 s of silence and what it takes to end the program";
   Choose(TestProgram());
   Enter(hwsetup::NAVERAGE, 1);
   EXPECT_EQ(Start(), 0);

@@ -62,7 +62,7 @@ class MeasuringTest : public AppTest {
     EXPECT_EQ(GetCtrlVal(measpanel::MSGBOX), "");
     EXPECT_FALSE(WaitCursorShown());
     EXPECT_FALSE(IsLocked());
-    EXPECT_TRUE(session.measBuffer.empty());
+    EXPECT_EQ(session.measBuffer.capacity(), 0u);
   }
   static double SecondsOf(const std::function<void()>& work) {
     const auto begin = std::chrono::steady_clock::now();
