@@ -27,6 +27,7 @@ struct ConsoleState {
   ConsoleOptions options;
   int observer = 0;
   bool lineOpen = false;
+  ControlId notShown = nullptr;  ///< box that has changed since the line was written
   Clock::time_point lastProgress{};
 };
 ConsoleState console;
@@ -90,20 +91,26 @@ std::string ProgressLine(ControlId changed) {
   return status + (status.empty() || process.empty() ? "" : "   ") + process;
 }
 
+void RewriteLine(const std::string& text) {
+  std::fputs("\r\033[K", stderr);
+  PrintError("%.120s", text.c_str());
+}
+
 /// Shown at limited intervals, only the latest text.
 void ShowProgress(const Change& change) {
   if (!ShowsProgress(change.control)) return;
   const bool terminal = isatty(STDERR_FILENO) == 1;
   const auto now = Clock::now();
+  console.notShown = change.control;
   if (now - console.lastProgress <
       (terminal ? Clock::duration(kTerminalInterval) : Clock::duration(kLogInterval)))
     return;
   const std::string text = ProgressLine(change.control);
-  if (text.empty()) return;
+  if (text.empty() && !console.lineOpen) return;
   console.lastProgress = now;
+  console.notShown = nullptr;
   if (terminal) {
-    std::fputs("\r\033[K", stderr);
-    PrintError("%.120s", text.c_str());
+    RewriteLine(text);
     console.lineOpen = true;
   } else {
     PrintError("%s\n", text.c_str());
@@ -117,13 +124,18 @@ extern "C" void OnInterrupt(int) {
 }  // namespace
 
 void FinishProgressLine() {
-  if (console.lineOpen) std::fputc('\n', stderr);
+  if (console.lineOpen) {
+    // What came too soon after the last text takes its place, or "Paused" would stay behind a run.
+    if (console.notShown) RewriteLine(ProgressLine(console.notShown));
+    std::fputc('\n', stderr);
+  }
   console.lineOpen = false;
+  console.notShown = nullptr;
 }
 
 void InstallConsole(const ConsoleOptions& options) {
   if (console.observer) RemoveObserver(console.observer);
-  console = {options, AddWatcher(ShowProgress), false, Clock::now()};  // a short run shows nothing
+  console = {options, AddWatcher(ShowProgress), false, nullptr, Clock::now()};  // a short run shows nothing
 
   FrontEnd f;
   f.name = "console";

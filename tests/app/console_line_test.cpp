@@ -1,0 +1,78 @@
+// The progress line of a terminal: what stands on it when a run has ended.
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "app/console.h"
+#include "runtime/catalogue/measpanel.h"
+#include "support/app_fixture.h"
+
+namespace sondera {
+namespace {
+
+class ConsoleLine : public testing::AppTest {
+ protected:
+  /// What stands on the line behind the last rewriting, when `work` was done in a child whose errors go to a terminal.
+  static std::string Left(const std::function<void()>& work) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) return "no terminal";
+    const std::string name = ptsname(terminal);
+    const pid_t child = fork();
+    if (child == 0) {
+      const int side = open(name.c_str(), O_RDWR | O_NOCTTY);
+      if (side < 0 || dup2(side, STDERR_FILENO) < 0) _exit(1);
+      InstallConsole({});
+      Wait();
+      work();
+      FinishProgressLine();
+      _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    std::string text(4096, '\0');
+    const ssize_t got = read(terminal, text.data(), text.size());
+    close(terminal);
+    text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    const std::string rewriting = "\r\033[K";
+    const std::size_t at = text.rfind(rewriting);
+    return at == std::string::npos ? text : text.substr(at + rewriting.size());
+  }
+  /// Longer than the time between two texts.
+  static void Wait() { std::this_thread::sleep_for(std::chrono::milliseconds(130)); }
+};
+
+TEST_F(ConsoleLine, ShowsAPauseWhileItLasts) {
+  EXPECT_EQ(Left([] {
+              SetCtrlVal(measpanel::DISPA_AVGCOUNT, "Averages: 2");
+              Wait();
+              ResetTextBox(measpanel::MSGBOX, "Paused");
+            }),
+            "Averages: 2   Paused\r\n");
+}
+
+TEST_F(ConsoleLine, NoPauseIsLeftBehindARun) {
+  EXPECT_EQ(Left([] {
+              SetCtrlVal(measpanel::DISPA_AVGCOUNT, "Averages: 2");
+              Wait();
+              ResetTextBox(measpanel::MSGBOX, "Paused");
+              ResetTextBox(measpanel::MSGBOX);  // at once, as Stop does
+            }),
+            "Averages: 2\r\n");
+}
+
+TEST_F(ConsoleLine, APauseBeforeTheFirstRecordGoesToo) {
+  EXPECT_EQ(Left([] {
+              SetCtrlVal(measpanel::DISPA_AVGCOUNT, "");
+              ResetTextBox(measpanel::MSGBOX, "Paused");
+              Wait();
+              ResetTextBox(measpanel::MSGBOX);
+            }),
+            "\r\n");
+}
+
+}  // namespace
+}  // namespace sondera
