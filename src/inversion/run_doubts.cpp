@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kGlobalCurve = 1;
 constexpr const DoubtLimits& kLimits = kDoubtLimits;
+constexpr double kUsualFactorOfVs = 0.05;
 
 double Percent(double share) {
   return 100.0 * share;
@@ -85,6 +86,14 @@ void DoubtRows(const InversionHistory& history) {
       out, history.rowsOfData));
 }
 
+/// A low resolution comes from data that say little, or from a factor that allows hardly any step.
+std::string LowResolutionAdvice() {
+  if (InvParam.ufVs > 0.0 && InvParam.ufVs < kLimits.factorOfVs)
+    return FormatText("the uncertainty factor of Vs, %.3g, holds the model back: invert again with %.3g",
+                      InvParam.ufVs, kUsualFactorOfVs);
+  return "the data say little about it; merge it with its neighbour, or do not report it";
+}
+
 void DoubtResolution(int entry) {
   std::string layers, values;
   const int n = std::min(InvParam.nLayers, InvParam.resolution.colHi() + 1);
@@ -97,8 +106,7 @@ void DoubtResolution(int entry) {
   }
   if (layers.empty()) return;
   AddDoubt("the resolution is below " + FormatText("%.2g", kLimits.resolution) + " in layer " + layers +
-           " (" + values +
-           "): the data say little about it; merge it with its neighbour, or do not report it");
+           " (" + values + "): " + LowResolutionAdvice());
 }
 
 void DoubtDepth(int entry) {

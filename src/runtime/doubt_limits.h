@@ -22,6 +22,7 @@ struct DoubtLimits {
   double misfit = 4.0;       ///< largest weighted misfit (mean squared residual in deviations) at the end
   double misfitRise = 1e-3;  ///< a misfit larger than the one before by this fraction has risen
   double resolution = 0.30;  ///< least resolution of a layer
+  double factorOfVs = 0.02;  ///< a factor of Vs below it makes every resolution low
   double depthShare = 0.50;  ///< deepest top of the half-space, as a fraction of the longest wavelength
 };
 inline constexpr DoubtLimits kDoubtLimits{};
