@@ -9,8 +9,8 @@
 
 #include "best_time.h"
 #include "signal/kriging.h"
-#include "signal/plain_kriging.cpp"
-#include "signal/section_lines.h"
+#include "support/plain_kriging.cpp"
+#include "support/section_lines.h"
 
 namespace {
 

@@ -43,6 +43,9 @@
 #include "panels/sasw_masking.h"
 #include "panels/sasw_phases.h"
 #include "panels/sasw_traces.h"
+#include "panels/tmgrafpnl.h"
+#include "panels/tmgrafpnl_draw.h"
+#include "panels/tmgrafpnl_stations.h"
 #include "panels/trace_display.h"
 #include "panels/undo.h"
 #include "runtime/catalogue/aboutpnl.h"
@@ -155,6 +158,27 @@ constexpr CallbackRow kWaveform[] = {
     {&pulse::CLOSE, Pulse_CloseCallback},
 };
 
+constexpr CallbackRow kSection[] = {
+    {&mainmenu::DRAW_TOMO_GRAF, DrawTomoGrafCallback},
+    {&dispcurv::TOMOGRAF, DrawTomoGrafCallback},
+    {&tmgrafpnl::TOMOGRAF, TomoGrafGraphCallback},
+    {&tmgrafpnl::TOMOGRAFTYPE, SetTomografTypeCallback},
+    {&tmgrafpnl::DRAWTOMOGRAF, TMGrafCallback},
+    {&tmgrafpnl::HALT, TMGrafHaltCallback},
+    {&tmgrafpnl::INCLUDE, IncludeTomoGrafCallback},
+    {&tmgrafpnl::EXCLUDE, ExludeTomoGrafCallback},
+    {&tmgrafpnl::LIST_INCLUDED, IncludedTomoGrafListCallback},
+    {&tmgrafpnl::LIST_EXCLUDED, ExcludedTomoGrafListCallback},
+    {&tmgrafpnl::SRCPOS, StationLocationCallback},
+    {&tmgrafpnl::ADDSTATION, AddStationCallback},
+    {&tmgrafpnl::VERTICALAXIS, TMGrafLookCallback},
+    {&tmgrafpnl::CONTOURS, TMGrafLookCallback},
+    {&tmgrafpnl::UPDATE, TMGrafSetupUpdateCallback},
+    {&tmgrafpnl::SAVEGRID, SaveSectionGridCallback},
+    {&tmgrafpnl::SAVEPOINTS, SaveSectionPointsCallback},
+    {&tmgrafpnl::CLOSE, TMGrafCloseCallback},
+};
+
 constexpr CallbackRow kEdit[] = {
     {&mainmenu::UNDO, UndoCallback},
     {&mainmenu::REDO, RedoCallback},
@@ -264,7 +288,6 @@ constexpr CallbackRow kGraphs[] = {
     {&dispcurv::DISPGRAPH, SetupDispCurveCallback},
     {&exdthd::CURVES, SetupEXDTHDCallback},
     {&exdthd::PROFILE, SetupEXDTHDCallback},
-    {&tmgrafpnl::TOMOGRAF, TomoGrafGraphCallback},
 };
 
 constexpr CallbackRow kAxes[] = {
@@ -436,6 +459,7 @@ void InstallCallbacks() {
   Install(kReports);
   Install(kWindows);
   Install(kWaveform);
+  Install(kSection);
   Install(kEdit);
   Install(kMeasurements);
   Install(kHardware);

@@ -82,7 +82,7 @@ class Painter {
     DrawFrame();
     for (const PlotModel& plot : graph_.plots)
       if (plot.visible) DrawMarkers(plot);
-    DrawMaskNumbers();
+    DrawNumbersOnTop();
     DrawNames();
     DrawLegend();
     if (graph_.intensity) DrawBar();
@@ -113,7 +113,8 @@ class Painter {
     for (const PlotModel& plot : graph_.plots)
       if (style_.legend && plot.visible && plot.inLegend && !plot.legend.empty()) rows_.push_back(&plot);
     if (!graph_.title.empty()) frame_.top += kTitleScale * 1.5 * style_.text;
-    frame_.top += MaskNumbers() ? 1.2 * style_.text : 0.6 * style_.text;
+    frame_.top += HasNumbersOnTop() ? 1.2 * style_.text : 0.6 * style_.text;
+    if (!graph_.note.empty()) frame_.bottom -= 1.6 * style_.text;
     if (style_.numbersX)
       frame_.bottom -=
           kTick + kGap + style_.text + (AxisTitle(graph_.xAxis).empty() ? 0.0 : 1.5 * name_.size);
@@ -211,6 +212,11 @@ class Painter {
       canvas_.Text(
           {0.5 * (frame_.left + frame_.right), frame_.bottom + kTick + kGap + style_.text + 1.2 * name_.size},
           Fitted(canvas_, AxisTitle(graph_.xAxis), look, Width(box_)), look);
+    if (!graph_.note.empty()) {
+      TextLook note = plain_;
+      canvas_.Text({frame_.left, box_.bottom - 0.3 * style_.text},
+                   Fitted(canvas_, graph_.note, note, box_.right - frame_.left), note);
+    }
     look.upward = true;
     const double x = frame_.left - kTick - kGap - WidestNumber(ticksY_) - 0.4 * name_.size;
     canvas_.Text({x, 0.5 * (frame_.top + frame_.bottom)},
@@ -269,8 +275,9 @@ class Painter {
     return {std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)};
   }
 
-  bool MaskNumbers() const {
-    return std::any_of(graph_.rectangles.begin(), graph_.rectangles.end(),
+  bool HasNumbersOnTop() const {
+    return !graph_.topLabels.empty() ||
+           std::any_of(graph_.rectangles.begin(), graph_.rectangles.end(),
                        [](const RectangleModel& mask) { return !mask.label.empty(); });
   }
 
@@ -286,8 +293,8 @@ class Painter {
     }
   }
 
-  /// Above the frame; a number that would overlap its neighbour is left out.
-  void DrawMaskNumbers() {
+  /// Above the frame; a number or name that would overlap its neighbour is left out.
+  void DrawNumbersOnTop() {
     TextLook look = plain_;
     look.align = TextAlign::Center;
     double free = frame_.left - 1e3;
@@ -296,6 +303,9 @@ class Painter {
       const PixelArea a = AreaOf(mask);
       if (!mask.label.empty() && Width(a) > 0.0) numbers.emplace_back(0.5 * (a.left + a.right), mask.label);
     }
+    for (const TopLabel& label : graph_.topLabels)
+      if (const double at = x_.PixelOf(label.x); Inside(at, x_.from, x_.to))
+        numbers.emplace_back(at, label.text);
     std::sort(numbers.begin(), numbers.end());
     for (const auto& [at, text] : numbers) {
       const double half = 0.5 * canvas_.TextWidth(text, look);

@@ -21,6 +21,7 @@
 #include "gui/table_model.h"
 #include "gui/unit_labels.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/tmgrafpnl.h"
 
 namespace sondera {
 namespace {
@@ -44,7 +45,7 @@ bool HasCallback(const Control& c) {
 
 /// A button without a callback is dimmed.
 bool IsLive(const Control& c) {
-  if (&c == &exdthd::HALT) return IsLocked() && Answers(c);
+  if (&c == &exdthd::HALT || &c == &tmgrafpnl::HALT) return IsLocked() && Answers(c);
   return Answers(c) && !IsDimmed(c) && (c.kind != ControlKind::Button || HasCallback(c));
 }
 

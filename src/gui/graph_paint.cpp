@@ -143,12 +143,27 @@ void PaintTitle(QPainter& painter, const GraphModel& graph, const GraphFrame& fr
                    metrics.elidedText(ToQt(graph.title), Qt::ElideRight, place.width()));
 }
 
+/// Names above the frame; one that would stand over its neighbour is left out.
+void PaintTopLabels(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
+  const QFontMetricsF metrics(frame.font);
+  painter.setFont(frame.font);
+  painter.setPen(ToColor(frame.theme.text));
+  double free = frame.area.left - 1e3;
+  for (const TopLabel& label : graph.topLabels) {
+    const double x = frame.x.PixelOf(label.x), half = 0.5 * metrics.horizontalAdvance(ToQt(label.text));
+    if (!std::isfinite(x) || x < frame.area.left - 0.5 || x > frame.area.right + 0.5 || x - half < free)
+      continue;
+    painter.drawText(QPointF(x - half, frame.area.top - 4), ToQt(label.text));
+    free = x + half + 4;
+  }
+}
+
 }  // namespace
 
 GraphMargins MarginsFor(const GraphModel& graph, const QFont& font, const QSize& size) {
   GraphMargins room;
   const QFontMetricsF metrics(font);
-  if (!graph.title.empty()) room.top = static_cast<int>(metrics.height()) + 6;
+  if (!graph.title.empty() || !graph.topLabels.empty()) room.top = static_cast<int>(metrics.height()) + 6;
   const LegendPlan legend = PlanLegend(graph, font, size);
   room.legendBeside = legend.beside;
   if (legend.beside) room.right = static_cast<int>(legend.width) + 10;
@@ -186,6 +201,7 @@ void PaintOver(QPainter& painter, const GraphModel& graph, const GraphFrame& fra
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   PaintTitle(painter, graph, frame);
+  PaintTopLabels(painter, graph, frame);
   if (graph.intensity && frame.colorBar) PaintColorBar(painter, *graph.intensity, frame);
   for (std::size_t i = graph.cursors.size(); i-- > 0;)
     PaintMarker(painter, graph.cursors[i], static_cast<int>(i) + 1, frame);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "panels/event_listener.h"
+#include "panels/tmgrafpnl.h"
 #include "records/curve_labels.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -51,6 +52,16 @@ void OpenPanel(int channelBase) {
   ShowOrderOfSelected();
 }
 
+/// The stations of a line are global curves too, and averaging leaves one.
+bool MayReplaceLine() {
+  bool any = false;
+  for (const PMeasInfo& pair : MeasDB.pMeasList) any = any || IncludedPoints(pair) > 0;
+  const int curves = MeasDB.gDispList.count();
+  if (!any || curves <= 1) return true;
+  return ConfirmPopup(session.appTitle,
+                      FormatText("Averaging replaces the %d curves of the line by one. Go on ?", curves));
+}
+
 int Calculate() {
   UpdateDispDlgPanel();
   if (PerformAveraging(GetCtrlVal(cdisppnl::GDISP_TAKEALL), GetCtrlVal(cdisppnl::ADISP_TAKEALL)) < 0)
@@ -76,8 +87,11 @@ void UpdateDispDlgPanel() {
 }
 
 int PerformAveraging(int takeAllG, int takeAllA) {
+  if (!MayReplaceLine()) return -1;
   EventListener listener;
-  return ShowRefusal(AverageCurves(takeAllG, takeAllA, listener));
+  const int result = ShowRefusal(AverageCurves(takeAllG, takeAllA, listener));
+  if (result == 0) RenewSectionPanel();
+  return result;
 }
 
 int SetupCompDispCurveCallback(Panel, ControlId, Event event, long) {

@@ -3,10 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <cstddef>
 
 #include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
+#include "plot/color_strip.h"
 #include "plot/gabor_plot.h"
 #include "records/kinds.h"
 #include "records/session.h"
@@ -110,20 +111,12 @@ std::vector<ColorLevel> MakeGaborColorMap() {
 }
 
 void RefreshGaborColorScale() {
-  IntensityModel strip;
-  strip.colorMap = MakeGaborColorMap();
-  strip.columns = 2;
-  strip.rows = static_cast<int>(strip.colorMap.size());
-  for (int column = 0; column < strip.columns; ++column)
-    for (const ColorLevel& entry : strip.colorMap) strip.z.push_back(entry.level);
-  strip.xMax = 1.0;
-  strip.yMin = strip.colorMap.front().level;
-  strip.yMax = strip.colorMap.back().level;
-  for (std::size_t k = 0; k < strip.colorMap.size(); ++k) {
-    SetCtrlVal(*kLevels[k], FormatText("%.1f", strip.colorMap[k].level));
-    SetCtrlVal(*kColors[k], strip.colorMap[k].color);
+  const std::vector<ColorLevel> map = MakeGaborColorMap();
+  for (std::size_t k = 0; k < map.size(); ++k) {
+    SetCtrlVal(*kLevels[k], FormatText("%.1f", map[k].level));
+    SetCtrlVal(*kColors[k], map[k].color);
   }
-  PlotIntensity(COLORSCALE, std::move(strip));
+  PlotColorStrip(COLORSCALE, map);
 }
 
 int GaborSetupCallback(Panel, ControlId, Event event, long) {

@@ -149,11 +149,6 @@ int SetupEXDTHDCallback(Panel, ControlId control, Event event, long) {
   return 0;
 }
 
-int TomoGrafGraphCallback(Panel, ControlId control, Event event, long) {
-  if (event == Event::Commit) ClickText(static_cast<const GraphControl&>(*control));
-  return 0;
-}
-
 std::string ClickText(const GraphControl& graph) {
   const std::optional<GraphPlace> place = PlaceOfEvent(graph);
   if (place && place->cursor == 0) SetGraphCursor(graph, 1, place->x, place->y);

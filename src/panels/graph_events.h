@@ -29,8 +29,6 @@ void RenewMarkers(int page);
 
 /// Graphs of the results page: a double click on the curves opens their axis dialog, a click shows its place in COORD.
 int SetupEXDTHDCallback(Panel panel, ControlId control, Event event, long data);
-/// Image of the section: a click moves the cursor there.
-int TomoGrafGraphCallback(Panel panel, ControlId control, Event event, long data);
 
 /// Position of a click, or of the first cursor if none is given: "(x, y)". The first cursor moves there.
 std::string ClickText(const GraphControl& graph);

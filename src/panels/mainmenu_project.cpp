@@ -12,6 +12,7 @@
 #include "panels/hwsetup.h"
 #include "panels/loadtxdata_import.h"
 #include "panels/meassetup.h"
+#include "panels/tmgrafpnl.h"
 #include "panels/trace_selection.h"
 #include "panels/undo.h"
 #include "project/load_check.h"
@@ -60,6 +61,7 @@ void DeleteAllPlots(Panel panel) {
 /// No list names, and no graph shows, data that no longer exist.
 void ShowEmptyPages() {
   ForgetUndo();
+  ForgetSection();
   for (const RingControl* ring :
        {&sasw::DISPACHNL, &sasw::DISPA_REFCHNL, &sasw::DISPBCHNL, &sasw::DISPB_REFCHNL, &sasw::DISPAID,
         &sasw::DISPBID, &measpanel::DISPACHNL, &measpanel::DISPA_REFCHNL, &measpanel::DISPBCHNL,
@@ -104,6 +106,7 @@ void ShowMeasurementWithData() {
 int LoadProject() {
   const std::string path = session.projectFileName;
   ForgetUndo();
+  ForgetSection();
   ProcessSystemEvents();
   session.fileKeyList.clear();
   // Until the end of the load, the file contains more than the memory.
@@ -132,6 +135,7 @@ int LoadProject() {
     ShowMeasurementWithData();
   DoPlotting(0);
   DoPlotting(1);
+  RenewSectionPanel();
   TakeProjectAsSaved();
   if (!opened) return Refuse(outOfReach ? reason + "." : "File does not exist.");
   return TellOutcome(NotReadWhole(path, file), file);

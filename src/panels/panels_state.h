@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "panels/section_state.h"
 #include "panels/undo_record.h"
 #include "plot/results_plot.h"
 #include "runtime/controls.h"
@@ -52,6 +53,7 @@ struct PanelsState {
   AxisDialogOf axisDialog;
   UndoHistory undo;
   PulseParam pulse;
+  SectionState section;
 };
 extern PanelsState panelsState;
 

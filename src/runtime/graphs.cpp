@@ -118,6 +118,8 @@ void DeleteGraphPlot(const GraphControl& c, int handle) {
   if (handle == -1) {
     g.plots.clear();
     g.rectangles.clear();
+    g.topLabels.clear();
+    g.note.clear();
     g.intensity.reset();
   } else {
     std::erase_if(g.plots, [=](const PlotModel& p) { return p.handle == handle; });
@@ -128,9 +130,21 @@ void DeleteGraphPlot(const GraphControl& c, int handle) {
   Changed(c, g);
 }
 
+void SetTopLabels(const GraphControl& c, std::vector<TopLabel> labels) {
+  GraphModel& g = ModelOf(c);
+  g.topLabels = std::move(labels);
+  Changed(c, g);
+}
+
 void SetGraphTitle(const GraphControl& c, std::string_view title) {
   GraphModel& g = ModelOf(c);
   g.title = title;
+  Changed(c, g);
+}
+
+void SetGraphNote(const GraphControl& c, std::string_view note) {
+  GraphModel& g = ModelOf(c);
+  g.note = note;
   Changed(c, g);
 }
 

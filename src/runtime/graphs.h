@@ -86,10 +86,18 @@ struct CursorModel {
   int color = 0;
 };
 
+/// Name above the frame at a place of the x axis.
+struct TopLabel {
+  double x = 0.0;
+  std::string text;
+};
+
 struct GraphModel {
   std::string title;
+  std::string note;  ///< line beneath a figure; a window has a field of its own for it
   std::vector<PlotModel> plots;
   std::vector<RectangleModel> rectangles;
+  std::vector<TopLabel> topLabels;  ///< in ascending order; those without room are left out
   std::optional<IntensityModel> intensity;
   AxisModel xAxis, yAxis;
   std::vector<CursorModel> cursors;
@@ -118,7 +126,9 @@ void PlotIntensity(const GraphControl& c, IntensityModel image);
 /// Removes one plot or rectangle, or with handle -1 everything on the graph except its axes, title and
 /// cursors. Cursors on a removed plot stay where they are, on no plot.
 void DeleteGraphPlot(const GraphControl& c, int handle = -1);
+void SetTopLabels(const GraphControl& c, std::vector<TopLabel> labels);
 void SetGraphTitle(const GraphControl& c, std::string_view title);
+void SetGraphNote(const GraphControl& c, std::string_view note);
 
 // ---- axes -----------------------------------------------------------------------------------------------
 

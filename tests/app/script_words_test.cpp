@@ -47,6 +47,10 @@ std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
   }
   if (key == "write only") return "profile";
   if (key == "report FILE.ps" || key == "report FILE") return "report.pdf";
+  if (key == "section FILE") {
+    const bool points = form.fixed.front().name == "points";
+    return points ? "points.csv" : "section.svg";
+  }
   if (key == "figure FILE") return "graph.svg";
   if (key == "measure accept") return "yn";
   if (key == "figure width" || key == "figure height") return "300";

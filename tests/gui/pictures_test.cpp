@@ -18,8 +18,11 @@
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
+#include "runtime/catalogue/tmgrafpnl.h"
 #include "runtime/events.h"
 #include "support/app_fixture.h"
+#include "support/section_lines.h"
+#include "support/section_records.h"
 #include "support/site_records.h"
 
 namespace sondera {
@@ -142,6 +145,12 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::DSP_MSCALE, mainmenu::DISP_CV_AXIS_ATTR_MENU, "axes_curves");
   TakePanel(Panel::PULSE, mainmenu::PULSE_WAVEFORM_MENU, "waveform");
   TakePanel(Panel::ABOUTPNL, mainmenu::ABOUT_BOX, "about");
+
+  FreeDispList(MeasDB.gDispList);
+  test::PutStations(test::MakeLine(9, 25, true, test::SmoothVelocity));
+  Commit(mainmenu::DRAW_TOMO_GRAF);
+  Commit(tmgrafpnl::DRAWTOMOGRAF);
+  TakePanel(Panel::TMGRAFPNL, mainmenu::DRAW_TOMO_GRAF, "section");
 }
 
 }  // namespace

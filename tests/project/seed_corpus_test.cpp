@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <map>
 
 #include "project/analysis_section.h"
@@ -12,11 +13,26 @@
 #include "records/model_records.h"
 #include "runtime/paths.h"
 #include "support/project_bytes.h"
+#include "support/section_records.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
 namespace sondera::testing {
 namespace {
+
+/// A line of curves whose places and points are no numbers, or too large.
+void PutHostileStations() {
+  constexpr double kInf = std::numeric_limits<double>::infinity(),
+                   kNan = std::numeric_limits<double>::quiet_NaN();
+  FreeDispList(MeasDB.gDispList);
+  test::PutStations(
+      {{"inf", kInf, {1.0, 2.0}, {100.0, 200.0}, true},
+       {"nan", kNan, {1.0, 2.0}, {100.0, 200.0}, true},
+       {"far", 1e308, {1e308, kInf, kNan, -1.0, 0.0, 5.0}, {1e308, 1.0, 1.0, 1.0, 1.0, kNan}, true},
+       {"left", -1e308, {1.0, 2.0, 3.0}, {-100.0, 200.0, 0.0}, true},
+       {"empty", 3.0, {}, {}, true},
+       {"good", 4.0, {1.0, 2.0, 3.0}, {100.0, 150.0, 180.0}, true}});
+}
 
 /// File names below the corpus folder and their bytes.
 std::map<std::string, std::string> Seeds() {
@@ -28,6 +44,8 @@ std::map<std::string, std::string> Seeds() {
   seeds["project/without_models.da"] = setup + raw + analysis;
   seeds["project/without_analysis.da"] = setup + raw;
   seeds["project/cut_in_the_models.da"] = setup + raw + analysis + modelling.substr(0, modelling.size() / 3);
+  PutHostileStations();
+  seeds["station/hostile.da"] = setup + raw + AnalysisBytes().bytes;
   std::string ia = analysis;
   PutInt(ia, 4 + 40 + 4, 2);
   seeds["analysis/small.ia"] = ia;

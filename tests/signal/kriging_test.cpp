@@ -6,7 +6,7 @@
 #include <cmath>
 #include <random>
 
-#include "signal/plain_kriging.h"
+#include "support/plain_kriging.h"
 
 namespace sondera {
 namespace {

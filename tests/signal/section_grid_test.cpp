@@ -7,8 +7,8 @@
 #include <cmath>
 #include <limits>
 
-#include "signal/plain_kriging.h"
-#include "signal/section_lines.h"
+#include "support/plain_kriging.h"
+#include "support/section_lines.h"
 
 namespace sondera {
 namespace {

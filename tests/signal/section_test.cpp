@@ -7,7 +7,7 @@
 #include <limits>
 #include <sstream>
 
-#include "signal/section_lines.h"
+#include "support/section_lines.h"
 
 namespace sondera {
 namespace {

@@ -102,6 +102,9 @@ std::string GraphJson(const GraphModel& g) {
   for (const PlotModel& p : g.plots) graph["plots"].push_back(PlotJson(p));
   for (const RectangleModel& r : g.rectangles) graph["rectangles"].push_back(RectangleJson(r));
   for (const CursorModel& c : g.cursors) graph["cursors"].push_back(CursorJson(c));
+  if (!g.note.empty()) graph["note"] = g.note;
+  for (const TopLabel& label : g.topLabels)
+    graph["top_labels"].push_back({{"x", label.x}, {"text", label.text}});
   const GraphLimits limits = LimitsInForce(g);
   graph["axes"] = {{"x", AxisJson(g.xAxis, limits.x)}, {"y", AxisJson(g.yAxis, limits.y)}};
   graph["intensity"] = g.intensity ? IntensityJson(*g.intensity) : ordered_json(nullptr);

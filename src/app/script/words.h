@@ -140,6 +140,7 @@ std::string BashCompletion(std::string_view options);
 std::vector<WordForm> ProjectForms();
 std::vector<WordForm> PairForms();
 std::vector<WordForm> CurveForms();
+std::vector<WordForm> SectionForms();
 std::vector<WordForm> EditForms();
 std::vector<WordForm> ModelForms();
 std::vector<WordForm> ControlForms();

@@ -75,11 +75,11 @@ inline constexpr ButtonControl COMPDISPCURV{
     "COMPDISPCURV",
     "Representative Disp. Curve",
     {.hint = "Opens the panel that condenses all included curves into representative ones."}};
-inline constexpr auto TOMOGRAF = Dimmed(ButtonControl{
+inline constexpr ButtonControl TOMOGRAF{
     Panel::DISPCURV,
     "TOMOGRAF",
     "Tomographic Image",
-    {.hint = "Opens the panel of the section of phase velocity along a line: not in this version."}});
+    {.hint = "Opens the panel of the section of phase velocity along a line of stations."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {&DISPGRAPH,     &COORD,   &DISPCURVTYPE, &LIST_INCLUDED,

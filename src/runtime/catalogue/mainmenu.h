@@ -156,11 +156,11 @@ inline constexpr MenuControl DISP_CV_AXIS_ATTR_MENU{
     "Dispersion",
     "Axis Attributes",
     {.hint = "Opens the axis dialog of the dispersion curves."}};
-inline constexpr auto DRAW_TOMO_GRAF =
-    Dimmed(MenuControl{"DRAW_TOMO_GRAF",
-                       "Dispersion",
-                       "Tomographic Image",
-                       {.hint = "Opens the section of phase velocity along a line: not in this version."}});
+inline constexpr MenuControl DRAW_TOMO_GRAF{
+    "DRAW_TOMO_GRAF",
+    "Dispersion",
+    "Tomographic Image",
+    {.hint = "Opens the section of phase velocity along a line of stations."}};
 
 inline constexpr MenuControl OPEN_FMODELING_WIN{"OPEN_FMODELING_WIN",
                                                 "F. Modeling",

@@ -9,12 +9,28 @@
 namespace sondera::tmgrafpnl {
 
 inline constexpr ListItem kTypes[] = {{"Stacked curves", 0}, {"Image", 1}};
+inline constexpr ListItem kVerticalAxes[] = {
+    {"Wavelength", 1}, {"Pseudo-depth = wavelength / 2", 2}, {"Pseudo-depth = wavelength / 3", 3}};
 
 inline constexpr GraphControl TOMOGRAF{
     Panel::TMGRAFPNL,
     "TOMOGRAF",
     "Section",
-    {.hint = "Section of phase velocity: distance along the line against wavelength."}};
+    {.hint =
+         "Section of phase velocity: distance along the line against wavelength; a click reads a place."}};
+inline constexpr TextControl COORD{Panel::TMGRAFPNL,
+                                   "COORD",
+                                   "Cursor",
+                                   {.hint = "Distance, wavelength and velocity at the cursor.",
+                                    .spoken = "Cursor, section",
+                                    .role = Role::ReadOut}};
+inline constexpr TextControl MESSAGE{Panel::TMGRAFPNL,
+                                     "MESSAGE",
+                                     "Message",
+                                     {.hint = "What there is to say about the section: nodes without a "
+                                              "value, points left out, an image that is older "
+                                              "than its settings.",
+                                      .role = Role::ReadOut}};
 inline constexpr RingControl TOMOGRAFTYPE{
     Panel::TMGRAFPNL,
     "TOMOGRAFTYPE",
@@ -26,6 +42,11 @@ inline constexpr ButtonControl DRAWTOMOGRAF{
     "DRAWTOMOGRAF",
     "Draw",
     {.hint = "Interpolates the curves to a grid and draws the image."}};
+inline constexpr auto HALT = Dimmed(ButtonControl{
+    Panel::TMGRAFPNL,
+    "HALT",
+    "Halt",
+    {.hint = "Ends the calculation of the image; the former one stays.", .spoken = "Halt, section"}});
 inline constexpr ListControl LIST_INCLUDED{
     Panel::TMGRAFPNL,
     "LIST_INCLUDED",
@@ -48,7 +69,14 @@ inline constexpr NumericControl SRCPOS{
     Panel::TMGRAFPNL,
     "SRCPOS",
     "Location",
-    {.hint = "Place of the selected curve on the line, in the unit of length.", .unit = "length"}};
+    {.hint =
+         "Place of the selected included curve on the line, in the unit of length; a new number is stored.",
+     .unit = "length"}};
+inline constexpr ButtonControl ADDSTATION{
+    Panel::TMGRAFPNL,
+    "ADDSTATION",
+    "Add station",
+    {.hint = "Adds the global curves of another project (.da), or of a .gcd file, at a place of the line."}};
 inline constexpr NumericControl DMIN{
     Panel::TMGRAFPNL,
     "DMIN",
@@ -81,6 +109,27 @@ inline constexpr IntControl NY{
     "Intervals along the wavelength",
     10,
     {.hint = "Number of grid intervals along the wavelength, 1 or more.", .min = 1.0, .step = 1.0}};
+inline constexpr ToggleControl FILL{Panel::TMGRAFPNL,
+                                    "FILL",
+                                    "Fill",
+                                    {.hint = "Estimates every node from six points of two stations or more, "
+                                             "so that none is left without a value."}};
+inline constexpr RingControl VERTICALAXIS{
+    Panel::TMGRAFPNL,
+    "VERTICALAXIS",
+    "Vertical axis",
+    kVerticalAxes,
+    {.hint = "Vertical axis: wavelength, or a pseudo-depth, which is no depth of a layer."}};
+inline constexpr ToggleControl CONTOURS{Panel::TMGRAFPNL,
+                                        "CONTOURS",
+                                        "Contour lines",
+                                        1,
+                                        {.hint = "Draws lines of equal velocity at round values."}};
+inline constexpr ToggleControl KEEPCOLORS{
+    Panel::TMGRAFPNL,
+    "KEEPCOLORS",
+    "Keep the ends",
+    {.hint = "Keeps both ends of the colour scale when the panel is shown, so that sections compare."}};
 inline constexpr GraphControl COLORSCALE{
     Panel::TMGRAFPNL,
     "COLORSCALE",
@@ -140,13 +189,24 @@ inline constexpr NumericControl HICOLORVAL{
      .min = 0.0}};
 inline constexpr ButtonControl UPDATE{
     Panel::TMGRAFPNL, "UPDATE", "Update", {.hint = "Takes these settings."}};
+inline constexpr ButtonControl SAVEGRID{
+    Panel::TMGRAFPNL,
+    "SAVEGRID",
+    "Save grid",
+    {.hint = "Writes the nodes of the image to a .csv file: distance, wavelength, velocity."}};
+inline constexpr ButtonControl SAVEPOINTS{Panel::TMGRAFPNL,
+                                          "SAVEPOINTS",
+                                          "Save points",
+                                          {.hint = "Writes the points of the included curves to a .csv file: "
+                                                   "station, distance, wavelength, velocity."}};
 inline constexpr ButtonControl CLOSE{Panel::TMGRAFPNL, "CLOSE", "Close", {.hint = "Hides this panel."}};
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &TOMOGRAF,     &TOMOGRAFTYPE, &DRAWTOMOGRAF, &LIST_INCLUDED, &LIST_EXCLUDED, &INCLUDE,    &EXCLUDE,
-    &SRCPOS,       &DMIN,         &DMAX,         &WLMIN,         &WLMAX,         &NX,         &NY,
-    &COLORSCALE,   &LOCOLOR,      &INT1COLOR,    &INT2COLOR,     &HICOLOR,       &LOCOLORVAL, &INT1COLORVAL,
-    &INT2COLORVAL, &HICOLORVAL,   &UPDATE,       &CLOSE};
+    &TOMOGRAF,      &COORD,        &MESSAGE,    &TOMOGRAFTYPE, &DRAWTOMOGRAF, &HALT,         &LIST_INCLUDED,
+    &LIST_EXCLUDED, &INCLUDE,      &EXCLUDE,    &SRCPOS,       &ADDSTATION,   &DMIN,         &DMAX,
+    &WLMIN,         &WLMAX,        &NX,         &NY,           &FILL,         &VERTICALAXIS, &CONTOURS,
+    &KEEPCOLORS,    &COLORSCALE,   &LOCOLOR,    &INT1COLOR,    &INT2COLOR,    &HICOLOR,      &LOCOLORVAL,
+    &INT1COLORVAL,  &INT2COLORVAL, &HICOLORVAL, &UPDATE,       &SAVEGRID,     &SAVEPOINTS,   &CLOSE};
 
 }  // namespace sondera::tmgrafpnl

@@ -1,5 +1,5 @@
 // plain_kriging.cpp - see the header.
-#include "signal/plain_kriging.h"
+#include "support/plain_kriging.h"
 
 #include <algorithm>
 #include <cmath>
