@@ -38,6 +38,8 @@
 #include "panels/mscalepnl.h"
 #include "panels/one_click.h"
 #include "panels/pulse.h"
+#include "panels/pulse_display.h"
+#include "panels/pulse_run.h"
 #include "panels/sasw_auto_masking.h"
 #include "panels/sasw_dispersion.h"
 #include "panels/sasw_masking.h"
@@ -149,12 +151,30 @@ constexpr CallbackRow kWindows[] = {
 constexpr CallbackRow kWaveform[] = {
     {&mainmenu::PULSE_WAVEFORM_MENU, Pulse_WaveformMenuCallback},
     {&mainmenu::PULSE_LAYERING_REC_MENU, Pulse_LayeringRecMenuCallback},
+    {&mainmenu::PULSE_RUN_FULL_WAVE_MENU, Pulse_RunFullWaveMenuCallback},
+    {&mainmenu::PULSE_SAVE_RESULTS_MENU, Pulse_SaveResultsMenuCallback},
     {&pulse::SHAPE, Pulse_SrcShapeCallback},
+    {&pulse::FILE, Pulse_SrcShapeCallback},
     {&pulse::BROWSE, Pulse_SrcFileBrowseCallback},
     {&pulse::CFREQ, Pulse_NPointsCallback},
     {&pulse::FREQSPAN, Pulse_NPointsCallback},
     {&pulse::NPOINTS, Pulse_NPointsCallback},
     {&pulse::PROFILEREC, Pulse_OpenProfileRecCallback},
+    {&pulse::FIT, Pulse_FitToSiteCallback},
+    {&pulse::RUN, Pulse_RunWaveFormGenCallback},
+    {&pulse::HALT, HaltProcessCallback},
+    {&pulse::SAVE, Pulse_SaveResultsCallback},
+    {&pulse::TOMEAS, Pulse_ToMeasurementCallback},
+    {&pulse::DISPACHNL, Pulse_DisplayCallback},
+    {&pulse::DISPATYPE, Pulse_DisplayCallback},
+    {&pulse::DISPBCHNL, Pulse_DisplayCallback},
+    {&pulse::DISPBTYPE, Pulse_DisplayCallback},
+    {&pulse::TRACE_ONOFF, Pulse_TraceOnOffCallback},
+    {&pulse::VOLT_UNIT, Pulse_TraceSettingCallback},
+    {&pulse::LOG_LINEAR, Pulse_TraceSettingCallback},
+    {&pulse::MARKERS_ONOFF, Pulse_TraceSettingCallback},
+    {&pulse::AUTOSCALE_X, Pulse_TraceSettingCallback},
+    {&pulse::AUTOSCALE_Y, Pulse_TraceSettingCallback},
     {&pulse::CLOSE, Pulse_CloseCallback},
 };
 

@@ -37,6 +37,21 @@ double GuardedVs(double Vp) {
   return Vp * std::sqrt(kGuardedVsOverVpSquared);
 }
 
+void CompleteGivenLayer(LayeredGround& ground, int l) {
+  double& Vp = ground.layerVp[l];
+  double& nu = ground.layerNu[l];
+  const double Vs = ground.layerVs[l];
+  const bool ratioGiven = Vp == 0.0 || (Vp != 0.0 && Vs != 0.0 && nu != 0.0);
+  ground.iPoissonGiven[l] = ratioGiven ? 1 : 0;
+  if (ratioGiven) {
+    Vp = VpFromPoisson(Vs, nu);
+  } else {
+    nu = PoissonFromVelocities(Vp, Vs);
+  }
+  ground.iDensityDerived[l] = ground.layerRho[l] == 0.0 ? 1 : 0;
+  if (ground.iDensityDerived[l] == 1) ground.layerRho[l] = DensityFromVs(Vs);
+}
+
 void DeriveLayerProperties(LayeredGround& ground, bool guardPoisson) {
   ground.totalDepth = 0.0;
   for (int l = 1; l <= ground.nLayersCur; ++l) {

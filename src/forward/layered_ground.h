@@ -48,6 +48,11 @@ inline bool PoissonIsUnphysical(double nu) {
 /// The Vs that corresponds to kGuardedNu.
 double GuardedVs(double Vp);
 
+/// Completes layer l as a table gives it: Vp from Poisson's ratio where Vp is 0 or all of Vp, Vs and the ratio
+/// are given (iPoissonGiven 1), otherwise the ratio from the velocities; density from Vs where it is 0
+/// (iDensityDerived 1).
+void CompleteGivenLayer(LayeredGround& ground, int l);
+
 /// Completes all layers before a solver uses them: density where it is derived, G, Vp or nu, E, and
 /// totalDepth. With guardPoisson, a ratio from velocities outside the physical range is replaced, and Vs
 /// changes with it. Kept: G and density still use the old Vs.

@@ -22,6 +22,7 @@ constexpr double kSlowestOverVs = 0.85;  // slowest wave over the lowest Vs
 constexpr double kSpanOverCenter = 8.0;
 constexpr double kLengthsOfFit = 2.0;   // record over the time needed
 constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow changes its sign
+constexpr double kTravelsOfFit = 6.5;   // record over the slowest way between neighbours
 constexpr int kMostBlows = 1000;
 constexpr std::size_t kMostBlowSamples = std::size_t{1} << 26;
 
@@ -36,6 +37,12 @@ double FastestVp(const WaveformSite& site) {
   for (const WaveformLayer& l : site.layers)
     fastest = std::max(fastest, l.Vs * std::sqrt((2.0 - 2.0 * l.nu) / (1.0 - 2.0 * l.nu)));
   return fastest;
+}
+
+double WidestGap(const std::vector<double>& places) {
+  double widest = 0.0;
+  for (std::size_t i = 1; i < places.size(); ++i) widest = std::max(widest, places[i] - places[i - 1]);
+  return widest;
 }
 
 double LargestOf(const std::vector<Complex>& values) {
@@ -110,7 +117,10 @@ Refusal FitToSite(const WaveformSetup& setup, PulseRecord& pulse) {
   WaveformSetup fitted = setup;
   fitted.pulse.centerFreq = c / wavelength;
   fitted.pulse.freqSpan = kSpanOverCenter * fitted.pulse.centerFreq;
-  const double points = 2.0 * fitted.pulse.freqSpan * kLengthsOfFit * TimeNeeded(fitted);
+  const double slowest = kSlowestOverVs * SlowestVs(site);
+  const double length =
+      std::max(kLengthsOfFit * TimeNeeded(fitted), kTravelsOfFit * WidestGap(site.receivers) / slowest);
+  const double points = 2.0 * fitted.pulse.freqSpan * length;
   if (!(points <= kMostWaveformPoints))
     return FormatText("A record of this site would need %.0f points; it has up to %d.", points,
                       kMostWaveformPoints);

@@ -51,7 +51,8 @@ Refusal CheckWaveform(const WaveformSetup& setup);
 
 /// Centre frequency, span and points for the layers and receivers: the wavelength of the centre frequency lies
 /// between the first receiver and the last, in the geometric mean; the span is 8 times it; points are a power
-/// of two. Refuses a site that CheckWaveformSite refuses, and one that would need too many points.
+/// of two. The record is long enough for the unwrapping of phases: between neighbours they change by less than
+/// 60 degrees from line to line. Refuses a site that CheckWaveformSite refuses, and one that would need too many points.
 Refusal FitToSite(const WaveformSetup& setup, PulseRecord& pulse);
 
 /// Computes a record. Lines whose force is below 1e-7 of its largest line are 0, as are line 0 and the highest.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "forward/plane_wave_table.h"
 #include "runtime/text_format.h"
@@ -143,6 +144,18 @@ Refusal ComputeWaveformLines(const WaveformSite& site, double deltaF, const std:
   listener.Done(1.0);
   lines = std::move(made);
   return {};
+}
+
+int CyclesPassed(const WaveformLines& lines, std::size_t near, std::size_t far, std::size_t line) {
+  double lag = 0.0;
+  int cycles = 0;
+  for (std::size_t k = 1; k <= line && k < lines.u[near].size(); ++k) {
+    if (lines.u[near][k] == 0.0 || lines.u[far][k] == 0.0) continue;
+    const double shown = -std::arg(lines.u[far][k] / lines.u[near][k]) / (2.0 * std::numbers::pi);
+    cycles = static_cast<int>(std::lround(lag - shown));  // lines are a small part of a turn apart
+    lag = shown + cycles;
+  }
+  return cycles;
 }
 
 }  // namespace sondera

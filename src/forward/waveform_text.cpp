@@ -11,11 +11,6 @@ const char* MotionName(WaveformMotion motion) {
   return motion == WaveformMotion::kDisplacement ? "displacement" : "acceleration";
 }
 
-const char* MotionUnit(WaveformMotion motion) {
-  if (motion == WaveformMotion::kVelocity) return "/s";
-  return motion == WaveformMotion::kDisplacement ? "" : "/s^2";
-}
-
 std::string ReceiverColumns(const WaveformSetup& setup, const char* format) {
   std::string text;
   for (double x : setup.site.receivers) text += FormatText(format, x);
@@ -23,6 +18,11 @@ std::string ReceiverColumns(const WaveformSetup& setup, const char* format) {
 }
 
 }  // namespace
+
+std::string MotionUnitText(WaveformMotion motion, const std::string& lengthUnit) {
+  if (motion == WaveformMotion::kVelocity) return lengthUnit + "/s";
+  return motion == WaveformMotion::kDisplacement ? lengthUnit : lengthUnit + "/s^2";
+}
 
 std::string TimText(const WaveformRecord& record, std::size_t receiver) {
   std::string text;
@@ -38,8 +38,8 @@ std::string WaveformHead(const WaveformSetup& setup, const std::string& lengthUn
   std::string text = FormatText(
       "# Computed record: vertical %s of the surface under a vertical blow at 0, positive downward\n",
       MotionName(setup.motion));
-  text += FormatText("# Units: %s, s, Hz; motion in %s%s for forces in density * velocity^2 * %s^2\n", unit,
-                     unit, MotionUnit(setup.motion), unit);
+  text += FormatText("# Units: %s, s, Hz; motion in %s for forces in density * velocity^2 * %s^2\n", unit,
+                     MotionUnitText(setup.motion, lengthUnit).c_str(), unit);
   if (p.shape == kPulseFile)
     text += "# Force: from file " + p.fileName + '\n';
   else

@@ -9,6 +9,10 @@
 
 namespace sondera {
 
+/// Unit of a motion, "m/s" for a velocity.
+/// @param lengthUnit  "m" or "ft"
+std::string MotionUnitText(WaveformMotion motion, const std::string& lengthUnit);
+
 /// Time record of one receiver (from 0), as the import reads it (.tim): time and value, no head.
 std::string TimText(const WaveformRecord& record, std::size_t receiver);
 

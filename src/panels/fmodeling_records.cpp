@@ -84,10 +84,14 @@ void TakeCounts(ModelRecord& m, int points, int curves, int receivers) {
 }
 
 /// Where the tables have too few rows the record's own values stay.
-void TakeReceiversAndPairs(ModelRecord& m) {
+void TakeReceivers(ModelRecord& m) {
   const int receivers = std::min(m.nReceivers, GetNumTableRows(RECEIVERLOC));
   for (int r = 1; r <= receivers; ++r)
     m.recLoc[static_cast<std::size_t>(r - 1)] = GetTableCellVal(RECEIVERLOC, r, 1);
+}
+
+void TakeReceiversAndPairs(ModelRecord& m) {
+  TakeReceivers(m);
   const int pairs = std::min(m.nDispCurves, GetNumTableRows(DISPCURVINFO));
   for (int c = 1; c <= pairs; ++c) {
     const std::size_t i = static_cast<std::size_t>(c - 1);
@@ -190,6 +194,17 @@ int GetFModelParam_AS() {
       (m.*kLayerColumns[k])[static_cast<std::size_t>(row - 1)] =
           GetTableCellVal(SOILPROFILE, row, static_cast<int>(k) + 1);
   return CheckLayerTable(m);
+}
+
+int GetFModelParam_R() {
+  ModelRecord& m = FModelParam;
+  const int receivers = GetCtrlVal(NRECEIVERS);
+  const std::string complaint = CheckArrayCounts(0, 0, receivers);
+  if (!complaint.empty()) return Refuse(complaint);
+  ReserveReceivers(m, receivers);
+  m.nReceivers = receivers;
+  TakeReceivers(m);
+  return 0;
 }
 
 int GetFModelParam_RD() {

@@ -23,6 +23,9 @@ namespace sondera {
 void GetAnalysisAndMesh();
 [[nodiscard]] int CheckLayerTable(const ModelRecord& record);
 
+/// Panel to record: the receivers alone. @return 0; -1 after a message for a number that no record holds
+[[nodiscard]] int GetFModelParam_R();
+
 /// Panel to record: kind of curves, their points, receivers and pairs. Stored velocities stay with their
 /// point and their curve when the number of curves changes.
 /// @return 0; -1 after a message when a count is outside the limits of a run, or when stored curves are

@@ -18,6 +18,15 @@ void ShowPage(Panel page, const std::string& title) {
   SetPanelTitle(page, title);
 }
 
+std::optional<Panel> HidePages() {
+  std::optional<Panel> shown;
+  for (Panel p : kPages) {
+    if (IsPanelShown(p)) shown = p;
+    HidePanel(p);
+  }
+  return shown;
+}
+
 std::string PageTitle(const char* what) {
   return session.appTitle + " - " + session.projectFileName + " [" + what + "]";
 }

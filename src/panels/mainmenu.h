@@ -2,6 +2,7 @@
 // titles. No state.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "runtime/controls.h"
@@ -17,6 +18,8 @@ int SetupMeasSetupCallback(Panel panel, ControlId control, Event event, long dat
 
 /// Shows one page of the main window instead of the others, under a title.
 void ShowPage(Panel page, const std::string& title);
+/// Hides the pages of the main window; returns the one that was shown, if any.
+std::optional<Panel> HidePages();
 /// "app - file [what]", the title of a page.
 std::string PageTitle(const char* what);
 

@@ -1,13 +1,18 @@
 // panels_state.h - the state that panels/ keeps between two events.
 #pragma once
 
+#include <array>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "forward/waveform.h"
 #include "panels/section_state.h"
 #include "panels/undo_record.h"
 #include "plot/results_plot.h"
+#include "records/pulse_record.h"
+#include "records/session.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -35,13 +40,17 @@ struct AxisDialogOf {
   int window = 0;
 };
 
-/// Settings of a synthetic time history.
-struct PulseParam {
-  int shape = 2;  ///< 0: the source comes from the file
-  std::string fileName;
-  double centerFreq = 1280.0, freqSpan = 51200.0;  ///< Hz
-  int nPoints = 6;
-  double deltaT = 0.0, timeLength = 0.0;  ///< s; 0.5 / freqSpan, and nPoints of them
+/// Settings of a computed record.
+using PulseParam = PulseRecord;
+
+/// The last computed record, with what it was computed from.
+struct WaveformState {
+  SourceSamples source;  ///< force of the file in use
+  bool made = false;
+  WaveformSetup setup;
+  WaveformResult result;
+  std::array<DisplayRecord, 2> display{};  ///< of the graphs A and B of its panel
+  std::optional<Panel> pageBefore;         ///< page that the panel took the place of
 };
 
 struct PanelsState {
@@ -54,6 +63,7 @@ struct PanelsState {
   UndoHistory undo;
   PulseParam pulse;
   SectionState section;
+  WaveformState waveform;
 };
 extern PanelsState panelsState;
 

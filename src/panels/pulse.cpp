@@ -1,22 +1,29 @@
 // pulse.cpp - see pulse.h.
 #include "panels/pulse.h"
 
+#include <optional>
+#include <utility>
+
 #include "panels/analresult.h"
+#include "panels/mainmenu.h"
 #include "panels/panels_state.h"
+#include "panels/pulse_display.h"
 #include "project/section_io.h"
+#include "project/waveform_files.h"
+#include "records/pulse_record.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/pulse.h"
 #include "runtime/dialogs.h"
+#include "runtime/paths.h"
 
 namespace sondera {
 namespace {
 
-constexpr int kFromFile = 0;
 constexpr const char* kBoxTitle = "Sondera 2.0";
 
 void ShowTime(const TextControl& field, double seconds) {
   std::string text;
-  GetNiceTimeStr(seconds, text);
+  if (seconds > 0.0) GetNiceTimeStr(seconds, text);
   SetCtrlVal(field, text);
 }
 
@@ -29,20 +36,22 @@ int OpenLayers() {
 void SetPulseParm() {
   PulseParam& p = panelsState.pulse;
   SetCtrlVal(pulse::SHAPE, p.shape);
-  if (p.shape == kFromFile) SetCtrlVal(pulse::FILE, p.fileName);
+  if (p.shape == kPulseFile) SetCtrlVal(pulse::FILE, p.fileName);
   SetCtrlVal(pulse::CFREQ, p.centerFreq);
   SetCtrlVal(pulse::FREQSPAN, p.freqSpan);
   SetCtrlVal(pulse::NPOINTS, p.nPoints);
-  p.deltaT = p.freqSpan > 0.0 ? 0.5 / p.freqSpan : 0.0;
-  p.timeLength = p.nPoints * p.deltaT;
-  ShowTime(pulse::DELTAT, p.deltaT);
+  if (p.freqSpan > 0.0)
+    p.Derive();
+  else
+    p.deltaT = p.timeLength = 0.0;
+  ShowTime(pulse::DELTAT, p.nPoints >= 1 ? p.deltaT : 0.0);
   ShowTime(pulse::TOTALT, p.timeLength);
 }
 
 void GetPulseParm() {
   PulseParam& p = panelsState.pulse;
   p.shape = GetCtrlVal(pulse::SHAPE);
-  if (p.shape == kFromFile) p.fileName = GetCtrlVal(pulse::FILE);
+  if (p.shape == kPulseFile) p.fileName = GetCtrlVal(pulse::FILE);
   p.centerFreq = GetCtrlVal(pulse::CFREQ);
   p.freqSpan = GetCtrlVal(pulse::FREQSPAN);
   p.nPoints = GetCtrlVal(pulse::NPOINTS);
@@ -50,7 +59,9 @@ void GetPulseParm() {
 
 int Pulse_WaveformMenuCallback(Panel, ControlId, Event, long) {
   SetPulseParm();
+  if (const std::optional<Panel> page = HidePages()) panelsState.waveform.pageBefore = page;
   DisplayPanel(Panel::PULSE);
+  DrawWaveform();
   return 0;
 }
 
@@ -63,7 +74,10 @@ int Pulse_OpenProfileRecCallback(Panel, ControlId, Event event, long) {
 }
 
 int Pulse_SrcShapeCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::Commit) panelsState.pulse.shape = GetCtrlVal(pulse::SHAPE);
+  if (event != Event::Commit) return 0;
+  PulseParam& p = panelsState.pulse;
+  p.shape = GetCtrlVal(pulse::SHAPE);
+  if (p.shape == kPulseFile) p.fileName = GetCtrlVal(pulse::FILE);
   return 0;
 }
 
@@ -82,7 +96,8 @@ int Pulse_SrcFileBrowseCallback(Panel, ControlId, Event event, long) {
   const FileChoice choice = FileSelectPopup({ProjectDirectory(), "*.*", "Load a Source Function.", false});
   if (choice.answer == FileAnswer::Exists) {
     SetCtrlVal(pulse::FILE, choice.path);
-    LoadSrcFunction(choice.path);
+    if (panelsState.pulse.shape == kPulseFile) panelsState.pulse.fileName = choice.path;
+    SetCtrlVal(pulse::STATUSMSG, LoadSrcFunction(choice.path).reason());
     return 0;
   }
   MessagePopup(kBoxTitle,
@@ -90,10 +105,15 @@ int Pulse_SrcFileBrowseCallback(Panel, ControlId, Event event, long) {
   return -1;
 }
 
-void LoadSrcFunction(const std::string&) {}
+Refusal LoadSrcFunction(const std::string& path) {
+  return ReadSourceFile(JoinUnlessAbsolute(CurrentDirectory(), path), panelsState.waveform.source);
+}
 
 int Pulse_CloseCallback(Panel, ControlId, Event event, long) {
-  if (event == Event::Commit || event == Event::Close) HidePanel(Panel::PULSE);
+  if (event != Event::Commit && event != Event::Close) return 0;
+  HidePanel(Panel::PULSE);
+  if (const std::optional<Panel> page = std::exchange(panelsState.waveform.pageBefore, std::nullopt))
+    DisplayPanel(*page);
   return 0;
 }
 

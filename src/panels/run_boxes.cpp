@@ -21,10 +21,12 @@ constexpr double kJudgeAfter = 0.2;  // seconds; a shorter time allows no estima
 
 }  // namespace
 
+RunBoxes::RunBoxes() : status_(exdthd::STATUSMSG), process_(&exdthd::PROCESSMSG) {}
+
 void RunBoxes::Show(Clock::time_point now) {
   shown_ = now;
   const double elapsed = std::chrono::duration<double>(now - start_).count();
-  SetCtrlVal(exdthd::STATUSMSG, text_ + ProgressText(share_, elapsed));
+  SetCtrlVal(status_, text_ + ProgressText(share_, elapsed));
 }
 
 void RunBoxes::Status(const std::string& text) {
@@ -32,12 +34,12 @@ void RunBoxes::Status(const std::string& text) {
   if (underWay_ && !text.empty()) {
     Show(Clock::now());
   } else {
-    SetCtrlVal(exdthd::STATUSMSG, text);
+    SetCtrlVal(status_, text);
   }
 }
 
 void RunBoxes::Process(const std::string& text) {
-  SetCtrlVal(exdthd::PROCESSMSG, text);
+  if (process_) SetCtrlVal(*process_, text);
 }
 
 void RunBoxes::ShowMessage(const std::string& title, const std::string& text) {
@@ -72,11 +74,13 @@ void RunBoxes::LetEventsIn() {
 }
 
 void RunBoxes::Misfit(double rmsVel) {
-  SetCtrlVal(exdthd::RMSERROR, rmsVel);
+  if (process_) SetCtrlVal(exdthd::RMSERROR, rmsVel);
 }
 
-AnalysisLock::AnalysisLock()
-    : ControlLock({&exdthd::HALT}, session.appTitle, "An analysis is running. Please halt it first.") {
+AnalysisLock::AnalysisLock() : AnalysisLock(&exdthd::HALT, "An analysis is running. Please halt it first.") {}
+
+AnalysisLock::AnalysisLock(ControlId halt, std::string_view refusal)
+    : ControlLock({halt}, session.appTitle, refusal) {
   run.course.iHaltRequest = 0;
   ForgetHalt();
 }

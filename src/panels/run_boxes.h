@@ -7,15 +7,19 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 #include "run/run_listener.h"
 #include "runtime/control_lock.h"
+#include "runtime/controls.h"
 
 namespace sondera {
 
-/// Fills STATUSMSG, PROCESSMSG and RMSERROR of the results page.
+/// Fills STATUSMSG, PROCESSMSG and RMSERROR of the results page; or, with a box of its own, only that.
 class RunBoxes : public RunListener {
  public:
+  RunBoxes();
+  explicit RunBoxes(const TextControl& status) : status_(status) {}
   /// Once the run reports progress, the share done and the time left follow the text.
   void Status(const std::string& text) override;
   void Process(const std::string& text) override;
@@ -32,6 +36,8 @@ class RunBoxes : public RunListener {
   using Clock = std::chrono::steady_clock;
   void Show(Clock::time_point now);
 
+  const TextControl& status_;
+  const TextControl* process_ = nullptr;  // null without one
   bool underWay_ = false;
   double share_ = 0.0;
   Clock::time_point start_{}, shown_{};
@@ -43,6 +49,8 @@ class RunBoxes : public RunListener {
 class AnalysisLock : public ControlLock {
  public:
   AnalysisLock();
+  /// The same with another button that halts, and what a press of any other says.
+  AnalysisLock(ControlId halt, std::string_view refusal);
 };
 
 /// "     37 % done, 2 min 05 s left" for a share of the work and the time that it took, seconds; without the

@@ -20,21 +20,6 @@
 namespace sondera {
 namespace {
 
-void CompleteLayer(int l) {
-  double& Vp = run.ground.layerVp[l];
-  double& nu = run.ground.layerNu[l];
-  const double Vs = run.ground.layerVs[l];
-  const bool ratioGiven = Vp == 0.0 || (Vp != 0.0 && Vs != 0.0 && nu != 0.0);
-  run.ground.iPoissonGiven[l] = ratioGiven ? 1 : 0;
-  if (ratioGiven) {
-    Vp = VpFromPoisson(Vs, nu);
-  } else {
-    nu = PoissonFromVelocities(Vp, Vs);
-  }
-  run.ground.iDensityDerived[l] = run.ground.layerRho[l] == 0.0 ? 1 : 0;
-  if (run.ground.iDensityDerived[l] == 1) run.ground.layerRho[l] = DensityFromVs(Vs);
-}
-
 /// Sizes that depend on the number of parameters.
 void SizeModel(int m) {
   run.parameters.rModel = run.parameters.rModelPrior = run.parameters.UFModel = run.update.deltaModel =
@@ -78,7 +63,7 @@ Refusal FS_ReadLayerProp() {
     run.ground.layerRho[l] = t.density[i];
     run.ground.layerNu[l] = t.nu[i];
     run.ground.layerDamp[l] = t.damping[i];
-    CompleteLayer(l);
+    CompleteGivenLayer(run.ground, l);
   }
   run.ground.lastLayerH = run.ground.layerH[run.ground.nLayersCur];
   return {};

@@ -4,14 +4,11 @@
 #include <set>
 #include <string>
 
-#include "panels/panels_state.h"
-#include "panels/pulse.h"
 #include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
-#include "runtime/catalogue/pulse.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
 #include "support/app_fixture.h"
@@ -129,45 +126,6 @@ TEST_F(CallbackTable, AboutShowsVersionAndLicence) {
   EXPECT_NE(text.find("General Public License"), std::string::npos);
   EXPECT_EQ(Commit(aboutpnl::OK), 0);
   EXPECT_FALSE(IsPanelShown(Panel::ABOUTPNL));
-}
-
-// ---- waveform panel ---------------------------------------------------------------------------------------
-
-TEST_F(CallbackTable, WaveformPanelShowsItsSettingsAndTheTimesThatFollow) {
-  EXPECT_EQ(Commit(mainmenu::PULSE_WAVEFORM_MENU), 0);
-  EXPECT_TRUE(IsPanelShown(Panel::PULSE));
-  EXPECT_DOUBLE_EQ(panelsState.pulse.deltaT, 9.765625e-06);
-  EXPECT_DOUBLE_EQ(panelsState.pulse.timeLength, 6 * 9.765625e-06);
-  EXPECT_FALSE(GetCtrlVal(pulse::DELTAT).empty());
-  SetCtrlVal(pulse::NPOINTS, 1024);
-  SetCtrlVal(pulse::FREQSPAN, 500.0);
-  EXPECT_EQ(Commit(pulse::NPOINTS), 0);
-  EXPECT_DOUBLE_EQ(panelsState.pulse.timeLength, 1.024);
-  EXPECT_TRUE(IsDimmed(pulse::RUN));
-  EXPECT_TRUE(IsDimmed(pulse::SAVE));
-  EXPECT_TRUE(IsDimmed(mainmenu::PULSE_RUN_FULL_WAVE_MENU));
-  EXPECT_EQ(Commit(pulse::PROFILEREC), 0);
-  EXPECT_TRUE(IsPanelShown(Panel::FMODELING));
-  EXPECT_EQ(Commit(pulse::CLOSE), 0);
-  EXPECT_FALSE(IsPanelShown(Panel::PULSE));
-}
-
-TEST_F(CallbackTable, AShapeOtherThanAFileLeavesItsName) {
-  Write("blow.txt", "0\n");
-  frontEnd.fileAnswers = {{FileAnswer::Exists, folder.File("blow.txt")}, {FileAnswer::IsNew, "none"}, {}};
-  EXPECT_EQ(Commit(pulse::BROWSE), 0);
-  EXPECT_EQ(GetCtrlVal(pulse::FILE), folder.File("blow.txt"));
-  GetPulseParm();
-  EXPECT_EQ(panelsState.pulse.fileName, "") << "shape 2 has no file";
-  SetCtrlVal(pulse::SHAPE, 0);
-  EXPECT_EQ(Commit(pulse::SHAPE), 0);
-  GetPulseParm();
-  EXPECT_EQ(panelsState.pulse.fileName, folder.File("blow.txt"));
-  EXPECT_EQ(Commit(pulse::BROWSE), -1);
-  EXPECT_EQ(Commit(pulse::BROWSE), -1);
-  EXPECT_EQ(frontEnd.messages,
-            (std::vector<std::string>{"File does not exist.", "Error in reading the file."}));
-  EXPECT_EQ(frontEnd.messageTitles.front(), "Sondera 2.0");
 }
 
 // ---- pages and tabs ---------------------------------------------------------------------------------------

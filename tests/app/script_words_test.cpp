@@ -276,10 +276,13 @@ TEST(ScriptWords, TheScriptsOfTheDocumentationCanBeRun) {
   EXPECT_GT(std::count(site.begin(), site.end(), '\n'), 30);
 }
 
-TEST(ScriptWords, TheExampleCanBeRun) {
-  Source source = Source::OfFile(
-      std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples/six_receivers/job.txt").string());
-  EXPECT_EQ(CheckScript(source, "job.txt"), 0);
+TEST(ScriptWords, TheExamplesCanBeRun) {
+  for (const char* folder : {"six_receivers", "computed_site"}) {
+    Source source = Source::OfFile(
+        std::filesystem::absolute(std::string(SONDERA_SOURCE_DIR "/examples/") + folder + "/job.txt")
+            .string());
+    EXPECT_EQ(CheckScript(source, "job.txt"), 0) << folder;
+  }
 }
 
 TEST(ScriptWords, TheCompletionKnowsEveryWord) {

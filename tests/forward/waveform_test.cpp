@@ -79,6 +79,20 @@ TEST(FitToSite, GivesARecordThatHoldsTheWaveTwice) {
   EXPECT_EQ(Why(s), "");
 }
 
+TEST(FitToSite, ThePhaseBetweenNeighboursCanBeCountedLineByLine) {
+  WaveformSetup s = Small();
+  s.site.receivers = {2.0, 60.0};
+  ASSERT_FALSE(FitToSite(s, s.pulse));
+  const PlaneWaveTable table({{2.0, 150.0, 1.8, 0.25}, {0.0, 300.0, 1.8, 0.25}});
+  double widest = 0.0;
+  const double deltaF = 1.0 / s.pulse.timeLength;
+  for (double f = deltaF; f < 4.0 * s.pulse.centerFreq; f += deltaF) {
+    const double step = (f + deltaF) / table.Velocity(f + deltaF) - f / table.Velocity(f);
+    widest = std::max(widest, 360.0 * step * 58.0);
+  }
+  EXPECT_LT(widest, 60.0);
+}
+
 TEST(FitToSite, ASiteThatNeedsTooManyPointsIsRefused) {
   WaveformSetup s = Small();
   s.site.receivers = {1e-4, 1000.0};

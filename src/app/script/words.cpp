@@ -225,8 +225,9 @@ const BoundValue& Arguments::get(std::string_view name) const {
 const std::vector<WordForm>& AllForms() {
   static const std::vector<WordForm> forms = [] {
     std::vector<WordForm> all;
-    for (auto subject : {ProjectForms, MeasureForms, PairForms, CurveForms, SectionForms, EditForms,
-                         ModelForms, ControlForms, LookForms, TableForms, FlowForms, FirstDialectForms}) {
+    for (auto subject :
+         {ProjectForms, MeasureForms, PairForms, CurveForms, SectionForms, EditForms, ModelForms,
+          WaveformForms, ControlForms, LookForms, TableForms, FlowForms, FirstDialectForms}) {
       std::vector<WordForm> rows = subject();
       std::move(rows.begin(), rows.end(), std::back_inserter(all));
     }

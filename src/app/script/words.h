@@ -149,6 +149,7 @@ std::vector<WordForm> FlowForms();
 std::vector<WordForm> FirstDialectForms();
 std::vector<WordForm> TableForms();
 std::vector<WordForm> MeasureForms();
+std::vector<WordForm> WaveformForms();
 
 // Rows that are placed among those of another subject.
 WordForm ReadSeg2Form();

@@ -207,16 +207,14 @@ inline constexpr MenuControl PULSE_LAYERING_REC_MENU{
     "Full Waveform",
     "Soil Layering and Receivers",
     {.hint = "Opens the layers and receivers of the time histories."}};
-inline constexpr auto PULSE_RUN_FULL_WAVE_MENU =
-    Dimmed(MenuControl{"PULSE_RUN_FULL_WAVE_MENU",
-                       "Full Waveform",
-                       "Generate Full Waveform",
-                       {.hint = "Makes no waveform in this version."}});
-inline constexpr auto PULSE_SAVE_RESULTS_MENU =
-    Dimmed(MenuControl{"PULSE_SAVE_RESULTS_MENU",
-                       "Full Waveform",
-                       "Save Results",
-                       {.hint = "Saves no waveform in this version."}});
+inline constexpr MenuControl PULSE_RUN_FULL_WAVE_MENU{"PULSE_RUN_FULL_WAVE_MENU",
+                                                      "Full Waveform",
+                                                      "Generate Full Waveform",
+                                                      {.hint = "Computes the records of all receivers."}};
+inline constexpr MenuControl PULSE_SAVE_RESULTS_MENU{"PULSE_SAVE_RESULTS_MENU",
+                                                     "Full Waveform",
+                                                     "Save Results",
+                                                     {.hint = "Saves the computed records in text files."}};
 
 inline constexpr MenuControl HELP{"HELP", "Help", "Contents", {.hint = "Shows the user manual."}};
 inline constexpr MenuControl ABOUT_BOX{

@@ -1,19 +1,23 @@
-// pulse.h - "Generation of Waveform": settings of a synthetic time history. No waveform is made from them;
-// traces A and B have the controls of the measurement page and show no data.
+// pulse.h - "Generation of Waveform": the force and the grid of a computed record, its graphs, and where it goes.
+// Traces A and B have the controls of the measurement page.
 #pragma once
 
 #include "runtime/catalogue/items.h"
 
 namespace sondera::pulse {
 
-inline constexpr ListItem kShapes[] = {{"From file", 0}, {"Shape 1", 1}, {"Shape 2", 2}};
-inline constexpr ListItem kSaveOptions[] = {{"Option 0", 0}, {"Option 1", 1}, {"Option 2", 2}};
+inline constexpr ListItem kShapes[] = {{"From file", 0}, {"Hammer blow", 1}, {"Ricker wavelet", 2}};
+inline constexpr ListItem kSaveOptions[] = {{"Time histories (.tim)", 0}, {"Spectra (.spc)", 1}, {"All", 2}};
+inline constexpr ListItem kMotions[] = {{"Velocity", 0}, {"Displacement", 1}, {"Acceleration", 2}};
 
 inline constexpr RingControl SHAPE{
     Panel::PULSE, "SHAPE", "Source",
-    kShapes,      2,       {.hint = "Time history of the source: from a file, or a made one."}};
+    kShapes,      2,       {.hint = "Force of the source: from a file, a hammer blow or a Ricker wavelet."}};
 inline constexpr TextControl FILE{
-    Panel::PULSE, "FILE", "Source file", {.hint = "File with the time history of the source."}};
+    Panel::PULSE,
+    "FILE",
+    "Source file",
+    {.hint = "File with the force over time: a line a sample, time in s and value."}};
 inline constexpr ButtonControl BROWSE{
     Panel::PULSE,
     "BROWSE",
@@ -24,18 +28,21 @@ inline constexpr NumericControl CFREQ{
     "CFREQ",
     "Center Feq. :",
     1280.0,
-    {.hint = "Centre frequency of the source, Hz, above 0.", .unit = "Hz", .min = 0.0}};
+    {.hint = "Centre frequency of hammer blow and Ricker wavelet, Hz, above 0.", .unit = "Hz", .min = 0.0}};
 inline constexpr NumericControl FREQSPAN{
     Panel::PULSE,
     "FREQSPAN",
     "Freq. Span :",
     51200.0,
     {.hint = "Highest frequency, Hz, above 0; the time step is half its inverse.", .unit = "Hz", .min = 0.0}};
-inline constexpr IntControl NPOINTS{Panel::PULSE,
-                                    "NPOINTS",
-                                    "No. of Points :",
-                                    6,
-                                    {.hint = "Number of samples, 1 or more.", .min = 1.0, .step = 1.0}};
+inline constexpr IntControl NPOINTS{
+    Panel::PULSE,
+    "NPOINTS",
+    "No. of Points :",
+    6,
+    {.hint = "Number of samples, even, 16 to 32768; a power of two suits the import.",
+     .min = 1.0,
+     .step = 1.0}};
 inline constexpr TextControl DELTAT{
     Panel::PULSE,
     "DELTAT",
@@ -47,18 +54,81 @@ inline constexpr ButtonControl PROFILEREC{Panel::PULSE,
                                           "PROFILEREC",
                                           "Layers and receivers",
                                           {.hint = "Opens the layers and receivers of the model."}};
-inline constexpr auto RUN =
-    Dimmed(ButtonControl{Panel::PULSE, "RUN", "Run", {.hint = "Makes no waveform in this version."}});
+inline constexpr RingControl MOTION{
+    Panel::PULSE, "MOTION", "Motion",
+    kMotions,     0,        {.hint = "What the receivers measure, vertical and positive downward."}};
+inline constexpr ButtonControl FIT{
+    Panel::PULSE,
+    "FIT",
+    "Fit to site",
+    {.hint = "Centre frequency, span and points for the layers and receivers of the model."}};
+inline constexpr ButtonControl RUN{
+    Panel::PULSE, "RUN", "Run", {.hint = "Computes the records of all receivers of the model."}};
+inline constexpr ButtonControl HALT{
+    Panel::PULSE, "HALT", "Halt", {.hint = "Halts the run after a question; the record before it stays."}};
+inline constexpr TextControl STATUSMSG{
+    Panel::PULSE,
+    "STATUSMSG",
+    "Status",
+    {.hint = "How far the run is, and what to know about the record.", .role = Role::TextBox}};
 inline constexpr RingControl SAVEOPTION{
     Panel::PULSE, "SAVEOPTION", "Save as", kSaveOptions, 2, {.hint = "Form of the file to save."}};
-inline constexpr auto SAVE =
-    Dimmed(ButtonControl{Panel::PULSE, "SAVE", "Save", {.hint = "Saves no waveform in this version."}});
+inline constexpr ButtonControl SAVE{
+    Panel::PULSE, "SAVE", "Save", {.hint = "Saves the record in text files, without noise."}};
+inline constexpr TextControl MEASID{Panel::PULSE,
+                                    "MEASID",
+                                    "Measurement",
+                                    "waveform",
+                                    {.hint = "Id of the measurement that is made of the record."}};
+inline constexpr IntControl BLOWS{
+    Panel::PULSE,
+    "BLOWS",
+    "Blows",
+    1,
+    {.hint = "Blows that the measurement averages, 1 to 1000; their strengths differ.",
+     .min = 1.0,
+     .max = 1000.0,
+     .step = 1.0}};
+inline constexpr NumericControl NOISE{
+    Panel::PULSE,
+    "NOISE",
+    "Noise",
+    0.0,
+    {.hint = "Even noise of each blow and receiver, rms, as a share of the peak of the middle receiver.",
+     .min = 0.0}};
+inline constexpr NumericControl HUM{
+    Panel::PULSE,
+    "HUM",
+    "Hum",
+    0.0,
+    {.hint = "Hum of the mains on all receivers, amplitude as a share of the same peak.", .min = 0.0}};
+inline constexpr NumericControl HUMFREQ{
+    Panel::PULSE,
+    "HUMFREQ",
+    "Hum at",
+    50.0,
+    {.hint = "Frequency of the hum, Hz, above 0.", .unit = "Hz", .min = 0.0}};
+inline constexpr IntControl SEED{
+    Panel::PULSE,
+    "SEED",
+    "Seed",
+    1,
+    {.hint = "Number that noise, hum and strengths come from: equal seeds, equal blows.",
+     .min = 0.0,
+     .step = 1.0}};
+inline constexpr ButtonControl TOMEAS{
+    Panel::PULSE,
+    "TOMEAS",
+    "To measurement",
+    {.hint = "Makes a measurement of the record, through the import of time histories."}};
 inline constexpr ButtonControl CLOSE{Panel::PULSE, "CLOSE", "Close", {.hint = "Hides this panel."}};
 
 inline constexpr GraphControl DISPLAY_A{
     Panel::PULSE, "DISPLAY_A", "Display A", {.hint = "Graph of trace A; its markers can be dragged."}};
 inline constexpr GraphControl DISPLAY_B{
     Panel::PULSE, "DISPLAY_B", "Display B", {.hint = "Graph of trace B; its markers can be dragged."}};
+inline constexpr GraphControl SECTION{
+    Panel::PULSE, "SECTION", "All receivers", {.hint = "Traces of all receivers over their distance."}};
 inline constexpr RingControl DISPACHNL{
     Panel::PULSE, "DISPACHNL", "A: channel", {.hint = "Channel that trace A shows, counted from 1."}};
 inline constexpr RingControl DISPATYPE{
@@ -112,9 +182,10 @@ inline constexpr ToggleControl AUTOSCALE_Y{Panel::PULSE,
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &SHAPE,     &FILE,          &BROWSE,      &CFREQ,      &FREQSPAN,  &NPOINTS,     &DELTAT,
-    &TOTALT,    &PROFILEREC,    &RUN,         &SAVEOPTION, &SAVE,      &CLOSE,       &DISPLAY_A,
-    &DISPLAY_B, &DISPACHNL,     &DISPATYPE,   &DISPBCHNL,  &DISPBTYPE, &TRACE_ONOFF, &LOG_LINEAR,
-    &VOLT_UNIT, &MARKERS_ONOFF, &AUTOSCALE_X, &AUTOSCALE_Y};
+    &SHAPE,      &FILE,      &BROWSE,        &CFREQ,       &FREQSPAN,   &NPOINTS,   &DELTAT,     &TOTALT,
+    &PROFILEREC, &MOTION,    &FIT,           &RUN,         &HALT,       &STATUSMSG, &SAVEOPTION, &SAVE,
+    &MEASID,     &BLOWS,     &NOISE,         &HUM,         &HUMFREQ,    &SEED,      &TOMEAS,     &CLOSE,
+    &DISPLAY_A,  &DISPLAY_B, &SECTION,       &DISPACHNL,   &DISPATYPE,  &DISPBCHNL, &DISPBTYPE,  &TRACE_ONOFF,
+    &LOG_LINEAR, &VOLT_UNIT, &MARKERS_ONOFF, &AUTOSCALE_X, &AUTOSCALE_Y};
 
 }  // namespace sondera::pulse

@@ -1,0 +1,43 @@
+// waveform_site.cpp - see waveform_site.h.
+#include "forward/waveform_site.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "forward/layered_ground.h"
+#include "records/run_limits.h"
+
+namespace sondera {
+namespace {
+
+constexpr int kUsualSubLayers = 16;  // for a 0 in the record
+
+}  // namespace
+
+Refusal SiteOfModel(const ModelRecord& model, WaveformSite& site) {
+  if (const std::string complaint = CheckRunLayers(model); !complaint.empty()) return complaint;
+  LayeredGround ground(model.nLayers);
+  for (int l = 1; l <= model.nLayers; ++l) {
+    const auto i = static_cast<std::size_t>(l - 1);
+    ground.layerH[l] = model.thickness[i];
+    ground.layerVp[l] = model.Vp[i];
+    ground.layerVs[l] = model.Vs[i];
+    ground.layerRho[l] = model.density[i];
+    ground.layerNu[l] = model.nu[i];
+    ground.layerDamp[l] = model.damping[i];
+    CompleteGivenLayer(ground, l);
+  }
+  WaveformSite made;
+  for (int l = 1; l <= model.nLayers; ++l)
+    made.layers.push_back(
+        {ground.layerH[l], ground.layerVs[l], ground.layerRho[l], ground.layerNu[l], ground.layerDamp[l]});
+  const auto receivers =
+      std::min(static_cast<std::size_t>(std::max(model.nReceivers, 0)), model.recLoc.size());
+  made.receivers.assign(model.recLoc.begin(), model.recLoc.begin() + static_cast<std::ptrdiff_t>(receivers));
+  made.nSubLayers = model.nSubLayers == 0 ? kUsualSubLayers : model.nSubLayers;
+  made.fDispBulb = model.fDispBulb;
+  site = std::move(made);
+  return {};
+}
+
+}  // namespace sondera
