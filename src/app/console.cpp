@@ -125,7 +125,7 @@ extern "C" void OnInterrupt(int) {
 
 void FinishProgressLine() {
   if (console.lineOpen) {
-    // What came too soon after the last text takes its place, or "Paused" would stay behind a run.
+    // A text that came too soon after the last one is shown now; otherwise "Paused" would remain after a run.
     if (console.notShown) RewriteLine(ProgressLine(console.notShown));
     std::fputc('\n', stderr);
   }

@@ -53,7 +53,7 @@ void AddGlobal(GraphModel& graph, const CurveTable& curve, bool byWavelength) {
   }
 }
 
-/// The representative curve of a pair: never solid, and told from five others without colours.
+/// The representative curve of a pair: never solid, and different from five others without colours.
 void AddArrayCurve(GraphModel& graph, const CurveTable& curve, bool byWavelength, int number) {
   constexpr LineDash kDashes[] = {LineDash::Dashed, LineDash::DashDotted, LineDash::Dotted};
   PlotLook look = LookOfCurve(number, PlotStyle::Line);

@@ -34,7 +34,7 @@ enum class ProfileQuantity { Vs, Vp, Density, Resolution };
 /// Profile over depth as steps, downward; Vs with its band of two standard deviations, dashed. Depths below
 /// half the longest wavelength are shaded.
 GraphModel ProfileGraph(const PdfReport& report, ProfileQuantity quantity);
-/// What dashes and shade of these graphs mean.
+/// Meaning of dashes and shade of these graphs.
 std::string ProfileNote(const PdfReport& report);
 
 /// Distinguishes the curves of a graph by colour, marker and dash.

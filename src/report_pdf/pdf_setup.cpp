@@ -47,7 +47,7 @@ std::vector<std::string> Band(const MeasurementTable& m) {
   return {std::to_string(f.size()), ShortNumber(f.front()) + " to " + ShortNumber(f.back())};
 }
 
-/// Without a coherence it was one record, however many the set-up wanted.
+/// Without a coherence it was one record, for every number of averages in the set-up.
 std::string Averages(const MeasurementTable& m) {
   const bool several = std::any_of(m.spectra.begin(), m.spectra.end(), CoherenceIsKnown);
   return m.averages > 0 && several ? std::to_string(m.averages) : m.averages > 0 ? "1" : "-";

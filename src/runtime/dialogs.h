@@ -25,7 +25,7 @@ struct FileChoice {
   std::string path;  ///< chosen path; the dialog's text also after Cancel (usually empty)
 };
 
-/// Files that a dialog shows together, and what they are: "*.pdf", "PDF document".
+/// Files that a dialog shows together, and their description: "*.pdf", "PDF document".
 struct FileKind {
   std::string filter, name;
 };
@@ -35,7 +35,7 @@ struct FileRequest {
   std::string filter;     ///< "*.da" and the like; matched without regard to case
   std::string title;
   bool forSaving = false;
-  /// Where the ending of the name chooses between kinds: all of them, first that of the filter.
+  /// Where the ending of the name selects the kind: all kinds, that of the filter first.
   std::vector<FileKind> kinds = {};
 };
 

@@ -1,4 +1,4 @@
-// Tests of the options behind the name of a board driver.
+// Tests of the options after the name of a board driver.
 #include "acquisition/board_options.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-// Tests of what a measurement begins with, and of the tables of lines and ranges.
+// Tests of the first settings of a measurement, and of the tables of lines and ranges.
 #include "acquisition/first_settings.h"
 
 #include <cmath>

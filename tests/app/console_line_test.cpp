@@ -1,4 +1,4 @@
-// The progress line of a terminal: what stands on it when a run has ended.
+// The progress line of a terminal: its text at the end of a run.
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,7 +16,7 @@ namespace {
 
 class ConsoleLine : public testing::AppTest {
  protected:
-  /// What stands on the line behind the last rewriting, when `work` was done in a child whose errors go to a terminal.
+  /// The text of the line after the last rewriting, when `work` ran in a child whose errors go to a terminal.
   static std::string Left(const std::function<void()>& work) {
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) return "no terminal";

@@ -1,4 +1,4 @@
-// The project behind a measuring run: its bytes against a second writer, its decimation, and its pairs against the
+// The project after a measuring run: its bytes against a second writer, its decimation, and its pairs against the
 // averages.
 #include <complex>
 

@@ -17,7 +17,7 @@ const std::string kJob = std::filesystem::absolute(SONDERA_SOURCE_DIR "/examples
 
 class MeasuredSite : public testing::ScriptTest {
  protected:
-  /// The example's lines behind the header, with another seed or without some of their text.
+  /// The example's lines after the header, with another seed or without some of their text.
   static std::string Example(const std::string& text, const std::string& instead) {
     std::string lines = test::ReadWhole(kJob);
     lines.erase(0, lines.find('\n') + 1);
@@ -35,7 +35,7 @@ class MeasuredSite : public testing::ScriptTest {
     ASSERT_EQ(Run(lines), 0) << err << report;
     EXPECT_EQ(report.find("doubt"), std::string::npos) << report;
   }
-  /// Within 3 %, and within a band that says something.
+  /// Within 3 %, and within a band that is narrow enough to be useful.
   static void ExpectTheProfileOfTheGround() {
     constexpr int kLast = 6;
     const double truth[] = {150.0, 220.0, 300.0, 400.0};
@@ -75,7 +75,7 @@ TEST_F(MeasuredSite, FromTheBlowsToTheProfileOfTheGround) {
   }
 }
 
-/// Single lines scatter by more than 3 % there, and the hum stands on one of them; the profile comes from many.
+/// Single lines scatter by more than 3 % there, and one of them has the hum; the profile comes from many.
 TEST_F(MeasuredSite, ASiteWithTheUsualNoiseGivesTheSameProfile) {
   for (int seed = 1; seed <= 4; ++seed) {
     SCOPED_TRACE(seed);
@@ -84,7 +84,7 @@ TEST_F(MeasuredSite, ASiteWithTheUsualNoiseGivesTheSameProfile) {
   }
 }
 
-/// What the factor of a global curve does to the band, and how the program tells it.
+/// Effect of the factor of a global curve on the band, and the program's note about it.
 TEST_F(MeasuredSite, AFactorThatHoldsTheModelBackIsNamedWithTheResolution) {
   EXPECT_EQ(Run(Example(" uf_vs=0.05", "")), 3) << err;
   EXPECT_NE(report.find("doubt: the resolution is below 0.3 in layer 1, 2, 3, 4"), std::string::npos)

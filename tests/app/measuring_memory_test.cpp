@@ -1,4 +1,4 @@
-// The memory of a measuring run: it does not grow from record to record, and the buffer is given back.
+// The memory of a measuring run: it does not grow from record to record, and the buffer is released.
 // SONDERA_RECORDS sets the number of records, SONDERA_BUFFER_MIB the size of the buffer.
 #include <unistd.h>
 

@@ -97,7 +97,7 @@ void ExpectSameMarks(std::vector<Mark> expected, std::vector<Mark> found) {
 void Prediction::Symbol(double x, double y, int shape, int kind) {
   constexpr double kSize = 0.1, kThird = kSize / 3.0, kHalf = kSize / 2.0;
   const double gray = kind == 2 ? 0.7 : 0.0;
-  // A circle is told by the ends of its quarters. Its radius is the size that other shapes are wide.
+  // A circle is recognised by the ends of its quarters. Its radius is the size that other shapes are wide.
   const std::vector<std::vector<std::pair<double, double>>> shapes = {
       {{kSize, 0}, {0, kSize}, {-kSize, 0}, {0, -kSize}},
       {{-kHalf, -kHalf}, {-kHalf, kHalf}, {kHalf, kHalf}, {kHalf, -kHalf}},

@@ -34,7 +34,7 @@ std::vector<Mark> MarksOfPage(const test::Trace& trace, int page);
 /// point may lack one, since a page has tenths of a point.
 void ExpectSameMarks(std::vector<Mark> expected, std::vector<Mark> found);
 
-/// What the rules of the pages put on the sheet, by plain arithmetic in points.
+/// Expected marks of the pages, by plain arithmetic in points.
 class Prediction {
  public:
   Prediction(double left, double bottom, double width, double height)

@@ -3,7 +3,7 @@
 
 namespace sondera {
 
-#ifdef SONDERA_CHECK_BOUNDS  // set by that build, whichever the compiler
+#ifdef SONDERA_CHECK_BOUNDS  // set by that build, for every compiler
 inline constexpr bool kSanitized = true;
 #else
 inline constexpr bool kSanitized = false;

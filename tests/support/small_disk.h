@@ -1,4 +1,4 @@
-// small_disk.h - a folder where the system itself refuses to write on, in the middle of a file.
+// small_disk.h - a folder in which the system refuses to continue writing, in the middle of a file.
 #pragma once
 
 #include <sys/resource.h>
