@@ -255,8 +255,8 @@ TEST_F(SessionLogTest, AHaltComesBackAtItsPoll) {
 TEST_F(SessionLogTest, AFileThatIsNoLogIsNotWrittenOver) {
   Write("notes.txt", "mine");
   Write("job.txt", "*sondera 2\nprint \"a\"\n");
-  EXPECT_NE(script::BeginLog("notes.txt").find("exists and is no log"), std::string::npos);
-  EXPECT_NE(script::BeginLog("job.txt").find("exists and is no log"), std::string::npos);
+  EXPECT_NE(script::BeginLog("notes.txt").find("exists and is not a log"), std::string::npos);
+  EXPECT_NE(script::BeginLog("job.txt").find("exists and is not a log"), std::string::npos);
   EXPECT_EQ(script::BeginLog("job.txt", folder.File("job.txt")),
             "the script that is run cannot be its own log");
   EXPECT_NE(script::BeginLog("none/a.log").find("cannot be written"), std::string::npos);

@@ -47,7 +47,7 @@ std::vector<std::string> Choices(std::string_view shown) {
 
 double TakeNumber(const std::string& text) {
   const auto number = NumberOf(text);
-  if (!number) throw Fault(Quoted(text) + " is no number");
+  if (!number) throw Fault(Quoted(text) + " is not a number");
   return *number;
 }
 

@@ -58,7 +58,8 @@ std::vector<std::vector<double>> ReadLayerFile(const std::string& name) {
     Tokenizer tokens(line, " ,\t\r\n");
     while (const auto token = tokens.Next()) {
       const auto value = NumberOf(*token);
-      if (!value) throw Fault(FormatText("%s:%d: ", name.c_str(), number) + Quoted(*token) + " is no number");
+      if (!value)
+        throw Fault(FormatText("%s:%d: ", name.c_str(), number) + Quoted(*token) + " is not a number");
       row.push_back(*value);
     }
     if (row.empty()) continue;
