@@ -85,8 +85,8 @@ std::string SourceOf(const Shot& shot, std::vector<double>& location) {
   for (const ShotTrace& trace : shot.traces) {
     if (trace.source.empty()) continue;
     if (first && PointOf(trace.source) != PointOf(first->source))
-      return FormatText("channels %d and %d name different sources; give its place", first->channel,
-                        trace.channel);
+      return FormatText("channels %d and %d name different sources; give the place of the source",
+                        first->channel, trace.channel);
     if (!first) first = &trace;
   }
   if (!first) return shot.sourceKey + " is missing; give the place of the source";

@@ -188,7 +188,7 @@ TEST(ShotPlan, MissingLocationsAreAskedForAndNeverZero) {
   EXPECT_EQ(Refused(shot), "SOURCE_LOCATION is missing; give the place of the source");
   shot = LineShot({10, 20}, 0);
   shot.traces[1].source = {3.0};
-  EXPECT_EQ(Refused(shot), "channels 1 and 2 name different sources; give its place");
+  EXPECT_EQ(Refused(shot), "channels 1 and 2 name different sources; give the place of the source");
   shot = LineShot({10, 20}, 0);
   shot.lengthUnit = 0.0;
   EXPECT_EQ(Refused(shot), "UNITS is missing; say in which unit of length the locations are");

@@ -22,7 +22,7 @@ constexpr double kMetres[] = {1.0, 0.3048, 0.01, 0.0254};
 std::string WithHint(std::string reason) {
   const auto has = [&](std::string_view text) { return reason.find(text) != std::string::npos; };
   if (reason.ends_with('.')) reason.pop_back();
-  if (has("give the place") || has("give its place")) reason += ": source= and at=";
+  if (has("give the place")) reason += ": source= and at=";
   if (has("say in which unit")) reason += ": unit=";
   if (has("choose a side")) reason += ": side=";
   if (has("give the sampling interval")) reason += ": dt=";
