@@ -11,6 +11,8 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QStringList>
+#include <vector>
 
 #include "gui/qt_text.h"
 #include "runtime/version.h"
@@ -53,12 +55,24 @@ QString ExtensionOf(const std::string& filter) {
   return extension;
 }
 
-/// The filter of the dialog, in both cases of its letters.
-QString NameFilter(const std::string& filter) {
-  const QString text = filter.empty() ? QStringLiteral("*") : ToQt(filter);
+/// A filter of the dialog, in both cases of its letters.
+QString NameFilter(const FileKind& kind) {
+  const QString text = kind.filter.empty() ? QStringLiteral("*") : ToQt(kind.filter);
   const QString upper = text.toUpper();
   const QString both = upper == text ? text : text + QLatin1Char(' ') + upper;
-  return QStringLiteral("%1 (%2);;All files (*)").arg(text, both);
+  return QStringLiteral("%1 (%2)").arg(kind.name.empty() ? text : ToQt(kind.name), both);
+}
+
+/// The kinds of a request; without any, the one of its filter.
+std::vector<FileKind> KindsOf(const FileRequest& request) {
+  return request.kinds.empty() ? std::vector<FileKind>{{request.filter, ""}} : request.kinds;
+}
+
+/// Extension of the kind that is chosen in the dialog; that of the first one where all files are shown.
+QString ExtensionOfChoice(const std::vector<FileKind>& kinds, const QString& chosen) {
+  for (const FileKind& kind : kinds)
+    if (NameFilter(kind) == chosen) return ExtensionOf(kind.filter);
+  return ExtensionOf(kinds.front().filter);
 }
 
 /// Accepts any typed name, also of a file that does not exist: the program then decides.
@@ -131,12 +145,15 @@ FileChoice AskFile(const FileRequest& request) {
   dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
   dialog.setAcceptMode(request.forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::AnyFile);
-  dialog.setNameFilter(NameFilter(request.filter));
+  const std::vector<FileKind> kinds = KindsOf(request);
+  QStringList filters;
+  for (const FileKind& kind : kinds) filters << NameFilter(kind);
+  dialog.setNameFilters(filters << QStringLiteral("All files (*)"));
   const QString start = ToQt(request.directory);
   dialog.setDirectory(QDir(start).exists() && !start.isEmpty() ? start : QDir::currentPath());
   if (dialog.exec() != QDialog::Accepted || dialog.chosen.isEmpty()) return {};
   QString path = dialog.chosen;
-  const QString extension = ExtensionOf(request.filter);
+  const QString extension = ExtensionOfChoice(kinds, dialog.selectedNameFilter());
   if (!extension.isEmpty() && QFileInfo(path).suffix().isEmpty() && !QFileInfo::exists(path))
     path += QLatin1Char('.') + extension;
   return {QFileInfo::exists(path) ? FileAnswer::Exists : FileAnswer::IsNew,

@@ -97,6 +97,13 @@ QByteArray PdfOf(QWidget& what) {
   return bytes;
 }
 
+/// False after a message.
+bool SaveOrTell(QWidget& what, const QString& path) {
+  const QString reason = SaveFigure(what, path);
+  if (!reason.isEmpty()) ShowNotice(FromQt(QStringLiteral("%1 could not be written: %2").arg(path, reason)));
+  return reason.isEmpty();
+}
+
 }  // namespace
 
 FigureKind FigureKindOf(const QString& path) {
@@ -127,9 +134,7 @@ bool AskAndSaveFigure(QWidget& what, const QString& proposedName) {
     dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
   });
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
-  const QString path = dialog.selectedFiles().constFirst(), reason = SaveFigure(what, path);
-  if (!reason.isEmpty()) ShowNotice(FromQt(QStringLiteral("%1 could not be written: %2").arg(path, reason)));
-  return reason.isEmpty();
+  return SaveOrTell(what, dialog.selectedFiles().constFirst());
 }
 
 bool PrintFigure(QWidget& what, const QString& title) {
@@ -143,6 +148,8 @@ bool PrintFigure(QWidget& what, const QString& title) {
   printer.setOutputFileName(file);
   QPrintDialog dialog(&printer, QApplication::activeWindow());
   if (dialog.exec() != QDialog::Accepted) return false;
+  const QString name = printer.outputFileName(), ending = QFileInfo(name).suffix().toLower();
+  if (ending == "svg" || ending == "png") return SaveOrTell(what, name);
   const QRectF sheet = printer.pageRect(QPrinter::DevicePixel);
   const QSize size = SizeOf(what);
   Paint(what, printer, std::min(sheet.width() / size.width(), sheet.height() / size.height()), true);

@@ -24,8 +24,8 @@ QString SaveFigure(QWidget& what, const QString& path);
 /// Asks for a name and writes; a failure gives one message. False when nothing was written.
 bool AskAndSaveFigure(QWidget& what, const QString& proposedName);
 
-/// The print dialog, with a PDF file as its first target; without a printer it asks for a name instead. False
-/// when nothing was printed.
+/// The print dialog, with a PDF file as its first target; a name that ends with .svg or .png gives such a file.
+/// Without a printer it asks for a name instead. False when nothing was printed.
 bool PrintFigure(QWidget& what, const QString& title);
 
 /// The graphs of a request on one sheet, in light colours: one above the other, or side by side if one shows

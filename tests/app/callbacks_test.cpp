@@ -104,6 +104,11 @@ TEST_F(CallbackTable, WithoutAPrinterAPictureIsSaved) {
   };
   FrontEnd plain = CurrentFrontEnd();
   plain.print = nullptr;
+  std::vector<FileKind> kinds;
+  plain.selectFile = [&kinds](const FileRequest& request) {
+    kinds = request.kinds;
+    return FileChoice{};
+  };
   const FrontEnd former = InstallFrontEnd(plain);
   const std::string both = saved(mainmenu::PRINT_DCPRF_PANEL, "both.svg");
   EXPECT_NE(both.find("#123456"), std::string::npos);
@@ -115,6 +120,10 @@ TEST_F(CallbackTable, WithoutAPrinterAPictureIsSaved) {
   for (const MenuControl* item :
        {&mainmenu::PRINT_MEAS_DISP_AB, &mainmenu::PRINT_DC_PANEL, &mainmenu::PRINT_DISP_CURVE})
     EXPECT_NE(saved(*item, std::string(item->name) + ".svg").find("</svg>"), std::string::npos);
+  EXPECT_EQ(Commit(mainmenu::PRINT_FM_INV), -1) << "cancelled";
+  std::string offered;
+  for (const FileKind& kind : kinds) offered += kind.filter + " ";
+  EXPECT_EQ(offered, "*.pdf *.svg *.png ");
   InstallFrontEnd(former);
 }
 

@@ -3,14 +3,22 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/no_display.h"
 #include "support/site_records.h"
+#include "support/small_disk.h"
 #include "support/temp_folder.h"
+#include "support/tool_run.h"
 
 namespace sondera {
 namespace {
@@ -192,6 +200,95 @@ TEST_F(Program, WritesTheReportOfAProject) {
   }
   EXPECT_TRUE(Read("out.ps") == report);
   EXPECT_TRUE(Read("site.da") == project);
+}
+
+/// Words of each line that begins with a number, from a line with that head to the next one without.
+std::vector<std::vector<std::string>> RowsBelow(const std::string& text, const std::string& head) {
+  std::vector<std::vector<std::string>> rows;
+  std::istringstream lines(text.substr(std::min(text.rfind(head), text.size())));
+  std::string line;
+  std::getline(lines, line);
+  while (std::getline(lines, line)) {
+    std::istringstream words(line);
+    std::vector<std::string> row{std::istream_iterator<std::string>(words), {}};
+    if (row.empty() || !std::isdigit(static_cast<unsigned char>(row[0][0]))) {
+      if (!rows.empty()) break;
+      continue;
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+/// A number as it is printed is the other one, rounded; that one has three decimals and more.
+void ExpectRounded(const std::string& printed, const std::string& exact, const std::string& where) {
+  const std::size_t point = printed.find('.');
+  const double step = point == std::string::npos ? 1.0 : std::pow(10.0, -double(printed.size() - point - 1));
+  EXPECT_NEAR(std::stod(printed), std::stod(exact), 0.5 * step + 0.00051) << where;
+}
+
+TEST_F(Program, ThePdfHasTheNumbersOfTheResultBoxAndOfTheResultFiles) {
+  if (!test::HaveTool("pdftotext")) GTEST_SKIP() << "no program pdftotext";
+  FetchExample();
+  ASSERT_EQ(Run("--batch auto new site job.txt").status, 0);
+  const Outcome o = Run("--report=out.pdf site.da");
+  if (o.err.find("built without PDF") != std::string::npos) GTEST_SKIP() << o.err;
+  ASSERT_EQ(o.status, 0) << o.err;
+  const std::string pdf = test::RunTool("pdftotext -layout " + folder.File("out.pdf") + " -").output;
+  const std::string box = Read("site_f.results"), file = Read("ProjID.fmp");
+  // layer, top, thickness, Vs, low "to" high, resolution, Vp, Poisson, density, held
+  const auto report = RowsBelow(pdf, "Top, m");
+  // layer, depth, thickness, Vp, Vs, upper, lower, density, Poisson, damping; the file has its limits the other way round
+  const auto layers = RowsBelow(box, "Layer No."), stored = RowsBelow(file, "Layer No.");
+  const auto resolution = RowsBelow(box, "Layer   Resolution");
+  ASSERT_EQ(report.size(), 6u) << pdf;
+  ASSERT_EQ(layers.size(), 6u);
+  ASSERT_EQ(stored.size(), 6u);
+  ASSERT_EQ(resolution.size(), 6u);
+  for (std::size_t i = 0; i < 6; ++i) {
+    const auto &r = report[i], &b = layers[i], &f = stored[i];
+    const std::string where = "layer " + std::to_string(i + 1);
+    ASSERT_EQ(r.size(), 12u) << where << pdf;
+    ASSERT_EQ(b.size(), 10u) << where;
+    for (const auto& [column, number] : {std::pair(1, 1), {3, 4}, {4, 6}, {6, 5}, {8, 3}, {9, 8}, {10, 7}})
+      ExpectRounded(r[std::size_t(column)], b[std::size_t(number)], where);
+    for (const auto& [column, number] : {std::pair(1, 1), {3, 4}, {4, 5}, {6, 6}, {8, 3}, {9, 8}, {10, 7}})
+      ExpectRounded(r[std::size_t(column)], f[std::size_t(number)], where + " of the file");
+    if (i < 5) ExpectRounded(r[2], b[2], where);
+    ExpectRounded(r[7], resolution[i][1], where);
+  }
+  const std::size_t misfit = pdf.find("RMS "), last = file.rfind("(Vel=");
+  ASSERT_NE(misfit, std::string::npos);
+  ASSERT_NE(last, std::string::npos);
+  const double rms = std::stod(file.substr(last + 5));
+  EXPECT_NEAR(std::stod(pdf.substr(misfit + 4)), rms, 5e-4 * rms);
+}
+
+TEST_F(Program, AReportOnADiskThatFillsUpIsOneLineAndTheFormerOneStays) {
+  FetchExample();
+  Write("curve.txt", kToTheCurve);
+  ASSERT_EQ(Run("auto new site curve.txt").status, 0);
+  const test::SmallDisk disk(16384);
+  for (const std::string name : {"out.ps", "out.pdf", "out.svg"}) {
+    const std::string path = disk.File(name);
+    test::WriteWhole(path, "former");
+    Outcome o;
+    if (name == "out.svg") {
+      Write("draw.txt",
+            "*sondera 2\nopen site.da\nplot DISPCURV.DISPGRAPH\nfigure DISPCURV.DISPGRAPH " + path + "\n");
+      o = Run("--batch run draw.txt");
+    } else {
+      o = Run("--batch --report=" + path + " site.da");
+    }
+    if (o.err.find("built without PDF") != std::string::npos) continue;
+    EXPECT_EQ(o.status, 1) << name << o.err;
+    const std::size_t at = o.err.find(disk.Reason());
+    EXPECT_NE(at, std::string::npos) << o.err;
+    EXPECT_EQ(o.err.find(disk.Reason(), at + 1), std::string::npos) << "told once: " << o.err;
+    EXPECT_EQ(test::ReadWhole(path), "former");
+    EXPECT_EQ(disk.Names(), std::vector<std::string>{name});
+    std::filesystem::remove(path);
+  }
 }
 
 TEST_F(Program, AFailedCommandGivesStatusOneAndAClosingLineWithItsName) {

@@ -71,7 +71,8 @@ class WindowSession : public ::testing::Test {
   }
   static void Click(const Control& c) { QTest::mouseClick(WidgetOf(c), Qt::LeftButton); }
 
-  /// Answer of the next box: the caption of its button, or "file:PATH".
+  /// Answer of the next box: the caption of its button, or "file:PATH", before which "kind:TEXT" chooses a
+  /// kind of files.
   void Answer(const std::string& answer) { answers.push_back(answer); }
 
   TempFolder folder;
@@ -95,7 +96,13 @@ class WindowSession : public ::testing::Test {
       box->reject();
     } else if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
       asked.push_back(dialog->windowTitle().toStdString());
-      const std::string wanted = Next("");
+      std::string wanted = Next("");
+      if (wanted.starts_with("kind:")) {
+        const QStringList kinds = dialog->nameFilters().filter(QString::fromStdString(wanted.substr(5)));
+        EXPECT_EQ(kinds.size(), 1) << wanted;
+        if (!kinds.isEmpty()) dialog->selectNameFilter(kinds.front());
+        wanted = Next("");
+      }
       if (!wanted.starts_with("file:")) {
         dialog->reject();
         return;

@@ -244,6 +244,22 @@ TEST_F(Windows, ARightNameInTheFileDialogGetsTheFiltersExtension) {
   });
 }
 
+TEST_F(Windows, TheKindChosenInTheFileDialogIsTheExtensionOfABareName) {
+  const FileRequest request = {
+      folder.Path(), "*.ps", "File Save", true, {{"*.ps", "Pages"}, {"*.pdf", "Report"}}};
+  Run([&] {
+    const auto answered = [&](const std::string& kind, const std::string& name) {
+      if (!kind.empty()) Answer("kind:" + kind);
+      Answer("file:" + folder.File(name));
+      return AskFile(request).path;
+    };
+    EXPECT_EQ(answered("", "a"), folder.File("a.ps")) << "the first one";
+    EXPECT_EQ(answered("Report (*.pdf *.PDF)", "b"), folder.File("b.pdf"));
+    EXPECT_EQ(answered("All files", "c"), folder.File("c.ps"));
+    EXPECT_EQ(answered("Pages", "d.pdf"), folder.File("d.pdf")) << "an ending is kept";
+  });
+}
+
 TEST_F(Windows, EveryMenuItemOfTheCatalogueIsInTheMenuBarAndDeadOnesAreDimmed) {
   Run([&] {
     auto* window = qobject_cast<QMainWindow*>(MainWindowWidget());

@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "figure/canvas.h"
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/events.h"
 #include "support/ghostscript.h"
 #include "support/session_fixture.h"
+#include "support/small_disk.h"
 #include "support/temp_folder.h"
 
 namespace sondera::testing {
@@ -78,6 +81,11 @@ TEST_F(PlotMenu, TheDialogsHaveTheirTitlesAndACancelEndsQuietly) {
   for (const FileRequest& request : frontEnd.files) {
     titles.push_back(request.title);
     EXPECT_EQ(request.filter, "*.ps");
+    ASSERT_FALSE(request.kinds.empty());
+    EXPECT_EQ(request.kinds.front().filter, "*.ps");
+    const bool whole = request.title == "Print the report to PS file";
+    EXPECT_EQ(request.kinds.size(), whole ? 2u : 1u);
+    EXPECT_EQ(request.kinds.back().filter, whole ? "*.pdf" : "*.ps");
     EXPECT_TRUE(request.forSaving);
   }
   EXPECT_EQ(titles, (std::vector<std::string>{
@@ -110,6 +118,30 @@ TEST_F(PlotMenu, AFileThatCannotBeWrittenIsOneMessage) {
   EXPECT_EQ(test::ReadWhole(file), "former");
   EXPECT_EQ(Names(), (std::vector<std::string>{"folder.ps", "out.ps"}));
   EXPECT_EQ(PrintReport(ReportKind::phases, file), 0);  // the session goes on
+}
+
+TEST_F(PlotMenu, ADiskThatFillsUpIsOneMessage) {
+  for (int i = 0; i < 40; ++i) AddPair();
+  const test::SmallDisk disk(16384);
+  for (const char* name : {"out.ps", "out.pdf"}) {
+    if (IsPdfName(name) && !HavePdfAndPng()) continue;
+    const std::string path = disk.File(name);
+    test::WriteWhole(path, "former");
+    frontEnd.messages.clear();
+    ::testing::internal::CaptureStderr();  // the library says it in a line of its own
+    EXPECT_EQ(PrintReport(ReportKind::whole, path), -1) << name;
+    ::testing::internal::GetCapturedStderr();
+    ASSERT_FALSE(Texts().empty());
+    EXPECT_NE(Texts().back().find(disk.Reason()), std::string::npos) << Texts().back();
+    EXPECT_NE(Texts().back().find(path), std::string::npos) << Texts().back();
+    std::erase(frontEnd.messages, kCurves);
+    std::erase(frontEnd.messages, kEntries);
+    EXPECT_EQ(Texts().size(), 1u) << name;
+    EXPECT_EQ(test::ReadWhole(path), "former");
+    EXPECT_EQ(disk.Names(), std::vector<std::string>{name});
+    std::filesystem::remove(path);
+  }
+  EXPECT_FALSE(WaitCursorShown());
 }
 
 TEST_F(PlotMenu, TheProjectIsNotOverwritten) {
