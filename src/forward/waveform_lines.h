@@ -83,8 +83,8 @@ std::vector<std::string> WaveformSiteNotes(const WaveformSite& site);
 Refusal ComputeWaveformLines(const WaveformSite& site, double deltaF, const std::vector<bool>& wanted,
                              Listener& listener, WaveformLines& lines);
 
-/// Full cycles between two receivers (from 0) that have passed at a line: by them the phase lag of the far one
-/// exceeds what its wrapped phase, within half a turn of 0, shows. Counted along the lines that have a result.
+/// Full cycles between two receivers (from 0) at a line: the difference of the far one's phase lag and its wrapped
+/// phase, which is within half a turn of 0. Counted along the lines that have a result.
 int CyclesPassed(const WaveformLines& lines, std::size_t near, std::size_t far, std::size_t line);
 
 }  // namespace sondera

@@ -8,8 +8,8 @@
 
 namespace sondera {
 
-/// Layers, mesh and receivers (distances from the source at 0) of a model. Refuses layers that no run takes;
-/// whether a record can be made of the site is asked by CheckWaveformSite.
+/// Layers, mesh and receivers (distances from the source at 0) of a model. Refuses layers that no run accepts;
+/// CheckWaveformSite checks whether the site allows a record.
 Refusal SiteOfModel(const ModelRecord& model, WaveformSite& site);
 
 }  // namespace sondera

@@ -43,14 +43,14 @@ struct AxisDialogOf {
 /// Settings of a computed record.
 using PulseParam = PulseRecord;
 
-/// The last computed record, with what it was computed from.
+/// The last computed record, with its settings.
 struct WaveformState {
   SourceSamples source;  ///< force of the file in use
   bool made = false;
   WaveformSetup setup;
   WaveformResult result;
   std::array<DisplayRecord, 2> display{};  ///< of the graphs A and B of its panel
-  std::optional<Panel> pageBefore;         ///< page that the panel took the place of
+  std::optional<Panel> pageBefore;         ///< page that the panel replaced
 };
 
 struct PanelsState {

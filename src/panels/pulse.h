@@ -16,7 +16,7 @@ void SetPulseParm();
 /// Panel to record. The file stays unless the shape is that of a file.
 void GetPulseParm();
 
-/// Menu item: fills the panel and shows it in place of the pages of the main window.
+/// Menu item: fills the panel and shows it instead of the pages of the main window.
 int Pulse_WaveformMenuCallback(Panel panel, ControlId control, Event event, long data);
 /// Menu item and button: the layers and receivers, in the panel of the forward model.
 int Pulse_LayeringRecMenuCallback(Panel panel, ControlId control, Event event, long data);
@@ -24,7 +24,7 @@ int Pulse_OpenProfileRecCallback(Panel panel, ControlId control, Event event, lo
 /// SHAPE goes to the record, and FILE with the shape of a file; NPOINTS, CFREQ and FREQSPAN do too, and the two times follow.
 int Pulse_SrcShapeCallback(Panel panel, ControlId control, Event event, long data);
 int Pulse_NPointsCallback(Panel panel, ControlId control, Event event, long data);
-/// Asks for the file of the source; what is wrong with it goes to STATUSMSG, and a run refuses it.
+/// Asks for the file of the source; STATUSMSG shows its faults, and a run refuses it.
 int Pulse_SrcFileBrowseCallback(Panel panel, ControlId control, Event event, long data);
 /// The force over time of a file, for the next run. A name without a folder is in the current one.
 Refusal LoadSrcFunction(const std::string& path);

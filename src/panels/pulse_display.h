@@ -6,7 +6,7 @@
 
 namespace sondera {
 
-/// Fills the rings of the channels for the record in hand, and draws the three graphs. Without a record they
+/// Fills the rings of the channels for the present record, and draws the three graphs. Without a record they
 /// are empty.
 void ShowNewWaveform();
 /// Draws the three graphs.

@@ -43,7 +43,7 @@ constexpr int kMaskingPage = 1;
 constexpr double kLowestOfBand = 0.2, kHighestOfBand = 4.0;  // of the centre frequency
 constexpr char kNoRecord[] = "There is no record yet. Press Run first.";
 
-/// Ground, receivers and settings as they are on the panels. -1 after a message.
+/// Ground, receivers and settings from the panels. -1 after a message.
 int GetSetup(WaveformSetup& setup) {
   GetPulseParm();
   if (GetFModelParam_AS() < 0 || GetFModelParam_R() < 0) return -1;
@@ -121,7 +121,7 @@ int SaveResults() {
 
 // --- to a measurement ---
 
-/// The masks of one pair outside a band; the first with the cycles that have passed below it.
+/// The masks of one pair outside a band; the first with the number of cycles below the band.
 Refusal MaskOutside(int key, int near, double lowest, double highest, const HWSetup& hw) {
   const auto line = static_cast<std::size_t>(lowest / hw.deltaF + 0.5);
   const int cycles = CyclesPassed(panelsState.waveform.result.lines, static_cast<std::size_t>(near),

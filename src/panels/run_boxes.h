@@ -49,7 +49,7 @@ class RunBoxes : public RunListener {
 class AnalysisLock : public ControlLock {
  public:
   AnalysisLock();
-  /// The same with another button that halts, and what a press of any other says.
+  /// The same with another button that halts, and the message for a press of any other.
   AnalysisLock(ControlId halt, std::string_view refusal);
 };
 

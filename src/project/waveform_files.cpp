@@ -78,7 +78,7 @@ ImportRequest ImportOfRecord(const WaveformRecord& record, const std::string& me
   request.lengthUnit = lengthUnit;
   request.locations.push_back(0.0);
   request.locations.insert(request.locations.end(), record.receivers.begin(), record.receivers.end());
-  auto texts = std::make_shared<std::vector<std::string>>();  // the reader takes a view of them
+  auto texts = std::make_shared<std::vector<std::string>>();  // the reader keeps a view of them
   for (std::size_t r = 0; r < record.trace.size(); ++r) {
     request.files.push_back(measID + FormatText("_r%zu.tim", r + 1));
     texts->push_back(TimText(record, r));

@@ -14,10 +14,10 @@
 namespace sondera {
 
 /// Force over time from a file: a line a sample, time (s) and value, as in .tim; the times ascend and need not
-/// be even. The refusal names the file and what is wrong with it.
+/// be even. The refusal names the file and its fault.
 Refusal ReadSourceFile(const std::string& path, SourceSamples& source);
 
-/// SAVEOPTION: what is saved.
+/// SAVEOPTION: the files to save.
 enum WaveformSave : int {
   kSaveTraces = 0,   ///< BASE_r1.tim, BASE_r2.tim ...: one for each receiver
   kSaveSpectra = 1,  ///< BASE.spc
@@ -33,13 +33,13 @@ std::vector<std::string> WaveformFiles(const std::string& base, int option, std:
 Refusal SaveWaveform(const std::string& base, int option, const WaveformSetup& setup,
                      const WaveformResult& result, const std::string& lengthUnit);
 
-/// Receivers that a measurement made of a record has.
+/// Number of receivers of a measurement made from a record.
 inline constexpr std::size_t kLeastMeasured = 1, kMostMeasured = 8;
 
 /// The import of one record: its .tim texts in memory, source at 0.
 /// @param lengthUnit  metres per unit of length
 ImportRequest ImportOfRecord(const WaveformRecord& record, const std::string& measID, double lengthUnit);
-/// The import of several blows as the averages of one measurement of all receivers. `blows` has to outlive it.
+/// The import of several blows as the averages of one measurement of all receivers. `blows` must outlive it.
 ShotRequest ImportOfBlows(const std::vector<WaveformRecord>& blows, const std::string& measID,
                           double lengthUnit, double alpha);
 

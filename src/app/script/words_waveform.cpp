@@ -1,4 +1,4 @@
-// words_waveform.cpp - the word about computed records: waveform.
+// words_waveform.cpp - the word for computed records: waveform.
 #include <string>
 
 #include "app/script/control_values.h"

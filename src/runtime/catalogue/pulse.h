@@ -1,4 +1,4 @@
-// pulse.h - "Generation of Waveform": the force and the grid of a computed record, its graphs, and where it goes.
+// pulse.h - "Generation of Waveform": the force and the grid of a computed record, its graphs, and its export.
 // Traces A and B have the controls of the measurement page.
 #pragma once
 
