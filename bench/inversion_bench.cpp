@@ -163,12 +163,12 @@ void SweepAgain(const InvRecord& results) {
   OffsetVector<double> vel, amp;
   for (int k = 0; k <= kIterations; ++k) {
     for (int l = 1; l <= kLayers; ++l) run.ground.layerVs[l] = results.Vs(k, l - 1);
-    (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp);
+    (void)FS_rWave3D(PartsOfSweep(run), nobody, vel, amp);
     for (int l = 1; l <= kLayers && k < kIterations; ++l) {
       const double Vs = run.ground.layerVs[l];
       for (const double step : {run.switches.dVs, -run.switches.dVs}) {
         run.ground.layerVs[l] = Vs * (1.0 + step);
-        (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp);
+        (void)FS_rWave3D(PartsOfSweep(run), nobody, vel, amp);
       }
       run.ground.layerVs[l] = Vs;
     }
@@ -197,7 +197,7 @@ bool Report(const char* name, int repeats) {
     whole.push_back(Seconds([&] { good = RunOnce(); }));
     if (!good) return false;
     sweeps.push_back(Seconds([] { SweepAgain(InvParam); }));
-    one.push_back(Seconds([&] { (void)SweepWithData(PartsOfSweep(run), nobody, vel, amp); }));
+    one.push_back(Seconds([&] { (void)FS_rWave3D(PartsOfSweep(run), nobody, vel, amp); }));
     files.push_back(Seconds([&] { WriteAgain(vel, amp); }));
     RunBoxes boxes;
     matrix.push_back(Seconds([&boxes] { (void)FS_Gmatrix(run, SettingsOfInversion(), boxes); }));

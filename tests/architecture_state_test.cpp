@@ -31,7 +31,7 @@ const std::map<std::string, StateHeader> kStateHeaders = {
     {"plot_ps", {{"plot_ps/state.h"}, ""}},
     {"records", {{"records/records_state.h"}, "ResetRecordsState"}},
     {"report", {{"report/graph_state.h"}, "ResetGraphState"}},
-    {"run", {{"run/run_state.h", "run/system_state.h", "run/sweep_state.h"}, "ResetRunState"}},
+    {"run", {{"run/run_state.h", "run/sweep_state.h"}, "ResetRunState"}},
     {"runtime", {{"runtime/runtime_state.h"}, "ResetRuntimeState"}},
     {"signal", {{"signal/signal_state.h"}, "ResetSignalState"}}};
 

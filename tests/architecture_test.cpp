@@ -2,6 +2,7 @@
 // include each other in a cycle, only gui/ uses Qt, and only main uses gui.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -138,6 +139,16 @@ TEST(Architecture, ComputingCodeKnowsNoPanel) {
     for (const std::string& name : file.own)
       EXPECT_FALSE(IsPanelHeader(name)) << path << " includes " << name;
     EXPECT_EQ(PanelCall(file.text), "") << path;
+  }
+}
+
+TEST(Architecture, ComputingCodeTakesThePartsOfARunAndNotThePresentRun) {
+  ASSERT_TRUE(Sources().count("run/run_state.h"));
+  EXPECT_TRUE(std::regex_search(Sources().at("run/run_state.h").text, std::regex("extern Run run;")));
+  for (const auto& [path, file] : Sources()) {
+    if (!kWithoutPanels.count(Folder(path)) || Stem(path) == "run/run_state") continue;
+    EXPECT_EQ(std::count(file.own.begin(), file.own.end(), "run/run_state.h"), 0) << path;
+    EXPECT_FALSE(std::regex_search(CodeOf(file.text), std::regex("extern Run\\b"))) << path;
   }
 }
 

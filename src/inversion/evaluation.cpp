@@ -8,7 +8,7 @@
 namespace sondera {
 
 void Evaluation::Sweep(Run& run, RunListener& listener) {
-  halted = static_cast<bool>(SweepWithData(PartsOfSweep(run), listener, vel, amp));
+  halted = static_cast<bool>(FS_rWave3D(PartsOfSweep(run), listener, vel, amp));
   doubts = sweepState;
 }
 

@@ -30,7 +30,7 @@
 namespace sondera {
 namespace {
 
-void JudgeAndShow(Evaluation& e, RunListener& listener) {
+void JudgeAndShow(const Run& run, Evaluation& e, RunListener& listener) {
   e.Judge(run);
   listener.Misfit(e.rmsVel);
 }
@@ -41,19 +41,19 @@ void ClearTexts(RunListener& listener) {
 }
 
 /// Everything up to the first sweep.
-Refusal Prepare(const InversionSettings& settings, RunListener& listener) {
-  if (Refusal refusal = FS_RetrieveSystemPM(kInversionRun, 0, settings.PROJID)) return refusal;
+Refusal Prepare(Run& run, const InversionSettings& settings, RunListener& listener) {
+  if (Refusal refusal = FS_RetrieveSystemPM(run, kInversionRun, 0, settings.PROJID)) return refusal;
   run.switches.iAnalysis = run.switches.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.course.iCurIterNo = 0;
-  if (Refusal refusal = FS_GetStartMP(settings.fixed, listener)) return refusal;
+  if (Refusal refusal = FS_GetStartMP(run, settings.fixed, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.observations, run.receivers);
   FS_ReportTime(run.course, 0);
-  return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
+  return FS_SetUpObsData(run, run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
 /// Result of an iteration into its entry and the files; false after a message when there is no entry for it.
-bool Store(int iteration, const Evaluation& e, RunListener& listener) {
+bool Store(Run& run, int iteration, const Evaluation& e, RunListener& listener) {
   Refusal refusal = FS_RefreshDspCurve(run, iteration, e.vel, e.rmsVel);
   if (!refusal) refusal = FS_RefreshModelPar(run.ground, iteration);
   if (refusal) {
@@ -81,18 +81,18 @@ std::string KeptText(int iteration) {
 }
 
 /// Halted in the sweep after the update: the model is complete, its curve is not.
-std::string CutShortText(int iteration, const Evaluation& e) {
+std::string CutShortText(int points, int iteration, const Evaluation& e) {
   const auto has = [](double v) { return v != 0.0; };
   const auto computed = std::count_if(e.vel.begin(), e.vel.end(), has);
   return FormatText("The curve and the RMS of iteration %d cover %ld of %d points. ", iteration,
-                    static_cast<long>(computed), run.observations.nObsRows) +
+                    static_cast<long>(computed), points) +
          KeptText(iteration - 1);
 }
 
 /// Weaknesses of the run's numbers, for its end. Kept: with fewer rows than parameters the update computes
 /// its correction relative to the prior model but subtracts it from the present one, so only the first
 /// correction is a step towards the curve.
-std::string RunNote() {
+std::string RunNote(const Run& run) {
   const int rows = run.update.CdActive.size();
   if (run.course.iCurIterNo > 1 && rows < run.parameters.nModelParm)
     return FormatText(
@@ -102,18 +102,18 @@ std::string RunNote() {
 }
 
 /// Status at the end of an iteration: its fit, and the doubts of its sweep.
-std::string EndOfIterationText(int iteration) {
+std::string EndOfIterationText(const Course& course, int iteration) {
   const std::string doubts = SweepReport();
   return FormatText("End of the iteration No. %d:     The computation time : %s     ", iteration,
-                    run.course.timeText.c_str()) +
+                    course.timeText.c_str()) +
          FitOfRun() + (doubts.empty() ? "" : "     ") + doubts;
 }
 
 /// Status at the end of the run, with the advice.
-void ShowEndOfRun(bool settled, RunListener& listener) {
+void ShowEndOfRun(const Run& run, bool settled, RunListener& listener) {
   if (run.course.iCurIterNo == 0) return;
-  const std::string advice = ReportRunAdvice();
-  listener.Status(EndOfIterationText(run.course.iCurIterNo) +
+  const std::string advice = ReportRunAdvice(run);
+  listener.Status(EndOfIterationText(run.course, run.course.iCurIterNo) +
                   (settled ? "     No part of the last step lowers chi: the run has settled." : "") +
                   (advice.empty() ? "" : "     Advice: ") + advice);
 }
@@ -126,7 +126,7 @@ enum class Step {
 };
 
 /// One iteration on the curves of the present model, which become those of the new one.
-Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& listener) {
+Step Iterate(Run& run, Evaluation& e, const InversionSettings& settings, RunListener& listener) {
   const int iteration = run.course.iCurIterNo;
   ClearTexts(listener);
   listener.Status(FormatText("Inv. Analysis: Iter. No = %d", iteration));
@@ -138,14 +138,14 @@ Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& list
     return Step::kEnd;
   }
   if (advance == Advance::kFailed) return Step::kEnd;
-  e.doubts.note = RunNote();
+  e.doubts.note = RunNote(run);
   sweepState = e.doubts;
-  JudgeAndShow(e, listener);
-  if (!Store(iteration, e, listener)) return Step::kEnd;
+  JudgeAndShow(run, e, listener);
+  if (!Store(run, iteration, e, listener)) return Step::kEnd;
   listener.Process("Refreshing the plots...");
   listener.Stored(iteration);
   if (e.halted) {
-    TellHalt(listener, CutShortText(iteration, e));
+    TellHalt(listener, CutShortText(run.observations.nObsRows, iteration, e));
     return Step::kEnd;
   }
   if (e.rmsVel < 0.0) {
@@ -157,30 +157,31 @@ Step Iterate(Evaluation& e, const InversionSettings& settings, RunListener& list
   }
   if (e.rmsVel <= run.switches.epsConverge) return Step::kConverged;
   if (advance == Advance::kKept) return Step::kSettled;
-  listener.Status(EndOfIterationText(iteration));
+  listener.Status(EndOfIterationText(run.course, iteration));
   return Step::kGoOn;
 }
 
-Step IterateAll(Evaluation& e, int wanted, const InversionSettings& settings, RunListener& listener) {
+Step IterateAll(Run& run, Evaluation& e, int wanted, const InversionSettings& settings,
+                RunListener& listener) {
   if (run.switches.iUseAmplitude == 0) run.observations.ldObs = run.observations.nObsRows;
   Step step = Step::kGoOn;
   for (int k = 0; k < wanted && step == Step::kGoOn; ++k) {
     run.course.iCurIterNo = k + 1;
-    step = Iterate(e, settings, listener);
+    step = Iterate(run, e, settings, listener);
   }
   return step;
 }
 
-void TakeDeviationFromData(const Evaluation& e) {
-  const double part = RelativeMisfit(run.observations, e.vel);
-  SetRelativeDeviation(run.observations, part);
+void TakeDeviationFromData(Observations& observations, const Evaluation& e) {
+  const double part = RelativeMisfit(observations, e.vel);
+  SetRelativeDeviation(observations, part);
   AddNote(
       FormatText("the deviation of the velocities is %.3f of their value, from the misfit of the starting "
                  "model",
                  part));
 }
 
-Refusal TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int wanted,
+Refusal TryOtherStartsOrTell(Run& run, const ModelState& given, const Evaluation& e, int wanted,
                              const InversionSettings& settings, RunListener& listener) {
   listener.Process("Trying other starting models...");
   Refusal halt = TryOtherStarts(run, given, e, wanted, settings, listener);
@@ -190,7 +191,7 @@ Refusal TryOtherStartsOrTell(const ModelState& given, const Evaluation& e, int w
   return halt;
 }
 
-Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunListener& listener) {
+Refusal EvaluateAndIterate(Run& run, int wanted, const InversionSettings& settings, RunListener& listener) {
   ClearTexts(listener);
   listener.Status("Inv. Analysis: ");
   listener.Process("Evaluating the initial layer system. ");
@@ -202,31 +203,31 @@ Refusal EvaluateAndIterate(int wanted, const InversionSettings& settings, RunLis
     TellHalt(listener, "The starting model was not evaluated to its end; nothing is kept of this run.");
     return Refusal::WithoutReason();
   }
-  if (settings.DATADEVIATION) TakeDeviationFromData(e);
-  JudgeAndShow(e, listener);
-  if (!Store(0, e, listener)) return Refusal::WithoutReason();
+  if (settings.DATADEVIATION) TakeDeviationFromData(run.observations, e);
+  JudgeAndShow(run, e, listener);
+  if (!Store(run, 0, e, listener)) return Refusal::WithoutReason();
   listener.Stored(0);
-  const Step end = IterateAll(e, wanted, settings, listener);
+  const Step end = IterateAll(run, e, wanted, settings, listener);
   sweepState = e.doubts;  // not those of a perturbed model, if a run ends in the middle of its sensitivities
   if (end == Step::kEnd) return Refusal::WithoutReason();
   if (settings.SEVERALSTARTS && run.course.iCurIterNo > 0) {
-    if (Refusal halt = TryOtherStartsOrTell(given, e, wanted, settings, listener)) return halt;
+    if (Refusal halt = TryOtherStartsOrTell(run, given, e, wanted, settings, listener)) return halt;
     sweepState = e.doubts;
   }
-  ShowEndOfRun(end == Step::kSettled, listener);
+  ShowEndOfRun(run, end == Step::kSettled, listener);
   return {};
 }
 
 }  // namespace
 
-Refusal RunInversion(const InversionSettings& settings, RunListener& listener) {
+Refusal RunInversion(Run& run, const InversionSettings& settings, RunListener& listener) {
   const RunFiles files;
-  if (Refusal refusal = Prepare(settings, listener)) return refusal;
+  if (Refusal refusal = Prepare(run, settings, listener)) return refusal;
   const int wanted = std::max(InvParam.nEntries, 0);
   const long starts = settings.SEVERALSTARTS ? 1 + static_cast<long>(std::size(kStartRatios)) : 1;
   const long sweeps = starts * (1 + wanted * (2L * run.parameters.nModelParm + 1));
   SolveCounter counted(listener, sweeps * SolvesOfSweep(run.observations, run.switches));
-  Refusal result = EvaluateAndIterate(wanted, settings, counted);
+  Refusal result = EvaluateAndIterate(run, wanted, settings, counted);
   FS_CloseFiles(kInversionRun, listener);
   FS_DeAllocatePropLayer();
   FS_DeAllocateModelInfo();

@@ -1,11 +1,12 @@
 // iterations.h - one inversion: the run around the updates.
 //
-// Callers: panels/, which holds the lock of the run. Works on `run` and the records; owns no state. The
+// Callers: panels/, which holds the lock of the run. Works on the records; owns no state. The
 // updates are in max_likelihood.h.
 #pragma once
 
 #include "inversion/inversion_settings.h"
 #include "run/run_listener.h"
+#include "run/system_state.h"
 #include "runtime/refusal.h"
 
 namespace sondera {
@@ -16,10 +17,9 @@ namespace sondera {
 /// RMS at or below run.switches.epsConverge after an update, at a halt, or when no update is possible. A
 /// worse step is kept.
 /// Kept: a halt in the sweep after an update is not checked at once, so the iteration is stored with the
-/// points that it
-/// has; the message of the halt says how many points are complete.
+/// points that it has; the message of the halt says how many points are complete.
 /// @return refused when it did not reach its end; without a reason after a halt, and where the listener
 /// already got the message. Finished iterations are kept in any case.
-Refusal RunInversion(const InversionSettings& settings, RunListener& listener);
+Refusal RunInversion(Run& run, const InversionSettings& settings, RunListener& listener);
 
 }  // namespace sondera

@@ -2,12 +2,11 @@
 #include "inversion/run_advice.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <vector>
 
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "run/run_history.h"
-#include "run/system_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 
@@ -17,7 +16,6 @@ namespace {
 /// With this value the wavelength loop rarely alternates between two meshes: the changing part lies deep.
 constexpr double kSafeDispBulb = 2.5;
 constexpr double kHighChi = 2.0, kLowResolution = 0.3;
-constexpr int kPlaneWaves = 2;
 
 /// Present run; null without one.
 const InversionHistory* History() {
@@ -31,14 +29,14 @@ const IterationFit* LastIteration() {
                                                                         : nullptr;
 }
 
-std::string AboutLostPoints(int all, const IterationFit& last) {
+std::string AboutLostPoints(const Switches& switches, int all, const IterationFit& last) {
   const int lost = all - last.rows;
   if (lost <= 0) return {};
   std::string text = FormatText("%d of %d points ended without a result and %s not in the fit", lost, all,
                                 lost == 1 ? "is" : "are");
-  if (std::abs(run.switches.iAnalysis) != kPlaneWaves && run.switches.fDispBulb < kSafeDispBulb)
-    text += FormatText(": set the displacement bulb, now %g, to %g (1.8 times the time)",
-                       run.switches.fDispBulb, kSafeDispBulb);
+  if (!IsPlaneWaves(switches.iAnalysis) && switches.fDispBulb < kSafeDispBulb)
+    text += FormatText(": set the displacement bulb, now %g, to %g (1.8 times the time)", switches.fDispBulb,
+                       kSafeDispBulb);
   return text;
 }
 
@@ -50,7 +48,7 @@ std::string AboutChi(const IterationFit& last) {
       last.chi, kHighChi);
 }
 
-std::string AboutResolution(int iteration) {
+std::string AboutResolution(const Run& run, int iteration) {
   if (iteration > InvParam.resolution.rowHi()) return {};
   std::string layers;
   int count = 0;
@@ -80,20 +78,20 @@ std::string FitOfRun() {
                     last.chi, last.rows, history->rowsOfData, best.chi, best.iteration);
 }
 
-std::string RunAdvice() {
+std::string RunAdvice(const Run& run) {
   const IterationFit* last = LastIteration();
   if (last == nullptr) return {};
   std::string advice;
-  for (const std::string& part :
-       {AboutLostPoints(History()->rowsOfData, *last), AboutChi(*last), AboutResolution(last->iteration)})
+  for (const std::string& part : {AboutLostPoints(run.switches, History()->rowsOfData, *last),
+                                  AboutChi(*last), AboutResolution(run, last->iteration)})
     if (!part.empty()) advice += (advice.empty() ? "" : "; ") + part;
   return advice;
 }
 
-std::string ReportRunAdvice() {
+std::string ReportRunAdvice(const Run& run) {
   const IterationFit* last = LastIteration();
   if (last != nullptr && last->chi > kHighChi) AddNote(AboutChi(*last));
-  return RunAdvice();
+  return RunAdvice(run);
 }
 
 }  // namespace sondera

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/selection.h"
 #include "records/session.h"
@@ -18,7 +19,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kGlobalCurve = 1;
 constexpr const DoubtLimits& kLimits = kDoubtLimits;
 constexpr double kUsualFactorOfVs = 0.05;
 

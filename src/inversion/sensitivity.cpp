@@ -36,10 +36,9 @@ struct Sweeps {
 /// Column p by a central difference. Refused when halted: the value stays perturbed.
 Refusal FillColumn(Run& run, double& value, double step, int p, Sweeps& sweeps, RunListener& listener) {
   value += step;
-  if (Refusal halt = SweepWithData(PartsOfSweep(run), listener, sweeps.plusVel, sweeps.plusAmp)) return halt;
+  if (Refusal halt = FS_rWave3D(PartsOfSweep(run), listener, sweeps.plusVel, sweeps.plusAmp)) return halt;
   value += -2.0 * step;
-  if (Refusal halt = SweepWithData(PartsOfSweep(run), listener, sweeps.minusVel, sweeps.minusAmp))
-    return halt;
+  if (Refusal halt = FS_rWave3D(PartsOfSweep(run), listener, sweeps.minusVel, sweeps.minusAmp)) return halt;
   for (int r = 1; r <= run.observations.nObsRows; ++r) {
     run.update.GMatrix(r, p) = (sweeps.plusVel[r] - sweeps.minusVel[r]) / (2.0 * step);
     if (run.switches.iUseAmplitude == 1)

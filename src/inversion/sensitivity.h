@@ -17,7 +17,7 @@ namespace sondera {
 void RenewDensityAndNu(const InversionSettings& settings, LayeredGround& ground);
 
 /// Fills run.update.GMatrix(row, parameter), length/s per unit of the parameter, by central differences of
-/// SweepWithData with the relative steps of the run, and with amplitudes also the rows after
+/// FS_rWave3D with the relative steps of the run, and with amplitudes also the rows after
 /// run.observations.nObsRows. Before that, if UPDATERHONU is on, density and Poisson's ratio of every layer
 /// follow its present Vs. Layer values are restored by adding the step back, exact up to rounding. A row
 /// without a velocity in one of the sweeps is flagged in run.observations.iNoVelocity; its derivatives are

@@ -49,7 +49,7 @@ class RunKeeper {
   ModelState model_;
   OffsetVector<double> prior_;
   OffsetVector<int> out_;
-  decltype(run.switches.reportSwitch) switches_;
+  decltype(run_.switches.reportSwitch) switches_;
   int iteration_, traps_;
 };
 

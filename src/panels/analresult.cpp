@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "inversion/several_starts.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/session.h"
 #include "run/result_entries.h"
@@ -21,7 +22,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kPlaneWaves = 2;
 constexpr const char* kNothingComputed = "no iteration\n";
 constexpr double kSameAbscissa = 1e-9;  // relative
 

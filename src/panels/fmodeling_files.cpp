@@ -6,7 +6,7 @@
 #include "records/model_records.h"
 #include "records/session.h"
 #include "run/measured_curves.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"
 

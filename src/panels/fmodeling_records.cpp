@@ -13,7 +13,7 @@
 #include "records/run_limits.h"
 #include "records/session.h"
 #include "records/settings_capacity.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/dialogs.h"
 #include "runtime/text_format.h"

@@ -12,6 +12,7 @@
 #include "records/model_records.h"
 #include "run/forward_run.h"
 #include "run/run_sizes.h"
+#include "run/run_state.h"
 #include "run/theo_disp_info.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/hmsetup.h"

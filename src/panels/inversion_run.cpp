@@ -12,11 +12,12 @@
 #include "panels/panels_state.h"
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/result_capacity.h"
 #include "records/session.h"
 #include "records/settings_capacity.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
@@ -28,7 +29,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kGlobalCurve = 1;
 constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
 
 class WaitCursor {
@@ -192,7 +192,7 @@ void ClearIterBox(int) {
 int FS_RunIAnal() {
   const AnalysisLock lock;
   InversionBoxes boxes;
-  return ShowRefusal(RunInversion(SettingsOfInversion(), boxes));
+  return ShowRefusal(RunInversion(run, SettingsOfInversion(), boxes));
 }
 
 int RunInvAnal() {

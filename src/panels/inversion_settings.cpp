@@ -9,7 +9,7 @@
 #include "records/model_records.h"
 #include "records/result_capacity.h"
 #include "run/result_entries.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"

@@ -11,11 +11,12 @@
 #include "panels/forward_run.h"
 #include "panels/run_boxes.h"
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/measdb.h"
 #include "records/model_records.h"
 #include "run/preliminary_profile.h"
+#include "run/run_state.h"
 #include "run/sweep_state.h"
-#include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
@@ -27,8 +28,6 @@
 
 namespace sondera {
 namespace {
-
-constexpr int kArrayCurves = 2;  // GLOBAL_ARRAY
 
 // ---- table of layers --------------------------------------------------------------------------------
 

@@ -7,6 +7,7 @@
 #include "panels/analresult.h"
 #include "panels/inversion.h"
 #include "panels/inversion_start.h"
+#include "records/kinds.h"
 #include "records/measdb.h"
 #include "records/measurement_rules.h"
 #include "records/model_records.h"
@@ -23,7 +24,6 @@ namespace {
 
 constexpr double kSearchFrom = 1e30;
 constexpr int kCompositeAndArray = 4;  // what the dispersion page shows after calcVel
-constexpr int kArrayCurves = 2;
 
 /// Properties of a new layer, columns 2 to 6 of the soil table: P-wave velocity 0 so that it follows from
 /// Poisson's ratio, S-wave velocity, density, Poisson's ratio, damping.

@@ -5,7 +5,7 @@
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "run/result_entries.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/dialogs.h"

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "records/session.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"

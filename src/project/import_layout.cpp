@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "numeric/analysis.h"
+#include "numeric/scale_arithmetic.h"
 #include "records/measdb.h"
 
 namespace sondera {
@@ -16,7 +17,7 @@ constexpr double kMostLineIndex = 1 << 30;
 
 /// Half up, then truncated.
 int RoundIndex(double x) {
-  return static_cast<int>(x + 0.5);
+  return TruncToInt(x + 0.5);
 }
 
 bool Positive(double x) {
@@ -75,7 +76,8 @@ bool LayOutTimeRecord(double t0, double t1, int count, int channels, TimeLayout&
   t.deltaT = (t1 - t0) / (count - 1);
   t.timeLength = (t.samples - 1) * t.deltaT;
   t.freqSpan = 0.5 / t.deltaT;
-  t.deltaF = t.freqSpan / (t.samples / 2);
+  const int lines = t.samples / 2;
+  t.deltaF = t.freqSpan / lines;
   t.triggerDelay = -t0 / (t1 - t0) * 100.0;
   if (t.triggerDelay == 0.0) t.triggerDelay = 0.0;  // no minus sign on a zero
   if (!Positive(t.timeLength) || !Positive(t.freqSpan) || !Positive(t.deltaF) ||

@@ -34,7 +34,7 @@ std::string ReadRow(const ImportRequest& request, int row, const ColumnRule& rul
 }
 
 std::string ReadFirstFile(const ImportRequest& request, TextColumns& columns, TimeLayout& layout) {
-  const std::string refusal = ReadRow(request, 0, {.values = 1, .tokensNeeded = kTokensOfSample}, columns);
+  std::string refusal = ReadRow(request, 0, {.values = 1, .tokensNeeded = kTokensOfSample}, columns);
   if (!refusal.empty()) return refusal;
   const double t0 = columns.axis.front(), t1 = columns.axis.back();
   if (LayOutTimeRecord(t0, t1, columns.count(), request.nChannels, layout)) return {};
@@ -46,7 +46,7 @@ std::string ReadFirstFile(const ImportRequest& request, TextColumns& columns, Ti
 std::string ReadLaterFile(const ImportRequest& request, int row, const TextColumns& first, double step,
                           TextColumns& columns) {
   const int count = first.count();
-  const std::string refusal =
+  std::string refusal =
       ReadRow(request, row,
               {.values = 1, .tokensNeeded = kTokensOfSample, .keepGoing = count, .maxLines = count}, columns);
   if (!refusal.empty()) return refusal;

@@ -50,7 +50,8 @@ TimeLayout LayoutOf(const ShotPlan& plan, int channels) {
   layout.deltaT = plan.interval;
   layout.timeLength = (layout.samples - 1) * layout.deltaT;
   layout.freqSpan = 0.5 / layout.deltaT;
-  layout.deltaF = layout.freqSpan / (layout.samples / 2);
+  const int lines = layout.samples / 2;
+  layout.deltaF = layout.freqSpan / lines;
   return layout;
 }
 

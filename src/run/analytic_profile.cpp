@@ -22,8 +22,8 @@ constexpr double kClassWidth = 0.339;
 /// State of the search along the curve.
 class Strip {
  public:
-  Strip(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found)
-      : ratio_(ratio), found_(found), columns_(found.columns()) {
+  Strip(const Run& run, const std::vector<CurvePoint>& curve, double ratio, LayerStack& found)
+      : run_(run), ratio_(ratio), found_(found), columns_(found.columns()) {
     const auto [low, high] = std::minmax_element(
         curve.begin(), curve.end(), [](const CurvePoint& a, const CurvePoint& b) { return a.c < b.c; });
     cMax_ = kAbove * high->c;
@@ -55,12 +55,12 @@ class Strip {
     const int L = found_.n + 1;
     const double thickness = ratio_ * p.w - z_, mid = thickness / 2.0 + z_;
     const auto R = [&](double Vs) {
-      FS_PropLayer(mid, L, Vs, columns_);
+      FS_PropLayer(run_, mid, L, Vs, columns_);
       columns_.Vs[L] = Vs;  // the trial, even where the layer's own Vp does not allow this one
       return FS_hspace(K, omega, p.c, L, columns_.Vs, columns_.nu, columns_.rho, D).re;
     };
     if (!FindRootByHalving(R, cMin_, cMax_, v, s)) return;
-    FS_PropLayer(mid, L, v, columns_);
+    FS_PropLayer(run_, mid, L, v, columns_);
     cRef_ = p.c;
     found_.H[L] = thickness;
     z_ += thickness;
@@ -73,11 +73,12 @@ class Strip {
     if (L == 0) return;
     const double deep = L == 1 ? found_.Vs[1] : 2.0 * found_.Vs[L] - found_.Vs[L - 1];
     found_.H[L + 1] = kDeepThickness * z_;
-    FS_PropLayer(z_ + found_.H[L + 1] / 2.0, L + 1, std::max(deep, 0.5 * found_.Vs[L]), columns_);
+    FS_PropLayer(run_, z_ + found_.H[L + 1] / 2.0, L + 1, std::max(deep, 0.5 * found_.Vs[L]), columns_);
     found_.n = L + 1;
   }
 
  private:
+  const Run& run_;
   double ratio_;
   LayerStack& found_;
   LayerColumns columns_;
@@ -125,12 +126,13 @@ std::vector<long> Classes(const std::vector<double>& measure) {
   const double width = std::sqrt(square) / kClassWidth / std::cbrt(n);
   const double least = *std::min_element(measure.begin(), measure.end());
   std::vector<long> classes;
-  for (double x : measure) classes.push_back(width > 0.0 ? static_cast<long>((x - least) / width + 0.5) : 0);
+  for (double x : measure)
+    classes.push_back(width > 0.0 ? static_cast<long>(std::floor((x - least) / width + 0.5)) : 0);
   return classes;
 }
 
 /// Makes the layers from..to of the stack layer L of another.
-void MergeInto(LayerStack& merged, const LayerStack& found, int from, int to, double top) {
+void MergeInto(const Run& run, LayerStack& merged, const LayerStack& found, int from, int to, double top) {
   double h = 0.0, time = 0.0;
   for (int l = from; l <= to; ++l) {
     h += found.H[l];
@@ -138,7 +140,7 @@ void MergeInto(LayerStack& merged, const LayerStack& found, int from, int to, do
   }
   const int L = ++merged.n;
   merged.H[L] = h;
-  FS_PropLayer(top + h / 2.0, L, TakesTime(time) ? h / time : found.Vs[from], merged.columns());
+  FS_PropLayer(run, top + h / 2.0, L, TakesTime(time) ? h / time : found.Vs[from], merged.columns());
 }
 
 bool IsFinite(const LayerStack& stack) {
@@ -148,28 +150,28 @@ bool IsFinite(const LayerStack& stack) {
 }
 
 /// Layers of the run from the layers found.
-Refusal TakeShape(const LayerStack& found) {
+Refusal TakeShape(Run& run, const LayerStack& found) {
   if (run.switches.iProfileShape == kMergedByHVs || run.switches.iProfileShape == kMergedByHOverVs)
-    return ReplaceRunLayers(MergedLayers(found, run.switches.iProfileShape));
-  if (run.switches.iProfileShape != kOnGivenLayers) return ReplaceRunLayers(found);
-  const LayerStack given = OnGivenLayering(found);
+    return ReplaceRunLayers(run, MergedLayers(run, found, run.switches.iProfileShape));
+  if (run.switches.iProfileShape != kOnGivenLayers) return ReplaceRunLayers(run, found);
+  const LayerStack given = OnGivenLayering(run, found);
   double top = 0.0;
   for (int i = 1; i <= run.ground.nLayersCur; ++i) {
-    FS_PropLayer(top + run.ground.layerH[i] / 2.0, i, given.Vs[i], RunLayerColumns());
+    FS_PropLayer(run, top + run.ground.layerH[i] / 2.0, i, given.Vs[i], RunLayerColumns(run.ground));
     top += run.ground.layerH[i];
   }
   return {};
 }
 
-Refusal MakeProfile(const std::vector<CurvePoint>& curve, Listener& listener) {
+Refusal MakeProfile(Run& run, const std::vector<CurvePoint>& curve, Listener& listener) {
   LayerStack found(static_cast<int>(curve.size()) + 1);
-  if (Refusal halt = StripLayers(curve, run.switches.alphaDepth, found, listener)) return halt;
+  if (Refusal halt = StripLayers(run, curve, run.switches.alphaDepth, found, listener)) return halt;
   if (found.n == 0 || !IsFinite(found))
     return FormatText(
         "The global dispersion curve gives no layer of a starting profile for the "
         "Depth-to-WaveL ratio %g.",
         run.switches.alphaDepth);
-  return TakeShape(found);
+  return TakeShape(run, found);
 }
 
 /// How a search back over a change of sign ended.
@@ -212,11 +214,11 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
   return true;
 }
 
-Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
+Refusal StripLayers(const Run& run, const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
                     Listener& listener) {
   found.n = 0;
   if (curve.size() < 2) return {};
-  Strip strip(curve, ratio, found);
+  Strip strip(run, curve, ratio, found);
   strip.Search(curve.front(), curve.front().c, kStep * curve.front().c);
   for (std::size_t p = 1; p + 1 < curve.size(); ++p) {
     if (strip.Extends(curve[p])) {
@@ -230,7 +232,7 @@ Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerSta
   return {};
 }
 
-LayerStack OnGivenLayering(const LayerStack& found) {
+LayerStack OnGivenLayering(const Run& run, const LayerStack& found) {
   const int n = run.ground.nLayersCur;
   LayerStack given(n + 1);
   given.n = n + 1;
@@ -238,16 +240,16 @@ LayerStack OnGivenLayering(const LayerStack& found) {
   double top = 0.0;
   for (int i = 1; i <= n; ++i) {
     given.H[i] = run.ground.layerH[i];
-    FS_PropLayer(top + given.H[i] / 2.0, i, ground.Next(given.H[i], i > 1 ? given.Vs[i - 1] : found.Vs[1]),
-                 given.columns());
+    FS_PropLayer(run, top + given.H[i] / 2.0, i,
+                 ground.Next(given.H[i], i > 1 ? given.Vs[i - 1] : found.Vs[1]), given.columns());
     top += given.H[i];
   }
   given.H[n + 1] = kHalfSpaceThickness * found.Depth(found.n - 1);
-  FS_PropLayer(top + given.H[n + 1] / 2.0, n + 1, found.Vs[found.n], given.columns());
+  FS_PropLayer(run, top + given.H[n + 1] / 2.0, n + 1, found.Vs[found.n], given.columns());
   return given;
 }
 
-LayerStack MergedLayers(const LayerStack& found, int shape) {
+LayerStack MergedLayers(const Run& run, const LayerStack& found, int shape) {
   const int n = found.n - 1;  // without the extra deep layer
   std::vector<double> measure;
   for (int l = 1; l <= n; ++l)
@@ -257,25 +259,25 @@ LayerStack MergedLayers(const LayerStack& found, int shape) {
   double top = 0.0;
   for (int from = 1, l = 1; l <= n; ++l) {
     if (l < n && classes[static_cast<std::size_t>(l)] == classes[static_cast<std::size_t>(l - 1)]) continue;
-    MergeInto(merged, found, from, l, top);
+    MergeInto(run, merged, found, from, l, top);
     top += merged.H[merged.n];
     from = l + 1;
   }
-  MergeInto(merged, found, found.n, found.n, top);
+  MergeInto(run, merged, found, found.n, found.n, top);
   return merged;
 }
 
-Refusal FS_AnalPrePrf(Listener& listener) {
+Refusal FS_AnalPrePrf(Run& run, Listener& listener) {
   if (!(run.switches.alphaDepth > 0.0) || !std::isfinite(run.switches.alphaDepth))
     return FormatText("The Depth-to-WaveL ratio is %g. It must be above 0.", run.switches.alphaDepth);
-  const std::vector<CurvePoint> curve = ObservedCurve();
+  const std::vector<CurvePoint> curve = ObservedCurve(run.observations);
   if (curve.size() < 2) return "A starting profile needs a global dispersion curve of two points or more.";
   if (!IsOneGround(curve))
     return "The velocities of the global dispersion curve are too far apart for one ground.";
   const bool replaces = run.switches.iProfileShape != kOnGivenLayers;
-  if (replaces) KeepGivenLayersAsStrata();
-  Refusal result = MakeProfile(curve, listener);
-  if (replaces) FS_DeAllocateStrataPropLayer();
+  if (replaces) KeepGivenLayersAsStrata(run.ground, run.strata);
+  Refusal result = MakeProfile(run, curve, listener);
+  if (replaces) FS_DeAllocateStrataPropLayer(run.strata);
   return result;
 }
 

@@ -34,7 +34,7 @@ bool FindRootByHalving(const std::function<double(double)>& R, double cMin, doub
 /// @return refused, without a reason, when halted
 /// A point within 5 % of the velocity that made the last layer extends that layer. A point is skipped if it
 /// has no root, if its wave does not get through a layer above, or if it is no deeper than the layers found.
-Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
+Refusal StripLayers(const Run& run, const std::vector<CurvePoint>& curve, double ratio, LayerStack& found,
                     Listener& listener);
 
 /// The layers found, on the layering of the run: each of its layers gets the travel-time mean velocity of the
@@ -42,12 +42,12 @@ Refusal StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerSta
 /// @return nLayersCur + 1 layers; the last one is a half-space with the deepest velocity found, 100 times as
 /// thick as the stripped depth. Kept: the run still counts nLayersCur layers, so this one has no effect, and
 /// the last layer of the table is the half-space of the solvers.
-LayerStack OnGivenLayering(const LayerStack& found);
+LayerStack OnGivenLayering(const Run& run, const LayerStack& found);
 
 /// The layers found, with neighbours of the same class merged (kMergedByHVs, kMergedByHOverVs): classes of
 /// equal width over the measure H * Vs or H / Vs. Width: standard deviation over 0.339 and over the cube root
 /// of the number of layers (Scott's rule for histograms, with another constant). The extra deep layer stays
 /// unchanged.
-LayerStack MergedLayers(const LayerStack& found, int shape);
+LayerStack MergedLayers(const Run& run, const LayerStack& found, int shape);
 
 }  // namespace sondera

@@ -14,71 +14,72 @@ namespace {
 constexpr int kSmoothingPower = 0;
 
 /// Whether a deviation is computed from the velocity.
-bool DeviationFromValue(double deviation) {
-  return deviation == 0.0 || run.switches.cdMode == 1;
+bool DeviationFromValue(const Switches& switches, double deviation) {
+  return deviation == 0.0 || switches.cdMode == 1;
 }
 /// Whether all deviations are to be 1.
-bool UnitDeviations() {
-  return run.switches.cdMode == -1 || run.switches.iInvScheme == kLeastSquares;
+bool UnitDeviations(const Switches& switches) {
+  return switches.cdMode == -1 || switches.iInvScheme == kLeastSquares;
 }
 
 /// Deviation by the two tests in turn: the second one has priority.
-double DeviationInTurn(double deviation, double value) {
-  if (DeviationFromValue(deviation)) deviation = value * run.switches.ufVph;
-  return UnitDeviations() ? 1.0 : deviation;
+double DeviationInTurn(const Switches& switches, double deviation, double value) {
+  if (DeviationFromValue(switches, deviation)) deviation = value * switches.ufVph;
+  return UnitDeviations(switches) ? 1.0 : deviation;
 }
 
 /// The second test is made only where the first one fails.
-double DeviationEitherOr(double deviation, double value) {
-  if (DeviationFromValue(deviation)) return value * run.switches.ufVph;
-  return UnitDeviations() ? 1.0 : deviation;
+double DeviationEitherOr(const Switches& switches, double deviation, double value) {
+  if (DeviationFromValue(switches, deviation)) return value * switches.ufVph;
+  return UnitDeviations(switches) ? 1.0 : deviation;
 }
 
 double Square(double x) {
   return x * x;
 }
 
-void SetRow(int row, double velocity, double amplitude, double frequency, double wavelength) {
-  run.observations.runVel[row] = velocity;
-  run.observations.runAmp[row] = amplitude;
-  run.observations.runFreq[row] = frequency;
-  run.observations.runLambda[row] = run.observations.runLambda2[row] = wavelength;
+void SetRow(Observations& observations, int row, double velocity, double amplitude, double frequency,
+            double wavelength) {
+  observations.runVel[row] = velocity;
+  observations.runAmp[row] = amplitude;
+  observations.runFreq[row] = frequency;
+  observations.runLambda[row] = observations.runLambda2[row] = wavelength;
 }
 
-int SetUpGlobalRows() {
-  const int n = run.observations.nDispPoints;
-  if (n > run.observations.runVel.hi()) return -1;
-  run.observations.nObsRows = run.observations.ldObs = n;
-  run.observations.Cd = DiagonalMatrix(n);
+int SetUpGlobalRows(const Switches& switches, Observations& observations) {
+  const int n = observations.nDispPoints;
+  if (n > observations.runVel.hi()) return -1;
+  observations.nObsRows = observations.ldObs = n;
+  observations.Cd = DiagonalMatrix(n);
   for (int i = 1; i <= n; ++i) {
-    for (int k = 1; k <= run.observations.globalRecCount[i]; ++k)
-      SetRow((k - 1) * n + i, run.observations.globalVel[i], 0.0, run.observations.globalFreq[i],
-             run.observations.globalLambda[i]);
-    if (run.switches.iAnalysis <= 0) continue;
-    double& deviation = run.observations.globalDev[i];
-    deviation = DeviationInTurn(deviation, run.observations.globalVel[i]);
-    run.observations.Cd.diag(i) = Square(deviation);
+    for (int k = 1; k <= observations.globalRecCount[i]; ++k)
+      SetRow(observations, (k - 1) * n + i, observations.globalVel[i], 0.0, observations.globalFreq[i],
+             observations.globalLambda[i]);
+    if (switches.iAnalysis <= 0) continue;
+    double& deviation = observations.globalDev[i];
+    deviation = DeviationInTurn(switches, deviation, observations.globalVel[i]);
+    observations.Cd.diag(i) = Square(deviation);
   }
   return 0;
 }
 
-int SetUpArrayRows() {
-  const int n = run.observations.nObs;
-  if (n > run.observations.runVel.hi()) return -1;
-  run.observations.nObsRows = n;
-  run.observations.ldObs = run.switches.iUseAmplitude == 1 ? 2 * n : n;
-  run.observations.Cd = DiagonalMatrix(run.observations.ldObs);
+int SetUpArrayRows(const Switches& switches, Observations& observations) {
+  const int n = observations.nObs;
+  if (n > observations.runVel.hi()) return -1;
+  observations.nObsRows = n;
+  observations.ldObs = switches.iUseAmplitude == 1 ? 2 * n : n;
+  observations.Cd = DiagonalMatrix(observations.ldObs);
   for (int i = 1; i <= n; ++i) {
-    SetRow(i, run.observations.arrayVel[i], run.observations.arrayAmp[i], run.observations.arrayFreq[i],
-           run.observations.arrayVel[i] / run.observations.arrayFreq[i]);
-    if (run.switches.iAnalysis <= 0) continue;
-    double& deviation = run.observations.arrayDev[i];
-    deviation = DeviationEitherOr(deviation, run.observations.arrayVel[i]);
-    run.observations.Cd.diag(i) = Square(deviation);
-    if (run.switches.iUseAmplitude != 1) continue;
-    double& ampDeviation = run.observations.arrayAmpDev[i];
-    ampDeviation = DeviationInTurn(ampDeviation, run.observations.arrayAmp[i]);
-    run.observations.Cd.diag(n + i) = Square(ampDeviation);
+    SetRow(observations, i, observations.arrayVel[i], observations.arrayAmp[i], observations.arrayFreq[i],
+           observations.arrayVel[i] / observations.arrayFreq[i]);
+    if (switches.iAnalysis <= 0) continue;
+    double& deviation = observations.arrayDev[i];
+    deviation = DeviationEitherOr(switches, deviation, observations.arrayVel[i]);
+    observations.Cd.diag(i) = Square(deviation);
+    if (switches.iUseAmplitude != 1) continue;
+    double& ampDeviation = observations.arrayAmpDev[i];
+    ampDeviation = DeviationInTurn(switches, ampDeviation, observations.arrayAmp[i]);
+    observations.Cd.diag(n + i) = Square(ampDeviation);
   }
   return 0;
 }
@@ -96,9 +97,10 @@ OffsetVector<double> MidDepths(const LayeredGround& ground) {
 
 }  // namespace
 
-int FS_SetUpObsData(int kind) {
+int FS_SetUpObsData(Run& run, int kind) {
   if (std::abs(run.switches.iAnalysis) == 2) kind = 1;
-  const int result = kind == 1 ? SetUpGlobalRows() : SetUpArrayRows();
+  const int result = kind == 1 ? SetUpGlobalRows(run.switches, run.observations)
+                               : SetUpArrayRows(run.switches, run.observations);
   if (result < 0) return result;
   const int columns = run.switches.iInvScheme > 0 ? run.parameters.nModelParm : 0;
   if (run.update.GMatrix.rows() != run.observations.ldObs || run.update.GMatrix.cols() != columns)

@@ -1,7 +1,7 @@
 // covariances.h - observation rows of a run with their covariance, covariance of the model, and the misfit.
 //
 // Callers: drivers of forward runs and inversions, the update of an inversion (FS_Setup_Cm at each
-// iteration). Works on `run`; owns no state. Source of the method: linearised maximum likelihood inversion
+// iteration). Owned state: none. Source of the method: linearised maximum likelihood inversion
 // (Tarantola and Valette, 1982) with Gaussian, uncorrelated data.
 #pragma once
 
@@ -18,7 +18,7 @@ namespace sondera {
 /// cdMode -1 or update formula 4 always replace a deviation by 1.0, on array curves only where it is neither
 /// 0 nor replaced by cdMode 1.
 /// @return 0; -1 when there are more rows than the run was sized for (nothing changed)
-int FS_SetUpObsData(int kind);
+int FS_SetUpObsData(Run& run, int kind);
 
 /// Fills Cm from UFModel and the present model: a factor below 1 is a ratio of the parameter's value, one of
 /// 1 or more a deviation in the parameter's unit; parameters of one quantity are correlated over depth where

@@ -12,27 +12,28 @@ namespace {
 
 /// Completes the layers of given thicknesses. The mid-depth of the last one is computed with the thickness of
 /// the layer above.
-void FillLayers(const std::vector<CurvePoint>& curve, const double* H, int n, const LayerColumns& out) {
+void FillLayers(const Run& run, const std::vector<CurvePoint>& curve, const double* H, int n,
+                const LayerColumns& out) {
   double top = 0.0;
   for (int i = 1; i <= n; ++i) {
     const bool last = i == n;
     const double thickness = last && n > 1 ? H[i - 1] : H[i];
     const double bottom = last ? std::numeric_limits<double>::infinity() : top + H[i];
-    FS_PropLayer(top + thickness - thickness / 2.0, i, MeanShearVelocity(curve, top, bottom), out);
+    FS_PropLayer(run, top + thickness - thickness / 2.0, i, MeanShearVelocity(curve, top, bottom), out);
     top += H[i];
   }
 }
 
-Refusal FillBounds(const std::vector<CurvePoint>& curve) {
+Refusal FillBounds(Run& run, const std::vector<CurvePoint>& curve) {
   const std::vector<double> H =
       BoundsFromCurve(curve, run.ground.nLayersCur, run.ground.layerH[run.ground.nLayersCur]);
   LayerStack stack(static_cast<int>(H.size()));
   stack.n = static_cast<int>(H.size());
   for (int i = 1; i <= stack.n; ++i) stack.H[i] = H[static_cast<std::size_t>(i - 1)];
-  KeepGivenLayersAsStrata();
-  FillLayers(curve, stack.H.shifted(), stack.n, stack.columns());
-  Refusal result = ReplaceRunLayers(stack);
-  FS_DeAllocateStrataPropLayer();
+  KeepGivenLayersAsStrata(run.ground, run.strata);
+  FillLayers(run, curve, stack.H.shifted(), stack.n, stack.columns());
+  Refusal result = ReplaceRunLayers(run, stack);
+  FS_DeAllocateStrataPropLayer(run.strata);
   return result;
 }
 
@@ -71,11 +72,11 @@ std::vector<double> BoundsFromCurve(const std::vector<CurvePoint>& curve, int mo
   return H;
 }
 
-Refusal FS_EmpPrePrf() {
-  const std::vector<CurvePoint> curve = ObservedCurve();
+Refusal FS_EmpPrePrf(Run& run) {
+  const std::vector<CurvePoint> curve = ObservedCurve(run.observations);
   if (curve.empty()) return "A starting profile needs a global dispersion curve.";
-  if (run.switches.iProfileShape == kBoundsFromCurve) return FillBounds(curve);
-  FillLayers(curve, run.ground.layerH.shifted(), run.ground.nLayersCur, RunLayerColumns());
+  if (run.switches.iProfileShape == kBoundsFromCurve) return FillBounds(run, curve);
+  FillLayers(run, curve, run.ground.layerH.shifted(), run.ground.nLayersCur, RunLayerColumns(run.ground));
   return {};
 }
 

@@ -17,12 +17,12 @@ namespace {
 
 /// Everything up to the sweep.
 Refusal Prepare(Run& run, const std::string& PROJID, int prePrfType, Listener& listener) {
-  if (Refusal refusal = FS_RetrieveSystemPM(kForwardRun, prePrfType, PROJID)) return refusal;
-  if (Refusal refusal = FS_GetStartMP({}, listener)) return refusal;
+  if (Refusal refusal = FS_RetrieveSystemPM(run, kForwardRun, prePrfType, PROJID)) return refusal;
+  if (Refusal refusal = FS_GetStartMP(run, {}, listener)) return refusal;
   std::fill(run.observations.iNoVelocity.begin(), run.observations.iNoVelocity.end(), 0);
   if (run.switches.iDispSource == kGlobalCurve) FS_SearchReceivers(run.observations, run.receivers);
   FS_ReportTime(run.course, 0);
-  return FS_SetUpObsData(run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
+  return FS_SetUpObsData(run, run.switches.iDispSource) < 0 ? Refusal::WithoutReason() : Refusal();
 }
 
 /// Stores, writes and reports the result.
@@ -54,8 +54,8 @@ ForwardRunEnd RunForward(Run& run, const ModelRecord& settings, const std::strin
   if (Refusal refusal = Prepare(run, PROJID, prePrfType, listener)) return {refusal};
   OffsetVector<double> vel, amp;
   const SweepParts parts = PartsOfSweep(run);
-  Refusal refusal = run.switches.iHaveData == 0 ? SweepWithoutData(parts, settings, listener, vel, amp)
-                                                : SweepWithData(parts, listener, vel, amp);
+  Refusal refusal = run.switches.iHaveData == 0 ? FS_rWave3D_F(parts, settings, listener, vel, amp)
+                                                : FS_rWave3D(parts, listener, vel, amp);
   if (refusal) return {refusal, true};
   refusal = Finish(run, iProfile, vel, amp, listener);
   FS_CloseFiles(kForwardRun, listener);

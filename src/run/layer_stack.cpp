@@ -20,17 +20,17 @@ void Resize(OffsetVector<double>& column, int n, const OffsetVector<double>* fro
   column = std::move(made);
 }
 
-void CopyToTheoDispInfo() {
+void CopyToTheoDispInfo(const LayeredGround& ground) {
   ModelRecord& t = TheoDispInfo;
-  const std::size_t n = static_cast<std::size_t>(run.ground.nLayersCur);
-  const OffsetVector<double>* from[] = {&run.ground.layerH,   &run.ground.layerVp, &run.ground.layerVs,
-                                        &run.ground.layerRho, &run.ground.layerNu, &run.ground.layerDamp};
-  t.nLayers = run.ground.nLayersCur;
+  const std::size_t n = static_cast<std::size_t>(ground.nLayersCur);
+  const OffsetVector<double>* from[] = {&ground.layerH,   &ground.layerVp, &ground.layerVs,
+                                        &ground.layerRho, &ground.layerNu, &ground.layerDamp};
+  t.nLayers = ground.nLayersCur;
   t.capLayers = std::max(t.capLayers, t.nLayers);
   for (std::size_t k = 0; k < kLayerColumns.size(); ++k) {
     std::vector<double>& column = t.*kLayerColumns[k];
     if (column.size() < n) column.resize(static_cast<std::size_t>(t.capLayers), 0.0);
-    std::copy_n(from[k]->begin(), run.ground.nLayersCur, column.begin());
+    std::copy_n(from[k]->begin(), ground.nLayersCur, column.begin());
   }
 }
 
@@ -50,28 +50,27 @@ double LayerStack::Depth(int upTo) const {
   return depth;
 }
 
-void KeepGivenLayersAsStrata() {
-  const int n = run.ground.nLayersCur;
-  FS_AllocateStrataPropLayer(n);
-  StrataTables& s = run.strata;
+void KeepGivenLayersAsStrata(const LayeredGround& ground, StrataTables& s) {
+  const int n = ground.nLayersCur;
+  FS_AllocateStrataPropLayer(s, n);
   double top = 0.0;
   for (int l = 1; l <= n; ++l) {
     s.top[l] = top;
-    s.H[l] = run.ground.layerH[l];
-    s.Vs[l] = run.ground.layerVs[l];
-    s.Vp[l] = run.ground.layerVp[l];
-    s.G[l] = run.ground.layerG[l];
-    s.E[l] = run.ground.layerE[l];
-    s.rho[l] = run.ground.layerRho[l];
-    s.nu[l] = run.ground.layerNu[l];
-    s.damp[l] = run.ground.layerDamp[l];
-    s.iPoissonGiven[l] = run.ground.iPoissonGiven[l];
-    s.iDensityDerived[l] = run.ground.iDensityDerived[l];
-    top += run.ground.layerH[l];
+    s.H[l] = ground.layerH[l];
+    s.Vs[l] = ground.layerVs[l];
+    s.Vp[l] = ground.layerVp[l];
+    s.G[l] = ground.layerG[l];
+    s.E[l] = ground.layerE[l];
+    s.rho[l] = ground.layerRho[l];
+    s.nu[l] = ground.layerNu[l];
+    s.damp[l] = ground.layerDamp[l];
+    s.iPoissonGiven[l] = ground.iPoissonGiven[l];
+    s.iDensityDerived[l] = ground.iDensityDerived[l];
+    top += ground.layerH[l];
   }
 }
 
-Refusal ReplaceRunLayers(const LayerStack& stack) {
+Refusal ReplaceRunLayers(Run& run, const LayerStack& stack) {
   const int n = stack.n;
   if (n < 1 || n > kMaxRunLayers)
     return FormatText("The starting profile has %d layers. It must have 1 to %d.", n, kMaxRunLayers);
@@ -97,7 +96,7 @@ Refusal ReplaceRunLayers(const LayerStack& stack) {
   }
   run.ground.nLayersCur = n;
   run.ground.lastLayerH = stack.H[n];
-  CopyToTheoDispInfo();
+  CopyToTheoDispInfo(run.ground);
   return {};
 }
 

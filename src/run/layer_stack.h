@@ -21,11 +21,11 @@ struct LayerStack {
 
 /// Keeps the given layers of the run as its strata, so that a profile that replaces them can still use their
 /// properties. FS_DeAllocateStrataPropLayer releases them.
-void KeepGivenLayersAsStrata();
+void KeepGivenLayersAsStrata(const LayeredGround& ground, StrataTables& strata);
 
 /// Makes the stack the layers of the run, and of TheoDispInfo for storage and display: thickness, completed
 /// properties, and the flags of the stratum at each mid-depth. Refuses a stack with too many layers for a
 /// run.
-Refusal ReplaceRunLayers(const LayerStack& stack);
+Refusal ReplaceRunLayers(Run& run, const LayerStack& stack);
 
 }  // namespace sondera

@@ -168,7 +168,7 @@ void FinishArrayCurves(ModelRecord& m) {
 }
 
 std::string ReserveArrayCurves(ModelRecord& m, int points) {
-  const std::string complaint = CheckArrayCounts(points, m.nDispCurves, m.nReceivers);
+  std::string complaint = CheckArrayCounts(points, m.nDispCurves, m.nReceivers);
   if (!complaint.empty()) return complaint;
   ReservePoints(m, points);
   ReserveCurves(m, points, m.nDispCurves);

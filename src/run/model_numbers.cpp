@@ -13,7 +13,8 @@ namespace {
 constexpr const char* kWarningTitle = "Sondera - Warning";
 
 /// Clears the entries of one quantity at the layers that a list names.
-void Constrain(int quantity, const char* name, std::string text, Listener& listener) {
+void Constrain(int quantity, const char* name, std::string text, int nLayers, Parameters& parameters,
+               Listener& listener) {
   if (text.size() > kMaxConstraintText) {
     listener.ShowMessage(
         kWarningTitle,
@@ -30,12 +31,12 @@ void Constrain(int quantity, const char* name, std::string text, Listener& liste
                                     "first %d are used.",
                                     name, count, kMaxConstraints));
   for (const int l : layers) {
-    if (l < 1 || l > run.ground.nLayersCur) {
+    if (l < 1 || l > nLayers) {
       listener.ShowMessage(kWarningTitle,
                            FormatText("The layer with the constraint of %s, %d, is not valid.", name, l));
       continue;
     }
-    run.parameters.MapEntry(quantity, l) = 0;
+    parameters.MapEntry(quantity, l) = 0;
   }
 }
 
@@ -54,22 +55,22 @@ std::vector<int> RetrieveLayerNoFromStr(std::string_view text, int& count) {
   return numbers;
 }
 
-void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listener& listener) {
-  const int n = run.ground.nLayersCur;
-  std::fill(run.parameters.ModelMap.begin(), run.parameters.ModelMap.end(), 0);
-  for (int l = 1; l <= n; ++l) {
-    if ((modelParm == 2 || modelParm == 3) && l < n) run.parameters.MapEntry(kQuantityH, l) = 1;
-    if (modelParm == 1 || modelParm == 3) run.parameters.MapEntry(kQuantityVs, l) = 1;
+void NumberModelParameters(int nLayers, Parameters& parameters, int modelParm, const ConstrainedLayers& fixed,
+                           Listener& listener) {
+  std::fill(parameters.ModelMap.begin(), parameters.ModelMap.end(), 0);
+  for (int l = 1; l <= nLayers; ++l) {
+    if ((modelParm == 2 || modelParm == 3) && l < nLayers) parameters.MapEntry(kQuantityH, l) = 1;
+    if (modelParm == 1 || modelParm == 3) parameters.MapEntry(kQuantityVs, l) = 1;
   }
-  Constrain(kQuantityVs, "Vs", fixed.CONST_MP_VS, listener);
-  Constrain(kQuantityH, "H", fixed.CONST_MP_H, listener);
+  Constrain(kQuantityVs, "Vs", fixed.CONST_MP_VS, nLayers, parameters, listener);
+  Constrain(kQuantityH, "H", fixed.CONST_MP_H, nLayers, parameters, listener);
   int number = 0;
-  for (int l = 1; l <= n; ++l) {
+  for (int l = 1; l <= nLayers; ++l) {
     for (const int q : {kQuantityH, kQuantityVs}) {
-      if (run.parameters.MapEntry(q, l) != 0) run.parameters.MapEntry(q, l) = ++number;
+      if (parameters.MapEntry(q, l) != 0) parameters.MapEntry(q, l) = ++number;
     }
   }
-  run.parameters.nModelParm = number;
+  parameters.nModelParm = number;
 }
 
 void FS_ModelNoToLayerNo(const Run& run, int number, int& layer, int& quantity) {

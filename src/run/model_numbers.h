@@ -1,7 +1,6 @@
 // model_numbers.h - which layer values are free parameters, and their numbers.
 //
-// Callers: the set-up of an inversion, the covariance of the model, the writers of results. Works on ModelMap
-// of `run`; owns no state.
+// Callers: the set-up of an inversion, the covariance of the model, the writers of results. Owned state: none.
 #pragma once
 
 #include <string>
@@ -30,7 +29,8 @@ struct ConstrainedLayers {
 /// Numbers the free parameters of the run in ModelMap, from 1, layer after layer and H before Vs, and sets
 /// nModelParm: by the parameter choice (1 Vs, 2 H, 3 both), without the half-space's thickness and without
 /// the fixed layers. Listed layers that do not exist are reported and skipped. Vp and density are never free.
-void NumberModelParameters(int modelParm, const ConstrainedLayers& fixed, Listener& listener);
+void NumberModelParameters(int nLayers, Parameters& parameters, int modelParm, const ConstrainedLayers& fixed,
+                           Listener& listener);
 
 /// Layer and quantity (1 H, 2 Vs, 3 Vp, 4 density) of a parameter. Kept: both are 1 for a number that does
 /// not exist.

@@ -21,22 +21,21 @@ namespace sondera {
 namespace {
 
 /// Sizes that depend on the number of parameters.
-void SizeModel(int m) {
-  run.parameters.rModel = run.parameters.rModelPrior = run.parameters.UFModel = run.update.deltaModel =
+void SizeModel(Parameters& parameters, Update& update, int m) {
+  parameters.rModel = parameters.rModelPrior = parameters.UFModel = update.deltaModel =
       OffsetVector<double>(1, m);
-  run.parameters.Cm = run.update.Hessian = run.update.InvH = run.update.InvCm = ColumnMatrix(m, m);
+  parameters.Cm = update.Hessian = update.InvH = update.InvCm = ColumnMatrix(m, m);
 }
 
 /// Message for the first factor or bound that cannot be used in a computation.
-std::string CheckInvSettings(const InvRecord& r) {
-  const std::pair<const char*, double> values[] = {
-      {"The uncertainty factor of H", r.ufH},
-      {"The uncertainty factor of Vs", r.ufVs},
-      {"The lower bound of H", r.minH},
-      {"The upper bound of H", r.maxH},
-      {"The lower bound of Vs", r.minVs},
-      {"The upper bound of Vs", r.maxVs},
-      {"The uncertainty factor of velocities", run.switches.ufVph}};
+std::string CheckInvSettings(const InvRecord& r, double ufVph) {
+  const std::pair<const char*, double> values[] = {{"The uncertainty factor of H", r.ufH},
+                                                   {"The uncertainty factor of Vs", r.ufVs},
+                                                   {"The lower bound of H", r.minH},
+                                                   {"The upper bound of H", r.maxH},
+                                                   {"The lower bound of Vs", r.minVs},
+                                                   {"The upper bound of Vs", r.maxVs},
+                                                   {"The uncertainty factor of velocities", ufVph}};
   for (const auto& [what, value] : values) {
     if (!std::isfinite(value)) return FormatText("%s is %g. It must be a finite number.", what, value);
   }
@@ -49,38 +48,38 @@ std::string CheckInvSettings(const InvRecord& r) {
 
 }  // namespace
 
-Refusal FS_ReadLayerProp() {
+Refusal FS_ReadLayerProp(LayeredGround& ground) {
   const ModelRecord& t = TheoDispInfo;
-  if (t.nLayers != run.ground.nLayersCur)
-    return FormatText("The run has %d layers, its model %d.", run.ground.nLayersCur, t.nLayers);
+  if (t.nLayers != ground.nLayersCur)
+    return FormatText("The run has %d layers, its model %d.", ground.nLayersCur, t.nLayers);
   const std::string complaint = CheckRunLayers(t);
   if (!complaint.empty()) return complaint;
-  for (int l = 1; l <= run.ground.nLayersCur; ++l) {
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
     const std::size_t i = static_cast<std::size_t>(l - 1);
-    run.ground.layerH[l] = t.thickness[i];
-    run.ground.layerVp[l] = t.Vp[i];
-    run.ground.layerVs[l] = t.Vs[i];
-    run.ground.layerRho[l] = t.density[i];
-    run.ground.layerNu[l] = t.nu[i];
-    run.ground.layerDamp[l] = t.damping[i];
-    CompleteGivenLayer(run.ground, l);
+    ground.layerH[l] = t.thickness[i];
+    ground.layerVp[l] = t.Vp[i];
+    ground.layerVs[l] = t.Vs[i];
+    ground.layerRho[l] = t.density[i];
+    ground.layerNu[l] = t.nu[i];
+    ground.layerDamp[l] = t.damping[i];
+    CompleteGivenLayer(ground, l);
   }
-  run.ground.lastLayerH = run.ground.layerH[run.ground.nLayersCur];
+  ground.lastLayerH = ground.layerH[ground.nLayersCur];
   return {};
 }
 
-Refusal FS_ReadModelParmF(const ConstrainedLayers& fixed, Listener& listener) {
+Refusal FS_ReadModelParmF(Run& run, const ConstrainedLayers& fixed, Listener& listener) {
   if (run.switches.iAnalysis <= 0) return {};
-  const std::string complaint = CheckInvSettings(InvParam);
+  const std::string complaint = CheckInvSettings(InvParam, run.switches.ufVph);
   if (!complaint.empty()) return complaint;
   run.parameters.parmMin[kQuantityH] = InvParam.minH;
   run.parameters.parmMax[kQuantityH] = InvParam.maxH;
   run.parameters.parmMin[kQuantityVs] = InvParam.minVs;
   run.parameters.parmMax[kQuantityVs] = InvParam.maxVs;
-  NumberModelParameters(InvParam.MODELPARM, fixed, listener);
+  NumberModelParameters(run.ground.nLayersCur, run.parameters, InvParam.MODELPARM, fixed, listener);
   if (run.parameters.nModelParm == 0)
     return "All layers are constrained: there is no model parameter to vary.";
-  SizeModel(run.parameters.nModelParm);
+  SizeModel(run.parameters, run.update, run.parameters.nModelParm);
   std::fill(run.parameters.corrLength.begin(), run.parameters.corrLength.end(), 0.0);
   std::fill(run.parameters.uncH.begin(), run.parameters.uncH.end(), InvParam.ufH);
   std::fill(run.parameters.uncVs.begin(), run.parameters.uncVs.end(), InvParam.ufVs);
@@ -89,23 +88,23 @@ Refusal FS_ReadModelParmF(const ConstrainedLayers& fixed, Listener& listener) {
   return {};
 }
 
-Refusal FS_PrelimAnal(const ConstrainedLayers& fixed, Listener& listener) {
+Refusal FS_PrelimAnal(Run& run, const ConstrainedLayers& fixed, Listener& listener) {
   FS_AllocatePropLayer(run.ground.nLayersCur);
-  if (Refusal refusal = FS_ReadLayerProp()) return refusal;
+  if (Refusal refusal = FS_ReadLayerProp(run.ground)) return refusal;
   const int type = run.switches.preliminaryProfileType;
   if ((type == kEmpiricalProfile || type == kAnalyticProfile) &&
       (run.switches.iProfileShape == kOnGivenLayers || run.switches.iProfileShape == kAsFound)) {
-    if (FS_SetUpObsData(1) < 0) return Refusal::WithoutReason();
-    if (Refusal refusal = type == kEmpiricalProfile ? FS_EmpPrePrf() : FS_AnalPrePrf(listener))
+    if (FS_SetUpObsData(run, 1) < 0) return Refusal::WithoutReason();
+    if (Refusal refusal = type == kEmpiricalProfile ? FS_EmpPrePrf(run) : FS_AnalPrePrf(run, listener))
       return refusal;
   } else {
     // The depth of a layer here is one and a half times its thickness, wherever the layer lies.
     for (int l = 1; l <= run.ground.nLayersCur; ++l)
-      FS_PropLayer(1.5 * run.ground.layerH[l], l, run.ground.layerVs[l], RunLayerColumns());
+      FS_PropLayer(run, 1.5 * run.ground.layerH[l], l, run.ground.layerVs[l], RunLayerColumns(run.ground));
   }
   if (run.switches.iInvScheme <= 0) return {};
-  FS_AllocateModelInfo(1, run.ground.nLayersCur);
-  return FS_ReadModelParmF(fixed, listener);
+  FS_AllocateModelInfo(run.parameters, 1, run.ground.nLayersCur);
+  return FS_ReadModelParmF(run, fixed, listener);
 }
 
 }  // namespace sondera

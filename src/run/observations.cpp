@@ -27,35 +27,35 @@ constexpr double kDerivativeStep = 6e-6;
 constexpr double kInversionAlpha = 0.53;
 
 /// The record that supplies the points of the run.
-ModelRecord& SourceRecord() {
-  return run.switches.runKind == kInversionRun ? TheoDispInfo : FModelParam;
+ModelRecord& SourceRecord(const Switches& switches) {
+  return switches.runKind == kInversionRun ? TheoDispInfo : FModelParam;
 }
 
 double At(const std::vector<double>& v, int i) {
   return v[static_cast<std::size_t>(i - 1)];
 }
 
-void SetSwitches(int kind, int prePrfType, const ModelRecord& r) {
+void SetSwitches(int kind, int prePrfType, const ModelRecord& r, Switches& switches) {
   const bool inversion = kind == kInversionRun, waveform = kind == kWaveformRun;
-  run.switches.runKind = kind;
-  run.switches.iInvScheme = inversion ? 1 : 0;
-  run.switches.iHaveData = inversion || (kind == kForwardRun && r.DispCurvInfo != 0) ? 1 : 0;
-  run.switches.preliminaryProfileType = waveform ? 0 : prePrfType;
-  run.switches.iProfileShape = 1;
-  run.switches.nSubLayers = r.nSubLayers == 0 ? 16 : r.nSubLayers;
+  switches.runKind = kind;
+  switches.iInvScheme = inversion ? 1 : 0;
+  switches.iHaveData = inversion || (kind == kForwardRun && r.DispCurvInfo != 0) ? 1 : 0;
+  switches.preliminaryProfileType = waveform ? 0 : prePrfType;
+  switches.iProfileShape = 1;
+  switches.nSubLayers = r.nSubLayers == 0 ? 16 : r.nSubLayers;
   const double depthOfZero = waveform ? kMeshDepthOfZeroInWaveforms : kMeshDepthOfZero;
-  run.switches.fDispBulb = r.fDispBulb != 0.0 ? r.fDispBulb : depthOfZero;
-  run.switches.iDispSource = r.dispCurvType;
-  run.switches.GlobalRecType = r.GlobalRecType;
-  run.switches.xDomain = run.switches.iHaveData == 0 && r.dispCurvType == 2 ? 2 : r.xDomainType;
-  run.switches.epsConverge = 1e-5;
-  run.switches.iUseAmplitude = 0;
-  run.switches.wlTolerance = kind == kForwardRun ? 0.2 : 0.01;
-  run.switches.stackOn = waveform ? 1 : 0;
+  switches.fDispBulb = r.fDispBulb != 0.0 ? r.fDispBulb : depthOfZero;
+  switches.iDispSource = r.dispCurvType;
+  switches.GlobalRecType = r.GlobalRecType;
+  switches.xDomain = switches.iHaveData == 0 && r.dispCurvType == 2 ? 2 : r.xDomainType;
+  switches.epsConverge = 1e-5;
+  switches.iUseAmplitude = 0;
+  switches.wlTolerance = kind == kForwardRun ? 0.2 : 0.01;
+  switches.stackOn = waveform ? 1 : 0;
   if (inversion) {
-    run.switches.dThickness = run.switches.dVs = run.switches.dVp = run.switches.dDensity = kDerivativeStep;
-    run.switches.alphaDepth = kInversionAlpha;
-    run.switches.iDumpMatrices = 0;
+    switches.dThickness = switches.dVs = switches.dVp = switches.dDensity = kDerivativeStep;
+    switches.alphaDepth = kInversionAlpha;
+    switches.iDumpMatrices = 0;
   }
 }
 
@@ -101,13 +101,13 @@ std::string CheckGlobalData(const ModelRecord& r) {
 
 /// First part of the names of the result files. The id may come from a project file, and must not choose the
 /// folder of the results.
-Refusal NameResultFiles(const std::string& PROJID) {
+Refusal NameResultFiles(const std::string& PROJID, std::string& baseName) {
   if (!IsPlainFileName(PROJID))
     return FormatText(
         "The project id \"%s\" cannot name the result files: it must not be empty, \".\" or \"..\", "
         "and must have no \"/\". Please change it in the hardware setup.",
         PROJID.c_str());
-  run.switches.baseName = JoinPath(session.resultFolder, PROJID);
+  baseName = JoinPath(session.resultFolder, PROJID);
   return {};
 }
 
@@ -129,54 +129,53 @@ void CopyColumn(const std::vector<double>& from, OffsetVector<double>& to, int n
 }
 
 /// Points of a run without data: over the range of the global curve, or of all array curves together.
-Refusal MakeGlobalGrid(ModelRecord& r) {
-  const bool array = run.switches.iDispSource == 2;
+Refusal MakeGlobalGrid(ModelRecord& r, const Switches& switches, Observations& observations) {
+  const bool array = switches.iDispSource == 2;
   const auto [min, max] = array ? ArrayRange(r) : std::pair{r.xMinGlobal, r.xMaxGlobal};
-  const OffsetVector<double> x = PointGrid(min, max, r.incRatio, run.observations.nDispPoints);
+  const OffsetVector<double> x = PointGrid(min, max, r.incRatio, observations.nDispPoints);
   if (!PointsAreUsable(x)) {
-    if (array && std::abs(run.switches.iAnalysis) != 2)
-      return {};  // not checked: the array grid is checked separately
+    if (array && std::abs(switches.iAnalysis) != 2)
+      return {};  // not looked at; the array grid is judged for itself
     return NoGrid(min, max, r.incRatio);
   }
-  std::copy(
-      x.begin(), x.end(),
-      (run.switches.xDomain == 1 ? run.observations.globalLambda : run.observations.globalFreq).begin());
-  if (array) return {};  // the stored global curve stays: the record's array curves are displayed
-  std::copy(run.observations.globalFreq.begin(), run.observations.globalFreq.end(), r.globalFreq.begin());
-  std::copy(run.observations.globalLambda.begin(), run.observations.globalLambda.end(), r.globalWlen.begin());
+  std::copy(x.begin(), x.end(),
+            (switches.xDomain == 1 ? observations.globalLambda : observations.globalFreq).begin());
+  if (array) return {};  // the stored global curve stays: the record's array curves are what is shown
+  std::copy(observations.globalFreq.begin(), observations.globalFreq.end(), r.globalFreq.begin());
+  std::copy(observations.globalLambda.begin(), observations.globalLambda.end(), r.globalWlen.begin());
   return {};
 }
 
-Refusal FillGlobalCurve(ModelRecord& r) {
-  const int n = run.observations.nDispPoints = r.nDispPointsG;
-  if (n > run.observations.globalVel.size() || n > run.observations.globalRecType.size())
+Refusal FillGlobalCurve(ModelRecord& r, const Switches& switches, Observations& observations) {
+  const int n = observations.nDispPoints = r.nDispPointsG;
+  if (n > observations.globalVel.size() || n > observations.globalRecType.size())
     return FormatText("The global curve has %d points, the run was set up for %d.", n,
-                      run.observations.globalVel.size());
+                      observations.globalVel.size());
   for (auto column : {&Observations::globalVel, &Observations::globalFreq, &Observations::globalLambda,
                       &Observations::globalDev})
-    run.observations.*column = OffsetVector<double>(1, n);
+    observations.*column = OffsetVector<double>(1, n);
   for (int i = 1; i <= n; ++i) {
-    run.observations.globalRecCount[i] = 1;
-    run.observations.globalRecType[i] = run.switches.GlobalRecType;
+    observations.globalRecCount[i] = 1;
+    observations.globalRecType[i] = switches.GlobalRecType;
   }
-  const bool waveform = run.switches.runKind == kWaveformRun && r.DispCurvInfo != 0;
-  if (run.switches.iHaveData != 1 && !waveform) return MakeGlobalGrid(r);
+  const bool waveform = switches.runKind == kWaveformRun && r.DispCurvInfo != 0;
+  if (switches.iHaveData != 1 && !waveform) return MakeGlobalGrid(r, switches, observations);
   const std::string complaint = CheckGlobalData(r);
   if (!complaint.empty()) return complaint;
-  if (run.switches.iHaveData == 1) {
-    CopyColumn(r.globalVel, run.observations.globalVel, n);
-    CopyColumn(r.globalFreq, run.observations.globalFreq, n);
-    CopyColumn(r.globalWlen, run.observations.globalLambda, n);
-  } else if (run.switches.xDomain == 1) {
-    CopyColumn(r.globalWlen, run.observations.globalLambda, n);
+  if (switches.iHaveData == 1) {
+    CopyColumn(r.globalVel, observations.globalVel, n);
+    CopyColumn(r.globalFreq, observations.globalFreq, n);
+    CopyColumn(r.globalWlen, observations.globalLambda, n);
+  } else if (switches.xDomain == 1) {
+    CopyColumn(r.globalWlen, observations.globalLambda, n);
   } else {
-    CopyColumn(r.globalFreq, run.observations.globalFreq, n);
+    CopyColumn(r.globalFreq, observations.globalFreq, n);
   }
   return {};
 }
 
 /// Receivers, pairs and empty tables of the item of array curves.
-ObsCurve MakeObsCurve(const ModelRecord& r) {
+ObsCurve MakeObsCurve(const ModelRecord& r, bool withAmplitude) {
   ObsCurve o;
   o.nFreq = r.nDispPoints;
   o.nCurves = r.nDispCurves;
@@ -188,7 +187,7 @@ ObsCurve MakeObsCurve(const ModelRecord& r) {
   CopyColumn(r.recLoc, o.recLoc, o.nReceivers);
   o.freq = OffsetVector<double>(1, o.nFreq);
   o.vel = o.dev = OffsetVector<double>(1, o.nFreq * o.nCurves);
-  if (run.switches.iUseAmplitude == 1) o.amp = o.ampDev = o.vel;
+  if (withAmplitude) o.amp = o.ampDev = o.vel;
   return o;
 }
 
@@ -209,20 +208,20 @@ Refusal MakeArrayGrid(ModelRecord& r, ObsCurve& o) {
 }
 
 /// Copies the points that count to the flat vectors.
-void FlattenArrayCurves(const ObsCurve& o) {
-  run.observations.iArrayIndex.fill(0);
-  run.observations.nObs = 0;
+void FlattenArrayCurves(const ObsCurve& o, bool withAmplitude, Observations& observations) {
+  observations.iArrayIndex.fill(0);
+  observations.nObs = 0;
   for (int p = 1; p <= o.nFreq; ++p) {
     for (int c = 1; c <= o.nCurves; ++c) {
       const int at = o.At(p, c);
       if (o.vel[at] == 0.0) continue;
-      const int row = run.observations.iArrayIndex(c, p) = ++run.observations.nObs;
-      run.observations.arrayVel[row] = o.vel[at];
-      run.observations.arrayFreq[row] = o.freq[p];
-      run.observations.arrayDev[row] = o.dev[at];
-      if (run.switches.iUseAmplitude != 1) continue;
-      run.observations.arrayAmp[row] = o.amp[at];
-      run.observations.arrayAmpDev[row] = o.ampDev[at];
+      const int row = observations.iArrayIndex(c, p) = ++observations.nObs;
+      observations.arrayVel[row] = o.vel[at];
+      observations.arrayFreq[row] = o.freq[p];
+      observations.arrayDev[row] = o.dev[at];
+      if (!withAmplitude) continue;
+      observations.arrayAmp[row] = o.amp[at];
+      observations.arrayAmpDev[row] = o.ampDev[at];
     }
   }
 }
@@ -235,52 +234,53 @@ std::string RunTitle(int analysis, bool inversion) {
   return inversion ? "Enhanced3-D Inversion" : "Enhanced 3-D";
 }
 
-Refusal FS_RetrieveSystemPM(int kind, int prePrfType, const std::string& PROJID) {
+Refusal FS_RetrieveSystemPM(Run& run, int kind, int prePrfType, const std::string& PROJID) {
   if (kind < kForwardRun || kind > kWaveformRun) return Refusal::WithoutReason();
   run.switches.runKind = kind;
-  const ModelRecord& r = SourceRecord();
+  const ModelRecord& r = SourceRecord(run.switches);
   const std::string complaint = CheckRunSettings(r);
   if (!complaint.empty()) return complaint;
-  SetSwitches(kind, prePrfType, r);
+  SetSwitches(kind, prePrfType, r, run.switches);
   run.switches.iAnalysis = run.switches.iInvScheme == 0 ? -FModelParam.analysis : FModelParam.analysis;
   run.switches.iMeshGraded = FModelParam.analysis == 4;
   run.course.runTitle = RunTitle(FModelParam.analysis, kind == kInversionRun);
-  if (Refusal refusal = NameResultFiles(PROJID)) return refusal;
+  if (Refusal refusal = NameResultFiles(PROJID, run.switches.baseName)) return refusal;
   if (Refusal refusal = FS_OpenFiles(kind, run.switches)) return refusal;
-  FS_ReadReceiverSetup();
+  FS_ReadReceiverSetup(run.switches, run.receivers);
   return {};
 }
 
-void FS_ReadReceiverSetup() {
-  const ModelRecord& r = SourceRecord();
-  std::fill(run.receivers.rec1Loc.begin(), run.receivers.rec1Loc.end(), 0.0);
-  std::fill(run.receivers.rec2Loc.begin(), run.receivers.rec2Loc.end(), 0.0);
-  if (run.switches.iDispSource == 1) {
-    const bool fixedPair = run.switches.GlobalRecType == kFixedPair;
-    FS_AllocateRecSetup(fixedPair ? 1 : 0);
-    if (fixedPair && run.receivers.nRecSetups >= kFixedPair) {
-      run.receivers.rec1Loc[kFixedPair] = r.GlobalRec1Loc;
-      run.receivers.rec2Loc[kFixedPair] = r.GlobalRec2Loc;
+void FS_ReadReceiverSetup(const Switches& switches, Receivers& receivers) {
+  const ModelRecord& r = SourceRecord(switches);
+  std::fill(receivers.rec1Loc.begin(), receivers.rec1Loc.end(), 0.0);
+  std::fill(receivers.rec2Loc.begin(), receivers.rec2Loc.end(), 0.0);
+  if (switches.iDispSource == 1) {
+    const bool fixedPair = switches.GlobalRecType == kFixedPair;
+    FS_AllocateRecSetup(receivers, fixedPair ? 1 : 0);
+    if (fixedPair && receivers.nRecSetups >= kFixedPair) {
+      receivers.rec1Loc[kFixedPair] = r.GlobalRec1Loc;
+      receivers.rec2Loc[kFixedPair] = r.GlobalRec2Loc;
     }
     return;
   }
-  FS_AllocateRecSetup(r.nDispCurves);
-  for (int s = kFixedPair; s <= run.receivers.nRecSetups; ++s) {
+  FS_AllocateRecSetup(receivers, r.nDispCurves);
+  for (int s = kFixedPair; s <= receivers.nRecSetups; ++s) {
     const std::size_t c = static_cast<std::size_t>(s - kFixedPair);
-    run.receivers.rec1Loc[s] = At(r.recLoc, r.pairRec1[c]);
-    run.receivers.rec2Loc[s] = At(r.recLoc, r.pairRec2[c]);
+    receivers.rec1Loc[s] = At(r.recLoc, r.pairRec1[c]);
+    receivers.rec2Loc[s] = At(r.recLoc, r.pairRec2[c]);
   }
 }
 
-Refusal FS_ReadCompDispCurve() {
-  ModelRecord& r = SourceRecord();
+Refusal FS_ReadCompDispCurve(const Switches& switches, Observations& observations) {
+  ModelRecord& r = SourceRecord(switches);
   const double cells = static_cast<double>(r.nDispPoints) * r.nDispCurves;
-  if (r.nDispCurves > run.observations.iArrayIndex.rowHi() ||
-      r.nDispPoints > run.observations.iArrayIndex.colHi() || cells > run.observations.arrayVel.size())
+  if (r.nDispCurves > observations.iArrayIndex.rowHi() || r.nDispPoints > observations.iArrayIndex.colHi() ||
+      cells > observations.arrayVel.size())
     return FormatText("The run was not set up for %d array curves of %d points.", r.nDispCurves,
                       r.nDispPoints);
-  ObsCurve o = MakeObsCurve(r);
-  if (run.switches.iHaveData == 1) {
+  const bool withAmplitude = switches.iUseAmplitude == 1;
+  ObsCurve o = MakeObsCurve(r, withAmplitude);
+  if (switches.iHaveData == 1) {
     const std::string complaint = CheckArrayData(r);
     if (!complaint.empty()) return complaint;
     CopyColumn(r.freq, o.freq, o.nFreq);
@@ -288,22 +288,22 @@ Refusal FS_ReadCompDispCurve() {
   } else if (Refusal refusal = MakeArrayGrid(r, o)) {
     return refusal;
   }
-  FlattenArrayCurves(o);
-  run.observations.obsCurves = LList<ObsCurve>();
-  PtrEnlist(run.observations.obsCurves, std::make_unique<ObsCurve>(std::move(o)));
+  FlattenArrayCurves(o, withAmplitude, observations);
+  observations.obsCurves = LList<ObsCurve>();
+  PtrEnlist(observations.obsCurves, std::make_unique<ObsCurve>(std::move(o)));
   return {};
 }
 
-Refusal FS_GetStartMP(const ConstrainedLayers& fixed, Listener& listener) {
-  ModelRecord& r = SourceRecord();
+Refusal FS_GetStartMP(Run& run, const ConstrainedLayers& fixed, Listener& listener) {
+  ModelRecord& r = SourceRecord(run.switches);
   const std::string complaint = CheckRunSettings(r);
   if (!complaint.empty()) return complaint;
-  if (Refusal refusal = FillGlobalCurve(r)) return refusal;
+  if (Refusal refusal = FillGlobalCurve(r, run.switches, run.observations)) return refusal;
   run.observations.nObs = 0;
   run.observations.obsCurves = LList<ObsCurve>();
   if (run.switches.iDispSource == 2)
-    if (Refusal refusal = FS_ReadCompDispCurve()) return refusal;
-  return FS_PrelimAnal(fixed, listener);
+    if (Refusal refusal = FS_ReadCompDispCurve(run.switches, run.observations)) return refusal;
+  return FS_PrelimAnal(run, fixed, listener);
 }
 
 }  // namespace sondera

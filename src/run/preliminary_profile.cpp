@@ -18,27 +18,27 @@ struct Source {
   double rho, nu, Vp, damp;
 };
 
-Source LayerAsSource(int j) {
-  return {run.ground.iDensityDerived[j] == 1,
-          run.ground.iPoissonGiven[j] == 1,
-          run.ground.layerRho[j],
-          run.ground.layerNu[j],
-          run.ground.layerVp[j],
-          run.ground.layerDamp[j]};
+Source LayerAsSource(const LayeredGround& ground, int j) {
+  return {ground.iDensityDerived[j] == 1,
+          ground.iPoissonGiven[j] == 1,
+          ground.layerRho[j],
+          ground.layerNu[j],
+          ground.layerVp[j],
+          ground.layerDamp[j]};
 }
 
-Source StratumAsSource(int j) {
-  const StrataTables& s = run.strata;
+Source StratumAsSource(const StrataTables& s, int j) {
   return {s.iDensityDerived[j] == 1, s.iPoissonGiven[j] == 1, s.rho[j], s.nu[j], s.Vp[j], s.damp[j]};
 }
 
-Source SourceOf(double depth, int i) {
+Source SourceOf(const Run& run, double depth, int i) {
   const bool replaces =
       run.switches.preliminaryProfileType != 0 && run.switches.iProfileShape != kOnGivenLayers;
-  if (replaces && run.strata.nStrata > 0) return StratumAsSource(FS_GetStrataID(run.strata, depth));
+  if (replaces && run.strata.nStrata > 0)
+    return StratumAsSource(run.strata, FS_GetStrataID(run.strata, depth));
   if (run.switches.preliminaryProfileType == kAnalyticProfile)
-    return LayerAsSource(FS_GetLayerID(run.ground, depth));
-  return LayerAsSource(std::min(i, run.ground.nLayersCur));
+    return LayerAsSource(run.ground, FS_GetLayerID(run.ground, depth));
+  return LayerAsSource(run.ground, std::min(i, run.ground.nLayersCur));
 }
 
 bool IsAbove0(double x) {
@@ -47,14 +47,14 @@ bool IsAbove0(double x) {
 
 }  // namespace
 
-LayerColumns RunLayerColumns() {
-  return {run.ground.layerVs.shifted(),  run.ground.layerVp.shifted(),  run.ground.layerG.shifted(),
-          run.ground.layerE.shifted(),   run.ground.layerRho.shifted(), run.ground.layerNu.shifted(),
-          run.ground.layerDamp.shifted()};
+LayerColumns RunLayerColumns(LayeredGround& ground) {
+  return {ground.layerVs.shifted(),  ground.layerVp.shifted(),  ground.layerG.shifted(),
+          ground.layerE.shifted(),   ground.layerRho.shifted(), ground.layerNu.shifted(),
+          ground.layerDamp.shifted()};
 }
 
-void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out) {
-  const Source from = SourceOf(depth, i);
+void FS_PropLayer(const Run& run, double depth, int i, double Vs, const LayerColumns& out) {
+  const Source from = SourceOf(run, depth, i);
   out.Vs[i] = Vs;
   out.rho[i] = from.densityDerived ? DensityFromVs(Vs) : from.rho;
   if (from.poissonGiven) {
@@ -73,11 +73,10 @@ void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out) {
   out.E[i] = 2.0 * out.G[i] * (1.0 + out.nu[i]);
 }
 
-std::vector<CurvePoint> ObservedCurve() {
+std::vector<CurvePoint> ObservedCurve(const Observations& observations) {
   std::vector<CurvePoint> curve;
-  for (int p = 1; p <= run.observations.nObsRows; ++p) {
-    const CurvePoint point{run.observations.runVel[p], run.observations.runFreq[p],
-                           run.observations.runLambda[p]};
+  for (int p = 1; p <= observations.nObsRows; ++p) {
+    const CurvePoint point{observations.runVel[p], observations.runFreq[p], observations.runLambda[p]};
     if (IsAbove0(point.c) && IsAbove0(point.f) && IsAbove0(point.w)) curve.push_back(point);
   }
   std::stable_sort(curve.begin(), curve.end(),

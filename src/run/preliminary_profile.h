@@ -1,12 +1,13 @@
 // preliminary_profile.h - completes layers from a velocity, and makes starting profiles from a dispersion
 // curve.
 //
-// Callers: the set-up of a run (model_setup.h). Works on the layers and observations of `run`; owns no state.
+// Callers: the set-up of a run (model_setup.h). Owned state: none.
 // The two makers are in analytic_profile.cpp and empirical_profile.cpp.
 #pragma once
 
 #include <vector>
 
+#include "run/system_state.h"
 #include "runtime/listener.h"
 #include "runtime/refusal.h"
 
@@ -35,7 +36,7 @@ struct LayerColumns {
 };
 
 /// The columns of the run itself.
-LayerColumns RunLayerColumns();
+LayerColumns RunLayerColumns(LayeredGround& ground);
 
 /// Completes layer i of `out` for a shear-wave velocity: density (derived from Vs or given), Vp or Poisson's
 /// ratio, damping, moduli. A ratio outside the physical range is replaced by kGuardedNu, and Vs changes with
@@ -43,7 +44,7 @@ LayerColumns RunLayerColumns();
 /// (preliminaryProfileType 2) from the layer at the depth. A profile that replaces the given layers (any type
 /// but 0, any shape but kOnGivenLayers) takes them from the stratum at the depth, if there are strata.
 /// @param depth  mid-depth of the layer, length
-void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out);
+void FS_PropLayer(const Run& run, double depth, int i, double Vs, const LayerColumns& out);
 
 /// Point of the measured curve.
 struct CurvePoint {
@@ -52,7 +53,7 @@ struct CurvePoint {
 
 /// The observed points of the run (FS_SetUpObsData) in ascending wavelength; equal ones in their order. Rows
 /// in which one of the three numbers is not physical are left out.
-std::vector<CurvePoint> ObservedCurve();
+std::vector<CurvePoint> ObservedCurve(const Observations& observations);
 
 /// Whether the velocities of a curve can belong to one ground. A factor of more than 10^4 between them cannot
 /// be a measurement, and would make a search with steps of the smallest velocity endless.
@@ -64,7 +65,7 @@ bool IsOneGround(const std::vector<CurvePoint>& curve);
 /// Kept: a layer without a point gets 0/0 as its velocity from FS_EmpPrePrf, and then no solver gives a
 /// result.
 /// Both refuse a curve that allows no profile; a halt is a refusal without a reason.
-Refusal FS_EmpPrePrf();
-Refusal FS_AnalPrePrf(Listener& listener);
+Refusal FS_EmpPrePrf(Run& run);
+Refusal FS_AnalPrePrf(Run& run, Listener& listener);
 
 }  // namespace sondera

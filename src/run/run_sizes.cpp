@@ -142,37 +142,34 @@ void DeAllocateModelInfo() {}
 void DeAllocateObsData() {}
 void DeAllocateRecSetup() {}
 
-void FS_AllocateModelInfo(int which, int n) {
-  if (which == 1)
-    run.parameters.modelMapStride = std::clamp(n, 0, run.parameters.ModelMap.size() / kQuantities);
-  if (which == 2) run.parameters.nModelParm = std::clamp(n, 0, run.parameters.rModel.size());
+void FS_AllocateModelInfo(Parameters& parameters, int which, int n) {
+  if (which == 1) parameters.modelMapStride = std::clamp(n, 0, parameters.ModelMap.size() / kQuantities);
+  if (which == 2) parameters.nModelParm = std::clamp(n, 0, parameters.rModel.size());
 }
 
-void FS_AllocateRecSetup(int n) {
-  run.receivers.nRecSetups =
-      std::clamp(n + kBuiltInSetups, kBuiltInSetups, std::max(run.receivers.rec1Loc.size(), kBuiltInSetups));
+void FS_AllocateRecSetup(Receivers& receivers, int n) {
+  receivers.nRecSetups =
+      std::clamp(n + kBuiltInSetups, kBuiltInSetups, std::max(receivers.rec1Loc.size(), kBuiltInSetups));
 }
 
-void FS_AllocateStrataPropLayer(int n) {
-  StrataTables& s = run.strata;
+void FS_AllocateStrataPropLayer(StrataTables& s, int n) {
   s.nStrata = std::clamp(n, 0, kMaxRunLayers);
   s.top = s.H = s.Vs = s.Vp = s.G = s.E = s.rho = s.nu = s.damp = OffsetVector<double>(1, s.nStrata);
   s.iPoissonGiven = s.iDensityDerived = OffsetVector<int>(1, s.nStrata);
 }
 
-void FS_DeAllocateStrataPropLayer() {
-  StrataTables& s = run.strata;
+void FS_DeAllocateStrataPropLayer(StrataTables& s) {
   s.nStrata = 0;
   s.top = s.H = s.Vs = s.G = s.E = s.rho = s.nu = s.damp = {};
   s.iPoissonGiven = s.iDensityDerived = {};
 }
 
-void FS_AllocateStrataModelInfo(int n) {
-  run.strata.modelMap = OffsetVector<int>(1, kQuantities * std::clamp(n, 0, kMaxRunLayers));
+void FS_AllocateStrataModelInfo(StrataTables& strata, int n) {
+  strata.modelMap = OffsetVector<int>(1, kQuantities * std::clamp(n, 0, kMaxRunLayers));
 }
 
-void FS_DeAllocateStrataModelInfo() {
-  run.strata.modelMap = {};
+void FS_DeAllocateStrataModelInfo(StrataTables& strata) {
+  strata.modelMap = {};
 }
 
 }  // namespace sondera

@@ -1,7 +1,7 @@
 // run_sizes.h - the sizes of a run, and the named points in its life.
 //
 // Callers: drivers of forward runs and of inversions, in this order: SizeRun, then the set-up of
-// observations, then the solvers. Owned state: none; works on `run` of system_state.h. Impossible settings
+// observations, then the solvers. Owned state: none. Impossible settings
 // (from a damaged file) are refused before anything is allocated.
 #pragma once
 
@@ -48,15 +48,15 @@ void DeAllocateObsData();
 void DeAllocateRecSetup();
 /// which 1: n becomes the row stride of ModelMap (at most the layers of its size); 2: the number of model
 /// parameters. Allocates nothing.
-void FS_AllocateModelInfo(int which, int n);
+void FS_AllocateModelInfo(Parameters& parameters, int which, int n);
 /// Set-ups of a run with n explicit pairs: nRecSetups = n + 3.
-void FS_AllocateRecSetup(int n);
+void FS_AllocateRecSetup(Receivers& receivers, int n);
 /// Tables of n strata, zero. Kept: the release does not release the fourth column (Vp); the next allocation
 /// replaces it.
-void FS_AllocateStrataPropLayer(int n);
-void FS_DeAllocateStrataPropLayer();
+void FS_AllocateStrataPropLayer(StrataTables& strata, int n);
+void FS_DeAllocateStrataPropLayer(StrataTables& strata);
 /// Integer vector 1..4n.
-void FS_AllocateStrataModelInfo(int n);
-void FS_DeAllocateStrataModelInfo();
+void FS_AllocateStrataModelInfo(StrataTables& strata, int n);
+void FS_DeAllocateStrataModelInfo(StrataTables& strata);
 
 }  // namespace sondera

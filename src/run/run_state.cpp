@@ -4,9 +4,10 @@
 #include "run/run_files.h"
 #include "run/run_history.h"
 #include "run/sweep_state.h"
-#include "run/system_state.h"
 
 namespace sondera {
+
+Run run;
 
 void ResetRunState() {
   FS_DropFiles();

@@ -5,7 +5,12 @@
 //   run_history.cpp  histories   the inversions of the session
 #pragma once
 
+#include "run/system_state.h"
+
 namespace sondera {
+
+/// The present run, for those who drive one; computing code takes its parts.
+extern Run run;
 
 /// State of a fresh start: files that are still open are dropped.
 void ResetRunState();

@@ -1,7 +1,7 @@
 // sweep.h - theoretical dispersion: loops over the points of a run, calls the solvers, shows progress, and
 // can be halted.
 //
-// Callers: the driver of forward runs; the inversion, for which SweepWithData is the forward function. The
+// Callers: the driver of forward runs; the inversion, for which FS_rWave3D is the forward function. The
 // observation rows must be set up. After each solver call the listener is polled once; its answer can end the
 // sweep. Owned state: none.
 #pragma once
@@ -33,15 +33,15 @@ SweepParts PartsOfSweep(Run& run);
 /// @param[out] vel, amp  velocity and amplitude ratio: global curve at (slot - 1) * nDispPoints + point,
 ///                       array curves by row; 0 without a result. As long as runVel.
 /// @return refused without a reason when halted, with one when the frequencies form no range
-Refusal SweepWithoutData(const SweepParts& parts, const ModelRecord& settings, Listener& listener,
-                         OffsetVector<double>& vel, OffsetVector<double>& amp);
+Refusal FS_rWave3D_F(const SweepParts& parts, const ModelRecord& settings, Listener& listener,
+                     OffsetVector<double>& vel, OffsetVector<double>& amp);
 
 /// Sweep of a run with data: velocities at the observation rows; the observed values are the seeds of the
 /// point-load solver. Plane waves: solved for observed velocity over observed frequency. A Poisson's ratio
 /// from velocities outside the physical range is replaced first.
 /// @param[out] vel, amp  as above
 /// @return refused without a reason when halted
-Refusal SweepWithData(const SweepParts& parts, Listener& listener, OffsetVector<double>& vel,
-                      OffsetVector<double>& amp);
+Refusal FS_rWave3D(const SweepParts& parts, Listener& listener, OffsetVector<double>& vel,
+                   OffsetVector<double>& amp);
 
 }  // namespace sondera

@@ -98,8 +98,8 @@ SweepParts PartsOfSweep(Run& run) {
   return {run.ground, run.observations, run.receivers, run.switches, sweepState};
 }
 
-Refusal SweepWithData(const SweepParts& parts, Listener& listener, OffsetVector<double>& vel,
-                      OffsetVector<double>& amp) {
+Refusal FS_rWave3D(const SweepParts& parts, Listener& listener, OffsetVector<double>& vel,
+                   OffsetVector<double>& amp) {
   if (parts.switches.iInvScheme == 0) listener.Status("Performing F. Modeling Analysis ...");
   DeriveLayerProperties(parts.ground, true);
   vel = amp = OffsetVector<double>(1, parts.observations.runVel.size());

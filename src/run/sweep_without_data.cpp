@@ -214,8 +214,8 @@ Refusal GridSweep::SweepByFrequency(const ModelRecord& settings) {
 
 }  // namespace
 
-Refusal SweepWithoutData(const SweepParts& parts, const ModelRecord& settings, Listener& listener,
-                         OffsetVector<double>& vel, OffsetVector<double>& amp) {
+Refusal FS_rWave3D_F(const SweepParts& parts, const ModelRecord& settings, Listener& listener,
+                     OffsetVector<double>& vel, OffsetVector<double>& amp) {
   DeriveLayerProperties(parts.ground, false);
   vel = amp = OffsetVector<double>(1, parts.observations.runVel.size());
   GridSweep sweep(parts, listener, vel, amp);

@@ -1,7 +1,8 @@
 // system_state.h - the working state of one analysis run: the layered ground, the points and observations,
 // the receivers, the model parameters and their matrices, and the switches of the run.
 //
-// Callers: everything from the solvers' drivers up to the inversion. One instance, `run`; one run at a time.
+// Callers: everything from the solvers' drivers up to the inversion. One run at a time:
+// functions take the parts they need, and drivers know the one instance, `run` of run_state.h.
 // SizeRun of run_sizes.h allocates the vectors and matrices of ground, parameters, observations, receivers
 // and update anew, with zeros; the comments of switches and course say who sets them. All vectors count from
 // 1. Lengths, velocities and densities are in the project's units; nothing here converts.
@@ -190,7 +191,5 @@ struct Run {
 /// File extensions of the reports of Switches::reportSwitch, in its order.
 inline constexpr std::array<const char*, 7> kReportExtensions = {".svd", ".N",   ".R0", ".R1",
                                                                  ".G",   ".rms", ".mdf"};
-
-extern Run run;
 
 }  // namespace sondera

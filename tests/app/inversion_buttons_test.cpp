@@ -9,6 +9,7 @@
 #include "records/measdb.h"
 #include "records/model_records.h"
 #include "records/session.h"
+#include "run/run_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "run/run_state.h"
 #include "support/known_site.h"
 
 namespace sondera::testing {

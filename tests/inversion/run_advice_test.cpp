@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "run/run_history.h"
+#include "run/run_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/run_case.h"
@@ -52,9 +53,9 @@ TEST_F(RunAdviceTest, FitNamesTheIterationWithTheLowestChi) {
 }
 
 TEST_F(RunAdviceTest, GoodRunNeedsNone) {
-  EXPECT_EQ(RunAdvice(), "");  // nothing but the starting model
-  Iteration(1, 2.8);           // chi 1.96
-  EXPECT_EQ(ReportRunAdvice(), "");
+  EXPECT_EQ(RunAdvice(run), "");  // nothing but the starting model
+  Iteration(1, 2.8);              // chi 1.96
+  EXPECT_EQ(ReportRunAdvice(run), "");
   EXPECT_TRUE(Findings().empty());
 }
 
@@ -62,14 +63,14 @@ TEST_F(RunAdviceTest, LostPointsAdviseAWiderBulb) {
   run.observations.iNoVelocity[3] = 1;
   Iteration(1, 1.0);
   EXPECT_EQ(
-      RunAdvice(),
+      RunAdvice(run),
       "1 of 4 points ended without a result and is not in the fit: set the displacement bulb, now 1.75, "
       "to 2.5 (1.8 times the time)");
   run.switches.fDispBulb = 2.5;
-  EXPECT_EQ(RunAdvice(), "1 of 4 points ended without a result and is not in the fit");
+  EXPECT_EQ(RunAdvice(run), "1 of 4 points ended without a result and is not in the fit");
   run.switches.fDispBulb = 1.75;
   run.switches.iAnalysis = 2;  // plane waves have none
-  EXPECT_EQ(RunAdvice(), "1 of 4 points ended without a result and is not in the fit");
+  EXPECT_EQ(RunAdvice(run), "1 of 4 points ended without a result and is not in the fit");
 }
 
 TEST_F(RunAdviceTest, HighChiAdvisesLargerDeviationsAndFewerLayers) {
@@ -77,18 +78,18 @@ TEST_F(RunAdviceTest, HighChiAdvisesLargerDeviationsAndFewerLayers) {
   const std::string advice =
       "chi ends at 2.25, above 2: the data are further off than their deviations allow; try a deviation of "
       "0.15 (uf of Vph, with the data covariance uf x Vph) and one layer fewer";
-  EXPECT_EQ(ReportRunAdvice(), advice);
+  EXPECT_EQ(ReportRunAdvice(run), advice);
   EXPECT_EQ(Findings(), (std::vector<Finding>{{FindingKind::Note, advice}}));
 }
 
 TEST_F(RunAdviceTest, LayersThatTheDataHardlySeeAreNamed) {
   InvParam.resolution(1, 1) = 0.29;
   Iteration(1, 1.0);
-  EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
+  EXPECT_EQ(RunAdvice(run), "layer 2 has a resolution below 0.3");
   InvParam.resolution(1, 2) = 0.0;
-  EXPECT_EQ(RunAdvice(), "layers 2, 3 have a resolution below 0.3");
+  EXPECT_EQ(RunAdvice(run), "layers 2, 3 have a resolution below 0.3");
   run.parameters.MapEntry(kQuantityVs, 3) = 0;  // fixed: the data have no influence
-  EXPECT_EQ(RunAdvice(), "layer 2 has a resolution below 0.3");
+  EXPECT_EQ(RunAdvice(run), "layer 2 has a resolution below 0.3");
 }
 
 class FitInTheStatus : public RunCase {};

@@ -9,6 +9,7 @@
 #include "panels/analresult.h"
 #include "panels/entry_lists.h"
 #include "run/run_history.h"
+#include "run/run_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/known_site.h"

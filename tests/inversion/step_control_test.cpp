@@ -7,6 +7,7 @@
 
 #include "inversion/update_bounds.h"
 #include "run/run_history.h"
+#include "run/run_state.h"
 #include "support/known_site.h"
 
 namespace sondera::testing {

@@ -11,6 +11,7 @@
 #include "records/inv_records.h"
 #include "records/model_records.h"
 #include "records/session.h"
+#include "run/run_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"

@@ -9,6 +9,7 @@
 #include "records/model_records.h"
 #include "records/session.h"
 #include "records/settings_capacity.h"
+#include "run/run_state.h"
 #include "run/system_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"

@@ -9,6 +9,7 @@
 #include "panels/fmodeling_records.h"
 #include "panels/inversion.h"
 #include "run/observations.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"

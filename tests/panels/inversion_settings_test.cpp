@@ -5,6 +5,7 @@
 #include <climits>
 
 #include "panels/inversion.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"

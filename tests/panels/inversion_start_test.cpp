@@ -13,6 +13,7 @@
 #include "records/measdb.h"
 #include "records/result_capacity.h"
 #include "records/session.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"

@@ -5,6 +5,7 @@
 
 #include "panels/inversion.h"
 #include "records/session.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/events.h"

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "run/run_state.h"
 #include "run/solve_counter.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/events.h"

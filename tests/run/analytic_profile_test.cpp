@@ -346,7 +346,7 @@ TEST_F(AnalyticProfile, GivenLayersGetTheTravelTimeMean) {
       ground.Vs[l] = velocity(random);
     }
     ground.H[ground.n] = 1e6;
-    const LayerStack given = OnGivenLayering(ground);
+    const LayerStack given = OnGivenLayering(run, ground);
     double top = 0.0;
     for (int l = 1; l <= n; ++l) {
       const double bottom = top + run.ground.layerH[l];
@@ -366,7 +366,7 @@ TEST_F(AnalyticProfile, CrossedLayerIsSplit) {
   ground.Vs[1] = 100.0;
   ground.H[2] = 1e6;
   ground.Vs[2] = 400.0;
-  const LayerStack given = OnGivenLayering(ground);
+  const LayerStack given = OnGivenLayering(run, ground);
   EXPECT_NEAR(given.Vs[1], 100.0, 1e-12);
   EXPECT_NEAR(given.Vs[2], 3.0 / (1.0 / 100.0 + 2.0 / 400.0), 1e-10);
 }
@@ -379,7 +379,7 @@ TEST_F(AnalyticProfile, LayersBelowAllThatWasFoundTakeTheVelocityAbove) {
   ground.n = 1;
   ground.H[1] = 3.0;
   ground.Vs[1] = 170.0;
-  const LayerStack given = OnGivenLayering(ground);
+  const LayerStack given = OnGivenLayering(run, ground);
   for (int l = 1; l <= 3; ++l) EXPECT_NEAR(given.Vs[l], 170.0, 1e-10);
 }
 
@@ -388,7 +388,7 @@ TEST_F(AnalyticProfile, OneMoreLayerIsTheHalfSpaceThatTheRunDoesNotCount) {
   Observe(PlaneWaveCurve({3.0, 100.0}, {140.0, 320.0}, 20));
   LayerStack found(25);
   ASSERT_EQ(StripLayers(ObservedCurve(), 0.5, found), 0);
-  const LayerStack given = OnGivenLayering(found);
+  const LayerStack given = OnGivenLayering(run, found);
   ASSERT_EQ(given.n, 6);
   EXPECT_NEAR(given.H[6], 100.0 * found.Depth(found.n - 1), 1e-9);
   EXPECT_EQ(given.Vs[6], found.Vs[found.n]);
@@ -443,7 +443,7 @@ TEST_F(AnalyticProfile, MergedLayersKeepThicknessAndTravelTime) {
   ASSERT_GT(found.n, 6);
   for (int shape : {kMergedByHVs, kMergedByHOverVs}) {
     run.switches.iProfileShape = shape;
-    const LayerStack merged = MergedLayers(found, shape);
+    const LayerStack merged = MergedLayers(run, found, shape);
     EXPECT_GE(merged.n, 2);
     EXPECT_LE(merged.n, found.n);
     const double depth = found.Depth(found.n - 1);
@@ -464,7 +464,7 @@ TEST_F(AnalyticProfile, NeighboursOfOneClassBecomeOneLayer) {
     found.Vs[l] = Vs[l - 1];
   }
   // H Vs: 100 x 3, 16000 x 2. Deviation 7789, width 7789 / 0.339 / 1.71 = 13437: classes 0 and 1.
-  const LayerStack merged = MergedLayers(found, kMergedByHVs);
+  const LayerStack merged = MergedLayers(run, found, kMergedByHVs);
   ASSERT_EQ(merged.n, 3);
   EXPECT_NEAR(merged.H[1], 3.0, 1e-12);
   EXPECT_NEAR(merged.Vs[1], 100.0, 1e-10);
@@ -481,8 +481,8 @@ TEST_F(AnalyticProfile, LayersOfOneMeasureAreOneClass) {
     found.H[l] = 2.0;
     found.Vs[l] = 150.0;
   }
-  EXPECT_EQ(MergedLayers(found, kMergedByHVs).n, 2);
-  EXPECT_EQ(MergedLayers(found, kMergedByHOverVs).n, 2);
+  EXPECT_EQ(MergedLayers(run, found, kMergedByHVs).n, 2);
+  EXPECT_EQ(MergedLayers(run, found, kMergedByHOverVs).n, 2);
 }
 
 // --- hostile curves ---
@@ -602,7 +602,7 @@ TEST_F(AnalyticProfile, MoreLayersThanARunTakesAreRefusedInTheDormantShapes) {
   StartPlain(3);
   LayerStack many(1002);
   many.n = 1001;
-  EXPECT_EQ(ShowRefusal(ReplaceRunLayers(many)), -1);
+  EXPECT_EQ(ShowRefusal(ReplaceRunLayers(run, many)), -1);
   EXPECT_EQ(OnlyMessage(), "The starting profile has 1001 layers. It must have 1 to 1000.");
   EXPECT_EQ(run.ground.nLayersCur, 3);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "run/run_history.h"
+#include "run/run_state.h"
 #include "runtime/findings.h"
 #include "runtime/text_format.h"
 #include "support/known_site.h"

@@ -78,7 +78,7 @@ TEST_F(LayerTable, OneLayerHoldsEveryDepth) {
 }
 
 TEST_F(LayerTable, StratumIsFoundByItsTop) {
-  FS_AllocateStrataPropLayer(3);
+  FS_AllocateStrataPropLayer(run.strata, 3);
   run.strata.top[1] = 0.0;
   run.strata.top[2] = 2.0;
   run.strata.top[3] = 5.0;
@@ -87,7 +87,7 @@ TEST_F(LayerTable, StratumIsFoundByItsTop) {
   EXPECT_EQ(FS_GetStrataID(run.strata, 4.9), 2);
   EXPECT_EQ(FS_GetStrataID(run.strata, 5.0), 3);
   EXPECT_EQ(FS_GetStrataID(run.strata, 1e9), 3);
-  FS_AllocateStrataPropLayer(0);
+  FS_AllocateStrataPropLayer(run.strata, 0);
   EXPECT_EQ(FS_GetStrataID(run.strata, 1.0), 0);
 }
 

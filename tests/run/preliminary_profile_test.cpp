@@ -92,7 +92,7 @@ TEST_F(PropLayer, SourceOfAnAnalyticProfileIsTheLayerAtTheDepth) {
 }
 
 TEST_F(PropLayer, ProfileThatReplacesTheLayersTakesThemFromTheStrata) {
-  KeepGivenLayersAsStrata();
+  KeepGivenLayersAsStrata(run.ground, run.strata);
   std::fill(run.ground.layerDamp.begin(), run.ground.layerDamp.end(),
             0.5);  // the layers are being overwritten
   for (int shape : {kBoundsFromCurve, kAsFound, kMergedByHVs, kMergedByHOverVs}) {
@@ -127,7 +127,7 @@ TEST_F(PropLayer, WithoutStrataTheLayersStandIn) {
 }
 
 TEST_F(PropLayer, LayersBecomeStrataWithTheirTops) {
-  KeepGivenLayersAsStrata();
+  KeepGivenLayersAsStrata(run.ground, run.strata);
   ASSERT_EQ(run.strata.nStrata, 4);
   const double tops[] = {0.0, 1.0, 3.0, 7.0};
   for (int l = 1; l <= 4; ++l) {

@@ -218,33 +218,33 @@ TEST_F(SystemModel, SetupsCountTheThreeBuiltInOnes) {
   SetPlainLayers(2);
   SetArrayCurves(3, 5, {});
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  FS_AllocateRecSetup(5);
+  FS_AllocateRecSetup(run.receivers, 5);
   EXPECT_EQ(run.receivers.nRecSetups, 8);
-  FS_AllocateRecSetup(0);
+  FS_AllocateRecSetup(run.receivers, 0);
   EXPECT_EQ(run.receivers.nRecSetups, 3);
-  FS_AllocateRecSetup(1 << 30);  // held to what the run was sized for
+  FS_AllocateRecSetup(run.receivers, 1 << 30);  // held to what the run was sized for
   EXPECT_EQ(run.receivers.nRecSetups, 8);
 }
 
 TEST_F(SystemModel, ModelInfoStoresStrideAndCountWithoutAllocating) {
   SetPlainLayers(4);
   ASSERT_EQ(FS_AllocMemoryBlocks(), 0);
-  FS_AllocateModelInfo(1, 3);
+  FS_AllocateModelInfo(run.parameters, 1, 3);
   EXPECT_EQ(run.parameters.modelMapStride, 3);
-  FS_AllocateModelInfo(2, 2);
+  FS_AllocateModelInfo(run.parameters, 2, 2);
   EXPECT_EQ(run.parameters.nModelParm, 2);
-  FS_AllocateModelInfo(1, 1000);
+  FS_AllocateModelInfo(run.parameters, 1, 1000);
   EXPECT_EQ(run.parameters.modelMapStride, 4);
-  FS_AllocateModelInfo(2, 1000);
+  FS_AllocateModelInfo(run.parameters, 2, 1000);
   EXPECT_EQ(run.parameters.nModelParm, 4);
 }
 
 TEST_F(SystemModel, ReleaseOfTheStrataLeavesTheFourthColumn) {
-  FS_AllocateStrataPropLayer(3);
+  FS_AllocateStrataPropLayer(run.strata, 3);
   run.strata.Vp[2] = 400.0;
   EXPECT_EQ(run.strata.damp.hi(), 3);
   EXPECT_EQ(run.strata.iDensityDerived.hi(), 3);
-  FS_DeAllocateStrataPropLayer();
+  FS_DeAllocateStrataPropLayer(run.strata);
   for (const auto* v : {&run.strata.top, &run.strata.H, &run.strata.Vs, &run.strata.G, &run.strata.E,
                         &run.strata.rho, &run.strata.nu, &run.strata.damp})
     EXPECT_TRUE(v->empty());
@@ -252,16 +252,16 @@ TEST_F(SystemModel, ReleaseOfTheStrataLeavesTheFourthColumn) {
   EXPECT_TRUE(run.strata.iDensityDerived.empty());
   ASSERT_EQ(run.strata.Vp.hi(), 3);
   EXPECT_EQ(run.strata.Vp[2], 400.0);
-  FS_AllocateStrataPropLayer(2);
+  FS_AllocateStrataPropLayer(run.strata, 2);
   EXPECT_EQ(run.strata.Vp.hi(), 2);
   EXPECT_EQ(run.strata.Vp[2], 0.0);
 }
 
 TEST_F(SystemModel, StrataModelInfoHasFourEntriesPerStratum) {
-  FS_AllocateStrataModelInfo(3);
+  FS_AllocateStrataModelInfo(run.strata, 3);
   EXPECT_EQ(run.strata.modelMap.lo(), 1);
   EXPECT_EQ(run.strata.modelMap.hi(), 12);
-  FS_DeAllocateStrataModelInfo();
+  FS_DeAllocateStrataModelInfo(run.strata);
   EXPECT_TRUE(run.strata.modelMap.empty());
 }
 

@@ -11,6 +11,7 @@
 #include "run/observations.h"
 #include "run/receiver_setups.h"
 #include "run/run_sizes.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/inversion.h"
 #include "support/dense_update.h"

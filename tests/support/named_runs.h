@@ -12,6 +12,7 @@
 #include "run/analytic_profile.h"
 #include "run/covariances.h"
 #include "run/model_numbers.h"
+#include "run/model_setup.h"
 #include "run/observations.h"
 #include "run/preliminary_profile.h"
 #include "run/result_entries.h"
@@ -19,37 +20,38 @@
 #include "run/result_statistics.h"
 #include "run/run_clock.h"
 #include "run/run_files.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
 
 namespace sondera {
 
 inline int FS_RetrieveSystemPM(int kind, int prePrfType) {
-  return ShowRefusal(FS_RetrieveSystemPM(kind, prePrfType, GetCtrlVal(hmsetup::PROJID)));
+  return ShowRefusal(FS_RetrieveSystemPM(run, kind, prePrfType, GetCtrlVal(hmsetup::PROJID)));
 }
 inline int FS_GetStartMP() {
   RunBoxes boxes;
-  return ShowRefusal(FS_GetStartMP(SettingsOfInversion().fixed, boxes));
+  return ShowRefusal(FS_GetStartMP(run, SettingsOfInversion().fixed, boxes));
 }
 inline int FS_PrelimAnal() {
   RunBoxes boxes;
-  return ShowRefusal(FS_PrelimAnal(SettingsOfInversion().fixed, boxes));
+  return ShowRefusal(FS_PrelimAnal(run, SettingsOfInversion().fixed, boxes));
 }
 inline int FS_ReadModelParmF() {
   RunBoxes boxes;
-  return ShowRefusal(FS_ReadModelParmF(SettingsOfInversion().fixed, boxes));
+  return ShowRefusal(FS_ReadModelParmF(run, SettingsOfInversion().fixed, boxes));
 }
 inline void NumberModelParameters(int modelParm) {
   RunBoxes boxes;
-  NumberModelParameters(modelParm, SettingsOfInversion().fixed, boxes);
+  NumberModelParameters(run.ground.nLayersCur, run.parameters, modelParm, SettingsOfInversion().fixed, boxes);
 }
 inline int FS_AnalPrePrf() {
   RunBoxes boxes;
-  return ShowRefusal(FS_AnalPrePrf(boxes));
+  return ShowRefusal(FS_AnalPrePrf(run, boxes));
 }
 inline int StripLayers(const std::vector<CurvePoint>& curve, double ratio, LayerStack& found) {
   RunBoxes boxes;
-  return ShowRefusal(StripLayers(curve, ratio, found, boxes));
+  return ShowRefusal(StripLayers(run, curve, ratio, found, boxes));
 }
 inline int FS_Gmatrix() {
   RunBoxes boxes;
@@ -60,6 +62,30 @@ inline int FS_MaxLiklihood(const OffsetVector<double>& velocity, const OffsetVec
   return ShowRefusal(FS_MaxLiklihood(run, velocity, amplitude, boxes));
 }
 
+inline Refusal FS_EmpPrePrf() {
+  return FS_EmpPrePrf(run);
+}
+inline void FS_ReadReceiverSetup() {
+  FS_ReadReceiverSetup(run.switches, run.receivers);
+}
+inline Refusal FS_ReadCompDispCurve() {
+  return FS_ReadCompDispCurve(run.switches, run.observations);
+}
+inline Refusal FS_ReadLayerProp() {
+  return FS_ReadLayerProp(run.ground);
+}
+inline LayerColumns RunLayerColumns() {
+  return RunLayerColumns(run.ground);
+}
+inline void FS_PropLayer(double depth, int i, double Vs, const LayerColumns& out) {
+  FS_PropLayer(run, depth, i, Vs, out);
+}
+inline std::vector<CurvePoint> ObservedCurve() {
+  return ObservedCurve(run.observations);
+}
+inline int FS_SetUpObsData(int kind) {
+  return FS_SetUpObsData(run, kind);
+}
 inline void FS_Setup_Cm() {
   FS_Setup_Cm(run);
 }

@@ -8,6 +8,7 @@
 
 #include "forward/plane_wave.h"
 #include "records/inv_records.h"
+#include "run/run_state.h"
 #include "support/kernel_fixture.h"
 
 namespace sondera::testing {

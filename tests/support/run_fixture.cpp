@@ -20,12 +20,12 @@ namespace sondera::testing {
 
 int FS_rWave3D_F(OffsetVector<double>& vel, OffsetVector<double>& amp) {
   RunBoxes boxes;
-  return ShowRefusal(SweepWithoutData(PartsOfSweep(run), FModelParam, boxes, vel, amp));
+  return ShowRefusal(FS_rWave3D_F(PartsOfSweep(run), FModelParam, boxes, vel, amp));
 }
 
 int FS_rWave3D(OffsetVector<double>& vel, OffsetVector<double>& amp) {
   RunBoxes boxes;
-  return ShowRefusal(SweepWithData(PartsOfSweep(run), boxes, vel, amp));
+  return ShowRefusal(FS_rWave3D(PartsOfSweep(run), boxes, vel, amp));
 }
 
 void RunTest::SetUp() {

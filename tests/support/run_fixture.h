@@ -9,7 +9,7 @@
 #include "panels/forward_run.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
-#include "run/system_state.h"
+#include "run/run_state.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
 
