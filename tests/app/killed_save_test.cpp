@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "app/command_line.h"
+#include "app/started_program.h"
 #include "panels/mainmenu_project.h"
 #include "project/project_file.h"
 #include "records/session.h"
@@ -21,23 +22,11 @@
 namespace sondera {
 namespace {
 
-const std::string kProgram = std::filesystem::absolute(SONDERA_PROGRAM).string();
-
 class KilledProgram : public testing::AppTest {
  protected:
   static int Kills() {
     const char* wanted = std::getenv("SONDERA_KILLS");
     return wanted ? std::max(1, std::atoi(wanted)) : 25;
-  }
-  pid_t Start(const std::vector<std::string>& arguments) {
-    std::vector<char*> words;
-    for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-    const pid_t child = ::fork();
-    if (child != 0) return child;
-    if (!std::freopen("/dev/null", "w", stderr) || !std::freopen("/dev/null", "w", stdout)) ::_exit(126);
-    ::execv(kProgram.c_str(), words.data());
-    ::_exit(127);
   }
   /// Whether a file exists and opens as a complete project; nothing is saved over it.
   bool OpensWhole(const std::string& name) {
@@ -54,12 +43,13 @@ TEST_F(KilledProgram, LeavesWholeFilesAndNothingThatBlocks) {
   for (int i = 0; i < 60; ++i)
     job += i % 2 ? "masking pair 0 600 450 110 80\n" : "masking pair 0 500 400 100 70\n";
   Write("job.txt", job);
-  const std::vector<std::string> form = {kProgram, "--batch", "--yes", "auto", "new", "site", "job.txt"};
+  const std::vector<std::string> form = {testing::kProgram, "--batch", "--yes", "auto", "new", "site",
+                                         "job.txt"};
   std::mt19937 random(20);
   int midway = 0, rests = 0;
   const int kills = Kills();
   for (int kill = 0; kill < kills; ++kill) {
-    const pid_t child = Start(form);
+    const pid_t child = testing::StartProgram(form);
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 400000));
     ::kill(child, SIGKILL);
     int status = 0;

@@ -15,6 +15,7 @@
 #include "app/commands.h"
 #include "app/script/values.h"
 #include "app/script_fixture.h"
+#include "app/started_program.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"
@@ -362,20 +363,8 @@ INSTANTIATE_TEST_SUITE_P(Seeds, RandomSession, ::testing::Range(1u, 51u));
 
 // --- killed sessions ---
 
-const std::string kProgram = fs::absolute(SONDERA_PROGRAM).string();
-
 class KilledLog : public SessionLogTest {
  protected:
-  pid_t Start(const std::vector<std::string>& arguments) {
-    std::vector<char*> words;
-    for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-    const pid_t child = ::fork();
-    if (child != 0) return child;
-    if (!std::freopen("/dev/null", "w", stderr) || !std::freopen("/dev/null", "w", stdout)) ::_exit(126);
-    ::execv(kProgram.c_str(), words.data());
-    ::_exit(127);
-  }
   int Wait(pid_t child) {
     int status = 0;
     ::waitpid(child, &status, 0);
@@ -396,7 +385,8 @@ TEST_F(KilledLog, ChecksAndRunsAgain) {
   for (int kill = 0; kill < 50; ++kill) {
     fs::remove(folder.File("a.log"));
     fs::remove(folder.File("copy.da"));
-    const pid_t child = Start({kProgram, "--batch", "--yes", "--log=a.log", "run", "job.txt"});
+    const pid_t child =
+        testing::StartProgram({testing::kProgram, "--batch", "--yes", "--log=a.log", "run", "job.txt"});
     std::this_thread::sleep_for(std::chrono::microseconds(random() % 400000));
     ::kill(child, SIGKILL);
     midway += Wait(child) == -1 ? 1 : 0;
@@ -423,16 +413,24 @@ TEST_F(KilledLog, TheProgramLogsARunOfEitherDialectAndTheProjectComesAgain) {
   Write("first.txt", "import H31 ID 14 30\nmasking ID 0 600 450 110 80\n");
   Write("second.txt", "*sondera 2\n" + kRead + "pair ID 1 2\nphase original\nmask 0 7\ndisperse\nsave\n");
   for (const std::string script : {"first.txt", "second.txt"}) {
-    ASSERT_EQ(Wait(Start({kProgram, "--batch", "--log=a.log", "auto", "new", "site", script})) % 3, 0)
+    ASSERT_EQ(Wait(testing::StartProgram(
+                  {testing::kProgram, "--batch", "--log=a.log", "auto", "new", "site", script})) %
+                  3,
+              0)
         << script;
     const std::string project = Read("site.da");
     fs::remove(folder.File("site.da"));
-    ASSERT_EQ(Wait(Start({kProgram, "--batch", "run", "a.log"})) % 3, 0) << Read("a.log");
+    ASSERT_EQ(Wait(testing::StartProgram({testing::kProgram, "--batch", "run", "a.log"})) % 3, 0)
+        << Read("a.log");
     EXPECT_TRUE(Read("site.da") == project) << script << "\n" << Read("a.log");
-    ASSERT_EQ(Wait(Start({kProgram, "--batch", "--log=b.log", "auto", "old", "site.da", script})) % 3 * 0, 0);
+    ASSERT_EQ(Wait(testing::StartProgram(
+                  {testing::kProgram, "--batch", "--log=b.log", "auto", "old", "site.da", script})) %
+                  3 * 0,
+              0);
     EXPECT_NE(Read("b.log").find("\nopen site.da\n"), std::string::npos) << Read("b.log");
   }
-  EXPECT_EQ(Wait(Start({kProgram, "--batch", "--log=first.txt", "run", "second.txt"})), 1);
+  EXPECT_EQ(
+      Wait(testing::StartProgram({testing::kProgram, "--batch", "--log=first.txt", "run", "second.txt"})), 1);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forward/plane_wave.h"
+#include "forward/plane_wave_solve.h"
 #include "forward/rayleigh_modes.h"
 
 namespace sondera {
@@ -16,21 +17,6 @@ namespace {
 using modes::Ground;
 
 constexpr double kAgreement = 2e-6;
-
-double Solve(const Ground& g, double wavelength) {
-  const int n = static_cast<int>(g.h.size()), one = 1;
-  std::vector<double> columns[4];
-  const std::vector<double>* from[] = {&g.h, &g.Vs, &g.rho, &g.nu};
-  for (int i = 0; i < 4; ++i) {
-    columns[i].assign(1, 0.0);
-    columns[i].insert(columns[i].end(), from[i]->begin(), from[i]->end());
-  }
-  const double L[] = {0.0, wavelength};
-  double c[] = {0.0, 0.0};
-  FS_SASW2D(&n, columns[0].data(), columns[1].data(), nullptr, nullptr, columns[2].data(), nullptr,
-            columns[3].data(), &one, L, c);
-  return c[1];
-}
 
 /// Rayleigh's equation as the cubic in x = (c / Vs)^2: x^3 - 8 x^2 + (24 - 16 q) x - 16 (1 - q) = 0, q = (Vs
 /// / Vp)^2.
@@ -49,7 +35,7 @@ TEST(PlaneWavePhysics, UniformHalfSpaceObeysRayleighsEquation) {
     for (double Vs : {61.0, 213.7, 1480.0}) {
       const double expected = RayleighVelocity(Vs, nu);
       for (double L : {0.05, 2.385, 60.0})
-        EXPECT_NEAR(Solve({{1.0}, {Vs}, {1.9}, {nu}}, L) / expected, 1.0, 2e-7) << nu;
+        EXPECT_NEAR(PlaneWaveVelocity<Ground>({{1.0}, {Vs}, {1.9}, {nu}}, L) / expected, 1.0, 2e-7) << nu;
     }
   }
   EXPECT_NEAR(RayleighVelocity(1.0, 0.25), 0.919401687, 1e-9) << "the known value of a Poisson solid";
@@ -100,7 +86,7 @@ class PlaneWaveModes : public ::testing::TestWithParam<Site> {};
 TEST_P(PlaneWaveModes, VelocityIsTheFundamentalModeOfTheGroundAboveTwiceTheWavelength) {
   const Site& site = GetParam();
   for (double L : kWavelengths) {
-    const double c = Solve(site.ground, L);
+    const double c = PlaneWaveVelocity(site.ground, L);
     const Ground cut = modes::CutAt(site.ground, 2.0 * L);
     const double deepest = cut.Vs.back(), slowest = *std::min_element(cut.Vs.begin(), cut.Vs.end());
     const auto found = modes::Modes(cut, L, 0.3 * slowest, deepest * (1.0 - 1e-9), 1);
@@ -119,7 +105,7 @@ TEST_P(PlaneWaveModes, WithAllLayersAboveTwiceTheWavelengthTheFullGroundCounts) 
   const Ground& g = GetParam().ground;
   const auto found = modes::Modes(g, 80.0, 0.3 * *std::min_element(g.Vs.begin(), g.Vs.end()), g.Vs.back(), 1);
   ASSERT_FALSE(found.empty());
-  EXPECT_NEAR(Solve(g, 80.0) / found[0], 1.0, kAgreement);
+  EXPECT_NEAR(PlaneWaveVelocity(g, 80.0) / found[0], 1.0, kAgreement);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sites, PlaneWaveModes, ::testing::ValuesIn(kSites),
@@ -127,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Sites, PlaneWaveModes, ::testing::ValuesIn(kSites),
 
 TEST(PlaneWavePhysics, TruncationAtTwiceTheWavelengthIsSeenAgainstTheFullGround) {
   const Ground g{{5, 1}, {100, 800}, {1.7, 2.3}, {.4, .25}};
-  const double L = 2.0, c = Solve(g, L);  // rock at a depth of 2.5 L is not seen
+  const double L = 2.0, c = PlaneWaveVelocity(g, L);  // rock at a depth of 2.5 L is not seen
   const auto full = modes::Modes(g, L, 30.0, 790.0, 1);
   ASSERT_FALSE(full.empty());
   EXPECT_GT(std::fabs(c / full[0] - 1.0), kAgreement);
@@ -139,7 +125,7 @@ TEST(PlaneWavePhysics, PairOfRootsBetweenNeighbouringTrialsIsSkipped) {
   // Two soft layers with guided modes of nearly the same velocity: a pair closer than a step of the scan.
   const Ground g{
       {6, 2, 6, 2, 1}, {300, 110, 300, 119, 311.8}, {1.9, 1.7, 1.9, 1.7, 1.9}, {.3, .4, .3, .4, .3}};
-  const double L = 10.0, c = Solve(g, L);
+  const double L = 10.0, c = PlaneWaveVelocity(g, L);
   const auto found = modes::Modes(g, L, 60.0, 305.0, 3);
   ASSERT_EQ(found.size(), 3u);
   const double low = 0.8 * 110.0, step = (1.001 * RayleighVelocity(311.8, 0.3) - low) / 100.0;
