@@ -161,8 +161,8 @@ QWidget* MainWindowWidget() {
 
 void OpenMainWindow() {
   LookAround([] {
-    DoPlotting(0);
-    DoPlotting(1);
+    DoPlotting(kMeasurementPage);
+    DoPlotting(kMaskingPage);
     DispCurvPlot(1);
     ExdThdCurvPlot();
   });

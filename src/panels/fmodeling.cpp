@@ -6,6 +6,7 @@
 #include "panels/fmodeling_files.h"
 #include "panels/fmodeling_records.h"
 #include "panels/undo.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
@@ -20,9 +21,6 @@ namespace sondera {
 namespace {
 
 using namespace fmodeling;
-
-constexpr int kGlobal = 1;
-constexpr int kFixedReceivers = 4;
 
 // ---- rows of tables ---------------------------------------------------------------------------------
 
@@ -144,7 +142,7 @@ int FM_GlobalArrayDispOption(Panel, ControlId, Event event, long) {
 int FM_DispCurvUpdateCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   if (GetFModelParam_AS() < 0 || GetFModelParam_RD() < 0) return -1;
-  const bool global = FModelParam.dispCurvType == kGlobal;
+  const bool global = FModelParam.dispCurvType == kGlobalCurve;
   SetCtrlVal(inversion::UF_VS, global ? 0.005 : 0.05);
   SetCtrlVal(inversion::UF_H, global ? 0.04 : 0.2);
   return 0;

@@ -9,6 +9,7 @@
 
 #include "panels/entry_lists.h"
 #include "records/inv_records.h"
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/run_limits.h"
 #include "records/session.h"
@@ -23,8 +24,6 @@ namespace {
 
 using namespace fmodeling;
 
-constexpr int kGlobal = 1, kArray = 2;
-constexpr int kFixedReceivers = 4;
 constexpr int kReceiversAtReset = 8, kPointsAtReset = 50;
 constexpr double kFirstReceiver = 0.5;
 
@@ -212,7 +211,7 @@ int GetFModelParam_RD() {
   m.dispCurvType = GetCtrlVal(GLOBAL_ARRAY);
   m.incRatio = GetCtrlVal(INCRATIO);
   run.switches.iDispSource = m.dispCurvType;
-  return m.dispCurvType == kArray ? GetArrayCurves(m) : GetGlobalCurve(m);
+  return m.dispCurvType == kArrayCurves ? GetArrayCurves(m) : GetGlobalCurve(m);
 }
 
 void SetFModelParam() {
@@ -246,7 +245,7 @@ void SetFModelParam_D() {
   const ModelRecord& m = FModelParam;
   SetCtrlVal(GLOBAL_ARRAY, m.dispCurvType);
   SetCtrlVal(INCRATIO, m.incRatio);
-  SetCtrlVal(NDISPPOINTS, m.dispCurvType == kGlobal ? m.nDispPointsG : m.nDispPoints);
+  SetCtrlVal(NDISPPOINTS, m.dispCurvType == kGlobalCurve ? m.nDispPointsG : m.nDispPoints);
   SetCtrlVal(GLOBAL_REC_TYPE, m.GlobalRecType);
   SetCtrlVal(R1_LOC, m.GlobalRec1Loc);
   SetCtrlVal(R2_LOC, m.GlobalRec2Loc);
@@ -257,7 +256,7 @@ void SetFModelParam_D() {
   SetCtrlVal(NDISPCURVES, m.nDispCurves);
   AdjustTableSize(DISPCURVINFO, m.nDispCurves, "D");
   ShowPairs();
-  ShowCurveGroup(m.dispCurvType == kGlobal);
+  ShowCurveGroup(m.dispCurvType == kGlobalCurve);
 }
 
 void ShowPairs() {
@@ -280,7 +279,7 @@ void AdjustTableSize(const TableControl& table, int n, std::string_view prefix) 
 
 void SetDispCurveType() {
   FModelParam.dispCurvType = GetCtrlVal(GLOBAL_ARRAY);
-  ShowCurveGroup(FModelParam.dispCurvType == kGlobal);
+  ShowCurveGroup(FModelParam.dispCurvType == kGlobalCurve);
 }
 
 void ShowDomainLabels(int xDomainType) {
@@ -302,7 +301,7 @@ void ResetFModel_D() {
   ReserveReceivers(m, m.nReceivers);
   double location = kFirstReceiver;
   for (std::size_t i = 0; i < kReceiversAtReset; ++i, location *= 2.0) m.recLoc[i] = location;
-  m.dispCurvType = kArray;
+  m.dispCurvType = kArrayCurves;
   m.DispCurvInfo = 0;
   m.nDispPoints = m.nDispPointsG = kPointsAtReset;
 }

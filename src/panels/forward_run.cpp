@@ -7,6 +7,7 @@
 #include "panels/exdthd.h"
 #include "panels/fmodeling_records.h"
 #include "panels/run_boxes.h"
+#include "plot/results_plot.h"
 #include "records/inv_records.h"
 #include "records/kinds.h"
 #include "records/model_records.h"
@@ -24,11 +25,10 @@
 namespace sondera {
 namespace {
 
-constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
-
 void ShowResult(int iProfile) {
   SetCtrlIndex(exdthd::THDTYPE, 1);
-  SetCtrlIndex(exdthd::EXDTYPE, FModelParam.dispCurvType == kGlobalCurve ? kGlobalR : kArrayR);
+  SetCtrlIndex(exdthd::EXDTYPE,
+               FModelParam.dispCurvType == kGlobalCurve ? experimental::kGlobal : experimental::kArray);
   SetCtrlIndex(exdthd::ARRAYDISPID, 0);
   DisplayPanel(Panel::EXDTHD);
   ExdThdCurvPlot();

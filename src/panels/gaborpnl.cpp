@@ -22,7 +22,6 @@ namespace {
 
 using namespace gaborpnl;
 
-constexpr int kMaskingPage = 1;
 constexpr int kGaborSpectrum = static_cast<int>(DisplayType::GaborSpectrum);
 constexpr double kDelayOfSlowest = 3.0, kLongestShare = 0.2;  // see CalcGabor
 

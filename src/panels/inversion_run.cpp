@@ -11,6 +11,7 @@
 #include "panels/inversion_entries.h"
 #include "panels/panels_state.h"
 #include "panels/run_boxes.h"
+#include "plot/results_plot.h"
 #include "records/inv_records.h"
 #include "records/kinds.h"
 #include "records/model_records.h"
@@ -28,8 +29,6 @@
 
 namespace sondera {
 namespace {
-
-constexpr int kGlobalR = 4, kArrayR = 5;  // items of EXDTYPE
 
 class WaitCursor {
  public:
@@ -106,7 +105,8 @@ void TakeBounds() {
 }
 
 void SelectCurveDisplay() {
-  SetCtrlIndex(exdthd::EXDTYPE, FModelParam.dispCurvType == kGlobalCurve ? kGlobalR : kArrayR);
+  SetCtrlIndex(exdthd::EXDTYPE,
+               FModelParam.dispCurvType == kGlobalCurve ? experimental::kGlobal : experimental::kArray);
   SetCtrlIndex(exdthd::THDTYPE, 1);
   SetCtrlIndex(exdthd::ARRAYDISPID, 0);
 }

@@ -20,7 +20,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;
 constexpr double kShownForNoDelay = 50000.0;  // m/s; a window that begins at once
 constexpr double kRounding = 1e-12;         // a time converted to a velocity and back is equal up to rounding
 constexpr double kShownByApply = 250000.0;  // the same where Apply shows the velocities of entered times

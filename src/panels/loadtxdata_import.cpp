@@ -17,7 +17,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;  // page of DoPlotting
 constexpr int kBothTraces = 2;
 
 /// Position of a measurement among those of its project, from 0; -1 when it is not listed.

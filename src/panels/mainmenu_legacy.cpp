@@ -16,7 +16,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;  // page of DoPlotting
 constexpr char kRemoveAll[] = "All the measurements will be removed. Do you want to proceed ?";
 constexpr char kNotThere[] = "File does not exist.";
 

@@ -133,8 +133,8 @@ int LoadProject() {
     ShowEmptyPages();
   else
     ShowMeasurementWithData();
-  DoPlotting(0);
-  DoPlotting(1);
+  DoPlotting(kMeasurementPage);
+  DoPlotting(kMaskingPage);
   RenewSectionPanel();
   TakeProjectAsSaved();
   if (!opened) return Refuse(outOfReach ? reason + "." : "File does not exist.");

@@ -14,11 +14,7 @@
 #include "runtime/files.h"
 
 namespace sondera {
-namespace {
-
-constexpr int kEvenSpacing = 1;
-
-}  // namespace
+namespace {}  // namespace
 
 int UpdateWLenFilterCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;

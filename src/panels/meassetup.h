@@ -12,6 +12,8 @@
 
 namespace sondera {
 
+inline constexpr int kEvenSpacing = 1;  ///< of RSPACING: receivers at equal distances
+
 /// Source and receivers at 0, length unit metre; fills the channel list. A message when the key has no
 /// HWSetup.
 void InitMeasSetup(MeasSetup& ms);

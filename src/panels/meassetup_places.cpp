@@ -10,8 +10,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kEvenSpacing = 1;
-
 /// Geometry of the current measurement, null with a message when it has none.
 MeasSetup* CurrentPlaces() {
   const MeasRecords records = CurrentSetup();

@@ -15,8 +15,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;
-
 bool AllowNewRange() {
   return ConfirmPopup(session.appTitle, "Need to recalculate Gabor spectrum. Allow to do it ?");
 }

@@ -99,7 +99,7 @@ int MaskingNewCallback(Panel panel, ControlId, Event event, long) {
   if (NewMask(current.refChan, current.dspChan, jumpNo, freqInit, freqFinal) != 0) return -1;
   ClearMaskingFields();
   TurnOffMarkers(panel, window);
-  DoPlotting(1);
+  DoPlotting(kMaskingPage);
   return 0;
 }
 
@@ -110,7 +110,7 @@ int MaskingUpdateCallback(Panel panel, ControlId, Event event, long) {
   const int window = SelectedWindow(panel);
   if (CheckCurMaskingState() != 0 || UpdateMask() != 0) return -1;
   TurnOffMarkers(panel, window);
-  DoPlotting(1);
+  DoPlotting(kMaskingPage);
   return 0;
 }
 
@@ -119,7 +119,7 @@ int MaskingDeleteCallback(Panel panel, ControlId, Event event, long) {
   if (RefuseWindowB(panel)) return -1;
   const UndoStep step("Delete of a mask");
   if (DeleteMask() != 0) return -1;
-  DoPlotting(1);
+  DoPlotting(kMaskingPage);
   return 0;
 }
 
@@ -130,7 +130,7 @@ int MaskingResetCallback(Panel panel, ControlId, Event event, long) {
   const int window = SelectedWindow(panel);
   DeleteAllMaskInChannelCombination();
   TurnOffMarkers(panel, window);
-  DoPlotting(1);
+  DoPlotting(kMaskingPage);
   return 0;
 }
 

@@ -14,8 +14,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;
-
 PhaseBoxes ReadBoxes() {
   return {GetCtrlVal(sasw::PHASE_ORIGINAL), GetCtrlVal(sasw::PHASE_ENHANCED),
           GetCtrlVal(sasw::PHASE_BACKBONE)};

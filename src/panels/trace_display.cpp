@@ -14,12 +14,11 @@
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
+#include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
-
-constexpr int kMaskingPage = 1;
 
 struct GraphOfTrace {
   Panel panel;

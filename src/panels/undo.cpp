@@ -18,8 +18,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kMaskingPage = 1;
-
 struct UndoTable {
   const TableControl& table;
   const IntControl& rows;

@@ -23,6 +23,9 @@ struct RedrawHandlers {
 /// Registers the handlers and returns the former ones. Empty entries do nothing.
 RedrawHandlers InstallRedrawHandlers(RedrawHandlers next);
 
+/// Pages of DoPlotting.
+inline constexpr int kMeasurementPage = 0, kMaskingPage = 1;
+
 /// Draws graph A and graph B of a page: 1 the masking page, any other the measurement page. -1 when there is
 /// nothing to draw, -2 when the requested data have not been calculated.
 int DoPlotting(int page);
