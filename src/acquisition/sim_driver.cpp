@@ -264,7 +264,7 @@ std::string InstallSimulatedBoard(std::string_view options) {
       {"fail", kNever, kManyRecords, true, &fail},    {"minrate", 0.1, kHighestRate, false, &o.minRate},
       {"pace", 0.0, 100.0, false, &o.pace},
   };
-  if (const std::string fault = ParseBoardOptions("sim", options, table); !fault.empty()) return fault;
+  if (std::string fault = ParseBoardOptions("sim", options, table); !fault.empty()) return fault;
   o.blows.seed = static_cast<std::uint64_t>(seed);
   o.channels = static_cast<int>(channels);
   o.miss = static_cast<int>(miss);

@@ -178,7 +178,8 @@ class ColorTable {
   std::uint32_t operator()(double value) const {
     const double at = range_ > 0.0 ? (value - low_) / range_ * (kColors - 1) : 0.0;
     const double held = std::clamp(at, 0.0, kColors - 1.0);
-    return 0xFF000000u | static_cast<std::uint32_t>(colors_[static_cast<std::size_t>(held + 0.5)]);
+    return 0xFF000000u |
+           static_cast<std::uint32_t>(colors_[static_cast<std::size_t>(std::floor(held + 0.5))]);
   }
 
  private:

@@ -141,10 +141,13 @@ AxisTicks LinearTicks(const AxisModel& axis, double low, double high, int atMost
   const auto first = static_cast<std::int64_t>(std::ceil(low / small - kSlack));
   const auto last = static_cast<std::int64_t>(std::floor(high / small + kSlack));
   for (std::int64_t i = first; i <= last; ++i) {
-    if (i % step.parts != 0)
+    if (i % step.parts != 0) {
       ticks.between.push_back(static_cast<double>(i) * small * axis.factor);
-    else if (const double value = static_cast<double>(i / step.parts) * step.size; true)
-      ticks.numbers.push_back({value * axis.factor, text(value)});
+      continue;
+    }
+    const std::int64_t steps = i / step.parts;
+    const double value = static_cast<double>(steps) * step.size;
+    ticks.numbers.push_back({value * axis.factor, text(value)});
   }
   return ticks;
 }

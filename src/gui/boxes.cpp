@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QStringList>
+#include <utility>
 #include <vector>
 
 #include "gui/qt_text.h"
@@ -49,8 +50,8 @@ QMessageBox::StandardButton RunBox(QMessageBox::Icon icon, std::string_view titl
 QString ExtensionOf(const std::string& filter) {
   const QString text = ToQt(filter);
   const qsizetype dot = text.lastIndexOf(QLatin1Char('.'));
-  const QString extension = dot < 0 ? QString() : text.mid(dot + 1);
-  for (const QChar c : extension)
+  QString extension = dot < 0 ? QString() : text.mid(dot + 1);
+  for (const QChar c : std::as_const(extension))
     if (!c.isLetterOrNumber()) return {};
   return extension;
 }
@@ -97,7 +98,7 @@ class AnyNameDialog : public QFileDialog {
       return;
     }
     chosen = info.absoluteFilePath();
-    QDialog::accept();
+    QDialog::accept();  // NOLINT(bugprone-parent-virtual-call): that of QFileDialog takes its own choice
   }
 };
 

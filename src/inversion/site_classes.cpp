@@ -70,7 +70,7 @@ std::string By2024(const SiteProfile& profile, double known) {
   const std::size_t column = v >= kStiff ? 0 : v >= kMedium ? 1 : 2;
   std::string candidates;
   for (const DepthRow& row : kDepthRows) {
-    const std::string name = row.classes[column];
+    std::string name = row.classes[column];
     if (reached && h800 <= row.upTo * (1.0 + kRounding)) return name;
     // 800 m/s is not reached: the classes that the known depth leaves possible.
     if (!reached && row.upTo > known * (1.0 + kRounding) && candidates != name)

@@ -84,7 +84,7 @@ CurrentPair PairShownOn(Panel panel) {
   if (index >= 0) session.curMeasID = GetLabelFromIndex(measpanel::DISPAID, index);
   session.refChan = GetCtrlVal(measpanel::DISPA_REFCHNL);
   session.dspChan = GetCtrlVal(measpanel::DISPACHNL);
-  const CurrentPair current = FindCurrentPair(panel);
+  CurrentPair current = FindCurrentPair(panel);
   session.curMeasID = measIDBefore;
   return current;
 }

@@ -2,6 +2,7 @@
 #include "panels/run_boxes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "records/session.h"
@@ -89,7 +90,7 @@ std::string ProgressText(double share, double elapsed) {
   share = std::min(share, 1.0);  // steps are halved
   std::string text = FormatText("     %d %% done", static_cast<int>(100.0 * share));
   if (!(share > 0.0) || share >= 1.0 || elapsed < kJudgeAfter) return text;
-  const long left = static_cast<long>(elapsed * (1.0 - share) / share + 0.5);
+  const long left = static_cast<long>(std::floor(elapsed * (1.0 - share) / share + 0.5));
   if (left >= 3600) return text + FormatText(", %ld h %02ld min left", left / 3600, left / 60 % 60);
   if (left >= 60) return text + FormatText(", %ld min %02ld s left", left / 60, left % 60);
   return text + FormatText(", %ld s left", left);

@@ -234,7 +234,7 @@ std::string EndLog() {
   WatchSession({});
   if (::close(sessionLog.file) != 0 && sessionLog.trouble.empty())
     sessionLog.trouble = "the log " + sessionLog.path + " was not written to its end";
-  const std::string trouble = sessionLog.trouble;
+  std::string trouble = sessionLog.trouble;
   sessionLog = {};
   return trouble;
 }
