@@ -25,7 +25,7 @@ constexpr double kNoAgreement = 999.0;  // relative change where the phase does 
 constexpr double kMaxOverSeed = 5.0;    // largest relative change against the seed
 constexpr double kMaxDepthFactor = 100.0;
 
-bool Refuse(std::string* why, const char* format, double value, int layer = 0) {
+bool SayWhy(std::string* why, const char* format, double value, int layer = 0) {
   if (why) {
     char text[200];
     std::snprintf(text, sizeof text, format, value, layer);
@@ -42,23 +42,23 @@ bool CheckLayer(const GroundColumns& t, int l, bool graded, std::string* why) {
   constexpr double kLarge = 1e+30;  // appears in the sentences
   const double h = t.layerH[l];
   if (!(h >= 0.0 && h <= kLarge) || (h == 0.0 && !graded)) {
-    return Refuse(why, "The thickness %g of layer %d is not above 0 and at most 1e+30.", h, l);
+    return SayWhy(why, "The thickness %g of layer %d is not above 0 and at most 1e+30.", h, l);
   }
   if (!InRange(t.layerVs[l], 0.0, kLarge)) {
-    return Refuse(why, "The S-wave velocity %g of layer %d is not above 0 and at most 1e+30.", t.layerVs[l],
+    return SayWhy(why, "The S-wave velocity %g of layer %d is not above 0 and at most 1e+30.", t.layerVs[l],
                   l);
   }
   if (!InRange(t.layerRho[l], 0.0, kLarge)) {
-    return Refuse(why, "The density %g of layer %d is not above 0 and at most 1e+30.", t.layerRho[l], l);
+    return SayWhy(why, "The density %g of layer %d is not above 0 and at most 1e+30.", t.layerRho[l], l);
   }
   if (!InRange(t.layerG[l], 0.0, kLarge)) {
-    return Refuse(why, "The shear modulus %g of layer %d is not above 0 and at most 1e+30.", t.layerG[l], l);
+    return SayWhy(why, "The shear modulus %g of layer %d is not above 0 and at most 1e+30.", t.layerG[l], l);
   }
   if (!(t.layerNu[l] > -1.0 && t.layerNu[l] < 0.5)) {
-    return Refuse(why, "Poisson's ratio %g of layer %d is not between -1 and 0.5.", t.layerNu[l], l);
+    return SayWhy(why, "Poisson's ratio %g of layer %d is not between -1 and 0.5.", t.layerNu[l], l);
   }
   if (!(t.layerDamp[l] >= 0.0 && t.layerDamp[l] <= 1.0)) {
-    return Refuse(why, "The damping ratio %g of layer %d is not between 0 and 1.", t.layerDamp[l], l);
+    return SayWhy(why, "The damping ratio %g of layer %d is not between 0 and 1.", t.layerDamp[l], l);
   }
   return true;
 }
@@ -107,17 +107,17 @@ void AppendGridNode(std::vector<LineNode>& line, int i, double x) {
 }  // namespace
 
 bool CheckPointLoadInput(const PointLoadInput& in, std::string* why) {
-  if (in.layers.nLayersCur < 1) return Refuse(why, "There is no layer (%g).", in.layers.nLayersCur);
+  if (in.layers.nLayersCur < 1) return SayWhy(why, "There is no layer (%g).", in.layers.nLayersCur);
   if (!InRange(in.mesh.nSubLayers, 0, kMaxSubLayers)) {
-    return Refuse(why, "The number of sublayers, %g, is not between 1 and 1000.", in.mesh.nSubLayers);
+    return SayWhy(why, "The number of sublayers, %g, is not between 1 and 1000.", in.mesh.nSubLayers);
   }
   if (!InRange(in.mesh.fDispBulb, 0.0, kMaxDepthFactor)) {
-    return Refuse(why, "The depth factor, %g, is not above 0 and at most 100.", in.mesh.fDispBulb);
+    return SayWhy(why, "The depth factor, %g, is not above 0 and at most 100.", in.mesh.fDispBulb);
   }
   if (!(in.wlTolerance >= 0.0))
-    return Refuse(why, "The wavelength tolerance, %g, is negative.", in.wlTolerance);
+    return SayWhy(why, "The wavelength tolerance, %g, is negative.", in.wlTolerance);
   if (!(in.loadRadius >= 0.0 && in.loadRadius < HUGE_VAL)) {
-    return Refuse(why, "The load radius, %g, is negative.", in.loadRadius);
+    return SayWhy(why, "The load radius, %g, is negative.", in.loadRadius);
   }
   for (int l = 1; l <= in.layers.nLayersCur; ++l) {
     if (!CheckLayer(in.layers, l, in.mesh.iMeshGraded, why)) return false;
@@ -125,11 +125,11 @@ bool CheckPointLoadInput(const PointLoadInput& in, std::string* why) {
   for (int id = kFirstExplicitSetup; id <= in.nRecSetups; ++id) {
     for (double r : {in.rec1Loc[id], in.rec2Loc[id]}) {
       if (!(r >= 0.0 && r < HUGE_VAL))
-        return Refuse(why, "The receiver distance %g of set-up %d is negative.", r, id);
+        return SayWhy(why, "The receiver distance %g of set-up %d is negative.", r, id);
     }
   }
   if (in.extraNodeOn && !(in.extraNodes >= 0 && in.extraSpan >= 0.0 && in.extraSpan < HUGE_VAL)) {
-    return Refuse(why, "The span of the extra nodes, %g, is negative.", in.extraSpan);
+    return SayWhy(why, "The span of the extra nodes, %g, is negative.", in.extraSpan);
   }
   return true;
 }
@@ -303,8 +303,8 @@ struct Pass {
   bool grows = false;  // the phase, from the nearer to the farther receiver
 };
 
-void Trace(const PointLoadInput& in, const PointLoadWork& work, const Pass& p, const PairQuestion& q,
-           const PairNodes& nodes, bool accepted) {
+void PrintPass(const PointLoadInput& in, const PointLoadWork& work, const Pass& p, const PairQuestion& q,
+               const PairNodes& nodes, bool accepted) {
   std::printf("[%2ld:%2ld(%2ld)]  V=%12.7g, F=%12.7g, L=%12.7g, A=%12.7g (R1:%g, R2:%g)\n",
               static_cast<long>(q.point), static_cast<long>(q.slot), static_cast<long>(work.passes), p.V, q.f,
               p.Lnew, p.A, work.x[static_cast<std::size_t>(nodes.near)],
@@ -383,7 +383,7 @@ int FS_SASW3D(const PointLoadInput& in, PointLoadWork& work, const double* freq,
     PassOutcome outcome = JudgePass(p.dif, p.dif2, in.wlTolerance, p.grows ? work.passes : kEndPasses);
     if (!(p.V > 0.0 && p.V < HUGE_VAL && p.A < HUGE_VAL)) outcome = PassOutcome::kGiveUp;
     const bool accepted = outcome == PassOutcome::kAccept;
-    if (in.trace) Trace(in, work, p, q, nodes, accepted);
+    if (in.trace) PrintPass(in, work, p, q, nodes, accepted);
     if (outcome == PassOutcome::kRepeat) {
       Lc = p.Lnew;
       continue;

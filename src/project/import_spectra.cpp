@@ -62,7 +62,7 @@ struct FirstFile {
 };
 
 /// One import: the message of its failure, and the remarks for its end.
-struct Run {
+struct SpectraFiles {
   const ImportRequest& request;
   ZeroLine zeroLine;
   int powerRows = 0;  ///< rows before it that hold power spectra
@@ -76,7 +76,7 @@ struct Run {
 };
 
 /// Empty, or the message that refuses the file.
-std::string ReadFirstFile(Run& run, int row) {
+std::string ReadFirstFile(SpectraFiles& run, int row) {
   TextReader text;
   std::string reason;
   if (!OpenRow(run.request, row, text, reason)) return import_text::CannotRead(reason);
@@ -96,7 +96,7 @@ std::string ReadFirstFile(Run& run, int row) {
   return run.refusal(row, columns);
 }
 
-std::string ReadLaterFile(const Run& run, int row, TextColumns& columns) {
+std::string ReadLaterFile(const SpectraFiles& run, int row, TextColumns& columns) {
   TextReader text;
   std::string reason;
   if (!OpenRow(run.request, row, text, reason)) return import_text::CannotRead(reason);
@@ -114,7 +114,7 @@ std::string ReadLaterFile(const Run& run, int row, TextColumns& columns) {
 }
 
 /// Remarks on a file; a later file is compared with the first.
-void TellOf(Run& run, int row, int channel, const TextColumns& columns) {
+void TellOf(SpectraFiles& run, int row, int channel, const TextColumns& columns) {
   const std::string& path = FileInRow(run.request, row);
   run.findings.TellOfZeros(path, channel, columns.a, columns.b);
   const bool isFirst = row == run.first.row;
@@ -125,7 +125,7 @@ void TellOf(Run& run, int row, int channel, const TextColumns& columns) {
 }
 
 /// Reads the file of a row into a channel. Empty, or the message that refuses it.
-std::string ReadChannel(Run& run, int row, RawData& raw, int channel) {
+std::string ReadChannel(SpectraFiles& run, int row, RawData& raw, int channel) {
   TextColumns later;
   const FirstFile& first = run.first;
   if (row != first.row)
@@ -142,7 +142,7 @@ std::string ReadChannel(Run& run, int row, RawData& raw, int channel) {
 }
 
 /// Channels from firstChannel on, the first of them from the given row. Empty, or the message.
-std::string ReadChannels(Run& run, RawData& raw, int firstChannel, int row) {
+std::string ReadChannels(SpectraFiles& run, RawData& raw, int firstChannel, int row) {
   for (int c = firstChannel; c < run.request.nChannels; ++c)
     if (std::string refusal = ReadChannel(run, row + c - firstChannel, raw, c); !refusal.empty())
       return refusal;
@@ -158,7 +158,7 @@ int FirstRowOfCrossSpectra(const ImportRequest& request) {
 }
 
 ImportResult ImportTransferFunctions(const ImportRequest& request) {
-  Run run{request, ZeroLine::AsRead};
+  SpectraFiles run{request, ZeroLine::AsRead};
   if (const std::string refusal = ReadFirstFile(run, 0); !refusal.empty())
     return ImportResult::Refused(refusal);
   ImportRecords records;
@@ -180,7 +180,7 @@ ImportResult ImportTransferFunctions(const ImportRequest& request) {
 }
 
 ImportResult ImportCrossSpectra(const ImportRequest& request) {
-  Run run{request, ZeroLine::Real, request.sourceInstrumented ? kSourceRows : 1};
+  SpectraFiles run{request, ZeroLine::Real, request.sourceInstrumented ? kSourceRows : 1};
   if (const std::string refusal = ReadFirstFile(run, FirstRowOfCrossSpectra(request)); !refusal.empty())
     return ImportResult::Refused(refusal);
   ImportRecords records;

@@ -35,7 +35,7 @@ bool SameAbscissa(const Uff58Set& first, const Uff58Set& later) {
 }
 
 /// Common data of an import: the accepted types, its first file and the lines of the record.
-struct Run {
+struct Uff58Files {
   std::vector<int> types;
   int firstRow = 0;
   Uff58Set first;
@@ -44,7 +44,7 @@ struct Run {
 };
 
 /// Empty text: read.
-std::string ReadFirstFile(const ImportRequest& request, Run& run) {
+std::string ReadFirstFile(const ImportRequest& request, Uff58Files& run) {
   TextReader text;
   std::string reason;
   if (!OpenRow(request, run.firstRow, text, reason)) return import_text::CannotRead(reason);
@@ -61,7 +61,7 @@ std::string ReadFirstFile(const ImportRequest& request, Run& run) {
 }
 
 /// Reads the file of a row into a channel. Empty text: read.
-std::string ReadChannel(const ImportRequest& request, Run& run, int row, RawData& raw, int channel) {
+std::string ReadChannel(const ImportRequest& request, Uff58Files& run, int row, RawData& raw, int channel) {
   Uff58Set later;
   const std::string& path = FileInRow(request, row);
   if (row != run.firstRow) {
@@ -84,7 +84,7 @@ std::string ReadChannel(const ImportRequest& request, Run& run, int row, RawData
 }
 
 /// The import itself: channels from firstChannel on, the first of them from the given row.
-ImportResult ReadAll(const ImportRequest& request, Run& run, int firstChannel, int rowOfFirstChannel,
+ImportResult ReadAll(const ImportRequest& request, Uff58Files& run, int firstChannel, int rowOfFirstChannel,
                      bool firstRowMayBeEmpty) {
   const std::string refusal = ReadFirstFile(request, run);
   if (!refusal.empty()) return ImportResult::Refused(refusal);
@@ -111,13 +111,13 @@ ImportResult ReadAll(const ImportRequest& request, Run& run, int firstChannel, i
 }  // namespace
 
 ImportResult ImportTransferFunctions58(const ImportRequest& request, int functionType) {
-  Run run;
+  Uff58Files run;
   run.types = {functionType, uff58_function::kCrossSpectrum};
   return ReadAll(request, run, request.sourceInstrumented ? 0 : 1, 0, false);
 }
 
 ImportResult ImportCrossSpectra58(const ImportRequest& request, int functionType) {
-  Run run;
+  Uff58Files run;
   run.types = {functionType};
   run.firstRow = FirstRowOfCrossSpectra(request);
   return ReadAll(request, run, 0, request.sourceInstrumented ? kSourceRows : 0, true);

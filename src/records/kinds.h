@@ -24,7 +24,7 @@ enum CurveKind : int {
 };
 
 /// ModelRecord::DispCurvInfo: the source of the points of a run. Any other number means stored curves too.
-enum CurvePoints : int {
+enum PointsOfRun : int {
   kPointsOfRange = 0,  ///< generated from the range of the settings
   kPointsOfData = 1,   ///< those of stored curves
 };

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t kBufferBytes = std::size_t{1} << 17;
 
-bool Refuse(std::string* reason, const std::string& path, const std::string& why) {
+bool RefuseFile(std::string* reason, const std::string& path, const std::string& why) {
   if (reason) *reason = "Cannot read " + path + ": " + why;
   return false;
 }
@@ -48,12 +48,13 @@ bool ByteSource::Open(const std::string& path, std::string* reason) {
   Close();
   // Without O_NONBLOCK, opening a pipe would wait for its other end.
   const int fd = OpenFile(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (fd < 0) return Refuse(reason, path, std::generic_category().message(errno));
+  if (fd < 0) return RefuseFile(reason, path, std::generic_category().message(errno));
   struct stat info {};
   const bool known = fstat(fd, &info) == 0;
   if (!known || !S_ISREG(info.st_mode)) {
     CloseFile(fd);
-    return Refuse(reason, path, known && S_ISDIR(info.st_mode) ? "it is a folder" : "it is not a plain file");
+    return RefuseFile(reason, path,
+                      known && S_ISDIR(info.st_mode) ? "it is a folder" : "it is not a plain file");
   }
   if (TheSessionWatcher().readsFile) TheSessionWatcher().readsFile(path);
   fd_ = fd;

@@ -21,8 +21,8 @@ struct Rows {
 };
 
 /// Points of curves, counting from 1.
-struct CurvePoints {
-  explicit CurvePoints(int capacity) : x(1, capacity), value(1, capacity) {}
+struct GatheredPoints {
+  explicit GatheredPoints(int capacity) : x(1, capacity), value(1, capacity) {}
   /// Copies the first n of both; missing values count as 0.
   void append(const std::vector<double>& xs, const std::vector<double>& values, int n) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
@@ -91,7 +91,7 @@ std::string ArrayFault() {
 Rows CondenseAll(double xMin, double xMax, int takeAll, int points) {
   const CDispSettings& p = CDispParam;
   const bool overFrequency = p.avgDomain == 1;
-  CurvePoints in(points);
+  GatheredPoints in(points);
   for (const PMeasInfo& pair : MeasDB.pMeasList)
     in.append(overFrequency ? pair.dispFreq : pair.dispWlen, pair.dispVel, IncludedPoints(pair));
 
@@ -115,7 +115,7 @@ Rows CondenseAll(double xMin, double xMax, int takeAll, int points) {
 Rows CondensePair(const PMeasInfo& pair, const std::vector<double>& quantity, int points, int n, double fMin,
                   double fMax, const OffsetVector<double>& grid) {
   const CDispSettings& p = CDispParam;
-  CurvePoints in(points);
+  GatheredPoints in(points);
   in.append(pair.dispFreq, quantity, points);
   Rows rows(n);
   // A pair that was added while the panel was open has no number of its own yet.
@@ -127,7 +127,7 @@ Rows CondensePair(const PMeasInfo& pair, const std::vector<double>& quantity, in
 }
 
 Rows CopyPair(const PMeasInfo& pair, const std::vector<double>& quantity, int points) {
-  CurvePoints in(points);
+  GatheredPoints in(points);
   in.append(pair.dispFreq, quantity, points);
   Rows rows(points);
   rows.x = std::move(in.x);
