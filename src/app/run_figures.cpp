@@ -18,8 +18,8 @@ using Json = nlohmann::ordered_json;
 Json NumberOrNull(double value) {
   return std::isfinite(value) ? Json(value) : Json(nullptr);
 }
-Json NumberOrNull(const std::optional<double>& value) {
-  return value ? NumberOrNull(*value) : Json(nullptr);
+Json Velocity(const std::optional<double>& value) {
+  return value ? NumberOrNull(RoundedFigure(*value)) : Json(nullptr);
 }
 
 void AddInversion(double lengthUnit, Json& json) {
@@ -36,9 +36,9 @@ void AddFigures(const ProjectTables& tables, Json& json) {
   if (!profile || profile->figures.figures.empty()) return;
   const SiteFigure& vs30 = profile->figures.figures.front();
   json["seen_to"] = NumberOrNull(profile->figures.seen.depth);
-  json["vs30"] = NumberOrNull(vs30.value);
-  json["vs30_low"] = NumberOrNull(vs30.low);
-  json["vs30_high"] = NumberOrNull(vs30.high);
+  json["vs30"] = Velocity(vs30.value);
+  json["vs30_low"] = Velocity(vs30.low);
+  json["vs30_high"] = Velocity(vs30.high);
   std::string classes;
   for (const SiteClass& c : profile->classes) classes += (classes.empty() ? "" : "; ") + ClassText(c);
   if (!classes.empty()) json["classes"] = classes;

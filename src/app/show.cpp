@@ -82,21 +82,6 @@ void ShowErrors(const ProjectTables& t, Lines& lines) {
                          best->iteration));
 }
 
-void ShowFigures(const ProfileTable& profile, Lines& lines) {
-  for (const SiteFigure& f : profile.figures.figures) {
-    const std::string name = f.name == "vs30" ? "Vs30" : FormatText("Vs%.4g", f.depth);
-    if (!f.value) {
-      lines.add(name + ": not available, " + f.reason);
-      continue;
-    }
-    std::string line = FormatText("%s: %.4f m/s", name.c_str(), *f.value);
-    if (f.low && f.high) line += FormatText(" (%.4f to %.4f, %s)", *f.low, *f.high, kRangeLabel);
-    lines.add(line + (f.status == FigureStatus::Extended ? ", extended: " + f.reason : ""));
-  }
-  for (const SiteClass& c : profile.classes) lines.add(ClassText(c));
-  if (!profile.classes.empty()) lines.add(kClassCaution);
-}
-
 void ShowProfile(const ProjectTables& t, const KnownGround& known, Lines& lines) {
   const ProfileTable* profile = FinalProfile(t);
   if (!profile) {
@@ -124,7 +109,7 @@ void ShowProfile(const ProjectTables& t, const KnownGround& known, Lines& lines)
       line += FormatText("   %.0f", MeanVs(known.layers, l.top, isLast ? l.top + 1.0 : l.top + l.thickness));
     lines.add(line);
   }
-  ShowFigures(*profile, lines);
+  for (const std::string& line : SiteFigureLines(profile->figures, profile->classes)) lines.add(line);
 }
 
 void ShowMasks(const ProjectTables& t, Lines& lines) {

@@ -4,14 +4,12 @@
 #include <algorithm>
 #include <iterator>
 
-#include "panels/entry_lists.h"
+#include "panels/table_choices.h"
 #include "project/export_tables.h"
 #include "project/table_csv.h"
 #include "project/table_forms.h"
 #include "project/table_json.h"
-#include "run/model_numbers.h"
 #include "runtime/atomic_writer.h"
-#include "runtime/catalogue/inversion.h"
 
 namespace sondera {
 namespace {
@@ -60,12 +58,7 @@ std::string TextOfLayers(const TableExport& what, const ProjectTables& tables, s
 }  // namespace
 
 ProjectTables OpenProjectTables(bool extend) {
-  TableChoices choices;
-  choices.iterations = ReadEntryLists().iterations;
-  int count = 0;
-  choices.fixedLayers = RetrieveLayerNoFromStr(GetCtrlVal(inversion::CONST_MP_VS), count);
-  choices.extend = extend;
-  return CollectTables(choices);
+  return CollectTables(ReadTableChoices(extend));
 }
 
 std::vector<std::string> FilesOf(const TableExport& what) {

@@ -165,6 +165,29 @@ std::vector<SiteClass> ClassesOf(const SiteProfile& profile, const SiteFigures& 
   return classes;
 }
 
+std::vector<std::string> SiteFigureLines(const SiteFigures& figures, const std::vector<SiteClass>& classes) {
+  std::vector<std::string> lines;
+  for (const SiteFigure& f : figures.figures) {
+    const std::string name = f.name == "vs30" ? "Vs30" : FormatText("Vs%.4g", f.depth);
+    if (!f.value) {
+      lines.push_back(name + ": not available, " + f.reason);
+      continue;
+    }
+    std::string line = name + ": " + FigureDigits(*f.value) + " m/s";
+    if (f.low && f.high)
+      line += " (" + FigureDigits(*f.low) + " to " + FigureDigits(*f.high) + ", " + kRangeLabel + ")";
+    if (f.spread) line += ", spread " + FigureDigits(*f.spread) + " m/s";
+    lines.push_back(line + (f.status == FigureStatus::Extended ? ", extended: " + f.reason : ""));
+  }
+  for (const SiteClass& c : classes) {
+    std::string line = ClassText(c);
+    for (const std::string& note : c.notes) line += "; " + note;
+    lines.push_back(std::move(line));
+  }
+  if (!classes.empty()) lines.push_back(kClassCaution);
+  return lines;
+}
+
 std::string ClassText(const SiteClass& c) {
   std::string text = PrintedCode(c.code) + ": " + c.value.value_or("none");
   if (c.low && c.high && (*c.low != *c.high)) text += " (" + *c.low + " to " + *c.high + ")";

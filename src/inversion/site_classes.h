@@ -36,6 +36,10 @@ std::string ClassAsce722(double average100ft);
 /// "ASCE 7-22: D (DE to CD)"; the range only where its ends differ.
 std::string ClassText(const SiteClass& siteClass);
 
+/// Figures and classes in lines of text, as the summary of a project and the box of the results give them. Empty for
+/// figures that were not made.
+std::vector<std::string> SiteFigureLines(const SiteFigures& figures, const std::vector<SiteClass>& classes);
+
 /// The questions that the classes leave to the engineer, in one sentence.
 inline constexpr const char* kClassCaution =
     "The codes ask for more than the velocity: the engineer has to judge soft clay, liquefiable ground, "

@@ -170,6 +170,17 @@ std::optional<SiteProfile> AtHighEnd(const SiteProfile& profile) {
   return AtEnd(profile, &FigureLayer::high);
 }
 
+double RoundedFigure(double value) {
+  return std::round(value * 1e4) / 1e4;
+}
+
+std::string FigureDigits(double value) {
+  std::string text = FormatText("%.4f", value);
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
 std::string_view StatusName(FigureStatus status) {
   switch (status) {
     case FigureStatus::Measured:

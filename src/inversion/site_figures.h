@@ -89,6 +89,11 @@ std::optional<SiteProfile> AtHighEnd(const SiteProfile& profile);
 /// "measured", "extended", "not-available"
 std::string_view StatusName(FigureStatus status);
 
+/// A velocity of a figure as every output gives it: to 1e-4 m/s. The digits of texts, tables and reports agree so.
+double RoundedFigure(double value);
+/// Its digits, without zeros at the end: "270.6767", "200".
+std::string FigureDigits(double value);
+
 /// Text that explains the range, for printing.
 inline constexpr const char* kRangeLabel = "range that the band of the last step gives";
 

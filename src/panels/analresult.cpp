@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "inversion/several_starts.h"
+#include "panels/table_choices.h"
+#include "project/export_tables.h"
 #include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/session.h"
@@ -178,6 +180,16 @@ bool HasResult(int index) {
   return e.there && e.record.nPoints > 0;
 }
 
+/// The figures of an entry, or why it has none.
+std::string FigureText(int index) {
+  std::string text;
+  if (index > 0) {
+    const ProfileTable profile = ProfileOfEntry(index, ReadTableChoices(false));
+    for (const std::string& line : SiteFigureLines(profile.figures, profile.classes)) text += line + "\n";
+  }
+  return text.empty() ? "Vs30 and site classes belong to the profile of an iteration.\n" : text;
+}
+
 /// File name of the project without folder and ".da".
 std::string ProjectName() {
   std::string name = FileNameOf(session.projectFileName);
@@ -212,7 +224,11 @@ void PutTextResultsInBox() {
   const int index = ShownIndex();
   std::string text;
   if (HasResult(index)) {
-    GetResultTextBox(GetCtrlVal(analresult::SEL_RESULT), index, text, RecordOfIndex(index));
+    const int type = GetCtrlVal(analresult::SEL_RESULT);
+    if (type == kFigureTable)
+      text = FigureText(index);
+    else
+      GetResultTextBox(type, index, text, RecordOfIndex(index));
   } else {
     text = kNothingComputed;
   }

@@ -13,6 +13,8 @@ namespace sondera {
 
 /// Tables, by the values of SEL_RESULT.
 inline constexpr int kModelTable = 0, kProfileTable = 1, kCurveTable = 2, kResolutionTable = 3;
+/// Vs30 and the site classes of an inverted entry. In the box only; the saved file has the four tables above.
+inline constexpr int kFigureTable = 4;
 
 /// Appends one table of an entry to text.
 /// @param type    kModelTable ... kResolutionTable; others append nothing

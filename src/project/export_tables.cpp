@@ -9,7 +9,9 @@
 #include "records/measdb.h"
 #include "records/model_records.h"
 #include "records/session.h"
+#include "run/posterior_covariance.h"
 #include "run/result_entries.h"
+#include "run/run_state.h"
 #include "runtime/paths.h"
 #include "signal/spectra.h"
 
@@ -265,6 +267,13 @@ ProfileTable GivenProfile() {
   return p;
 }
 
+void AddFigures(ProfileTable& profile, double unit, bool extend) {
+  if (profile.kind != "inverted") return;
+  SiteProfile site = SiteProfileOf(profile, unit, LongestWavelength());
+  site.covariance = VelocityCovariance(run, profile.iteration);
+  if (FiguresOf(site, extend, profile.figures).empty()) profile.classes = ClassesOf(site, profile.figures);
+}
+
 std::string ProjectName() {
   const std::string file = FileNameOf(session.projectFileName);
   const std::size_t dot = file.rfind('.');
@@ -299,6 +308,13 @@ SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double
   return site;
 }
 
+ProfileTable ProfileOfEntry(int entry, const TableChoices& choices) {
+  if (entry < 0 || entry > InvParam.rms.hi() || InvParam.nLayers < 1) return {};
+  ProfileTable profile = IterationOf(entry, choices);
+  AddFigures(profile, session.lengthUnit, choices.extend);
+  return profile;
+}
+
 ProjectTables CollectTables(const TableChoices& choices) {
   ProjectTables tables;
   tables.name = ProjectName();
@@ -324,11 +340,7 @@ ProjectTables CollectTables(const TableChoices& choices) {
     if (entry >= 0 && entry <= InvParam.rms.hi() && InvParam.nLayers > 0)
       tables.profiles.push_back(IterationOf(entry, choices));
   if (tables.profiles.empty() && FModelParam.nLayers > 0) tables.profiles.push_back(GivenProfile());
-  if (!tables.profiles.empty() && tables.profiles.back().kind == "inverted") {
-    ProfileTable& last = tables.profiles.back();
-    const SiteProfile site = SiteProfileOf(last, unit, LongestWavelength());
-    if (FiguresOf(site, choices.extend, last.figures).empty()) last.classes = ClassesOf(site, last.figures);
-  }
+  if (!tables.profiles.empty()) AddFigures(tables.profiles.back(), unit, choices.extend);
   return tables;
 }
 

@@ -88,6 +88,10 @@ struct TableChoices {
 /// Tables of the open project.
 ProjectTables CollectTables(const TableChoices& choices);
 
+/// The profile of a stored iteration with its figures and classes; no layers where there is no such entry. Figures are
+/// made of inverted profiles alone.
+ProfileTable ProfileOfEntry(int entry, const TableChoices& choices);
+
 /// Longest wavelength of the curves for the fit of a model, in the unit of the project; 0 for none.
 double LongestWavelength();
 

@@ -115,7 +115,10 @@ std::string Figures(const ProjectTables& t) {
     const double seen = p.figures.seen.depth;
     const auto begin = [&](const SiteFigure& f) {
       CsvLine line;
-      line << f.name << f.depth << f.value << f.low << f.high << std::string(StatusName(f.status)) << seen;
+      line << f.name << f.depth;
+      for (const auto& velocity : {f.value, f.low, f.high})
+        velocity ? line << RoundedFigure(*velocity) : line.empty();
+      line << std::string(StatusName(f.status)) << seen;
       return line;
     };
     for (const SiteFigure& f : p.figures.figures) {

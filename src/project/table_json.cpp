@@ -108,6 +108,11 @@ Json LayerJson(const ProfileLayer& l, double unit) {
   return j;
 }
 
+/// Velocity of a figure, with the digits of all outputs.
+Json Velocity(const std::optional<double>& value) {
+  return value ? Number(RoundedFigure(*value)) : Json(nullptr);
+}
+
 Json ProfileJson(const ProfileTable& p, double unit) {
   constexpr const char* kAnalyses[] = {"2-D", "3-D", "enhanced 3-D"};
   Json j;
@@ -123,9 +128,9 @@ Json ProfileJson(const ProfileTable& p, double unit) {
     Json row;
     row["name"] = f.name;
     row["depth"] = f.depth;
-    row["value"] = Optional(f.value);
-    row["low"] = Optional(f.low);
-    row["high"] = Optional(f.high);
+    row["value"] = Velocity(f.value);
+    row["low"] = Velocity(f.low);
+    row["high"] = Velocity(f.high);
     row["status"] = StatusName(f.status);
     row["seen_to"] = Number(p.figures.seen.depth);
     j["figures"].push_back(std::move(row));

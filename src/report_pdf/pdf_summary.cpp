@@ -63,9 +63,11 @@ void AddFigure(const SiteFigure& figure, std::vector<BoxLine>& lines) {
     lines.push_back({figure.reason});
     return;
   }
-  lines.push_back({name + ": " + FormatText("%.0f m/s", *figure.value), true});
+  lines.push_back({name + ": " + FigureDigits(*figure.value) + " m/s", true});
   if (figure.low && figure.high)
-    lines.push_back({FormatText("%.0f to %.0f m/s: ", *figure.low, *figure.high) + kRangeLabel});
+    lines.push_back(
+        {FigureDigits(*figure.low) + " to " + FigureDigits(*figure.high) + " m/s: " + kRangeLabel});
+  if (figure.spread) lines.push_back({"Spread: " + FigureDigits(*figure.spread) + " m/s"});
   if (figure.status == FigureStatus::Extended) lines.push_back({"Extended: " + figure.reason});
 }
 

@@ -10,9 +10,16 @@
 #include <nlohmann/json.hpp>
 
 #include "app/script_fixture.h"
+#include "app/show.h"
+#include "panels/analresult.h"
 #include "records/inv_records.h"
 #include "records/measdb.h"
 #include "records/session.h"
+#include "run/posterior_covariance.h"
+#include "run/result_entries.h"
+#include "run/run_state.h"
+#include "runtime/catalogue/analresult.h"
+#include "runtime/catalogue/exdthd.h"
 #include "support/site_records.h"
 
 namespace sondera::testing {
@@ -65,24 +72,53 @@ TEST_F(TableExportTest, AllFormsOfAnInvertedSite) {
   EXPECT_NEAR(j["profiles"].back()["layers"][0]["vs"].get<double>(), InvParam.Vs(2, 0), 1e-12);
 }
 
-TEST_F(TableExportTest, JsonAgreesWithTheSchema) {
-  if (std::system("python3 -c 'import jsonschema' 2>/dev/null") != 0) GTEST_SKIP() << "no python3-jsonschema";
-  Write("check.py",
-        "import json, sys, jsonschema\n"
-        "schema = json.load(open(sys.argv[1]))\n"
-        "jsonschema.Draft202012Validator.check_schema(schema)\n"
-        "for name in sys.argv[2:]: jsonschema.validate(json.load(open(name)), schema, "
-        "jsonschema.Draft202012Validator)\n");
+/// Writes the script that holds files against the schema, and gives its command; empty without the checker.
+class SchemaTest : public TableExportTest {
+ protected:
+  std::string Checker() {
+    if (std::system("python3 -c 'import jsonschema' 2>/dev/null") != 0) return {};
+    Write("check.py",
+          "import json, sys, jsonschema\n"
+          "schema = json.load(open(sys.argv[1]))\n"
+          "jsonschema.Draft202012Validator.check_schema(schema)\n"
+          "for name in sys.argv[2:]: jsonschema.validate(json.load(open(name)), schema, "
+          "jsonschema.Draft202012Validator)\n");
+    return "cd '" + folder.Path() + "' && python3 -W ignore check.py '" +
+           (kTop / "docs/sondera-export-1.schema.json").string() + "' ";
+  }
+};
+
+TEST_F(SchemaTest, JsonAgreesWithTheSchema) {
+  const std::string command = Checker();
+  if (command.empty()) GTEST_SKIP() << "no python3-jsonschema";
   ASSERT_EQ(Run("write json empty.json"), 0) << err;
   MakeSite();
   ASSERT_NE(Run("write json site.json\nwrite json extended.json extend=yes"), 1) << err;
-  const std::string command = "cd '" + folder.Path() + "' && python3 -W ignore check.py '" +
-                              (kTop / "docs/sondera-export-1.schema.json").string() + "' ";
   EXPECT_EQ(std::system((command + "empty.json site.json extended.json").c_str()), 0);
   auto wrong = nlohmann::json::parse(Read("site.json"));
   wrong["version"] = "2.0";
   Write("wrong.json", wrong.dump());
   EXPECT_NE(std::system((command + "wrong.json 2>/dev/null").c_str()), 0) << "the check can fail";
+}
+
+TEST_F(SchemaTest, ProjectsOfTheExamplesAgreeWithTheSchema) {
+  const std::string command = Checker();
+  if (command.empty()) GTEST_SKIP() << "no python3-jsonschema";
+  test::WriteSiteRecords(folder.Path());
+  std::filesystem::copy(kTop / "examples/six_receivers/job.txt", folder.File("six.txt"));
+  std::filesystem::copy(kTop / "examples/one_pair/job.txt", folder.File("one.txt"));
+  ASSERT_NE(Program("run six.txt"), 1) << Read("err.log");
+  ASSERT_NE(Program("--batch auto new one one.txt"), 1) << Read("err.log");
+  std::string files;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+    const std::string name = entry.path().filename();
+    if (!name.ends_with(".da")) continue;
+    ASSERT_EQ(Program("export --format=json " + name + " " + name + ".json"), 0) << Read("err.log");
+    files += name + ".json ";
+    EXPECT_THAT(Read(name + ".json"), HasSubstr("\"profiles\""));
+  }
+  EXPECT_EQ(std::count(files.begin(), files.end(), ' '), 2) << files;
+  EXPECT_EQ(std::system((command + files).c_str()), 0);
 }
 
 TEST_F(TableExportTest, CsvOpensInPython) {
@@ -96,6 +132,52 @@ TEST_F(TableExportTest, CsvOpensInPython) {
         "rows = list(csv.DictReader(open('t_curves.csv', newline='')))\n"
         "assert 100 < float(rows[0]['velocity [m/s]']) < 400\n");
   EXPECT_EQ(std::system(("cd '" + folder.Path() + "' && python3 check.py").c_str()), 0);
+}
+
+TEST_F(TableExportTest, FiguresHaveTheSameDigitsEverywhere) {
+  MakeSite();
+  ASSERT_NE(Run("write csv t only=figures extend=yes\nwrite json t.json extend=yes\nreport t.pdf"), 1) << err;
+  const ProjectTables tables = OpenProjectTables(true), measured = OpenProjectTables(false);
+  SetCtrlIndex(analresult::SEL_RESULT, kFigureTable);
+  SetCtrlVal(exdthd::ITERNO, 2);
+  PutTextResultsInBox();
+  const std::string box = GetCtrlVal(analresult::RESULTS);
+  const auto json = nlohmann::json::parse(Read("t.json"));
+  const auto& rows = json["profiles"].back()["figures"];
+  const auto& figures = tables.profiles.back().figures.figures;
+  ASSERT_EQ(rows.size(), figures.size());
+  for (std::size_t i = 0; i < figures.size(); ++i) {
+    ASSERT_TRUE(figures[i].value && figures[i].low && figures[i].high);
+    const std::string value = FigureDigits(*figures[i].value), low = FigureDigits(*figures[i].low);
+    EXPECT_THAT(Read("t_figures.csv"), HasSubstr("," + value + "," + low + ","));
+    EXPECT_EQ(ShortestText(rows[i]["value"].get<double>()), value);
+    EXPECT_EQ(ShortestText(rows[i]["low"].get<double>()), low);
+    EXPECT_THAT(ShowText(tables, {}, {}), HasSubstr(": " + value + " m/s (" + low + " to "));
+  }
+  const SiteFigure& figure = measured.profiles.back().figures.figures.back();
+  ASSERT_TRUE(figure.value.has_value());
+  EXPECT_THAT(box, HasSubstr(": " + FigureDigits(*figure.value) + " m/s ("));
+  if (std::system("pdftotext -v 2>/dev/null") != 0) GTEST_SKIP() << "no pdftotext";
+  ASSERT_EQ(std::system(("cd '" + folder.Path() + "' && pdftotext -layout t.pdf").c_str()), 0);
+  EXPECT_THAT(Read("t.txt"), HasSubstr(": " + FigureDigits(*figure.value) + " m/s"));
+}
+
+TEST_F(TableExportTest, TheSpreadIsThatOfTheRunInMemory) {
+  MakeSite();
+  const ProjectTables tables = OpenProjectTables(true);
+  const SiteFigure& vs30 = tables.profiles.back().figures.figures.front();
+  const std::vector<double> covariance = VelocityCovariance(run, 2);
+  ASSERT_EQ(covariance.size(), 25u);
+  for (int i = 0; i < 5; ++i)
+    EXPECT_NEAR(std::sqrt(covariance[static_cast<std::size_t>(6 * i)]), PosteriorDeviation(2, i), 1e-6);
+  ASSERT_TRUE(vs30.spread && vs30.low && vs30.high);
+  EXPECT_GT(*vs30.spread, 0.0);
+  EXPECT_LE(*vs30.spread, *vs30.high - *vs30.low) << "all layers at one end are the farthest";
+  EXPECT_TRUE(VelocityCovariance(run, 1).empty()) << "the matrices are those of the last update";
+  ASSERT_NE(Run("open site.da"), 1) << err;
+  EXPECT_EQ(OpenProjectTables(true).profiles.back().figures.figures.front().value.has_value(), true);
+  ResetRunState();
+  EXPECT_FALSE(OpenProjectTables(true).profiles.back().figures.figures.front().spread.has_value());
 }
 
 TEST_F(TableExportTest, OnlyNarrowsAndFilesAreReplacedOnDemand) {
@@ -164,6 +246,29 @@ TEST_F(TableExportTest, CommandLineExportsTables) {
   EXPECT_EQ(Program("export --format=csv site.da"), 1);
   EXPECT_THAT(Read("err.log"), HasSubstr("--format= goes with export, a project and a name to write to"));
   EXPECT_EQ(Program("--only=curves --help"), 1) << "without a format there is nothing to narrow";
+}
+
+TEST_F(TableExportTest, ALocaleWithCommasChangesNoByte) {
+  if (std::system(
+          ("localedef -i de_DE -f UTF-8 '" + folder.File("de_DE.UTF-8") + "' >/dev/null 2>&1").c_str()) != 0)
+    GTEST_SKIP() << "no sources of locales";
+  MakeSite();
+  Write("comma.py", "import locale\nlocale.setlocale(locale.LC_ALL, '')\nassert locale.str(0.5) == '0,5'\n");
+  const std::string german = "export LOCPATH='" + folder.Path() + "' LC_ALL=de_DE.UTF-8; ";
+  const auto run = [&](const std::string& command) {
+    return std::system(("cd '" + folder.Path() + "'; " + command + " >/dev/null 2>&1 </dev/null").c_str());
+  };
+  ASSERT_EQ(run(german + "python3 comma.py"), 0) << "the locale has commas";
+  const std::string program = "'" SONDERA_PROGRAM "' export --format=";
+  for (const char* form : {"csv", "json", "swprepost", "dinver", "layers"}) {
+    ASSERT_EQ(run("export LC_ALL=C; " + program + form + " site.da c_" + form), 0) << form;
+    ASSERT_EQ(run(german + program + form + " site.da d_" + form), 0) << form;
+    const std::string end = form == std::string("csv") ? "_curves.csv" : "";
+    EXPECT_GT(Read("c_" + std::string(form) + end).size(), 20u);
+    EXPECT_EQ(Read("d_" + std::string(form) + end), Read("c_" + std::string(form) + end)) << form;
+  }
+  EXPECT_EQ(Read("d_csv_profile.csv"), Read("c_csv_profile.csv"));
+  EXPECT_EQ(Read("d_csv_figures.csv"), Read("c_csv_figures.csv"));
 }
 
 TEST_F(TableExportTest, ExportWithoutAFormatTakesSixWordsAlone) {

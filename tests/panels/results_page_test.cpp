@@ -3,7 +3,10 @@
 
 #include <climits>
 
+#include "panels/analresult.h"
 #include "panels/inversion.h"
+#include "project/export_tables.h"
+#include "records/model_records.h"
 #include "records/session.h"
 #include "run/run_state.h"
 #include "runtime/catalogue/analresult.h"
@@ -168,6 +171,27 @@ TEST_F(ResultBox, AnotherTableFillsTheBoxAndCloseHidesThePanel) {
   EXPECT_NE(GetCtrlVal(analresult::RESULTS).find("Velocity"), std::string::npos);
   EXPECT_EQ(ResultBoxCloseCallback(Panel::ANALRESULT, &analresult::CLOSE, Event::Commit, 0), 0);
   EXPECT_FALSE(IsPanelShown(Panel::ANALRESULT));
+}
+
+TEST_F(ResultBox, GivesVs30AndTheClassesOfAnInvertedEntryOnly) {
+  FModelParam.DispCurvInfo = 1;
+  FModelParam.dispCurvType = 1;
+  FModelParam.nDispPointsG = 2;
+  FModelParam.globalWlen = {10.0, 80.0};
+  Select(2);
+  ResultBoxCallback(Panel::EXDTHD, &RESULTBOX, Event::Commit, 0);
+  SetCtrlIndex(analresult::SEL_RESULT, kFigureTable);
+  ResultModelParamCallback(Panel::ANALRESULT, &analresult::SEL_RESULT, Event::Commit, 0);
+  const ProfileTable profile = ProfileOfEntry(2, {});
+  ASSERT_FALSE(profile.figures.figures.empty());
+  ASSERT_TRUE(profile.figures.figures[0].value.has_value()) << profile.figures.figures[0].reason;
+  const std::string text = GetCtrlVal(analresult::RESULTS);
+  EXPECT_EQ(text.find("Vs30: " + FigureDigits(*profile.figures.figures[0].value) + " m/s"), 0u) << text;
+  EXPECT_NE(text.find("\n" + ClassText(profile.classes[3])), std::string::npos) << text;
+  Select(-1);
+  PutTextResultsInBox();
+  EXPECT_EQ(GetCtrlVal(analresult::RESULTS),
+            "Vs30 and site classes belong to the profile of an iteration.\n");
 }
 
 TEST_F(InvView, OtherEventsDoNothing) {

@@ -154,7 +154,7 @@ TEST_F(PdfReportTest, TextsHaveTheFiguresAndEachLayer) {
   const ProfileTable& profile = *ReportedProfile(report);
   ASSERT_TRUE(profile.figures.figures.front().value.has_value());
   EXPECT_NEAR(*profile.figures.figures.front().value, vs30, 1e-9);
-  EXPECT_TRUE(Has(text, "Vs30: " + NumberText(vs30, 0) + " m/s")) << text;
+  EXPECT_TRUE(Has(text, "Vs30: " + FigureDigits(vs30) + " m/s")) << text;
   EXPECT_TRUE(Has(text, ClassText(profile.classes.front()))) << text;
   EXPECT_TRUE(Has(text, "Sondera")) << text;
   EXPECT_TRUE(Has(text, "RMS 4.25 m/s, iteration 1")) << text;

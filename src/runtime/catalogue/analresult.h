@@ -5,15 +5,19 @@
 
 namespace sondera::analresult {
 
-inline constexpr ListItem kTables[] = {
-    {"Model parameters", 0}, {"Profile", 1}, {"Dispersion curves", 2}, {"Resolution", 3}};
+inline constexpr ListItem kTables[] = {{"Model parameters", 0},
+                                       {"Profile", 1},
+                                       {"Dispersion curves", 2},
+                                       {"Resolution", 3},
+                                       {"Vs30 and site classes", 4}};
 
-inline constexpr RingControl SEL_RESULT{
-    Panel::ANALRESULT,
-    "SEL_RESULT",
-    "Table",
-    kTables,
-    {.hint = "Table that is shown: model parameters, profile, dispersion curves or resolution."}};
+inline constexpr RingControl SEL_RESULT{Panel::ANALRESULT,
+                                        "SEL_RESULT",
+                                        "Table",
+                                        kTables,
+                                        {.hint = "Table that is shown: model parameters, profile, dispersion "
+                                                 "curves, resolution, or Vs30 with the site "
+                                                 "classes."}};
 inline constexpr TextControl RESULTS{
     Panel::ANALRESULT,
     "RESULTS",
