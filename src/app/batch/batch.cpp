@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -113,7 +114,10 @@ bool Batch::isDone(Job& job) const {
 }
 
 /// In the child: standard output and error to the log, no standard input, then the program.
-[[noreturn]] void BecomeSite(const std::string& folder) {
+[[noreturn]] void BecomeSite(const std::string& folder, pid_t batch) {
+  // A site does not outlive its batch: the next one would work in the same folder.
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (::getppid() != batch) ::_exit(127);
   const int input = ::open("/dev/null", O_RDONLY),
             log = ::open(JoinPath(folder, kOutput).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
   if (log < 0 || ::chdir(folder.c_str()) != 0) ::_exit(127);
@@ -136,8 +140,9 @@ std::string Batch::start(Job& job) const {
   file.Put(job.script);
   if (!file.Close()) return file.Reason();
   job.begin = Clock::now();
+  const pid_t batch = ::getpid();
   job.process = ::fork();
-  if (job.process == 0) BecomeSite(job.folder);
+  if (job.process == 0) BecomeSite(job.folder, batch);
   return job.process < 0 ? "no further process can be started" : "";
 }
 
