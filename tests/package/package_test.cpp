@@ -2,12 +2,14 @@
 // tools of desktop, man and bash. Where a tool is missing, its test is reported as skipped.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
@@ -87,6 +89,7 @@ TEST_F(Package, HoldsTheProgramAndWhatBelongsToItAndNothingElse) {
     if (!name.starts_with("usr/share/doc/sondera/")) outside.insert(name);
 
   std::set<std::string> expected = {"usr/bin/sondera", "usr/share/bash-completion/completions/sondera"};
+  expected.insert("usr/libexec/sondera/make_records");  // of the examples
   if (kPages) expected.insert({"usr/share/man/man1/sondera.1.gz", "usr/share/man/man5/sondera-script.5.gz"});
   if (kWindows)
     expected.insert({"usr/share/applications/" + kId + ".desktop",
@@ -136,6 +139,108 @@ TEST_F(Package, XmlFilesAreWellFormedAndTheIconCanBeScaled) {
     EXPECT_EQ(check.status, 0) << check.output;
   }
   EXPECT_THAT(Whole(icon), HasSubstr("viewBox="));
+}
+
+TEST_F(Package, TheIconIsPaintedInTheSizeOfAMenu) {
+  SkipUnless(kWindows && test::HaveTool("rsvg-convert"), "the build with windows, or rsvg-convert");
+  if (IsSkipped()) return;
+  const test::TempFolder place;
+  const test::ToolRun painted =
+      test::RunTool("rsvg-convert -w 64 '" + In("share/icons/hicolor/scalable/apps/" + kId + ".svg") +
+                    "' -o '" + place.File("icon.png") + "'");
+  ASSERT_EQ(painted.status, 0) << painted.output;
+  const std::string png = test::ReadWhole(place.File("icon.png"));
+  ASSERT_GT(png.size(), 24u);
+  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\0\x40\0\0\0\x40", 8)) << "64 by 64";
+  EXPECT_GT(png.size(), 500u) << "an empty picture is smaller";
+}
+
+/// A folder that other users may enter: lintian does not run as root.
+class OpenFolder : public test::TempFolder {
+ public:
+  OpenFolder() { fs::permissions(Path(), fs::perms(0755)); }
+};
+
+test::ToolRun Lintian(const std::string& deb) {
+  const std::string check = "lintian --fail-on warning,error " + deb;
+  return test::RunTool(geteuid() == 0 ? "runuser -u nobody -- env HOME=/tmp " + check : check);
+}
+
+// The checks are worth something only if they find what they are for; by default some end with status 0.
+TEST_F(Package, EachCheckFailsOnABadFile) {
+  const OpenFolder place;
+  const auto with = [&](const std::string& name, const std::string& text) {
+    test::WriteWhole(place.File(name), text);
+    return " '" + place.File(name) + "' ";
+  };
+  const auto fails = [](const std::string& tool, const std::string& command) {
+    return !test::HaveTool(tool) || test::RunTool(command).status != 0;
+  };
+  if (kWindows) {
+    std::string desktop = Whole("share/applications/" + kId + ".desktop");
+    desktop = std::regex_replace(desktop, std::regex("Categories=.*"), "Categories=Seismics;");
+    EXPECT_TRUE(fails("desktop-file-validate", "desktop-file-validate" + with("bad.desktop", desktop)));
+    std::string info = Whole("share/metainfo/" + kId + ".metainfo.xml");
+    info = std::regex_replace(info, std::regex("<content_rating[^>]*/>"), "");
+    EXPECT_TRUE(
+        fails("appstreamcli", "appstreamcli validate --no-net --strict" + with("bad.metainfo.xml", info)));
+  }
+  EXPECT_TRUE(fails("xmllint", "xmllint --noout" + with("bad.xml", "<mime-info>")));
+  EXPECT_TRUE(fails("rsvg-convert", "rsvg-convert -w 64 -o /dev/null" + with("bad.svg", "no picture")));
+  if (test::HaveTool("man")) {
+    EXPECT_NE(test::RunTool("man --warnings -E UTF-8 -l -Tutf8 -Z" +
+                            with("bad.1", ".TH BAD 1\n.unknownrequest\n") + ">/dev/null")
+                  .output,
+              "");
+  }
+  std::string completion = Whole("share/bash-completion/completions/sondera");
+  completion = std::regex_replace(completion, std::regex("--log="), "--lag=");
+  const test::ToolRun offered = test::RunTool("bash -c '. \"" + place.File("completion") +
+                                              "\"; COMP_WORDS=(sondera --); COMP_CWORD=1; _sondera; " +
+                                              "printf \"%s\\n\" \"${COMPREPLY[@]}\"'");
+  with("completion", completion);
+  EXPECT_NE(OptionsIn(offered.output), OptionsIn(Sondera("--help").output));
+}
+
+/// A copy of the tree that is configured in a folder of its own.
+void Configure(const std::string& top, const std::string& options) {
+  fs::create_directories(top);
+  for (const char* part : {"src", "examples", "packaging", "docs", "CMakeLists.txt", "README.md", "LICENSE"})
+    fs::copy(fs::path(SONDERA_SOURCE_DIR) / part, fs::path(top) / part, fs::copy_options::recursive);
+  const test::ToolRun run =
+      test::RunTool("cmake -S '" + top + "' -B '" + top +
+                    "/build' -G Ninja -DSONDERA_TESTS=OFF -DSONDERA_ALSA=OFF " + options);
+  ASSERT_EQ(run.status, 0) << run.output;
+}
+
+TEST_F(Package, TwoFoldersGiveTheSameBytesWithDebugInformationToo) {
+  SkipUnless(test::HaveTool("ninja"), "ninja");
+  if (IsSkipped()) return;
+  const std::string object = "CMakeFiles/sondera_core.dir/src/runtime/text_format.cpp.o";
+  const test::TempFolder place;
+  std::vector<std::string> bytes;
+  for (const std::string& top : {place.File("one"), place.File("another/place")}) {
+    ASSERT_NO_FATAL_FAILURE(
+        Configure(top, "-DSONDERA_GUI=OFF -DSONDERA_FIGURES=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo"));
+    const test::ToolRun built = test::RunTool("ninja -C '" + top + "/build' " + object);
+    ASSERT_EQ(built.status, 0) << built.output;
+    bytes.push_back(test::ReadWhole(top + "/build/" + object));
+    EXPECT_THAT(bytes.back(), Not(HasSubstr(top)));
+  }
+  EXPECT_GT(bytes[0].size(), 1000u);
+  EXPECT_TRUE(bytes[0] == bytes[1]);
+}
+
+TEST_F(Package, WithoutWindowsADesktopIsToldNothing) {
+  const test::TempFolder place;
+  ASSERT_NO_FATAL_FAILURE(Configure(place.File("tree"), "-DSONDERA_GUI=OFF"));
+  const std::string without = test::ReadWhole(place.File("tree/build/packaging/cmake_install.cmake"));
+  const std::string here = test::ReadWhole(SONDERA_BINARY_DIR "/packaging/cmake_install.cmake");
+  EXPECT_THAT(without, HasSubstr("bash-completion/completions"));
+  for (const char* kind : {".desktop", ".metainfo.xml", "share/mime", "share/icons"}) {
+    EXPECT_THAT(without, Not(HasSubstr(kind)));
+    EXPECT_EQ(here.find(kind) != std::string::npos, kWindows) << kind;
+  }
 }
 
 TEST_F(Package, TheMetainfoPassesTheStrictCheck) {
@@ -188,7 +293,7 @@ TEST_F(Package, ThePagesAreSetWithoutAWarning) {
 TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
   SkipUnless(test::HaveTool("dpkg-shlibdeps") && test::HaveTool("file"), "dpkg-shlibdeps or file");
   if (IsSkipped()) return;
-  const test::TempFolder place;
+  const OpenFolder place;
   const test::ToolRun packed = test::RunTool(
       "umask 022; cpack --config '" SONDERA_BINARY_DIR "/CPackConfig.cmake' -B '" + place.Path() + "'");
   ASSERT_EQ(packed.status, 0) << packed.output;
@@ -210,8 +315,15 @@ TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
   SkipUnless(test::HaveTool("lintian"), "lintian");
   if (IsSkipped()) return;
   // Without --fail-on its status is 0 also with warnings.
-  const test::ToolRun check = test::RunTool("lintian --allow-root --fail-on warning,error " + deb);
+  const test::ToolRun check = Lintian(deb);
   EXPECT_EQ(check.status, 0) << check.output;
+  const OpenFolder bad;
+  ASSERT_EQ(test::RunTool("umask 022; cpack --config '" SONDERA_BINARY_DIR
+                          "/CPackConfig.cmake' -D CPACK_DEBIAN_PACKAGE_SECTION=unheardof -B '" +
+                          bad.Path() + "'")
+                .status,
+            0);
+  EXPECT_NE(Lintian("'" + bad.Path() + "'/*.deb").status, 0) << "the check can fail";
 }
 
 TEST_F(Package, TheCompletionOffersTheOptionsOfTheHelpAndNoOther) {
