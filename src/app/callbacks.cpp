@@ -3,6 +3,7 @@
 #include "app/callbacks.h"
 
 #include "app/devices.h"
+#include "app/export_menu.h"
 #include "app/shutdown.h"
 #include "panels/analresult.h"
 #include "panels/asavedlg.h"
@@ -23,6 +24,7 @@
 #include "panels/inversion.h"
 #include "panels/inversion_start.h"
 #include "panels/irfsetpnl.h"
+#include "panels/loadshots.h"
 #include "panels/loadtxdata.h"
 #include "panels/mainmenu.h"
 #include "panels/mainmenu_analysis.h"
@@ -66,6 +68,7 @@
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/irfsetpnl.h"
 #include "runtime/catalogue/irfsetpnl2.h"
+#include "runtime/catalogue/loadshots.h"
 #include "runtime/catalogue/loadtxdata.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
@@ -250,6 +253,30 @@ constexpr CallbackRow kHardware[] = {
 
 constexpr CallbackRow kImport[] = {
     {&mainmenu::LOAD_TWO_CHNL_DATA, Load_TwoChnlDataCallback},
+    {&mainmenu::EXPORT_CSV, ExportTablesCallback},
+    {&mainmenu::EXPORT_JSON, ExportTablesCallback},
+    {&mainmenu::EXPORT_SWPREPOST, ExportTablesCallback},
+    {&mainmenu::EXPORT_DINVER, ExportTablesCallback},
+    {&mainmenu::EXPORT_GPDC, ExportTablesCallback},
+    {&mainmenu::EXPORT_LAYERS, ExportTablesCallback},
+    {&mainmenu::EXPORT_DISBA, ExportTablesCallback},
+    {&mainmenu::LOAD_SHOTS, LoadShotsCallback},
+    {&loadshots::ADDFILE, AddShotFileCallback},
+    {&loadshots::FORMAT, PreviewShotsCallback},
+    {&loadshots::FILES, PreviewShotsCallback},
+    {&loadshots::MEASID, PreviewShotsCallback},
+    {&loadshots::PAIRS, PreviewShotsCallback},
+    {&loadshots::SIDE, PreviewShotsCallback},
+    {&loadshots::NEAREST, PreviewShotsCallback},
+    {&loadshots::CHANNELS, PreviewShotsCallback},
+    {&loadshots::SOURCE, PreviewShotsCallback},
+    {&loadshots::RECEIVERS, PreviewShotsCallback},
+    {&loadshots::UNIT, PreviewShotsCallback},
+    {&loadshots::INTERVAL, PreviewShotsCallback},
+    {&loadshots::WHOLERATE, PreviewShotsCallback},
+    {&loadshots::SKEW, PreviewShotsCallback},
+    {&loadshots::LOAD, ImportShotsCallback},
+    {&loadshots::CLOSE, CloseShotsCallback},
     {&loadtxdata::DATATYPE, DataTypeCallback},
     {&loadtxdata::NCHANS, NoChannelsCallback},
     {&loadtxdata::SRCINSTRUMENT, SRCINSTRUMENTED},

@@ -83,6 +83,19 @@ void TellOfKeys(const Seg2File& file, std::vector<Finding>& findings) {
   }
 }
 
+/// The texts of the file, and what its first trace says of the shot and of the recorder's filters. They are for people;
+/// nothing is computed from them.
+void TakeTexts(const Seg2File& file, std::vector<std::string>& texts) {
+  texts.push_back(
+      FormatText("SEG-2, revision %d, %s endian", file.revision, file.bigEndian ? "big" : "little"));
+  texts.insert(texts.end(), file.strings.begin(), file.strings.end());
+  if (file.traces.empty()) return;
+  for (const std::string_view key :
+       {"RAW_RECORD", "SHOT_SEQUENCE_NUMBER", "STACK", "ALIAS_FILTER", "LOW_CUT_FILTER", "HIGH_CUT_FILTER"})
+    if (const auto value = Seg2Value(file.traces.front().strings, key); value && !value->empty())
+      texts.push_back(std::string(key) + " " + std::string(*value));
+}
+
 }  // namespace
 
 double LengthUnitOf(std::string_view units) {
@@ -103,6 +116,7 @@ std::string ShotOfSeg2(const std::string& path, std::string_view bytes, Shot& sh
   shot.sourceKey = "SOURCE_LOCATION";
   shot.unitKey = "UNITS";
   shot.lengthUnit = LengthUnitOf(Seg2Value(file.strings, shot.unitKey).value_or(""));
+  TakeTexts(file, shot.texts);
   for (const std::vector<std::string>* sentences : {&file.refused, &file.remarks})
     for (const std::string& text : *sentences)
       shot.findings.push_back({FindingKind::Doubt, path + ": " + text});

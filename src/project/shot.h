@@ -39,7 +39,8 @@ struct Shot {
   double lengthUnit = 0.0;                      ///< metres per unit; 0: not in the file
   std::string receiverKey, sourceKey, unitKey;  ///< question for missing information of the file
   std::vector<ShotTrace> traces;
-  std::vector<Finding> findings;  ///< for the report of an import
+  std::vector<std::string> texts;  ///< what the file says of itself, for people: names, dates, notes
+  std::vector<Finding> findings;   ///< for the report of an import
 };
 
 /// Reads a file into a shot. Empty, or why it cannot be read (without the name of the file).

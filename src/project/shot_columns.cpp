@@ -66,6 +66,8 @@ std::string ShotOfColumns(const std::string& path, std::string_view text, double
   shot.receiverKey = "the places of the receivers";
   shot.sourceKey = "the place of the source";
   shot.unitKey = "the unit of length";
+  for (const std::string& name : table.header)
+    if (!name.empty()) shot.texts.push_back("column " + name);
   for (std::size_t c = firstChannel; c < table.columns.size(); ++c) {
     ShotTrace trace;
     trace.channel = static_cast<int>(c - firstChannel) + 1;

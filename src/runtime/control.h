@@ -50,8 +50,9 @@ enum class Panel : int {
   CONFIRMPNL,
   MESSAGEPNL,
   MAINMENU,
+  LOADSHOTS,
 };
-inline constexpr int kPanelCount = static_cast<int>(Panel::MAINMENU) + 1;
+inline constexpr int kPanelCount = static_cast<int>(Panel::LOADSHOTS) + 1;
 
 enum class ControlKind : int {
   Numeric,

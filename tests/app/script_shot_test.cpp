@@ -157,6 +157,40 @@ TEST_F(ScriptShot, ColumnsOfTextMakeTheSamePairs) {
   EXPECT_THAT(err, HasSubstr("2 places are given for 3 channels"));
 }
 
+TEST_F(ScriptShot, PreviewTellsStructureTextsAndPlanAndImportsNothing) {
+  WriteShot("a.dat", Line({10, 14, 20, 28, 40, 56}));
+  ASSERT_EQ(Run("read seg2 id=A files=a.dat preview=yes"), 0) << err;
+  const std::string& text = out;
+  EXPECT_THAT(text, ::testing::StartsWith("a.dat: 6 channels, source at 0"));
+  for (const char* part : {"SEG-2, revision 1, little endian", "UNITS METERS", "   1 to 3     10 to 20 ",
+                           "one sample each 0.0005 s (2000 Hz), 4000 samples"})
+    EXPECT_THAT(text, HasSubstr(part));
+  EXPECT_THAT(text, ::testing::Not(HasSubstr("to be answered")));
+  EXPECT_THAT(Measurements(), ElementsAre("measID")) << "as in a new session";
+}
+
+TEST_F(ScriptShot, PreviewAsksForWhatIsMissingAndNeverGuesses) {
+  test::Seg2Line line = Line({10, 14, 20});
+  line.receivers = {0, 0, 0};
+  WriteShot("none.dat", line);
+  WriteColumns("c.txt", {10.0, 14.0, 20.0}, false);
+  ASSERT_EQ(Run("read seg2 id=A files=none.dat preview=yes\n"
+                "read columns id=B files=c.txt source=0 at=10,14 dt=0.0005 preview=yes"),
+            0)
+      << err;
+  const std::string& text = out;
+  EXPECT_THAT(text, HasSubstr("to be answered: "));
+  EXPECT_THAT(text, HasSubstr("RECEIVER_LOCATION"));
+  EXPECT_THAT(text, ::testing::Not(HasSubstr("near to far")));
+  EXPECT_THAT(Measurements(), ElementsAre("measID")) << "as in a new session";
+}
+
+TEST_F(ScriptShot, PreviewOfAFileThatIsNoneEndsWithItsSentence) {
+  test::WriteWhole(folder.File("a.dat"), "free form of another maker");
+  EXPECT_EQ(Run("read seg2 id=A files=a.dat preview=yes"), 1);
+  EXPECT_THAT(out, HasSubstr("not a SEG-2 file"));
+}
+
 TEST_F(ScriptShot, PublishedShotsGiveTheSiteCurve) {
   SKIP_WITHOUT_FIELD_DATA("seg2");
   ASSERT_NE(Run("read seg2 id=w files=" + test::FieldFile("seg2/wghs_11.dat") + "," +

@@ -1,5 +1,6 @@
 // words_shot.cpp - the words that make receiver pairs from whole shots: read seg2, read columns.
 #include <cmath>
+#include <cstdio>
 
 #include "app/script/fault.h"
 #include "app/script/run.h"
@@ -8,6 +9,7 @@
 #include "project/import_seg2.h"
 #include "project/shot_columns.h"
 #include "project/shot_import.h"
+#include "project/shot_preview.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/paths.h"
@@ -52,7 +54,14 @@ ShotRequest RequestOf(const Arguments& a) {
   return request;
 }
 
-void Import(const ShotRequest& request) {
+void Import(const Arguments& a, const ShotRequest& request) {
+  if (a.isYes("preview")) {
+    const ShotPreview preview = PreviewShots(request);
+    std::fputs(PreviewText(preview).c_str(), stdout);
+    std::fflush(stdout);
+    if (!preview.fault.empty()) throw Fault(preview.fault);
+    return;
+  }
   ShotPlan plan;
   std::string reason = PlanShots(request, plan);
   if (reason.empty() && !request.choices.overwrite)
@@ -65,13 +74,13 @@ void Import(const ShotRequest& request) {
 void ReadSeg2Files(Run&, const Arguments& a) {
   ShotRequest request = RequestOf(a);
   request.read = ReadSeg2Shot;
-  Import(request);
+  Import(a, request);
 }
 
 void ReadColumnFiles(Run&, const Arguments& a) {
   ShotRequest request = RequestOf(a);
   request.read = ColumnReader(a.number("dt", 0.0));
-  Import(request);
+  Import(a, request);
 }
 
 void CheckShot(const Arguments& a) {
@@ -94,12 +103,13 @@ WordForm ReadSeg2Form() {
        Optional(Named("near", Kind::Number)), Optional(Named("side", Kind::Choice, kSides)),
        Optional(Named("source", Kind::Number)), Optional(List("at", Kind::Numbers, "X1,X2,...")),
        Optional(Named("unit", Kind::Choice, kUnits)), Optional(Named("rate", Kind::Choice, "whole")),
-       Optional(Named("skew", Kind::Choice, "correct")), Flag("overwrite")},
+       Optional(Named("skew", Kind::Choice, "correct")), Flag("overwrite"), Flag("preview")},
       "Reads shots of one place as averages (SEG-2) and makes a measurement ID_NEAR_FAR of each receiver "
       "pair; "
       "with pairs=no one measurement of all planned receivers. Values that the files do not contain must be "
       "given: "
-      "source= and at=, unit=, and side= for a source inside the line.",
+      "source= and at=, unit=, and side= for a source inside the line. With preview=yes it prints what it "
+      "understood of the first file, and the plan or what is missing for it, and imports nothing.",
       ReadSeg2Files,
       CheckShot};
 }
@@ -112,7 +122,7 @@ WordForm ReadColumnsForm() {
        List("at", Kind::Numbers, "X1,X2,..."), Optional(Named("dt", Kind::Number)),
        Optional(List("channels", Kind::Numbers, "C1,C2,...")), Optional(Named("pairs", Kind::Choice, kYesNo)),
        Optional(Named("near", Kind::Number)), Optional(Named("side", Kind::Choice, kSides)),
-       Optional(Named("unit", Kind::Choice, kUnits)), Flag("overwrite")},
+       Optional(Named("unit", Kind::Choice, kUnits)), Flag("overwrite"), Flag("preview")},
       "The same from texts of a column for each channel. The first column is the time in s, unless dt= gives "
       "the sampling interval.",
       ReadColumnFiles,

@@ -29,6 +29,7 @@
 #include "runtime/catalogue/irfsetpnl2.h"
 #include "runtime/catalogue/load2chnl.h"
 #include "runtime/catalogue/loadexd.h"
+#include "runtime/catalogue/loadshots.h"
 #include "runtime/catalogue/loadtxdata.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
@@ -84,6 +85,7 @@ constexpr PanelEntry kPanels[] = {
     {Panel::CONFIRMPNL, "CONFIRMPNL", "Sondera 3.0: Confirm", false, confirmpnl::kControls},
     {Panel::MESSAGEPNL, "MESSAGEPNL", "Sondera 3.0", false, messagepnl::kControls},
     {Panel::MAINMENU, "MAINMENU", "Sondera Menu", true, mainmenu::kControls},
+    {Panel::LOADSHOTS, "LOADSHOTS", "Load Shots of a Line", false, loadshots::kControls},
 };
 static_assert(std::size(kPanels) == kPanelCount);
 

@@ -32,6 +32,11 @@ inline constexpr MenuControl LOAD_ANALYSIS{"LOAD_ANALYSIS",
                                            "File/Import",
                                            "Interpretation and Analysis",
                                            {.hint = "Imports the masks and curves of an analysis file."}};
+inline constexpr MenuControl LOAD_SHOTS{
+    "LOAD_SHOTS",
+    "File/Import",
+    "Shots of a Line (SEG-2, Columns) ...",
+    {.hint = "Imports whole shots after a preview of what the file holds."}};
 inline constexpr MenuControl SAVE_TRACE_A{
     "SAVE_TRACE_A", "File/Export", "Trace A", {.hint = "Writes what trace A shows to a text file."}};
 inline constexpr MenuControl SAVE_TRACE_B{
@@ -50,6 +55,37 @@ inline constexpr MenuControl SAVE_ANALYSIS{"SAVE_ANALYSIS",
                                            "File/Export",
                                            "Interpretation and Analysis",
                                            {.hint = "Writes the masks and curves to an analysis file."}};
+inline constexpr MenuControl EXPORT_CSV{
+    "EXPORT_CSV",
+    "File/Export",
+    "Tables, CSV",
+    {.hint = "Writes curves, profile, spectra, masks and figures as .csv tables."}};
+inline constexpr MenuControl EXPORT_JSON{
+    "EXPORT_JSON",
+    "File/Export",
+    "All as JSON",
+    {.hint = "Writes measurements, curves, profiles and figures as one .json file."}};
+inline constexpr MenuControl EXPORT_SWPREPOST{"EXPORT_SWPREPOST",
+                                              "File/Export",
+                                              "Curve, swprepost",
+                                              {.hint = "Writes the global curve as a text of swprepost."}};
+inline constexpr MenuControl EXPORT_DINVER{
+    "EXPORT_DINVER",
+    "File/Export",
+    "Curve, dinver",
+    {.hint = "Writes the global curve as a text that dinver imports."}};
+inline constexpr MenuControl EXPORT_GPDC{
+    "EXPORT_GPDC", "File/Export", "Curve, gpdc", {.hint = "Writes the global curve as gpdc prints it."}};
+inline constexpr MenuControl EXPORT_LAYERS{
+    "EXPORT_LAYERS",
+    "File/Export",
+    "Profile, Layered Model",
+    {.hint = "Writes the profile as a layered model: thickness, Vp, Vs, density."}};
+inline constexpr MenuControl EXPORT_DISBA{
+    "EXPORT_DISBA",
+    "File/Export",
+    "Profile, disba",
+    {.hint = "Writes the profile as a text for disba, in km and g/cm3."}};
 inline constexpr MenuControl PRINT_PS_PHASE{
     "PRINT_PS_PHASE",
     "File/Plot to PostScript File",
@@ -229,11 +265,19 @@ inline constexpr const Control* kControls[] = {&NEW_MEASUREMENT,
                                                &LOAD_PREV_RAW_DATA,
                                                &LOAD_MHW_SETUP,
                                                &LOAD_ANALYSIS,
+                                               &LOAD_SHOTS,
                                                &SAVE_TRACE_A,
                                                &SAVE_TRACE_B,
                                                &EXPORT_EXD_DATA,
                                                &SAVE_MHW_SETUP,
                                                &SAVE_ANALYSIS,
+                                               &EXPORT_CSV,
+                                               &EXPORT_JSON,
+                                               &EXPORT_SWPREPOST,
+                                               &EXPORT_DINVER,
+                                               &EXPORT_GPDC,
+                                               &EXPORT_LAYERS,
+                                               &EXPORT_DISBA,
                                                &PRINT_PS_PHASE,
                                                &PRINT_PS_DISP_CURV,
                                                &PRINT_PS_SWAVE_PRF,
