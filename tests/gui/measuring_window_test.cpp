@@ -1,11 +1,17 @@
 // A measuring run at a window: preview, pause, stop, and a window that is closed during the run.
 #include <cmath>
+#include <filesystem>
 
 #include "acquisition/acquisition_state.h"
 #include "panels/mainmenu_project.h"
 #include "records/measdb.h"
 #include "records/session.h"
+#include "runtime/catalogue/devpanel.h"
+#include "runtime/catalogue/hmsetup.h"
+#include "runtime/catalogue/hwsetup.h"
+#include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
+#include "runtime/catalogue/meassetup.h"
 #include "runtime/graphs.h"
 #include "support/test_board.h"
 #include "window_session.h"
@@ -97,6 +103,46 @@ TEST_F(MeasuringWindow, PauseAndStopAreLiveAndTheRestIsNot) {
     EXPECT_EQ(SaveRawData(), 0);
   });
   EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(MeasuringWindow, FromTheBoardToTheSavedFileByHand) {
+  const auto type = [](QWidget* field, const char* text) {
+    QApplication::setActiveWindow(field->window());
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(field, text);
+    QTest::keyClick(field, Qt::Key_Return);
+    QTest::qWait(1);
+  };
+  const std::string file = folder.File("class.da");
+  Run([&] {
+    Commit(mainmenu::SETUP_BOARDS);
+    QTest::qWait(1);
+    type(WidgetOf(devpanel::DRIVER), "sim:pace=0");
+    Click(devpanel::FIND);
+    Click(devpanel::OK);
+    EXPECT_FALSE(IsPanelShown(Panel::DEVPANEL));
+    Commit(mainmenu::SETUP_MEAS_SETUP);
+    QTest::qWait(1);
+    type(WidgetOf(meassetup::EVENSPACING), "5");
+    Commit(mainmenu::SETUP_HDWARE);
+    QTest::qWait(1);
+    type(WidgetOf(hwsetup::FREQSPAN), "256");
+    type(WidgetOf(hwsetup::NAVERAGE), "3");
+    Click(hwsetup::COFIG_SETUP);
+    EXPECT_EQ(session.configDone, 1);
+    Click(hmsetup::OK);
+    EXPECT_FALSE(IsPanelShown(Panel::HMSETUP));
+    Click(measpanel::SASWSTART);
+    EXPECT_EQ(GetCtrlVal(measpanel::DISPA_AVGCOUNT), "Averages: 3");
+    EXPECT_FALSE(GraphOf(measpanel::DISPLAY_A).plots.empty());
+    Answer("file:" + file);
+    Click(measpanel::F6);
+  });
+  EXPECT_TRUE(std::filesystem::exists(file));
+  EXPECT_EQ(Hw().freqSpan, 256.0);
+  EXPECT_EQ(MeasDB.measSetupList.at(1)->recLoc, (std::vector<double>{5, 10, 15, 20}));
+  EXPECT_EQ(asked.size(), 1u) << "the name of the file, and no box";
 }
 
 TEST_F(MeasuringWindow, ACloseIsNoStop) {
