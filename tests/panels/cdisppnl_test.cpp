@@ -186,6 +186,26 @@ TEST_F(RepCurvePanel, UpdateAlsoSetsUpTheLayersFromTheNewCurves) {
   EXPECT_THAT(drawn, ElementsAre(1));
 }
 
+TEST_F(RepCurvePanel, AveragingAsksBeforeItReplacesTheCurvesOfALine) {
+  Open();
+  EXPECT_EQ(Calculate(), 0);
+  EXPECT_EQ(Calculate(), 0);
+  EXPECT_TRUE(frontEnd.questions.empty()) << "one curve or none";
+  for (const char* label : {"A@10", "B@20"}) {
+    DispInfo& station = *MeasDB.gDispList.append();
+    SetupDispArrays(station, 3);
+    station.label = label;
+  }
+  EXPECT_EQ(Calculate(), -1);
+  ASSERT_EQ(frontEnd.questions.size(), 1u);
+  EXPECT_EQ(frontEnd.questions[0], "Averaging replaces the 3 curves of the line by one. Go on ?");
+  ASSERT_EQ(MeasDB.gDispList.count(), 3);
+  EXPECT_EQ(MeasDB.gDispList.at(3)->label, "B@20");
+  frontEnd.confirmAnswers = {true};
+  EXPECT_EQ(Calculate(), 0);
+  EXPECT_EQ(MeasDB.gDispList.count(), 1);
+}
+
 TEST_F(RepCurvePanel, UpdateWorksWithNobodyBehindTheLayers) {
   InstallCallback(inversion::AUTOSETUPSMP, nullptr);
   EXPECT_EQ(CalculateAndUpdate(), 0);
