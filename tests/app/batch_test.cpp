@@ -1,12 +1,19 @@
 // Many sites by one script: the list, the script of a site, the results of a run, continuing and resuming.
 #include "app/batch/batch.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
+#include <sstream>
+#include <thread>
 
 #include "app/batch/site_list.h"
 #include "app/batch/site_status.h"
@@ -155,6 +162,176 @@ TEST_F(Batch, OptionsBelongToIt) {
   EXPECT_NE(Read("err.log").find("nothing was run"), std::string::npos) << Read("err.log");
   EXPECT_EQ(Run("sites.csv"), 1);
   EXPECT_NE(Read("err.log").find("it is sondera batch <sites.csv> <script>"), std::string::npos);
+}
+
+/// A list of `sites` whose script runs at once, and one line of the table for the script of a site.
+class BatchOfMany : public Batch {
+ protected:
+  void MakeMany(int sites) {
+    std::string list = "site,near,far\n";
+    for (int i = 0; i < sites; ++i)
+      list += "s" + std::to_string(i) + "," + std::to_string(10 + i % 5) + ",30\n";
+    Write("sites.csv", list);
+    test::WriteSitePair(folder.File("pair.hyx"), 14.0, 30.0);
+    Write("job.txt",
+          "*sondera 2\nread hyx id=pair files=${dir}/pair.hyx source=0 at=${near},${far}\npair pair 1 2\n"
+          "phase original\nmask 0 7\nmask 48 500\ndisperse\nwrite csv t only=curves\nsave ${site}.da\n");
+  }
+  /// The same script with `times` more presses, so that a process lives for a while.
+  void WriteLongJob(int times, const std::string& end = "") {
+    std::string job = Read("job.txt");
+    for (int i = 0; i < times; ++i) job += "disperse\n";
+    Write("job.txt", job + end);
+  }
+  /// The summary without its last column: runs differ in their seconds.
+  std::string Summary() {
+    std::istringstream in(Read("summary.csv"));
+    std::string text;
+    for (std::string line; std::getline(in, line);) text += line.substr(0, line.rfind(',')) + "\n";
+    return text;
+  }
+  /// Starts a batch in the background; its process.
+  pid_t Start(const std::vector<std::string>& options) {
+    const pid_t process = ::fork();
+    if (process != 0) return process;
+    const int null = ::open("/dev/null", O_RDWR);
+    for (const int stream : {0, 1, 2}) ::dup2(null, stream);
+    std::vector<std::string> words = {"sondera", "batch", "sites.csv", "job.txt"};
+    words.insert(words.end(), options.begin(), options.end());
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    if (::chdir(folder.Path().c_str()) == 0) ::execv(kProgram.c_str(), argv.data());
+    ::_exit(127);
+  }
+  static int StatusOf(pid_t process) {
+    int raw = 0;
+    ::waitpid(process, &raw, 0);
+    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  }
+  /// The process that works in a folder; 0 for none.
+  static pid_t ProcessIn(const std::string& place) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+      std::error_code error;
+      const std::string name = entry.path().filename();
+      if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+      if (std::filesystem::read_symlink(entry.path() / "cwd", error) == place && !error)
+        return static_cast<pid_t>(std::stol(name));
+    }
+    return 0;
+  }
+};
+
+TEST_F(BatchOfMany, KilledTenTimesAndResumedItGivesWhatOneRunGives) {
+  MakeMany(20);
+  ASSERT_NE(Run("sites.csv job.txt --jobs=2"), 1) << Read("err.log");
+  const std::string whole = Summary();
+  std::vector<std::string> files;
+  for (int i = 0; i < 20; ++i) {
+    const std::string site = "s" + std::to_string(i);
+    files.push_back(Read(site + "/t_curves.csv") + Read(site + "/" + site + ".da"));
+    ASSERT_GT(files.back().size(), 1000u);
+    std::filesystem::remove_all(folder.File(site));
+  }
+  std::filesystem::remove(folder.File("summary.csv"));
+  std::mt19937 random(7);
+  int killed = 0;
+  for (int i = 0; i < 10; ++i) {
+    const pid_t batch = Start({"--jobs=2", "--resume"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(random() % 120));
+    ::kill(batch, SIGKILL);
+    killed += StatusOf(batch) == -1;
+  }
+  EXPECT_GT(killed, 2) << "a batch that has ended cannot be killed";
+  ASSERT_NE(Run("sites.csv job.txt --jobs=2 --resume"), 1) << Read("err.log");
+  EXPECT_EQ(Summary(), whole);
+  for (int i = 0; i < 20; ++i) {
+    const std::string site = "s" + std::to_string(i);
+    EXPECT_TRUE(Read(site + "/t_curves.csv") + Read(site + "/" + site + ".da") ==
+                files[static_cast<std::size_t>(i)])
+        << site;
+  }
+}
+
+TEST_F(BatchOfMany, ASiteEndsWithItsBatch) {
+  MakeMany(1);
+  WriteLongJob(20000);
+  const pid_t batch = Start({});
+  pid_t site = 0;
+  for (int i = 0; i < 500 && site == 0; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    site = ProcessIn(folder.File("s0"));
+  }
+  ASSERT_NE(site, 0);
+  ::kill(batch, SIGKILL);
+  StatusOf(batch);
+  for (int i = 0; i < 500 && ProcessIn(folder.File("s0")) != 0; ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  EXPECT_EQ(ProcessIn(folder.File("s0")), 0);
+}
+
+TEST_F(BatchOfMany, ACrashAMissingFileAndATrappedRunLeaveTheOthersAlone) {
+  MakeMany(1);
+  Write("job.txt",
+        "*sondera 2\nread hyx id=pair files=${dir}/${file} source=0 at=14,30\npair pair 1 2\n"
+        "phase original\nmask 0 7\nmask 48 500\n");
+  WriteLongJob(300,
+               "condense points=12\nlayers 2,3,4,6,80\nload global\n"
+               "invert iterations=8 lb_vs=${least}\nonerror stop\n");
+  Write("sites.csv",
+        "site,file,least\none,pair.hyx,1\ncrash,pair.hyx,1\nlost,none.hyx,1\ntrapped,pair.hyx,179.99\n"
+        "last,pair.hyx,1\n");
+  const pid_t batch = Start({"--keep-going"});
+  pid_t site = 0;
+  for (int i = 0; i < 20000 && site == 0; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    site = ProcessIn(folder.File("crash"));
+  }
+  ASSERT_NE(site, 0);
+  ::kill(site, SIGSEGV);
+  EXPECT_EQ(StatusOf(batch), 1);
+  const std::string summary = Summary();
+  EXPECT_NE(summary.find("\ncrash,1,ended by signal 11,"), std::string::npos) << summary;
+  EXPECT_NE(summary.find("\nlost,1,script.txt:2: read: "), std::string::npos) << summary;
+  EXPECT_NE(summary.find("\ntrapped,1,script.txt:310: invert: Warning: Reduce the uncertainty factor"),
+            std::string::npos)
+      << summary;
+  for (const char* good : {"one", "last"}) {
+    SiteStatus status;
+    ASSERT_TRUE(ReadStatus(folder.File(good), status)) << summary;
+    EXPECT_NE(status.status, 1) << status.reason;
+  }
+}
+
+TEST_F(BatchOfMany, ValuesOfTheListReachNoShell) {
+  MakeMany(1);
+  Write("sites.csv",
+        "site,text,file\none,$(touch made); touch made | `touch made` && rm -rf ..,../pair.hyx\n");
+  Write("job.txt", "*sondera 2\nprint \"${text}\"\nread hyx id=pair files=${file} source=0 at=14,30\n");
+  EXPECT_NE(Run("sites.csv job.txt"), 1) << Read("one/log.txt");
+  EXPECT_NE(Read("one/log.txt").find("$(touch made); touch made | `touch made` && rm -rf ..\n"),
+            std::string::npos)
+      << Read("one/log.txt");
+  EXPECT_FALSE(Exists("made") || Exists("one/made"));
+  EXPECT_TRUE(Exists("pair.hyx"));
+  Write("job.txt", "*sondera 2\nsave \"${text}.da\"\n");
+  Write("sites.csv", "site,text\none,a b;c\n");
+  EXPECT_NE(Run("sites.csv job.txt"), 1) << Read("one/log.txt");
+  EXPECT_TRUE(Exists("one/a b;c.da"));
+}
+
+TEST_F(BatchOfMany, RowsRunByAnotherProgramGiveTheSameSummary) {
+  MakeMany(4);
+  ASSERT_NE(Run("sites.csv job.txt"), 1) << Read("err.log");
+  const std::string whole = Summary();
+  for (int i = 0; i < 4; ++i) std::filesystem::remove_all(folder.File("s" + std::to_string(i)));
+  if (std::system("parallel --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no GNU parallel";
+  ASSERT_NE(std::system(("cd '" + folder.Path() + "' && parallel -j 2 \"'" + kProgram +
+                         "'\" batch sites.csv job.txt --only={} ::: 1 2 3 4 >par.log 2>&1 </dev/null")
+                            .c_str()),
+            -1);
+  ASSERT_NE(Run("sites.csv job.txt --collect"), 1) << Read("par.log");
+  EXPECT_EQ(Summary(), whole);
 }
 
 }  // namespace
