@@ -15,6 +15,7 @@
 #include "best_time.h"
 #include "report_pdf/pdf_pages.h"
 #include "report_pdf/pdf_report.h"
+#include "runtime/text_format.h"
 
 using namespace sondera;
 
@@ -84,7 +85,7 @@ PdfReport ManyPairs(int pages) {
   m.spectra = {spectrum};
   m.masks = {{1, 2, 0.0, 20.0, 1}, {1, 2, 150.0, 200.0, 3}};
   for (int i = 0; i < pages * kPairs; ++i) {
-    m.id = "M" + std::to_string(i + 1);
+    m.id = FormatText("M%d", i + 1);
     report.tables.measurements.push_back(m);
   }
   return report;

@@ -11,7 +11,9 @@
 namespace sondera {
 namespace {
 
-constexpr std::size_t kRows = 24;  // measurements of a page
+constexpr std::size_t kMostLettersOfPlaces = 22,
+                      kMostLettersOfSpacing = 15;  // which have room in their columns
+constexpr std::size_t kRows = 24;                  // measurements of a page
 constexpr int kSourceMarker = 15, kReceiverMarker = 9;
 
 using Measurements = std::vector<const MeasurementTable*>;
@@ -27,17 +29,31 @@ Measurements TakenMeasurements(const PdfReport& report) {
   return taken;
 }
 
-std::string Places(const Column& places) {
+std::string List(const Column& values) {
   std::string text;
-  for (const double place : places) text += (text.empty() ? "" : ", ") + ShortNumber(place);
+  for (const double value : values) text += (text.empty() ? "" : ", ") + ShortNumber(value);
   return text;
 }
 
+/// All places; of a long list the ends and the number of receivers, since the sketch shows each of them.
+std::string Places(const Column& places) {
+  const std::string list = List(places);
+  if (list.size() <= kMostLettersOfPlaces) return list;
+  return ShortNumber(places.front()) + " to " + ShortNumber(places.back()) +
+         FormatText(" (%zu)", places.size());
+}
+
+/// From each receiver to the next one; of a long list the smallest and the largest.
 std::string Spacing(const MeasurementTable& m) {
-  std::string text;
+  Column spacings;
   for (std::size_t i = 1; i < m.receivers.size(); ++i)
-    text += (text.empty() ? "" : ", ") + ShortNumber(std::fabs(m.receivers[i] - m.receivers[i - 1]));
-  return text.empty() ? "-" : text;
+    spacings.push_back(std::fabs(m.receivers[i] - m.receivers[i - 1]));
+  if (spacings.empty()) return "-";
+  const std::string list = List(spacings);
+  if (list.size() <= kMostLettersOfSpacing) return list;
+  const auto [least, most] = std::minmax_element(spacings.begin(), spacings.end());
+  const std::string from = ShortNumber(*least), to = ShortNumber(*most);
+  return from == to ? from : from + " to " + to;
 }
 
 /// Lines and band from the first spectrum.
@@ -112,12 +128,12 @@ void Draw(Canvas& canvas, const Sheet& sheet, const PdfReport& report, const Mea
     rows.back().insert(rows.back().begin(), std::to_string(i + 1));
   }
   y = WriteTable(canvas, sheet.left, y, sheet.right - sheet.left,
-                 {{"", 0.35},
+                 {{"", 0.3},
                   {"Measurement", 1.4, TextAlign::Left},
-                  {"Source", 0.85},
-                  {"Receivers", 1.85},
+                  {"Source", 0.8},
+                  {"Receivers", 2.1},
                   {"Spacing", 1.5},
-                  {"Lines", 0.6},
+                  {"Lines", 0.65},
                   {"Band, Hz", 1.1},
                   {"Averages", 1.0},
                   {"Origin", 1.05, TextAlign::Left}},

@@ -229,6 +229,25 @@ TEST_F(PdfReportTest, NoTitleOfAColumnIsCut) {
     EXPECT_TRUE(Has(text, title)) << text;
 }
 
+TEST_F(PdfReportTest, ReceiversAreListedOrCountedButNotCut) {
+  SKIP_WITHOUT("pdftotext");
+  PdfReport report = WholeReport();
+  Column& receivers = report.tables.measurements[0].receivers;
+  receivers = {10.0, 14.0, 22.0, 30.0, 42.0, 54.0};
+  std::string text = TextOf(report);
+  EXPECT_TRUE(Has(text, "10, 14, 22, 30, 42, 54")) << text;
+  EXPECT_TRUE(Has(text, "4, 8, 8, 12, 12")) << text;
+  receivers.clear();
+  for (int i = 0; i < 24; ++i) receivers.push_back(2.0 * i);
+  text = TextOf(report);
+  EXPECT_TRUE(Has(text, "0 to 46 (24)")) << text;
+  receivers.back() += 3.0;
+  text = TextOf(report);
+  EXPECT_TRUE(Has(text, "0 to 49 (24)")) << text;
+  EXPECT_TRUE(Has(text, "2 to 5")) << text;
+  EXPECT_FALSE(Has(text, "…")) << text;
+}
+
 TEST_F(PdfReportTest, TheNoteSpeaksOfGreyWhereThereIsSome) {
   PdfReport report = WholeReport();
   EXPECT_FALSE(Has(ProfileNote(report), "Grey"));
