@@ -22,7 +22,7 @@ constexpr double kSlowestOverVs = 0.85;  // slowest wave over the lowest Vs
 constexpr double kSpanOverCenter = 8.0;
 constexpr double kLengthsOfFit = 2.0;   // record over the time needed
 constexpr double kStrongestBlow = 2.5;  // deviations, so that no blow changes its sign
-constexpr double kTravelsOfFit = 6.5;   // record over the slowest way between neighbours
+constexpr double kTravelsOfFit = 8.0;   // record over the slowest way between neighbours
 constexpr int kMostBlows = 1000;
 constexpr std::size_t kMostBlowSamples = std::size_t{1} << 26;
 
