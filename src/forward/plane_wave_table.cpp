@@ -26,8 +26,20 @@ PlaneWaveTable::PlaneWaveTable(const std::vector<PlaneWaveLayer>& layers) {
     L.push_back(longest * std::pow(shortest / longest, i / (kPoints - 1.0)));
     c.push_back(0.0);
   }
-  FS_SASW2D(&n, h.data(), Vs.data(), nullptr, nullptr, rho.data(), nullptr, nu.data(), &kPoints, L.data(),
-            c.data());
+  const auto solve = [&](int from, int count) {
+    FS_SASW2D(&n, h.data(), Vs.data(), nullptr, nullptr, rho.data(), nullptr, nu.data(), &count,
+              L.data() + from - 1, c.data() + from - 1);
+  };
+  // The solver cleans a curve from its ends inward: one without a root at an end would lose all its roots.
+  const auto hasRoot = [&](int i) {
+    solve(i, 1);
+    return c[static_cast<std::size_t>(i)] > 0.0;
+  };
+  int first = 1, last = kPoints;
+  while (first < last && !hasRoot(first)) ++first;
+  while (last > first && !hasRoot(last)) --last;
+  std::fill(c.begin(), c.end(), 0.0);
+  solve(first, last - first + 1);
   for (int i = 1; i <= kPoints; ++i) {
     const auto at = static_cast<std::size_t>(i);
     const double f = c[at] / L[at];

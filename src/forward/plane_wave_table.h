@@ -17,7 +17,9 @@ class PlaneWaveTable {
  public:
   PlaneWaveTable() = default;  ///< no curve: velocity 0 everywhere
   /// Solves at 600 wavelengths, evenly in the logarithm, from 100 times the depth of the half-space to a
-  /// tenth of the first layer. The layers must be valid.
+  /// tenth of the first layer. Wavelengths before the first root and after the last one have no entry: the
+  /// solver's range ends too early where the fastest layer has a higher Poisson's ratio than the first one, or
+  /// the wave leaks. The layers must be valid.
   explicit PlaneWaveTable(const std::vector<PlaneWaveLayer>& layers);
 
   /// Every wavelength has a root, and frequency grows with each of them: a single curve.

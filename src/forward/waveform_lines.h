@@ -1,6 +1,5 @@
 // waveform_lines.h - frequency response of a layered ground under a vertical point load, line by line.
 //
-// Each line is one evaluation of the point-load solver: a graded mesh for the wavelength that the plane wave
 // Each line is one evaluation of the point-load solver: a graded mesh for the plane wave's wavelength at that
 // frequency, four wavelengths deep at least, and all receivers as nodes of the same evaluation.
 // The response includes body waves, higher modes and near field. Damping is the same at all frequencies.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 #include "forward/plane_wave.h"
 
@@ -43,6 +44,29 @@ TEST(PlaneWaveTable, IsLevelBeyondItsEnds) {
 TEST(PlaneWaveTable, OneLayerIsTheRayleighWave) {
   const PlaneWaveTable table({{0.0, 200.0, 1.8, 0.25}});
   EXPECT_NEAR(table.Velocity(33.0), 200.0 * std::sqrt(2.0 - 2.0 / std::sqrt(3.0)), 0.01);
+}
+
+/// The solver finds no root at long wavelengths: its range ends at the Rayleigh velocity for the first layer's
+/// Poisson's ratio, 0.9194 of 300, and the wave is faster, 0.9535 of 300.
+TEST(PlaneWaveTable, AGroundWithoutARootAtLongWavelengthsKeepsTheOthers) {
+  const int n = 2, one = 1;
+  const double h[] = {0, 2, 0}, Vs[] = {0, 150, 300}, rho[] = {0, 1.8, 1.8}, nu[] = {0, 0.25, 0.49};
+  const auto solved = [&](double wavelength) {
+    const double L[] = {0, wavelength};
+    double c[] = {0, 0};
+    FS_SASW2D(&n, h, Vs, nullptr, nullptr, rho, nullptr, nu, &one, L, c);
+    return c[1];
+  };
+  ASSERT_EQ(solved(200.0), 0.0);
+
+  const PlaneWaveTable table({{2.0, 150.0, 1.8, 0.25}, {0.0, 300.0, 1.8, 0.49}});
+  EXPECT_FALSE(table.Whole());
+  for (double L = 0.5; L < 16.0; L *= 1.237) {
+    ASSERT_GT(solved(L), 0.0) << L;
+    EXPECT_NEAR(table.VelocityAtWavelength(L) / solved(L), 1.0, 1e-4) << L;
+  }
+  EXPECT_NEAR(table.Velocity(1.0), 0.9194 * 300.0, 3.0);
+  EXPECT_EQ(table.Velocity(1.0), table.VelocityAtWavelength(200.0));
 }
 
 }  // namespace
