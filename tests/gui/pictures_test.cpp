@@ -60,14 +60,7 @@ class Pictures : public testing::AppTest {
     ASSERT_TRUE(QDir().mkpath(target_));
     qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.File("state")));
     test::WriteSiteRecords(".");
-    script::Source source = script::Source::OfText(kRoad);
-    ResetEvents();
-    ::testing::internal::CaptureStdout();
-    ::testing::internal::CaptureStderr();
-    const int status = script::Run("road", {}).run(source);
-    ::testing::internal::GetCapturedStdout();
-    ASSERT_NE(status, 1) << ::testing::internal::GetCapturedStderr();
-    ResetEvents();
+    RunScript(kRoad);
     StartRefresh();
     OpenMainWindow();
     MainWindowWidget()->setWindowState(Qt::WindowNoState);  // small screens have it maximised
@@ -78,6 +71,18 @@ class Pictures : public testing::AppTest {
     StopRefresh();
     CloseMainWindow();
     AppTest::TearDown();
+  }
+
+  static void RunScript(const std::string& text) {
+    script::Source source = script::Source::OfText(text);
+    ResetEvents();
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    const int status = script::Run("road", {}).run(source);
+    ::testing::internal::GetCapturedStdout();
+    const std::string said = ::testing::internal::GetCapturedStderr();
+    ASSERT_NE(status, 1) << said;
+    ResetEvents();
   }
 
   static void Settle() {
@@ -143,6 +148,8 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave");
   TakePanel(Panel::MSCALEPNL, mainmenu::ADJUST_SCALE, "axes_traces");
   TakePanel(Panel::DSP_MSCALE, mainmenu::DISP_CV_AXIS_ATTR_MENU, "axes_curves");
+  RunScript("*sondera 2\nlayers 2,4,10\nlayer 1 Vs=150\nlayer 2 Vs=220\nlayer 3 Vs=330\nreceivers 2,4,8,16,32\n"
+            "waveform fit=yes\nset PULSE.DISPATYPE 2\nset PULSE.DISPBCHNL 3\n");
   TakePanel(Panel::PULSE, mainmenu::PULSE_WAVEFORM_MENU, "waveform");
   TakePanel(Panel::ABOUTPNL, mainmenu::ABOUT_BOX, "about");
 
