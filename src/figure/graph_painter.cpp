@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "figure/graph_notes.h"
 #include "figure/palette.h"
 #include "figure/symbols.h"
 #include "figure/ticks.h"
@@ -13,7 +14,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kInk = 0x1A1A1A, kGrid = 0xDDDDDD, kFrame = 0x444444;
+constexpr int kInk = 0x1A1A1A, kGrid = 0xDDDDDD, kFrame = 0x444444, kHatch = 0xAAAAAA;
 constexpr double kTick = 3.0, kSmallTick = 1.8, kGap = 4.0, kNameScale = 1.08, kTitleScale = 1.2;
 constexpr double kBarWidth = 9.0, kEdge = 0.5;
 constexpr double kLegendLine = 18.0, kMostOfWidth = 0.32;
@@ -74,6 +75,7 @@ class Painter {
     if (graph_.intensity) DrawMap();
     DrawMasks();
     DrawGrid();
+    DrawHatchings();
     DrawBands();
     canvas_.Clip({frame_.left - 1, frame_.top - 1, frame_.right + 1, frame_.bottom + 1});
     for (const PlotModel& plot : graph_.plots)
@@ -82,6 +84,7 @@ class Painter {
     DrawFrame();
     for (const PlotModel& plot : graph_.plots)
       if (plot.visible) DrawMarkers(plot);
+    DrawNotes();
     DrawNumbersOnTop();
     DrawNames();
     DrawLegend();
@@ -242,6 +245,28 @@ class Painter {
       }
     }
     canvas_.Unclip();
+  }
+
+  void DrawHatchings() {
+    const Pen pen = {kHatch, 0.4, LineDash::Solid};
+    for (const HatchModel& hatching : graph_.hatchings) {
+      for (const PixelLine& line : HatchLines(hatching, y_, frame_)) canvas_.Line(line, pen);
+      const PixelArea part = HatchedPart(hatching, y_, frame_);
+      const double width = canvas_.TextWidth(hatching.label, plain_) + 2 * kGap;
+      if (hatching.label.empty() || width > Width(part) || Height(part) < 1.8 * style_.text) continue;
+      const PixelPoint corners[] = {{part.left, part.bottom - 1.5 * style_.text},
+                                    {part.left + width, part.bottom - 1.5 * style_.text},
+                                    {part.left + width, part.bottom},
+                                    {part.left, part.bottom}};
+      canvas_.Area(corners, kPaper, std::nullopt);
+      canvas_.Text({part.left + kGap, part.bottom - 0.4 * style_.text}, hatching.label, plain_);
+    }
+  }
+
+  void DrawNotes() {
+    const auto width = [this](const std::string& text) { return canvas_.TextWidth(text, plain_); };
+    for (const PlacedNote& note : PlaceNotes(graph_, x_, y_, frame_, width, 1.25 * style_.text, kGap))
+      canvas_.Text({note.at.x, note.at.y + 0.36 * style_.text}, *note.text, plain_);
   }
 
   void DrawCurveLines(const PlotModel& plot) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "figure/graph_notes.h"
 #include "figure/palette.h"
 #include "figure/ticks.h"
 #include "gui/graph_legend.h"
@@ -18,6 +19,7 @@ namespace {
 
 constexpr double kMapScale = 2.0;  // pixels of a map in a file for each one of the screen
 constexpr double kMarkerRing = 4.0, kFlagMargin = 3.0;
+constexpr double kNoteGap = 5.0, kHatchShare = 0.3;  // the share of text in the colour of a hatching
 constexpr double kBarWidth = 12.0, kBarGap = 12.0;
 
 int TextOn(int color) {
@@ -49,6 +51,33 @@ void PaintMask(QPainter& painter, const RectangleModel& mask, const GraphFrame& 
   painter.setFont(frame.font);
   painter.setPen(ToColor(frame.theme.text));
   painter.drawText(rect.adjusted(0, 3, 0, 0), Qt::AlignHCenter | Qt::AlignTop, text);
+}
+
+void PaintHatching(QPainter& painter, const HatchModel& hatching, const GraphFrame& frame) {
+  painter.setPen(QPen(ToColor(MixColors(frame.theme.background, frame.theme.text, kHatchShare)), 1.0));
+  for (const PixelLine& line : HatchLines(hatching, frame.y, frame.area))
+    painter.drawLine(QPointF(line[0].x, line[0].y), QPointF(line[1].x, line[1].y));
+  const QRectF part = ToRect(HatchedPart(hatching, frame.y, frame.area));
+  const QFontMetricsF metrics(frame.font);
+  const QString text = ToQt(hatching.label);
+  const double width = metrics.horizontalAdvance(text) + 2 * kNoteGap;
+  if (text.isEmpty() || width > part.width() || metrics.height() > part.height()) return;
+  const QRectF place(part.left() + 1, part.bottom() - metrics.height() - 1, width, metrics.height());
+  painter.fillRect(place, ToColor(frame.theme.background));
+  painter.setFont(frame.font);
+  painter.setPen(ToColor(frame.theme.text));
+  painter.drawText(place, Qt::AlignCenter, text);
+}
+
+void PaintNotes(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
+  if (graph.notes.empty()) return;
+  const QFontMetricsF metrics(frame.font);
+  const auto width = [&](const std::string& text) { return metrics.horizontalAdvance(ToQt(text)); };
+  painter.setFont(frame.font);
+  painter.setPen(ToColor(frame.theme.text));
+  for (const PlacedNote& note :
+       PlaceNotes(graph, frame.x, frame.y, frame.area, width, metrics.height(), kNoteGap))
+    painter.drawText(QPointF(note.at.x, note.at.y + metrics.capHeight() / 2), ToQt(*note.text));
 }
 
 void PaintMap(QPainter& painter, const IntensityModel& map, const GraphFrame& frame) {
@@ -187,6 +216,7 @@ void PaintContent(QPainter& painter, const GraphModel& graph, const GraphFrame& 
     if (!mask.selected) PaintMask(painter, mask, frame);
   for (const RectangleModel& mask : graph.rectangles)
     if (mask.selected) PaintMask(painter, mask, frame);
+  for (const HatchModel& hatching : graph.hatchings) PaintHatching(painter, hatching, frame);
   for (const PlotModel& plot : graph.plots)
     if (plot.visible && plot.bandTo != 0) PaintBand(painter, graph, plot, frame);
   painter.restore();
@@ -200,6 +230,7 @@ void PaintContent(QPainter& painter, const GraphModel& graph, const GraphFrame& 
 void PaintOver(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
+  PaintNotes(painter, graph, frame);
   PaintTitle(painter, graph, frame);
   PaintTopLabels(painter, graph, frame);
   if (graph.intensity && frame.colorBar) PaintColorBar(painter, *graph.intensity, frame);

@@ -66,6 +66,20 @@ std::string MasksPhrase(const GraphModel& g) {
   return phrase;
 }
 
+std::string HatchingsPhrase(const GraphModel& g) {
+  std::string phrase;
+  for (const HatchModel& h : g.hatchings)
+    phrase += (phrase.empty() ? "hatched " : ", ") + Number(h.y1) + " to " + Number(h.y2) +
+              (h.label.empty() ? "" : " (" + h.label + ")");
+  return phrase;
+}
+
+std::string NotesPhrase(const GraphModel& g) {
+  std::string phrase;
+  for (const NoteModel& note : g.notes) phrase += (phrase.empty() ? "notes " : ", ") + note.text;
+  return phrase;
+}
+
 std::string MapPhrase(const GraphModel& g) {
   if (!g.intensity) return {};
   return "map of " + std::to_string(g.intensity->columns) + " by " + std::to_string(g.intensity->rows);
@@ -112,6 +126,8 @@ std::string SpokenLine(const GraphModel& g, const GraphLimits& shown) {
   Append(line, CurvesPhrase(g));
   Append(line, MapPhrase(g));
   Append(line, MasksPhrase(g));
+  Append(line, HatchingsPhrase(g));
+  Append(line, NotesPhrase(g));
   Append(line, MarkersPhrase(g));
   if (!g.title.empty()) Append(line, "title " + g.title);
   return line;

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 #include "figure/ticks.h"
 #include "gui/graph_paint.h"
@@ -206,8 +207,27 @@ class GraphView::Plot {
     axis.setLabel(ToQt(AxisTitle(model)));
     static_cast<ModelTicker&>(*axis.ticker()).model = model;
   }
+  /// Partners of one width get the same margin at their right.
   void SetMargins() {
-    const GraphMargins room = MarginsFor(view_.model(), font_, plot_->size());
+    if (PlanMargins()) {
+      for (GraphView* partner : view_.Partners()) {
+        partner->plot_->ApplyMargins();
+        partner->plot_->Replot(false);
+      }
+    }
+    ApplyMargins();
+  }
+  /// Whether it needs another margin at its right than before.
+  bool PlanMargins() {
+    margins_ = MarginsFor(view_.model(), font_, plot_->size());
+    return std::exchange(rightBefore_, margins_.right) != margins_.right;
+  }
+  void ApplyMargins() {
+    const GraphMargins& room = margins_;
+    int right = room.right;
+    for (const GraphView* partner : view_.Partners())
+      if (partner->plot_->plot_->width() == plot_->width())
+        right = std::max(right, partner->plot_->margins_.right);
     legendBeside_ = room.legendBeside;
     colorBar_ = room.colorBar;
     // Wide enough for most numbers, so that the axes of graphs above each other are aligned.
@@ -215,7 +235,7 @@ class GraphView::Plot {
     const int left = plot_->width() < 240
                          ? 0
                          : static_cast<int>(metrics.horizontalAdvance("-00000") + 2.4 * metrics.height());
-    plot_->axisRect()->setMinimumMargins(QMargins(left, room.top + 8, room.right + 14, 0));
+    plot_->axisRect()->setMinimumMargins(QMargins(left, room.top + 8, right + 14, 0));
   }
   GraphFrame Frame(const QCPPainter& painter) const {
     GraphFrame frame;
@@ -235,6 +255,8 @@ class GraphView::Plot {
   QCustomPlot* plot_;  // a child of the view
   GraphTheme theme_;
   QFont font_;
+  GraphMargins margins_;
+  int rightBefore_ = 0;
   bool legendBeside_ = false, colorBar_ = false;
 };
 
@@ -300,7 +322,7 @@ GraphLimits GraphView::Shown() const {
 
 void GraphView::ShowPart(const std::optional<AxisLimits>& x, const std::optional<AxisLimits>& y) {
   ZoomTo(x, y);
-  if (GraphView* partner = Partner()) partner->ZoomTo(x, partner->zoomY_);
+  for (GraphView* partner : Partners()) partner->ZoomTo(x, partner->zoomY_);
 }
 
 void GraphView::ZoomTo(const std::optional<AxisLimits>& x, const std::optional<AxisLimits>& y) {
@@ -315,15 +337,21 @@ void GraphView::ZoomTo(const std::optional<AxisLimits>& x, const std::optional<A
   Refresh();
 }
 
-/// The other graph of the page with the same abscissa.
-GraphView* GraphView::Partner() const {
-  if (!control_ || model().xAxis.label.empty()) return nullptr;
+/// The other graphs of the window with the same abscissa: those of the page, and for a trace those of the other page.
+std::vector<GraphView*> GraphView::Partners() const {
+  std::vector<GraphView*> partners;
+  if (!control_ || model().xAxis.label.empty()) return partners;
+  const auto pageOf = [](const GraphControl& c) {
+    const bool trace = c.panel == Panel::MEASPANEL && c.name.starts_with("DISPLAY_");
+    return trace ? Panel::SASW : c.panel;
+  };
   for (GraphView* other : window()->findChildren<GraphView*>()) {
-    if (other == this || !other->control_ || other->control_->panel != control_->panel) continue;
+    if (other == this || !other->control_ || pageOf(*other->control_) != pageOf(*control_)) continue;
     const AxisModel &mine = model().xAxis, &its = other->model().xAxis;
-    if (mine.label == its.label && mine.unit == its.unit && mine.logarithmic == its.logarithmic) return other;
+    if (mine.label == its.label && mine.unit == its.unit && mine.logarithmic == its.logarithmic)
+      partners.push_back(other);
   }
-  return nullptr;
+  return partners;
 }
 
 /// A zoom ends when the axes have other quantities or limits.

@@ -1,14 +1,16 @@
 // graph_view.h - draws the model of a graph control, and passes mouse events on (gui/graph_mouse.h).
 //
 // The widget does not interpret the model. It shows all of it, or a part after a zoom; the model's limits do
-// not change. Graphs of one page with the same abscissa zoom along it together. Its accessible description is
-// the graph in one line, updated with each change.
+// not change. Graphs of one page with the same abscissa zoom along it together, and leave the same room at
+// their right, so that graphs one below the other are in line. The traces of both pages do so too. Its
+// accessible description is the graph in one line, updated with each change.
 #pragma once
 
 #include <QWidget>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "gui/graph_mouse.h"
 #include "runtime/graphs.h"
@@ -63,7 +65,7 @@ class GraphView final : public QWidget, private GraphSurface {
  private:
   QWidget& widget() override { return *this; }
   class Plot;  // drawn by the plot library
-  GraphView* Partner() const;
+  std::vector<GraphView*> Partners() const;
   void ZoomTo(const std::optional<AxisLimits>& x, const std::optional<AxisLimits>& y);
   void KeepZoomOfSameAxes();
   void Describe();

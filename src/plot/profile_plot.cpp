@@ -16,6 +16,7 @@ namespace {
 constexpr double kVelocityMargin = 1.2, kDepthMargin = 1.1, kResolutionDepthMargin = 1.2, kErrorMargin = 1.2;
 constexpr int kProfileColor = 0x0000FF, kBandColor = 0x808080, kShownColor = 0xFF0000;
 constexpr int kSolidCircle = 12;
+constexpr double kHalfSpaceShown = 1.25;  // depth of the picture over that of the half-space
 constexpr double kProfileWidth = 2.0;
 
 /// Number of valid layers of an entry; 0 for one that is not stored.
@@ -86,6 +87,25 @@ double EndDepth(InvRecord& r, int entry, int layers) {
   return end;
 }
 
+/// What the waves did not reach.
+void HatchBelow(const GraphControl& graph, double depthSeen, double bottom) {
+  if (depthSeen > 0.0 && depthSeen < bottom)
+    PlotHatching(graph, depthSeen, bottom, "below half the longest wavelength");
+}
+
+/// Resolution beside the middle of each layer, right of everything that is drawn there.
+void NoteResolution(const GraphControl& graph, const InvRecord& r, int entry, const Stairs& upper,
+                    int layers) {
+  double largest = 0.0;
+  for (int i = 0; i < layers; ++i) largest = std::max(largest, r.resolution(entry, i));
+  if (!(largest > 0.0)) return;
+  for (int i = 0; i < layers; ++i) {
+    const std::size_t top = 2 * static_cast<std::size_t>(i) + 1;
+    PlotNote(graph, upper.x[top], 0.5 * (upper.y[top] + upper.y[top + 1]),
+             FormatText("R %.2f", r.resolution(entry, i)));
+  }
+}
+
 /// Errors of the entries from `first` on, as far as they are stored and up to the last entry with one.
 std::vector<double> Errors(const InvRecord& r, int first, int last) {
   std::vector<double> errors;
@@ -96,7 +116,7 @@ std::vector<double> Errors(const InvRecord& r, int first, int last) {
 
 }  // namespace
 
-void PlotProfile(const GraphControl& graph, int index, const std::string& length) {
+void PlotProfile(const GraphControl& graph, int index, const std::string& length, double depthSeen) {
   Empty(graph, TitleOf(index));
   InvRecord& r = RecordOfIndex(index);
   const int entry = EntryOfIndex(index), layers = LayersOf(r, entry);
@@ -117,13 +137,15 @@ void PlotProfile(const GraphControl& graph, int index, const std::string& length
   SetAxisLabel(graph, true, "Shear Wave Velocity", length + "/s");
   SetAxisLabel(graph, false, "Depth", length);
   PlotXY(graph, profile.x, profile.y, {.color = kProfileColor, .width = kProfileWidth}, "Vs");
+  HatchBelow(graph, depthSeen, NiceMax(yMax));
+  if (index > 0) NoteResolution(graph, r, entry, upper, layers);
   if (upper.x == profile.x) return;
   PlotLook edge = {.color = kBandColor, .dash = LineDash::Dashed};
   edge.bandTo = PlotXY(graph, lower.x, lower.y, edge, "Vs - 2 s");
   PlotXY(graph, upper.x, upper.y, edge, "Vs + 2 s");
 }
 
-void PlotResolution(const GraphControl& graph, int index, const std::string& length) {
+void PlotResolution(const GraphControl& graph, int index, const std::string& length, double depthSeen) {
   Empty(graph, TitleOf(index));
   const InvRecord& r = RecordOfIndex(index);
   const int entry = EntryOfIndex(index), layers = LayersOf(r, entry);
@@ -134,10 +156,36 @@ void PlotResolution(const GraphControl& graph, int index, const std::string& len
       [&](int i) { return i < layers ? r.depth(entry, i) : NiceMax(yMax); });
   if (!CanBeLimit(yMax) || Largest(resolution.x) == 0.0) return;
   SetUpAxes(graph, 1.0, NiceMax(yMax), true);
+  HatchBelow(graph, depthSeen, NiceMax(yMax));
   SetAxisLabel(graph, true, "Resolution of Vs");
   SetAxisLabel(graph, false, "Depth", length);
   PlotXY(graph, resolution.x, resolution.y, {.color = kProfileColor, .width = kProfileWidth},
          "Resolution of Vs");
+}
+
+void PlotModelLayers(const GraphControl& graph, const std::vector<double>& thickness,
+                     const std::vector<double>& Vs, const std::string& length) {
+  Empty(graph, "");
+  const int layers = static_cast<int>(std::min(thickness.size(), Vs.size()));
+  std::vector<double> boundaries = {0.0};
+  for (int i = 0; i + 1 < layers; ++i) {
+    const double h = thickness[static_cast<std::size_t>(i)];
+    if (!(h >= 0.0)) return;
+    boundaries.push_back(boundaries.back() + h);
+  }
+  const double above = boundaries.back(), xMax = kVelocityMargin * Largest(Vs);
+  if (above > 0.0)
+    boundaries.push_back(kHalfSpaceShown * above);
+  else
+    boundaries.push_back(layers == 1 && CanBeLimit(thickness[0]) ? thickness[0] : 1.0);
+  if (layers < 1 || !CanBeLimit(xMax) || !CanBeLimit(boundaries.back())) return;
+  const Stairs model = StairsOf(
+      layers, [&](int i) { return Vs[static_cast<std::size_t>(i)]; },
+      [&](int i) { return boundaries[static_cast<std::size_t>(i)]; });
+  SetUpAxes(graph, NiceMax(xMax), boundaries.back(), true);
+  SetAxisLabel(graph, true, "Vs", length + "/s");
+  SetAxisLabel(graph, false, "Depth", length);
+  PlotXY(graph, model.x, model.y, {.color = kProfileColor, .width = kProfileWidth}, "");
 }
 
 void PlotRMSError(const GraphControl& graph, int index, int iterations, int profiles,

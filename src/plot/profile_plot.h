@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "records/inv_records.h"
 #include "runtime/graphs.h"
@@ -18,12 +19,20 @@ namespace sondera {
 /// profiles have none. Axes from 0 to 1.2 times the largest velocity of the band and 1.1 times the end depth,
 /// on round numbers; nothing is drawn when either is 0. An end depth of 0 or less becomes the top of the
 /// half-space plus half the layer above it, in the record too.
-/// @param length  unit of length: "m"
-void PlotProfile(const GraphControl& graph, int index, const std::string& length);
+/// The resolution of each layer stands beside it as a number, where the entry has one.
+/// @param length     unit of length: "m"
+/// @param depthSeen  half the longest wavelength: the graph is hatched below it; 0: not known
+void PlotProfile(const GraphControl& graph, int index, const std::string& length, double depthSeen = 0.0);
 
 /// Resolution of Vs, 0 to 1, to the right against depth downward to 1.2 times the top of the half-space. Nothing is
-/// drawn without a resolution above 0.
-void PlotResolution(const GraphControl& graph, int index, const std::string& length);
+/// drawn without a resolution above 0. Hatched as the profile is.
+void PlotResolution(const GraphControl& graph, int index, const std::string& length, double depthSeen = 0.0);
+
+/// The layers of a model as they are typed: Vs to the right, depth downward. The last layer is the half-space, shown as
+/// deep as a quarter of all above it (one layer alone: as its thickness, or 1). The graph is empty where no layer has a
+/// velocity above 0, or where a thickness is below 0.
+void PlotModelLayers(const GraphControl& graph, const std::vector<double>& thickness,
+                     const std::vector<double>& Vs, const std::string& length);
 
 /// RMS error to the right against the number of the entry, 0 on top: entries 0 to `iterations`, or 1 to
 /// `profiles` when the index is that of a starting profile. Entries that are not stored, and those after the

@@ -7,18 +7,23 @@
 #include <cstddef>
 #include <string>
 
+#include "numeric/scale_arithmetic.h"
 #include "plot/disp_curv_plot.h"
 #include "records/kinds.h"
+#include "records/selection.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
 constexpr int kLastMarker = 18;
+constexpr int kZeroColor = 0x808080;
+constexpr double kResidualMargin = 1.1;
 
 /// A theoretical curve with its own points: for an array curve, elements of a column at a fixed stride belong
 /// to it.
 struct OwnCurve {
+  std::size_t number = 0;
   std::array<std::vector<double>, 3> columns;  // velocity, frequency, wavelength
   std::string label;
   CurveLook look;
@@ -70,6 +75,7 @@ std::vector<OwnCurve> TheoreticalCurves(const ModelRecord& r, const ResultsChoic
     if (!wanted) continue;
     OwnCurve curve = global ? GlobalCurveOf(r) : ArrayCurveOf(r, static_cast<std::size_t>(c));
     if (curve.columns[0].empty()) continue;
+    curve.number = static_cast<std::size_t>(c);
     if (!looks.empty())
       curve.look = looks[static_cast<std::size_t>(c) < looks.size() ? static_cast<std::size_t>(c) : 0];
     curves.push_back(std::move(curve));
@@ -126,6 +132,44 @@ void PlotResults(const GraphControl& graph, const ModelRecord& record, const Res
   AddPageCurves(graph, measured.global, axes, PlotStyle::ConnectedPoints);
   AddPageCurves(graph, measured.array, axes, PlotStyle::ConnectedPoints);
   AddPageCurves(graph, views, axes, PlotStyle::ConnectedPoints);
+}
+
+void PlotResiduals(const GraphControl& graph, const GraphControl& curves, const ModelRecord& record,
+                   const ResultsChoice& choice, const std::vector<CurveLook>& looks,
+                   const std::vector<ReportCurve>& measured, const AxisRecord& axes) {
+  DeleteGraphPlot(graph);
+  const GraphModel& above = GraphOf(curves);
+  const AxisLimits across = LimitsInForce(above).x;
+  SetAxisLabel(graph, true, above.xAxis.label, above.xAxis.unit);
+  SetAxisLogarithmic(graph, true, above.xAxis.logarithmic);
+  SetAxisRange(graph, true, across.min, across.max);
+  SetAxisLabel(graph, false, "Residual", LengthUnitText(session.lengthUnit) + "/s");
+  SetAxisAuto(graph, false);
+  const auto over = static_cast<AxisQuantity>(axes.xType);
+  if (over != AxisQuantity::Frequency && over != AxisQuantity::Wavelength) return;
+  double largest = 0.0;
+  int line = 0;
+  for (const OwnCurve& curve : TheoreticalCurves(record, choice, looks)) {
+    if (curve.number >= measured.size()) continue;
+    const Residuals r = ResidualsOf(measured[curve.number],
+                                    {curve.label, curve.columns[0], curve.columns[1], curve.columns[2]});
+    if (r.difference.empty()) continue;
+    for (const double d : r.difference)
+      if (std::isfinite(d)) largest = std::max(largest, std::fabs(d));
+    if (line == 0)
+      line = PlotXY(graph, {across.min, across.max}, {0.0, 0.0},
+                    {.color = kZeroColor, .dash = LineDash::Dashed, .inLegend = false});
+    PlotXY(graph, over == AxisQuantity::Frequency ? r.freq : r.wlen, r.difference,
+           {.style = PlotStyle::Scatter,
+            .marker = curve.look.marker,
+            .color = CurveColor(curve.look.color),
+            .inLegend = false},
+           curve.label);
+  }
+  if (line == 0) return;
+  double low = 0.0, high = 1.0;
+  if (largest > 0.0) CalcNiceMinMax(0.0, kResidualMargin * largest, 0, &low, &high);
+  SetAxisRange(graph, false, -high, high);
 }
 
 }  // namespace sondera

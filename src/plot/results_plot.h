@@ -7,6 +7,7 @@
 
 #include "records/model_records.h"
 #include "records/session.h"
+#include "report/fit_curves.h"
 #include "runtime/graphs.h"
 
 namespace sondera {
@@ -53,5 +54,14 @@ void GiveLooks(std::vector<CurveLook>& looks, int count, int& nextMarker);
 /// @param looks  of the theoretical curves; curves beyond it use the first one
 void PlotResults(const GraphControl& graph, const ModelRecord& record, const ResultsChoice& choice,
                  const std::vector<CurveLook>& looks, AxisRecord& axes);
+
+/// Residuals of the theoretical curves that are drawn, as points about a line at 0: computed less measured velocity, over
+/// the abscissa of the curves with its limits, so that the graph can stand below them. Empty where no curve of the run was
+/// measured, and over an abscissa of velocities.
+/// @param curves    graph that PlotResults has filled, on the same record and choice
+/// @param measured  what the run was to match, by the number of the curve
+void PlotResiduals(const GraphControl& graph, const GraphControl& curves, const ModelRecord& record,
+                   const ResultsChoice& choice, const std::vector<CurveLook>& looks,
+                   const std::vector<ReportCurve>& measured, const AxisRecord& axes);
 
 }  // namespace sondera

@@ -2,6 +2,7 @@
 #include "report/fit_curves.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "records/inv_records.h"
@@ -65,6 +66,23 @@ std::vector<ReportCurve> ComputedCurves(int entry) {
       AddPoint(curves[static_cast<std::size_t>(c)], r.vel(entry, p * count + c), r.freq(entry, p),
                r.waveL(entry, p * count + c));
   return curves;
+}
+
+Residuals ResidualsOf(const ReportCurve& measured, const ReportCurve& computed) {
+  Residuals residuals;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < measured.freq.size(); ++i) {
+    const double freq = measured.freq[i];
+    std::size_t at = next;
+    while (at < computed.freq.size() && !(std::fabs(computed.freq[at] - freq) <= 1e-9 * std::fabs(freq)))
+      ++at;
+    if (at == computed.freq.size()) continue;
+    next = at + 1;
+    residuals.difference.push_back(computed.vel[at] - measured.vel[i]);
+    residuals.freq.push_back(freq);
+    residuals.wlen.push_back(measured.wlen[i]);
+  }
+  return residuals;
 }
 
 }  // namespace sondera

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "figure/graph_painter.h"
+#include "report/fit_curves.h"
 #include "report_pdf/pdf_pages.h"
 #include "runtime/text_format.h"
 
@@ -125,22 +126,9 @@ GraphModel ResidualGraph(const PdfReport& report) {
   graph.title = "Computed less measured";
   graph.yAxis.label = "Difference";
   for (std::size_t c = 0; c < std::min(report.measured.size(), report.computed.size()); ++c) {
-    const ReportCurve &measured = report.measured[c], &computed = report.computed[c];
-    Column x, y;
-    std::size_t k = 0;
-    for (std::size_t i = 0; i < measured.freq.size(); ++i) {
-      const auto same = [&](std::size_t at) {
-        return std::fabs(computed.freq[at] - measured.freq[i]) <= 1e-9 * std::fabs(measured.freq[i]);
-      };
-      // Both are in the order of the run's points.
-      std::size_t at = k;
-      while (at < computed.freq.size() && !same(at)) ++at;
-      if (at == computed.freq.size()) continue;
-      k = at + 1;
-      x.push_back(measured.wlen[i]);
-      y.push_back(computed.vel[at] - measured.vel[i]);
-    }
-    AddCurve(graph, x, y, LookOfCurve(static_cast<int>(c), PlotStyle::Scatter), "");
+    const Residuals residuals = ResidualsOf(report.measured[c], report.computed[c]);
+    AddCurve(graph, residuals.wlen, residuals.difference,
+             LookOfCurve(static_cast<int>(c), PlotStyle::Scatter), "");
   }
   return graph;
 }

@@ -113,17 +113,31 @@ void PlotIntensity(const GraphControl& c, IntensityModel image) {
   Changed(c, g);
 }
 
+int PlotHatching(const GraphControl& c, double y1, double y2, std::string label) {
+  GraphModel& g = ModelOf(c);
+  g.hatchings.push_back({g.nextHandle, y1, y2, std::move(label)});
+  Changed(c, g);
+  return g.nextHandle++;
+}
+
+int PlotNote(const GraphControl& c, double x, double y, std::string text) {
+  GraphModel& g = ModelOf(c);
+  g.notes.push_back({g.nextHandle, x, y, std::move(text)});
+  Changed(c, g);
+  return g.nextHandle++;
+}
+
 void DeleteGraphPlot(const GraphControl& c, int handle) {
   GraphModel& g = ModelOf(c);
+  const auto isGone = [=](const auto& drawn) { return handle == -1 || drawn.handle == handle; };
+  std::erase_if(g.plots, isGone);
+  std::erase_if(g.rectangles, isGone);
+  std::erase_if(g.hatchings, isGone);
+  std::erase_if(g.notes, isGone);
   if (handle == -1) {
-    g.plots.clear();
-    g.rectangles.clear();
     g.topLabels.clear();
     g.note.clear();
     g.intensity.reset();
-  } else {
-    std::erase_if(g.plots, [=](const PlotModel& p) { return p.handle == handle; });
-    std::erase_if(g.rectangles, [=](const RectangleModel& r) { return r.handle == handle; });
   }
   for (CursorModel& cursor : g.cursors)
     if (!PlotAt(g, cursor.plot)) cursor.plot = cursor.index = 0;

@@ -50,6 +50,20 @@ struct RectangleModel {
   bool selected = false;  ///< drawn with a mark (the picked mask)
 };
 
+/// Part of the graph between two ordinates, over the whole width, that is hatched.
+struct HatchModel {
+  int handle = 0;
+  double y1 = 0, y2 = 0;
+  std::string label;  ///< what it means
+};
+
+/// Short text to the right of a place.
+struct NoteModel {
+  int handle = 0;
+  double x = 0, y = 0;
+  std::string text;
+};
+
 /// Entry of a colour map: the colour from this level on; colours between entries are interpolated.
 struct ColorLevel {
   double level = 0;
@@ -98,6 +112,8 @@ struct GraphModel {
   std::vector<PlotModel> plots;
   std::vector<RectangleModel> rectangles;
   std::vector<TopLabel> topLabels;  ///< in ascending order; those without room are left out
+  std::vector<HatchModel> hatchings;
+  std::vector<NoteModel> notes;
   std::optional<IntensityModel> intensity;
   AxisModel xAxis, yAxis;
   std::vector<CursorModel> cursors;
@@ -123,8 +139,10 @@ int PlotRectangle(const GraphControl& c, double x1, double y1, double x2, double
 /// Marks one rectangle as the selected one; 0 marks none.
 void SelectRectangle(const GraphControl& c, int handle);
 void PlotIntensity(const GraphControl& c, IntensityModel image);
-/// Removes one plot or rectangle, or with handle -1 everything on the graph except its axes, title and
-/// cursors. Cursors on a removed plot stay where they are, on no plot.
+int PlotHatching(const GraphControl& c, double y1, double y2, std::string label);
+int PlotNote(const GraphControl& c, double x, double y, std::string text);
+/// Removes one plot, rectangle, hatching or note, or with handle -1 everything on the graph except its axes,
+/// title and cursors. Cursors on a removed plot stay where they are, on no plot.
 void DeleteGraphPlot(const GraphControl& c, int handle = -1);
 void SetTopLabels(const GraphControl& c, std::vector<TopLabel> labels);
 void SetGraphTitle(const GraphControl& c, std::string_view title);

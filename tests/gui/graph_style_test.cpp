@@ -54,6 +54,16 @@ TEST(SpokenLine, NamesAxesCurvesMasksAndMarkers) {
             "Hz, 40.5 to 51.25 Hz (picked); marker at 20");
 }
 
+TEST(SpokenLine, NamesHatchingsAndNotes) {
+  GraphModel g = Curves();
+  g.hatchings.push_back({1, 15, 20, "not seen"});
+  g.notes = {{2, 1, 1, "R 0.90"}, {3, 1, 2, "R 0.54"}};
+  EXPECT_EQ(
+      SpokenLine(g, LimitsInForce(g)),
+      "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic; 2 curves: H21[1:2], H31[1:3]; hatched "
+      "15 to 20 (not seen); notes R 0.90, R 0.54");
+}
+
 TEST(SpokenLine, TellsWhatIsDrawnAndNothingElse) {
   GraphModel g = Curves();
   g.plots[1].visible = false;

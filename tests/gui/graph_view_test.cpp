@@ -16,6 +16,7 @@
 
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
 
 namespace sondera {
@@ -248,6 +249,68 @@ TEST_F(GraphViewTest, GraphsOfOneAbscissaZoomTogether) {
   EXPECT_FALSE(other.IsZoomed());
   b.ShowPart({}, {});
   EXPECT_EQ(a.Shown().x.min, 0.0);
+}
+
+TEST_F(GraphViewTest, TheTracesOfBothPagesZoomTogether) {
+  QWidget pages;
+  GraphView a(&pages), b(&pages), measured(&pages);
+  for (const GraphControl* c : {&sasw::DISPLAY_A, &measpanel::DISPLAY_A}) {
+    PlotXY(*c, {0, 100}, {0, 50});
+    SetAxisLabel(*c, true, "Frequency", "Hz");
+  }
+  PlotXY(sasw::DISPLAY_B, {0, 1}, {0, 1});
+  SetAxisLabel(sasw::DISPLAY_B, true, "Time", "s");
+  a.Bind(sasw::DISPLAY_A);
+  b.Bind(sasw::DISPLAY_B);
+  measured.Bind(measpanel::DISPLAY_A);
+  a.ShowPart(AxisLimits{20, 40, true}, {});
+  EXPECT_EQ(measured.Shown().x.max, 40.0);
+  EXPECT_FALSE(b.IsZoomed()) << "another abscissa";
+}
+
+TEST_F(GraphViewTest, GraphsBelowOneAnotherStandInLine) {
+  QWidget page;
+  GraphView curves(&page), residuals(&page);
+  for (GraphView* graph : {&curves, &residuals}) graph->resize(640, 300);
+  for (const GraphControl* c : {&exdthd::CURVES, &exdthd::RESIDUALS}) {
+    SetAxisLabel(*c, true, "Wavelength", "m");
+    PlotXY(*c, {1, 100}, {0, 5});
+  }
+  curves.Bind(exdthd::CURVES);
+  residuals.Bind(exdthd::RESIDUALS);
+  page.show();
+  QApplication::processEvents();
+  EXPECT_EQ(curves.PlotArea().right(), residuals.PlotArea().right());
+  // Curves with names make room for them, and the graph below follows.
+  for (int i = 0; i < 30; ++i)
+    PlotXY(exdthd::CURVES, {1, 100}, {0, 1.0 * i}, PlotStyle::Scatter, i % 19, i, "a curve with a long name");
+  curves.Refresh();
+  QApplication::processEvents();
+  EXPECT_LT(curves.PlotArea().right(), 620.0) << "the legend stands beside";
+  EXPECT_EQ(curves.PlotArea().right(), residuals.PlotArea().right());
+  EXPECT_EQ(curves.PlotArea().left(), residuals.PlotArea().left());
+}
+
+TEST_F(GraphViewTest, DrawsHatchingAndNotes) {
+  PlotXY(kGraph, {0, 10}, {0, 10}, PlotStyle::Line, kNoMarker, 0x0072B2);
+  SetAxisRange(kGraph, true, 0, 10);
+  SetAxisRange(kGraph, false, 0, 10);
+  const auto inkIn = [&](double y1, double y2) {
+    const QImage image = Picture();
+    const double scale = image.devicePixelRatio();
+    const QPoint from = (view->PixelOf(5.1, y2) * scale).toPoint(),
+                 to = (view->PixelOf(9.9, y1) * scale).toPoint();
+    int dark = 0;
+    for (int y = from.y(); y < to.y(); ++y)
+      for (int x = from.x(); x < to.x(); ++x) dark += image.pixelColor(x, y).lightness() < 215 ? 1 : 0;
+    return dark;
+  };
+  const int low = inkIn(0.1, 2), high = inkIn(2.5, 4.5);
+  PlotHatching(kGraph, 0, 2, "");
+  EXPECT_GT(inkIn(0.1, 2), low + 300);
+  EXPECT_EQ(inkIn(2.5, 4.5), high);
+  PlotNote(kGraph, 6, 3.5, "R 0.76");
+  EXPECT_GT(inkIn(2.5, 4.5), high + 20);
 }
 
 TEST_F(GraphViewTest, FollowsADarkTheme) {

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -148,6 +149,66 @@ TEST_F(ProfilePlot, AProfileAfterErrorsHasItsOwnAxesAgain) {
   PlotProfile(exdthd::PROFILE, 1, "m");
   EXPECT_EQ(Graph().yAxis.label, "Depth");
   EXPECT_EQ(Graph().yAxis.max, 8.0);
+}
+
+TEST_F(ProfilePlot, DepthsBelowHalfTheLongestWavelengthAreHatched) {
+  PlotProfile(exdthd::PROFILE, 0, "m", 4.5);
+  ASSERT_EQ(Graph().hatchings.size(), 1u);
+  EXPECT_EQ(Graph().hatchings[0].y1, 4.5);
+  EXPECT_EQ(Graph().hatchings[0].y2, Graph().yAxis.max);
+  EXPECT_EQ(Graph().hatchings[0].label, "below half the longest wavelength");
+  PlotProfile(exdthd::PROFILE, 0, "m", 8.0);
+  EXPECT_THAT(Graph().hatchings, IsEmpty()) << "all of it was seen";
+  PlotProfile(exdthd::PROFILE, 0, "m");
+  EXPECT_THAT(Graph().hatchings, IsEmpty()) << "not known";
+  InvParam.resolution(1, 0) = 0.5;
+  PlotResolution(exdthd::PROFILE, 1, "m", 3.0);
+  ASSERT_EQ(Graph().hatchings.size(), 1u);
+  EXPECT_EQ(Graph().hatchings[0].y1, 3.0);
+}
+
+TEST_F(ProfilePlot, ResolutionStandsBesideTheMiddleOfEachLayer) {
+  InvParam.resolution(1, 0) = 0.9;
+  InvParam.resolution(1, 1) = 0.756;
+  InvParam.resolution(1, 2) = 0.0;
+  PlotProfile(exdthd::PROFILE, 1, "m");
+  ASSERT_EQ(Graph().notes.size(), 3u);
+  EXPECT_EQ(Graph().notes[0].text, "R 0.90");
+  EXPECT_EQ(Graph().notes[1].text, "R 0.76");
+  EXPECT_EQ(Graph().notes[2].text, "R 0.00");
+  EXPECT_EQ(Graph().notes[0].y, 1.0);
+  EXPECT_EQ(Graph().notes[1].y, 3.5);
+  EXPECT_EQ(Graph().notes[2].y, 5.75);
+  // Right of the band: 201 and two deviations of 20, of which the resolution leaves the root of 0.244.
+  EXPECT_NEAR(Graph().notes[1].x, 201.0 + 40.0 * std::sqrt(1.0 - 0.756), 1e-9);
+  PlotProfile(exdthd::PROFILE, 0, "m");
+  EXPECT_THAT(Graph().notes, IsEmpty()) << "the starting model has none";
+  PlotProfile(exdthd::PROFILE, 2, "m");
+  EXPECT_THAT(Graph().notes, IsEmpty()) << "nothing is stored";
+}
+
+TEST_F(ProfilePlot, LayersOfATableAreStairsDownIntoTheHalfSpace) {
+  const GraphControl& graph = fmodeling::PROFILE;
+  PlotModelLayers(graph, {2.0, 6.0, 99.0}, {100.0, 250.0, 400.0}, "ft");
+  ASSERT_EQ(GraphOf(graph).plots.size(), 1u);
+  EXPECT_THAT(GraphOf(graph).plots[0].x, ElementsAre(100, 100, 100, 250, 250, 400, 400, 400));
+  EXPECT_THAT(GraphOf(graph).plots[0].y, ElementsAre(0, 0, 2, 2, 8, 8, 10, 10));
+  EXPECT_EQ(GraphOf(graph).yAxis.max, 10.0);
+  EXPECT_TRUE(GraphOf(graph).yAxis.reversed);
+  EXPECT_EQ(GraphOf(graph).xAxis.unit, "ft/s");
+  PlotModelLayers(graph, {3.0}, {100.0}, "m");
+  EXPECT_EQ(GraphOf(graph).yAxis.max, 3.0) << "one layer alone";
+  PlotModelLayers(graph, {0.0}, {100.0}, "m");
+  EXPECT_EQ(GraphOf(graph).yAxis.max, 1.0);
+  for (const auto& [thickness, Vs] : {std::pair<std::vector<double>, std::vector<double>>{{}, {}},
+                                      {{1, 1}, {0, 0}},
+                                      {{-1, 1}, {1, 1}},
+                                      {{NAN, 1}, {1, 1}},
+                                      {{INFINITY, 1}, {1, 1}},
+                                      {{1, 1}, {NAN, INFINITY}}}) {
+    PlotModelLayers(graph, thickness, Vs, "m");
+    EXPECT_THAT(GraphOf(graph).plots, IsEmpty());
+  }
 }
 
 }  // namespace

@@ -150,5 +150,60 @@ TEST_F(ResultsPlot, AxesFollowWhatIsDrawnAndManualOnesStay) {
   EXPECT_EQ(Graph().yAxis.max, 250.0);
 }
 
+class ResidualsPlot : public ResultsPlot {
+ protected:
+  /// One measured curve at 10, 20 and 30 Hz; the computed one has 10, 30 and 40 Hz.
+  void SetUp() override {
+    ResultsPlot::SetUp();
+    TheoDispInfo.nDispPointsG = 3;
+    TheoDispInfo.globalFreq = {10, 30, 40};
+    TheoDispInfo.globalVel = {210, 195, 150};
+    TheoDispInfo.globalWlen = {21, 6.5, 3.75};
+    Draw(experimental::kNotDisplayed, theoretical::kAll);
+  }
+  void DrawResiduals(int thd = theoretical::kAll) {
+    PlotResiduals(exdthd::RESIDUALS, exdthd::CURVES, TheoDispInfo,
+                  {experimental::kNotDisplayed, thd, theoretical::kAll}, looks, measured, axes);
+  }
+  std::vector<ReportCurve> measured = {{"", {200, 180, 200}, {10, 20, 30}, {20, 9, 200.0 / 30}}};
+  const GraphModel& Shown = GraphOf(exdthd::RESIDUALS);
+};
+
+TEST_F(ResidualsPlot, AreComputedLessMeasuredAtTheFrequenciesOfBoth) {
+  DrawResiduals();
+  ASSERT_EQ(Shown.plots.size(), 2u);
+  EXPECT_THAT(Shown.plots[0].y, ElementsAre(0, 0)) << "the line at 0";
+  EXPECT_THAT(Shown.plots[1].y, ElementsAre(10, -5));
+  EXPECT_THAT(Shown.plots[1].x, ElementsAre(20, 200.0 / 30)) << "wavelengths that were measured";
+  EXPECT_EQ(Shown.plots[1].style, PlotStyle::Scatter);
+  EXPECT_EQ(Shown.yAxis.max, -Shown.yAxis.min);
+  EXPECT_GE(Shown.yAxis.max, 11.0);
+  EXPECT_EQ(Shown.xAxis.label, GraphOf(exdthd::CURVES).xAxis.label);
+  EXPECT_EQ(Shown.xAxis.logarithmic, GraphOf(exdthd::CURVES).xAxis.logarithmic);
+  const AxisLimits above = LimitsInForce(GraphOf(exdthd::CURVES)).x;
+  EXPECT_EQ(LimitsInForce(Shown).x.min, above.min);
+  EXPECT_EQ(LimitsInForce(Shown).x.max, above.max);
+}
+
+TEST_F(ResidualsPlot, FollowTheAbscissaAndTheChoice) {
+  axes.xType = 1;
+  Draw(experimental::kNotDisplayed, theoretical::kAll);
+  DrawResiduals();
+  ASSERT_EQ(Shown.plots.size(), 2u);
+  EXPECT_THAT(Shown.plots[1].x, ElementsAre(10, 30)) << "frequencies";
+  axes.xType = 0;
+  DrawResiduals();
+  EXPECT_THAT(Shown.plots, IsEmpty()) << "nothing to see over velocities";
+  axes.xType = 2;
+  DrawResiduals(theoretical::kNotDisplayed);
+  EXPECT_THAT(Shown.plots, IsEmpty());
+  measured.clear();
+  DrawResiduals();
+  EXPECT_THAT(Shown.plots, IsEmpty()) << "nothing was measured";
+  measured = {{"", {100}, {77}, {1}}};
+  DrawResiduals();
+  EXPECT_THAT(Shown.plots, IsEmpty()) << "no frequency in common";
+}
+
 }  // namespace
 }  // namespace sondera::testing

@@ -62,6 +62,14 @@ ordered_json RectangleJson(const RectangleModel& r) {
           {"y2", r.y2}, {"label", r.label}, {"selected", r.selected}};
 }
 
+ordered_json HatchJson(const HatchModel& h) {
+  return {{"y1", h.y1}, {"y2", h.y2}, {"label", h.label}};
+}
+
+ordered_json NoteJson(const NoteModel& n) {
+  return {{"x", n.x}, {"y", n.y}, {"text", n.text}};
+}
+
 ordered_json CursorJson(const CursorModel& c) {
   return {{"x", c.x}, {"y", c.y}, {"plot", c.plot}, {"index", c.index}, {"color", ColorText(c.color)}};
 }
@@ -105,6 +113,8 @@ std::string GraphJson(const GraphModel& g) {
   if (!g.note.empty()) graph["note"] = g.note;
   for (const TopLabel& label : g.topLabels)
     graph["top_labels"].push_back({{"x", label.x}, {"text", label.text}});
+  for (const HatchModel& h : g.hatchings) graph["hatchings"].push_back(HatchJson(h));
+  for (const NoteModel& n : g.notes) graph["notes"].push_back(NoteJson(n));
   const GraphLimits limits = LimitsInForce(g);
   graph["axes"] = {{"x", AxisJson(g.xAxis, limits.x)}, {"y", AxisJson(g.yAxis, limits.y)}};
   graph["intensity"] = g.intensity ? IntensityJson(*g.intensity) : ordered_json(nullptr);

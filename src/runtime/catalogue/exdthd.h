@@ -23,6 +23,12 @@ inline constexpr GraphControl CURVES{Panel::EXDTHD,
                                      "Experimental and theoretical curves",
                                      {.hint = "Experimental and theoretical dispersion curves; a double "
                                               "click opens the axis dialog, a click reads a place."}};
+inline constexpr GraphControl RESIDUALS{
+    Panel::EXDTHD,
+    "RESIDUALS",
+    "Residuals",
+    {.hint = "Computed less measured velocity of the theoretical curves that are drawn, over the abscissa of "
+             "the curves above."}};
 inline constexpr TextControl COORD{Panel::EXDTHD,
                                    "COORD",
                                    "Cursor",
@@ -116,8 +122,8 @@ inline constexpr ButtonControl CLOSE{Panel::EXDTHD, "CLOSE", "Close", {.hint = "
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &CURVES,      &COORD,      &PROFILE,       &FMDORINV, &EXDTYPE,   &THDTYPE,   &ARRAYDISPID,
-    &MARKER,      &COLOR,      &ITERNO,        &PLOT_INV, &RMSERROR,  &STATUSMSG, &PROCESSMSG,
-    &FMODELPARAM, &RUN_FMODEL, &RUN_INVERSION, &HALT,     &RESULTBOX, &REDRAW,    &CLOSE};
+    &CURVES,     &RESIDUALS,     &COORD,  &PROFILE,   &FMDORINV, &EXDTYPE,   &THDTYPE,    &ARRAYDISPID,
+    &MARKER,     &COLOR,         &ITERNO, &PLOT_INV,  &RMSERROR, &STATUSMSG, &PROCESSMSG, &FMODELPARAM,
+    &RUN_FMODEL, &RUN_INVERSION, &HALT,   &RESULTBOX, &REDRAW,   &CLOSE};
 
 }  // namespace sondera::exdthd
