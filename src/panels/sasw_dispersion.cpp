@@ -6,6 +6,7 @@
 #include "numeric/scale_arithmetic.h"
 #include "panels/sasw_masking.h"
 #include "panels/sasw_pair.h"
+#include "panels/trace_display.h"
 #include "panels/trace_selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/meassetup.h"
@@ -49,6 +50,7 @@ int MaskingCalcDispCallback(Panel panel, ControlId, Event event, long) {
   // Kept: the lines count from 0 Hz here, for every startFreq.
   MakeDispersionCurve(*pair, current, {0.0, TruncToInt(hw.stopFreq / hw.deltaF + 0.5)});
   DispCurvPlot(1);
+  DrawPairCurve();
   return 0;
 }
 
@@ -66,6 +68,7 @@ int MaskingCalcDispMenuCallback(Panel, ControlId, Event event, long) {
   // Kept: startFreq is added although the lines of imported spectra count from 0 Hz too.
   MakeDispersionCurve(*pair, current, {hw.startFreq, hw.nLines - 1});
   DispCurvPlot(1);
+  DrawPairCurve();
   return 0;
 }
 

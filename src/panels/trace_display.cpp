@@ -5,12 +5,15 @@
 
 #include "panels/sasw_masking.h"
 #include "panels/sasw_pair.h"
+#include "plot/disp_curv_plot.h"
 #include "plot/gabor_plot.h"
 #include "plot/trace_plot.h"
+#include "records/curve_labels.h"
 #include "records/kinds.h"
 #include "records/measdb.h"
 #include "records/selection.h"
 #include "records/session.h"
+#include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/graphs.h"
@@ -146,6 +149,7 @@ int DrawTrace(int page, Trace trace) {
 int DrawTraces(int page) {
   const int a = DrawTrace(page, Trace::A);
   const int b = DrawTrace(page, Trace::B);
+  if (page == kMaskingPage) DrawPairCurve();
   return a < 0 ? a : b;
 }
 
@@ -156,6 +160,18 @@ std::string WhyNoMap(Panel panel, Trace trace) {
     return {};
   if (panel != Panel::SASW) return "Turn on the masking mode, first.";
   return shown.pair ? std::string() : "Calcualte Gabor spectrum, first.";
+}
+
+void DrawPairCurve() {
+  Shown shown;
+  const bool found = FindShown(GraphFor(kMaskingPage, Trace::A), shown);
+  const std::string label = found ? DispCurveLabel(shown.records.measID, shown.refChan, shown.dspChan) : "";
+  SetVisible(sasw::PAIRCURVE,
+             PlotPairCurve(sasw::PAIRCURVE, found ? shown.pair : nullptr, label, session.dispAxis));
+}
+
+int PairCurveCallback(Panel, ControlId, Event event, long) {
+  return event == Event::Commit ? Commit(mainmenu::DISPERSION_MODE) : 0;
 }
 
 void DrawPreview() {

@@ -22,6 +22,11 @@ int DrawTraces(int page);
 /// that sets the type: redraws give no message.
 std::string WhyNoMap(Panel panel, Trace trace);
 
+/// The curve of the pair that trace A of the masking page shows, in the inset of that page, which is hidden without one.
+void DrawPairCurve();
+/// On commit: a click on the inset shows the dispersion page.
+int PairCurveCallback(Panel panel, ControlId control, Event event, long data);
+
 /// First two channels of the record under preview, on the measurement page.
 void DrawPreview();
 

@@ -17,7 +17,7 @@
 namespace sondera {
 namespace {
 
-constexpr int kColorNotGiven = -1;
+constexpr int kColorNotGiven = -1, kBlue = 2;
 constexpr int kGlobalMarker = 12, kGlobalColor = 2;
 constexpr int kBackgroundColor = 12;  // composite curves drawn behind a representative one
 constexpr double kAxisMargin = 1.2;
@@ -34,6 +34,16 @@ std::size_t PointCount(const PMeasInfo& pair) {
   return std::min(static_cast<std::size_t>(std::max(pair.nDispPoints, 0)), room);
 }
 
+/// The curve of a pair; one without a colour is blue.
+PageCurve CurveOf(const PMeasInfo& pair, std::string label) {
+  const std::size_t n = PointCount(pair);
+  return {
+      std::move(label),
+      {std::span<const double>(pair.dispVel.data(), n), {pair.dispFreq.data(), n}, {pair.dispWlen.data(), n}},
+      pair.marker,
+      CurveColor(pair.color == kColorNotGiven ? kBlue : pair.color)};
+}
+
 /// The included curves of pairs; assigns colours to those without one.
 std::vector<PageCurve> PairCurves(bool csw) {
   std::vector<PageCurve> curves;
@@ -41,13 +51,7 @@ std::vector<PageCurve> PairCurves(bool csw) {
     std::string projID, measID;
     if (!IsPlotted(pair) || !GetIDfromKey(pair.key, projID, measID)) continue;
     if (pair.color == kColorNotGiven) pair.color = session.nextCurveColor++;
-    const std::size_t n = PointCount(pair);
-    curves.push_back({DispCurveLabel(measID, pair.refChan, pair.dspChan, csw),
-                      {std::span<const double>(pair.dispVel.data(), n),
-                       {pair.dispFreq.data(), n},
-                       {pair.dispWlen.data(), n}},
-                      pair.marker,
-                      CurveColor(pair.color)});
+    curves.push_back(CurveOf(pair, DispCurveLabel(measID, pair.refChan, pair.dspChan, csw)));
   }
   return curves;
 }
@@ -156,6 +160,20 @@ void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int typ
     AddPageCurves(graph, curves.global, axes, PlotStyle::ConnectedPoints);
   if (type == kArray || type == kCompositeArray)
     AddPageCurves(graph, curves.array, axes, PlotStyle::ConnectedPoints);
+}
+
+bool PlotPairCurve(const GraphControl& graph, const PMeasInfo* pair, const std::string& label,
+                   const AxisRecord& page) {
+  DeleteGraphPlot(graph);
+  SetGraphTitle(graph, "");
+  if (!pair || PointCount(*pair) == 0) return false;
+  const PageCurve curve = CurveOf(*pair, label);
+  AxisRecord axes = page;
+  axes.xAutoScale = axes.yAutoScale = 1;
+  SetUpCurveAxes(graph, std::span(&curve, 1), axes);
+  AddPageCurves(graph, std::span(&curve, 1), axes, PlotStyle::Scatter);
+  SetGraphTitle(graph, label);
+  return true;
 }
 
 }  // namespace sondera

@@ -67,4 +67,9 @@ void AddPageCurves(const GraphControl& graph, std::span<const PageCurve> curves,
 /// @param type  a number of namespace curve_type
 void PlotDispCurves(const GraphControl& graph, const PageCurves& curves, int type, AxisRecord& axes);
 
+/// The curve of one pair alone, by the quantities and scales of the page and with limits of its own. Empties the graph
+/// where there is no pair or no curve. @return whether there is one
+bool PlotPairCurve(const GraphControl& graph, const PMeasInfo* pair, const std::string& label,
+                   const AxisRecord& page);
+
 }  // namespace sondera

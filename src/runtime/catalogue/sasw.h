@@ -15,6 +15,12 @@ inline constexpr GraphControl DISPLAY_A{
     {.hint = "Graph of trace A: drag over it to set the two markers, right click on a mask to pick it."}};
 inline constexpr GraphControl DISPLAY_B{
     Panel::SASW, "DISPLAY_B", "Display B", {.hint = "Graph of trace B; its markers can be dragged."}};
+inline constexpr auto PAIRCURVE = Hidden(GraphControl{
+    Panel::SASW,
+    "PAIRCURVE",
+    "Curve of the pair",
+    {.hint = "Dispersion curve of the pair of trace A, once it is calculated; a click shows the dispersion "
+             "page."}});
 inline constexpr RingControl DISPAID{
     Panel::SASW, "DISPAID", "A: measurement", {.hint = "Measurement that trace A shows."}};
 inline constexpr RingControl DISPA_REFCHNL{Panel::SASW,
@@ -183,15 +189,13 @@ inline constexpr ButtonControl MASKINGCALCDISP{
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &DISPLAY_A,        &DISPLAY_B,         &DISPAID,           &DISPA_REFCHNL,
-    &DISPACHNL,        &DISPATYPE,         &DISPAMARKER1COORD, &DISPAMARKER2COORD,
-    &DISPADELTAX,      &DISPBID,           &DISPB_REFCHNL,     &DISPBCHNL,
-    &DISPBTYPE,        &DISPBMARKER1COORD, &DISPBMARKER2COORD, &DISPBDELTAX,
-    &TRACE_ONOFF,      &LOG_LINEAR,        &VOLT_UNIT,         &MARKERS_ONOFF,
-    &AUTOSCALE_X,      &AUTOSCALE_Y,       &ADJUSTSCALE,       &REDRAW,
-    &PHASE_ORIGINAL,   &PHASE_ENHANCED,    &PHASE_BACKBONE,    &DISPCURV_OPTION,
-    &MASKING_FREQINIT, &MASKING_FREQFINAL, &MASKING_JUMPNO,    &MASKINGNEW,
-    &MASKINGUPDATE,    &MASKINGDEL,        &MASKINGRESET,      &MASKINGAUTO,
-    &MASKINGSHOW,      &MASKINGLIST,       &MASKINGCALCDISP};
+    &DISPLAY_A,         &DISPLAY_B,      &PAIRCURVE,         &DISPAID,           &DISPA_REFCHNL,
+    &DISPACHNL,         &DISPATYPE,      &DISPAMARKER1COORD, &DISPAMARKER2COORD, &DISPADELTAX,
+    &DISPBID,           &DISPB_REFCHNL,  &DISPBCHNL,         &DISPBTYPE,         &DISPBMARKER1COORD,
+    &DISPBMARKER2COORD, &DISPBDELTAX,    &TRACE_ONOFF,       &LOG_LINEAR,        &VOLT_UNIT,
+    &MARKERS_ONOFF,     &AUTOSCALE_X,    &AUTOSCALE_Y,       &ADJUSTSCALE,       &REDRAW,
+    &PHASE_ORIGINAL,    &PHASE_ENHANCED, &PHASE_BACKBONE,    &DISPCURV_OPTION,   &MASKING_FREQINIT,
+    &MASKING_FREQFINAL, &MASKING_JUMPNO, &MASKINGNEW,        &MASKINGUPDATE,     &MASKINGDEL,
+    &MASKINGRESET,      &MASKINGAUTO,    &MASKINGSHOW,       &MASKINGLIST,       &MASKINGCALCDISP};
 
 }  // namespace sondera::sasw
