@@ -11,6 +11,7 @@
 #include "panels/irfsetpnl.h"
 #include "panels/mainmenu_project.h"
 #include "panels/meassetup.h"
+#include "panels/panel_pictures.h"
 #include "panels/panels_state.h"
 #include "panels/project_requests.h"
 #include "panels/trace_selection.h"
@@ -79,6 +80,7 @@ void ResetProgramState() {
 void StartSession() {
   ResetProgramState();
   InstallCallbacks();
+  InstallPanelPictures();
   InstallLastStep(OfferSave);
   InstallProjectHooks({ProjectDiffersFromSaved, TakeProjectAsSaved, SaveProjectFile, OpenProjectFile,
                        AskAndOpenProjectFile, [] { return session.projectFileName; }});

@@ -8,7 +8,9 @@
 #include <string>
 
 #include "panels/loadtxdata_import.h"
+#include "project/import_preview.h"
 #include "project/import_spectra.h"
+#include "project/uff58.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/loadtxdata.h"
@@ -203,6 +205,32 @@ void UpdateLoadTextData(int n) {
     SetVisible(controls.location, shown);
     if (shown) SetCtrlVal(controls.location, 0.0);
   }
+}
+
+void ShowImportPreview() {
+  const ImportKind kind = CurrentKind();
+  const ImportRequest request = ReadDialog(kind);
+  const auto named = std::find_if(request.files.begin(), request.files.end(),
+                                  [](const std::string& file) { return !file.empty(); });
+  std::string text;
+  if (named != request.files.end()) {
+    switch (kind) {
+      case ImportKind::TimeHistory:
+        text = PreviewOfColumns(*named, 1, "time", "s");
+        break;
+      case ImportKind::TransferFunction:
+      case ImportKind::CrossSpectrum:
+        text = PreviewOfColumns(*named, 2, "frequency", "Hz");
+        break;
+      case ImportKind::TransferFunction58:
+        text = PreviewOfUff58(*named, uff58_function::kFrequencyResponse);
+        break;
+      case ImportKind::CrossSpectrum58:
+        text = PreviewOfUff58(*named, uff58_function::kCrossSpectrum);
+        break;
+    }
+  }
+  if (GetCtrlVal(PREVIEW) != text) ResetTextBox(PREVIEW, text);
 }
 
 int Load_TwoChnlDataCallback(Panel, ControlId, Event event, long) {

@@ -41,4 +41,7 @@ void UpdateLoadTextData(int n);
 /// @param[in] oldUnit  metres per unit before
 void UpdateMajorUnitRoutine(double oldUnit);
 
+/// Shows the first lines of the first file that is named, and what the reader of this kind of data makes of it.
+void ShowImportPreview();
+
 }  // namespace sondera

@@ -12,6 +12,7 @@
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/dialogs.h"
+#include "runtime/events.h"
 #include "runtime/redraw.h"
 
 namespace sondera {
@@ -36,7 +37,9 @@ template <class Import>
 int Run(ImportRequest& request, Import import) {
   request.projID = GetCtrlVal(hmsetup::PROJID);
   request.mayOverwrite = AskToOverwrite;
+  SetWaitCursor(true);
   const ImportResult result = import(request);
+  SetWaitCursor(false);
   if (!result.refusal) {
     ShowMeasurement(request.measID);
     return 0;

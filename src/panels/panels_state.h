@@ -64,6 +64,7 @@ struct PanelsState {
   PulseParam pulse;
   SectionState section;
   WaveformState waveform;
+  int pictureObserver = 0;  ///< of panel_pictures.h; 0: none
 };
 extern PanelsState panelsState;
 

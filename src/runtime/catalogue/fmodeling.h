@@ -57,6 +57,11 @@ inline constexpr TableControl SOILPROFILE{
     {.hint =
          "Layers from the top: thickness in the unit of length, P- and S-wave velocity in that unit per "
          "second, density, Poisson's ratio from 0 to 0.5, damping factor; the last row is the half-space."}};
+inline constexpr GraphControl PROFILE{
+    Panel::FMODELING,
+    "PROFILE",
+    "Picture of the layers",
+    {.hint = "Shear wave velocity over depth of the layers in the table, as they are typed."}};
 inline constexpr TableControl SOILPROFILE_DFLT{
     Panel::FMODELING, "SOILPROFILE_DFLT",
     "Defaults",       1,
@@ -265,6 +270,7 @@ inline constexpr const Control* kControls[] = {&ANALYSISTYPE,
                                                &E3D_FDB,
                                                &NLAYERS,
                                                &SOILPROFILE,
+                                               &PROFILE,
                                                &SOILPROFILE_DFLT,
                                                &UPDATE_PROFILE1,
                                                &UPDATE_PROFILE2,

@@ -133,6 +133,12 @@ inline constexpr NumericControl BBIRF_V4{
              "second; V1 is the highest.",
      .unit = "length/s",
      .min = 0.0}};
+inline constexpr GraphControl WINDOWS{
+    Panel::IRFSETPNL,
+    "WINDOWS",
+    "Windows over the impulse response",
+    {.hint = "Impulse response of the pair with both windows: drag a corner and its fields follow; the first "
+             "markers are those of the enhanced window, the others those of the backbone window."}};
 inline constexpr ButtonControl APPLY{
     Panel::IRFSETPNL,
     "APPLY",
@@ -149,8 +155,8 @@ inline constexpr ButtonControl CANCEL{Panel::IRFSETPNL, "CANCEL", "Cancel", {.hi
 
 /// All of the above, in the order of the panel.
 inline constexpr const Control* kControls[] = {
-    &MEASID,   &REFCHNL,  &DSPCHNL,  &RECORDLENGTH,    &SITECAT,  &IRFMODE,  &SMIRF_T1, &SMIRF_T2,
-    &SMIRF_T3, &SMIRF_T4, &SMIRF_V1, &SMIRF_V2,        &SMIRF_V3, &SMIRF_V4, &BBIRF_V1, &BBIRF_V2,
-    &BBIRF_V3, &BBIRF_V4, &APPLY,    &COMMANDBUTTON_3, &OK,       &CANCEL};
+    &MEASID,   &REFCHNL,  &DSPCHNL,  &RECORDLENGTH, &SITECAT,         &IRFMODE,  &SMIRF_T1, &SMIRF_T2,
+    &SMIRF_T3, &SMIRF_T4, &SMIRF_V1, &SMIRF_V2,     &SMIRF_V3,        &SMIRF_V4, &BBIRF_V1, &BBIRF_V2,
+    &BBIRF_V3, &BBIRF_V4, &WINDOWS,  &APPLY,        &COMMANDBUTTON_3, &OK,       &CANCEL};
 
 }  // namespace sondera::irfsetpnl

@@ -15,8 +15,10 @@ inline constexpr ListItem kDataTypes[] = {{"Time Histories", 0},
                                           {"Cross Power Spectra(58 Format)", 4}};
 inline constexpr ListItem kSourceInstrumented[] = {{"No", 0}, {"Yes", 1}};
 
-inline constexpr TextControl MEASID{
-    Panel::LOADTXDATA, "MEASID", "Measurement ID", {.hint = "Id of the new measurement, up to 255 bytes."}};
+inline constexpr TextControl MEASID{Panel::LOADTXDATA,
+                                    "MEASID",
+                                    "Measurement ID",
+                                    {.hint = "Id of the new measurement, up to 255 bytes.", .max = 255.0}};
 inline constexpr IntControl NCHANS{
     Panel::LOADTXDATA,
     "NCHANS",
@@ -223,6 +225,12 @@ inline constexpr NumericControl WLENGTHFILTER{
              "are dropped, above 0.",
      .min = 0.0,
      .step = 0.05}};
+inline constexpr TextControl PREVIEW{
+    Panel::LOADTXDATA,
+    "PREVIEW",
+    "First file",
+    {.hint = "First lines of the first file that is named, and what the program understands of it.",
+     .role = Role::TextBox}};
 inline constexpr ButtonControl LOAD{
     Panel::LOADTXDATA, "LOAD", "Load", {.hint = "Reads the files as a new measurement."}};
 inline constexpr ButtonControl CANCEL{Panel::LOADTXDATA, "CANCEL", "Cancel", {.hint = "Hides this panel."}};
@@ -237,6 +245,6 @@ inline constexpr const Control* kControls[] = {
     &LOCRECNO0,    &LOC_SRC,      &LOCRECNO1,    &LOC_REC1,      &LOCRECNO2,    &LOC_REC2,     &LOCRECNO3,
     &LOC_REC3,     &LOCRECNO4,    &LOC_REC4,     &LOCRECNO5,     &LOC_REC5,     &LOCRECNO6,    &LOC_REC6,
     &LOCRECNO7,    &LOC_REC7,     &LOCRECNO8,    &LOC_REC8,      &LENGTHUNIT,   &SITECAT,      &WLENGTHFILTER,
-    &LOAD,         &CANCEL};
+    &PREVIEW,      &LOAD,         &CANCEL};
 
 }  // namespace sondera::loadtxdata
