@@ -46,7 +46,9 @@ std::string KindAndRole(const Control& c) {
 }
 
 /// "Hz, 0 to 100", "above -5", from the known facts.
-std::string UnitAndRange(const Facts& f) {
+std::string UnitAndRange(const Control& c) {
+  const Facts& f = c.facts;
+  if (c.kind == ControlKind::Text) return std::isfinite(f.max) ? "bytes, to " + script::TextOf(f.max) : "";
   const bool low = std::isfinite(f.min), high = std::isfinite(f.max);
   std::string text(f.unit == "length"     ? "unit of length"
                    : f.unit == "length/s" ? "unit of length per s"
@@ -87,7 +89,7 @@ std::string Meaning(const Control& c) {
 std::string Row(const Control& c) {
   std::string row = "|";
   for (const std::string& cell : {"`" + std::string(c.name) + "`", Escaped(SpokenName(c)), KindAndRole(c),
-                                  UnitAndRange(c.facts), Escaped(FirstValue(c)), Escaped(Meaning(c))})
+                                  UnitAndRange(c), Escaped(FirstValue(c)), Escaped(Meaning(c))})
     row += cell.empty() ? " |" : " " + cell + " |";
   return row + "\n";
 }

@@ -13,6 +13,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 
 #include "gui/dispatch.h"
 #include "gui/fields.h"
@@ -63,6 +64,7 @@ void ConnectLine(const Control& c, QLineEdit& line) {
     }
     return;
   }
+  if (std::isfinite(c.facts.max)) LimitBytes(line, static_cast<int>(c.facts.max));
   const auto take = [&c, &line] {
     if (!line.isReadOnly()) DispatchText(c, FromQt(line.text()));
   };
@@ -180,6 +182,7 @@ void ShowValue(const Control& c, QWidget* widget) {
   } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
     const QString text = ToQt(TextOf(c));
     if (line->text() != text) line->setText(text);
+    if (line->isReadOnly()) line->setCursorPosition(0);  // a long text is seen from its beginning
     line->setModified(false);
   } else if (auto* box = qobject_cast<QPlainTextEdit*>(widget)) {
     ShowTextBox(*box, ToQt(TextOf(c)));

@@ -36,7 +36,8 @@ namespace sondera {
 QWidget* MakeForm(Panel panel, QWidget* parent);
 bool HasForm(Panel panel);
 
-/// One form and its panel. Exists as long as the form (it is deleted with it).
+/// One form and its panel. Exists as long as the form (it is deleted with it). For a text, the largest value of
+/// its facts is the number of bytes that its field accepts.
 class Binder {
  public:
   /// Binds all controls of the panel that have a widget in the form, and shows their present state. Forms of

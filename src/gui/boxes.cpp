@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "gui/fields.h"
 #include "gui/qt_text.h"
 #include "runtime/version.h"
 
@@ -128,14 +129,7 @@ std::optional<std::string> AskText(std::string_view title, std::string_view text
   box.setInputMode(QInputDialog::TextInput);
   if (auto* field = box.findChild<QLineEdit*>()) {
     field->setAccessibleName(ToQt(text));
-    if (maxLength >= 0)
-      QObject::connect(field, &QLineEdit::textEdited, field, [field, maxLength](const QString& typed) {
-        const QString cut = CutToBytes(typed, maxLength);
-        if (cut == typed) return;
-        const int at = field->cursorPosition();
-        field->setText(cut);
-        field->setCursorPosition(std::min<int>(at, static_cast<int>(cut.size())));
-      });
+    if (maxLength >= 0) LimitBytes(*field, maxLength);
   }
   if (box.exec() != QDialog::Accepted) return {};
   return FromQt(box.textValue());

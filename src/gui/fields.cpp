@@ -5,6 +5,7 @@
 #include <QColorDialog>
 #include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -38,6 +39,17 @@ std::optional<double> NumberFromText(std::string_view text, bool whole) {
 }
 
 // ---- NumberField ------------------------------------------------------------------------------------------------
+
+void LimitBytes(QLineEdit& field, int bytes) {
+  QObject::connect(&field, &QLineEdit::textEdited, &field, [&field, bytes](const QString& typed) {
+    const QString cut = CutToBytes(typed, bytes);
+    if (cut == typed) return;
+    const int at = field.cursorPosition();
+    field.setText(cut);
+    field.setCursorPosition(std::min<int>(at, static_cast<int>(cut.size())));
+    field.setModified(true);
+  });
+}
 
 NumberField::NumberField(QWidget* parent) : QLineEdit(parent) {
   setAcceptDrops(false);

@@ -19,6 +19,9 @@ std::string NumberText(double value);
 /// number that is not finite. Whole: fractions are truncated, numbers beyond an int are refused.
 std::optional<double> NumberFromText(std::string_view text, bool whole = false);
 
+/// Cuts what is typed into the field at so many bytes of UTF-8, between two characters.
+void LimitBytes(QLineEdit& field, int bytes);
+
 /// A number with up to 17 digits. Enter, or leaving the field with a changed text, commits; a text that is
 /// not a number stays visible in the error colour, with a tool tip that says why, and is not stored. Escape
 /// restores the former number.

@@ -22,6 +22,7 @@
 #include "gui/loop.h"
 #include "gui/main_window.h"
 #include "gui/qt_text.h"
+#include "gui/question_strip.h"
 #include "gui/refresh.h"
 #include "runtime/dialogs.h"
 #include "runtime/version.h"
@@ -119,6 +120,10 @@ bool InstallWindows() {
   f.confirm = [](std::string_view title, std::string_view text) {
     FlushViews();
     return AskYesNo(title, text);
+  };
+  f.confirmOnPage = [](Panel page, std::string_view title, std::string_view text) {
+    FlushViews();
+    return AskOnPage(page, title, text);
   };
   f.prompt = [](std::string_view title, std::string_view text, int maxLength) {
     FlushViews();

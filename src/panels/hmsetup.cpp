@@ -15,6 +15,7 @@
 #include "runtime/catalogue/hwsetup.h"
 #include "runtime/dialogs.h"
 #include "runtime/files.h"
+#include "runtime/utf8.h"
 
 namespace sondera {
 namespace {
@@ -45,8 +46,8 @@ int SelectMeasurement(const std::string& measID) {
 
 void Rename(int key, const std::string& measID) {
   for (IDInfo& id : MeasDB.idList)
-    if (id.key == key) id.MeasID = measID.substr(0, kLongestID);
-  session.curMeasID = measID.substr(0, kLongestID);
+    if (id.key == key) id.MeasID = BeginningOf(measID, kLongestID);
+  session.curMeasID = BeginningOf(measID, kLongestID);
   SetCtrlVal(hmsetup::MEASID, session.curMeasID);
   RefillLists();
   RefreshWindowTitle();
@@ -64,7 +65,7 @@ int UpdateMeasIDListCallback(Panel, ControlId, Event event, long) {
 int UpdateProjIDCallback(Panel, ControlId, Event event, long) {
   if (event == Event::GotFocus) panelsState.edited.projID = GetCtrlVal(hmsetup::PROJID);
   if (event != Event::Commit) return 0;
-  const std::string projID = GetCtrlVal(hmsetup::PROJID).substr(0, kLongestProjectID);
+  const std::string projID(BeginningOf(GetCtrlVal(hmsetup::PROJID), kLongestProjectID));
   for (IDInfo& id : MeasDB.idList)
     if (id.ProjID == panelsState.edited.projID) id.ProjID = projID;
   session.curProjID = projID;

@@ -25,7 +25,8 @@ bool PreviewAccepted() {
     SetCtrlVal(*rings[i], previewValues[i]);
   }
   DoPreviewPlotting();
-  const bool accepted = ConfirmPopup(session.appTitle, "Accept the current measurements ?");
+  const bool accepted =
+      ConfirmOnPage(Panel::MEASPANEL, session.appTitle, "Accept the current measurements ?");
   for (std::size_t i = 0; i < std::size(rings); ++i) SetCtrlIndex(*rings[i], indices[i]);
   return accepted;
 }

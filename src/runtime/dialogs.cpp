@@ -6,6 +6,7 @@
 #include "numeric/nrerror.h"
 #include "runtime/changes.h"
 #include "runtime/session_watch.h"
+#include "runtime/utf8.h"
 
 namespace sondera {
 namespace {
@@ -57,9 +58,10 @@ int ShowRefusal(const Refusal& refusal) {
 
 namespace {
 
-bool AskConfirm(std::string_view title, std::string_view text) {
+bool AskConfirm(std::optional<Panel> page, std::string_view title, std::string_view text) {
   if (state.laid.confirm) return *std::exchange(state.laid.confirm, std::nullopt);
   FlushChanges();
+  if (page && state.frontEnd.confirmOnPage) return state.frontEnd.confirmOnPage(*page, title, text);
   return state.frontEnd.confirm && state.frontEnd.confirm(title, text);
 }
 
@@ -69,12 +71,19 @@ FileChoice AskFile(const FileRequest& request) {
   return state.frontEnd.selectFile ? state.frontEnd.selectFile(request) : FileChoice{};
 }
 
+bool Confirm(std::optional<Panel> page, std::string_view title, std::string_view text) {
+  const bool yes = AskConfirm(page, title, text);
+  if (TheSessionWatcher().confirmed) TheSessionWatcher().confirmed(yes);
+  return yes;
+}
+
 }  // namespace
 
 bool ConfirmPopup(std::string_view title, std::string_view text) {
-  const bool yes = AskConfirm(title, text);
-  if (TheSessionWatcher().confirmed) TheSessionWatcher().confirmed(yes);
-  return yes;
+  return Confirm(std::nullopt, title, text);
+}
+bool ConfirmOnPage(Panel page, std::string_view title, std::string_view text) {
+  return Confirm(page, title, text);
 }
 
 bool PersonAnswers() {
@@ -89,8 +98,8 @@ std::optional<std::string> PromptPopup(std::string_view title, std::string_view 
     FlushChanges();
     if (state.frontEnd.prompt) answer = state.frontEnd.prompt(title, text, maxLength);
   }
-  if (answer && maxLength >= 0 && answer->size() > static_cast<std::size_t>(maxLength))
-    answer->resize(static_cast<std::size_t>(maxLength));
+  if (answer && maxLength >= 0)
+    answer->resize(BeginningOf(*answer, static_cast<std::size_t>(maxLength)).size());
   if (TheSessionWatcher().prompted) TheSessionWatcher().prompted(answer);
   return answer;
 }

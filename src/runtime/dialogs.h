@@ -52,6 +52,8 @@ struct FrontEnd {
   std::string name = "none";
   std::function<void(std::string_view title, std::string_view text)> message;
   std::function<bool(std::string_view title, std::string_view text)> confirm;
+  /// The same beside what it is about, on a page. Empty: as confirm.
+  std::function<bool(Panel page, std::string_view title, std::string_view text)> confirmOnPage;
   std::function<std::optional<std::string>(std::string_view title, std::string_view text, int maxLength)>
       prompt;
   std::function<FileChoice(const FileRequest&)> selectFile;
@@ -80,6 +82,9 @@ int ShowRefusal(const Refusal& refusal);
 
 /// Asks a yes/no question. True is yes.
 bool ConfirmPopup(std::string_view title, std::string_view text);
+
+/// The same about something that a page shows: windows ask it there, so that no box hides it.
+bool ConfirmOnPage(Panel page, std::string_view title, std::string_view text);
 
 /// Whether a person sees questions and answers them.
 bool PersonAnswers();

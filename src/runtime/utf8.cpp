@@ -61,6 +61,17 @@ std::string ValidText(std::string_view text) {
   return sound;
 }
 
+std::string_view BeginningOf(std::string_view text, std::size_t bytes) {
+  if (text.size() <= bytes) return text;
+  // The cut is good unless a character begins up to three bytes before it and reaches over it.
+  for (std::size_t back = 1; back <= 3 && back <= bytes; ++back) {
+    std::uint32_t letter = 0;
+    const std::size_t length = CharacterAt(text.substr(bytes - back), letter);
+    if (length > back) return text.substr(0, bytes - back);
+  }
+  return text.substr(0, bytes);
+}
+
 std::size_t LettersOf(std::string_view text) {
   std::size_t count = 0;
   for (; !text.empty(); ++count) NextLetter(text);

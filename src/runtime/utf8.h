@@ -22,6 +22,9 @@ void PutLetter(std::string& text, std::uint32_t letter);
 /// The text as valid UTF-8 in one line: invalid bytes as Latin-1, control characters as spaces.
 std::string ValidText(std::string_view text);
 
+/// The longest beginning of at most that many bytes that cuts no character. Bytes that are no UTF-8 are cut anywhere.
+std::string_view BeginningOf(std::string_view text, std::size_t bytes);
+
 /// Letters of a text.
 std::size_t LettersOf(std::string_view text);
 

@@ -68,5 +68,17 @@ TEST(NumberField, WhatTheProgramWritesIsNoEntry) {
   EXPECT_EQ(entered.count(), 0);
 }
 
+TEST(LimitBytes, CutsWhatIsTypedAtACharacter) {
+  QLineEdit field;
+  LimitBytes(field, 5);
+  QTest::keyClicks(&field, QString::fromUtf8("ab\u00E4\u00E4"));  // 2 + 2 + 2 bytes
+  EXPECT_EQ(field.text(), QString::fromUtf8("ab\u00E4"));
+  EXPECT_TRUE(field.isModified());
+  QTest::keyClicks(&field, "cd");
+  EXPECT_EQ(field.text(), QString::fromUtf8("ab\u00E4c"));
+  field.setText("the program writes what it likes");
+  EXPECT_EQ(field.text().size(), 32);
+}
+
 }  // namespace
 }  // namespace sondera

@@ -1,8 +1,11 @@
 // A measuring run at a window: preview, pause, stop, and a window that is closed during the run.
+#include <QFrame>
+#include <QLabel>
 #include <cmath>
 #include <filesystem>
 
 #include "acquisition/acquisition_state.h"
+#include "gui/dispatch.h"
 #include "panels/mainmenu_project.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -46,29 +49,99 @@ class MeasuringWindow : public test::WindowSession {
   QTimer watch_;
 };
 
-TEST_F(MeasuringWindow, TheRecordStandsBehindTheQuestionOfThePreview) {
+/// The strip with the question of the preview, while it is there.
+QFrame* Strip() {
+  auto* strip = MainWindowWidget()->findChild<QFrame*>("questionStrip");
+  return strip && strip->isVisible() ? strip : nullptr;
+}
+
+TEST_F(MeasuringWindow, ThePreviewAsksBelowTheRecord) {
   session.measOptions.previewOn = 1;
-  Hw().nAverage = 2;
-  Answer("Yes");
-  Answer("No");
-  Answer("Yes");
+  Hw().nAverage = 3;
   std::size_t points = 0;
-  std::string title;
+  std::string title, text;
+  int question = 0;
   inRun = [&] {
-    if (!QApplication::activeModalWidget()) return;
+    QFrame* strip = Strip();
+    if (!strip || QApplication::activeModalWidget()) return;
     const auto& plots = GraphOf(measpanel::DISPLAY_A).plots;
     points = plots.empty() ? 0 : plots[0].x.size();
     title = GraphOf(measpanel::DISPLAY_A).title;
+    text = strip->findChild<QLabel*>()->text().toStdString();
+    EXPECT_LT(
+        WidgetOf(measpanel::DISPLAY_A)->mapToGlobal(QPoint(0, WidgetOf(measpanel::DISPLAY_A)->height())).y(),
+        strip->mapToGlobal(QPoint(0, 1)).y())
+        << "it does not hide the graph";
+    const QList<QPushButton*> buttons = strip->findChildren<QPushButton*>();
+    ASSERT_EQ(buttons.size(), 2);
+    switch (question++) {
+      case 0:
+        QTest::mouseClick(buttons[0], Qt::LeftButton);  // Yes
+        break;
+      case 1:
+        QTest::mouseClick(buttons[1], Qt::LeftButton);  // No: one blow more
+        break;
+      case 2:
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        break;
+      case 3:
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        break;
+      default:
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Y);
+    }
   };
   Run([&] {
-    EXPECT_TRUE(WidgetOf(measpanel::SASWSTART)->isEnabled());
+    SetActiveTabPage(Panel::PANEL, 0);
+    QTest::qWait(20);
     Click(measpanel::SASWSTART);
-    EXPECT_EQ(GetCtrlVal(measpanel::DISPA_AVGCOUNT), "Averages: 2");
-    EXPECT_FALSE(GraphOf(measpanel::DISPLAY_A).plots.empty());
+    EXPECT_EQ(GetCtrlVal(measpanel::DISPA_AVGCOUNT), "Averages: 3");
+    EXPECT_FALSE(Strip());
   });
-  EXPECT_EQ(asked, std::vector<std::string>(3, "Accept the current measurements ?"));
+  EXPECT_EQ(question, 5) << "three were accepted, two were not";
+  EXPECT_EQ(text, "Accept the current measurements ?");
+  EXPECT_TRUE(asked.empty()) << "no box";
   EXPECT_EQ(points, 1024u);
   EXPECT_EQ(title, "measID[1] Time Trace");
+}
+
+TEST_F(MeasuringWindow, NothingElseTakesTheMouseWhileThePreviewAsks) {
+  session.measOptions.previewOn = 1;
+  Hw().nAverage = 1;
+  int looks = 0;
+  inRun = [&] {
+    QFrame* strip = Strip();
+    if (!strip) return;
+    const int type = GetCtrlVal(measpanel::DISPATYPE);
+    QTest::keyClick(WidgetOf(measpanel::DISPATYPE), Qt::Key_Down);
+    Click(measpanel::STOPMEAS);
+    MainWindowWidget()->close();
+    EXPECT_EQ(GetCtrlVal(measpanel::DISPATYPE), type);
+    EXPECT_EQ(measRun.measStopped, 0);
+    EXPECT_TRUE(MainWindowWidget()->isVisible());
+    if (++looks == 2) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  };
+  Run([&] {
+    SetActiveTabPage(Panel::PANEL, 0);
+    QTest::qWait(20);
+    Click(measpanel::SASWSTART);
+    EXPECT_EQ(looks, 2);
+    EXPECT_EQ(session.avgCount, 1);
+  });
+  EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(MeasuringWindow, BehindAnotherPageThePreviewAsksByABox) {
+  session.measOptions.previewOn = 1;
+  Hw().nAverage = 1;
+  Answer("Yes");
+  Run([&] {
+    SetActiveTabPage(Panel::PANEL, 1);
+    QTest::qWait(20);
+    DispatchPress(measpanel::SASWSTART);
+    EXPECT_EQ(session.avgCount, 1);
+  });
+  EXPECT_EQ(asked, std::vector<std::string>{"Accept the current measurements ?"});
 }
 
 TEST_F(MeasuringWindow, PauseAndStopAreLiveAndTheRestIsNot) {

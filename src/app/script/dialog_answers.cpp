@@ -24,6 +24,7 @@ DialogAnswers::DialogAnswers(bool assumeYes) : former_(CurrentFrontEnd()), assum
     complaints_.push_back(WithoutLineEnd(text));
   };
   mine.confirm = [this](std::string_view, std::string_view text) { return confirm(text); };
+  mine.confirmOnPage = nullptr;
   mine.prompt = [this](std::string_view, std::string_view text, int) { return prompt(text); };
   mine.selectFile = [this](const FileRequest& request) { return selectFile(request); };
   mine.processEvents = [this] {

@@ -14,12 +14,13 @@ inline constexpr TextControl PROJID{
     "PROJID",
     "Project ID",
     "ProjID",
-    {.hint = "Id of the project, up to 255 bytes; result files are named by it."}};
-inline constexpr TextControl MEASID{Panel::HMSETUP,
-                                    "MEASID",
-                                    "Measurement ID",
-                                    "measID",
-                                    {.hint = "Id of the measurement, up to 255 bytes; a commit renames it."}};
+    {.hint = "Id of the project, up to 247 bytes; result files are named by it.", .max = 247.0}};
+inline constexpr TextControl MEASID{
+    Panel::HMSETUP,
+    "MEASID",
+    "Measurement ID",
+    "measID",
+    {.hint = "Id of the measurement, up to 255 bytes; a commit renames it.", .max = 255.0}};
 inline constexpr ListControl MEASIDLISTBOX{
     Panel::HMSETUP,
     "MEASIDLISTBOX",
