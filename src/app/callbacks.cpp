@@ -4,6 +4,7 @@
 
 #include "app/devices.h"
 #include "app/export_menu.h"
+#include "app/script/log_menu.h"
 #include "app/shutdown.h"
 #include "panels/analresult.h"
 #include "panels/asavedlg.h"
@@ -25,6 +26,7 @@
 #include "panels/inversion_start.h"
 #include "panels/irfsetpnl.h"
 #include "panels/loadshots.h"
+#include "panels/irfsetpnl_picture.h"
 #include "panels/loadtxdata.h"
 #include "panels/mainmenu.h"
 #include "panels/mainmenu_analysis.h"
@@ -91,6 +93,9 @@ struct CallbackRow {
 
 constexpr CallbackRow kSession[] = {
     {&mainmenu::QUIT, QuitCallback},
+    {&mainmenu::LOG_BEGIN, script::LogBeginCallback},
+    {&mainmenu::LOG_END, script::LogEndCallback},
+    {&mainmenu::LOG_RUN, script::LogRunCallback},
     {&panel::CLOSE, QuitProgCallback},
     {&devpanel::FIND, FindBoardsCallback},
     {&devpanel::OK, DeviceSetupOKCallback},
@@ -332,6 +337,8 @@ constexpr CallbackRow kGraphs[] = {
     {&measpanel::DISPLAY_B, DisplayCallback},
     {&sasw::DISPLAY_A, DisplayCallback},
     {&sasw::DISPLAY_B, DisplayCallback},
+    {&sasw::PAIRCURVE, PairCurveCallback},
+    {&irfsetpnl::WINDOWS, FilterWindowsCallback},
     {&dispcurv::DISPGRAPH, SetupDispCurveCallback},
     {&exdthd::CURVES, SetupEXDTHDCallback},
     {&exdthd::PROFILE, SetupEXDTHDCallback},

@@ -144,6 +144,7 @@ bool EnterCell(const TableControl& c, int row, int column, double value);
 
 // --- attributes ---
 
+/// Dimmed by the logic. A control that is not dimmed can still refuse, while something runs (Answers of control_lock.h).
 bool IsDimmed(const Control& c);
 void SetDimmed(const Control& c, bool dimmed);
 bool IsVisible(const Control& c);
@@ -151,7 +152,9 @@ void SetVisible(const Control& c, bool visible);
 std::string GetCtrlLabel(const Control& c);
 void SetCtrlLabel(const Control& c, std::string_view label);
 
-/// Panels: shown or hidden, and the window title.
+/// Panels: shown or hidden, and the window title. A panel that is shown already is shown again: windows bring it to the
+/// front. Of the four pages the one shown last comes to the front; hiding one has no visible effect. A tab page of
+/// HMSETUP shows that window with the tab in front.
 void DisplayPanel(Panel p);
 void HidePanel(Panel p);
 bool IsPanelShown(Panel p);

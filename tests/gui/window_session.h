@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
@@ -71,8 +72,8 @@ class WindowSession : public ::testing::Test {
   }
   static void Click(const Control& c) { QTest::mouseClick(WidgetOf(c), Qt::LeftButton); }
 
-  /// Answer of the next box: the caption of its button, or "file:PATH", before which "kind:TEXT" chooses a
-  /// kind of files.
+  /// Answer of the next box: the caption of its button, "text:TEXT", or "file:PATH", before which "kind:TEXT"
+  /// chooses a kind of files. Without one the box is cancelled.
   void Answer(const std::string& answer) { answers.push_back(answer); }
 
   TempFolder folder;
@@ -110,6 +111,18 @@ class WindowSession : public ::testing::Test {
       dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
           ->setText(QString::fromStdString(wanted.substr(5)));
       QMetaObject::invokeMethod(dialog, "accept", Qt::DirectConnection);
+    } else if (auto* prompt = qobject_cast<QInputDialog*>(modal)) {
+      asked.push_back(prompt->labelText().toStdString());
+      const std::string wanted = Next("");
+      if (!wanted.starts_with("text:")) {
+        prompt->reject();
+        return;
+      }
+      prompt->setTextValue(QString::fromStdString(wanted.substr(5)));
+      prompt->accept();
+    } else if (auto* other = qobject_cast<QDialog*>(modal)) {
+      asked.push_back(other->windowTitle().toStdString());
+      other->reject();
     }
   }
   std::string Next(const std::string& otherwise) {

@@ -47,7 +47,10 @@ std::string WordOf(const Line& line) {
 }  // namespace
 
 Run::Run(std::string name, const RunOptions& options)
-    : name_(std::move(name)), dialogs_(options.assumeYes), overwrite_(options.overwrite) {
+    : name_(std::move(name)),
+      dialogs_(options.assumeYes),
+      overwrite_(options.overwrite),
+      onFault_(options.onFault) {
   dialogs_.onPoll = [this] { poll(); };
 }
 
@@ -135,6 +138,7 @@ void Run::checkEnd(int number) {
 void Run::report(int number, const std::string& word, const std::string& reason) {
   std::fflush(stdout);
   PrintFault(name_, number, word, reason);
+  if (onFault_) onFault_(name_ + ":" + std::to_string(number) + ": " + word + ": " + reason);
   ++failed_;
   stopped_ = stopped_ || !continueOnError_;
 }

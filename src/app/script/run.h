@@ -20,6 +20,8 @@ namespace sondera::script {
 struct RunOptions {
   bool assumeYes = false;  ///< answers yes/no questions that have no other answer
   bool overwrite = false;  ///< existing files are overwritten, regardless of the line
+  /// Gets each line that failed, besides standard error: "SCRIPT:LINE: WORD: reason".
+  std::function<void(const std::string& text)> onFault = {};
 };
 
 class Run {
@@ -78,6 +80,7 @@ class Run {
   bool overwrite_ = false, continueOnError_ = false;
   bool stopped_ = false;
   int failed_ = 0;
+  std::function<void(const std::string&)> onFault_;
   std::function<void()> watcher_;  // of the word that runs
   int haltPolls_ = 0, polls_ = 0;  // 0: no halt requested; polls of runs since the request
   bool halted_ = false;            // by this line

@@ -160,9 +160,10 @@ void Entered(const Input& input) {
   if (sessionLog.depth == 1) sessionLog.act.input = LineOfEntry(input);
 }
 
-/// Inside another action only the button that ends it is possible: that is a halt at the poll that processed
-/// it.
+/// The action that begins a log is not part of it. Inside another action only the button that ends it is
+/// possible: that is a halt at the poll that processed it.
 void Ends(const Input& input, bool refused) {
+  if (sessionLog.depth == 0) return;
   Act& act = sessionLog.act;
   if (sessionLog.depth > 1 && input.control && input.control == EndingControl() && PressHalted() &&
       act.haltAt == 0)
@@ -226,6 +227,17 @@ std::string BeginLog(const std::string& name, const std::string& script) {
   WriteOut(std::string(kHeader) + "\n" + std::string(kSecondLine) + ", Sondera " + std::string(kVersion) +
            "\n");
   return sessionLog.trouble;
+}
+
+std::string BeginLogOn(const std::string& path, const std::string& project) {
+  const std::string fault = BeginLog(path);
+  if (fault.empty() && !project.empty())
+    WriteAct({"open " + PathText(JoinUnlessAbsolute(CurrentDirectory(), project))}, false, nullptr);
+  return fault.empty() ? sessionLog.trouble : fault;
+}
+
+bool IsLogging() {
+  return IsOn();
 }
 
 std::string EndLog() {

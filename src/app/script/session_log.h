@@ -17,6 +17,11 @@ namespace sondera::script {
 /// Begins a log. An existing file is replaced only when it is a log, and not when it is the script to be run.
 /// Empty, or why there is no log.
 std::string BeginLog(const std::string& path, const std::string& script = {});
+/// The same in the middle of a session: the log begins with the saved project.
+/// @param project  its file; empty: it has none
+std::string BeginLogOn(const std::string& path, const std::string& project);
+/// Whether a log is being written.
+bool IsLogging();
 /// Ends it. Empty, or why the log is incomplete.
 std::string EndLog();
 

@@ -141,6 +141,16 @@ inline constexpr MenuControl PRINT_PROF_WIN{"PRINT_PROF_WIN",
                                             "Profile",
                                             {.hint = "Prints the graph of the profile on a printer, or to a "
                                                      "file .pdf, .svg or .png by the ending of its name."}};
+inline constexpr MenuControl LOG_BEGIN{
+    "LOG_BEGIN",
+    "File/Log",
+    "Begin",
+    {.hint = "Writes each action from now on to a file that can be run again."}};
+inline constexpr MenuControl LOG_END{"LOG_END", "File/Log", "End", {.hint = "Ends the log of the session."}};
+inline constexpr MenuControl LOG_RUN{"LOG_RUN",
+                                     "File/Log",
+                                     "Run Log or Script",
+                                     {.hint = "Runs a log, or another script, on the project that is open."}};
 inline constexpr MenuControl QUIT{"QUIT", "File", "Exit", {.hint = "Ends the program after a question."}};
 
 inline constexpr auto UNDO = Dimmed(MenuControl{
@@ -288,6 +298,9 @@ inline constexpr const Control* kControls[] = {&NEW_MEASUREMENT,
                                                &PRINT_DISP_CURVE,
                                                &PRINT_FM_INV,
                                                &PRINT_PROF_WIN,
+                                               &LOG_BEGIN,
+                                               &LOG_END,
+                                               &LOG_RUN,
                                                &QUIT,
                                                &UNDO,
                                                &REDO,
