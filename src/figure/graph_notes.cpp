@@ -41,7 +41,7 @@ std::vector<PlacedNote> PlaceNotes(const GraphModel& graph, const PixelAxis& x, 
                                    const std::function<double(const std::string&)>& width, double height,
                                    double gap) {
   std::vector<PlacedNote> placed;
-  for (const NoteModel& note : graph.notes) {
+  for (const NoteModel& note : graph.sideNotes) {
     const PixelPoint at = {x.PixelOf(note.x), y.PixelOf(note.y)};
     const bool there = at.x >= area.left - kSlack && at.x <= area.right + kSlack &&
                        at.y >= area.top + 0.5 * height && at.y <= area.bottom - 0.5 * height;

@@ -70,7 +70,7 @@ void PaintHatching(QPainter& painter, const HatchModel& hatching, const GraphFra
 }
 
 void PaintNotes(QPainter& painter, const GraphModel& graph, const GraphFrame& frame) {
-  if (graph.notes.empty()) return;
+  if (graph.sideNotes.empty()) return;
   const QFontMetricsF metrics(frame.font);
   const auto width = [&](const std::string& text) { return metrics.horizontalAdvance(ToQt(text)); };
   painter.setFont(frame.font);

@@ -76,7 +76,7 @@ std::string HatchingsPhrase(const GraphModel& g) {
 
 std::string NotesPhrase(const GraphModel& g) {
   std::string phrase;
-  for (const NoteModel& note : g.notes) phrase += (phrase.empty() ? "notes " : ", ") + note.text;
+  for (const NoteModel& note : g.sideNotes) phrase += (phrase.empty() ? "notes " : ", ") + note.text;
   return phrase;
 }
 

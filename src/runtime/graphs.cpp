@@ -122,7 +122,7 @@ int PlotHatching(const GraphControl& c, double y1, double y2, std::string label)
 
 int PlotNote(const GraphControl& c, double x, double y, std::string text) {
   GraphModel& g = ModelOf(c);
-  g.notes.push_back({g.nextHandle, x, y, std::move(text)});
+  g.sideNotes.push_back({g.nextHandle, x, y, std::move(text)});
   Changed(c, g);
   return g.nextHandle++;
 }
@@ -133,7 +133,7 @@ void DeleteGraphPlot(const GraphControl& c, int handle) {
   std::erase_if(g.plots, isGone);
   std::erase_if(g.rectangles, isGone);
   std::erase_if(g.hatchings, isGone);
-  std::erase_if(g.notes, isGone);
+  std::erase_if(g.sideNotes, isGone);
   if (handle == -1) {
     g.topLabels.clear();
     g.note.clear();

@@ -113,7 +113,7 @@ struct GraphModel {
   std::vector<RectangleModel> rectangles;
   std::vector<TopLabel> topLabels;  ///< in ascending order; those without room are left out
   std::vector<HatchModel> hatchings;
-  std::vector<NoteModel> notes;
+  std::vector<NoteModel> sideNotes;
   std::optional<IntensityModel> intensity;
   AxisModel xAxis, yAxis;
   std::vector<CursorModel> cursors;

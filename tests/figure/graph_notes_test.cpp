@@ -25,7 +25,7 @@ std::vector<PlacedNote> Placed(const GraphModel& graph) {
 
 TEST(GraphNotes, StandRightOfTheirPlaceAndWithinTheArea) {
   GraphModel graph;
-  graph.notes = {{1, 5, 10, "R 0.76"}, {2, 9.9, 4, "R 0.50"}};
+  graph.sideNotes = {{1, 5, 10, "R 0.76"}, {2, 9.9, 4, "R 0.50"}};
   const std::vector<PlacedNote> placed = Placed(graph);
   ASSERT_EQ(placed.size(), 2u);
   EXPECT_EQ(*placed[0].text, "R 0.50") << "from top to bottom";
@@ -36,8 +36,8 @@ TEST(GraphNotes, StandRightOfTheirPlaceAndWithinTheArea) {
 
 TEST(GraphNotes, WhatWouldStandOnAnotherOrOffTheAxesIsLeftOut) {
   GraphModel graph;
-  graph.notes = {{1, 5, 10, "a"},   {2, 5, 10.5, "b"},   {3, 5, 12, "c"},    {4, 11, 15, "off"},
-                 {5, 5, 30, "off"}, {6, NAN, 15, "off"}, {7, 5, NAN, "off"}, {8, 5, 0.1, "half above"}};
+  graph.sideNotes = {{1, 5, 10, "a"},   {2, 5, 10.5, "b"},   {3, 5, 12, "c"},    {4, 11, 15, "off"},
+                     {5, 5, 30, "off"}, {6, NAN, 15, "off"}, {7, 5, NAN, "off"}, {8, 5, 0.1, "half above"}};
   std::string shown;
   for (const PlacedNote& note : Placed(graph)) shown += *note.text + " ";
   EXPECT_EQ(shown, "a c ");
@@ -82,7 +82,7 @@ TEST(GraphHatching, AFigureHasBoth) {
   };
   const std::size_t before = countOf("<p");
   graph.hatchings.push_back({7, 10, 20, "not seen"});
-  graph.notes.push_back({8, 2, 5, "R 0.76"});
+  graph.sideNotes.push_back({8, 2, 5, "R 0.76"});
   EXPECT_GT(countOf("<p"), before + 20);
   EXPECT_EQ(countOf("not seen"), 1u);
   EXPECT_EQ(countOf("R 0.76"), 1u);

@@ -57,7 +57,7 @@ TEST(SpokenLine, NamesAxesCurvesMasksAndMarkers) {
 TEST(SpokenLine, NamesHatchingsAndNotes) {
   GraphModel g = Curves();
   g.hatchings.push_back({1, 15, 20, "not seen"});
-  g.notes = {{2, 1, 1, "R 0.90"}, {3, 1, 2, "R 0.54"}};
+  g.sideNotes = {{2, 1, 1, "R 0.90"}, {3, 1, 2, "R 0.54"}};
   EXPECT_EQ(
       SpokenLine(g, LimitsInForce(g)),
       "Phase Velocity 0 to 400 over Wavelength 1 to 90, logarithmic; 2 curves: H21[1:2], H31[1:3]; hatched "

@@ -255,7 +255,7 @@ TEST_F(PanelPictures, ResultsHaveResidualsHatchingAndResolution) {
   SetCtrlVal(exdthd::PLOT_INV, 0);
   Commit(exdthd::PLOT_INV);
   const GraphModel& profile = GraphOf(exdthd::PROFILE);
-  EXPECT_FALSE(profile.notes.empty());
+  EXPECT_FALSE(profile.sideNotes.empty());
   if (0.5 * longest < profile.yAxis.max) {
     ASSERT_EQ(profile.hatchings.size(), 1u);
     EXPECT_EQ(profile.hatchings[0].y1, 0.5 * longest);

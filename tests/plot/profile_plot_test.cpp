@@ -172,19 +172,19 @@ TEST_F(ProfilePlot, ResolutionStandsBesideTheMiddleOfEachLayer) {
   InvParam.resolution(1, 1) = 0.756;
   InvParam.resolution(1, 2) = 0.0;
   PlotProfile(exdthd::PROFILE, 1, "m");
-  ASSERT_EQ(Graph().notes.size(), 3u);
-  EXPECT_EQ(Graph().notes[0].text, "R 0.90");
-  EXPECT_EQ(Graph().notes[1].text, "R 0.76");
-  EXPECT_EQ(Graph().notes[2].text, "R 0.00");
-  EXPECT_EQ(Graph().notes[0].y, 1.0);
-  EXPECT_EQ(Graph().notes[1].y, 3.5);
-  EXPECT_EQ(Graph().notes[2].y, 5.75);
+  ASSERT_EQ(Graph().sideNotes.size(), 3u);
+  EXPECT_EQ(Graph().sideNotes[0].text, "R 0.90");
+  EXPECT_EQ(Graph().sideNotes[1].text, "R 0.76");
+  EXPECT_EQ(Graph().sideNotes[2].text, "R 0.00");
+  EXPECT_EQ(Graph().sideNotes[0].y, 1.0);
+  EXPECT_EQ(Graph().sideNotes[1].y, 3.5);
+  EXPECT_EQ(Graph().sideNotes[2].y, 5.75);
   // Right of the band: 201 and two deviations of 20, of which the resolution leaves the root of 0.244.
-  EXPECT_NEAR(Graph().notes[1].x, 201.0 + 40.0 * std::sqrt(1.0 - 0.756), 1e-9);
+  EXPECT_NEAR(Graph().sideNotes[1].x, 201.0 + 40.0 * std::sqrt(1.0 - 0.756), 1e-9);
   PlotProfile(exdthd::PROFILE, 0, "m");
-  EXPECT_THAT(Graph().notes, IsEmpty()) << "the starting model has none";
+  EXPECT_THAT(Graph().sideNotes, IsEmpty()) << "the starting model has none";
   PlotProfile(exdthd::PROFILE, 2, "m");
-  EXPECT_THAT(Graph().notes, IsEmpty()) << "nothing is stored";
+  EXPECT_THAT(Graph().sideNotes, IsEmpty()) << "nothing is stored";
 }
 
 TEST_F(ProfilePlot, LayersOfATableAreStairsDownIntoTheHalfSpace) {

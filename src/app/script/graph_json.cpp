@@ -114,7 +114,7 @@ std::string GraphJson(const GraphModel& g) {
   for (const TopLabel& label : g.topLabels)
     graph["top_labels"].push_back({{"x", label.x}, {"text", label.text}});
   for (const HatchModel& h : g.hatchings) graph["hatchings"].push_back(HatchJson(h));
-  for (const NoteModel& n : g.notes) graph["notes"].push_back(NoteJson(n));
+  for (const NoteModel& n : g.sideNotes) graph["side_notes"].push_back(NoteJson(n));
   const GraphLimits limits = LimitsInForce(g);
   graph["axes"] = {{"x", AxisJson(g.xAxis, limits.x)}, {"y", AxisJson(g.yAxis, limits.y)}};
   graph["intensity"] = g.intensity ? IntensityJson(*g.intensity) : ordered_json(nullptr);
