@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "panels/tmgrafpnl_stations.h"
+#include "panels/section_stations.h"
 #include "project/station_file.h"
 #include "records/measdb.h"
 #include "records/session.h"

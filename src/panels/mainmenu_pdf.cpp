@@ -12,6 +12,7 @@
 #include "report/fit_curves.h"
 #include "run/model_numbers.h"
 #include "run/run_history.h"
+#include "run/run_state.h"
 #include "runtime/atomic_writer.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
@@ -120,6 +121,7 @@ Refusal CollectPdfReport(const PdfWishes& wishes, PdfReport& report) {
   }
   int count = 0;
   choices.fixedLayers = RetrieveLayerNoFromStr(GetCtrlVal(inversion::CONST_MP_VS), count);
+  choices.run = &run;
   report.tables = CollectTables(choices);
   report.projectFile = session.projectFileName;
   report.texts = ReadSiteTexts(session.projectFileName);

@@ -3,6 +3,7 @@
 
 #include "panels/entry_lists.h"
 #include "run/model_numbers.h"
+#include "run/run_state.h"
 #include "runtime/catalogue/inversion.h"
 
 namespace sondera {
@@ -13,6 +14,7 @@ TableChoices ReadTableChoices(bool extend) {
   int count = 0;
   choices.fixedLayers = RetrieveLayerNoFromStr(GetCtrlVal(inversion::CONST_MP_VS), count);
   choices.extend = extend;
+  choices.run = &run;
   return choices;
 }
 

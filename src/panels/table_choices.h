@@ -5,7 +5,7 @@
 
 namespace sondera {
 
-/// The iterations that the results page lists, and the layers that the inversion keeps.
+/// The iterations that the results page lists, the layers that the inversion keeps, and the run in memory.
 TableChoices ReadTableChoices(bool extend);
 
 }  // namespace sondera

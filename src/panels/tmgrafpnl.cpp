@@ -6,8 +6,8 @@
 
 #include "panels/mainmenu.h"
 #include "panels/panels_state.h"
+#include "panels/section_stations.h"
 #include "panels/tmgrafpnl_draw.h"
-#include "panels/tmgrafpnl_stations.h"
 #include "plot/color_strip.h"
 #include "plot/section_plot.h"
 #include "records/measdb.h"

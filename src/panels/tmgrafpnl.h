@@ -1,5 +1,5 @@
 // tmgrafpnl.h - the panel TMGRAFPNL, the section of phase velocity along a line of stations: its lists, settings and
-// buttons. What it draws: tmgrafpnl_draw.h; stations: tmgrafpnl_stations.h.
+// buttons. What it draws: tmgrafpnl_draw.h; stations: section_stations.h, tmgrafpnl_stations.h.
 //
 // A station is a global curve (GDisp) with its location in wlenMax; `valid` 1 stands in the included list. The state is
 // panelsState.section.

@@ -10,7 +10,7 @@
 
 #include "panels/graph_events.h"
 #include "panels/panels_state.h"
-#include "panels/tmgrafpnl_stations.h"
+#include "panels/section_stations.h"
 #include "plot/section_plot.h"
 #include "project/section_io.h"
 #include "records/selection.h"

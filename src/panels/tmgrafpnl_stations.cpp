@@ -1,12 +1,12 @@
 // tmgrafpnl_stations.cpp - see tmgrafpnl_stations.h.
 #include "panels/tmgrafpnl_stations.h"
 
-#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "panels/section_stations.h"
 #include "panels/tmgrafpnl.h"
 #include "project/section_io.h"
 #include "project/station_file.h"
@@ -45,38 +45,6 @@ std::optional<double> NumberOf(const std::string& text) {
 }
 
 }  // namespace
-
-std::vector<SectionStation> SectionStations() {
-  std::vector<SectionStation> stations;
-  for (const DispInfo& curve : MeasDB.gDispList) {
-    const int held =
-        std::min({curve.nPoints, static_cast<int>(curve.wlen.size()), static_cast<int>(curve.vel.size())});
-    const auto n = static_cast<std::ptrdiff_t>(std::max(held, 0));
-    SectionStation s;
-    s.label = curve.label;
-    s.location = curve.wlenMax;
-    s.valid = curve.valid == 1;
-    s.wlen.assign(curve.wlen.data(), curve.wlen.data() + n);
-    s.vel.assign(curve.vel.data(), curve.vel.data() + n);
-    stations.push_back(std::move(s));
-  }
-  return stations;
-}
-
-DispInfo* SelectedStation(const ListControl& list) {
-  const int index = GetCtrlIndex(list);
-  if (index < 0) return nullptr;
-  const bool included = &list == &LIST_INCLUDED;
-  const std::string label = GetLabelFromIndex(list, index);
-  const auto fits = [&](const DispInfo& curve) {
-    return curve.label == label && (curve.valid == 1) == included;
-  };
-  DispInfo* curve = MeasDB.gDispList.at(static_cast<int>(GetValueFromIndex(list, index)));
-  if (curve && fits(*curve)) return curve;
-  for (DispInfo& other : MeasDB.gDispList)
-    if (fits(other)) return &other;
-  return nullptr;
-}
 
 int AddStation(const std::string& path, double location) {
   StationCurves station;

@@ -1,22 +1,12 @@
-// tmgrafpnl_stations.h - the stations of the section: the global curves of the project with their places on the line,
-// and those that a person adds. No state.
+// tmgrafpnl_stations.h - stations that a person adds to the section, and their places on the line. The stations
+// themselves: section_stations.h. No state.
 #pragma once
 
 #include <string>
-#include <vector>
 
-#include "records/measdb.h"
 #include "runtime/controls.h"
-#include "signal/section.h"
 
 namespace sondera {
-
-/// All global curves, in the order of the list: points as far as their arrays go.
-std::vector<SectionStation> SectionStations();
-
-/// The curve behind the selected item of a list of the panel: that of the item's position where label and `valid` still
-/// fit, else the first whose label and `valid` do. Null without one.
-DispInfo* SelectedStation(const ListControl& list);
 
 /// Appends the global curves of a file (project/station_file.h) at a location, each labelled "name@location". Wavelengths
 /// and velocities of a project in another unit of length are converted. 0; -1 after a message.

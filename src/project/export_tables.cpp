@@ -11,7 +11,7 @@
 #include "records/session.h"
 #include "run/posterior_covariance.h"
 #include "run/result_entries.h"
-#include "run/run_state.h"
+#include "run/system_state.h"
 #include "runtime/paths.h"
 #include "signal/spectra.h"
 
@@ -267,11 +267,12 @@ ProfileTable GivenProfile() {
   return p;
 }
 
-void AddFigures(ProfileTable& profile, double unit, bool extend) {
+void AddFigures(ProfileTable& profile, double unit, const TableChoices& choices) {
   if (profile.kind != "inverted") return;
   SiteProfile site = SiteProfileOf(profile, unit, LongestWavelength());
-  site.covariance = VelocityCovariance(run, profile.iteration);
-  if (FiguresOf(site, extend, profile.figures).empty()) profile.classes = ClassesOf(site, profile.figures);
+  if (choices.run) site.covariance = VelocityCovariance(*choices.run, profile.iteration);
+  if (FiguresOf(site, choices.extend, profile.figures).empty())
+    profile.classes = ClassesOf(site, profile.figures);
 }
 
 std::string ProjectName() {
@@ -311,7 +312,7 @@ SiteProfile SiteProfileOf(const ProfileTable& profile, double lengthUnit, double
 ProfileTable ProfileOfEntry(int entry, const TableChoices& choices) {
   if (entry < 0 || entry > InvParam.rms.hi() || InvParam.nLayers < 1) return {};
   ProfileTable profile = IterationOf(entry, choices);
-  AddFigures(profile, session.lengthUnit, choices.extend);
+  AddFigures(profile, session.lengthUnit, choices);
   return profile;
 }
 
@@ -340,7 +341,7 @@ ProjectTables CollectTables(const TableChoices& choices) {
     if (entry >= 0 && entry <= InvParam.rms.hi() && InvParam.nLayers > 0)
       tables.profiles.push_back(IterationOf(entry, choices));
   if (tables.profiles.empty() && FModelParam.nLayers > 0) tables.profiles.push_back(GivenProfile());
-  if (!tables.profiles.empty()) AddFigures(tables.profiles.back(), unit, choices.extend);
+  if (!tables.profiles.empty()) AddFigures(tables.profiles.back(), unit, choices);
   return tables;
 }
 

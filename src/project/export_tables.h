@@ -16,6 +16,8 @@
 
 namespace sondera {
 
+struct Run;
+
 using Column = std::vector<double>;
 
 struct SpectrumTable {
@@ -83,6 +85,7 @@ struct TableChoices {
   std::vector<int> iterations;   ///< stored entries, as the results page lists them
   std::vector<int> fixedLayers;  ///< from 1: kept by the inversion
   bool extend = false;           ///< Vs30 from a profile that was not seen to 30 m
+  const Run* run = nullptr;      ///< the run in memory, for the spread of the figures; null: without spread
 };
 
 /// Tables of the open project.

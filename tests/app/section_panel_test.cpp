@@ -9,8 +9,8 @@
 
 #include "panels/mainmenu_project.h"
 #include "panels/panels_state.h"
+#include "panels/section_stations.h"
 #include "panels/tmgrafpnl_draw.h"
-#include "panels/tmgrafpnl_stations.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/dispcurv.h"

@@ -302,7 +302,7 @@ TEST_F(GraphViewTest, DrawsHatchingAndNotes) {
                  to = (view->PixelOf(9.9, y1) * scale).toPoint();
     int dark = 0;
     for (int y = from.y(); y < to.y(); ++y)
-      for (int x = from.x(); x < to.x(); ++x) dark += image.pixelColor(x, y).lightness() < 215 ? 1 : 0;
+      for (int x = from.x(); x < to.x(); ++x) dark += image.pixelColor(x, y).lightness() < 235 ? 1 : 0;
     return dark;
   };
   const int low = inkIn(0.1, 2), high = inkIn(2.5, 4.5);

@@ -48,7 +48,8 @@ class PanelPictures : public AppTest {
     ::testing::internal::CaptureStderr();
     const int status = script::Run("script", {}).run(source);
     ::testing::internal::GetCapturedStdout();
-    ASSERT_NE(status, 1) << ::testing::internal::GetCapturedStderr();
+    const std::string errors = ::testing::internal::GetCapturedStderr();
+    ASSERT_NE(status, 1) << errors;
     ResetEvents();
   }
   void ReadPair() {
