@@ -94,14 +94,15 @@ inline constexpr TextControl PREVIEW{
     "Preview",
     {.hint = "What was understood of the first file, the plan, and what is still to be answered.",
      .role = Role::TextBox}};
-inline constexpr TableControl PAIRTABLE{Panel::LOADSHOTS,
-                                        "PAIRTABLE",
-                                        "Pairs",
-                                        1,
-                                        kPairColumns,
-                                        {.hint = "Pairs of the plan; a pair with 0 in the first column is "
-                                                 "not imported. The other columns show its channels, "
-                                                 "distances and longest usable wavelength."}};
+inline constexpr TableControl PAIRTABLE{
+    Panel::LOADSHOTS,
+    "PAIRTABLE",
+    "Pairs",
+    1,
+    kPairColumns,
+    {.hint = "Pairs of the plan with channels, distances and longest usable "
+             "wavelength; a pair with 0 in the first column is not "
+             "imported."}};
 inline constexpr ButtonControl LOAD{
     Panel::LOADSHOTS, "LOAD", "Import", {.hint = "Imports the pairs of the plan."}};
 inline constexpr ButtonControl CLOSE{Panel::LOADSHOTS, "CLOSE", "Close", {.hint = "Hides this panel."}};
