@@ -235,8 +235,8 @@ TEST_F(PanelPictures, TheCurveOfThePairStandsOnTheMaskingPageOnceItIsCalculated)
 TEST_F(PanelPictures, ResultsHaveResidualsHatchingAndResolution) {
   ReadPair();
   RunScript(
-      "*sondera 2\nmask 0 7\nmask 48 500\ndisperse\ncalcVel\n"
-      "preInversion 0 0 2 0.5 4 2 3 4 100\ninversion\n");
+      "*sondera 2\nmask 0 7\nmask 48 500\ndisperse\nsave Site.da overwrite=yes\ncalcVel\n"
+      "preInversion 1 0 2 0.5 4 2 3 4 100\ninversion\n");
   const std::vector<ReportCurve> measured = MeasuredCurves();
   ASSERT_EQ(measured.size(), 1u);
   double longest = 0.0;

@@ -178,6 +178,7 @@ TEST_F(ResultBox, GivesVs30AndTheClassesOfAnInvertedEntryOnly) {
   FModelParam.dispCurvType = 1;
   FModelParam.nDispPointsG = 2;
   FModelParam.globalWlen = {10.0, 80.0};
+  for (int layer = 0; layer < 2; ++layer) InvParam.resolution(2, layer) = 0.5;  // seen deeper than 30 m
   Select(2);
   ResultBoxCallback(Panel::EXDTHD, &RESULTBOX, Event::Commit, 0);
   SetCtrlIndex(analresult::SEL_RESULT, kFigureTable);
