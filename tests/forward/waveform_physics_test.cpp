@@ -77,6 +77,12 @@ TEST(WaveformPhysics, StiffCrustIsTheExactIntegral) {
                {0.6, 0.6, 0.6, 0.6});
 }
 
+TEST(WaveformPhysics, StrongContrastIsNearTheExactIntegral) {
+  ExpectWithin(Ricker({{3.0, 150.0, 1.8, 0.3, 0.02}, {0.0, 750.0, 2.1, 0.25, 0.02}}, {4.0, 8.0, 16.0, 32.0},
+                      25.0, 0.768, 256),
+               {0.3, 0.4, 0.7, 2.0});
+}
+
 // --- pair curves ---
 
 /// Velocities of a pair of receivers at the lines of a record, from the phases of its two traces as they stand
