@@ -172,6 +172,7 @@ TEST_F(RepCurves, ThereIsOneGlobalCurveAfterEachAveraging) {
   TwoConstantCurves();
   MeasDB.gDispList.append();
   MeasDB.gDispList.append();
+  frontEnd.confirmAnswers = {true};
   PerformAveraging(0, 0);
   PerformAveraging(0, 0);
   EXPECT_EQ(MeasDB.gDispList.count(), 1);
