@@ -108,6 +108,7 @@ TEST_F(SchemaTest, ProjectsOfTheExamplesAgreeWithTheSchema) {
   const std::string command = Checker();
   if (command.empty()) GTEST_SKIP() << "no python3-jsonschema";
   test::WriteSiteRecords(folder.Path());
+  test::WriteSitePair(folder.File("pair.hyx"), 14, 30);
   std::filesystem::copy(kTop / "examples/six_receivers/job.txt", folder.File("six.txt"));
   std::filesystem::copy(kTop / "examples/one_pair/job.txt", folder.File("one.txt"));
   ASSERT_NE(Program("run six.txt"), 1) << Read("err.log");
