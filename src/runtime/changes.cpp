@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <list>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -35,13 +36,20 @@ void DropRemoved() {
   if (state.telling == 0) state.listening.remove_if([](const Listening& l) { return l.removed; });
 }
 
+/// A call out of here ends also when an observer throws, or no later change would be told.
+struct Telling {
+  Telling() { ++state.telling; }
+  ~Telling() {
+    --state.telling;
+    DropRemoved();
+  }
+};
+
 template <class Tell>
 void TellAll(Tell tell) {
-  ++state.telling;
+  const Telling telling;
   for (Listening& l : state.listening)
     if (!l.removed) tell(l);
-  --state.telling;
-  DropRemoved();
 }
 
 /// Adds a pending change; one of the same kind and control absorbs it.
@@ -99,7 +107,12 @@ ChangeBatch::ChangeBatch() {
   ++state.batches;
 }
 ChangeBatch::~ChangeBatch() {
-  if (--state.batches == 0 && state.telling == 0) FlushChanges();
+  if (--state.batches > 0 || state.telling > 0) return;
+  try {
+    FlushChanges();
+  } catch (const std::bad_alloc&) {
+    // A destructor cannot pass it on. Observers read the values again at the next change.
+  }
 }
 
 }  // namespace sondera

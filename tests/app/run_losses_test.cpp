@@ -199,8 +199,9 @@ TEST_F(RunLosses, EveryFailedCallOfARunIsToldAndLeavesWholeFiles) {
 
 TEST_F(RunLosses, AllocationThatFailsLeavesWholeFilesAndARunThatCanStartAgain) {
   PutFormer();
+  SetCtrlVal(inversion::NITER, 2);  // the press is tried, not the typing before it
   test::FailAllocation(0);
-  Press(2);
+  Commit(inversion::PERFORMINV);
   const long all = test::AllocationsSince();
   ASSERT_GT(all, 500);
   int told = 0;
@@ -208,7 +209,7 @@ TEST_F(RunLosses, AllocationThatFailsLeavesWholeFilesAndARunThatCanStartAgain) {
     PutFormer();
     const std::string what = "allocation " + std::to_string(n);
     test::FailAllocation(n);
-    Press(2);
+    Commit(inversion::PERFORMINV);
     test::FailAllocation(0);
     told += !frontEnd.messages.empty();
     const Set set = ExpectWholeFiles(what);

@@ -56,7 +56,7 @@ TEST(HeadingAnchor, IsThatOfTheLinksInTheTexts) {
 TEST(HelpWindow, HasAllPagesOfTheManual) {
   HelpWindow window(nullptr);
   const QStringList pages = PagesOf(window);
-  EXPECT_EQ(pages.size(), 11);
+  EXPECT_EQ(pages.size(), 12);
   for (const QString& page : pages) {
     window.ShowPage(page);
     EXPECT_GT(window.text().document()->characterCount(), 500) << page.toStdString();

@@ -1,6 +1,8 @@
 // Tests of the notices of changes: what observers get, batches of one event, watchers.
 #include "runtime/changes.h"
 
+#include <new>
+
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/sasw.h"
@@ -151,6 +153,23 @@ TEST_F(Changes, OfAnObserverGoOutAfterTheOthers) {
   RemoveObserver(mending);
   EXPECT_EQ(batches.size(), 2u);
   EXPECT_EQ(GetCtrlVal(gaborpnl::BETA), 0.0);
+}
+
+TEST_F(Changes, AreToldAlsoAfterAnObserverRanOutOfMemory) {
+  bool full = true;
+  const int hungry = AddObserver([&](std::span<const Change>) {
+    if (full) throw std::bad_alloc();
+  });
+  EXPECT_THROW(SetCtrlVal(gaborpnl::BETA, 1.0), std::bad_alloc);
+  {
+    const ChangeBatch batch;  // its end tells, and may not throw
+    SetCtrlVal(gaborpnl::BETA, 2.0);
+  }
+  full = false;
+  const std::size_t before = batches.size();
+  SetCtrlVal(gaborpnl::BETA, 3.0);
+  RemoveObserver(hungry);
+  EXPECT_EQ(batches.size(), before + 1);
 }
 
 TEST_F(Changes, WatchersHearOfEachTextAtOnce) {
