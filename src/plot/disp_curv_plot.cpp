@@ -167,10 +167,13 @@ bool PlotPairCurve(const GraphControl& graph, const PMeasInfo* pair, const std::
   DeleteGraphPlot(graph);
   SetGraphTitle(graph, "");
   if (!pair || PointCount(*pair) == 0) return false;
-  const PageCurve curve = CurveOf(*pair, label);
+  const PageCurve curve = CurveOf(*pair, "");  // the title names it; a legend would cover it
   AxisRecord axes = page;
   axes.xAutoScale = axes.yAutoScale = 1;
   SetUpCurveAxes(graph, std::span(&curve, 1), axes);
+  // The small graph has no height for the name of the quantity.
+  const std::string unit = GraphOf(graph).yAxis.unit;
+  SetAxisLabel(graph, false, unit);
   AddPageCurves(graph, std::span(&curve, 1), axes, PlotStyle::Scatter);
   SetGraphTitle(graph, label);
   return true;

@@ -218,6 +218,8 @@ TEST_F(PanelPictures, TheCurveOfThePairStandsOnTheMaskingPageOnceItIsCalculated)
   EXPECT_TRUE(IsVisible(sasw::PAIRCURVE));
   const PMeasInfo& pair = *FindPair(GetKeyFromID(session.curProjID, "site"), 0, 2);
   ASSERT_EQ(GraphOf(sasw::PAIRCURVE).plots.size(), 1u);
+  EXPECT_EQ(GraphOf(sasw::PAIRCURVE).plots[0].legend, "");
+  EXPECT_EQ(GraphOf(sasw::PAIRCURVE).yAxis.label, "m/s");
   EXPECT_EQ(GraphOf(sasw::PAIRCURVE).plots[0].y,
             std::vector<double>(pair.dispVel.begin(), pair.dispVel.begin() + pair.nDispPoints));
   EXPECT_EQ(GraphOf(sasw::PAIRCURVE).title, "site[1:3]");
