@@ -69,8 +69,10 @@ void PlotFilterWindows(const GraphControl& graph, const FilterPicture& p) {
     for (const bool ofEnhanced : {true, false}) {
       const int cursor = ofEnhanced ? k : corners + k;
       const double time = (ofEnhanced ? p.enhanced : p.backbone)[static_cast<std::size_t>(k)];
-      const auto sample =
-          static_cast<int>(std::clamp(time / p.deltaT + 0.5, 0.0, static_cast<double>(axis.size() - 1)));
+      const double at = time / p.deltaT + 0.5;
+      const double end = static_cast<double>(axis.size() - 1);
+      const int sample =
+          at > 0.0 ? static_cast<int>(std::min(at, end)) : 0;  // a corner that is NaN: the start
       PutCursorOnPlot(graph, cursor, ofEnhanced ? enhanced : backbone, sample);
       SetCursorColor(graph, cursor, ofEnhanced ? kEnhancedColor : kBackboneColor);
     }
