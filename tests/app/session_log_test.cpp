@@ -387,7 +387,7 @@ TEST_F(KilledLog, ChecksAndRunsAgain) {
     fs::remove(folder.File("copy.da"));
     const pid_t child =
         testing::StartProgram({testing::kProgram, "--batch", "--yes", "--log=a.log", "run", "job.txt"});
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 400000));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 100000));
     ::kill(child, SIGKILL);
     midway += Wait(child) == -1 ? 1 : 0;
     if (!Exists("a.log")) continue;
