@@ -9,17 +9,21 @@
 #include <QWidget>
 #include <set>
 
+#include "acquisition/acquisition_state.h"
 #include "app/script/run.h"
 #include "gui/binder.h"
 #include "gui/main_window.h"
 #include "gui/panel_window.h"
 #include "gui/refresh.h"
+#include "records/session.h"
+#include "runtime/catalogue/devpanel.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/catalogue/tmgrafpnl.h"
 #include "runtime/events.h"
+#include "runtime/graphs.h"
 #include "support/app_fixture.h"
 #include "support/section_lines.h"
 #include "support/section_records.h"
@@ -59,18 +63,21 @@ class Pictures : public testing::AppTest {
     if (!wanted) target_ = QString::fromStdString(folder.File("pictures"));
     ASSERT_TRUE(QDir().mkpath(target_));
     qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.File("state")));
-    test::WriteSiteRecords(".");
-    RunScript(kRoad);
-    StartRefresh();
-    OpenMainWindow();
-    MainWindowWidget()->setWindowState(Qt::WindowNoState);  // small screens have it maximised
-    MainWindowWidget()->resize(1100, 700);
-    Settle();
   }
   void TearDown() override {
     StopRefresh();
     CloseMainWindow();
     AppTest::TearDown();
+  }
+
+  /// Runs the script and opens the main window.
+  static void Open(const char* lines) {
+    ASSERT_NO_FATAL_FAILURE(RunScript(lines));
+    StartRefresh();
+    OpenMainWindow();
+    MainWindowWidget()->setWindowState(Qt::WindowNoState);  // small screens have it maximised
+    MainWindowWidget()->resize(1100, 700);
+    Settle();
   }
 
   static void RunScript(const std::string& text) {
@@ -130,7 +137,36 @@ class Pictures : public testing::AppTest {
   QString target_;
 };
 
+/// Four receivers on the simulated site, ready to be measured.
+constexpr const char* kSite = R"(*sondera 2
+board sim:seed=3,pace=0
+project unit=m id=class
+setup freqspan=256 freqlines=512 nchannels5=0 triggerlevel=200 naverage=5 source=0 at=10,15,25,45
+configure
+)";
+
+TEST_F(Pictures, OfAMeasuringRun) {
+  ASSERT_NO_FATAL_FAILURE(Open(kSite));
+  SetCtrlVal(devpanel::DRIVER, "sim:seed=3");
+  TakePanel(Panel::DEVPANEL, mainmenu::SETUP_BOARDS, "boards");
+  bool taken = false;
+  SetActiveTabPage(Panel::PANEL, 0);
+  frontEnd.onProcessEvents = [&] {
+    if (taken || !measRun.measRunning || session.avgCount != 3) return;
+    taken = true;
+    TakePage(Panel::MEASPANEL, 0, "measuring_run");
+    EXPECT_EQ(GetCtrlVal(measpanel::MEAS_ARM_LED), 1);
+    EXPECT_FALSE(GraphOf(measpanel::DISPLAY_A).plots.empty());
+    EXPECT_TRUE(BinderOf(Panel::MEASPANEL)->WidgetOf(measpanel::STOPMEAS)->isEnabled());
+    EXPECT_FALSE(BinderOf(Panel::MEASPANEL)->WidgetOf(measpanel::SASWSTART)->isEnabled());
+  };
+  EXPECT_EQ(Commit(measpanel::SASWSTART), 0);
+  EXPECT_TRUE(taken);
+}
+
 TEST_F(Pictures, OfPagesAndPanels) {
+  test::WriteSiteRecords(".");
+  ASSERT_NO_FATAL_FAILURE(Open(kRoad));
   TakePage(Panel::MEASPANEL, 0, "page_measurements");
   TakePage(Panel::SASW, 1, "page_masking");
   TakePage(Panel::DISPCURV, 2, "page_dispersion");
