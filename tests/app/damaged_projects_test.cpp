@@ -1,5 +1,5 @@
 // Some 3000 damaged projects, each processed completely: opened, filtered and dispersed, condensed, a forward
-// run, an inversion of one iteration, exports, a save. Nothing may crash, hang, or exhaust the machine's
+// run, an inversion of one iteration, exports, reports, a save. Nothing may crash, hang, or exhaust the machine's
 // memory, and no file that was written without a message may contain NaN or infinities.
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -10,8 +10,10 @@
 #include <complex>
 #include <cstdio>
 
+#include "figure/canvas.h"
 #include "panels/fmodeling_files.h"
 #include "panels/mainmenu_export.h"
+#include "panels/mainmenu_plot.h"
 #include "panels/mainmenu_project.h"
 #include "panels/one_click.h"
 #include "project/project_file.h"
@@ -34,7 +36,10 @@
 #include "runtime/text_format.h"
 #include "support/app_fixture.h"
 #include "support/damaged_projects.h"
+#include "support/ghostscript.h"
+#include "support/ps_grammar.h"
 #include "support/sanitized.h"
+#include "support/tool_run.h"
 
 namespace sondera {
 namespace {
@@ -129,10 +134,13 @@ bool HoldsNoNumber(const std::string& text) {
 /// Processes the file "m.da" of the current folder completely; returns the faults, one per line.
 class WholeWay {
  public:
-  explicit WholeWay(testing::RecordingFrontEnd& frontEnd) : frontEnd_(frontEnd) {}
+  /// @param number  of the damage; some steps that take long are for a few numbers only
+  explicit WholeWay(testing::RecordingFrontEnd& frontEnd, std::size_t number = 0)
+      : frontEnd_(frontEnd), number_(number) {}
 
   std::string Run() {
     Step("open", [] { OpenFileProc("m.da"); });
+    PrintReports("of the file");
     for (int first = 0; first + 1 < kReceivers; ++first) {
       Step("select", [&] { SelectPair(first); });
       Step("disperse", [] { Commit(sasw::MASKINGCALCDISP); });
@@ -147,6 +155,7 @@ class WholeWay {
     Step("forward run", [] { Commit(exdthd::RUN_FMODEL); });
     SetCtrlVal(inversion::NITER, 1);
     Step("inversion", [] { Commit(inversion::PERFORMINV); });
+    PrintReports("of the run");
     Step("results", [] {
       Commit(exdthd::RESULTBOX);
       Commit(analresult::SAVE, -1);
@@ -174,19 +183,44 @@ class WholeWay {
     CheckFiles(name, quiet);
   }
 
+  void PrintReports(const std::string& which) {
+    const bool drawn = number_ % kDrawnEvery == 0;
+    Step("report " + which, [&] {
+      if (PrintReport(ReportKind::whole, "report.ps") != 0) return;
+      const std::string fault = test::GrammarFault(test::ReadWhole("report.ps"));
+      if (!fault.empty()) Wrong("report " + which + ": " + fault);
+      if (!drawn || !test::HaveGhostscript()) return;
+      const test::GhostscriptRun run = test::RunGhostscript("report.ps");
+      if (run.status != 0 || !run.output.empty()) Wrong("report " + which + ": " + run.output);
+    });
+    if (!drawn || !HavePdfAndPng()) return;
+    Step("PDF " + which, [&] {
+      if (PrintReport(ReportKind::whole, "report.pdf") != 0 || !test::HaveTool("pdfinfo")) return;
+      const test::ToolRun run = test::RunTool("pdfinfo report.pdf");
+      if (run.status != 0 || run.output.find("Error") != std::string::npos)
+        Wrong("PDF " + which + ": " + run.output);
+    });
+  }
+
   /// Text files of the last step, removed before the next one.
   void CheckFiles(const std::string& step, bool quiet) {
     for (const auto& entry : std::filesystem::directory_iterator(".")) {
       if (!entry.is_regular_file() || entry.path().extension() == ".da") continue;
       const std::string name = entry.path().filename().string();
-      if (quiet && HoldsNoNumber(test::ReadWhole(name))) Wrong(step + " wrote no number into " + name);
+      const std::string kind = entry.path().extension().string();
+      const bool isReport = kind == ".ps" || kind == ".pdf";  // whose texts may say what an entry has
+      if (quiet && !isReport && HoldsNoNumber(test::ReadWhole(name)))
+        Wrong(step + " wrote no number into " + name);
       std::filesystem::remove(entry.path());
     }
   }
 
   void Wrong(const std::string& what) { wrong_ += what + "\n"; }
 
+  static constexpr std::size_t kDrawnEvery = 60;
+
   testing::RecordingFrontEnd& frontEnd_;
+  std::size_t number_;
   std::string wrong_;
   bool openedQuietly_ = false;
 };
@@ -256,7 +290,7 @@ class Shard {
       StartSession();
       frontEnd.messages.clear();
       test::WriteWhole("m.da", bytes);
-      const std::string wrong = WholeWay(frontEnd).Run();
+      const std::string wrong = WholeWay(frontEnd, i / kShards).Run();
       if (!wrong.empty()) std::ofstream("../wrong.da", std::ios::app) << damages_[i].name << ": " << wrong;
     }
     _exit(0);
