@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "forward/plane_wave.h"
 
@@ -50,6 +51,19 @@ void CompleteGivenLayer(LayeredGround& ground, int l) {
   }
   ground.iDensityDerived[l] = ground.layerRho[l] == 0.0 ? 1 : 0;
   if (ground.iDensityDerived[l] == 1) ground.layerRho[l] = DensityFromVs(Vs);
+}
+
+void TakeModelLayers(const ModelRecord& model, LayeredGround& ground) {
+  for (int l = 1; l <= ground.nLayersCur; ++l) {
+    const auto i = static_cast<std::size_t>(l - 1);
+    ground.layerH[l] = model.thickness[i];
+    ground.layerVp[l] = model.Vp[i];
+    ground.layerVs[l] = model.Vs[i];
+    ground.layerRho[l] = model.density[i];
+    ground.layerNu[l] = model.nu[i];
+    ground.layerDamp[l] = model.damping[i];
+    CompleteGivenLayer(ground, l);
+  }
 }
 
 void DeriveLayerProperties(LayeredGround& ground, bool guardPoisson) {

@@ -7,6 +7,7 @@
 
 #include "forward/sublayers.h"
 #include "numeric/offset_array.h"
+#include "records/model_records.h"
 
 namespace sondera {
 
@@ -52,6 +53,10 @@ double GuardedVs(double Vp);
 /// are given (iPoissonGiven 1), otherwise the ratio from the velocities; density from Vs where it is 0
 /// (iDensityDerived 1).
 void CompleteGivenLayer(LayeredGround& ground, int l);
+
+/// The layers of a model record, each completed. The record has been checked (CheckRunLayers) and has
+/// ground.nLayersCur layers.
+void TakeModelLayers(const ModelRecord& model, LayeredGround& ground);
 
 /// Completes all layers before a solver uses them: density where it is derived, G, Vp or nu, E, and
 /// totalDepth. With guardPoisson, a ratio from velocities outside the physical range is replaced, and Vs

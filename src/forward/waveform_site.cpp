@@ -17,16 +17,7 @@ constexpr int kUsualSubLayers = 16;  // for a 0 in the record
 Refusal SiteOfModel(const ModelRecord& model, WaveformSite& site) {
   if (const std::string complaint = CheckRunLayers(model); !complaint.empty()) return complaint;
   LayeredGround ground(model.nLayers);
-  for (int l = 1; l <= model.nLayers; ++l) {
-    const auto i = static_cast<std::size_t>(l - 1);
-    ground.layerH[l] = model.thickness[i];
-    ground.layerVp[l] = model.Vp[i];
-    ground.layerVs[l] = model.Vs[i];
-    ground.layerRho[l] = model.density[i];
-    ground.layerNu[l] = model.nu[i];
-    ground.layerDamp[l] = model.damping[i];
-    CompleteGivenLayer(ground, l);
-  }
+  TakeModelLayers(model, ground);
   WaveformSite made;
   for (int l = 1; l <= model.nLayers; ++l)
     made.layers.push_back(

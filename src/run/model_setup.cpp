@@ -54,16 +54,7 @@ Refusal FS_ReadLayerProp(LayeredGround& ground) {
     return FormatText("The run has %d layers, its model %d.", ground.nLayersCur, t.nLayers);
   const std::string complaint = CheckRunLayers(t);
   if (!complaint.empty()) return complaint;
-  for (int l = 1; l <= ground.nLayersCur; ++l) {
-    const std::size_t i = static_cast<std::size_t>(l - 1);
-    ground.layerH[l] = t.thickness[i];
-    ground.layerVp[l] = t.Vp[i];
-    ground.layerVs[l] = t.Vs[i];
-    ground.layerRho[l] = t.density[i];
-    ground.layerNu[l] = t.nu[i];
-    ground.layerDamp[l] = t.damping[i];
-    CompleteGivenLayer(ground, l);
-  }
+  TakeModelLayers(t, ground);
   ground.lastLayerH = ground.layerH[ground.nLayersCur];
   return {};
 }

@@ -22,7 +22,8 @@ struct ChangeState {
   std::vector<Change> waiting;
   int nextNumber = 1;
   int batches = 0;
-  int telling = 0;  // depth of calls out of here
+  int telling = 0;      // depth of calls out of here
+  bool missed = false;  // an observer did not get a batch: the next one says that everything changed
 };
 ChangeState state;
 
@@ -95,11 +96,17 @@ void NoteChange(const Change& change) {
 
 // Changes made by an observer are sent in the next round.
 void FlushChanges() {
+  if (std::exchange(state.missed, false)) Gather({.kind = ChangeKind::Everything});
   while (!state.waiting.empty()) {
     const std::vector<Change> batch = std::exchange(state.waiting, {});
-    TellAll([&](Listening& l) {
-      if (l.observer) l.observer(batch);
-    });
+    try {
+      TellAll([&](Listening& l) {
+        if (l.observer) l.observer(batch);
+      });
+    } catch (...) {
+      state.missed = true;
+      throw;
+    }
   }
 }
 
@@ -111,7 +118,7 @@ ChangeBatch::~ChangeBatch() {
   try {
     FlushChanges();
   } catch (const std::bad_alloc&) {
-    // A destructor cannot pass it on. Observers read the values again at the next change.
+    // A destructor cannot pass it on. The next notice says that everything changed.
   }
 }
 
