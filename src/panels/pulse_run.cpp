@@ -2,6 +2,7 @@
 #include "panels/pulse_run.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -123,7 +124,7 @@ int SaveResults() {
 
 /// The masks of one pair outside a band; the first with the number of cycles below the band.
 Refusal MaskOutside(int key, int near, double lowest, double highest, const HWSetup& hw) {
-  const auto line = static_cast<std::size_t>(lowest / hw.deltaF + 0.5);
+  const auto line = static_cast<std::size_t>(std::lround(lowest / hw.deltaF));
   const int cycles = CyclesPassed(panelsState.waveform.result.lines, static_cast<std::size_t>(near),
                                   static_cast<std::size_t>(near) + 1, line);
   Refusal refusal = NewMask({key, near, near + 1, 0.0, lowest, cycles}, hw.deltaF);

@@ -124,8 +124,9 @@ void PlotRecordSection(const GraphControl& graph, const WaveformRecord& record,
     double peak = 0.0;
     for (double v : record.trace[r]) peak = std::max(peak, std::fabs(v));
     const double scale = peak > 0.0 ? 0.5 * kShareOfRoom * room / peak : 0.0;
-    std::vector<double> x(record.trace[r].size()), y(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i) {
+    const std::size_t samples = record.trace[r].size();
+    std::vector<double> x(samples), y(samples);
+    for (std::size_t i = 0; i < samples; ++i) {
       x[i] = static_cast<double>(i) * record.deltaT;
       y[i] = at[r] + scale * record.trace[r][i];
     }

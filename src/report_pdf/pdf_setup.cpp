@@ -37,7 +37,7 @@ std::string List(const Column& values) {
 
 /// All places; of a long list the ends and the number of receivers, since the sketch shows each of them.
 std::string Places(const Column& places) {
-  const std::string list = List(places);
+  std::string list = List(places);
   if (list.size() <= kMostLettersOfPlaces) return list;
   return ShortNumber(places.front()) + " to " + ShortNumber(places.back()) +
          FormatText(" (%zu)", places.size());
@@ -49,7 +49,7 @@ std::string Spacing(const MeasurementTable& m) {
   for (std::size_t i = 1; i < m.receivers.size(); ++i)
     spacings.push_back(std::fabs(m.receivers[i] - m.receivers[i - 1]));
   if (spacings.empty()) return "-";
-  const std::string list = List(spacings);
+  std::string list = List(spacings);
   if (list.size() <= kMostLettersOfSpacing) return list;
   const auto [least, most] = std::minmax_element(spacings.begin(), spacings.end());
   const std::string from = ShortNumber(*least), to = ShortNumber(*most);

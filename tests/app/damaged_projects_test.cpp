@@ -186,6 +186,7 @@ class WholeWay {
   }
 
   void PrintReports(const std::string& which) {
+    if (number_ % kReportedEvery != 0) return;
     const bool drawn = number_ % kDrawnEvery == 0;
     Step("report " + which, [&] {
       if (PrintReport(ReportKind::whole, "report.ps") != 0) return;
@@ -219,7 +220,7 @@ class WholeWay {
 
   void Wrong(const std::string& what) { wrong_ += what + "\n"; }
 
-  static constexpr std::size_t kDrawnEvery = 60;
+  static constexpr std::size_t kReportedEvery = 6, kDrawnEvery = 60;
 
   testing::RecordingFrontEnd& frontEnd_;
   std::size_t number_;
