@@ -36,6 +36,20 @@ std::string Sentence(std::string text) {
 
 }  // namespace
 
+TableExport ExportOfItem(const Control& item, const std::string& name) {
+  const auto [form, extension] = FormOf(&item);
+  TableExport what;
+  what.form = form;
+  what.out = name;
+  const bool named = name.ends_with(extension);
+  if (form == "csv") {
+    if (named) what.out.erase(name.size() - extension.size());
+  } else if (!named && FileNameOf(name).find('.') == std::string::npos) {
+    what.out += extension;
+  }
+  return what;
+}
+
 int ExportTablesCallback(Panel, ControlId item, Event event, long) {
   if (event != Event::Commit) return 0;
   const auto [form, extension] = FormOf(item);
@@ -43,21 +57,14 @@ int ExportTablesCallback(Panel, ControlId item, Event event, long) {
   const FileChoice choice = FileSelectPopup(
       {DirectoryOf(session.projectFileName), "*" + extension, std::string(item->label), true});
   if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return 0;
-  TableExport what;
-  what.form = form;
-  what.out = choice.path;
-  const bool named = what.out.ends_with(extension);
-  if (form == "csv") {
-    if (named) what.out.erase(what.out.size() - extension.size());
-    // The dialog asked about the chosen name alone, and the tables have others.
+  const TableExport what = ExportOfItem(*item, choice.path);
+  // The dialog asked about the chosen name alone, and the tables have others.
+  if (form == "csv")
     for (const std::string& file : FilesOf(what))
       if (FileExists(file)) {
         if (!ConfirmPopup(session.appTitle, FileNameOf(file) + " exists. Overwrite it ?")) return 0;
         break;
       }
-  } else if (!named && FileNameOf(what.out).find('.') == std::string::npos) {
-    what.out += extension;
-  }
   std::string remark;
   if (const std::string reason = WriteTables(what, remark); !reason.empty()) return Refuse(Sentence(reason));
   if (!remark.empty()) MessagePopup(session.appTitle, Sentence("Note: " + remark));

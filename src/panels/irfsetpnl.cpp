@@ -190,6 +190,15 @@ void RefreshIRFwindow(Panel panel) {
   ShowWindows(PairShownOn(panel), false, "* Total record length = %lg");
 }
 
+bool ShowsStoredVelocities(std::size_t window) {
+  const CurrentPair current = FindCurrentPair(Panel::SASW);
+  IrfGeometry g;
+  if (!current.pair || !GetIrfGeometry(current, g)) return false;
+  const bool enhanced = window == kEnhancedWindow;
+  const WindowFour& times = enhanced ? current.pair->enT : current.pair->bbT;
+  return Read(enhanced ? kSmV : kBbV) == VelocitiesOf(std::fabs(g.spacing), times, g.velScale);
+}
+
 int CalcIRFCallback(Panel panel, ControlId, Event event, long data) {
   if (event != Event::Commit) return 0;
   if (data != kKeepIRFPanelHidden) DisplayPanel(Panel::IRFSETPNL);

@@ -6,6 +6,8 @@
 // maps for all three curves and a redraw follow; after a message nothing is stored. No state.
 #pragma once
 
+#include <cstddef>
+
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -28,6 +30,11 @@ int IRFSetupCallback(Panel panel, ControlId control, Event event, long data);
 /// OK of IRFSETPNL: computes both windows from their velocities. Equal velocities pass the check of their
 /// order. -1 with a message on a wrong order or on times outside the record; 0 without a pair.
 int IRFsetupOkCallback(Panel panel, ControlId control, Event event, long data);
+
+/// Whether the velocities of a window on IRFSETPNL are those that the button of the masking page shows for the
+/// pair on display. False without a pair.
+bool ShowsStoredVelocities(std::size_t window);
+inline constexpr std::size_t kEnhancedWindow = 0, kBackboneWindow = 1;
 
 /// APPLY of IRFSETPNL2: backbone window from the velocities of IRFSETPNL, enhanced window from the times of
 /// this panel, mode from IRFSETPNL. Failures as above.

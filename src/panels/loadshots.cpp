@@ -69,8 +69,9 @@ std::string ReadChannels(std::vector<int>& channels) {
   return {};
 }
 
-/// What the panel says. Empty, or the sentence that refuses a field.
-std::string ReadPanel(ShotRequest& request) {
+}  // namespace
+
+std::string ReadShotsPanel(ShotRequest& request) {
   request.projID = GetCtrlVal(hmsetup::PROJID);
   for (const std::string& file : Parts(GetCtrlVal(FILES)))
     request.files.push_back(JoinUnlessAbsolute(CurrentDirectory(), file));
@@ -97,6 +98,8 @@ std::string ReadPanel(ShotRequest& request) {
   if (source.size() == 1) choices.source = source.front();
   return reason;
 }
+
+namespace {
 
 /// Pairs of the table that are not ticked, as channels.
 bool IsTickedOff(const ShotPair& pair) {
@@ -129,7 +132,7 @@ void ShowPairs(const ShotPlan& plan) {
 
 void ShowPreview() {
   ShotRequest request;
-  const std::string reason = ReadPanel(request);
+  const std::string reason = ReadShotsPanel(request);
   ShotPreview preview;
   if (reason.empty()) {
     preview = PreviewShots(request);
@@ -142,6 +145,12 @@ void ShowPreview() {
 }
 
 }  // namespace
+
+bool AnyPairTickedOff() {
+  for (int row = 1; row <= GetNumTableRows(PAIRTABLE); ++row)
+    if (GetTableCellVal(PAIRTABLE, row, kUse) == 0.0) return true;
+  return false;
+}
 
 int LoadShotsCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
@@ -172,7 +181,7 @@ int PreviewShotsCallback(Panel, ControlId, Event event, long) {
 int ImportShotsCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   ShotRequest request;
-  std::string reason = ReadPanel(request);
+  std::string reason = ReadShotsPanel(request);
   if (!reason.empty()) return Refuse(reason);
   ShotPreview preview = PreviewShots(request);
   if (!preview.fault.empty())

@@ -4,6 +4,9 @@
 // refuses with that question. Owned state: none; a tick of the pair table is kept as long as its pair is planned.
 #pragma once
 
+#include <string>
+
+#include "project/shot_import.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -16,6 +19,10 @@ int AddShotFileCallback(Panel panel, ControlId control, Event event, long data);
 int PreviewShotsCallback(Panel panel, ControlId control, Event event, long data);
 /// LOAD: imports the pairs that are ticked, hides the panel. @return 0; -1 after a message, nothing changed then
 int ImportShotsCallback(Panel panel, ControlId control, Event event, long data);
+/// What the panel says, for the import. Empty, or the sentence that refuses a field.
+std::string ReadShotsPanel(ShotRequest& request);
+/// Whether the table has a pair that will not be imported.
+bool AnyPairTickedOff();
 /// CLOSE
 int CloseShotsCallback(Panel panel, ControlId control, Event event, long data);
 

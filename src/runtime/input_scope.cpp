@@ -15,7 +15,9 @@ void InputScope::entered() {
 }
 
 InputScope::~InputScope() {
-  if (TheSessionWatcher().ends) TheSessionWatcher().ends(input_, refused_ || MessageCount() != messages_);
+  if (!TheSessionWatcher().ends) return;
+  const bool told = MessageCount() != messages_;
+  TheSessionWatcher().ends(input_, refused_ ? InputEnd::Refused : told ? InputEnd::Told : InputEnd::Done);
 }
 
 }  // namespace sondera

@@ -43,7 +43,7 @@ class InputScope {
  private:
   Input input_;
   bool refused_ = false;
-  int messages_;  // shown before; a message counts as a refusal, since a script stops at it
+  int messages_;  // shown before
 };
 
 }  // namespace sondera

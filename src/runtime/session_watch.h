@@ -12,12 +12,18 @@ namespace sondera {
 struct Input;
 struct FileChoice;
 
+/// How an action ended.
+enum class InputEnd {
+  Done,
+  Told,     ///< done, and the program showed a message
+  Refused,  ///< the action, or a part of it
+};
+
 struct SessionWatcher {
   std::function<void(const Input&)> begins;
   /// For Value and Cells: the value is in the store, no callback has run yet.
   std::function<void(const Input&)> entered;
-  /// refused: the action, or a part of it, was refused.
-  std::function<void(const Input&, bool refused)> ends;
+  std::function<void(const Input&, InputEnd end)> ends;
   std::function<void(bool yes)> confirmed;
   /// Empty: cancelled.
   std::function<void(const std::optional<std::string>& text)> prompted;

@@ -60,6 +60,38 @@ TEST_F(ScriptControls, EveryCellOfEveryTableCanBeSetAndWritten) {
   }
 }
 
+TEST_F(ScriptControls, ABlockOfCellsIsWrittenAtOnce) {
+  EXPECT_EQ(Run("cells FMODELING.SOILPROFILE 2 1 2.5,,210;;3,400\ntable FMODELING.SOILPROFILE t.txt"), 0)
+      << err;
+  std::istringstream lines(Read("t.txt"));
+  std::vector<std::string> rows;
+  for (std::string row; std::getline(lines, row);) rows.push_back(row);
+  ASSERT_GE(rows.size(), 5u);
+  EXPECT_TRUE(rows[2].starts_with("2.5\t")) << rows[2];
+  EXPECT_NE(rows[2].find("\t210\t"), std::string::npos) << rows[2];
+  EXPECT_FALSE(rows[3].starts_with("3\t")) << rows[3];
+  EXPECT_TRUE(rows[4].starts_with("3\t400\t")) << rows[4];
+}
+
+TEST_F(ScriptControls, ABlockThatDoesNotFitChangesNothing) {
+  const std::string before = [&] {
+    EXPECT_EQ(Run("table FMODELING.SOILPROFILE t.txt"), 0);
+    return Read("t.txt");
+  }();
+  EXPECT_EQ(Run("cells FMODELING.SOILPROFILE 10 1 7;8"), 1);
+  EXPECT_EQ(err, "job:2: cells: FMODELING.SOILPROFILE has 10 rows now\n");
+  EXPECT_EQ(Run("cells FMODELING.SOILPROFILE 2147483647 1 7;8;9"), 1);
+  EXPECT_EQ(Check("cells FMODELING.SOILPROFILE 1 6 7,8"), 1);
+  EXPECT_EQ(err, "job:2: cells: FMODELING.SOILPROFILE has the columns 1 to 6\n");
+  EXPECT_EQ(Check("cells FMODELING.SOILPROFILE 1 1 7,x"), 1);
+  EXPECT_EQ(err, "job:2: cells: VALUES: \"x\" is not a number\n");
+  EXPECT_EQ(Check("cells FMODELING.SOILPROFILE 1 1 ,;"), 1);
+  EXPECT_EQ(err, "job:2: cells: VALUES has no number\n");
+  EXPECT_EQ(Check("cells FMODELING.SOILPROFILE 0 1 7"), 1);
+  EXPECT_EQ(Run("table FMODELING.SOILPROFILE t.txt"), 0);
+  EXPECT_EQ(Read("t.txt"), before);
+}
+
 /// A press reaches the callback: a counting function replaces the real one.
 int presses = 0;
 ControlId pressed = nullptr;

@@ -68,7 +68,8 @@ std::string SpecialValue(const WordForm& form, const ArgumentSpec& spec) {
   if (key == "start ratios") return "0.3,0.7,3";
   if (key == "preInversion LAYERING") return "2";
   if (key == "preInversion LIST") return "2 1.5 3";
-  if (key == "cell COLUMN" || key == "set VALUE") return "1";
+  if (key == "cell COLUMN" || key == "cells COLUMN" || key == "set VALUE") return "1";
+  if (key == "cells VALUES") return "1;2";
   return "";
 }
 

@@ -14,9 +14,11 @@
 #include "app/command_line.h"
 #include "app/commands.h"
 #include "app/script/values.h"
-#include "app/script_fixture.h"
+#include "app/session_log_fixture.h"
 #include "app/started_program.h"
 #include "records/session.h"
+#include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/loadtxdata.h"
@@ -33,70 +35,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string kRead = "read hyx id=ID files=H31.hyx source=0 at=14,30\n";
-
-class SessionLogTest : public testing::ScriptTest {
- protected:
-  void SetUp() override {
-    ScriptTest::SetUp();
-    test::WriteSitePair(folder.File("H31.hyx"), 14.0, 30.0);
-  }
-  void TearDown() override {
-    script::EndLog();
-    ScriptTest::TearDown();
-  }
-  std::string LinesOf(const std::string& log) {
-    const std::string text = Read(log);
-    EXPECT_TRUE(text.starts_with("*sondera 2\n# log of a session, Sondera ")) << text.substr(0, 80);
-    return text.substr(text.find('\n', 12) + 1);
-  }
-  /// Begins a fresh session with a log.
-  void Begin(const std::string& log) {
-    StartSession();
-    ASSERT_EQ(script::BeginLog(log), "");
-  }
-  /// Bytes of the present project.
-  std::string ProjectNow() {
-    session.projectFileName = folder.File("now.da");
-    EXPECT_EQ(Commit(measpanel::F6), 0);
-    return Read("now.da");
-  }
-  /// The project after running a log in a fresh session. Refused lines are refused again, so its status may
-  /// be 1.
-  std::string Replayed(const std::string& log) {
-    StartSession();
-    const std::string lines = Read(log);
-    EXPECT_EQ(Check(lines.substr(lines.find('\n') + 1)), 0) << err;
-    Run(lines.substr(lines.find('\n') + 1));
-    return ProjectNow();
-  }
-
-  // A person at the windows: the events that a field and a button send.
-  static void Press(const Control& c) {
-    InputScope scope({.kind = Input::Kind::Press, .control = &c});
-    scope.note(SendEvent(c, Event::Commit));
-  }
-  template <class Write>
-  static void EnterBy(const Control& c, Write write) {
-    InputScope scope({.kind = Input::Kind::Value, .control = &c});
-    SendEvent(c, Event::GotFocus);
-    SendEvent(c, Event::LeftClick);
-    if (!write()) return;
-    scope.entered();
-    if (c.kind == ControlKind::List) SendEvent(c, Event::ValChanged);
-    scope.note(SendEvent(c, Event::Commit));
-  }
-  static void Enter(const Control& c, double value) {
-    EnterBy(c, [&] { return EnterValue(c, value); });
-  }
-  static void Choose(const Control& c, int index) {
-    EnterBy(c, [&] { return EnterIndex(c, index); });
-  }
-  static void Mouse(const GraphControl& c, Event event, const GraphPlace& place) {
-    InputScope scope({.kind = Input::Kind::Point, .control = &c, .event = event, .place = place});
-    scope.note(SendGraphEvent(c, event, place));
-  }
-};
+using testing::kModel;
+using testing::kRead;
+using testing::SessionLogTest;
 
 TEST_F(SessionLogTest, LinesOfAScriptStandInTheirShortestForm) {
   Begin("a.log");
@@ -203,6 +144,93 @@ TEST_F(SessionLogTest, OfSetsInARowTheLastStaysAndOfADragItsEnd) {
       << lines;
 }
 
+/// A kill at this point loses nothing: entries too are in the file at once, and a later one takes their place.
+TEST_F(SessionLogTest, EachLineIsInTheFileAsSoonAsItsActionHasEnded) {
+  Begin("a.log");
+  Press(sasw::MASKINGRESET);
+  EXPECT_EQ(LinesOf("a.log"), "mask clear\n");
+  Press(sasw::REDRAW);
+  const std::string before = LinesOf("a.log");
+  EXPECT_TRUE(before.ends_with("\nplot SASW.DISPLAY_A\n")) << before;
+  Enter(inversion::UF_VS, 0.25);
+  EXPECT_EQ(LinesOf("a.log"), before + "set INVERSION.UF_VS 0.25\n");
+  Enter(inversion::UF_H, 0.5);
+  EXPECT_EQ(LinesOf("a.log"), before + "set INVERSION.UF_VS 0.25\nset INVERSION.UF_H 0.5\n");
+  Enter(inversion::UF_VS, 3);
+  EXPECT_EQ(LinesOf("a.log"), before + "set INVERSION.UF_H 0.5\nset INVERSION.UF_VS 3\n");
+  Press(sasw::REDRAW);
+  script::EndLog();
+  EXPECT_EQ(LinesOf("a.log"),
+            before + "set INVERSION.UF_H 0.5\nset INVERSION.UF_VS 3\nplot SASW.DISPLAY_A\n");
+}
+
+TEST_F(SessionLogTest, CellsThatArePastedAreOneLineAndOneStep) {
+  StartSession();
+  ASSERT_EQ(Run(kModel + "save a.da"), 0) << err;
+  Begin("a.log");
+  ASSERT_EQ(Run("open a.da"), 0) << err;
+  Press(exdthd::FMODELPARAM);
+  using fmodeling::SOILPROFILE;
+  Paste(SOILPROFILE, {{2, 1}, {2, 3}, {3, 1}, {3, 2}, {3, 3}}, {2.5, 210, 4.5, 0, 0.1});
+  Paste(SOILPROFILE, {{1, 3}}, {123});
+  Paste(SOILPROFILE, {{4, 2}, {4, 3}, {5, 1}},
+        {400, 200, 90});  // no block: the last cell is left of the first
+  Paste(SOILPROFILE, {{1, 4}, {3, 4}}, {1.9, 2.0});
+  Press(fmodeling::UPDATE);
+  script::EndLog();
+  EXPECT_NE(
+      LinesOf("a.log").find("\ncells FMODELING.SOILPROFILE 2 1 2.5,,210;4.5,0,0.1\n"
+                            "cell FMODELING.SOILPROFILE 1 3 123\n"
+                            "cells FMODELING.SOILPROFILE 4 2 400,200\ncells FMODELING.SOILPROFILE 5 1 90\n"
+                            "cells FMODELING.SOILPROFILE 1 4 1.9;;2\n"
+                            "press FMODELING.UPDATE\n"),
+      std::string::npos)
+      << LinesOf("a.log");
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project);
+}
+
+TEST_F(SessionLogTest, UndoTakesBackAWholePasteInTheReplayToo) {
+  StartSession();
+  ASSERT_EQ(Run(kModel + "save a.da"), 0) << err;
+  Begin("a.log");
+  ASSERT_EQ(Run("open a.da"), 0) << err;
+  Press(exdthd::FMODELPARAM);
+  const double before = GetTableCellVal(fmodeling::SOILPROFILE, 2, 1);
+  Paste(fmodeling::SOILPROFILE, {{2, 1}, {2, 3}, {3, 1}}, {2.5, 210, 4.5});
+  Press(mainmenu::UNDO);
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 2, 1), before);
+  Press(fmodeling::UPDATE);
+  script::EndLog();
+  const std::string project = ProjectNow();
+  EXPECT_TRUE(Replayed("a.log") == project) << Read("a.log");
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 2, 1), before);
+}
+
+TEST_F(SessionLogTest, ALongPasteHasSeveralLinesThatAScriptCanHave) {
+  StartSession();
+  ASSERT_EQ(Run(kModel + "save a.da"), 0) << err;
+  Begin("a.log");
+  ASSERT_EQ(Run("open a.da"), 0) << err;
+  Press(exdthd::FMODELPARAM);
+  Enter(fmodeling::NLAYERS, 90);
+  std::vector<std::pair<int, int>> cells;
+  std::vector<double> values;
+  for (int row = 1; row <= 90; ++row)
+    for (int column = 1; column <= 6; ++column) {
+      cells.emplace_back(row, column);
+      values.push_back(1.0 / (row + column));
+    }
+  Paste(fmodeling::SOILPROFILE, cells, values);
+  script::EndLog();
+  EXPECT_EQ(Check(LinesOf("a.log")), 0) << err;
+  StartSession();
+  const std::string log = LinesOf("a.log");
+  EXPECT_EQ(Run(log), 0) << err;
+  for (std::size_t i = 0; i < cells.size(); ++i)
+    ASSERT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, cells[i].first, cells[i].second), values[i]) << i;
+}
+
 TEST_F(SessionLogTest, AnswersStandBeforeTheirLineAndRefusalsInBetweenErrors) {
   Begin("a.log");
   Press(sasw::MASKINGCALCDISP);  // no pair yet: refused with a box
@@ -212,7 +240,7 @@ TEST_F(SessionLogTest, AnswersStandBeforeTheirLineAndRefusalsInBetweenErrors) {
   Press(mainmenu::NEW_MEASUREMENT);
   script::EndLog();
   EXPECT_EQ(LinesOf("a.log"),
-            "onerror continue\ndisperse\nonerror stop\nanswer file b.da\npress MEASPANEL.F7\n"
+            "onerror continue\ndisperse\nonerror stop\nsave b.da\n"
             "answer yes\nanswer no\npress MAINMENU.NEW_MEASUREMENT\n");
 }
 
@@ -228,12 +256,8 @@ TEST_F(SessionLogTest, WhatNoLineCanHoldIsAComment) {
 }
 
 TEST_F(SessionLogTest, AHaltComesBackAtItsPoll) {
-  const std::string model =
-      kRead +
-      "pair ID 1 2\nphase original\nmask 0 7\nmask 48 500\ndisperse\ncondense points=12\n"
-      "layers 2,3,4,6,80\nload global\nproject id=site\n";
   StartSession();
-  ASSERT_EQ(Run(model + "save a.da"), 0) << err;
+  ASSERT_EQ(Run(kModel + "save a.da"), 0) << err;
   Begin("a.log");
   ASSERT_EQ(Run("open a.da"), 0) << err;
   int polls = 0;
@@ -370,24 +394,42 @@ class KilledLog : public SessionLogTest {
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
+  /// Until a.log has more than this many bytes, or the program has ended. The program stays to be waited for.
+  void WaitForLog(pid_t child, std::uintmax_t bytes) {
+    const auto ended = [child] {
+      siginfo_t info = {};
+      return ::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+             info.si_pid == child;
+    };
+    while (!ended()) {
+      std::error_code error;
+      const std::uintmax_t now = fs::file_size(folder.File("a.log"), error);
+      if (!error && now > bytes) return;
+      std::this_thread::sleep_for(std::chrono::microseconds(100));
+    }
+  }
 };
 
 TEST_F(KilledLog, ChecksAndRunsAgain) {
   std::string job = "*sondera 2\n" + kRead + "pair ID 1 2\nphase original\n";
-  for (int i = 0; i < 400; ++i)
+  for (int i = 0; i < 120; ++i)
     job += FormatText(
         "answer file copy.da\npress MEASPANEL.F7\nmask %d %d\nonerror continue\nmask delete 400\n"
         "onerror stop\nmask clear\n",
         i % 20, 30 + i % 20);
   Write("job.txt", job);
+  const std::vector<std::string> command = {testing::kProgram, "--batch", "--yes",
+                                            "--log=a.log",     "run",     "job.txt"};
+  ASSERT_EQ(Wait(testing::StartProgram(command)), 1);  // some lines are refused
+  const std::size_t whole = Read("a.log").size();
   std::mt19937 random(11);
   int midway = 0;
   for (int kill = 0; kill < 50; ++kill) {
     fs::remove(folder.File("a.log"));
     fs::remove(folder.File("copy.da"));
-    const pid_t child =
-        testing::StartProgram({testing::kProgram, "--batch", "--yes", "--log=a.log", "run", "job.txt"});
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 100000));
+    StartSession();  // this process still had the project of the last replay, which the program saves
+    const pid_t child = testing::StartProgram(command);
+    WaitForLog(child, random() % (whole / 6));
     ::kill(child, SIGKILL);
     midway += Wait(child) == -1 ? 1 : 0;
     if (!Exists("a.log")) continue;
@@ -406,7 +448,7 @@ TEST_F(KilledLog, ChecksAndRunsAgain) {
           << line;
     EXPECT_NE(status, 2);
   }
-  EXPECT_GT(midway, 10);
+  EXPECT_EQ(midway, 50);
 }
 
 TEST_F(KilledLog, TheProgramLogsARunOfEitherDialectAndTheProjectComesAgain) {

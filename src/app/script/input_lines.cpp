@@ -5,83 +5,24 @@
 #include <utility>
 
 #include "app/script/control_values.h"
+#include "app/script/line.h"
 #include "app/script/names.h"
+#include "app/script/press_words.h"
 #include "app/script/values.h"
 #include "app/script/words.h"
-#include "records/curve_labels.h"
-#include "records/measdb.h"
 #include "records/session.h"
-#include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/exdthd.h"
-#include "runtime/catalogue/inversion.h"
+#include "runtime/catalogue/hmsetup.h"
 #include "runtime/catalogue/sasw.h"
-#include "runtime/paths.h"
 #include "runtime/text_format.h"
 
 namespace sondera::script {
 namespace {
 
-constexpr std::string_view kAuto = "mask auto";
 constexpr std::string_view kPhases[] = {"original", "enhanced", "backbone"};
-
-bool WorksOnTraceA() {
-  return GetCtrlVal(sasw::TRACE_ONOFF) == 0;
-}
 
 bool Is(const Input& input, const Control& control) {
   return input.control == &control;
-}
-
-InputLine OneLine(std::string line) {
-  InputLine made;
-  made.lines.push_back(std::move(line));
-  return made;
-}
-
-// --- words of presses ---
-
-/// The fields of a new mask are arguments of the word.
-InputLine MaskLine() {
-  using namespace sasw;
-  const double from = GetCtrlVal(MASKING_FREQINIT), to = GetCtrlVal(MASKING_FREQFINAL);
-  const int jumps = static_cast<int>(GetCtrlVal(MASKING_JUMPNO));
-  if (!(from >= 0.0) || !(to > from) || jumps < 0 || !WorksOnTraceA()) return {};
-  InputLine line = OneLine("mask " + TextOf(from) + " " + TextOf(to) +
-                           (jumps != 0 ? " jumps=" + std::to_string(jumps) : ""));
-  line.replaced = {&MASKING_FREQINIT, &MASKING_FREQFINAL, &MASKING_JUMPNO};
-  return line;
-}
-
-/// A pair that moves to the other list.
-InputLine MoveLine(const char* word, const ListControl& from) {
-  const PMeasInfo* pair = PairOfLabel(GetLabelFromIndex(from, GetCtrlIndex(from)));
-  std::string projID, measID;
-  if (!pair) return {};
-  GetIDfromKey(pair->key, projID, measID);
-  InputLine line = OneLine(std::string(word) + " " + ArgumentText(measID) +
-                           FormatText(" %d %d", pair->refChan + 1, pair->dspChan + 1));
-  line.replaced = {&from};
-  return line;
-}
-
-/// Every page with graphs has a button that redraws them, and a word that names one of them.
-InputLine PlotLine(const Control& redraw) {
-  for (ControlId c : ControlsOf(redraw.panel))
-    if (c->kind == ControlKind::Graph) return OneLine("plot " + NameOf(*c));
-  return {};
-}
-
-InputLine WordOfPress(const Input& input) {
-  if (input.event != Event::Commit) return {};
-  if (Is(input, sasw::MASKINGNEW)) return MaskLine();
-  if (Is(input, sasw::MASKINGRESET) && WorksOnTraceA()) return OneLine("mask clear");
-  if (Is(input, sasw::MASKINGAUTO) && WorksOnTraceA()) return OneLine(std::string(kAuto));
-  if (Is(input, sasw::MASKINGCALCDISP)) return OneLine("disperse");
-  if (Is(input, dispcurv::INCLUDE)) return MoveLine("include", dispcurv::LIST_EXCLUDED);
-  if (Is(input, dispcurv::EXCLUDE)) return MoveLine("exclude", dispcurv::LIST_INCLUDED);
-  if (Is(input, inversion::PERFORMINV) && IsPanelShown(Panel::INVERSION)) return OneLine("invert");
-  if (input.control->name == "REDRAW") return PlotLine(*input.control);
-  return {};
 }
 
 std::string_view EventName(Event event) {
@@ -165,11 +106,72 @@ InputLine LineOfPoint(const Input& input) {
   }
 }
 
+// --- tables ---
+
+std::string CellLine(const TableControl& table, int row, int column) {
+  return FormatText("cell %s %d %d ", NameOf(table).c_str(), row, column) +
+         TextOf(GetTableCellVal(table, row, column));
+}
+
+/// The first cells, as one line that a script can have; `from` becomes the first cell of the next line. Rows
+/// that follow one another, and columns from that of the first cell on; what is between them stays.
+std::string BlockLine(const TableControl& table, const std::vector<std::pair<int, int>>& cells,
+                      std::size_t& from) {
+  const auto [firstRow, firstColumn] = cells[from];
+  std::string text = FormatText("cells %s %d %d ", NameOf(table).c_str(), firstRow, firstColumn);
+  constexpr std::size_t kLongestNumber = 32;
+  int row = firstRow, column = firstColumn;
+  for (const std::size_t first = from; from < cells.size(); ++from) {
+    const auto [nextRow, nextColumn] = cells[from];
+    const bool inOrder = from == first || nextRow > row || (nextRow == row && nextColumn > column);
+    if (!inOrder || nextColumn < firstColumn) break;
+    const int down = nextRow - row, right = nextColumn - (down > 0 ? firstColumn : column);
+    if (text.size() + static_cast<std::size_t>(down + right) + kLongestNumber > kLongestLine) break;
+    text.append(static_cast<std::size_t>(down), ';').append(static_cast<std::size_t>(right), ',');
+    text += TextOf(GetTableCellVal(table, nextRow, nextColumn));
+    row = nextRow;
+    column = nextColumn;
+  }
+  return text;
+}
+
+/// One line for the block, since it is one step of Undo. A block that is too long has several.
+InputLine LineOfCells(const Input& input) {
+  const auto& table = static_cast<const TableControl&>(*input.control);
+  InputLine line;
+  if (input.cells.size() == 1) {
+    line.lines.push_back(CellLine(table, input.cells[0].first, input.cells[0].second));
+    return line;
+  }
+  for (std::size_t from = 0; from < input.cells.size();)
+    line.lines.push_back(BlockLine(table, input.cells, from));
+  return line;
+}
+
+// --- presses ---
+
+/// The word, where it can say the same; else the press, with the answers before it.
+InputLine LineOfPress(const Input& input, InputEnd end, InputLine prepared, const GivenAnswers& answers) {
+  if (prepared.finish) {
+    const bool notes = prepared.notesMessages && end == InputEnd::Told;
+    const std::string line = end == InputEnd::Done || notes ? prepared.finish(answers) : "";
+    if (!line.empty() && CanBeBound(line)) {
+      prepared.neverRefused = notes;
+      prepared.lines = {line};
+      prepared.dropsAnswers = true;
+      return prepared;
+    }
+  } else if (!prepared.lines.empty() && (answers.empty() || prepared.keepsAnswers)) {
+    return prepared;
+  }
+  return OneLine(PressText(*input.control, input.event));
+}
+
 /// The word opens without a question. A cancelled dialog, or a file that does not exist, gives no line.
-InputLine LineOfOpen(bool opened, const std::vector<std::string>& answers) {
+InputLine LineOfOpen(bool opened, const GivenAnswers& answers) {
   InputLine line;
   line.dropsAnswers = line.neverRefused = true;
-  const bool cancelled = std::find(answers.begin(), answers.end(), "answer cancel") != answers.end();
+  const bool cancelled = CountOf(answers, GivenAnswer::Kind::Cancel) > 0;
   if (opened || (session.readInPart && !cancelled))
     line.lines.push_back("open " + PathText(session.projectFileName) + " discard=yes" +
                          (session.readInPart ? " damaged=yes" : ""));
@@ -178,11 +180,6 @@ InputLine LineOfOpen(bool opened, const std::vector<std::string>& answers) {
 
 }  // namespace
 
-std::string PathText(const std::string& path) {
-  const std::string here = CurrentDirectory() + "/";
-  return ArgumentText(path.starts_with(here) && path.size() > here.size() ? path.substr(here.size()) : path);
-}
-
 bool OnlyItsLastValueCounts(const Control& c) {
   using namespace sasw;
   const bool movesMarkers = &c == &MASKING_FREQINIT || &c == &MASKING_FREQFINAL || &c == &MASKING_JUMPNO;
@@ -190,19 +187,13 @@ bool OnlyItsLastValueCounts(const Control& c) {
 }
 
 InputLine LineBefore(const Input& input) {
-  return input.kind == Input::Kind::Press ? WordOfPress(input) : InputLine{};
+  const bool presses = input.kind == Input::Kind::Press && input.event == Event::Commit;
+  return presses ? WordOfPress(*input.control) : InputLine{};
 }
 
 InputLine LineOfEntry(const Input& input) {
   const Control& c = *input.control;
-  if (input.kind == Input::Kind::Cells) {
-    const auto& table = static_cast<const TableControl&>(c);
-    InputLine line;
-    for (const auto& [row, column] : input.cells)
-      line.lines.push_back(FormatText("cell %s %d %d ", NameOf(c).c_str(), row, column) +
-                           TextOf(GetTableCellVal(table, row, column)));
-    return line;
-  }
+  if (input.kind == Input::Kind::Cells) return LineOfCells(input);
   if (input.event == Event::LeftDoubleClick) {
     InputLine line = OneLine(SetText(c) + (SetText(c).starts_with("set") ? " commit=no" : ""));
     line.lines.push_back(PressText(c, input.event));
@@ -212,25 +203,17 @@ InputLine LineOfEntry(const Input& input) {
     const int phase = GetCtrlVal(sasw::DISPCURV_OPTION);
     if (phase >= 0 && phase < 3) return OneLine("phase " + std::string(kPhases[phase]));
   }
+  if (Is(input, hmsetup::PROJID)) return OneLine("project id=" + ArgumentText(GetCtrlVal(hmsetup::PROJID)));
   if (Is(input, exdthd::ITERNO)) return OneLine("select " + EntryName(GetCtrlVal(exdthd::ITERNO)));
   InputLine line = OneLine(SetText(c));
   if (OnlyItsLastValueCounts(c)) line.replaces = &c;
   return line;
 }
 
-InputLine LineBehind(const Input& input, bool refused, InputLine prepared,
-                     const std::vector<std::string>& answers) {
+InputLine LineBehind(const Input& input, InputEnd end, InputLine prepared, const GivenAnswers& answers) {
   switch (input.kind) {
-    case Input::Kind::Press: {
-      const bool saysYes =
-          !prepared.lines.empty() && prepared.lines.front() == kAuto &&
-          std::all_of(answers.begin(), answers.end(), [](const std::string& a) { return a == "answer yes"; });
-      if (!prepared.lines.empty() && (answers.empty() || saysYes)) {
-        prepared.dropsAnswers = true;
-        return prepared;
-      }
-      return OneLine(PressText(*input.control, input.event));
-    }
+    case Input::Kind::Press:
+      return LineOfPress(input, end, std::move(prepared), answers);
     case Input::Kind::Value:
     case Input::Kind::Cells:
       return prepared;
@@ -241,7 +224,7 @@ InputLine LineBehind(const Input& input, bool refused, InputLine prepared,
     case Input::Kind::Open:
       break;
   }
-  return LineOfOpen(!refused, answers);
+  return LineOfOpen(end == InputEnd::Done, answers);
 }
 
 }  // namespace sondera::script

@@ -2,6 +2,7 @@
 #include "app/script/session_log.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ namespace {
 
 constexpr std::string_view kSecondLine = "# log of a session";
 
-/// A pending line, since a later one may replace it.
+/// The line of an entry, which a later entry into the same field replaces.
 struct Waiting {
   std::string lines;
   ControlId control = nullptr;
@@ -40,8 +41,8 @@ struct Waiting {
 
 /// Events during the present action.
 struct Act {
-  std::vector<std::string> files;    // comments
-  std::vector<std::string> answers;  // lines
+  std::vector<std::string> files;  // comments
+  GivenAnswers answers;
   bool takesAnswers = false;
   int polls = 0, haltAt = 0;
   InputLine input;  // of a person
@@ -50,6 +51,9 @@ struct Act {
 struct SessionLog {
   int file = -1;
   std::string path, trouble;
+  bool rewinds = false;  // a regular file: waiting lines stand in it, and are replaced there
+  off_t settled = 0;     // its length without them
+  std::string shown;     // the waiting lines in the file
   std::map<std::string, std::string> sums;  // of files read, by their names
   std::vector<Waiting> waiting;
   std::vector<std::string> steering;
@@ -77,10 +81,44 @@ void WriteOut(const std::string& text) {
   }
 }
 
-std::string TakeWaiting() {
+std::string TextOfWaiting() {
   std::string text;
-  for (const Waiting& w : std::exchange(sessionLog.waiting, {})) text += w.lines;
+  for (const Waiting& w : sessionLog.waiting) text += w.lines;
   return text;
+}
+
+/// Makes the waiting lines of the file those of now.
+void ShowWaiting() {
+  if (!IsOn() || !sessionLog.rewinds) return;
+  const std::string text = TextOfWaiting();
+  std::string& shown = sessionLog.shown;
+  if (!text.starts_with(shown)) {
+    if (::ftruncate(sessionLog.file, sessionLog.settled) != 0 ||
+        ::lseek(sessionLog.file, sessionLog.settled, SEEK_SET) < 0) {
+      sessionLog.rewinds = false;  // a later action writes them, after those that stand here
+      return;
+    }
+    shown.clear();
+  }
+  WriteOut(text.substr(shown.size()));
+  shown = text;
+}
+
+/// Nothing replaces the waiting lines any more.
+void SettleWaiting() {
+  ShowWaiting();
+  const std::string text = TextOfWaiting();
+  sessionLog.waiting.clear();
+  if (sessionLog.rewinds)
+    sessionLog.settled += static_cast<off_t>(std::exchange(sessionLog.shown, {}).size());
+  else
+    WriteOut(text);
+}
+
+void WriteSettled(const std::string& text) {
+  SettleWaiting();
+  WriteOut(text);
+  sessionLog.settled += static_cast<off_t>(text.size());
 }
 
 /// A line that a script cannot contain is written as a comment: it is not replayed, and the log stays valid.
@@ -97,7 +135,7 @@ void WriteAct(const std::vector<std::string>& lines, bool refused, ControlId rep
   std::string before;
   for (const std::string& file : act.files) before += file + "\n";
   for (const std::string& l : std::exchange(sessionLog.steering, {})) before += l + "\n";
-  for (const std::string& l : act.answers) before += l + "\n";
+  for (const GivenAnswer& answer : act.answers) before += Writable(LineOfAnswer(answer)) + "\n";
   if (act.haltAt > 0) before += FormatText("halt after=%d\n", act.haltAt);
   std::string shown;
   for (const std::string& line : lines)
@@ -106,10 +144,10 @@ void WriteAct(const std::vector<std::string>& lines, bool refused, ControlId rep
   if (replaces && !refused && before.empty()) {
     std::erase_if(sessionLog.waiting, [&](const Waiting& w) { return w.control == replaces; });
     sessionLog.waiting.push_back({shown, replaces});
+    ShowWaiting();
     return;
   }
-  const std::string text = TakeWaiting();
-  WriteOut(text + (refused ? "onerror continue\n" + before + shown + "onerror stop\n" : before + shown));
+  WriteSettled(refused ? "onerror continue\n" + before + shown + "onerror stop\n" : before + shown);
 }
 
 void BeginAct(bool takesAnswers) {
@@ -134,8 +172,9 @@ void Polled() {
   if (InterruptRequested() && sessionLog.act.haltAt == 0) sessionLog.act.haltAt = sessionLog.act.polls;
 }
 
-void Answered(std::string line) {
-  if (sessionLog.depth == 1 && sessionLog.act.takesAnswers) sessionLog.act.answers.push_back(std::move(line));
+void Answered(GivenAnswer answer) {
+  if (sessionLog.depth == 1 && sessionLog.act.takesAnswers)
+    sessionLog.act.answers.push_back(std::move(answer));
 }
 
 /// A file that this session has written is not an input.
@@ -162,8 +201,10 @@ void Entered(const Input& input) {
 
 /// The action that begins a log is not part of it. Inside another action only the button that ends it is
 /// possible: that is a halt at the poll that processed it.
-void Ends(const Input& input, bool refused) {
+/// A message counts as a refusal, since a script stops at it.
+void Ends(const Input& input, InputEnd end) {
   if (sessionLog.depth == 0) return;
+  const bool refused = end != InputEnd::Done;
   Act& act = sessionLog.act;
   if (sessionLog.depth > 1 && input.control && input.control == EndingControl() && PressHalted() &&
       act.haltAt == 0)
@@ -172,7 +213,7 @@ void Ends(const Input& input, bool refused) {
     EndAct({}, refused, nullptr);
     return;
   }
-  const InputLine line = LineBehind(input, refused, std::move(act.input), act.answers);
+  const InputLine line = LineBehind(input, end, std::move(act.input), act.answers);
   if (line.dropsAnswers) act.answers.clear();
   for (const ControlId control : line.replaced)
     std::erase_if(sessionLog.waiting, [&](const Waiting& w) { return w.control == control; });
@@ -184,13 +225,16 @@ SessionWatcher WatcherOfTheLog() {
   watcher.begins = Begins;
   watcher.entered = Entered;
   watcher.ends = Ends;
-  watcher.confirmed = [](bool yes) { Answered(yes ? "answer yes" : "answer no"); };
+  using Kind = GivenAnswer::Kind;
+  watcher.confirmed = [](bool yes) { Answered({.kind = yes ? Kind::Yes : Kind::No}); };
   watcher.prompted = [](const std::optional<std::string>& text) {
-    Answered(text ? "answer text " + Quoted(*text) : "answer cancel");
+    Answered(text ? GivenAnswer{.kind = Kind::Text, .text = *text} : GivenAnswer{});
   };
   watcher.fileChosen = [](const FileChoice& choice) {
-    const bool chosen = choice.answer != FileAnswer::Cancelled;
-    Answered(chosen ? "answer file " + PathText(choice.path) : "answer cancel");
+    if (choice.answer == FileAnswer::Cancelled)
+      Answered({});
+    else
+      Answered({.kind = Kind::File, .text = choice.path, .existed = choice.answer == FileAnswer::Exists});
   };
   watcher.polled = Polled;
   watcher.readsFile = ReadsFile;
@@ -223,9 +267,11 @@ std::string BeginLog(const std::string& name, const std::string& script) {
   sessionLog = {};
   sessionLog.file = file;
   sessionLog.path = path;
+  struct stat kind = {};
+  sessionLog.rewinds = ::fstat(file, &kind) == 0 && S_ISREG(kind.st_mode);
   WatchSession(WatcherOfTheLog());
-  WriteOut(std::string(kHeader) + "\n" + std::string(kSecondLine) + ", Sondera " + std::string(kVersion) +
-           "\n");
+  WriteSettled(std::string(kHeader) + "\n" + std::string(kSecondLine) + ", Sondera " + std::string(kVersion) +
+               "\n");
   return sessionLog.trouble;
 }
 
@@ -242,7 +288,7 @@ bool IsLogging() {
 
 std::string EndLog() {
   if (!IsOn()) return "";
-  WriteOut(TakeWaiting());
+  SettleWaiting();
   WatchSession({});
   if (::close(sessionLog.file) != 0 && sessionLog.trouble.empty())
     sessionLog.trouble = "the log " + sessionLog.path + " was not written to its end";

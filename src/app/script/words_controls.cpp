@@ -1,6 +1,9 @@
-// words_controls.cpp - the words that reach every control by its name: set, cell, item, press, point.
+// words_controls.cpp - the words that reach every control by its name: set, cell, cells, item, press, point.
 #include <array>
 #include <cstddef>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "app/script/control_values.h"
 #include "app/script/fault.h"
@@ -65,6 +68,55 @@ void Cell(Run& run, const Arguments& a) {
   run.notify(table, Event::GotFocus);
   if (!SetTableCellVal(table, a.whole("ROW"), ColumnOf(table, a.text("COLUMN")), a.number("VALUE")))
     throw Fault(FormatText("%s has %d rows now", NameOf(table).c_str(), GetNumTableRows(table)));
+  run.notify(table, Event::Commit);
+}
+
+// ---- cells ----------------------------------------------------------------------------------------------
+
+struct NewCell {
+  long row;  // of a line; a table may have fewer
+  int column;
+  double value;
+};
+
+/// The cells of a block: rows between semicolons, values between commas. A cell without a value is left out.
+std::vector<NewCell> BlockOf(const Arguments& a) {
+  const auto& table = static_cast<const TableControl&>(a.control("CONTROL"));
+  const int column = ColumnOf(table, a.text("COLUMN")), columns = GetNumTableColumns(table);
+  std::vector<NewCell> block;
+  long row = a.whole("ROW");
+  std::istringstream rows(a.text("VALUES"));
+  for (std::string line; std::getline(rows, line, ';'); ++row) {
+    int at = column;
+    for (const std::string& item : ItemsOf(line)) {
+      if (!item.empty()) {
+        const auto number = NumberOf(item);
+        if (!number) throw Fault("VALUES: " + Quoted(item) + " is not a number");
+        if (at > columns)
+          throw Fault(FormatText("%s has the columns 1 to %d", NameOf(table).c_str(), columns));
+        block.push_back({row, at, *number});
+      }
+      ++at;
+    }
+  }
+  if (block.empty()) throw Fault("VALUES has no number");
+  return block;
+}
+
+void CheckCells(const Arguments& a) {
+  if (a.whole("ROW") < 1) throw Fault("rows count from 1");
+  BlockOf(a);
+}
+
+/// One entry, as a person's who pastes.
+void Cells(Run& run, const Arguments& a) {
+  const auto& table = static_cast<const TableControl&>(a.control("CONTROL"));
+  const std::vector<NewCell> block = BlockOf(a);
+  if (block.back().row > GetNumTableRows(table))
+    throw Fault(FormatText("%s has %d rows now", NameOf(table).c_str(), GetNumTableRows(table)));
+  run.notify(table, Event::GotFocus);
+  for (const NewCell& cell : block)
+    SetTableCellVal(table, static_cast<int>(cell.row), cell.column, cell.value);
   run.notify(table, Event::Commit);
 }
 
@@ -153,6 +205,15 @@ std::vector<WordForm> ControlForms() {
        "Writes one cell of a table; the column by its number or its title.",
        Cell,
        CheckCell},
+      {"cells",
+       {ControlArgument("PANEL.TABLE", Bit(ControlKind::Table)), Fixed("ROW", Kind::Whole),
+        Fixed("COLUMN", Kind::Text), Fixed("VALUES", Kind::Text, "V,V,...;V,V,...")},
+       {},
+       "Writes a block of cells in one step, as a paste does: the first cell, then the values of a row "
+       "between "
+       "commas and the rows between semicolons. A cell without a value stays.",
+       Cells,
+       CheckCells},
       {"item",
        {ControlArgument("PANEL.RING", kItemControls), Fixed("LABEL", Kind::Text)},
        {},

@@ -6,6 +6,7 @@
 
 #include "app/script/control_values.h"
 #include "app/script/fault.h"
+#include "app/script/import_fields.h"
 #include "app/script/run.h"
 #include "app/script/tables.h"
 #include "app/script/values.h"
@@ -102,31 +103,6 @@ void Project(Run& run, const Arguments& a) {
 }
 
 // ---- read -----------------------------------------------------------------------------------------------
-
-/// In the order of the dialog's kinds of data.
-constexpr std::string_view kDataKinds = "tim|hyx|gyx|uff-h|uff-g";
-constexpr int kTim = 0, kGyx = 2, kUffG = 4;
-constexpr std::size_t kMostReceivers = 8;
-
-constexpr std::array<const TextControl*, 10> kFileFields = {
-    &loadtxdata::FNAMESRC, &loadtxdata::FNAMECH1, &loadtxdata::FNAMECH2, &loadtxdata::FNAMECH3,
-    &loadtxdata::FNAMECH4, &loadtxdata::FNAMECH5, &loadtxdata::FNAMECH6, &loadtxdata::FNAMECH7,
-    &loadtxdata::FNAMECH8, &loadtxdata::FNAMECH9};
-constexpr std::array<const NumericControl*, kMostReceivers> kLocations = {
-    &loadtxdata::LOC_REC1, &loadtxdata::LOC_REC2, &loadtxdata::LOC_REC3, &loadtxdata::LOC_REC4,
-    &loadtxdata::LOC_REC5, &loadtxdata::LOC_REC6, &loadtxdata::LOC_REC7, &loadtxdata::LOC_REC8};
-
-bool IsCrossSpectrum(int kind) {
-  return kind == kGyx || kind == kUffG;
-}
-
-/// Files of a kind for n receivers: of transfer functions the first receiver has one only with an
-/// instrumented source, of cross spectra the source adds two more.
-std::size_t FilesFor(int kind, std::size_t n, bool source) {
-  if (kind == kTim) return n;
-  if (IsCrossSpectrum(kind)) return source ? n + 2 : n;
-  return source ? n : n - 1;
-}
 
 void CheckRead(const Arguments& a) {
   const std::size_t receivers = a.numbers("at").size(), files = a.texts("files").size();
