@@ -49,6 +49,7 @@
 #include "panels/sasw_masking.h"
 #include "panels/sasw_phases.h"
 #include "panels/sasw_traces.h"
+#include "panels/table_import.h"
 #include "panels/tmgrafpnl.h"
 #include "panels/tmgrafpnl_draw.h"
 #include "panels/tmgrafpnl_stations.h"
@@ -266,6 +267,10 @@ constexpr CallbackRow kImport[] = {
     {&mainmenu::EXPORT_LAYERS, ExportTablesCallback},
     {&mainmenu::EXPORT_DISBA, ExportTablesCallback},
     {&mainmenu::LOAD_SHOTS, LoadShotsCallback},
+    {&mainmenu::LOAD_CURVE, LoadCurveTableCallback},
+    {&mainmenu::LOAD_DINVER, LoadCurveTableCallback},
+    {&mainmenu::LOAD_LAYERS, LoadLayerTableCallback},
+    {&mainmenu::LOAD_DISBA, LoadLayerTableCallback},
     {&loadshots::ADDFILE, AddShotFileCallback},
     {&loadshots::FORMAT, PreviewShotsCallback},
     {&loadshots::FILES, PreviewShotsCallback},

@@ -121,8 +121,7 @@ std::string TakeNamed(const NumberTable& table, CurvePoints& curve) {
   if (curve.velocity.empty() && !wavelength.empty() && !curve.frequency.empty())
     for (std::size_t i = 0; i < wavelength.size(); ++i)
       curve.velocity.push_back(curve.frequency[i] * wavelength[i]);
-  if (curve.frequency.empty() || curve.velocity.empty())
-    return "no columns of frequency and velocity are named; say what the columns are";
+  if (curve.frequency.empty() || curve.velocity.empty()) return std::string(kColumnsNotNamed);
   return {};
 }
 

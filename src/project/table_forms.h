@@ -43,6 +43,10 @@ double Geopsy210Slowness(double velocity, double sd);
 
 enum class CurveForm { Named, Swprepost, Dinver, Gpdc };
 
+/// Reason of ReadCurvePoints for a text whose columns have no names, so that a caller can ask for them.
+inline constexpr std::string_view kColumnsNotNamed =
+    "no columns of frequency and velocity are named; say what the columns are";
+
 /// Reads a curve. Named: columns by their names (frequency, freq, f; velocity, phase velocity, c, v;
 /// slowness; wavelength; sd, std), units in brackets after them; swprepost and gpdc are recognised by their
 /// comments. columns: the names, separated by commas, for a text without names. Empty, or why not.

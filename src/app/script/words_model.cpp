@@ -11,9 +11,7 @@
 #include "inversion/starting_model.h"
 #include "panels/forward_run.h"
 #include "panels/inversion_start.h"
-#include "panels/one_click.h"
-#include "project/shot.h"
-#include "project/table_forms.h"
+#include "panels/table_import.h"
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "run/model_numbers.h"
@@ -40,11 +38,6 @@ void OnModelPanel(Run& run, Work work) {
 }
 
 // ---- layers ---------------------------------------------------------------------------------------------
-
-void WriteLayers(Run& run, const std::vector<double>& thicknesses) {
-  WriteNewLayers(thicknesses,
-                 [&run](const Control& control, long data) { run.press(control, Event::Commit, data); });
-}
 
 /// Rows of a layer file: 1 to 6 numbers, in the order of the table; "#" and "*" begin a comment.
 std::vector<std::vector<double>> ReadLayerFile(const std::string& name) {
@@ -75,20 +68,15 @@ std::vector<std::vector<double>> ReadLayerFile(const std::string& name) {
 /// Rows of a layer table of another program, which is in m, m/s and kg/m3.
 std::vector<std::vector<double>> ReadLayersOf(const Arguments& a) {
   const std::string& name = a.text("LIST");
-  std::string bytes;
-  std::string reason = ReadShotBytes(JoinUnlessAbsolute(CurrentDirectory(), name), bytes);
   LayeredModel model;
-  if (reason.empty()) reason = a.choice("form") == 0 ? ReadLayers(bytes, model) : ReadDisba(bytes, model);
+  const std::string reason =
+      ReadLayerTable(JoinUnlessAbsolute(CurrentDirectory(), name),
+                     a.choice("form") == 0 ? LayerForm::Layers : LayerForm::Disba, model);
   if (!reason.empty()) throw Fault(name + ": " + reason);
   if (a.has("halfspace")) model.thickness.back() = a.number("halfspace") * session.lengthUnit;
   if (!(model.thickness.back() > 0.0))
     throw Fault("the half-space has no thickness there, and needs one here: halfspace=");
-  constexpr double kDerived = 0.0;  // Poisson's ratio follows from Vp and Vs
-  std::vector<std::vector<double>> rows;
-  for (std::size_t i = 0; i < model.size(); ++i)
-    rows.push_back({model.thickness[i] / session.lengthUnit, model.vp[i] / session.lengthUnit,
-                    model.vs[i] / session.lengthUnit, model.density[i], kDerived});
-  return rows;
+  return LayerRows(model);
 }
 
 bool IsNumberList(const std::string& text) {
@@ -112,14 +100,7 @@ void Layers(Run& run, const Arguments& a) {
   } else {
     rows = ReadLayerFile(a.text("LIST"));
   }
-  OnModelPanel(run, [&] {
-    std::vector<double> thicknesses;
-    for (const std::vector<double>& row : rows) thicknesses.push_back(row.front());
-    WriteLayers(run, thicknesses);
-    for (std::size_t r = 0; r < rows.size(); ++r)
-      for (std::size_t c = 1; c < rows[r].size(); ++c)
-        SetTableCellVal(fmodeling::SOILPROFILE, static_cast<int>(r) + 1, static_cast<int>(c) + 1, rows[r][c]);
-  });
+  PutLayerRows(rows, [&run](const Control& control, long data) { run.press(control, Event::Commit, data); });
 }
 
 /// Named arguments of `layer` in the order of the table's columns.

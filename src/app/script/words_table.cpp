@@ -8,13 +8,9 @@
 #include "app/script/tables.h"
 #include "app/script/values.h"
 #include "app/table_export.h"
-#include "panels/mainmenu_curves.h"
-#include "project/shot.h"
-#include "project/table_forms.h"
-#include "records/session.h"
+#include "panels/table_import.h"
 #include "runtime/files.h"
 #include "runtime/findings.h"
-#include "runtime/redraw.h"
 
 namespace sondera::script {
 namespace {
@@ -51,23 +47,11 @@ constexpr CurveForm kForms[] = {CurveForm::Named, CurveForm::Swprepost, CurveFor
 
 void ReadCurveTable(Run&, const Arguments& a) {
   const std::string path = JoinUnlessAbsolute(CurrentDirectory(), a.text("FILE"));
-  std::string bytes;
-  std::string reason = ReadShotBytes(path, bytes);
-  CurvePoints curve;
   const CurveForm form = a.has("form") ? kForms[a.choice("form")] : CurveForm::Named;
-  if (reason.empty()) reason = ReadCurvePoints(bytes, form, a.text("columns", ""), curve);
+  std::string made;
+  const std::string reason = LoadCurveTable(path, form, a.text("columns", ""), a.text("id", kCurveID), made);
   if (!reason.empty()) throw Fault(a.text("FILE") + ": " + reason);
-  std::string name = FileNameOf(path);
-  name = name.substr(0, name.rfind('.'));
-  const std::string id = a.text("id", "curve");
-  // The program's own curve format makes the measurement of two channels for it.
-  const std::string text = ExdText(curve, id, session.lengthUnit);
-  TextReader reader;
-  reader.OpenMemory(text);
-  const std::string trouble = ReadExdCurves(reader, name);
-  DispCurvPlot(1);
-  if (!trouble.empty()) throw Fault(a.text("FILE") + ": " + trouble);
-  AddNote(a.text("FILE") + ": the curve is that of the measurement " + id + "@" + name);
+  AddNote(a.text("FILE") + ": the curve is that of the measurement " + made);
 }
 
 std::vector<WordForm> TableForms() {

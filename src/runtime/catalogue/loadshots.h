@@ -12,7 +12,7 @@ inline constexpr ListItem kSides[] = {{"Not chosen", 0}, {"Left", 1}, {"Right", 
 inline constexpr ListItem kUnits[] = {
     {"Of the file", 0.0}, {"m", 1.0}, {"ft", 0.3048}, {"cm", 0.01}, {"in", 0.0254}};
 inline constexpr std::string_view kPairColumns[] = {
-    "Use", "Near channel", "Far channel", "Near distance", "Spacing", "Far distance", "Longest wavelength"};
+    "Use", "Near channel", "Far channel", "Near distance", "Spacing", "Far distance", "Wavelength to"};
 
 inline constexpr RingControl FORMAT{
     Panel::LOADSHOTS,

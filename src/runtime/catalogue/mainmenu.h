@@ -37,6 +37,24 @@ inline constexpr MenuControl LOAD_SHOTS{
     "File/Import",
     "Shots of a Line (SEG-2, Columns) ...",
     {.hint = "Imports whole shots after a preview of what the file holds."}};
+inline constexpr MenuControl LOAD_CURVE{
+    "LOAD_CURVE",
+    "File/Import",
+    "Curve (CSV, swprepost, gpdc)",
+    {.hint = "Imports a dispersion curve of another program as a measurement."}};
+inline constexpr MenuControl LOAD_DINVER{"LOAD_DINVER",
+                                         "File/Import",
+                                         "Curve, dinver",
+                                         {.hint = "Imports a dispersion curve as dinver writes it."}};
+inline constexpr MenuControl LOAD_LAYERS{
+    "LOAD_LAYERS",
+    "File/Import",
+    "Profile, Layered Model",
+    {.hint = "Imports thickness, Vp, Vs and density of layers to the layer table."}};
+inline constexpr MenuControl LOAD_DISBA{"LOAD_DISBA",
+                                        "File/Import",
+                                        "Profile, disba",
+                                        {.hint = "Imports layers in km and g/cm3 to the layer table."}};
 inline constexpr MenuControl SAVE_TRACE_A{
     "SAVE_TRACE_A", "File/Export", "Trace A", {.hint = "Writes what trace A shows to a text file."}};
 inline constexpr MenuControl SAVE_TRACE_B{
@@ -276,6 +294,10 @@ inline constexpr const Control* kControls[] = {&NEW_MEASUREMENT,
                                                &LOAD_MHW_SETUP,
                                                &LOAD_ANALYSIS,
                                                &LOAD_SHOTS,
+                                               &LOAD_CURVE,
+                                               &LOAD_DINVER,
+                                               &LOAD_LAYERS,
+                                               &LOAD_DISBA,
                                                &SAVE_TRACE_A,
                                                &SAVE_TRACE_B,
                                                &EXPORT_EXD_DATA,
