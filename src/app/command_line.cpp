@@ -31,6 +31,7 @@
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
 #include "runtime/files.h"
+#include "runtime/interrupt_hold.h"
 #include "runtime/terminal.h"
 #include "runtime/text_format.h"
 
@@ -61,6 +62,8 @@ Options
   --strict     end with status 3 when everything was done but something is doubtful; a script of the second
                dialect always does
   --overwrite  with run: files that exist are written over, as if each line said overwrite=yes
+  --finish-iteration
+               with run: Ctrl-C ends an inversion when its iteration is finished, not at once
   --figures=FILE
                write the numbers of a script's run to a file, as JSON
   --log=FILE   write every act of the session to a file that runs again: sondera run FILE
@@ -290,6 +293,8 @@ bool TakeOptionOfWord(const std::string& word, CommandLine& line) {
   std::string jobs;
   if (word == "--overwrite")
     line.overwrite = true;
+  else if (word == "--finish-iteration")
+    line.finishIteration = true;
   else if (value("--figures=", line.report.figuresFile)) {
   } else if (word == "--curves" || word == "--profile" || word == "--masks")
     line.look.parts.push_back(word.substr(2));
@@ -316,6 +321,7 @@ std::string StrayOption(CommandLine& line) {
   if (line.format.empty() && !line.tables.empty()) return "--only";
   if (line.format.empty() && !looks && line.extend) return "--extend";
   if (word != "run" && line.overwrite) return "--overwrite";
+  if (word != "run" && line.finishIteration) return "--finish-iteration";
   if (word != "show" && !look.parts.empty()) return "--" + look.parts.front();
   if (word != "plot" && !look.what.empty()) return "--what";
   if (!looks && !(look.knownCurve + look.knownLayers).empty())
@@ -452,6 +458,7 @@ int RunSession(const CommandLine& line, const WindowsOpener& windows) {
   }
   if (!LogBegins(line)) return kNotAllDone;
   StartSession();
+  LetRunsFinishSteps(line.finishIteration);
   const int dispatched = line.reportFile       ? RunReport(line.arguments, *line.reportFile)
                          : line.format.empty() ? DispatchWithOptions(line)
                          : wrong.empty()       ? RunTableExport(line)

@@ -19,9 +19,10 @@ struct LookOptions {
 
 struct CommandLine {
   bool help = false, version = false;
-  bool batch = false;      ///< never open a window
-  bool assumeYes = false;  ///< answer questions with Yes
-  bool overwrite = false;  ///< of run: files that exist are written over
+  bool batch = false;            ///< never open a window
+  bool assumeYes = false;        ///< answer questions with Yes
+  bool overwrite = false;        ///< of run: files that exist are written over
+  bool finishIteration = false;  ///< of run: an interrupt ends an inversion after its iteration
   RunReportOptions report;
   std::optional<std::string> log;         ///< file for the log of the session
   std::optional<std::string> reportFile;  ///< file for the whole report of the project

@@ -24,6 +24,7 @@
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
+#include "runtime/interrupt_hold.h"
 #include "runtime/redraw.h"
 #include "runtime/text_format.h"
 
@@ -50,7 +51,11 @@ class InversionBoxes : public RunBoxes {
     DisplayPanel(Panel::EXDTHD);
     ExdThdCurvPlot();
     DrawSideGraph(iteration);
+    hold_.StepIsDone();
   }
+
+ private:
+  InterruptHold hold_;
 };
 
 /// The choice of INV_SMP, and the checks of the forward-model panel on the layers of that model. Changes on

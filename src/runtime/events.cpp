@@ -10,6 +10,7 @@
 
 #include "runtime/changes.h"
 #include "runtime/dialogs.h"
+#include "runtime/interrupt_hold.h"
 #include "runtime/session_watch.h"
 
 namespace sondera {
@@ -19,6 +20,7 @@ struct EventState {
   std::optional<int> quit;
   bool waitCursor = false;
   bool halted = false;
+  bool runsFinishSteps = false, interruptHeld = false;
 };
 EventState state;
 volatile std::sig_atomic_t interruptFlag = 0;  // set from a signal handler, as the time is
@@ -84,10 +86,23 @@ void RequestInterrupt() {
   interruptFlag = 1;
 }
 bool InterruptRequested() {
-  return interruptFlag != 0;
+  return interruptFlag != 0 && !state.interruptHeld;
 }
 void ClearInterrupt() {
   interruptFlag = 0;
+}
+
+void LetRunsFinishSteps(bool on) {
+  state.runsFinishSteps = on;
+}
+InterruptHold::InterruptHold() {
+  state.interruptHeld = state.runsFinishSteps;
+}
+InterruptHold::~InterruptHold() {
+  state.interruptHeld = false;
+}
+void InterruptHold::StepIsDone() {
+  if (interruptFlag != 0) state.interruptHeld = false;
 }
 
 }  // namespace sondera

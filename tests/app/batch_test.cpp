@@ -303,6 +303,53 @@ TEST_F(BatchOfMany, ACrashAMissingFileAndATrappedRunLeaveTheOthersAlone) {
   }
 }
 
+TEST_F(BatchOfMany, AnInterruptStartsNoFurtherSiteAndIterationsAreFinished) {
+  MakeMany(1);
+  // Many layers make an iteration long enough to be interrupted in its middle.
+  Write("job.txt", Read("job.txt") +
+                       "condense points=40\nlayers 1,1,1,1,1,2,2,2,3,3,4,6,80\nload global\n"
+                       "invert iterations=${most}\n");
+  Write("sites.csv", "site,near,far,most\na,10,30,500\nb,11,30,1\nc,12,30,1\n");
+  const pid_t batch = Start({"--keep-going"});
+  bool runs = false;
+  for (int i = 0; i < 2000 && !runs; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    if (!Exists("a")) continue;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.File("a")))
+      runs = runs || entry.path().filename().string().find(".pcm.saving-") != std::string::npos;
+  }
+  ASSERT_TRUE(runs) << Read("a/log.txt");
+  ::kill(batch, SIGINT);
+  EXPECT_EQ(StatusOf(batch), 1);
+  EXPECT_FALSE(Exists("b") || Exists("c"));
+  const std::string said = Read("a/log.txt");
+  EXPECT_NE(said.find("The inversion was halted."), std::string::npos) << said;
+  EXPECT_EQ(said.find("nothing is kept of this run"), std::string::npos) << said;
+  EXPECT_NE(said.find("halted here"), std::string::npos) << said;
+  const std::string summary = Summary();
+  EXPECT_NE(summary.find("\na,1,"), std::string::npos) << summary;
+  EXPECT_NE(summary.find("\nb,,not run,"), std::string::npos) << summary;
+  EXPECT_NE(summary.find("\nc,,not run,"), std::string::npos) << summary;
+}
+
+TEST_F(BatchOfMany, DoubtsOfASiteAreTheStatusOfTheBatch) {
+  MakeMany(1);
+  std::istringstream pair(Read("pair.hyx"));
+  std::string zeros;
+  for (std::string line; std::getline(pair, line);)
+    zeros += line.substr(0, line.find_first_of(" \t,", line.find_first_not_of(" \t"))) + " 0 0\n";
+  Write("zeros.hyx", zeros);
+  Write("job.txt", "*sondera 2\nread hyx id=pair files=${dir}/${file} source=0 at=14,30\n");
+  Write("sites.csv", "site,file\ncalm,pair.hyx\ndoubtful,zeros.hyx\ncalm2,pair.hyx\n");
+  EXPECT_EQ(Run("sites.csv job.txt"), 3) << Read("err.log");
+  const std::string summary = Summary();
+  EXPECT_NE(summary.find("\ncalm,0,,"), std::string::npos) << summary;
+  EXPECT_NE(summary.find("\ndoubtful,3,\"doubts, see log.txt\","), std::string::npos) << summary;
+  EXPECT_NE(Read("doubtful/log.txt").find("doubt: "), std::string::npos) << Read("doubtful/log.txt");
+  Write("sites.csv", "site,file\ncalm,pair.hyx\n");
+  EXPECT_EQ(Run("sites.csv job.txt"), 0) << Read("err.log");
+}
+
 TEST_F(BatchOfMany, ValuesOfTheListReachNoShell) {
   MakeMany(1);
   Write("sites.csv",

@@ -15,6 +15,7 @@
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/events.h"
+#include "runtime/interrupt_hold.h"
 #include "support/inv_fixture.h"
 
 namespace sondera::testing {
@@ -314,6 +315,32 @@ TEST_F(PerformInvAnal, HaltKeepsWhatWasFinished) {
 }
 
 // A front end that draws at every change would flash the other model.
+TEST_F(PerformInvAnal, AnInterruptWaitsForTheEndOfTheIterationWhereItIsToldTo) {
+  const auto lastAfterInterrupt = [this](bool finish) {
+    ResetEvents();
+    LetRunsFinishSteps(finish);
+    frontEnd.messages.clear();
+    SetCtrlVal(inversion::NITER, 5);
+    int polls = 0;
+    // In the sensitivities of the second iteration.
+    frontEnd.onProcessEvents = [&polls] {
+      if (GetNumListItems(exdthd::ITERNO) == 2 && ++polls == 5) RequestInterrupt();
+    };
+    EXPECT_EQ(Perform(), -1);
+    frontEnd.onProcessEvents = nullptr;
+    EXPECT_TRUE(InterruptRequested()) << "it remains for the script";
+    EXPECT_EQ(frontEnd.messages.size(), 1u);
+    ResetEvents();
+    return std::pair(GetNumListItems(exdthd::ITERNO), frontEnd.messages.front());
+  };
+  EXPECT_EQ(lastAfterInterrupt(false),
+            std::pair(2, std::string(
+                             "The inversion was halted. Iteration 1 is the last finished one and is kept.")));
+  EXPECT_EQ(lastAfterInterrupt(true),
+            std::pair(3, std::string(
+                             "The inversion was halted. Iteration 2 is the last finished one and is kept.")));
+}
+
 TEST_F(PerformInvAnal, ProfileToStartFromIsNeverOnThePanelNorInTheGivenModel) {
   StoreProfiles();
   SetCtrlVal(inversion::INV_SMP, -3);

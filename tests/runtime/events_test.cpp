@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <thread>
 
+#include "runtime/interrupt_hold.h"
+
 namespace sondera::testing {
 namespace {
 
@@ -31,6 +33,36 @@ TEST(Interrupt, ASecondOneAfterAWhileEndsTheProgramAndSaysSo) {
         std::_Exit(7);
       },
       ::testing::ExitedWithCode(1), "interrupted twice; what was not saved is lost");
+}
+
+TEST(Interrupt, WaitsForTheEndOfAStepWhereRunsFinishThem) {
+  {
+    const InterruptHold idle;
+    RequestInterrupt();
+    EXPECT_TRUE(InterruptRequested()) << "runs do not finish steps unless they are told to";
+    ClearInterrupt();
+  }
+  LetRunsFinishSteps(true);
+  {
+    InterruptHold hold;
+    hold.StepIsDone();
+    RequestInterrupt();
+    EXPECT_FALSE(InterruptRequested()) << "the next step has begun";
+    hold.StepIsDone();
+    EXPECT_TRUE(InterruptRequested());
+    ClearInterrupt();
+  }
+  {
+    const InterruptHold hold;
+    RequestInterrupt();
+    EXPECT_FALSE(InterruptRequested());
+  }
+  EXPECT_TRUE(InterruptRequested()) << "a run that ends keeps nothing back";
+  ResetEvents();
+  const InterruptHold hold;
+  RequestInterrupt();
+  EXPECT_TRUE(InterruptRequested()) << "a session begins without it";
+  ClearInterrupt();
 }
 
 TEST(Interrupt, IsForgottenOnceItWasAnswered) {

@@ -125,8 +125,9 @@ bool Batch::isDone(Job& job) const {
   ::dup2(log, STDOUT_FILENO);
   ::dup2(log, STDERR_FILENO);
   const std::string logOption = std::string("--log=") + kLog, figures = std::string("--figures=") + kFigures;
-  const char* const words[] = {"sondera",       "--batch", "--yes", "--overwrite", logOption.c_str(),
-                               figures.c_str(), "run",     kScript, nullptr};
+  const char* const words[] = {
+      "sondera",         "--batch",       "--yes", "--overwrite", "--finish-iteration",
+      logOption.c_str(), figures.c_str(), "run",   kScript,       nullptr};
   ::execv("/proc/self/exe", const_cast<char* const*>(words));
   ::_exit(127);
 }
