@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -34,10 +35,30 @@ void OnFree(const volatile void* ptr) {
 constexpr std::int64_t kTimesTheFile = 16;
 constexpr std::int64_t kForAnyFile = 1 << 16;
 
+// For the report at the end: the input that was nearest to the limit.
+std::int64_t inputs = 0, mostOfAll = 0, sizeOfIt = 0;
+double share = 0.0;
+
+void NoteUse(std::int64_t size) {
+  const std::int64_t used = most;
+  const double part = static_cast<double>(used) / static_cast<double>(kTimesTheFile * size + kForAnyFile);
+  ++inputs;
+  if (part <= share) return;
+  share = part;
+  mostOfAll = used;
+  sizeOfIt = size;
+}
+void ReportUse() {
+  std::fprintf(stderr, "%lld inputs; at most %.3f of the memory allowed: %lld bytes for a file of %lld\n",
+               static_cast<long long>(inputs), share, static_cast<long long>(mostOfAll),
+               static_cast<long long>(sizeOfIt));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   __sanitizer_install_malloc_and_free_hooks(OnMalloc, OnFree);
+  std::atexit(ReportUse);
   return 0;
 }
 
@@ -48,6 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Seg2File file;
     const std::string reason = ReadSeg2(bytes, file);
     Demand(most <= kTimesTheFile * static_cast<std::int64_t>(size) + kForAnyFile);
+    NoteUse(static_cast<std::int64_t>(size));
     Demand(reason.empty() == !file.traces.empty());
     for (const Seg2Trace& trace : file.traces) {
       Demand(!trace.samples.empty() && trace.number >= 1 && trace.number <= file.pointers);

@@ -271,22 +271,26 @@ std::string ReadSeg2(std::string_view all, Seg2File& file) {
     Say(file.remarks, "the list of the file's keys is damaged and read up to there");
 
   int refused = 0;
+  const auto refuse = [&](int number, const std::string& reason) {
+    ++refused;
+    if (file.refused.size() < kMostSentences)
+      file.refused.push_back(FormatText("trace %d: ", number) + reason);
+  };
   file.traces.reserve(
       std::min<std::size_t>(static_cast<std::size_t>(file.pointers), bytes.size() / kSmallestTrace));
-  for (int i = 0; i < file.pointers; ++i) {
-    const std::size_t at = kHead + kPointer * static_cast<std::size_t>(i);
+  const int held = static_cast<int>(
+      std::min(static_cast<std::size_t>(file.pointers), std::min(room, bytes.size() - kHead) / kPointer));
+  for (int i = 0; i < held; ++i) {
     Seg2Trace trace;
     trace.number = i + 1;
-    std::string reason = "its pointer is missing";
-    if (kPointer * static_cast<std::size_t>(i + 1) <= room && bytes.holds(at, kPointer))
-      reason = ReadTrace(bytes, bytes.u32(at), terminator, claims, trace, file.remarks);
-    if (reason.empty()) {
+    const std::size_t at = bytes.u32(kHead + kPointer * static_cast<std::size_t>(i));
+    const std::string reason = ReadTrace(bytes, at, terminator, claims, trace, file.remarks);
+    if (reason.empty())
       file.traces.push_back(std::move(trace));
-      continue;
-    }
-    ++refused;
-    Say(file.refused, FormatText("trace %d: ", trace.number) + reason);
+    else
+      refuse(trace.number, reason);
   }
+  for (int i = held; i < file.pointers; ++i) refuse(i + 1, "its pointer is missing");
   if (const int more = refused - static_cast<int>(file.refused.size()); more > 0)
     file.refused.push_back(FormatText("%d more traces are damaged", more));
   return file.traces.empty() ? NoWholeTrace(file) : std::string();
