@@ -2,7 +2,6 @@
 // tools of desktop, man and bash. Where a tool is missing, its test is reported as skipped.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <regex>
@@ -11,8 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "support/temp_folder.h"
-#include "support/tool_run.h"
+#include "package/package_fixture.h"
 
 namespace sondera {
 namespace {
@@ -22,55 +20,12 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-const std::string kId = SONDERA_APP_ID;
-
-#ifdef SONDERA_HAS_GUI
-constexpr bool kWindows = true;
-#else
-constexpr bool kWindows = false;
-#endif
-#ifdef SONDERA_HAS_PAGES
-constexpr bool kPages = true;
-#else
-constexpr bool kPages = false;
-#endif
-
-/// The installed files, once for all tests of a process.
-class Package : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    folder = new test::TempFolder;
-    const test::ToolRun run =
-        test::RunTool("DESTDIR='" + folder->Path() +
-                      "' cmake --install '" SONDERA_BINARY_DIR "' --component Unspecified --prefix /usr");
-    ASSERT_EQ(run.status, 0) << run.output;
-  }
-  static void TearDownTestSuite() {
-    delete folder;
-    folder = nullptr;
-  }
-
-  static std::string In(const std::string& name) { return folder->File("usr/" + name); }
-  static std::string Whole(const std::string& name) { return test::ReadWhole(In(name)); }
-  static test::ToolRun Sondera(const std::string& arguments) {
-    return test::RunTool("'" + In("bin/sondera") + "' " + arguments);
-  }
-  static void SkipUnless(bool there, const std::string& what) {
-    if (!there) GTEST_SKIP() << what << " is not there";
-  }
-
-  static test::TempFolder* folder;
-};
-test::TempFolder* Package::folder = nullptr;
-
-/// Each option in the text once, without its value.
-std::set<std::string> OptionsIn(const std::string& text) {
-  static const std::regex option("--[a-z]+(-[a-z]+)*");
-  std::set<std::string> options;
-  for (std::sregex_iterator it(text.begin(), text.end(), option), end; it != end; ++it)
-    options.insert(it->str());
-  return options;
-}
+using test::kId;
+using test::kPages;
+using test::kWindows;
+using test::OpenFolder;
+using test::OptionsIn;
+using test::Package;
 
 /// Value of a key in a .desktop file; empty when it is not there.
 std::string KeyOf(const std::string& desktop, const std::string& key) {
@@ -153,53 +108,6 @@ TEST_F(Package, TheIconIsPaintedInTheSizeOfAMenu) {
   ASSERT_GT(png.size(), 24u);
   EXPECT_EQ(png.substr(16, 8), std::string("\0\0\0\x40\0\0\0\x40", 8)) << "64 by 64";
   EXPECT_GT(png.size(), 500u) << "an empty picture is smaller";
-}
-
-/// A folder that other users may enter: lintian does not run as root.
-class OpenFolder : public test::TempFolder {
- public:
-  OpenFolder() { fs::permissions(Path(), fs::perms(0755)); }
-};
-
-test::ToolRun Lintian(const std::string& deb) {
-  const std::string check = "lintian --fail-on warning,error " + deb;
-  return test::RunTool(geteuid() == 0 ? "runuser -u nobody -- env HOME=/tmp " + check : check);
-}
-
-// The checks are worth something only if they find what they are for; by default some end with status 0.
-TEST_F(Package, EachCheckFailsOnABadFile) {
-  const OpenFolder place;
-  const auto with = [&](const std::string& name, const std::string& text) {
-    test::WriteWhole(place.File(name), text);
-    return " '" + place.File(name) + "' ";
-  };
-  const auto fails = [](const std::string& tool, const std::string& command) {
-    return !test::HaveTool(tool) || test::RunTool(command).status != 0;
-  };
-  if (kWindows) {
-    std::string desktop = Whole("share/applications/" + kId + ".desktop");
-    desktop = std::regex_replace(desktop, std::regex("Categories=.*"), "Categories=Seismics;");
-    EXPECT_TRUE(fails("desktop-file-validate", "desktop-file-validate" + with("bad.desktop", desktop)));
-    std::string info = Whole("share/metainfo/" + kId + ".metainfo.xml");
-    info = std::regex_replace(info, std::regex("<content_rating[^>]*/>"), "");
-    EXPECT_TRUE(
-        fails("appstreamcli", "appstreamcli validate --no-net --strict" + with("bad.metainfo.xml", info)));
-  }
-  EXPECT_TRUE(fails("xmllint", "xmllint --noout" + with("bad.xml", "<mime-info>")));
-  EXPECT_TRUE(fails("rsvg-convert", "rsvg-convert -w 64 -o /dev/null" + with("bad.svg", "no picture")));
-  if (test::HaveTool("man")) {
-    EXPECT_NE(test::RunTool("man --warnings -E UTF-8 -l -Tutf8 -Z" +
-                            with("bad.1", ".TH BAD 1\n.unknownrequest\n") + ">/dev/null")
-                  .output,
-              "");
-  }
-  std::string completion = Whole("share/bash-completion/completions/sondera");
-  completion = std::regex_replace(completion, std::regex("--log="), "--lag=");
-  const test::ToolRun offered = test::RunTool("bash -c '. \"" + place.File("completion") +
-                                              "\"; COMP_WORDS=(sondera --); COMP_CWORD=1; _sondera; " +
-                                              "printf \"%s\\n\" \"${COMPREPLY[@]}\"'");
-  with("completion", completion);
-  EXPECT_NE(OptionsIn(offered.output), OptionsIn(Sondera("--help").output));
 }
 
 /// A copy of the tree that is configured in a folder of its own.
@@ -294,11 +202,7 @@ TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
   SkipUnless(test::HaveTool("dpkg-shlibdeps") && test::HaveTool("file"), "dpkg-shlibdeps or file");
   if (IsSkipped()) return;
   const OpenFolder place;
-  const test::ToolRun packed = test::RunTool(
-      "umask 022; cpack --config '" SONDERA_BINARY_DIR "/CPackConfig.cmake' -B '" + place.Path() + "'");
-  ASSERT_EQ(packed.status, 0) << packed.output;
-  const std::string deb = "'" + place.Path() + "'/*.deb";
-
+  const std::string deb = test::MakeDebianPackage(place);
   const std::string control = test::RunTool("dpkg-deb -I " + deb).output;
   EXPECT_THAT(control, HasSubstr("Section: science\n"));
   EXPECT_THAT(control, HasSubstr("libfftw3-double3"));  // found in the program, not written down here
@@ -314,16 +218,8 @@ TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
 
   SkipUnless(test::HaveTool("lintian"), "lintian");
   if (IsSkipped()) return;
-  // Without --fail-on its status is 0 also with warnings.
-  const test::ToolRun check = Lintian(deb);
+  const test::ToolRun check = test::Lintian(deb);
   EXPECT_EQ(check.status, 0) << check.output;
-  const OpenFolder bad;
-  ASSERT_EQ(test::RunTool("umask 022; cpack --config '" SONDERA_BINARY_DIR
-                          "/CPackConfig.cmake' -D CPACK_DEBIAN_PACKAGE_SECTION=unheardof -B '" +
-                          bad.Path() + "'")
-                .status,
-            0);
-  EXPECT_NE(Lintian("'" + bad.Path() + "'/*.deb").status, 0) << "the check can fail";
 }
 
 TEST_F(Package, TheCompletionOffersTheOptionsOfTheHelpAndNoOther) {
