@@ -2,7 +2,6 @@
 // gives the project of the script's word.
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -29,11 +28,7 @@ class LoadShotsPanel : public ScriptTest {
     line.units = units;
     line.samples = 1024;  // the wave reaches the last receiver
     line.receivers = std::move(receivers);
-    line.value = [line](std::size_t r, double time) {
-      const double t = time - std::fabs(line.receivers[r] - line.source) / 200.0;
-      return t <= 0.0 ? 0.0 : t * t * std::exp(-60.0 * t) * std::sin(88.0 * t);
-    };
-    test::WriteWhole(folder.File(name), test::Seg2Bytes(test::Seg2OfLine(line)));
+    test::WriteWhole(folder.File(name), test::Seg2Bytes(test::Seg2OfLine(test::WithWave(line, 200.0))));
   }
   static std::string Preview() { return GetCtrlVal(loadshots::PREVIEW); }
   /// Those that were imported, without the empty one of a new session.

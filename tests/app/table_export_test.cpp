@@ -20,6 +20,7 @@
 #include "run/run_state.h"
 #include "runtime/catalogue/analresult.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "support/site_records.h"
 
 namespace sondera::testing {
@@ -127,14 +128,19 @@ TEST_F(SchemaTest, ProjectsOfTheExamplesAgreeWithTheSchema) {
 
 TEST_F(TableExportTest, CsvOpensInPython) {
   MakeSite();
-  ASSERT_NE(Run("write csv t"), 1) << err;
+  ASSERT_NE(Run("write csv t\nwrite json t.json"), 1) << err;
   Write("check.py",
-        "import csv\n"
+        "import csv, json\n"
         "for t in 'curves profile spectra masks figures'.split():\n"
         "  rows = list(csv.reader(open('t_%s.csv' % t, newline='', encoding='utf-8')))\n"
         "  assert rows and all(len(r) == len(rows[0]) for r in rows), t\n"
         "rows = list(csv.DictReader(open('t_curves.csv', newline='')))\n"
-        "assert 100 < float(rows[0]['velocity [m/s]']) < 400\n");
+        "assert 100 < float(rows[0]['velocity [m/s]']) < 400\n"
+        "def number(cell): return float(cell) if cell else None\n"
+        "ours = [(number(r['frequency [Hz]']), number(r['velocity [m/s]'])) for r in rows]\n"
+        "curves = json.load(open('t.json'))['curves']\n"
+        "other = [p for c in curves for p in zip(c['frequency'], c['velocity'])]\n"
+        "assert ours == other and len(ours) > 20, 'the same numbers, to the bit'\n");
   EXPECT_EQ(std::system(("cd '" + folder.Path() + "' && python3 check.py").c_str()), 0);
 }
 
@@ -231,6 +237,90 @@ TEST_F(TableExportTest, CurvesOfOtherProgramsBecomeMeasurements) {
               HasSubstr("two.txt: no columns of frequency and velocity are named; say what the columns are"));
   EXPECT_EQ(Run("curves read two.txt columns=f,v"), 0) << err;
   EXPECT_EQ(Check("curves read a.exd id=x"), 1);
+}
+
+TEST_F(TableExportTest, MenuItemsImportTheCurvesOfTheWord) {
+  Write("c.csv", "frequency [Hz],velocity [m/s]\n10,200\n20,160\n");
+  Write("d.txt", "10\t0.005\t1.05\n20\t0.00625\t1.05\n");
+  ASSERT_EQ(
+      Run("new\ncurves read c.csv\ncurves read d.txt form=dinver\nwrite json word.json\nnew discard=yes\n"
+          "answer file c.csv\npress MAINMENU.LOAD_CURVE\nanswer file d.txt\npress MAINMENU.LOAD_DINVER\n"
+          "write json menu.json"),
+      0)
+      << err;
+  EXPECT_TRUE(IsPanelShown(Panel::DISPCURV));
+  EXPECT_GE(GetKeyFromID(session.curProjID, "curve@c"), 0);
+  EXPECT_EQ(Read("menu.json"), Read("word.json"));
+  EXPECT_THAT(Read("menu.json"), HasSubstr("curve@d"));
+}
+
+TEST_F(TableExportTest, AMenuItemAsksForColumnsWithoutNames) {
+  Write("two.txt", "10,200\n20,160\n");
+  ASSERT_EQ(Run("answer file two.txt\nanswer text \"f,v\"\npress MAINMENU.LOAD_CURVE"), 0) << err;
+  const PMeasInfo* pair = FindPair(GetKeyFromID(session.curProjID, "curve@two"), 0, 1);
+  ASSERT_NE(pair, nullptr);
+  EXPECT_EQ(pair->dispVel[1], 160.0);
+  Write("bad.txt", "10,200\n20,160\n");
+  EXPECT_EQ(Run("answer file bad.txt\nanswer cancel\npress MAINMENU.LOAD_CURVE"), 1);
+  EXPECT_EQ(Run("answer file bad.txt\nanswer text \"a,b\"\npress MAINMENU.LOAD_CURVE"), 1);
+  EXPECT_THAT(err, HasSubstr("bad.txt: no columns of frequency and velocity are named"));
+  EXPECT_LT(GetKeyFromID(session.curProjID, "curve@bad"), 0);
+}
+
+TEST_F(TableExportTest, MenuItemsImportLayersAndAskForTheHalfSpace) {
+  Write("m.txt", "2\n5 300 150 1800\n0 800 400 1900\n");
+  Write("d.txt", "0.005 0.3 0.15 1.8\n0.03 0.8 0.4 1.9\n");
+  ASSERT_EQ(Run("answer file m.txt\nanswer text \"30\"\npress MAINMENU.LOAD_LAYERS\nwrite layers back.txt"),
+            0)
+      << err;
+  EXPECT_EQ(Read("back.txt"), Read("m.txt"));
+  EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 2, 1), 30.0);
+  ASSERT_EQ(Run("layers 1,2,3\nanswer file d.txt\npress MAINMENU.LOAD_DISBA\nwrite layers back2.txt"), 0)
+      << err;
+  EXPECT_EQ(Read("back2.txt"), Read("m.txt"));
+  ASSERT_EQ(Run("press MAINMENU.UNDO"), 0) << err;
+  EXPECT_EQ(GetNumTableRows(fmodeling::SOILPROFILE), 3) << "the import is one step";
+  for (const char* answer : {"0", "-1", "deep", "nan"}) {
+    EXPECT_EQ(
+        Run(std::string("answer file m.txt\nanswer text \"") + answer + "\"\npress MAINMENU.LOAD_LAYERS"), 1);
+    EXPECT_THAT(err, HasSubstr("is no thickness above 0.")) << answer;
+  }
+  Write("cut.txt", "3\n5 300 150 1800\n0 800 400 1900\n");
+  EXPECT_EQ(Run("answer file cut.txt\npress MAINMENU.LOAD_LAYERS"), 1);
+  EXPECT_THAT(err, HasSubstr("cut.txt: 3 layers are announced, and there are 2."));
+  EXPECT_EQ(GetNumTableRows(fmodeling::SOILPROFILE), 3) << "a refused file changes nothing";
+}
+
+/// A spreadsheet opens each table without a person; what its cells hold is compared with what we wrote.
+TEST_F(TableExportTest, CsvOpensInASpreadsheet) {
+  if (std::system("soffice --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no LibreOffice";
+  MakeSite();
+  ASSERT_NE(Run("write csv t"), 1) << err;
+  // Commas, quotes, UTF-8, English numbers.
+  const std::string convert = "cd '" + folder.Path() + "' && HOME='" + folder.Path() +
+                              "' soffice --headless '--infilter=CSV:44,34,76,1,,1033' --convert-to fods "
+                              "--outdir sheets t_*.csv >convert.log 2>&1";
+  ASSERT_EQ(std::system(convert.c_str()), 0) << Read("convert.log");
+  Write("check.py",
+        "import csv, xml.etree.ElementTree as tree\n"
+        "T = '{urn:oasis:names:tc:opendocument:xmlns:table:1.0}'\n"
+        "O = '{urn:oasis:names:tc:opendocument:xmlns:office:1.0}'\n"
+        "def times(e, what): return min(int(e.get(T + 'number-%s-repeated' % what, 1)), 100)\n"
+        "def value(c): return c.get(O + 'value') or ''.join(c.itertext()).strip()\n"
+        "def cells(row): return [value(c) for c in row for _ in range(times(c, 'columns'))]\n"
+        "numbers = 0\n"
+        "for t in 'curves profile spectra masks figures'.split():\n"
+        "  ours = list(csv.reader(open('t_%s.csv' % t, newline='', encoding='utf-8')))\n"
+        "  rows = list(tree.parse('sheets/t_%s.fods' % t).iter(T + 'table-row'))\n"
+        "  theirs = [cells(r) for r in rows for _ in range(times(r, 'rows'))]\n"
+        "  assert len(theirs) >= len(ours), t\n"
+        "  for a, b in zip(ours, theirs):\n"
+        "    for x, y in zip(a, b + [''] * (len(a) - len(b))):\n"
+        "      if x == y: continue\n"
+        "      numbers += 1\n"
+        "      assert abs(float(x) - float(y)) <= 1e-14 * abs(float(x)), (t, x, y)\n"
+        "print(numbers, 'numbers have other digits')\n");
+  EXPECT_EQ(std::system(("cd '" + folder.Path() + "' && python3 check.py").c_str()), 0);
 }
 
 TEST_F(TableExportTest, CommandLineExportsTables) {

@@ -27,6 +27,7 @@
 #include "support/app_fixture.h"
 #include "support/section_lines.h"
 #include "support/section_records.h"
+#include "support/seg2_writer.h"
 #include "support/site_records.h"
 
 namespace sondera {
@@ -90,6 +91,14 @@ class Pictures : public testing::AppTest {
     const std::string said = ::testing::internal::GetCapturedStderr();
     ASSERT_NE(status, 1) << said;
     ResetEvents();
+  }
+
+  /// A shot over 24 receivers, on ground where the wave takes 200 m/s.
+  void WriteShot(const std::string& name) {
+    test::Seg2Line line;
+    line.samples = 1024;
+    for (int r = 0; r < 24; ++r) line.receivers.push_back(10.0 + 2.0 * r);
+    test::WriteWhole(folder.File(name), test::Seg2Bytes(test::Seg2OfLine(test::WithWave(line, 200.0))));
   }
 
   static void Settle() {
@@ -175,6 +184,9 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::HMSETUP, mainmenu::SETUP_HDWARE, "hardware_setup");
   TakePanel(Panel::HMSETUP, mainmenu::SETUP_MEAS_SETUP, "measurement_setup");
   TakePanel(Panel::LOADTXDATA, mainmenu::LOAD_TWO_CHNL_DATA, "import");
+  WriteShot("shot.dat");
+  RunScript("*sondera 2\nset LOADSHOTS.FILES shot.dat\nset LOADSHOTS.MEASID line\n");
+  TakePanel(Panel::LOADSHOTS, mainmenu::LOAD_SHOTS, "shots");
   TakePanel(Panel::IRFSETPNL, mainmenu::IRF_SETUP, "filter");
   TakePanel(Panel::GABORPNL, mainmenu::GABOR_SETUP, "gabor");
   TakePanel(Panel::CDISPPNL, mainmenu::CALC_REP_DISP_MENU, "representative_curves");
@@ -184,8 +196,9 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave");
   TakePanel(Panel::MSCALEPNL, mainmenu::ADJUST_SCALE, "axes_traces");
   TakePanel(Panel::DSP_MSCALE, mainmenu::DISP_CV_AXIS_ATTR_MENU, "axes_curves");
-  RunScript("*sondera 2\nlayers 2,4,10\nlayer 1 Vs=150\nlayer 2 Vs=220\nlayer 3 Vs=330\nreceivers 2,4,8,16,32\n"
-            "waveform fit=yes\nset PULSE.DISPATYPE 2\nset PULSE.DISPBCHNL 3\n");
+  RunScript(
+      "*sondera 2\nlayers 2,4,10\nlayer 1 Vs=150\nlayer 2 Vs=220\nlayer 3 Vs=330\nreceivers 2,4,8,16,32\n"
+      "waveform fit=yes\nset PULSE.DISPATYPE 2\nset PULSE.DISPBCHNL 3\n");
   TakePanel(Panel::PULSE, mainmenu::PULSE_WAVEFORM_MENU, "waveform");
   TakePanel(Panel::ABOUTPNL, mainmenu::ABOUT_BOX, "about");
 

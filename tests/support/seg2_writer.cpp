@@ -135,4 +135,12 @@ Seg2Spec Seg2OfLine(const Seg2Line& line) {
   return spec;
 }
 
+Seg2Line WithWave(Seg2Line line, double velocity) {
+  line.value = [source = line.source, receivers = line.receivers, velocity](std::size_t r, double time) {
+    const double t = time - std::fabs(receivers[r] - source) / velocity;
+    return t <= 0.0 ? 0.0 : t * t * std::exp(-60.0 * t) * std::sin(88.0 * t);
+  };
+  return line;
+}
+
 }  // namespace sondera::test

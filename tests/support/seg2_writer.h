@@ -53,5 +53,7 @@ struct Seg2Line {
   std::function<std::string(double)> number;                       ///< text of a place; empty: %g
 };
 Seg2Spec Seg2OfLine(const Seg2Line& line);
+/// The line with a short wave that leaves the source at time 0, at a velocity in units of length per second.
+Seg2Line WithWave(Seg2Line line, double velocity);
 
 }  // namespace sondera::test
