@@ -247,7 +247,7 @@ TEST_F(MeasuringRun, ABoardThatWaitsForItsTriggerIsNotStartedAnew) {
   frontEnd.onProcessEvents = [&] {
     if (!measRun.measRunning) return;
     said = GetCtrlVal(measpanel::MSGBOX);
-    if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(2500))
+    if (std::chrono::steady_clock::now() - begin > std::chrono::milliseconds(5200))
       Commit(measpanel::STOPMEAS);
   };
   ASSERT_EQ(Start(), 0);
