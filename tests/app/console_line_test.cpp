@@ -33,10 +33,11 @@ class ConsoleLine : public testing::AppTest {
     }
     int status = 0;
     waitpid(child, &status, 0);
-    std::string text(4096, '\0');
-    const ssize_t got = read(terminal, text.data(), text.size());
+    std::string text;
+    char piece[4096];  // a read may bring a part only; the last one fails, since nobody has the other side open
+    for (ssize_t got = 0; (got = read(terminal, piece, sizeof piece)) > 0;)
+      text.append(piece, static_cast<std::size_t>(got));
     close(terminal);
-    text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
     const std::string rewriting = "\r\033[K";
     const std::size_t at = text.rfind(rewriting);
     return at == std::string::npos ? text : text.substr(at + rewriting.size());
