@@ -137,6 +137,25 @@ TEST(FFT, LengthZeroOrLessDoesNothing) {
 }
 
 // The same numbers must give the same bytes wherever the two arrays lie, so that reports can be repeated.
+/// Zeros of such a length are not transformed at all: the plan too makes them zeros without a sign.
+TEST(FFT, ZerosOfAPowerOfTwoStayTheBitsThatThePlanGives) {
+  for (int n = 1; n <= 1 << 15; n *= 2) {
+    FFTTable table = CreateFFTTable(n);
+    const std::vector<dcomplex> zeros(static_cast<std::size_t>(n));
+    std::vector<dcomplex> planned(zeros.size(), {1.0, 1.0});
+    CxInvFFTEx(zeros.data(), planned.data(), table);
+    Sequence x(n);
+    FFT(x.re.data(), x.im.data(), n);
+    InvFFT(x.re.data(), x.im.data(), n);
+    for (int i = 0; i < n; ++i) {
+      const dcomplex y = planned[static_cast<std::size_t>(i)];
+      ASSERT_TRUE(y.re == 0.0 && !std::signbit(y.re) && y.im == 0.0 && !std::signbit(y.im)) << n << " " << i;
+      ASSERT_TRUE(x.re[i] == 0.0 && !std::signbit(x.re[i]) && x.im[i] == 0.0 && !std::signbit(x.im[i])) << n;
+    }
+    DestroyFFTTable(table);
+  }
+}
+
 TEST(FFT, DoesNotDependOnWhereTheArraysLie) {
   for (int n : {16, 1024, 3000}) {
     const Sequence x = RandomSequence(n, 300 + n);
