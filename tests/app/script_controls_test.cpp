@@ -124,6 +124,30 @@ TEST_F(ScriptControls, EveryCallbackCanBePressedEveryMenuItemToo) {
   EXPECT_GT(menus, 25);
 }
 
+/// With the real callbacks, each in a fresh session without data: a line is done, or it is refused with its line
+/// and its word; nothing else is possible.
+TEST_F(ScriptControls, EveryControlIsSetAndPressedForReal) {
+  int done = 0, refused = 0;
+  const auto take = [&](const std::string& line) {
+    StartSession();
+    const int status = Run(line) % 3;
+    ++(status == 0 ? done : refused);
+    const std::string word = line.substr(0, line.find(' '));
+    std::istringstream told(err);
+    for (std::string text; std::getline(told, text);)
+      EXPECT_TRUE(text.starts_with("job:2: " + word + ": ") || text.starts_with("job:2: halt"))
+          << line << text;
+    EXPECT_EQ(err.empty(), status == 0) << line << ": " << err;
+  };
+  for (ControlId c : AllControls()) {
+    if (script::HasValue(*c))
+      if (const std::string value = OtherValue(*c); !value.empty()) take("set " + NameOf(*c) + " " + value);
+    if (CallbackOf(*c)) take("press " + NameOf(*c));
+  }
+  EXPECT_GT(done, 400);
+  EXPECT_GT(refused, 20);
+}
+
 TEST_F(ScriptControls, APressMaySendAnyEvent) {
   const Callback real = CallbackOf(sasw::MASKINGNEW);
   InstallCallback(sasw::MASKINGNEW, Count);

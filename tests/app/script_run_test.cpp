@@ -2,6 +2,7 @@
 #include "app/script/run.h"
 
 #include "app/run_report.h"
+#include "app/script/script_files.h"
 #include "app/script_fixture.h"
 #include "records/measdb.h"
 #include "records/session.h"
@@ -41,6 +42,21 @@ TEST_F(ScriptRun, TheHeaderIsWanted) {
   EXPECT_EQ(script::Run("job", {}).run(source), 1);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             "job:1: line: the first line has to be \"*sondera 2\"\n");
+}
+
+TEST_F(ScriptRun, AHeaderInTheSecondLineIsACommentOfTheFirstDialect) {
+  const std::string line = "print \"the second dialect\"\n";
+  Write("first.txt", "* a comment\n*sondera 2\n" + line);
+  Write("second.txt", "*sondera 2\n" + line);
+  ::testing::internal::CaptureStdout();
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(script::RunFile("first.txt", {}), 0);  // the first dialect skips a word that it does not know
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+  ResetEvents();
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(script::RunFile("second.txt", {}), 0);
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "the second dialect\n");
+  ::testing::internal::GetCapturedStderr();
 }
 
 TEST_F(ScriptRun, BlankLinesAndCommentsAreNothing) {

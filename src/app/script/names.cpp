@@ -2,6 +2,7 @@
 #include "app/script/names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 #include <vector>
 
@@ -29,20 +30,30 @@ std::vector<std::string> PanelNames() {
   return names;
 }
 
+const std::vector<std::string>& SortedNames() {
+  static const std::vector<std::string> names = [] {
+    std::vector<std::string> sorted;
+    for (const auto& [name, control] : Names()) sorted.push_back(name);
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+  }();
+  return names;
+}
+
+/// The nearest name of the same panel, if there is a similar one, else of all panels.
 [[noreturn]] void RefuseName(std::string_view name) {
   const std::size_t dot = name.find('.');
   if (dot == std::string_view::npos)
     throw Fault(Quoted(name) + " is not a PANEL.CONTROL, like SASW.MASKINGNEW");
-  const std::string panel(name.substr(0, dot));
-  std::vector<std::string> near, all;
-  for (const auto& [known, control] : Names()) {
-    all.push_back(known);
-    if (PanelName(control->panel) == panel) near.push_back(known);
-  }
-  std::sort(near.begin(), near.end());
-  std::sort(all.begin(), all.end());
-  if (near.empty() && NearestOf(name, all).empty()) throw Fault(UnknownText("panel", panel, PanelNames()));
-  throw Fault(UnknownText("control", name, NearestOf(name, near).empty() ? all : near));
+  const std::vector<std::string>& all = SortedNames();
+  std::vector<std::string> ofPanel;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(ofPanel),
+               [&](const std::string& known) { return known.starts_with(name.substr(0, dot + 1)); });
+  std::string nearest = NearestOf(name, ofPanel);
+  if (nearest.empty()) nearest = NearestOf(name, all);
+  if (ofPanel.empty() && nearest.empty())
+    throw Fault(UnknownText("panel", name.substr(0, dot), PanelNames()));
+  throw Fault(UnknownText("control", name, {nearest}));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include "app/script/values.h"
 
 #include <algorithm>
-#include <cctype>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <numeric>
@@ -20,7 +20,26 @@ std::optional<T> WholeTextOf(std::string_view text) {
 }
 
 char Lower(char c) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// How often each letter stands in a name; upper and lower case count as one letter, and so do a few others.
+constexpr std::size_t kLetters = 32;
+using Letters = std::array<int, kLetters>;
+Letters LettersOf(std::string_view name) {
+  Letters letters{};
+  for (const char c : name) ++letters[static_cast<unsigned char>(c) % kLetters];
+  return letters;
+}
+
+/// A distance that two names have at least.
+std::size_t LeastDistance(const Letters& a, const Letters& b) {
+  int more = 0, fewer = 0;
+  for (std::size_t i = 0; i < kLetters; ++i) {
+    more += std::max(a[i] - b[i], 0);
+    fewer += std::max(b[i] - a[i], 0);
+  }
+  return static_cast<std::size_t>(std::max(more, fewer));
 }
 
 /// Number of letters to insert, remove or change to get from one name to the other.
@@ -81,7 +100,11 @@ std::string NearestOf(std::string_view name, const std::vector<std::string>& can
   if (name.empty() || name.size() > kLongestName) return {};
   std::size_t least = std::max<std::size_t>(2, name.size() / 3) + 1;
   std::string nearest;
+  const Letters letters = LettersOf(name);
   for (const std::string& candidate : candidates) {
+    const std::size_t longer = std::max(name.size(), candidate.size());
+    if (longer - std::min(name.size(), candidate.size()) >= least) continue;
+    if (LeastDistance(letters, LettersOf(candidate)) >= least) continue;
     const std::size_t distance = Distance(name, candidate);
     if (distance >= least || distance >= candidate.size()) continue;
     least = distance;
