@@ -19,6 +19,7 @@
 #include "gui/fields.h"
 #include "gui/graph_view.h"
 #include "gui/qt_text.h"
+#include "gui/scroll_area.h"
 #include "gui/table_model.h"
 #include "gui/unit_labels.h"
 #include "runtime/catalogue/exdthd.h"
@@ -114,6 +115,7 @@ void Connect(const Control& c, QWidget* widget) {
     box->setAcceptDrops(false);
     box->viewport()->setAcceptDrops(false);
   } else if (auto* ring = qobject_cast<QComboBox*>(widget)) {
+    KeepFromWheel(ring);
     QObject::connect(ring, &QComboBox::activated, ring, [&c](int index) { DispatchIndex(c, index); });
   } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
     ConnectList(c, *list);
@@ -244,10 +246,13 @@ void Binder::FillPages() {
     if (inner == panel_ || WindowOf(inner) != panel_ || !HasForm(inner)) continue;
     QWidget* place = form_->findChild<QWidget*>(ToQt(PanelName(inner)));
     if (!place) continue;
-    QWidget* page = MakeForm(inner, place);
+    // A page of the main window scrolls on a small screen; the pages of a dialog scroll with it.
+    FormArea* area = panel_ == Panel::PANEL ? new FormArea(place) : nullptr;
+    QWidget* page = MakeForm(inner, area ? area : place);
+    if (area) area->SetForm(page);
     auto* layout = new QVBoxLayout(place);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(page);
+    layout->addWidget(area ? static_cast<QWidget*>(area) : page);
     new Binder(inner, page);
     for (auto* tabs : form_->findChildren<QTabWidget*>())
       if (tabs->indexOf(place) >= 0) tabs_ = tabs;

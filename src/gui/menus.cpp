@@ -13,6 +13,7 @@
 #include "gui/dispatch.h"
 #include "gui/figures.h"
 #include "gui/graph_view.h"
+#include "gui/measurement_ring.h"
 #include "gui/project_questions.h"
 #include "gui/qt_text.h"
 #include "gui/recent.h"
@@ -170,6 +171,9 @@ void Menus::MakeToolBar() {
   AddTool(mainmenu::MASKING_CALC_DISP_MENU, tr("Calculate"), QStyle::SP_CommandLink);
   AddTool(mainmenu::CALC_REP_DISP_MENU, tr("Representative"), QStyle::SP_FileDialogDetailedView);
   AddTool(mainmenu::RUN_INV_ANAL, tr("Inversion"), QStyle::SP_MediaPlay);
+  bar->addSeparator();
+  measurement_ = new MeasurementRing(bar);
+  bar->addWidget(measurement_);
 }
 
 namespace {
@@ -218,6 +222,7 @@ void Menus::Follow() {
     pageKeys_[i]->setEnabled(!locked && (page || button == &measpanel::F1 || button == &measpanel::F10));
   }
   recent_->setEnabled(!locked && !recent_->actions().isEmpty());
+  measurement_->Follow();
 }
 
 }  // namespace sondera

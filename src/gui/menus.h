@@ -11,6 +11,8 @@
 
 namespace sondera {
 
+class MeasurementRing;
+
 /// A caption with an Alt letter that is not in `used` yet; the letter is added there.
 QString WithMnemonic(const QString& caption, QString& used);
 
@@ -37,6 +39,7 @@ class Menus final : public QObject {
   std::vector<std::pair<ControlId, QAction*>> actions_;
   std::vector<QAction*> pageKeys_;
   QMenu* recent_ = nullptr;
+  MeasurementRing* measurement_ = nullptr;
 };
 
 }  // namespace sondera

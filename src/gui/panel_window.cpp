@@ -8,8 +8,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <map>
@@ -19,6 +17,7 @@
 #include "gui/fields.h"
 #include "gui/qt_text.h"
 #include "gui/recent.h"
+#include "gui/scroll_area.h"
 #include "runtime/controls.h"
 
 namespace sondera {
@@ -31,20 +30,17 @@ class PanelWindow final : public QDialog {
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMinMaxButtonsHint, true);
     setModal(false);
-    auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    form_ = MakeForm(panel, area);
-    new Binder(panel, form_);
-    area->setWidget(form_);
+    auto* area = new FormArea(this);
+    QWidget* form = MakeForm(panel, area);
+    new Binder(panel, form);
+    area->SetForm(form);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area);
     // Enter commits a field. It presses the button with the focus, else the one that the form names for it.
     for (QPushButton* button : findChildren<QPushButton*>()) button->setAutoDefault(false);
     const QByteArray place = WindowPlace(std::string(PanelName(panel)));
-    if (place.isEmpty() || !restoreGeometry(place)) resize(FirstSize());
+    if (place.isEmpty() || !restoreGeometry(place)) resize(area->FirstSize(Room().size() - QSize(16, 40)));
     KeepOnScreen();
   }
 
@@ -81,10 +77,6 @@ class PanelWindow final : public QDialog {
     const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
     return screen->availableGeometry();
   }
-  QSize FirstSize() const {
-    const QSize frame(16, 40), room = Room().size() - frame;
-    return form_->sizeHint().expandedTo(form_->minimumSizeHint()).boundedTo(room);
-  }
   void KeepOnScreen() {
     const QRect room = Room();
     if (size().width() > room.width() || size().height() > room.height())
@@ -92,7 +84,6 @@ class PanelWindow final : public QDialog {
   }
 
   Panel panel_;
-  QWidget* form_ = nullptr;
 };
 
 std::map<Panel, PanelWindow*> windows;

@@ -87,9 +87,6 @@ void MakeApplication() {
   if (qApp) return;
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   state.application = new QApplication(state.arguments.count, state.arguments.words);
-  // The toolkit uses the desktop's locale; numbers in files and scripts have a point everywhere.
-  std::setlocale(LC_NUMERIC, "C");
-  QLocale::setDefault(QLocale::c());
   QApplication::setApplicationName(QStringLiteral("sondera"));
   QApplication::setApplicationDisplayName({});
   QApplication::setApplicationVersion(QStringLiteral(SONDERA_VERSION));
@@ -111,6 +108,9 @@ bool DisplayIsThere() {
 bool InstallWindows() {
   if (!DisplayIsThere()) return false;
   MakeApplication();
+  // The toolkit uses the desktop's locale; numbers in files and scripts have a point everywhere.
+  std::setlocale(LC_NUMERIC, "C");
+  QLocale::setDefault(QLocale::c());
   FrontEnd f;
   f.name = "windows";
   f.message = [](std::string_view title, std::string_view text) {
@@ -140,7 +140,7 @@ bool InstallWindows() {
   f.print = PrintSheet;
   f.showManual = [] { return ShowHelpWindow(MainWindowWidget()) == 0; };
   InstallFrontEnd(std::move(f));
-  std::signal(SIGINT, SIG_DFL);  // windows have Halt and Exit
+  std::signal(SIGINT, SIG_DFL);  // the windows have an end of their own (gui/sudden_end.h)
   return true;
 }
 

@@ -215,6 +215,29 @@ TEST_P(FormTest, TheTabKeyGoesInReadingOrder) {
   }
 }
 
+/// A graph of a dialog is reached before what stands below it.
+TEST_P(FormTest, TheTabKeyReachesAGraphInItsPlace) {
+  if (WindowOf(GetParam()) == Panel::PANEL) return;  // splitters
+  const BoundForm bound(GetParam());
+  bound.form()->resize(bound.form()->sizeHint());
+  bound.form()->show();
+  for (const GraphView* graph : bound.form()->findChildren<GraphView*>()) {
+    if (Name(graph).empty() || graph->focusPolicy() == Qt::NoFocus || !graph->isVisible()) continue;
+    const QRect place(graph->mapTo(bound.form(), QPoint(0, 0)), graph->size());
+    bool before = true;
+    for (const QWidget* at = bound.form()->nextInFocusChain(); at != bound.form();
+         at = at->nextInFocusChain()) {
+      if (at == graph) before = false;
+      if (!FindControl(GetParam(), Name(at)) || at->focusPolicy() == Qt::NoFocus || !at->isVisible())
+        continue;
+      const QRect other(at->mapTo(bound.form(), QPoint(0, 0)), at->size());
+      const bool oneColumn = other.right() >= place.left() && other.left() <= place.right();
+      if (!oneColumn || !before) continue;
+      EXPECT_LT(other.top(), place.bottom()) << Name(at) << " below " << Name(graph);
+    }
+  }
+}
+
 /// The Alt letters; a tab page shares those of its window.
 TEST_P(FormTest, NoLetterIsTakenTwice) {
   const BoundForm bound(GetParam());

@@ -1,0 +1,248 @@
+// Small screens: whatever does not fit is reached by scrolling, and nothing scrolls where there is room. A dark theme: all
+// texts and graphs can be read.
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QToolBar>
+#include <QWheelEvent>
+
+#include "app/script/run.h"
+#include "figure/palette.h"
+#include "gui/dispatch.h"
+#include "gui/graph_view.h"
+#include "gui/panel_window.h"
+#include "runtime/catalogue/sasw.h"
+#include "support/site_records.h"
+#include "window_session.h"
+
+namespace sondera {
+namespace {
+
+constexpr Panel kPages[] = {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD};
+
+class Screens : public test::WindowSession {
+ protected:
+  static void SizeMain(QSize size) {
+    MainWindowWidget()->setWindowState(Qt::WindowNoState);
+    MainWindowWidget()->resize(size);
+    QTest::qWait(30);
+    EXPECT_EQ(MainWindowWidget()->size(), size) << "the frame does not want more";
+  }
+  static QScrollArea* AreaOf(const QWidget* widget) {
+    for (QWidget* at = widget->parentWidget(); at; at = at->parentWidget())
+      if (auto* area = qobject_cast<QScrollArea*>(at)) return area;
+    return nullptr;
+  }
+  /// Each control in sight can be brought into the window completely, a large graph or list as far as there is room.
+  static void ExpectReached(Panel panel) {
+    for (ControlId c : ControlsOf(panel)) {
+      QWidget* widget = WidgetOf(*c);
+      if (!widget || !widget->isVisible()) continue;
+      QScrollArea* area = AreaOf(widget);
+      if (area) {
+        const QRect place(widget->mapTo(area->widget(), QPoint(0, 0)), widget->size());
+        area->ensureVisible(place.center().x(), place.center().y(), place.width() / 2 + 1,
+                            place.height() / 2 + 1);
+      }
+      QWidget* frame = area ? area->viewport() : widget->window();
+      const QSize room = frame->size();
+      const QRect seen = frame->rect() & QRect(widget->mapTo(frame, QPoint(0, 0)), widget->size());
+      EXPECT_GE(seen.width(), std::min(widget->width(), room.width()) - 2)
+          << PanelName(panel) << "." << c->name;
+      EXPECT_GE(seen.height(), std::min(widget->height(), room.height()) - 2)
+          << PanelName(panel) << "." << c->name;
+    }
+  }
+  static std::vector<Panel> Dialogs() {
+    std::vector<Panel> dialogs;
+    for (int p = 0; p < kPanelCount; ++p)
+      if (IsWindowPanel(static_cast<Panel>(p))) dialogs.push_back(static_cast<Panel>(p));
+    return dialogs;
+  }
+  static QWidget* Open(Panel panel) {
+    DisplayPanel(panel);
+    QTest::qWait(20);
+    const Panel inside = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
+    return WidgetOf(*ControlsOf(inside)[0])->window();
+  }
+};
+
+TEST_F(Screens, PagesAreReachedOn800By480) {
+  Run([&] {
+    SizeMain({800, 450});
+    for (int page = 0; page < 4; ++page) {
+      SetActiveTabPage(Panel::PANEL, page);
+      QTest::qWait(30);
+      ExpectReached(kPages[page]);
+    }
+  });
+}
+
+TEST_F(Screens, PagesDoNotScrollOn1024By600) {
+  Run([&] {
+    SizeMain({1024, 570});
+    for (int page = 0; page < 4; ++page) {
+      SetActiveTabPage(Panel::PANEL, page);
+      QTest::qWait(30);
+      const QScrollArea* area = AreaOf(WidgetOf(*ControlsOf(kPages[page])[0]));
+      ASSERT_TRUE(area);
+      EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << page;
+      EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << page;
+      for (const QLabel* label : area->findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->wordWrap() || label->buddy() == nullptr) continue;
+        EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
+      }
+    }
+  });
+}
+
+TEST_F(Screens, DialogsAreReachedWhenTheyAreSmall) {
+  Run([&] {
+    for (const Panel panel : Dialogs()) {
+      QWidget* window = Open(panel);
+      const QSize room = window->screen()->availableSize();
+      EXPECT_LE(window->width(), room.width()) << PanelName(panel);
+      EXPECT_LE(window->height(), room.height()) << PanelName(panel);
+      window->resize(500, 300);
+      QTest::qWait(20);
+      EXPECT_EQ(window->size(), QSize(500, 300)) << PanelName(panel);
+      ExpectReached(panel);
+      for (const Panel page : {Panel::HWSETUP, Panel::MEASSETUP})
+        if (panel == Panel::HMSETUP) {
+          DisplayPanel(page);
+          QTest::qWait(20);
+          ExpectReached(page);
+        }
+      HidePanel(panel);
+      QTest::qWait(5);
+    }
+  });
+}
+
+TEST_F(Screens, DialogsOpenWithoutScrollBarsWhereThereIsRoom) {
+  Run([&] {
+    for (const Panel panel : Dialogs()) {
+      QWidget* window = Open(panel);
+      QTest::qWait(20);
+      const auto* area = window->findChild<QScrollArea*>();
+      ASSERT_TRUE(area) << PanelName(panel);
+      const QSize least = area->widget()->minimumSizeHint(),
+                  room = window->screen()->availableSize() - QSize(16, 40);
+      if (least.width() <= room.width()) {
+        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << PanelName(panel) << " " << window->width();
+      }
+      if (least.height() <= room.height()) {
+        EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << PanelName(panel) << " " << window->height();
+      }
+      HidePanel(panel);
+      QTest::qWait(5);
+    }
+  });
+}
+
+TEST_F(Screens, TheWheelOverARingScrollsAndChangesNothing) {
+  Run([&] {
+    SetActiveTabPage(Panel::PANEL, 1);
+    QTest::qWait(20);
+    auto* ring = The<QComboBox>(sasw::DISPATYPE);
+    const auto turn = [&] {
+      QWheelEvent wheel(ring->rect().center(), ring->mapToGlobal(ring->rect().center()), {}, {0, -120}, {},
+                        {}, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(ring, &wheel);
+    };
+    MainWindowWidget()->setFocus();
+    const int before = GetCtrlIndex(sasw::DISPATYPE);
+    turn();
+    EXPECT_EQ(GetCtrlIndex(sasw::DISPATYPE), before);
+    ring->setFocus();
+    turn();
+    EXPECT_NE(GetCtrlIndex(sasw::DISPATYPE), before) << "with the focus it chooses";
+  });
+}
+
+// ---- a dark theme
+
+/// Colours of a widely used dark desktop.
+QPalette DarkDesktop() {
+  QPalette dark;
+  const QColor window(0x2D, 0x2D, 0x2D), base(0x1E, 0x1E, 0x1E), text(0xEE, 0xEE, 0xEE);
+  for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button}) dark.setColor(role, window);
+  for (const QPalette::ColorRole role : {QPalette::Base, QPalette::AlternateBase, QPalette::ToolTipBase})
+    dark.setColor(role, base);
+  for (const QPalette::ColorRole role :
+       {QPalette::WindowText, QPalette::ButtonText, QPalette::Text, QPalette::ToolTipText})
+    dark.setColor(role, text);
+  dark.setColor(QPalette::Highlight, QColor(0x2A, 0x5A, 0x9A));
+  dark.setColor(QPalette::HighlightedText, Qt::white);
+  return dark;
+}
+
+class DarkTheme : public Screens {
+ protected:
+  DarkTheme() : former_(QApplication::palette()) { QApplication::setPalette(DarkDesktop()); }
+  ~DarkTheme() override { QApplication::setPalette(former_); }
+
+  static int Rgb(const QColor& colour) { return static_cast<int>(colour.rgb() & 0xFFFFFF); }
+  /// Dimmed controls are left out, as in the rules for contrast.
+  static void ExpectLegible(const QWidget* window) {
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      const bool entry =
+          qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractItemView*>(widget) ||
+          qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const GraphView*>(widget);
+      const bool button =
+          qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QComboBox*>(widget);
+      if (!entry && !button && !qobject_cast<const QLabel*>(widget)) continue;
+      const auto colour = [&](QPalette::ColorRole role) {
+        return widget->palette().color(QPalette::Active, role);
+      };
+      QColor back = colour(entry ? QPalette::Base : button ? QPalette::Button : QPalette::Window);
+      if (back.alpha() == 0) back = colour(QPalette::Window);
+      const QColor front = colour(entry    ? QPalette::Text
+                                  : button ? QPalette::ButtonText
+                                           : QPalette::WindowText);
+      EXPECT_GE(Contrast(Rgb(front), Rgb(back)), 4.5)
+          << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+    }
+  }
+  /// Share of the picture that is nearly white.
+  static double White(QWidget* window) {
+    const QImage image = window->grab().toImage();
+    double white = 0.0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) white += qGray(image.pixel(x, y)) > 200;
+    return white / (static_cast<double>(image.width()) * image.height());
+  }
+
+ private:
+  QPalette former_;
+};
+
+TEST_F(DarkTheme, LeavesNoWindowUnreadable) {
+  Run([&] {
+    SizeMain({1100, 700});
+    for (int page = 0; page < 4; ++page) {
+      SetActiveTabPage(Panel::PANEL, page);
+      QTest::qWait(30);
+      ExpectLegible(MainWindowWidget());
+      EXPECT_LT(White(MainWindowWidget()), 0.12) << page;
+    }
+    for (const Panel panel : Dialogs()) {
+      QWidget* window = Open(panel);
+      ExpectLegible(window);
+      EXPECT_LT(White(window), 0.2) << PanelName(panel);
+      HidePanel(panel);
+    }
+  });
+}
+
+}  // namespace
+}  // namespace sondera
