@@ -83,7 +83,7 @@ void StartSession() {
   InstallPanelPictures();
   InstallLastStep(OfferSave);
   InstallProjectHooks({ProjectDiffersFromSaved, TakeProjectAsSaved, SaveProjectFile, OpenProjectFile,
-                       AskAndOpenProjectFile, [] { return session.projectFileName; }});
+                       AskAndOpenProjectFile, [] { return session.projectFileName; }, RescueProjectFile});
   FindDevices();
   DisplayPanel(Panel::PANEL);
   InitVariables();

@@ -3,9 +3,12 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QTimer>
+#include <memory>
 
 #include "gui/main_window.h"
 #include "gui/refresh.h"
+#include "gui/sudden_end.h"
 #include "runtime/control_lock.h"
 #include "runtime/events.h"
 
@@ -35,6 +38,8 @@ int RunLoop() {
   StartRefresh();
   OpenMainWindow();
   state.running = true;
+  const auto watch = std::make_unique<SuddenEndWatch>();
+  QTimer::singleShot(0, qApp, OfferRescuedProject);
   const int result = QApplication::exec();
   state.running = false;
   StopRefresh();

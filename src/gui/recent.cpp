@@ -17,7 +17,7 @@ QString StateFile() {
   return folder + QStringLiteral("/sondera/windows.ini");
 }
 
-const QString kProjects = QStringLiteral("recent/projects");
+const QString kProjects = QStringLiteral("recent/projects"), kRescued = QStringLiteral("rescued/project");
 
 void Write(const std::vector<std::string>& files) {
   QStringList list;
@@ -48,6 +48,17 @@ void ForgetRecentFile(const std::string& path) {
   std::vector<std::string> files = RecentFiles();
   std::erase(files, path);
   Write(files);
+}
+
+void NoteRescuedProject(const std::string& path) {
+  QSettings(StateFile(), QSettings::IniFormat).setValue(kRescued, ToQt(path));
+}
+
+std::string TakeRescuedProject() {
+  QSettings settings(StateFile(), QSettings::IniFormat);
+  const std::string path = FromQt(settings.value(kRescued).toString());
+  if (!path.empty()) settings.remove(kRescued);
+  return path;
 }
 
 QByteArray WindowPlace(const std::string& window) {

@@ -17,6 +17,10 @@ std::vector<std::string> RecentFiles();
 void NoteRecentFile(const std::string& path);
 void ForgetRecentFile(const std::string& path);
 
+/// The project that a sudden end has kept (gui/sudden_end.h). Take gives it once; empty: none.
+void NoteRescuedProject(const std::string& path);
+std::string TakeRescuedProject();
+
 /// Position of a window in Qt's form; empty when it was never shown.
 QByteArray WindowPlace(const std::string& window);
 void NoteWindowPlace(const std::string& window, const QByteArray& place);

@@ -12,5 +12,9 @@ int OpenProjectFile(const std::string& path);
 int AskAndOpenProjectFile();
 /// Presses Save. 0, or -1.
 int SaveProjectFile();
+/// Writes a project with unsaved changes to "<name>.rescued.da" beside its file (a project without a name:
+/// "unsaved.rescued.da" in the current folder), else into the home folder or that for temporary files. A file that
+/// exists is never replaced: the next one is ".rescued2.da". The name of the new file; empty: none.
+std::string RescueProjectFile();
 
 }  // namespace sondera

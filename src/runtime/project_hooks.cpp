@@ -31,6 +31,10 @@ std::string ProjectPath() {
   return hooks.path ? hooks.path() : std::string();
 }
 
+std::string RescueProject() {
+  return hooks.rescue ? hooks.rescue() : std::string();
+}
+
 void LookAround(const std::function<void()>& look) {
   const bool unsaved = HasUnsavedChanges();
   look();

@@ -14,6 +14,7 @@ struct ProjectHooks {
   std::function<int(const std::string& path)> open;
   std::function<int()> askAndOpen;
   std::function<std::string()> path;
+  std::function<std::string()> rescue;
 };
 
 /// Installs the functions and returns the former ones. An empty entry returns no, or refuses with -1.
@@ -32,6 +33,10 @@ int AskAndOpenProject();
 
 /// File of the open project; empty while it has none.
 std::string ProjectPath();
+
+/// Before a sudden end: writes a project with unsaved changes beside its file, or where that is impossible elsewhere, and
+/// leaves the file alone. The name of the new file; empty when there was nothing to keep, or nowhere to write.
+std::string RescueProject();
 
 /// Runs an action that only displays data (a page, a choice of a trace, a redraw). It may change the records,
 /// for example create the record of a pair that was never shown before; such changes alone do not count as

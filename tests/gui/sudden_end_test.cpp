@@ -1,0 +1,98 @@
+// The screen is gone, or the desktop ends the session, while a project has unsaved changes: it is kept, and the next start
+// offers it.
+#include <sys/wait.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include "gui/dispatch.h"
+#include "gui/recent.h"
+#include "gui/sudden_end.h"
+#include "own_screen.h"
+#include "panels/mainmenu_project.h"
+#include "records/measdb.h"
+#include "records/session.h"
+#include "runtime/catalogue/mainmenu.h"
+#include "runtime/project_hooks.h"
+#include "support/site_records.h"
+#include "window_session.h"
+
+namespace sondera {
+namespace {
+
+namespace fs = std::filesystem;
+
+using RescuedProject = test::WindowSession;
+
+TEST_F(RescuedProject, IsWrittenBesideItsFileAndOfferedOnce) {
+  const std::string project = folder.File("site.da"), first = folder.File("site.rescued.da"),
+                    second = folder.File("site.rescued2.da");
+  Answer("file:" + project);
+  Answer("Yes");
+  Run([&] {
+    DispatchPress(mainmenu::SAVE_RAW_DATA);
+    ASSERT_EQ(session.projectFileName, project);
+    EXPECT_EQ(RescueProject(), "") << "nothing is lost";
+    const std::string saved = test::ReadWhole(project);
+    MeasDB.measSetupList.at(1)->srcLoc = 4.5;
+    EXPECT_EQ(RescueProject(), first);
+    EXPECT_EQ(RescueProject(), second) << "no file is written over";
+    EXPECT_EQ(test::ReadWhole(first), test::ReadWhole(second));
+    EXPECT_EQ(test::ReadWhole(project), saved) << "the project itself stays as it was saved";
+    TakeProjectAsSaved();
+    NoteRescuedProject(first);
+    OfferRescuedProject();
+    EXPECT_EQ(session.projectFileName, first);
+    EXPECT_EQ(MeasDB.measSetupList.at(1)->srcLoc, 4.5);
+    OfferRescuedProject();
+  });
+  ASSERT_EQ(asked.size(), 2u);
+  EXPECT_EQ(asked[1].find("The program ended suddenly before."), 0u) << asked[1];
+}
+
+class SuddenEnd : public ::testing::Test {
+ protected:
+  /// The program with windows on what a script left: it stops behind an import that was not saved.
+  void SetUp() override {
+    if (!screen.Trouble().empty()) GTEST_SKIP() << screen.Trouble();
+    test::WriteSitePair(folder.File("pair.hyx"), 14, 30, 128);
+    std::ofstream(folder.File("job.txt")) << "import pair a 14 30\nexport out nosuch 1 2\n";
+    program = screen.Start(folder.Path(), {"auto", "new", "site", "job.txt"});
+    ASSERT_FALSE(screen.Window("Sondera", 20000).empty()) << test::ReadWhole(folder.File("said.txt"));
+  }
+  void TearDown() override {
+    if (program > 0 && ::waitpid(program, nullptr, WNOHANG) == 0) ::kill(program, SIGKILL);
+  }
+  void ExpectKept() {
+    const int status = screen.WaitFor(program, 10000);
+    const std::string said = test::ReadWhole(folder.File("said.txt"));
+    EXPECT_EQ(status, 1) << said;
+    EXPECT_NE(said.find("The project with its unsaved changes is in " + folder.File("site.rescued.da")),
+              std::string::npos)
+        << said;
+    StartSession();
+    ASSERT_EQ(OpenProject(folder.File("site.rescued.da")), 0);
+    EXPECT_EQ(MeasDB.measSetupList.count(), 2);
+    ASSERT_EQ(OpenProject(folder.File("site.da")), 0);
+    EXPECT_EQ(MeasDB.measSetupList.count(), 1);
+    ResetProgramState();
+  }
+
+  test::TempFolder folder;
+  test::OwnScreen screen{{1024, 700}};
+  pid_t program = 0;
+};
+
+TEST_F(SuddenEnd, OfTheScreenKeepsTheUnsavedChanges) {
+  screen.Break();
+  ExpectKept();
+}
+
+TEST_F(SuddenEnd, OfTheSessionKeepsTheUnsavedChanges) {
+  ::kill(program, SIGTERM);
+  ExpectKept();
+}
+
+}  // namespace
+}  // namespace sondera
