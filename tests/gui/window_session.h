@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTest>
 #include <QTimer>
 #include <deque>
@@ -108,8 +109,12 @@ class WindowSession : public ::testing::Test {
         dialog->reject();
         return;
       }
-      dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-          ->setText(QString::fromStdString(wanted.substr(5)));
+      auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      {
+        // Without the focus its completion would replace the text.
+        const QSignalBlocker quiet(field);
+        field->setText(QString::fromStdString(wanted.substr(5)));
+      }
       QMetaObject::invokeMethod(dialog, "accept", Qt::DirectConnection);
     } else if (auto* prompt = qobject_cast<QInputDialog*>(modal)) {
       asked.push_back(prompt->labelText().toStdString());
