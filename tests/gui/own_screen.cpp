@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,7 +23,11 @@ bool HaveProgram(const char* name) {
 }
 
 /// In the child: words and environment of a program; never returns.
-[[noreturn]] void Become(const std::vector<std::string>& words, const char* output) {
+[[noreturn]] void Become(const std::vector<std::string>& words, const char* output, int kept = -1) {
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // none outlives a test that is cut off
+  // Nor does it keep files of the test open, locks among them; `kept` is the one that it needs.
+  for (int file = 3; file < 256; ++file)
+    if (file != kept) ::close(file);
   const int out = ::open(output, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
   if (out >= 0) {
     ::dup2(out, 1);
@@ -62,7 +67,7 @@ OwnScreen::OwnScreen(QSize size) {
     ::close(ends[0]);
     Become({"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0", screen, "-dpi", "96", "-nolisten",
             "tcp"},
-           "/dev/null");
+           "/dev/null", ends[1]);
   }
   ::close(ends[1]);
   std::string number;

@@ -85,6 +85,15 @@ TEST_F(RoadTest, ByMouseAndKeysEndsInTheFilesOfAScript) {
     EXPECT_EQ(The<QComboBox>(sasw::DISPAID)->currentText(), QString("site"));
     DispatchIndex(sasw::DISPACHNL, The<QComboBox>(sasw::DISPACHNL)->findText("2"));
     EXPECT_EQ(GraphOf(sasw::DISPLAY_A).rectangles.size(), 2u);
+    // The tool bar chooses the measurement too.
+    auto* tool = MainWindowWidget()->findChild<QComboBox*>("toolMeasurement");
+    ASSERT_EQ(tool->count(), 2);
+    EXPECT_EQ(tool->currentText(), QString("site"));
+    tool->setFocus();
+    QTest::keyClick(tool, tool->currentIndex() == 1 ? Qt::Key_Up : Qt::Key_Down);
+    EXPECT_EQ(The<QComboBox>(sasw::DISPAID)->currentText(), QString("measID"));
+    QTest::keyClick(tool, tool->currentIndex() == 1 ? Qt::Key_Up : Qt::Key_Down);
+    EXPECT_EQ(The<QComboBox>(sasw::DISPAID)->currentText(), QString("site"));
     DispatchTab(Panel::PANEL, 2);
     QTest::qWait(20);
     auto* included = The<QListWidget>(dispcurv::LIST_INCLUDED);
