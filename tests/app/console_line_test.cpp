@@ -34,7 +34,8 @@ class ConsoleLine : public testing::AppTest {
     int status = 0;
     waitpid(child, &status, 0);
     std::string text;
-    char piece[4096];  // a read may bring a part only; the last one fails, since nobody has the other side open
+    char piece
+        [4096];  // a read may bring a part only; the last one fails, since nobody has the other side open
     for (ssize_t got = 0; (got = read(terminal, piece, sizeof piece)) > 0;)
       text.append(piece, static_cast<std::size_t>(got));
     close(terminal);
