@@ -56,7 +56,7 @@ void NoteRescuedProject(const std::string& path) {
 
 std::string TakeRescuedProject() {
   QSettings settings(StateFile(), QSettings::IniFormat);
-  const std::string path = FromQt(settings.value(kRescued).toString());
+  std::string path = FromQt(settings.value(kRescued).toString());
   if (!path.empty()) settings.remove(kRescued);
   return path;
 }
