@@ -19,7 +19,10 @@
 #include "gui/dispatch.h"
 #include "gui/graph_view.h"
 #include "records/session.h"
+#include "runtime/catalogue/cdisppnl.h"
+#include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/mainmenu.h"
+#include "runtime/catalogue/pulse.h"
 #include "runtime/control_lock.h"
 #include "support/site_records.h"
 #include "window_session.h"
@@ -182,8 +185,12 @@ TEST_F(RandomWalk, EachMenuItemAndButtonOfAnEmptyProjectIsOneMessageAtMost) {
         QTest::qWait(1);
         std::string said;
         for (std::size_t i = before; i < asked.size(); ++i) said += asked[i] + " | ";
-        // New asks twice.
-        EXPECT_LE(asked.size() - before, c == &mainmenu::NEW_MEASUREMENT || c->name == "F1" ? 2u : 1u)
+        // New asks twice; three file dialogs say after a Cancel that there is no file; a chain of presses has what
+        // each of them says.
+        const bool twice = c == &mainmenu::NEW_MEASUREMENT || c->name == "F1" || c == &pulse::BROWSE ||
+                           c == &cdisppnl::SAVEGCD || c == &cdisppnl::SAVEICD;
+        const bool chain = c == &inversion::PERFORMINVSAVE || c == &inversion::ONECLICK_RUN;
+        EXPECT_LE(asked.size() - before, chain ? 3u : twice ? 2u : 1u)
             << PanelName(c->panel) << "." << c->name << ": " << said;
         ASSERT_FALSE(QuitRequested()) << c->name;
         ASSERT_FALSE(IsLocked()) << c->name;
