@@ -13,7 +13,7 @@ class InterruptHold {
   ~InterruptHold();
   InterruptHold(const InterruptHold&) = delete;
   InterruptHold& operator=(const InterruptHold&) = delete;
-  void StepIsDone();
+  void StepIsDone();  ///< a request that came in this step is told from now on
 };
 
 }  // namespace sondera

@@ -18,6 +18,7 @@
 #include "app/script/run.h"
 #include "gui/dispatch.h"
 #include "gui/graph_view.h"
+#include "one_pair_road.h"
 #include "records/session.h"
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/catalogue/inversion.h"
@@ -32,17 +33,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kRoad = R"(*sondera 2
-read tim id=site files=rec1.tim,rec2.tim,rec3.tim,rec4.tim,rec5.tim,rec6.tim source=0 at=10,14,22,30,42,54
-pair site 1 3
-mask 0 7
-mask 48 500
-disperse
-save Site.da overwrite=yes
-calcVel
-preInversion 0 0 2 0.5 6 2 2 3 2 2 100
-)";
-
 /// Resident memory, MB.
 double Memory() {
   std::ifstream file("/proc/self/statm");
@@ -56,7 +46,7 @@ class RandomWalk : public test::WindowSession {
   RandomWalk() : former_(fs::current_path()) {
     fs::current_path(folder.Path());
     test::WriteSiteRecords(".");
-    script::Source source = script::Source::OfText(kRoad);
+    script::Source source = script::Source::OfText(test::kOnePairRoad);
     ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
     script::Run("road", {}).run(source);
@@ -190,7 +180,9 @@ TEST_F(RandomWalk, EachMenuItemAndButtonOfAnEmptyProjectIsOneMessageAtMost) {
         const bool twice = c == &mainmenu::NEW_MEASUREMENT || c->name == "F1" || c == &pulse::BROWSE ||
                            c == &cdisppnl::SAVEGCD || c == &cdisppnl::SAVEICD;
         const bool chain = c == &inversion::PERFORMINVSAVE || c == &inversion::ONECLICK_RUN;
-        EXPECT_LE(asked.size() - before, chain ? 3u : twice ? 2u : 1u)
+        EXPECT_LE(asked.size() - before, chain   ? 3u
+                                         : twice ? 2u
+                                                 : 1u)
             << PanelName(c->panel) << "." << c->name << ": " << said;
         ASSERT_FALSE(QuitRequested()) << c->name;
         ASSERT_FALSE(IsLocked()) << c->name;

@@ -9,6 +9,7 @@
 
 #include "app/script/run.h"
 #include "gui/dispatch.h"
+#include "one_pair_road.h"
 #include "records/inv_records.h"
 #include "records/session.h"
 #include "runtime/catalogue/exdthd.h"
@@ -24,17 +25,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kRoad = R"(*sondera 2
-read tim id=site files=rec1.tim,rec2.tim,rec3.tim,rec4.tim,rec5.tim,rec6.tim source=0 at=10,14,22,30,42,54
-pair site 1 3
-mask 0 7
-mask 48 500
-disperse
-save Site.da overwrite=yes
-calcVel
-preInversion 0 0 2 0.5 6 2 2 3 2 2 100
-)";
-
 class RealRuns : public test::WindowSession {
  protected:
   RealRuns() : former_(fs::current_path()) { Begin("first"); }
@@ -46,7 +36,7 @@ class RealRuns : public test::WindowSession {
     fs::current_path(folder.File(name));
     StartSession();
     test::WriteSiteRecords(".");
-    script::Source source = script::Source::OfText(kRoad);
+    script::Source source = script::Source::OfText(test::kOnePairRoad);
     ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
     EXPECT_NE(script::Run("road", {}).run(source), 1);
