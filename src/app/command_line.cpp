@@ -444,11 +444,12 @@ int RunSession(const CommandLine& line, const WindowsOpener& windows) {
   const bool forPerson = (line.arguments.size() <= 2 || !wrong.empty()) && !line.reportFile &&
                          (line.arguments.size() < 2 || !IsCommandWord(line.arguments[1]));
   const WindowsOpener opener = line.batch ? WindowsOpener() : windows;
-  if (forPerson && opener && opener()) {
+  const std::string noWindows = !opener ? "this build has no windows" : forPerson ? opener() : std::string();
+  if (forPerson && noWindows.empty()) {
     if (!wrong.empty()) PrintError("sondera: %s; the windows open on an empty project.\n", wrong.c_str());
   } else {
-    InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), line.batch,
-                    static_cast<bool>(windows), forPerson ? WindowsOpener() : opener});
+    InstallConsole({line.assumeYes, wrong, forPerson ? HelpText() : std::string(), line.batch, noWindows,
+                    forPerson ? WindowsOpener() : opener});
   }
   if (line.wait) {
     WaitForLocks([](const std::string& sentence) {

@@ -62,18 +62,16 @@ bool ShowManualText() {
 int Run() {
   FinishProgressLine();
   const ConsoleOptions& options = console.options;
-  if (options.windows && options.windows()) {
+  const std::string noWindows = options.batch     ? "--batch opens no windows"
+                                : options.windows ? options.windows()
+                                                  : options.noWindows;
+  if (options.windows && noWindows.empty()) {
     RemoveObserver(std::exchange(console.observer, 0));
     const auto run = CurrentFrontEnd().run;
     return run ? run() : 1;
   }
   if (!options.complaint.empty()) PrintError("sondera: %s.\n", options.complaint.c_str());
-  std::fputs(
-      options.batch ? "sondera: --batch opens no windows; give a command script (sondera --help).\n"
-      : options.builtWithWindows
-          ? "sondera: there is no display to show windows on; give a command script (sondera --help).\n"
-          : "sondera: this build has no windows; give a command script (sondera --help).\n",
-      stderr);
+  PrintError("sondera: %s; give a command script (sondera --help).\n", noWindows.c_str());
   if (!options.usage.empty()) std::fputs(("\n" + options.usage).c_str(), stderr);
   return 1;
 }

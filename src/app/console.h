@@ -11,17 +11,17 @@
 
 namespace sondera {
 
-/// Replaces the console by windows; false without a display. Empty: built without them.
-using WindowsOpener = std::function<bool()>;
+/// Replaces the console by windows and returns "", or why it cannot. Empty: built without them.
+using WindowsOpener = std::function<std::string()>;
 
 struct ConsoleOptions {
   bool assumeYes = false;
   /// Fault of the command line, and the text of --help: printed where a session would now wait for a person,
   /// since the console has none. Empty: neither.
   std::string complaint, usage;
-  bool batch = false;             ///< windows are not wanted
-  bool builtWithWindows = false;  ///< then the reason is the missing display
-  WindowsOpener windows;          ///< opens windows when a script has stopped early; empty: never
+  bool batch = false;     ///< windows are not wanted
+  std::string noWindows;  ///< why windows for a person did not open, as part of a sentence
+  WindowsOpener windows;  ///< opens windows when a script has stopped early; empty: never
 };
 
 /// Installs the console as front end, its progress line and its Ctrl-C handling. Its event loop ends at once

@@ -144,4 +144,8 @@ bool InstallWindows() {
   return true;
 }
 
+extern "C" bool SonderaInstallWindows() {
+  return InstallWindows();
+}
+
 }  // namespace sondera

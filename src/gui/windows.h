@@ -1,4 +1,4 @@
-// windows.h - the windows as front end. The only header of this folder for other folders; it needs no Qt.
+// windows.h - the windows as front end. The only header of this folder that needs no Qt.
 #pragma once
 
 #include <string>
@@ -12,5 +12,8 @@ bool DisplayIsThere();
 /// Makes the windows the front end, with the present state: boxes at once, the main window when its event
 /// loop runs. False, with nothing changed, without a display. Numbers in text stay in the C locale.
 bool InstallWindows();
+
+/// The same, under a name for the program that loads this folder as a module (app/windows_module).
+extern "C" bool SonderaInstallWindows();
 
 }  // namespace sondera

@@ -8,9 +8,41 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace sondera {
+
+/// Memory of a table that is zero without being written: the system gives zero pages at the first access, so large
+/// tables that a job never fills cost nothing. Only for vectors that get their size when they are made: an element
+/// that is made without a value keeps the zeros of new memory.
+template <class T>
+struct ZeroPages {
+  static_assert(std::is_arithmetic_v<T>, "zero bytes must be the value zero");
+  using value_type = T;
+  ZeroPages() = default;
+  template <class U>
+  explicit ZeroPages(const ZeroPages<U>&) {}
+
+  T* allocate(std::size_t n) {
+    if (void* memory = std::calloc(n, sizeof(T))) return static_cast<T*>(memory);
+    throw std::bad_alloc();
+  }
+  void deallocate(T* memory, std::size_t) { std::free(memory); }
+  void construct(T*) {}
+  template <class V>
+  void construct(T* at, V&& value) {
+    *at = std::forward<V>(value);
+  }
+  bool operator==(const ZeroPages&) const = default;
+};
+
+/// Numbers lie in zero pages; other elements are made one by one.
+template <class T>
+using ZeroedVector =
+    std::conditional_t<std::is_arithmetic_v<T>, std::vector<T, ZeroPages<T>>, std::vector<T>>;
 
 /// Ends the process when an index is outside its range (checked builds only): a wrong index is a programming
 /// error.
@@ -55,14 +87,14 @@ class OffsetVector {
   /// First element, for block reads and writes.
   T* data() { return data_.data(); }
   const T* data() const { return data_.data(); }
-  typename std::vector<T>::iterator begin() { return data_.begin(); }
-  typename std::vector<T>::iterator end() { return data_.end(); }
-  typename std::vector<T>::const_iterator begin() const { return data_.begin(); }
-  typename std::vector<T>::const_iterator end() const { return data_.end(); }
+  typename ZeroedVector<T>::iterator begin() { return data_.begin(); }
+  typename ZeroedVector<T>::iterator end() { return data_.end(); }
+  typename ZeroedVector<T>::const_iterator begin() const { return data_.begin(); }
+  typename ZeroedVector<T>::const_iterator end() const { return data_.end(); }
 
  private:
   int lo_ = 1;
-  std::vector<T> data_;
+  ZeroedVector<T> data_;
 };
 
 /// Matrix valid for rows rowLo..rowHi and columns colLo..colHi, one contiguous block, row after row,
@@ -100,7 +132,7 @@ class OffsetMatrix {
            static_cast<std::size_t>(j - colLo_);
   }
   int rowLo_ = 1, rowHi_ = 0, colLo_ = 1, colHi_ = 0;
-  std::vector<T> data_;
+  ZeroedVector<T> data_;
 };
 
 /// View of a matrix stored by columns in a vector that counts from 1: element (i, j), both from 1, is

@@ -94,6 +94,34 @@ TEST_F(Program, AScriptMakesNoApplicationOfTheToolkit) {
   EXPECT_EQ(o.err.find("qt."), std::string::npos) << o.err;
 }
 
+/// Loading the libraries of the windows takes longer than all the rest of a start.
+TEST_F(Program, LoadsTheWindowsOnlyWhereTheyAreShown) {
+  Write("ask.sh", "ldd '" SONDERA_PROGRAM "'\n");
+  const std::string loaded = test::RunTool("sh '" + folder.File("ask.sh") + "'").output;
+  EXPECT_NE(loaded.find("libc.so"), std::string::npos) << loaded;
+  EXPECT_EQ(loaded.find("Qt6"), std::string::npos) << loaded;
+}
+
+TEST_F(Program, WithoutTheFileOfTheWindowsItSaysSoAndRunsScripts) {
+  if (!std::filesystem::exists(std::filesystem::path(SONDERA_PROGRAM).replace_filename("sondera-windows.so")))
+    GTEST_SKIP() << "this build has no windows";
+  std::filesystem::copy_file(SONDERA_PROGRAM, folder.File("alone"));
+  Write("job.txt", "*sondera 2\n");
+  const auto alone = [&](const std::string& words) {
+    return test::RunTool("cd '" + folder.Path() + "' && QT_QPA_PLATFORM=offscreen ./alone " + words +
+                         " 2>&1 </dev/null");
+  };
+  const auto session = alone("");
+  EXPECT_NE(session.status, 0);
+  EXPECT_TRUE(
+      session.output.starts_with("sondera: the file of the windows, sondera-windows.so, is not there; give a "
+                                 "command script"))
+      << session.output;
+  EXPECT_EQ(alone("run job.txt").status, 0);
+  Write("sondera-windows.so", "no library");
+  EXPECT_TRUE(alone("").output.starts_with("sondera: the windows cannot be loaded: ")) << alone("").output;
+}
+
 TEST_F(Program, BatchOpensNoWindow) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   const Outcome o = Run("--batch");

@@ -1,0 +1,38 @@
+// windows_module.cpp - see windows_module.h.
+#include "app/windows_module.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace sondera {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::path> PlacesOfTheModule() {
+  std::error_code failed;
+  const fs::path folder = fs::read_symlink("/proc/self/exe", failed).parent_path();
+  return {folder / SONDERA_WINDOWS_FILE, folder / SONDERA_WINDOWS_FOLDER / SONDERA_WINDOWS_FILE};
+}
+
+}  // namespace
+
+std::string OpenWindows() {
+  void* module = nullptr;
+  std::string reason = "the file of the windows, " SONDERA_WINDOWS_FILE ", is not there";
+  for (const fs::path& file : PlacesOfTheModule()) {
+    std::error_code failed;
+    if (module || !fs::exists(file, failed)) continue;
+    module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module) reason = std::string("the windows cannot be loaded: ") + dlerror();
+  }
+  if (!module) return reason;
+  const auto install = reinterpret_cast<bool (*)()>(dlsym(module, "SonderaInstallWindows"));
+  if (!install) return "the file of the windows belongs to another version of the program";
+  return install() ? "" : "there is no display to show windows on";
+}
+
+}  // namespace sondera
