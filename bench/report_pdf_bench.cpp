@@ -33,6 +33,11 @@ class Recorder final : public Canvas {
       c.Line(kept, pen);
     });
   }
+  void Segments(std::span<const PixelPoint> ends, const Pen& pen) override {
+    Keep([kept = std::vector<PixelPoint>(ends.begin(), ends.end()), pen](Canvas& c) {
+      c.Segments(kept, pen);
+    });
+  }
   void Area(std::span<const PixelPoint> corners, std::optional<int> fill,
             const std::optional<Pen>& edge) override {
     Keep([kept = std::vector<PixelPoint>(corners.begin(), corners.end()), fill, edge](Canvas& c) {

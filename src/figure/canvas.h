@@ -40,6 +40,8 @@ class Canvas {
  public:
   virtual ~Canvas() = default;
   virtual void Line(std::span<const PixelPoint> points, const Pen& pen) = 0;
+  /// Lines that are apart, in one stroke: ends has the two ends of the first, of the second, and so on.
+  virtual void Segments(std::span<const PixelPoint> ends, const Pen& pen) = 0;
   /// Closed outline.
   virtual void Area(std::span<const PixelPoint> corners, std::optional<int> fill,
                     const std::optional<Pen>& edge) = 0;

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
+#include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -17,6 +20,7 @@
 namespace sondera {
 namespace {
 
+constexpr std::size_t kMostLayouts = 1000;
 constexpr const char* kFont = "DejaVu Sans,Liberation Sans,Sans";
 
 /// The writer remembers a failure, and Place() reports it. cairo does not get it: it cannot handle one within
@@ -30,7 +34,8 @@ class CairoCanvas : public FileCanvas {
  public:
   ~CairoCanvas() override {
     for (const auto& font : fonts_) pango_font_description_free(font.second);
-    if (layout_) g_object_unref(layout_);
+    layouts_.clear();
+    if (context_) g_object_unref(context_);
     if (cairo_) cairo_destroy(cairo_);
     if (surface_) {
       cairo_surface_finish(surface_);
@@ -41,6 +46,16 @@ class CairoCanvas : public FileCanvas {
   void Line(std::span<const PixelPoint> points, const Pen& pen) override {
     if (points.size() < 2) return;
     Path(points);
+    Stroke(pen);
+  }
+
+  void Segments(std::span<const PixelPoint> ends, const Pen& pen) override {
+    if (ends.size() < 2) return;
+    cairo_new_path(cairo_);
+    for (std::size_t i = 0; i + 1 < ends.size(); i += 2) {
+      cairo_move_to(cairo_, ends[i].x, ends[i].y);
+      cairo_line_to(cairo_, ends[i + 1].x, ends[i + 1].y);
+    }
     Stroke(pen);
   }
 
@@ -87,23 +102,23 @@ class CairoCanvas : public FileCanvas {
 
   void Text(PixelPoint at, std::string_view text, const TextLook& look) override {
     if (text.empty()) return;
-    const double width = Lay(text, look);
+    const Layout& layout = Lay(text, look);
+    const double width = layout.width;
     const double back = look.align == TextAlign::Left     ? 0.0
                         : look.align == TextAlign::Center ? 0.5 * width
                                                           : width;
-    const double baseline = static_cast<double>(pango_layout_get_baseline(layout_)) / PANGO_SCALE;
     cairo_save(cairo_);
     cairo_new_path(cairo_);
     cairo_translate(cairo_, at.x, at.y);
     if (look.upward) cairo_rotate(cairo_, -0.5 * M_PI);
-    cairo_move_to(cairo_, -back, -baseline);
+    cairo_move_to(cairo_, -back, -layout.baseline);
     Color(look.color);
-    pango_cairo_show_layout(cairo_, layout_);
+    pango_cairo_show_layout(cairo_, layout.set.get());
     cairo_restore(cairo_);
   }
 
   double TextWidth(std::string_view text, const TextLook& look) override {
-    return text.empty() ? 0.0 : Lay(text, look);
+    return text.empty() ? 0.0 : Lay(text, look).width;
   }
 
   void Clip(const PixelArea& area) override {
@@ -122,15 +137,15 @@ class CairoCanvas : public FileCanvas {
     cairo_ = cairo_create(surface);
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
-    layout_ = pango_cairo_create_layout(cairo_);
+    context_ = pango_cairo_create_context(cairo_);
     cairo_font_options_t* options = cairo_font_options_create();
     cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
     cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    pango_cairo_context_set_font_options(pango_layout_get_context(layout_), options);
+    pango_cairo_context_set_font_options(context_, options);
     cairo_font_options_destroy(options);
     // A point of a font is a point of the page.
-    pango_cairo_context_set_resolution(pango_layout_get_context(layout_), 72.0);
+    pango_cairo_context_set_resolution(context_, 72.0);
   }
 
   Refusal Place() {
@@ -148,6 +163,15 @@ class CairoCanvas : public FileCanvas {
   cairo_t* cairo_ = nullptr;
 
  private:
+  struct Release {
+    void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+  };
+  /// A text in its font, with its width and the distance from its top to its baseline.
+  struct Layout {
+    std::unique_ptr<PangoLayout, Release> set;
+    double width = 0.0, baseline = 0.0;
+  };
+
   void Color(int color) {
     const auto part = [&](int shift) { return ((color >> shift) & 0xFF) / 255.0; };
     cairo_set_source_rgb(cairo_, part(16), part(8), part(0));
@@ -187,18 +211,26 @@ class CairoCanvas : public FileCanvas {
     return font;
   }
 
-  /// Sets the text and returns its width.
-  double Lay(std::string_view text, const TextLook& look) {
-    pango_layout_set_font_description(layout_, FontOf(look));
+  /// Sets the text. Pages repeat most of their texts, and each is measured before it is drawn, so the last
+  /// ones are kept.
+  const Layout& Lay(std::string_view text, const TextLook& look) {
+    if (layouts_.size() > kMostLayouts) layouts_.clear();
+    Layout& layout = layouts_[{std::string(text), look.size, look.bold}];
+    if (layout.set) return layout;
+    layout.set.reset(pango_layout_new(context_));
+    pango_layout_set_font_description(layout.set.get(), FontOf(look));
     const std::string sound = ValidText(text);
-    pango_layout_set_text(layout_, sound.data(), static_cast<int>(sound.size()));
+    pango_layout_set_text(layout.set.get(), sound.data(), static_cast<int>(sound.size()));
     int width = 0, height = 0;
-    pango_layout_get_size(layout_, &width, &height);
-    return static_cast<double>(width) / PANGO_SCALE;
+    pango_layout_get_size(layout.set.get(), &width, &height);
+    layout.width = static_cast<double>(width) / PANGO_SCALE;
+    layout.baseline = static_cast<double>(pango_layout_get_baseline(layout.set.get())) / PANGO_SCALE;
+    return layout;
   }
 
-  PangoLayout* layout_ = nullptr;
-  std::map<std::pair<int, bool>, PangoFontDescription*> fonts_;  // by size and weight
+  PangoContext* context_ = nullptr;
+  std::map<std::tuple<std::string, double, bool>, Layout> layouts_;  // by text, size and weight
+  std::map<std::pair<int, bool>, PangoFontDescription*> fonts_;      // by size and weight
 };
 
 class PdfCanvas final : public CairoCanvas {
@@ -215,6 +247,9 @@ class PdfCanvas final : public CairoCanvas {
     say(CAIRO_PDF_METADATA_CREATOR, "Sondera");
     say(CAIRO_PDF_METADATA_CREATE_DATE, DocumentTime());
     Begin(surface);
+    // The library walks along each outline to find how far it extends. Curves are written as curves, so a coarse
+    // walk is enough.
+    cairo_set_tolerance(cairo_, 1.0);
     LabelPage();
   }
 

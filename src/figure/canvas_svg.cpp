@@ -80,6 +80,16 @@ class SvgCanvas final : public FileCanvas {
     file_.Put("/>\n");
   }
 
+  void Segments(std::span<const PixelPoint> ends, const Pen& pen) override {
+    if (ends.size() < 2) return;
+    file_.Put("<path fill=\"none\"");
+    PutEdge(pen);
+    file_.Put(" d=\"");
+    for (std::size_t i = 0; i < ends.size(); ++i)
+      file_.Put((i % 2 == 0 ? "M" : "L") + Number(ends[i].x) + " " + Number(ends[i].y));
+    file_.Put("\"/>\n");
+  }
+
   void Area(std::span<const PixelPoint> corners, std::optional<int> fill,
             const std::optional<Pen>& edge) override {
     if (corners.size() < 2) return;

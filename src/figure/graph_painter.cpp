@@ -155,23 +155,20 @@ class Painter {
 
   // ---- axes -------------------------------------------------------------------------------------------------------
 
-  void Segment(double x1, double y1, double x2, double y2, int color, double width) {
-    const PixelPoint ends[] = {{x1, y1}, {x2, y2}};
-    canvas_.Line(ends, {color, width, LineDash::Solid});
-  }
-
   bool Inside(double pixel, double from, double to) const {
     return pixel >= std::min(from, to) - 0.01 && pixel <= std::max(from, to) + 0.01;
   }
 
   void DrawGrid() {
     if (graph_.intensity) return;  // an image covers it
+    std::vector<PixelPoint> ends;
     for (const Tick& tick : ticksX_.numbers)
       if (const double at = x_.PixelOf(tick.at); Inside(at, x_.from, x_.to))
-        Segment(at, frame_.top, at, frame_.bottom, kGrid, 0.4);
+        ends.insert(ends.end(), {{at, frame_.top}, {at, frame_.bottom}});
     for (const Tick& tick : ticksY_.numbers)
       if (const double at = y_.PixelOf(tick.at); Inside(at, y_.from, y_.to))
-        Segment(frame_.left, at, frame_.right, at, kGrid, 0.4);
+        ends.insert(ends.end(), {{frame_.left, at}, {frame_.right, at}});
+    canvas_.Segments(ends, {kGrid, 0.4, LineDash::Solid});
   }
 
   void DrawFrame() {
@@ -180,13 +177,16 @@ class Painter {
                                   {frame_.right, frame_.bottom},
                                   {frame_.left, frame_.bottom}};
     canvas_.Area(corners, std::nullopt, Pen{kFrame, 0.7, LineDash::Solid});
+    std::vector<PixelPoint> ends;
     const auto across = [&](double value, double length) {
       const double at = x_.PixelOf(value);
-      if (Inside(at, x_.from, x_.to)) Segment(at, frame_.bottom, at, frame_.bottom + length, kFrame, 0.6);
+      if (Inside(at, x_.from, x_.to))
+        ends.insert(ends.end(), {{at, frame_.bottom}, {at, frame_.bottom + length}});
     };
     const auto down = [&](double value, double length) {
       const double at = y_.PixelOf(value);
-      if (Inside(at, y_.from, y_.to)) Segment(frame_.left - length, at, frame_.left, at, kFrame, 0.6);
+      if (Inside(at, y_.from, y_.to))
+        ends.insert(ends.end(), {{frame_.left - length, at}, {frame_.left, at}});
     };
     for (const double at : ticksX_.between) across(at, kSmallTick);
     for (const double at : ticksY_.between) down(at, kSmallTick);
@@ -206,6 +206,7 @@ class Painter {
       if (Inside(at, y_.from, y_.to))
         canvas_.Text({frame_.left - kTick - 2.0, at + 0.36 * style_.text}, tick.text, look);
     }
+    canvas_.Segments(ends, {kFrame, 0.6, LineDash::Solid});
   }
 
   void DrawNames() {
@@ -250,7 +251,10 @@ class Painter {
   void DrawHatchings() {
     const Pen pen = {kHatch, 0.4, LineDash::Solid};
     for (const HatchModel& hatching : graph_.hatchings) {
-      for (const PixelLine& line : HatchLines(hatching, y_, frame_)) canvas_.Line(line, pen);
+      std::vector<PixelPoint> ends;
+      for (const PixelLine& line : HatchLines(hatching, y_, frame_))
+        if (line.size() == 2) ends.insert(ends.end(), line.begin(), line.end());
+      canvas_.Segments(ends, pen);
       const PixelArea part = HatchedPart(hatching, y_, frame_);
       const double width = canvas_.TextWidth(hatching.label, plain_) + 2 * kGap;
       if (hatching.label.empty() || width > Width(part) || Height(part) < 1.8 * style_.text) continue;
@@ -387,11 +391,13 @@ class Painter {
     const PixelPoint corners[] = {
         {bar.left, bar.top}, {bar.right, bar.top}, {bar.right, bar.bottom}, {bar.left, bar.bottom}};
     canvas_.Area(corners, std::nullopt, Pen{kFrame, 0.5, LineDash::Solid});
+    std::vector<PixelPoint> ends;
     for (const Tick& tick : barTicks_.numbers) {
       const double at = bar.bottom - (tick.at - low) / (high - low) * Height(bar);
-      Segment(bar.right, at, bar.right + kSmallTick, at, kFrame, 0.5);
+      ends.insert(ends.end(), {{bar.right, at}, {bar.right + kSmallTick, at}});
       canvas_.Text({bar.right + kTick + 1.0, at + 0.36 * style_.text}, tick.text, plain_);
     }
+    canvas_.Segments(ends, {kFrame, 0.5, LineDash::Solid});
     TextLook look = name_;
     look.align = TextAlign::Center;
     look.upward = true;
