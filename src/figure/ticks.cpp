@@ -106,6 +106,10 @@ Step LinearStep(const AxisModel& axis, double low, double high, int atMost) {
   if (!(least > 0.0)) return {};  // a range of the smallest numbers: no double lies between
   Step step = round(least);
   while (step.size > 0.0 && CountOf(step.size, low, high) > atMost) step = round(step.size * (1.0 + 1e-3));
+  if (CountOf(step.size, low, high) >= 2.0) return step;
+  // One number tells no scale: the limits, if they are short numbers.
+  for (int divisions = atMost - 1; divisions > 0; --divisions)
+    if (const double divided = DividedStep(divisions, low, high, atMost); divided > 0.0) return {divided, 2};
   return step;
 }
 

@@ -22,7 +22,8 @@ struct AxisTicks {
 /// Ticks between the limits, numbers divided by the axis's factor.
 ///
 /// Linear: steps of 1, 2 or 5 times a power of ten; for degrees also 15, 30, 45 and multiples of 90. The
-/// divisions of the axis are used if they fit and give numbers of two figures at most. Logarithmic: powers of
+/// divisions of the axis are used if they fit and give numbers of two figures at most. Where such steps leave
+/// a single number, equal parts of the axis serve if they give short numbers. Logarithmic: powers of
 /// ten, with 2 and 5 times them if they fit; every n-th power if not. A range too narrow for that has the
 /// ticks of a linear axis. Numbers from a million on and below a thousandth are written with a power of ten.
 /// @param limits  of LimitsInForce: finite, min below max, above 0 on a logarithmic axis. Others give no

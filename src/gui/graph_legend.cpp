@@ -16,6 +16,7 @@ namespace {
 constexpr double kSampleWidth = 26.0, kGap = 6.0, kMargin = 5.0, kFromEdge = 8.0;
 constexpr double kMostOfArea = 0.3;    // a legend inside covers at most that share of either side
 constexpr double kWidestText = 260.0;  // longer names are shortened in their middle
+constexpr int kMaskNumber = 50;        // points that the number of a mask counts for
 constexpr std::size_t kSamples = 500;  // points of a curve used to find a free corner
 
 QString NameOf(const PlotModel& plot, const QFontMetricsF& metrics) {
@@ -29,6 +30,13 @@ int PointsIn(const GraphModel& graph, const GraphFrame& frame, const QRectF& rec
     const std::size_t n = std::min(plot.x.size(), plot.y.size()), step = n / kSamples + 1;
     for (std::size_t i = 0; i < n; i += step)
       if (rect.contains(QPointF(frame.x.PixelOf(plot.x[i]), frame.y.PixelOf(plot.y[i])))) ++count;
+  }
+  const auto inside = [&](double x) {
+    return std::clamp(frame.x.PixelOf(x), frame.area.left, frame.area.right);
+  };
+  for (const RectangleModel& mask : graph.rectangles) {
+    const QPointF number(0.5 * (inside(mask.x1) + inside(mask.x2)), rect.top() + 1);
+    if (rect.top() < frame.area.top + 2 * rect.height() && rect.contains(number)) count += kMaskNumber;
   }
   return count;
 }

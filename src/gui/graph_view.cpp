@@ -25,6 +25,10 @@ constexpr int kFocusFrame = 2;        // pixels round the plot
 constexpr double kNumberFont = 0.92;  // of the widget's font
 constexpr int kTickSpace = 16;        // pixels between two numbers on the x axis
 constexpr double kTickLines = 2.4;    // heights of a number between two on the y axis
+constexpr int kFewNumbers = 3;        // a short axis has its numbers closer together, up to that many
+constexpr double kClose = 1.5;        // heights, or widths, of a number between two that are close
+constexpr int kTitleMargin = 5;       // pixels between the title of an axis and the edge
+constexpr double kSmallTitle = 0.85;  // of the font of a title that is longer than the graph
 
 /// Fonts are set in pixels, so that screen and file have the same layout.
 QFont FontOf(const QWidget& widget, double share) {
@@ -56,12 +60,16 @@ class ModelTicker final : public QCPAxisTicker {
   int Room(const QCPRange& range) const {
     const QFontMetricsF metrics(axis_->tickLabelFont());
     const QRect rect = axis_->axisRect()->rect();
+    const auto count = [](double length, double wide, double close) {
+      return std::max(
+          {2, static_cast<int>(length / wide), std::min(kFewNumbers, 1 + static_cast<int>(length / close))});
+    };
     if (axis_->orientation() == Qt::Vertical)
-      return std::max(2, static_cast<int>(rect.height() / (kTickLines * metrics.height())));
+      return count(rect.height(), kTickLines * metrics.height(), kClose * metrics.height());
     double widest = metrics.horizontalAdvance("000");
     for (const Tick& tick : TicksOf(model, {range.lower, range.upper, true}, 6).numbers)
       widest = std::max(widest, metrics.horizontalAdvance(ToQt(tick.text)));
-    return std::max(2, static_cast<int>(rect.width() / (widest + kTickSpace)));
+    return count(rect.width(), widest + kTickSpace, kClose * widest);
   }
   const QCPAxis* axis_;
 };
@@ -136,8 +144,10 @@ class GraphView::Plot {
     }
     new PaintedLayer(plot_, "main",
                      [this](QCPPainter& painter) { PaintContent(painter, view_.model(), Frame(painter)); });
-    new PaintedLayer(plot_, "legend",
-                     [this](QCPPainter& painter) { PaintOver(painter, view_.model(), Frame(painter)); });
+    new PaintedLayer(plot_, "legend", [this](QCPPainter& painter) {
+      PaintTitles(painter);
+      PaintOver(painter, view_.model(), Frame(painter));
+    });
   }
 
   void SetModel(const GraphModel& model, const GraphLimits& shown) {
@@ -160,6 +170,7 @@ class GraphView::Plot {
     plot_->setBackground(QBrush(ToColor(theme.background)));
     const QFont numbers = FontOf(view_, kNumberFont), titles = FontOf(view_, 1.0);
     font_ = numbers;
+    titles_ = titles;
     for (QCPAxis* axis : {plot_->xAxis, plot_->yAxis, plot_->xAxis2, plot_->yAxis2}) {
       for (const auto set : {&QCPAxis::setBasePen, &QCPAxis::setTickPen, &QCPAxis::setSubTickPen})
         (axis->*set)(QPen(ToColor(theme.frame), 1));
@@ -204,8 +215,48 @@ class GraphView::Plot {
     axis.setScaleType(model.logarithmic ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
     axis.setRange(shown.min, shown.max);
     axis.setRangeReversed(model.reversed);
-    axis.setLabel(ToQt(AxisTitle(model)));
+    // The library keeps the room and would cut a title that is longer than the graph: PaintTitles writes it.
+    axis.setLabel(AxisTitle(model).empty() ? QString() : QStringLiteral(" "));
     static_cast<ModelTicker&>(*axis.ticker()).model = model;
+  }
+  /// The title of an axis in the middle of the axis, moved so that it stays within the graph.
+  void PaintTitles(QCPPainter& painter) const {
+    painter.save();
+    painter.setPen(ToColor(theme_.text));
+    const auto paint = [&](const AxisModel& model, double middle, double length) {
+      const auto [text, font] = FittedTitle(model, length - 2 * kTitleMargin);
+      const QFontMetricsF metrics(font);
+      const double half = 0.5 * metrics.horizontalAdvance(text) + kTitleMargin;
+      const double at = length > 2 * half ? std::clamp(middle, half, length - half) : 0.5 * length;
+      painter.setFont(font);
+      painter.drawText(QRectF(at - half, 0, 2 * half, metrics.height()), Qt::AlignCenter, text);
+    };
+    const QRectF inside = ToRect(area());
+    const double height = QFontMetricsF(titles_).height();
+    painter.translate(0, plot_->height() - kTitleMargin - height);
+    paint(view_.model().xAxis, inside.center().x(), plot_->width());
+    painter.restore();
+    painter.save();
+    painter.setPen(ToColor(theme_.text));
+    painter.translate(kTitleMargin, plot_->height());
+    painter.rotate(-90);
+    paint(view_.model().yAxis, plot_->height() - inside.center().y(), plot_->height());
+    painter.restore();
+  }
+  /// A title that is too long gets a smaller font, then its name is shortened: the unit stays.
+  std::pair<QString, QFont> FittedTitle(const AxisModel& model, double room) const {
+    const QString whole = ToQt(AxisTitle(model));
+    const auto width = [](const QString& text, const QFont& font) {
+      return QFontMetricsF(font).horizontalAdvance(text);
+    };
+    if (width(whole, titles_) <= room) return {whole, titles_};
+    const QFont small = FontOf(view_, kSmallTitle);
+    if (width(whole, small) <= room) return {whole, small};
+    AxisModel nameless = model;
+    nameless.label.clear();
+    const QString unit = nameless.unit.empty() ? QString() : QStringLiteral(", ") + ToQt(AxisTitle(nameless));
+    const double left = room - width(unit, small);
+    return {QFontMetricsF(small).elidedText(ToQt(model.label), Qt::ElideRight, left) + unit, small};
   }
   /// Partners of one width get the same margin at their right.
   void SetMargins() {
@@ -254,7 +305,7 @@ class GraphView::Plot {
   GraphView& view_;
   QCustomPlot* plot_;  // a child of the view
   GraphTheme theme_;
-  QFont font_;
+  QFont font_, titles_;
   GraphMargins margins_;
   int rightBefore_ = 0;
   bool legendBeside_ = false, colorBar_ = false;

@@ -46,6 +46,8 @@ double ValueOf(std::string text) {
 
 TEST(Ticks, StandOnRoundNumbers) {
   EXPECT_EQ(Texts(TicksOf(Linear(), {0, 400, true}, 6)), (Strings{"0", "100", "200", "300", "400"}));
+  EXPECT_EQ(Texts(TicksOf(Linear(), {-40, 40, true}, 3)), (Strings{"-40", "0", "40"})) << "not 0 alone";
+  EXPECT_EQ(Texts(TicksOf(Linear(), {0, 400, true}, 2)), (Strings{"0", "400"}));
   EXPECT_EQ(Texts(TicksOf(Linear(), {-0.3, 0.3, true}, 8)),
             (Strings{"-0.3", "-0.2", "-0.1", "0", "0.1", "0.2", "0.3"}));
   EXPECT_EQ(Texts(TicksOf(Linear(), {0.13, 0.94, true}, 5)), (Strings{"0.2", "0.4", "0.6", "0.8"}));

@@ -106,6 +106,40 @@ TEST_F(GraphViewTest, AnEmptyGraphHasNoNumbers) {
   EXPECT_GT(inkBelow(), 20);
 }
 
+/// Ink in a part of the picture, in pixels of the screen.
+int Ink(const QImage& image, QRect part) {
+  const double scale = image.devicePixelRatio();
+  int ink = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      ink += part.contains(QPointF(x / scale, y / scale).toPoint()) && qGray(image.pixel(x, y)) < 128;
+  return ink;
+}
+
+TEST_F(GraphViewTest, ALowGraphHasItsTitlesWholeAndTwoNumbers) {
+  PlotXY(kGraph, {0, 10}, {-30, 30});
+  SetAxisLabel(kGraph, false, "Residual", "m/s");
+  SetAxisRange(kGraph, false, -40, 40);
+  SetAxisLabel(kGraph, true, "Wavelength", "m");
+  for (const char* name : {"Residual", "Linear Spectrum of a receiver with a long name"}) {
+    SetAxisLabel(kGraph, false, name, "m/s");
+    view->resize(420, 96);
+    view->clearFocus();  // no frame
+    const QImage image = Picture();
+    const int height = view->height();
+    EXPECT_GT(Ink(image, {0, 0, 24, height}), 60) << name;
+    EXPECT_EQ(Ink(image, {0, 0, 24, 4}), 0) << name << " is cut at the top";
+    EXPECT_EQ(Ink(image, {0, height - 4, 24, 4}), 0) << name << " is cut at the bottom";
+  }
+  // Numbers beside the axis: above, at, and below its middle.
+  const QImage image = Picture();
+  const QRect axis = view->PlotArea().toRect();
+  for (const double y : {-40.0, 0.0, 40.0}) {
+    const int at = static_cast<int>(view->PixelOf(0, y).y());
+    EXPECT_GT(Ink(image, {26, at - 4, axis.left() - 34, 8}), 3) << y;
+  }
+}
+
 TEST_F(GraphViewTest, DrawsMasksBelowTheCurves) {
   PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF);
   PlotRectangle(kGraph, 2, -1, 4, 1, 0xFFFF, 0xFFFF, "2");
