@@ -5,14 +5,24 @@
 #include <QColorDialog>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
 #include "gui/qt_text.h"
+#include "runtime/text_format.h"
 
 namespace sondera {
+namespace {
+
+constexpr int kMostDigits = 10;  // that a person types
+constexpr int kDrawnDigits = 6;  // of a rounded number
+constexpr int kTextMargin = 2;   // pixels that the toolkit leaves beside the text of a field
+
+}  // namespace
 
 std::string NumberText(double value) {
   if (value == 0.0) return "0";
@@ -113,6 +123,43 @@ void NumberField::keyPressEvent(QKeyEvent* event) {
 void NumberField::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   if (text() != shown_ && event->reason() != Qt::PopupFocusReason) TakeText();
+}
+
+QRect NumberField::TextPlace() const {
+  QStyleOptionFrame option;
+  initStyleOption(&option);
+  return style()
+      ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+      .adjusted(kTextMargin, 0, -kTextMargin, 0);
+}
+
+QString NumberField::Drawn() const {
+  if (hasFocus() || text() != shown_) return text();
+  const int room = TextPlace().width();
+  const auto fits = [&](const QString& shown) { return fontMetrics().horizontalAdvance(shown) <= room; };
+  const auto isDigit = [](QChar c) { return c.isDigit(); };
+  const auto digits = std::count_if(shown_.begin(), shown_.end(), isDigit);
+  if (digits <= kMostDigits && fits(shown_)) return shown_;
+  QString rounded;
+  for (int figures = kDrawnDigits; figures > 0; --figures) {
+    rounded = ToQt(FormatText("%.*g", figures, number_));
+    if (fits(rounded)) break;
+  }
+  return rounded;
+}
+
+void NumberField::paintEvent(QPaintEvent* event) {
+  const QString drawn = Drawn();
+  if (drawn == text()) {
+    QLineEdit::paintEvent(event);
+    return;
+  }
+  QStyleOptionFrame option;
+  initStyleOption(&option);
+  QPainter painter(this);
+  style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+  style()->drawItemText(&painter, TextPlace(), Qt::AlignLeft | Qt::AlignVCenter, option.palette, isEnabled(),
+                        drawn, QPalette::Text);
 }
 
 // ---- ColourButton -----------------------------------------------------------------------------------------------

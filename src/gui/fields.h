@@ -24,7 +24,8 @@ void LimitBytes(QLineEdit& field, int bytes);
 
 /// A number with up to 17 digits. Enter, or leaving the field with a changed text, commits; a text that is
 /// not a number stays visible in the error colour, with a tool tip that says why, and is not stored. Escape
-/// restores the former number.
+/// restores the former number. Without the focus a number of many digits, or one wider than the field, is
+/// drawn rounded, as in a table; the text of the field has all digits.
 class NumberField : public QLineEdit {
   Q_OBJECT
 
@@ -37,6 +38,8 @@ class NumberField : public QLineEdit {
   /// For displayed values: six digits, which are easy to read.
   void SetShort(bool isShort) { short_ = isShort; }
   double Number() const { return number_; }
+  /// The text, or the rounded number that is drawn in its place.
+  QString Drawn() const;
 
  Q_SIGNALS:
   void Entered(double value);
@@ -44,8 +47,10 @@ class NumberField : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
+  QRect TextPlace() const;
   void TakeText();
   void ShowFault(const QString& reason);
 

@@ -38,6 +38,34 @@ TEST(NumberFromText, RefusesWhatIsNoNumber) {
   EXPECT_FALSE(NumberFromText("3e9", true));
 }
 
+TEST(NumberField, ManyDigitsAreDrawnRoundedUntilItHasTheFocus) {
+  QWidget window;
+  NumberField field(&window), other(&window);
+  field.resize(400, 24);
+  window.show();
+  field.SetNumber(23.063817908712345);
+  EXPECT_EQ(field.Drawn(), "23.0638");
+  EXPECT_EQ(field.text(), "23.063817908712345") << "a screen reader has all digits";
+  const QImage rounded = field.grab().toImage();
+  field.SetNumber(23.0638);
+  EXPECT_EQ(field.grab().toImage(), rounded) << "it looks like the number that is typed so";
+
+  field.SetNumber(51200.125);
+  EXPECT_EQ(field.Drawn(), "51200.125") << "digits that a person types stay";
+  field.resize(field.fontMetrics().horizontalAdvance("51200.1") + 14, 24);
+  EXPECT_EQ(field.Drawn(), "51200.1") << "too narrow";
+
+  field.SetNumber(0.1 + 0.2);
+  other.setFocus();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  EXPECT_EQ(field.Drawn(), "0.3");
+  field.setFocus();
+  EXPECT_EQ(field.Drawn(), "0.30000000000000004");
+  QTest::keyClick(&field, Qt::Key_Return);
+  EXPECT_EQ(field.Number(), 0.1 + 0.2) << "a look changes nothing";
+}
+
 TEST(NumberField, EnterCommitsAndACommaIsShownAsAFault) {
   NumberField field;
   field.SetNumber(2.0);
