@@ -2,7 +2,9 @@
 #include "plot/disp_curv_plot.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,9 @@ namespace {
 constexpr int kColorNotGiven = -1, kBlue = 2;
 constexpr int kGlobalMarker = 12, kGlobalColor = 2;
 constexpr int kBackgroundColor = 12;  // composite curves drawn behind a representative one
+/// Markers in the order in which curves get them: the first ones differ most.
+constexpr std::array<int, 19> kMarkerOrder = {12, 9,  6, 10, 16, 8,  5, 17, 15, 1,
+                                              0,  11, 7, 2,  14, 13, 4, 3,  18};
 constexpr double kAxisMargin = 1.2;
 constexpr double kLowestOnLogAxis = 1e-10;
 constexpr std::array<const char*, 3> kQuantityNames = {"Phase Velocity", "Frequency", "Wavelength"};
@@ -34,24 +39,46 @@ std::size_t PointCount(const PMeasInfo& pair) {
   return std::min(static_cast<std::size_t>(std::max(pair.nDispPoints, 0)), room);
 }
 
+/// Markers of the pairs with a curve, in the order of the list. Pairs start with a solid circle: the first one is drawn
+/// so, the next get markers that no other pair has, so that curves can be told apart without their colours. Whether a
+/// curve is included changes none of them.
+std::map<const PMeasInfo*, int> DrawnMarkers() {
+  std::map<const PMeasInfo*, int> drawn;
+  std::array<int, kMarkerOrder.size()> used = {};
+  const auto take = [&](const PMeasInfo& pair, int marker) {
+    drawn[&pair] = marker;
+    if (marker >= 0 && marker < static_cast<int>(used.size())) ++used[static_cast<std::size_t>(marker)];
+  };
+  for (const PMeasInfo& pair : MeasDB.pMeasList)
+    if (PointCount(pair) > 0 && pair.marker != kMarkerOrder[0]) take(pair, pair.marker);
+  for (const PMeasInfo& pair : MeasDB.pMeasList) {
+    if (PointCount(pair) == 0 || pair.marker != kMarkerOrder[0]) continue;
+    const auto uses = [&](int marker) { return used[static_cast<std::size_t>(marker)]; };
+    take(pair, *std::min_element(kMarkerOrder.begin(), kMarkerOrder.end(),
+                                 [&](int a, int b) { return uses(a) < uses(b); }));
+  }
+  return drawn;
+}
+
 /// The curve of a pair; one without a colour is blue.
-PageCurve CurveOf(const PMeasInfo& pair, std::string label) {
+PageCurve CurveOf(const PMeasInfo& pair, std::string label, int marker) {
   const std::size_t n = PointCount(pair);
   return {
       std::move(label),
       {std::span<const double>(pair.dispVel.data(), n), {pair.dispFreq.data(), n}, {pair.dispWlen.data(), n}},
-      pair.marker,
+      marker,
       CurveColor(pair.color == kColorNotGiven ? kBlue : pair.color)};
 }
 
 /// The included curves of pairs; assigns colours to those without one.
-std::vector<PageCurve> PairCurves(bool csw) {
+std::vector<PageCurve> PairCurves(bool csw, const std::map<const PMeasInfo*, int>& markers) {
   std::vector<PageCurve> curves;
   for (PMeasInfo& pair : MeasDB.pMeasList) {
     std::string projID, measID;
     if (!IsPlotted(pair) || !GetIDfromKey(pair.key, projID, measID)) continue;
     if (pair.color == kColorNotGiven) pair.color = session.nextCurveColor++;
-    curves.push_back(CurveOf(pair, DispCurveLabel(measID, pair.refChan, pair.dspChan, csw)));
+    curves.push_back(
+        CurveOf(pair, DispCurveLabel(measID, pair.refChan, pair.dspChan, csw), markers.at(&pair)));
   }
   return curves;
 }
@@ -122,7 +149,8 @@ std::size_t CountIncludedPoints() {
 
 PageCurves GatherCurves(bool csw) {
   PageCurves curves;
-  curves.composite = PairCurves(csw);
+  const std::map<const PMeasInfo*, int> markers = DrawnMarkers();
+  curves.composite = PairCurves(csw, markers);
   for (const DispInfo& d : MeasDB.gDispList)
     curves.global.push_back(Representative(d, d.label, kGlobalMarker, kGlobalColor));
   for (const DispInfo& d : MeasDB.aDispList) {
@@ -130,8 +158,10 @@ PageCurves GatherCurves(bool csw) {
     std::string projID, measID;
     if (CheckifIncluded(d.key, d.refChan, d.dspChan, pair) != 1 || !GetIDfromKey(d.key, projID, measID))
       continue;
-    curves.array.push_back(
-        Representative(d, DispCurveLabel(measID, d.refChan, d.dspChan, csw), pair->marker, pair->color));
+    const auto marker = markers.find(pair);
+    curves.array.push_back(Representative(d, DispCurveLabel(measID, d.refChan, d.dspChan, csw),
+                                          marker == markers.end() ? pair->marker : marker->second,
+                                          pair->color));
   }
   return curves;
 }
@@ -167,7 +197,7 @@ bool PlotPairCurve(const GraphControl& graph, const PMeasInfo* pair, const std::
   DeleteGraphPlot(graph);
   SetGraphTitle(graph, "");
   if (!pair || PointCount(*pair) == 0) return false;
-  const PageCurve curve = CurveOf(*pair, "");  // the title names it; a legend would cover it
+  const PageCurve curve = CurveOf(*pair, "", pair->marker);  // the title names it; a legend would cover it
   AxisRecord axes = page;
   axes.xAutoScale = axes.yAutoScale = 1;
   SetUpCurveAxes(graph, std::span(&curve, 1), axes);

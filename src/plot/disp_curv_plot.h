@@ -49,7 +49,8 @@ bool IsPlotted(const PMeasInfo& pair);
 std::size_t CountIncludedPoints();
 
 /// All curves that can be plotted, from the pair records and the representative curves. A curve of a pair
-/// without a colour gets the next one (session.nextCurveColor).
+/// without a colour gets the next one (session.nextCurveColor). Curves whose pairs still have the first marker, a
+/// solid circle, are drawn with markers that differ from those of all other pairs; the records keep theirs.
 /// @param csw  labels "CSW-id[1:2]" in place of "id[1:2]"
 /// The columns are views of the records.
 PageCurves GatherCurves(bool csw);

@@ -3,8 +3,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
+#include <set>
+#include <vector>
 
 #include "plot/disp_curv_plot.h"
 #include "records/session.h"
@@ -167,6 +170,35 @@ TEST_F(DispCurvPage, ColourTableIsThatOfTheRing) {
   EXPECT_EQ(GetNumListItems(dispcurv::COLOR), static_cast<int>(kCurveColors.size()));
   EXPECT_EQ(CurveColor(19), 0xFF00);
   EXPECT_EQ(CurveColor(-1), 0xA0A0A0);
+}
+
+TEST_F(DispCurvPage, MarkersTellCurvesApartWithoutColours) {
+  PMeasInfo& chosen = AddCurve(0, 1, {200.0});
+  chosen.marker = 9;
+  AddCurve(0, 2, {200.0});
+  PMeasInfo& third = AddCurve(0, 3, {200.0});
+  for (int i = 4; i <= 19; ++i) AddCurve(0, i, {200.0});
+  AddRepresentative(MeasDB.aDispList, m.key, 0, 3, 3);
+  const auto markers = [](int type) {
+    SetCtrlVal(dispcurv::DISPCURVTYPE, type);
+    EXPECT_EQ(DrawDispCurvPage(1), 0);
+    std::vector<int> drawn;
+    for (const PlotModel& plot : Graph().plots) drawn.push_back(plot.marker);
+    return drawn;
+  };
+  const std::vector<int> all = markers(0);
+  ASSERT_EQ(all.size(), 19u);
+  EXPECT_EQ(all[0], 9) << "the chosen one";
+  EXPECT_EQ(all[1], 12);
+  EXPECT_EQ(std::set<int>(all.begin(), all.end()).size(), 19u);
+  EXPECT_EQ(third.marker, 12) << "the record keeps its own";
+  EXPECT_EQ(markers(2), (std::vector<int>{all[2]})) << "the array curve has that of its pair";
+  MeasDB.pMeasList.at(2)->included = 0;
+  EXPECT_EQ(markers(0)[1], all[2]) << "the others keep theirs";
+  AddCurve(0, 20, {200.0});
+  const std::vector<int> more = markers(0);
+  EXPECT_GE(*std::min_element(more.begin(), more.end()), 0);
+  EXPECT_LE(*std::max_element(more.begin(), more.end()), 18);
 }
 
 TEST_F(DispCurvPage, CurveTypeDecidesWhatIsPlotted) {
