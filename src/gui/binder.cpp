@@ -28,6 +28,8 @@
 namespace sondera {
 namespace {
 
+constexpr int kUnderlined = 2;  // pixels
+
 std::vector<Binder*> living;
 
 double NumberOf(const Control& c) {
@@ -151,6 +153,9 @@ void ShowItems(const Control& c, QWidget* widget) {
     if (same) return;
     ring->clear();
     for (int i = 0; i < count; ++i) ring->addItem(ToQt(items::Label(c, i)));
+    // The toolkit finds the least width of a ring once, while it is empty.
+    if (ring->sizeAdjustPolicy() == QComboBox::AdjustToContents)
+      ring->setMinimumWidth(ring->sizeHint().width());
   } else if (auto* list = qobject_cast<QListWidget*>(widget)) {
     const QSignalBlocker quiet(list);
     list->clear();
@@ -281,9 +286,12 @@ QWidget* Binder::WidgetOf(const Control& c) const {
 
 void Binder::Bind(const Control& c, QWidget* widget) {
   Bound bound{&c, widget, {}};
-  for (QLabel* label : form_->findChildren<QLabel*>())
+  for (QLabel* label : form_->findChildren<QLabel*>()) {
+    // A line below a letter parts it from the next: the toolkit's width of "Ta" is then too small.
+    if (label->buddy() == widget) label->setContentsMargins(0, 0, kUnderlined, 0);
     if (label->buddy() == widget || label->objectName() == ToQt(c.name) + QStringLiteral("_unit"))
       bound.labels.push_back(label);
+  }
   if (c.kind == ControlKind::Graph) {
     bound.widget = PutGraph(c, widget);
     bound.widget->setToolTip({});

@@ -36,12 +36,17 @@ double Held(const PixelAxis& axis, double value) {
   return std::clamp(pixel, low - 3.0, high + 3.0);
 }
 
+/// On a dark background a mask is fainter: curves in dark colours cross it.
+double MaskOpacity(const GraphTheme& theme) {
+  return TextOn(theme.background) == 0 ? kMaskOpacity : kDarkMaskOpacity;
+}
+
 void PaintMask(QPainter& painter, const RectangleModel& mask, const GraphFrame& frame) {
   const QRectF rect = QRectF(QPointF(Held(frame.x, mask.x1), Held(frame.y, mask.y1)),
                              QPointF(Held(frame.x, mask.x2), Held(frame.y, mask.y2)))
                           .normalized();
   const Ink edge = InkFor(mask.frameColor, frame.theme.background);
-  painter.setBrush(Faint(mask.fillColor & 0xFFFFFF, kMaskOpacity));
+  painter.setBrush(Faint(mask.fillColor & 0xFFFFFF, MaskOpacity(frame.theme)));
   painter.setPen(mask.selected ? QPen(ToColor(frame.theme.text), 2.0)
                                : QPen(ToColor(edge.edged ? edge.edge : edge.color), 1.0));
   painter.drawRect(rect);

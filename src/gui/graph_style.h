@@ -14,6 +14,7 @@ inline constexpr double kLineWidth = 1.5;     ///< of a curve of width 1
 inline constexpr double kMarkerSize = 7.0;    ///< symbols of curves
 inline constexpr double kEdgeWidth = 0.8;     ///< on each side of a pale curve
 inline constexpr double kMaskOpacity = 0.35;  ///< fill of a mask
+inline constexpr double kDarkMaskOpacity = 0.18;
 inline constexpr double kBandOpacity = 0.16;  ///< area between two curves
 
 bool HasLine(const PlotLook& look);

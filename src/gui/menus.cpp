@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
@@ -138,10 +139,28 @@ void Menus::FillRecent() {
   recent_->setEnabled(number > 0);
 }
 
+namespace {
+
+/// The toolkit's own is black, on a dark desktop too.
+QIcon RunIcon() {
+  QPixmap picture(64, 64);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0x00, 0x9E, 0x73));
+  painter.drawPolygon(QPolygonF({{12, 6}, {56, 32}, {12, 58}}));
+  return QIcon(picture);
+}
+
+}  // namespace
+
 QAction* Menus::AddTool(const Control& c, const QString& text, int icon) {
   auto* bar = window_->findChild<QToolBar*>();
-  auto* action =
-      new QAction(window_->style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon)), text, this);
+  const QIcon picture = icon == QStyle::SP_MediaPlay
+                            ? RunIcon()
+                            : window_->style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon));
+  auto* action = new QAction(picture, text, this);
   action->setToolTip(ToQt(c.facts.hint));
   connect(action, &QAction::triggered, this, [&c] { DispatchPress(c); });
   bar->addAction(action);

@@ -35,8 +35,13 @@ void FormArea::SetForm(QWidget* form) {
 
 QSize FormArea::FirstSize(const QSize& room) const {
   const QSize wanted = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
-  const int width = std::min(wanted.width(), room.width());
-  return QSize(width, std::max(wanted.height(), LeastHeight(width))).boundedTo(room);
+  int width = std::min(wanted.width(), room.width());
+  int height = std::max(wanted.height(), LeastHeight(width));
+  // A scroll bar takes its room from the form: the window is larger by it.
+  if (widget()->minimumSizeHint().width() > room.width())
+    height += horizontalScrollBar()->sizeHint().height();
+  if (height > room.height()) width += verticalScrollBar()->sizeHint().width();
+  return QSize(width, height).boundedTo(room);
 }
 
 /// The toolkit's own fit takes the preferred height of a form in which a text wraps.

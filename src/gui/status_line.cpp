@@ -4,7 +4,9 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QLabel>
+#include <QPainter>
 #include <QProgressBar>
+#include <QStyle>
 #include <charconv>
 
 #include "gui/qt_text.h"
@@ -47,6 +49,20 @@ QString ContentText() {
   return text;
 }
 
+/// Draws a text that is too long with dots at its end. The text itself stays whole, for a screen reader too.
+class ElidedLabel final : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect place = contentsRect().adjusted(margin(), 0, -margin(), 0);
+    style()->drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideRight, place.width()), foregroundRole());
+  }
+};
+
 }  // namespace
 
 StatusParts PartsOfStatus(std::string_view status) {
@@ -72,7 +88,7 @@ StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
       saved_(new QLabel(this)),
       content_(new QLabel(this)),
-      work_(new QLabel(this)),
+      work_(new ElidedLabel(this)),
       left_(new QLabel(this)),
       progress_(new QProgressBar(this)) {
   setSizeGripEnabled(false);
@@ -105,6 +121,7 @@ void StatusLine::Follow() {
   QString work = ToQt(parts.text);
   if (running && !step.empty()) work += (work.isEmpty() ? QString() : QStringLiteral("   ")) + ToQt(step);
   work_->setText(work.section(QLatin1Char('\n'), 0, 0));
+  work_->setToolTip(work_->text());
   left_->setText(ToQt(parts.timeLeft));
   left_->setVisible(running && !parts.timeLeft.empty());
   progress_->setVisible(running);

@@ -16,6 +16,8 @@
 namespace sondera {
 namespace {
 
+constexpr int kLeastColumn = 60, kHeadingMargin = 5;  // pixels
+
 /// Pairs contain numbers of receivers: integers.
 bool IsWholeColumn(const TableControl& table, int column) {
   return table.name == "DISPCURVINFO" && column <= 2;
@@ -208,7 +210,10 @@ void SetUpTableView(QTableView& view, const TableControl& table) {
   view.viewport()->setAcceptDrops(false);
   view.setAlternatingRowColors(true);
   view.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  view.horizontalHeader()->setMinimumSectionSize(60);
+  int widest = kLeastColumn;
+  for (const auto& heading : table.columns)
+    widest = std::max(widest, view.fontMetrics().horizontalAdvance(ToQt(heading)) + kHeadingMargin);
+  view.horizontalHeader()->setMinimumSectionSize(widest);
   view.verticalHeader()->setDefaultSectionSize(view.fontMetrics().height() + 8);
   for (const auto& [keys, work] :
        {std::pair<QKeySequence, std::function<void()>>{QKeySequence::Copy, [&view] { Copy(view); }},
