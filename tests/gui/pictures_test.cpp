@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QScrollArea>
 #include <QWidget>
+#include <filesystem>
+#include <functional>
 #include <set>
 
 #include "acquisition/acquisition_state.h"
@@ -16,8 +18,10 @@
 #include "gui/panel_window.h"
 #include "gui/refresh.h"
 #include "records/session.h"
+#include "runtime/catalogue/asavedlg.h"
 #include "runtime/catalogue/devpanel.h"
 #include "runtime/catalogue/exdthd.h"
+#include "runtime/catalogue/loadtxdata.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/catalogue/sasw.h"
@@ -126,8 +130,11 @@ class Pictures : public testing::AppTest {
     EXPECT_TRUE(BinderOf(page)) << name.toStdString();
   }
   /// Opens a panel by its button or menu item, as a person does, and hides it afterwards.
-  void TakePanel(Panel panel, const Control& opener, const QString& name) {
+  /// @param fill  of fields that would show the folder of the test
+  void TakePanel(
+      Panel panel, const Control& opener, const QString& name, const std::function<void()>& fill = [] {}) {
     Commit(opener);
+    fill();
     EXPECT_TRUE(IsPanelShown(panel)) << name.toStdString() << ": " << LastMessage();
     DisplayPanel(panel);
     FollowPanel(panel, MainWindowWidget());
@@ -183,7 +190,12 @@ TEST_F(Pictures, OfPagesAndPanels) {
 
   TakePanel(Panel::HMSETUP, mainmenu::SETUP_HDWARE, "hardware_setup");
   TakePanel(Panel::HMSETUP, mainmenu::SETUP_MEAS_SETUP, "measurement_setup");
-  TakePanel(Panel::LOADTXDATA, mainmenu::LOAD_TWO_CHNL_DATA, "import");
+  TakePanel(Panel::LOADTXDATA, mainmenu::LOAD_TWO_CHNL_DATA, "import", [] {
+    for (const TextControl* file :
+         {&loadtxdata::FNAMESRC, &loadtxdata::FNAMECH1, &loadtxdata::FNAMECH2, &loadtxdata::FNAMECH3,
+          &loadtxdata::FNAMECH4, &loadtxdata::FNAMECH5, &loadtxdata::FNAMECH6})
+      SetCtrlVal(*file, std::filesystem::path(GetCtrlVal(*file)).filename().string());
+  });
   WriteShot("shot.dat");
   RunScript("*sondera 2\nset LOADSHOTS.FILES shot.dat\nset LOADSHOTS.MEASID line\n");
   TakePanel(Panel::LOADSHOTS, mainmenu::LOAD_SHOTS, "shots");
@@ -193,7 +205,8 @@ TEST_F(Pictures, OfPagesAndPanels) {
   TakePanel(Panel::FMODELING, mainmenu::FMODEL_PARAM, "layers");
   TakePanel(Panel::INVERSION, mainmenu::INV_ANALYSIS_PARAM, "inversion");
   TakePanel(Panel::ANALRESULT, exdthd::RESULTBOX, "results");
-  TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave");
+  TakePanel(Panel::ASAVEDLG, measpanel::F10, "autosave",
+            [] { SetCtrlVal(asavedlg::PATHNAME, "/data/site/"); });
   TakePanel(Panel::MSCALEPNL, mainmenu::ADJUST_SCALE, "axes_traces");
   TakePanel(Panel::DSP_MSCALE, mainmenu::DISP_CV_AXIS_ATTR_MENU, "axes_curves");
   RunScript(
@@ -205,6 +218,7 @@ TEST_F(Pictures, OfPagesAndPanels) {
   FreeDispList(MeasDB.gDispList);
   test::PutStations(test::MakeLine(9, 25, true, test::SmoothVelocity));
   Commit(mainmenu::DRAW_TOMO_GRAF);
+  SetCtrlVal(tmgrafpnl::FILL, 1);
   Commit(tmgrafpnl::DRAWTOMOGRAF);
   TakePanel(Panel::TMGRAFPNL, mainmenu::DRAW_TOMO_GRAF, "section");
 }
