@@ -1,6 +1,12 @@
 // The buttons of the Gabor panel and of the automatic masking, pressed as a front end does it.
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <fstream>
+#include <vector>
 
+#include "app/script/run.h"
+#include "figure/graph_lines.h"
 #include "records/measdb.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/mainmenu.h"
@@ -64,6 +70,62 @@ TEST_F(GaborButtons, PanelShowsCalculatesAndCloses) {
   EXPECT_EQ(Commit(gaborpnl::CLOSE), 0);
   EXPECT_FALSE(IsPanelShown(Panel::GABORPNL));
   EXPECT_TRUE(frontEnd.messages.empty());
+}
+
+/// Colour of a share of the peak, 0 to 100: black at the threshold, then blue, red, and yellow at the peak.
+std::array<double, 3> ColourOf(double value, double threshold) {
+  constexpr std::array<std::array<double, 3>, 4> levels = {
+      {{0, 0, 0}, {0, 0, 255}, {255, 0, 0}, {255, 255, 0}}};
+  const double third = 3.0 * (std::max(value, threshold) - threshold) / (100.0 - threshold);
+  const auto part = static_cast<std::size_t>(std::min(third, 2.0));
+  std::array<double, 3> color = {};
+  for (std::size_t k = 0; k < 3; ++k)
+    color[k] =
+        levels[part][k] + (third - static_cast<double>(part)) * (levels[part + 1][k] - levels[part][k]);
+  return color;
+}
+
+TEST_F(GaborButtons, TheMapThatIsDrawnIsTheTableThatIsExported) {
+  DoPlotting(1);
+  ASSERT_EQ(Commit(mainmenu::GABOR_SETUP), 0);
+  SetCtrlVal(gaborpnl::FREQDIV, 30);
+  SetCtrlVal(gaborpnl::TIMEDIV, 20);
+  ASSERT_EQ(Commit(gaborpnl::CALC), 0);
+  const double threshold = GetCtrlVal(gaborpnl::CNTTHRESHOLD);
+  script::Source source = script::Source::OfText("*sondera 2\nexport map measID 1 2 10\n");
+  EXPECT_NE(script::Run("export", {}).run(source), 1);
+  std::vector<double> time, freq, value;
+  std::ifstream table("map.gab");
+  for (double t = 0, f = 0, v = 0; table >> t >> f >> v;) {
+    time.push_back(t);
+    freq.push_back(f);
+    value.push_back(v);
+  }
+  ASSERT_EQ(value.size(), 600u);
+  const auto [low, high] = std::minmax_element(value.begin(), value.end());
+
+  const GraphModel& graph = GraphOf(sasw::DISPLAY_B);
+  ASSERT_TRUE(graph.intensity);
+  const AxisLimits across = LimitsInForce(graph).x, up = LimitsInForce(graph).y;
+  // Ten pixels from node to node, with the middle of a pixel on each.
+  const double right = 10.0 * 29, bottom = 10.0 * 19;
+  const MapPixels pixels =
+      PixelsOf(*graph.intensity, {across.min, across.max, false, 0.5, right + 0.5},
+               {up.min, up.max, false, bottom + 0.5, 0.5}, {0, 0, right + 1, bottom + 1});
+  int bright = 0;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const auto column = std::lround(right * (freq[i] - across.min) / (across.max - across.min));
+    const auto row = std::lround(bottom * (up.max - time[i]) / (up.max - up.min));
+    const std::uint32_t pixel = pixels.pixels.at(static_cast<std::size_t>(row * pixels.width + column));
+    const double share = 100.0 * (value[i] - *low) / (*high - *low);
+    const std::array<double, 3> wanted = ColourOf(share, threshold);
+    bright += share > threshold;
+    for (std::size_t k = 0; k < 3; ++k)
+      EXPECT_NEAR(static_cast<double>(pixel >> (16 - 8 * k) & 0xFF), wanted[k], 3.0)
+          << time[i] << " s " << freq[i] << " Hz";
+  }
+  EXPECT_GT(bright, 20);
+  EXPECT_LT(bright, 500);
 }
 
 }  // namespace
