@@ -28,8 +28,6 @@
 namespace sondera {
 namespace {
 
-constexpr int kUnderlined = 2;  // pixels
-
 std::vector<Binder*> living;
 
 double NumberOf(const Control& c) {
@@ -286,12 +284,9 @@ QWidget* Binder::WidgetOf(const Control& c) const {
 
 void Binder::Bind(const Control& c, QWidget* widget) {
   Bound bound{&c, widget, {}};
-  for (QLabel* label : form_->findChildren<QLabel*>()) {
-    // A line below a letter parts it from the next: the toolkit's width of "Ta" is then too small.
-    if (label->buddy() == widget) label->setContentsMargins(0, 0, kUnderlined, 0);
+  for (QLabel* label : form_->findChildren<QLabel*>())
     if (label->buddy() == widget || label->objectName() == ToQt(c.name) + QStringLiteral("_unit"))
       bound.labels.push_back(label);
-  }
   if (c.kind == ControlKind::Graph) {
     bound.widget = PutGraph(c, widget);
     bound.widget->setToolTip({});

@@ -1,4 +1,5 @@
 // The main window: pages, fields, menus, panels, projects.
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,6 +17,7 @@
 #include "gui/dispatch.h"
 #include "gui/fields.h"
 #include "gui/menus.h"
+#include "gui/panel_window.h"
 #include "gui/recent.h"
 #include "gui/status_line.h"
 #include "gui/table_model.h"
@@ -290,17 +292,62 @@ TEST_F(Windows, EveryMenuItemOfTheCatalogueIsInTheMenuBarAndDeadOnesAreDimmed) {
   });
 }
 
-TEST_F(Windows, NoNameIsUsedTwiceInTheMainWindow) {
+/// Whatever takes input or shows a value, as a screen reader finds it.
+bool Speaks(QAccessible::Role role) {
+  switch (role) {
+    case QAccessible::Button:
+    case QAccessible::CheckBox:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::List:
+    case QAccessible::Table:
+    case QAccessible::Chart:
+      return true;
+    default:
+      return false;
+  }
+}
+
+TEST_F(Windows, EveryControlOfEveryWindowHasANameOfItsOwn) {
   Run([&] {
-    std::map<std::string, int> names;
-    for (const Panel page : {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD})
-      for (ControlId c : ControlsOf(page)) {
-        const QWidget* widget = WidgetOf(*c);
-        if (widget && !widget->accessibleName().isEmpty()) ++names[widget->accessibleName().toStdString()];
+    int windows = 0, graphs = 0;
+    const auto check = [&](QWidget* window, const std::string& where) {
+      ++windows;
+      std::map<std::string, int> names;
+      for (QWidget* widget : window->findChildren<QWidget*>()) {
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
+        if (widget->isWindow() || !spoken || !Speaks(spoken->role())) continue;
+        const QString own = widget->objectName();
+        const bool chart = spoken->role() == QAccessible::Chart;
+        if (!chart && (own.isEmpty() || own.startsWith(QLatin1String("qt_"))))
+          continue;  // a part of Qt's widgets
+        // On this system the name of a ring is that of its label.
+        const auto labels = spoken->relations(QAccessible::Label);
+        const bool ring = spoken->role() == QAccessible::ComboBox;
+        EXPECT_FALSE(ring && labels.isEmpty()) << where << "." << own.toStdString();
+        const QAccessibleInterface* owner = ring && !labels.isEmpty() ? labels[0].first : spoken;
+        const std::string name = owner->text(QAccessible::Name).toStdString();
+        EXPECT_FALSE(name.empty()) << where << "." << own.toStdString();
+        EXPECT_EQ(++names[name], 1) << where << ": " << name;
+        if (!chart) continue;
+        ++graphs;
+        EXPECT_FALSE(spoken->text(QAccessible::Description).isEmpty()) << where << ": " << name;
       }
-    EXPECT_GT(names.size(), 100u);
-    for (const auto& [name, count] : names) EXPECT_EQ(count, 1) << name;
-    EXPECT_TRUE(MainWindowWidget()->accessibleName().isEmpty()) << "it would replace the title";
+      EXPECT_FALSE(names.empty()) << where;
+      EXPECT_TRUE(window->accessibleName().isEmpty()) << where << ": it would replace the title";
+    };
+    check(MainWindowWidget(), "main window");
+    for (int p = 0; p < kPanelCount; ++p) {
+      const auto panel = static_cast<Panel>(p);
+      if (!IsWindowPanel(panel)) continue;
+      DisplayPanel(panel);
+      QTest::qWait(5);
+      const Panel first = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
+      check(WidgetOf(*ControlsOf(first)[0])->window(), std::string(PanelName(panel)));
+      HidePanel(panel);
+    }
+    EXPECT_GE(windows, 18);
+    EXPECT_EQ(graphs, 17);
   });
 }
 
