@@ -130,18 +130,30 @@ TEST_F(Windows, ARingTakesTheChosenItemAlsoTheSameOne) {
   });
 }
 
-TEST_F(Windows, APanelIsAWindowThatEscapeCloses) {
+/// Escape presses "Close", else "Cancel", else "OK" of the panel.
+TEST_F(Windows, EveryPanelIsAWindowOnTheScreenThatEscapeHides) {
   Run([&] {
-    DispatchPress(mainmenu::GABOR_SETUP);
-    QTest::qWait(50);
-    ASSERT_TRUE(BinderOf(Panel::GABORPNL));
-    QWidget* window = WidgetOf(gaborpnl::CALC)->window();
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_FALSE(window->isModal());
-    EXPECT_EQ(window->windowTitle(), "Parameters of Gabor Spectrum");
-    QTest::keyClick(window, Qt::Key_Escape);
-    EXPECT_FALSE(IsPanelShown(Panel::GABORPNL));
-    EXPECT_FALSE(window->isVisible());
+    int windows = 0;
+    for (int p = 0; p < kPanelCount; ++p) {
+      const auto panel = static_cast<Panel>(p);
+      if (!IsWindowPanel(panel)) continue;
+      DisplayPanel(panel);
+      QTest::qWait(5);
+      const Panel first = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
+      QWidget* window = WidgetOf(*ControlsOf(first)[0])->window();
+      const std::string name(PanelName(panel));
+      EXPECT_TRUE(window->isVisible()) << name;
+      EXPECT_FALSE(window->isModal()) << name;
+      EXPECT_EQ(window->windowTitle(), QString::fromStdString(GetPanelTitle(panel)).trimmed()) << name;
+      EXPECT_TRUE(window->screen()->geometry().contains(window->geometry())) << name;
+      QTest::keyClick(window, Qt::Key_Escape);
+      QTest::qWait(5);
+      EXPECT_FALSE(IsPanelShown(panel)) << name;
+      EXPECT_FALSE(window->isVisible()) << name;
+      ++windows;
+    }
+    EXPECT_EQ(windows, 17);
+    EXPECT_TRUE(asked.empty()) << asked[0];
   });
 }
 
@@ -362,6 +374,40 @@ TEST_F(Windows, ATableTakesACellAndAPastedBlockOfASheet) {
     EXPECT_FALSE(view->model()->setData(view->model()->index(0, 0), "2,5", Qt::EditRole));
     EXPECT_EQ(GetTableCellVal(fmodeling::SOILPROFILE, 1, 1), 2.5);
     EXPECT_FALSE(view->tabKeyNavigation());
+
+    auto* pairs = The<QTableView>(fmodeling::DISPCURVINFO);
+    const QModelIndex receiver = pairs->model()->index(0, 0), lowest = pairs->model()->index(0, 2);
+    ASSERT_TRUE(receiver.isValid());
+    EXPECT_TRUE(pairs->model()->setData(receiver, "2", Qt::EditRole));
+    Answer("OK");
+    EXPECT_FALSE(pairs->model()->setData(receiver, "1.5", Qt::EditRole));
+    EXPECT_EQ(asked.back(), "Numbers of receivers are whole numbers. The former number is kept.");
+    EXPECT_EQ(GetTableCellVal(fmodeling::DISPCURVINFO, 1, 1), 2.0);
+    EXPECT_TRUE(pairs->model()->setData(lowest, "1.5", Qt::EditRole)) << "a frequency";
+  });
+}
+
+/// Titles of the boxes that come up.
+class Titles final : public QObject {
+ public:
+  Titles() { qApp->installEventFilter(this); }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* box = qobject_cast<const QMessageBox*>(watched);
+    if (box && event->type() == QEvent::Show) seen.push_back(box->windowTitle().toStdString());
+    return false;
+  }
+  std::vector<std::string> seen;
+};
+
+TEST_F(Windows, ABoxHasTheTitleOfItsCall) {
+  Run([&] {
+    const Titles titles;
+    Answer("OK");
+    MessagePopup("Sondera - Warning", "Please set both markers properly.");
+    Answer("No");
+    EXPECT_FALSE(ConfirmPopup("Sondera 3.0", "Go on ?"));
+    EXPECT_EQ(titles.seen, (std::vector<std::string>{"Sondera - Warning", "Sondera 3.0"}));
+    EXPECT_EQ(asked, (std::vector<std::string>{"Please set both markers properly.", "Go on ?"}));
   });
 }
 

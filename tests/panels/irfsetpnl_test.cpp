@@ -252,8 +252,10 @@ TEST_F(IRFsetupOk, DelayBeyondTheRecordIsRefused) {
   const WindowFour en = pair->enT;
   SetBbV(800, 700, 120, 110);
   SetSmV(400, 300, 20, 9.7);  // 1.03 s
+  DisplayPanel(Panel::IRFSETPNL);
   EXPECT_EQ(PressOk(), -1);
   EXPECT_EQ(OnlyMessage(), "T1, T2, T3, or T4 can not be greater than the record length.");
+  EXPECT_TRUE(IsPanelShown(Panel::IRFSETPNL)) << "stays when it refuses";
   EXPECT_EQ(pair->enT, en);
   EXPECT_TRUE(pages.empty());
 }
@@ -271,7 +273,9 @@ TEST_F(IRFsetupOk, LowPassDerivesTheLastTimesAndShowsTheEnhancedOnes) {
   SetCtrlVal(irfsetpnl::IRFMODE, kLowPass);
   SetBbV(800, 700, 120, 110);
   SetSmV(400, 300, 90, 70);
+  DisplayPanel(Panel::IRFSETPNL);
   EXPECT_EQ(PressOk(), 0);
+  EXPECT_FALSE(IsPanelShown(Panel::IRFSETPNL));
   EXPECT_EQ(pair->irfMode, kLowPass);
   EXPECT_EQ(pair->bbT[3], kTotal - 10.0 / 700);
   EXPECT_EQ(pair->bbT[4], kTotal - 10.0 / 800);
