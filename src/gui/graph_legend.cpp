@@ -2,12 +2,14 @@
 #include "gui/graph_legend.h"
 
 #include <QFontMetricsF>
+#include <QLineF>
 #include <QPainter>
 #include <QSize>
 #include <algorithm>
 #include <array>
 #include <cmath>
 
+#include "gui/graph_style.h"
 #include "gui/qt_text.h"
 
 namespace sondera {
@@ -17,26 +19,40 @@ constexpr double kSampleWidth = 26.0, kGap = 6.0, kMargin = 5.0, kFromEdge = 8.0
 constexpr double kMostOfArea = 0.3;    // a legend inside covers at most that share of either side
 constexpr double kWidestText = 260.0;  // longer names are shortened in their middle
 constexpr int kMaskNumber = 50;        // points that the number of a mask counts for
+constexpr std::size_t kFewPoints = 60;
+constexpr double kBetween = 8.0;  // pixels between places on a line of few points
+constexpr double kMostBetween = 60.0;
 constexpr std::size_t kSamples = 500;  // points of a curve used to find a free corner
 
 QString NameOf(const PlotModel& plot, const QFontMetricsF& metrics) {
   return metrics.elidedText(ToQt(plot.legend), Qt::ElideMiddle, kWidestText);
 }
 
+/// Points of the curves in a part of the graph; for a line of few points also places between them.
 int PointsIn(const GraphModel& graph, const GraphFrame& frame, const QRectF& rect) {
   int count = 0;
+  const auto add = [&](const QPointF& at) { count += rect.contains(at); };
   for (const PlotModel& plot : graph.plots) {
     if (!plot.visible) continue;
     const std::size_t n = std::min(plot.x.size(), plot.y.size()), step = n / kSamples + 1;
-    for (std::size_t i = 0; i < n; i += step)
-      if (rect.contains(QPointF(frame.x.PixelOf(plot.x[i]), frame.y.PixelOf(plot.y[i])))) ++count;
+    const bool between = HasLine(plot) && n <= kFewPoints;
+    QPointF before;
+    for (std::size_t i = 0; i < n; i += step) {
+      const QPointF at(frame.x.PixelOf(plot.x[i]), frame.y.PixelOf(plot.y[i]));
+      add(at);
+      const double steps =
+          between && i > 0 ? std::min(QLineF(before, at).length() / kBetween, kMostBetween) : 0.0;
+      for (int k = 1; k < steps; ++k) add(before + (at - before) * (k / steps));
+      before = at;
+    }
   }
-  const auto inside = [&](double x) {
-    return std::clamp(frame.x.PixelOf(x), frame.area.left, frame.area.right);
-  };
   for (const RectangleModel& mask : graph.rectangles) {
-    const QPointF number(0.5 * (inside(mask.x1) + inside(mask.x2)), rect.top() + 1);
-    if (rect.top() < frame.area.top + 2 * rect.height() && rect.contains(number)) count += kMaskNumber;
+    const auto x = [&](double value) {
+      return std::clamp(frame.x.PixelOf(value), frame.area.left, frame.area.right);
+    };
+    const double top = std::min(frame.y.PixelOf(mask.y1), frame.y.PixelOf(mask.y2));
+    if (rect.contains({0.5 * (x(mask.x1) + x(mask.x2)), std::max(top, frame.area.top) + kFromEdge + 1}))
+      count += kMaskNumber;
   }
   return count;
 }

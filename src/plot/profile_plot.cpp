@@ -56,6 +56,7 @@ double NiceMax(double limit) {
 
 /// Names of both axes, 0 to these limits, linear.
 void SetUpAxes(const GraphControl& graph, double xMax, double yMax, bool downward) {
+  SetAxisDivisions(graph, false, 0);
   for (const bool xAxis : {true, false}) {
     SetAxisLogarithmic(graph, xAxis, false);
     SetAxisPrefix(graph, xAxis, "", 1.0);
@@ -199,6 +200,7 @@ void PlotRMSError(const GraphControl& graph, int index, int iterations, int prof
   SetUpAxes(graph, NiceMax(xMax), last, true);
   SetAxisLabel(graph, true, "RMS Error", length + "/s");
   SetAxisLabel(graph, false, "Iteration No.");
+  SetAxisDivisions(graph, false, last);  // whole numbers
   std::vector<double> entries(errors.size());
   for (std::size_t k = 0; k < entries.size(); ++k) entries[k] = static_cast<double>(k) + first;
   PlotXY(graph, errors, entries,

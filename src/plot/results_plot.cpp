@@ -142,7 +142,10 @@ void PlotResiduals(const GraphControl& graph, const GraphControl& curves, const 
   const AxisLimits across = LimitsInForce(above).x;
   SetAxisLabel(graph, true, above.xAxis.label, above.xAxis.unit);
   SetAxisLogarithmic(graph, true, above.xAxis.logarithmic);
-  SetAxisRange(graph, true, across.min, across.max);
+  if (across.known)
+    SetAxisRange(graph, true, across.min, across.max);
+  else
+    SetAxisAuto(graph, true);
   SetAxisLabel(graph, false, "Residual", LengthUnitText(session.lengthUnit) + "/s");
   SetAxisAuto(graph, false);
   const auto over = static_cast<AxisQuantity>(axes.xType);

@@ -140,6 +140,23 @@ TEST_F(GraphViewTest, ALowGraphHasItsTitlesWholeAndTwoNumbers) {
   }
 }
 
+TEST_F(GraphViewTest, TheLegendKeepsOffLinesAndTheNumbersOfMasks) {
+  SetAxisRange(kGraph, true, 0, 10);
+  SetAxisRange(kGraph, false, 0, 10);
+  PlotXY(kGraph, {9, 9}, {0, 10}, PlotStyle::Line, kNoMarker, 0x0000FF, "Original");  // no point in a corner
+  const auto legendAt = [&](double x, double y) {  // its background hides the grid
+    const QImage image = Picture();
+    const QPointF at = view->PixelOf(x, y) * image.devicePixelRatio();
+    const QRect part(at.toPoint() - QPoint(40, 10), QSize(80, 20));
+    return Count(image.copy(part), 0x000000) > 0;  // its text
+  };
+  EXPECT_FALSE(legendAt(9.1, 9.5));
+  EXPECT_TRUE(legendAt(1.0, 9.5));
+  PlotRectangle(kGraph, 0.1, 0, 2, 10, 0xFFFF, 0xFFFF, "");
+  EXPECT_FALSE(legendAt(1.0, 9.5));
+  EXPECT_TRUE(legendAt(1.0, 0.5));
+}
+
 TEST_F(GraphViewTest, DrawsMasksBelowTheCurves) {
   PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF);
   PlotRectangle(kGraph, 2, -1, 4, 1, 0xFFFF, 0xFFFF, "2");

@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+#include "figure/ticks.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "support/run_fixture.h"
@@ -137,6 +138,7 @@ TEST_F(ProfilePlot, ErrorsStandAgainstTheNumberOfTheEntryWithTheShownOneMarked) 
   EXPECT_EQ(Graph().xAxis.max, 10.0) << "1.2 times 8 on the next whole number";
   EXPECT_EQ(Graph().xAxis.label, "RMS Error");
   EXPECT_EQ(Graph().yAxis.label, "Iteration No.");
+  EXPECT_EQ(TicksOf(Graph().yAxis, LimitsInForce(Graph()).y, 14).numbers.size(), 11u) << "whole numbers only";
   PlotRMSError(exdthd::PROFILE, -1, 10, 2, "m");
   EXPECT_THAT(Graph().plots[0].y, ElementsAre(1, 2)) << "starting profiles count from 1";
   for (int k = 0; k <= 2; ++k) InvParam.rms[k] = 0.0;
@@ -148,6 +150,7 @@ TEST_F(ProfilePlot, AProfileAfterErrorsHasItsOwnAxesAgain) {
   PlotRMSError(exdthd::PROFILE, 1, 10, 7, "m");
   PlotProfile(exdthd::PROFILE, 1, "m");
   EXPECT_EQ(Graph().yAxis.label, "Depth");
+  EXPECT_EQ(Graph().yAxis.divisions, 0);
   EXPECT_EQ(Graph().yAxis.max, 8.0);
 }
 

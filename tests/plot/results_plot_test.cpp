@@ -203,6 +203,10 @@ TEST_F(ResidualsPlot, FollowTheAbscissaAndTheChoice) {
   measured = {{"", {100}, {77}, {1}}};
   DrawResiduals();
   EXPECT_THAT(Shown.plots, IsEmpty()) << "no frequency in common";
+  DeleteGraphPlot(exdthd::CURVES);
+  SetAxisAuto(exdthd::CURVES, true);
+  DrawResiduals();
+  EXPECT_FALSE(LimitsInForce(Shown).x.known) << "no numbers below an empty graph";
 }
 
 }  // namespace
