@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "figure/graph_notes.h"
 #include "figure/palette.h"
@@ -140,9 +141,38 @@ void PaintColorBar(QPainter& painter, const IntensityModel& map, const GraphFram
 
 // ---- markers ----------------------------------------------------------------------------------------------------
 
-void PaintMarker(QPainter& painter, const CursorModel& cursor, int number, const GraphFrame& frame) {
+QString MarkerText(std::size_t index) {
+  return QString::number(index + 1);
+}
+
+bool IsShown(const CursorModel& cursor, const GraphFrame& frame) {
+  const double x = frame.x.PixelOf(cursor.x);
+  return std::isfinite(x) && x >= frame.area.left - 0.5 && x <= frame.area.right + 0.5;
+}
+
+/// Places of the markers' numbers at the top of the graph, one below the other where they are close.
+std::vector<QRectF> MarkerFlags(const GraphModel& graph, const GraphFrame& frame) {
+  const QFontMetricsF metrics(frame.font);
+  std::vector<QRectF> flags(graph.cursors.size());
+  for (std::size_t i = 0; i < flags.size(); ++i) {
+    if (!IsShown(graph.cursors[i], frame)) continue;
+    const double x = frame.x.PixelOf(graph.cursors[i].x);
+    QRectF flag(x, frame.area.top, metrics.horizontalAdvance(MarkerText(i)) + 2 * kFlagMargin,
+                metrics.height());
+    if (flag.right() > frame.area.right) flag.moveRight(x);
+    const auto taken = [&](const QRectF& other) { return other.intersects(flag); };
+    while (std::any_of(flags.begin(), flags.begin() + static_cast<std::ptrdiff_t>(i), taken) &&
+           flag.bottom() + flag.height() < frame.area.bottom)
+      flag.translate(0, flag.height());
+    flags[i] = flag;
+  }
+  return flags;
+}
+
+void PaintMarker(QPainter& painter, const CursorModel& cursor, const QString& text, const QRectF& flag,
+                 const GraphFrame& frame) {
+  if (!IsShown(cursor, frame)) return;
   const double x = frame.x.PixelOf(cursor.x), y = frame.y.PixelOf(cursor.y);
-  if (!std::isfinite(x) || x < frame.area.left - 0.5 || x > frame.area.right + 0.5) return;
   const int color = InkFor(cursor.color, frame.theme.background).color;
   painter.setPen(QPen(ToColor(color), 1.2));
   painter.setBrush(Qt::NoBrush);
@@ -154,10 +184,6 @@ void PaintMarker(QPainter& painter, const CursorModel& cursor, int number, const
       painter.drawLine(QPointF(frame.area.left, y), QPointF(frame.area.right, y));
     }
   }
-  const QFontMetricsF metrics(frame.font);
-  const QString text = QString::number(number);
-  QRectF flag(x, frame.area.top, metrics.horizontalAdvance(text) + 2 * kFlagMargin, metrics.height());
-  if (flag.right() > frame.area.right) flag.moveRight(x);
   painter.fillRect(flag, ToColor(color));
   painter.setPen(ToColor(TextOn(color)));
   painter.setFont(frame.font);
@@ -239,8 +265,9 @@ void PaintOver(QPainter& painter, const GraphModel& graph, const GraphFrame& fra
   PaintTitle(painter, graph, frame);
   PaintTopLabels(painter, graph, frame);
   if (graph.intensity && frame.colorBar) PaintColorBar(painter, *graph.intensity, frame);
+  const std::vector<QRectF> flags = MarkerFlags(graph, frame);
   for (std::size_t i = graph.cursors.size(); i-- > 0;)
-    PaintMarker(painter, graph.cursors[i], static_cast<int>(i) + 1, frame);
+    PaintMarker(painter, graph.cursors[i], MarkerText(i), flags[i], frame);
   PaintLegend(painter, graph, frame);
   painter.restore();
 }

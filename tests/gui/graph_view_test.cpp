@@ -157,6 +157,27 @@ TEST_F(GraphViewTest, TheLegendKeepsOffLinesAndTheNumbersOfMasks) {
   EXPECT_TRUE(legendAt(1.0, 0.5));
 }
 
+TEST_F(GraphViewTest, NumbersOfCloseMarkersStandBelowEachOther) {
+  SetAxisRange(kGraph, true, 0, 10);
+  SetAxisRange(kGraph, false, 0, 10);
+  SetCursorCount(kGraph, 3);
+  for (int i = 0; i < 3; ++i) {
+    SetCursorColor(kGraph, i + 1, i == 0 ? 0xFF0000 : i == 1 ? 0x0000FF : 0xFF00FF);
+    SetGraphCursor(kGraph, i + 1, 5 + 0.05 * i, -1);
+  }
+  const QImage image = Picture();
+  // A number covers more than its line, which is two pixels wide.
+  const auto seen = [&](QRgb color, int row) {
+    const double scale = image.devicePixelRatio();
+    const QRectF part(view->PixelOf(4.9, 10) + QPointF(0, 2 + 14 * row), QSizeF(24, 8));
+    return Count(image.copy(QRectF(part.topLeft() * scale, part.size() * scale).toRect()), color) >
+           40 * scale;
+  };
+  EXPECT_TRUE(seen(0xFF0000, 0));
+  EXPECT_TRUE(seen(0x0000FF, 1));
+  EXPECT_TRUE(seen(0xFF00FF, 2));
+}
+
 TEST_F(GraphViewTest, DrawsMasksBelowTheCurves) {
   PlotXY(kGraph, {0, 10}, {0, 0}, PlotStyle::Line, kNoMarker, 0x0000FF);
   PlotRectangle(kGraph, 2, -1, 4, 1, 0xFFFF, 0xFFFF, "2");
