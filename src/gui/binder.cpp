@@ -11,9 +11,11 @@
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "gui/dispatch.h"
 #include "gui/fields.h"
@@ -80,8 +82,15 @@ void ConnectTable(const Control& c, QTableView& view) {
 }
 
 void ConnectList(const Control& c, QListWidget& list) {
-  QObject::connect(&list, &QListWidget::currentRowChanged, &list, [&c, &list](int row) {
-    if (row >= 0 && !list.signalsBlocked()) DispatchIndex(c, row);
+  const auto chosen = std::make_shared<int>(-1);  // by the press of the mouse or key that is at work
+  QObject::connect(&list, &QListWidget::currentRowChanged, &list, [&c, &list, chosen](int row) {
+    if (row < 0 || list.signalsBlocked()) return;
+    *chosen = row;
+    QTimer::singleShot(0, &list, [chosen] { *chosen = -1; });
+    DispatchIndex(c, row);
+  });
+  QObject::connect(&list, &QListWidget::itemPressed, &list, [&c, &list, chosen](QListWidgetItem* item) {
+    if (*chosen != list.row(item)) DispatchClick(c);
   });
   QObject::connect(&list, &QListWidget::itemDoubleClicked, &list,
                    [&c, &list](QListWidgetItem* item) { DispatchDoubleClick(c, list.row(item)); });

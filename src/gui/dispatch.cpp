@@ -127,6 +127,10 @@ bool DispatchIndex(const Control& c, int index) {
                                      : Enter(ValueOf(c), enter, {Event::Commit});
 }
 
+void DispatchClick(const Control& c) {
+  Enter(ValueOf(c), [] { return false; }, {});
+}
+
 bool DispatchDoubleClick(const Control& c, int index) {
   return Enter(ValueOf(c, Event::LeftDoubleClick), [&] { return EnterIndex(c, index); },
                {Event::LeftDoubleClick});

@@ -26,6 +26,8 @@ bool DispatchNumber(const Control& c, double value);
 bool DispatchText(const Control& c, std::string_view text);
 /// An item of a ring (Commit) or of a list (ValChanged, then Commit), by its position from 0.
 bool DispatchIndex(const Control& c, int index);
+/// A click on the item of a list that is chosen already: focus and click, no value.
+void DispatchClick(const Control& c);
 /// A double click on an item of a list: it is selected, then LeftDoubleClick.
 bool DispatchDoubleClick(const Control& c, int index);
 /// Cells of a table, rows and columns from 1; one event for all of them.

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -23,6 +24,7 @@
 #include "gui/table_model.h"
 #include "panels/mainmenu_project.h"
 #include "records/session.h"
+#include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/gaborpnl.h"
 #include "runtime/catalogue/hmsetup.h"
@@ -127,6 +129,35 @@ TEST_F(Windows, ARingTakesTheChosenItemAlsoTheSameOne) {
     QTest::qWait(200);
     EXPECT_EQ(ring->currentIndex(), 0);
     EXPECT_EQ(heard.size(), 6u) << "the program's own writing is no event";
+  });
+}
+
+TEST_F(Windows, AClickInAListIsAClickAlsoOnTheChosenItem) {
+  Run([&] {
+    SetActiveTabPage(Panel::PANEL, 2);
+    for (const char* label : {"site[1:2]", "site[1:3]"})
+      InsertListItem(dispcurv::LIST_INCLUDED, -1, label, 0);
+    QTest::qWait(30);
+    InstallCallback(dispcurv::LIST_INCLUDED, Hear);
+    auto* list = The<QListWidget>(dispcurv::LIST_INCLUDED);
+    const auto eventsOfAClick = [&](int row) {
+      heard.clear();
+      QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
+      QTest::qWait(5);
+      std::vector<Event> events;
+      for (const auto& [control, event] : heard) events.push_back(event);
+      return events;
+    };
+    ASSERT_EQ(list->currentRow(), 0);
+    const std::vector<Event> click = {Event::GotFocus, Event::LeftClick};
+    std::vector<Event> choice = click;
+    choice.insert(choice.end(), {Event::ValChanged, Event::Commit});
+    EXPECT_EQ(eventsOfAClick(0), click);
+    EXPECT_EQ(eventsOfAClick(1), choice);
+    EXPECT_EQ(eventsOfAClick(1), click);
+    QTest::keyClick(list, Qt::Key_Up);
+    QTest::qWait(5);
+    EXPECT_EQ(eventsOfAClick(0), click);
   });
 }
 
