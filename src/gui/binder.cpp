@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
@@ -135,19 +136,6 @@ void Connect(const Control& c, QWidget* widget) {
   }
 }
 
-/// The place of a graph: the view itself, or a widget that contains one.
-GraphView* PutGraph(const Control& c, QWidget* place) {
-  auto* view = qobject_cast<GraphView*>(place);
-  if (!view) {
-    view = new GraphView(place);
-    auto* layout = new QVBoxLayout(place);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(view);
-  }
-  view->Bind(static_cast<const GraphControl&>(c));
-  return view;
-}
-
 // ---- contents of the store
 // ----------------------------------------------------------------------------------------
 
@@ -252,7 +240,26 @@ Binder::Binder(Panel panel, QWidget* form) : panel_(panel), form_(form) {
   FillPages();
 }
 
+namespace {
+
+/// The Tab key goes from the tab bar into the pages, then to what stands behind them.
+void PutBehindTabs(QTabWidget& tabs, const std::vector<QWidget*>& pages) {
+  QWidget* last = tabs.tabBar();
+  for (QWidget* page : pages) {
+    std::vector<QWidget*> order;
+    for (QWidget* at = page->nextInFocusChain(); page->isAncestorOf(at); at = at->nextInFocusChain())
+      if (at->focusPolicy() & Qt::TabFocus) order.push_back(at);
+    for (QWidget* at : order) {
+      QWidget::setTabOrder(last, at);
+      last = at;
+    }
+  }
+}
+
+}  // namespace
+
 void Binder::FillPages() {
+  std::vector<QWidget*> pages;
   for (int i = 0; i < kPanelCount; ++i) {
     const auto inner = static_cast<Panel>(i);
     if (inner == panel_ || WindowOf(inner) != panel_ || !HasForm(inner)) continue;
@@ -266,10 +273,13 @@ void Binder::FillPages() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area ? static_cast<QWidget*>(area) : page);
     new Binder(inner, page);
+    pages.push_back(page);
     for (auto* tabs : form_->findChildren<QTabWidget*>())
       if (tabs->indexOf(place) >= 0) tabs_ = tabs;
   }
   if (!tabs_) return;
+  if (panel_ != Panel::PANEL)
+    PutBehindTabs(*tabs_, pages);  // there the program's close button stands between
   ShowTab();
   QObject::connect(tabs_, &QTabWidget::currentChanged, tabs_, [this](int page) {
     if (!DispatchTab(panel_, page)) ShowTab();
@@ -297,9 +307,8 @@ void Binder::Bind(const Control& c, QWidget* widget) {
     if (label->buddy() == widget || label->objectName() == ToQt(c.name) + QStringLiteral("_unit"))
       bound.labels.push_back(label);
   if (c.kind == ControlKind::Graph) {
-    bound.widget = PutGraph(c, widget);
-    bound.widget->setToolTip({});
-    bound.widget->setAccessibleName(ToQt(SpokenName(c)));
+    static_cast<GraphView*>(widget)->Bind(static_cast<const GraphControl&>(c));
+    widget->setAccessibleName(ToQt(SpokenName(c)));
   } else {
     Connect(c, widget);
     Speak(c, widget, bound.labels);

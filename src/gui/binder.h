@@ -8,7 +8,7 @@
 //   Ring, RealRing      QComboBox, with a QLabel whose buddy it is
 //   List                QListWidget
 //   Table               QTableView
-//   Graph               GraphView (gui/graph_view.h), or a QWidget, which then is filled with one
+//   Graph               GraphView (gui/graph_view.h)
 //   Button              QPushButton
 //   Toggle              QCheckBox; QPushButton for Role::Latch; Lamp (gui/fields.h) for Role::Lamp
 //   Label               QLabel

@@ -1,18 +1,30 @@
 // Function keys and shortcuts, and the menu of recent projects.
 #include <QAction>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <filesystem>
+#include <fstream>
 #include <map>
+#include <set>
 
+#include "app/script/run.h"
 #include "gui/dispatch.h"
+#include "gui/fields.h"
+#include "gui/graph_view.h"
+#include "gui/panel_window.h"
 #include "gui/recent.h"
 #include "gui/refresh.h"
+#include "key_hand.h"
+#include "one_pair_road.h"
 #include "records/session.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"
 #include "runtime/project_hooks.h"
+#include "support/site_records.h"
 #include "window_session.h"
 
 namespace sondera {
@@ -74,6 +86,116 @@ TEST_F(Keys, NoShortcutIsTakenTwice) {
   });
 }
 
+/// The windows on a project that has everything; each reached by the Tab key alone.
+class TabKey : public test::WindowSession {
+ protected:
+  /// What a person can use: live controls with a place for the keyboard, in sight or behind a scroll bar.
+  static std::set<QWidget*> LiveOf(QWidget& window) {
+    std::set<QWidget*> live;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+      if (!widget->isVisible() || !widget->isEnabled() || !IsControl(*widget)) continue;
+      if (qobject_cast<QLabel*>(widget) || qobject_cast<Lamp*>(widget)) continue;
+      live.insert(widget);
+    }
+    return live;
+  }
+  static bool IsControl(const QWidget& widget) {
+    const std::string name = widget.objectName().toStdString();
+    for (const Binder* binder : LivingBinders()) {
+      const ControlId c = name.empty() ? nullptr : FindControl(binder->panel(), name);
+      if (c && binder->WidgetOf(*c) == &widget) return true;
+    }
+    return qobject_cast<const GraphView*>(&widget) || name == "toolMeasurement" ||
+           qobject_cast<const QTabBar*>(&widget);
+  }
+  static std::string Text(const QWidget& widget) {
+    const std::string name = widget.objectName().toStdString();
+    return name.empty() ? widget.metaObject()->className() + (" " + widget.accessibleName().toStdString())
+                        : name;
+  }
+  /// The innermost frame with a title, else the page.
+  static const QWidget* GroupOf(const QWidget& widget) {
+    const QWidget* at = widget.parentWidget();
+    while (at->parentWidget() && !at->isWindow() && !qobject_cast<const QGroupBox*>(at))
+      at = at->parentWidget();
+    return at;
+  }
+  static std::string FaultsOfOrder(const std::vector<QWidget*>& order) {
+    std::string faults;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+      for (std::size_t k = i + 1; k < order.size(); ++k) {
+        const QRect first(order[i]->mapToGlobal(QPoint(0, 0)), order[i]->size());
+        const QRect second(order[k]->mapToGlobal(QPoint(0, 0)), order[k]->size());
+        const bool oneColumn = second.left() <= first.right() && second.right() >= first.left();
+        const bool oneRow = second.top() <= first.center().y() && second.bottom() >= first.center().y();
+        const bool oneGroup = GroupOf(*order[i]) == GroupOf(*order[k]);
+        const bool oneBox = oneGroup && qobject_cast<const QGroupBox*>(GroupOf(*order[i]));
+        if (second.bottom() < first.top() && (oneColumn || oneBox))
+          faults += Text(*order[k]) + " stands above " + Text(*order[i]) + "\n";
+        if (oneRow && oneGroup && second.right() < first.left())
+          faults += Text(*order[k]) + " stands left of " + Text(*order[i]) + "\n";
+      }
+    }
+    return faults;
+  }
+  static void Walk(QWidget& window, const std::string& where) {
+    ASSERT_TRUE(test::BringToFront(window)) << where;
+    if (QApplication::focusWidget()) QApplication::focusWidget()->clearFocus();
+    const std::vector<QWidget*> order = test::TabRound();
+    if (std::getenv("SHOW_TABS")) {
+      std::printf("%s:", where.c_str());
+      for (const QWidget* w : order) std::printf(" %s", Text(*w).c_str());
+      std::printf("\n");
+    }
+    const std::set<QWidget*> reached(order.begin(), order.end());
+    std::string faults;
+    for (QWidget* widget : LiveOf(window))
+      if (!reached.count(widget)) faults += Text(*widget) + " is not reached\n";
+    for (QWidget* widget : order)
+      if (!IsControl(*widget)) faults += Text(*widget) + " is reached, and is no control\n";
+    EXPECT_EQ(faults + FaultsOfOrder(order), "") << where;
+  }
+};
+
+TEST_F(TabKey, ReachesEachLiveControlOfEachWindowInReadingOrder) {
+  const std::filesystem::path former = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path());
+  test::WriteSiteRecords(".");
+  script::Source source = script::Source::OfText(test::kOnePairRoad);
+  ::testing::internal::CaptureStderr();
+  EXPECT_NE(script::Run("road", {}).run(source), 1);
+  ::testing::internal::GetCapturedStderr();
+  ResetEvents();
+  EXPECT_TRUE(InstallWindows());
+  for (int p = 0; p < kPanelCount; ++p)
+    if (IsWindowPanel(static_cast<Panel>(p))) HidePanel(static_cast<Panel>(p));
+  Run([&] {
+    for (int page = 0; page < 4; ++page) {
+      DispatchTab(Panel::PANEL, page);
+      QTest::qWait(20);
+      Walk(*MainWindowWidget(), "page " + std::to_string(page));
+    }
+    for (int p = 0; p < kPanelCount; ++p) {
+      const auto panel = static_cast<Panel>(p);
+      if (!IsWindowPanel(panel)) continue;
+      DisplayPanel(panel);
+      QTest::qWait(20);
+      QWidget* window = QApplication::activeWindow();
+      ASSERT_NE(window, MainWindowWidget()) << PanelName(panel);
+      const auto* tabs = window->findChild<QTabWidget*>();
+      for (int page = 0; page < (tabs ? tabs->count() : 1); ++page) {
+        if (tabs) const_cast<QTabWidget*>(tabs)->setCurrentIndex(page);
+        Walk(*window, std::string(PanelName(panel)) + (tabs ? " " + std::to_string(page) : ""));
+      }
+      test::PressKey(Qt::Key_Escape);
+      QTest::qWait(5);
+      EXPECT_FALSE(window->isVisible()) << PanelName(panel);
+    }
+  });
+  EXPECT_TRUE(asked.empty()) << asked.front();
+  std::filesystem::current_path(former);
+}
+
 QMenu* RecentMenu() {
   for (QMenu* menu : MainWindowWidget()->findChildren<QMenu*>())
     if (menu->title().remove(QLatin1Char('&')) == QString("Recent Projects")) return menu;
@@ -81,6 +203,33 @@ QMenu* RecentMenu() {
 }
 
 using RecentProjects = test::WindowSession;
+
+/// The state file is a folder, or holds anything: the windows come up, and a save tells of nothing.
+TEST_F(RecentProjects, AStateThatCannotBeReadLeavesTheWindowsAsTheyAre) {
+  namespace fs = std::filesystem;
+  fs::create_directories(folder.File("as_folder/sondera/windows.ini"));
+  fs::create_directories(folder.File("broken/sondera"));
+  std::ofstream(folder.File("broken/sondera/windows.ini"), std::ios::binary)
+      << std::string(300, '\0') << "[place]\nPANEL=@ByteArray(\x1\x2)\n[recent]\nprojects=@Variant(\\xff\n"
+      << std::string(5000, '\xfe');
+  std::ofstream(folder.File("file")) << "x";
+  for (const char* place : {"as_folder", "broken", "file", "file/below"}) {
+    qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.File(place)));
+    StartSession();
+    EXPECT_TRUE(InstallWindows());
+    asked.clear();
+    Answer("file:" + folder.File("project.da"));
+    Run([&] {
+      EXPECT_TRUE(MainWindowWidget()->isVisible()) << place;
+      EXPECT_GT(MainWindowWidget()->width(), 300) << place;
+      DispatchPress(mainmenu::SAVE_RAW_DATA);
+      QTest::qWait(10);
+      EXPECT_EQ(asked.size(), 1u) << place << ": " << asked.back();
+    });
+    CloseMainWindow();
+    fs::remove(folder.File("project.da"));
+  }
+}
 
 TEST_F(RecentProjects, OpenFromTheMenuAndMissingOnesAreToldAndGo) {
   const std::string project = folder.File("a & b.da"), missing = folder.File("gone.da");

@@ -47,18 +47,23 @@ void Road::WriteRecords(const std::string& folder) {
   for (int k = 1; k < 5; ++k) WriteSitePair(folder + FormatText("/h%d1.hyx", k + 1), kPlaces[0], kPlaces[k]);
 }
 
-void Road::Menu(const Control& item) {
+QAction* Road::LiveItem(const Control& item) {
   const QString hint = QString::fromUtf8(item.facts.hint.data(), static_cast<int>(item.facts.hint.size()));
   for (QAction* action : MainWindowWidget()->findChildren<QAction*>()) {
     bool inMenu = false;  // the tool bar has some too
     for (QObject* place : action->associatedObjects()) inMenu = inMenu || qobject_cast<QMenu*>(place);
-    if (!inMenu || action->toolTip() != hint || !action->isEnabled()) continue;
-    if (other) other->Menu(*action);
-    action->trigger();
-    QTest::qWait(30);
-    return;
+    if (inMenu && action->toolTip() == hint && action->isEnabled()) return action;
   }
   ADD_FAILURE() << "no live menu item " << item.name;
+  return nullptr;
+}
+
+void Road::Menu(const Control& item) {
+  QAction* action = LiveItem(item);
+  if (!action) return;
+  if (other) other->Menu(*action);
+  action->trigger();
+  QTest::qWait(30);
 }
 
 void Road::ClickAt(QWidget* widget, QPoint at) {
@@ -104,12 +109,17 @@ void Road::Type(const Control& field, const std::string& text) {
   QTest::keyClick(line, Qt::Key_Return);
 }
 
+int Road::PlaceInRing(const Control& ring, const std::string& item) {
+  const auto* box = The<QComboBox>(ring);
+  for (int i = 0; i < box->count(); ++i)  // numbers of channels are aligned with blanks
+    if (box->itemText(i).trimmed().toStdString() == item) return i;
+  return -1;
+}
+
 void Road::Choose(const Control& ring, const std::string& item) {
   auto* box = The<QComboBox>(ring);
   ASSERT_TRUE(box && box->isEnabled()) << ring.name;
-  int wanted = -1;  // numbers of channels are aligned with blanks
-  for (int i = 0; i < box->count(); ++i)
-    if (box->itemText(i).trimmed().toStdString() == item) wanted = i;
+  const int wanted = PlaceInRing(ring, item);
   ASSERT_GE(wanted, 0) << ring.name << ": " << item;
   const int steps = wanted - box->currentIndex();
   if (steps == 0) return;
@@ -120,6 +130,11 @@ void Road::Choose(const Control& ring, const std::string& item) {
   }
   box->setFocus();
   while (box->currentIndex() != wanted) QTest::keyClick(box, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+}
+
+void Road::Pick(const Control& list, int row) {
+  const auto* box = The<QListWidget>(list);
+  ClickAt(box->viewport(), box->visualItemRect(box->item(row)).center());
 }
 
 void Road::Tab(int page) {
@@ -139,11 +154,16 @@ void Road::Cell(const TableControl& table, int row, int column, const std::strin
   EXPECT_TRUE(view->model()->setData(cell, QString::fromStdString(text), Qt::EditRole)) << text;
 }
 
-void Road::Mask(double from, double to) {
+void Road::Span(double from, double to) {
   auto* view = The<GraphView>(sasw::DISPLAY_A);
   const QPoint begin = PixelAt(*view, from, 40), end = PixelAt(*view, to, -40);
   if (other) other->Drag(*view, begin, end);
   DragOver(*view, begin, end);
+}
+
+void Road::Mask(double from, double to) {
+  const auto* view = The<GraphView>(sasw::DISPLAY_A);
+  Span(from, to);
   const double f1 = GetCtrlVal(sasw::MASKING_FREQINIT), f2 = GetCtrlVal(sasw::MASKING_FREQFINAL);
   EXPECT_NEAR(f1, from, 2.0);
   EXPECT_NEAR(f2, to, 2.0);
@@ -205,7 +225,7 @@ void Road::Walk() {
   auto* included = The<QListWidget>(dispcurv::LIST_INCLUDED);
   EXPECT_EQ(included->count(), 4);
   if (included->count() < 4) return;
-  ClickAt(included->viewport(), included->visualItemRect(included->item(3)).center());
+  Pick(dispcurv::LIST_INCLUDED, 3);
   Click(dispcurv::EXCLUDE);
   EXPECT_EQ(included->count(), 3);
   script += "exclude site 1 5\n";
@@ -214,7 +234,7 @@ void Road::Walk() {
   Menu(mainmenu::CALC_REP_DISP_MENU);
   Click(cdisppnl::UPDATE);
   Click(cdisppnl::CANCEL);
-  script += "press CDISPPNL.UPDATE\n";
+  script += "press MAINMENU.CALC_REP_DISP_MENU\npress CDISPPNL.UPDATE\n";
   Tab(3);
   Menu(mainmenu::FMODEL_PARAM);
   Choose(fmodeling::ANALYSISTYPE, "3-D");
@@ -239,17 +259,20 @@ void Road::Walk() {
   Click(fmodeling::CLOSE);
   script += "press FMODELING.LOADDISPCURV\npress FMODELING.UPDATE\n";
 
-  // ---- theory, then three iterations
+  // ---- theory, then the inversion
   Choose(exdthd::FMDORINV, "F. Modeling");
   ClickToRun(exdthd::RUN_FMODEL);
   Choose(exdthd::FMDORINV, "Inversion");
   Click(exdthd::RUN_INVERSION);
   QTest::qWait(30);
-  Type(inversion::NITER, "3");
+  Type(inversion::NITER, std::to_string(iterations));
   ClickToRun(inversion::PERFORMINV);
   Click(inversion::CLOSE);
-  script += "press EXDTHD.RUN_FMODEL\nset INVERSION.NITER 3\npress INVERSION.PERFORMINV\n";
-  EXPECT_EQ(The<QComboBox>(exdthd::ITERNO)->count(), 4);
+  script += FormatText(
+      "press EXDTHD.RUN_FMODEL\npress EXDTHD.RUN_INVERSION\nset INVERSION.NITER %d\n"
+      "press INVERSION.PERFORMINV\n",
+      iterations);
+  EXPECT_EQ(The<QComboBox>(exdthd::ITERNO)->count(), 1 + iterations);
   EXPECT_FALSE(GraphOf(exdthd::RESIDUALS).plots.empty());
 }
 

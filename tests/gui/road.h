@@ -38,26 +38,36 @@ class Road : public WindowSession {
 
   /// Writes the four records of the road into a folder.
   static void WriteRecords(const std::string& folder);
-  /// The road, up to three iterations; within Run().
+  /// The road, up to the iterations; within Run().
   void Walk();
+  /// The live action of a menu item in the menu bar; null, and a failure of the test: none.
+  static QAction* LiveItem(const Control& item);
+  static int PlaceInRing(const Control& ring, const std::string& item);
+
+  // ---- the acts of the road, by mouse and keys
   /// A menu item as the mouse reaches it: by its action in the menu bar.
-  void Menu(const Control& item);
-  void ClickForFile(const Control& button, const std::string& title, const std::string& name);
+  virtual void Menu(const Control& item);
+  virtual void ClickForFile(const Control& button, const std::string& title, const std::string& name);
+  virtual void Click(const Control& button);
+  virtual void Close(Panel panel);
+  virtual void Type(const Control& field, const std::string& text);
+  /// Keys up and down until the item stands there; each of them chooses one.
+  virtual void Choose(const Control& ring, const std::string& item);
+  /// An item of a list, by its position from 0.
+  virtual void Pick(const Control& list, int row);
+  virtual void Tab(int page);
+  virtual void Cell(const TableControl& table, int row, int column, const std::string& text);
+  /// Drags over graph A.
+  virtual void Span(double from, double to);
 
   SecondHand* other = nullptr;
   std::string script = "*sondera 2\n";  ///< the same acts as lines
+  int iterations = 3;
 
  private:
-  void Click(const Control& button);
   void ClickAt(QWidget* widget, QPoint at);
   void ClickToRun(const Control& button);
-  void Close(Panel panel);
-  void Type(const Control& field, const std::string& text);
-  /// Keys up and down until the item stands there; each of them chooses one.
-  void Choose(const Control& ring, const std::string& item);
-  void Tab(int page);
-  void Cell(const TableControl& table, int row, int column, const std::string& text);
-  /// Drags over graph A and makes a mask of it.
+  /// Sets the ends of a mask over graph A and makes it.
   void Mask(double from, double to);
   void Pair(int channel);
 

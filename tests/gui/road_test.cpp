@@ -1,7 +1,12 @@
 // A person takes a site from files to a profile by mouse and keys; a script with the same masks comes to the same files.
+#include <QAction>
 #include <QComboBox>
 #include <QListWidget>
+#include <QMenu>
+#include <QTabBar>
+#include <QTabWidget>
 #include <filesystem>
+#include <map>
 
 #include "app/script/run.h"
 #include "gui/dispatch.h"
@@ -22,7 +27,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using RoadTest = test::Road;
+class RoadTest : public test::Road {
+ protected:
+  /// The same as `script`, by a script in a session and a folder of its own, which becomes the current one.
+  void WalkByScript() {
+    fs::create_directory("script");
+    fs::current_path(folder.File("script"));
+    for (int k = 2; k <= 5; ++k)
+      fs::copy_file(folder.File(FormatText("h%d1.hyx", k)), FormatText("h%d1.hyx", k));
+    InstallFrontEnd({});
+    StartSession();
+    script += "save Person.da\n";
+    script::Source source = script::Source::OfText(script);
+    ::testing::internal::CaptureStderr();
+    const int status = script::Run("road", {}).run(source);
+    const std::string said = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(status, 1) << said << script;
+  }
+};
 
 TEST_F(RoadTest, ByMouseAndKeysEndsInTheFilesOfAScript) {
   WriteRecords(folder.Path());
@@ -45,20 +67,9 @@ TEST_F(RoadTest, ByMouseAndKeysEndsInTheFilesOfAScript) {
   EXPECT_FALSE(pcm.empty());
 
   // ---- the same by a script, in a session of its own
-  fs::create_directory("script");
-  fs::current_path(folder.File("script"));
-  for (int k = 2; k <= 5; ++k)
-    fs::copy_file(folder.File(FormatText("h%d1.hyx", k)), FormatText("h%d1.hyx", k));
-  script += "save Script.da\n";
-  InstallFrontEnd({});
-  StartSession();
-  script::Source source = script::Source::OfText(script);
-  ::testing::internal::CaptureStderr();
-  const int status = script::Run("road", {}).run(source);
-  const std::string said = ::testing::internal::GetCapturedStderr();
-  EXPECT_NE(status, 1) << said << script;
-  EXPECT_EQ(test::ReadWhole("ProjID.fdp"), fdp);
-  EXPECT_EQ(test::ReadWhole("ProjID.pcm"), pcm);
+  WalkByScript();
+  EXPECT_TRUE(test::ReadWhole("ProjID.fdp") == fdp);
+  EXPECT_TRUE(test::ReadWhole("ProjID.pcm") == pcm);
   std::vector<std::vector<double>> curves;
   for (const PMeasInfo& pair : MeasDB.pMeasList)
     if (pair.included == 1)
@@ -118,6 +129,120 @@ TEST_F(RoadTest, ByMouseAndKeysEndsInTheFilesOfAScript) {
     EXPECT_FALSE(GraphOf(exdthd::PROFILE).plots.empty());
     DispatchPress(mainmenu::SAVE_RAW_DATA);
   });
+}
+
+/// The same road for a person without a mouse. Masks are typed.
+class KeyRoad : public RoadTest {
+ protected:
+  void Menu(const Control& item) override {
+    QAction* action = LiveItem(item);
+    if (!action) return;
+    std::string letters;
+    QMenu* menu = nullptr;
+    for (const QAction* at = action;; at = menu->menuAction()) {
+      menu = nullptr;
+      for (QObject* object : at->associatedObjects())
+        if (auto* found = qobject_cast<QMenu*>(object); found && !found->title().isEmpty()) menu = found;
+      letters.insert(letters.begin(), test::LetterOf(at->text()));
+      if (!menu) break;
+    }
+    ASSERT_TRUE(test::BringToFront(*MainWindowWidget()));
+    ASSERT_EQ(letters.find('\0'), std::string::npos) << item.name << " has no letter";
+    test::PressLetter(letters[0], Qt::AltModifier);
+    for (const char letter : letters.substr(1)) {
+      ASSERT_TRUE(QApplication::activePopupWidget()) << item.name << ": " << letters;
+      test::PressLetter(letter);
+    }
+    QTest::qWait(30);
+  }
+  /// Tab until the control has the focus.
+  static bool GoTo(const Control& c) {
+    QWidget* widget = WidgetOf(c);
+    EXPECT_TRUE(widget->isEnabled()) << c.name;
+    const bool there = test::BringToFront(*widget->window()) && test::TabTo(widget);
+    EXPECT_TRUE(there) << c.name << " is not reached by the Tab key";
+    return there;
+  }
+  void Click(const Control& button) override {
+    if (GoTo(button)) test::PressKey(Qt::Key_Space);
+  }
+  void ClickForFile(const Control& button, const std::string&, const std::string& name) override {
+    Answer("keys:" + folder.File(name));
+    Click(button);
+  }
+  void Close(Panel panel) override {
+    ASSERT_EQ(QApplication::activeWindow(), WidgetOf(*ControlsOf(panel)[0])->window());
+    test::PressKey(Qt::Key_Escape);
+    QTest::qWait(20);
+    EXPECT_FALSE(IsPanelShown(panel));
+  }
+  void Type(const Control& field, const std::string& text) override {
+    if (!GoTo(field)) return;
+    test::PressKey(Qt::Key_A, Qt::ControlModifier);
+    test::TypeKeys(text);
+    test::PressKey(Qt::Key_Return);
+  }
+  void Choose(const Control& ring, const std::string& item) override {
+    const int wanted = PlaceInRing(ring, item);
+    ASSERT_GE(wanted, 0) << ring.name << ": " << item;
+    auto* box = The<QComboBox>(ring);
+    if (box->currentIndex() == wanted || !GoTo(ring)) return;
+    for (int i = 0; i < 50 && box->currentIndex() != wanted; ++i)
+      test::PressKey(box->currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
+  }
+  void Pick(const Control& list, int row) override {
+    if (!GoTo(list)) return;
+    const auto* box = The<QListWidget>(list);
+    for (int i = 0; i < 50 && box->currentRow() != row; ++i)
+      test::PressKey(box->currentRow() < row ? Qt::Key_Down : Qt::Key_Up);
+    EXPECT_EQ(box->currentRow(), row);
+  }
+  void Tab(int page) override {
+    const auto* tabs = MainWindowWidget()->findChild<QTabWidget*>("TABS");
+    ASSERT_TRUE(test::BringToFront(*MainWindowWidget()));
+    ASSERT_TRUE(test::TabTo(tabs->tabBar()));
+    while (tabs->currentIndex() < page) test::PressKey(Qt::Key_Right);
+    EXPECT_EQ(GetActiveTabPage(Panel::PANEL), page);
+    QTest::qWait(30);
+  }
+  void Cell(const TableControl& table, int row, int column, const std::string& text) override {
+    if (!GoTo(table)) return;
+    test::PressKey(Qt::Key_Home, Qt::ControlModifier);
+    for (int i = 1; i < row; ++i) test::PressKey(Qt::Key_Down);
+    for (int i = 1; i < column; ++i) test::PressKey(Qt::Key_Right);
+    test::TypeKeys(text);
+    test::PressKey(Qt::Key_Return);
+    QTest::qWait(1);
+  }
+  void Span(double from, double to) override {
+    Type(sasw::MASKING_FREQINIT, FormatText("%g", from));
+    Type(sasw::MASKING_FREQFINAL, FormatText("%g", to));
+  }
+};
+
+TEST_F(KeyRoad, EndsInTheProjectOfAScript) {
+  WriteRecords(folder.Path());
+  const std::string project = folder.File("Person.da");
+  iterations = 1;  // they are those of every road
+  const int status = Run([&] {
+    Walk();
+    Answer("keys:" + project);
+    ASSERT_TRUE(test::BringToFront(*MainWindowWidget()));
+    test::PressKey(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(session.projectFileName, project);
+    Answer("keys:");  // Enter alone: Yes
+    Menu(mainmenu::QUIT);
+    EXPECT_TRUE(QuitRequested());
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(asked.size(), 6u) << "four records, the project, the end: " << asked.back();
+  std::map<std::string, std::string> byKeys;
+  for (const char* name : {"ProjID.fdp", "ProjID.pcm", "Person.da"}) byKeys[name] = test::ReadWhole(name);
+  WalkByScript();
+  for (const auto& [name, bytes] : byKeys) {
+    EXPECT_FALSE(bytes.empty()) << name;
+    EXPECT_TRUE(bytes == test::ReadWhole(name)) << name;
+  }
 }
 
 }  // namespace

@@ -24,6 +24,7 @@
 #include "gui/loop.h"
 #include "gui/main_window.h"
 #include "gui/windows.h"
+#include "key_hand.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
@@ -74,7 +75,7 @@ class WindowSession : public ::testing::Test {
   static void Click(const Control& c) { QTest::mouseClick(WidgetOf(c), Qt::LeftButton); }
 
   /// Answer of the next box: the caption of its button, "text:TEXT", or "file:PATH", before which "kind:TEXT"
-  /// chooses a kind of files. Without one the box is cancelled.
+  /// chooses a kind of files; or by keys alone: "keys:TEXT" and Enter. Without one the box is cancelled.
   void Answer(const std::string& answer) { answers.push_back(answer); }
 
   TempFolder folder;
@@ -85,6 +86,7 @@ class WindowSession : public ::testing::Test {
   void AnswerBox() {
     QWidget* modal = QApplication::activeModalWidget();
     if (!modal || !modal->isVisible()) return;
+    if (AnswerByKeys(*modal)) return;
     if (auto* box = qobject_cast<QMessageBox*>(modal)) {
       asked.push_back(box->text().toStdString());
       const std::string wanted = Next(box->escapeButton() ? "" : "OK");
@@ -129,6 +131,15 @@ class WindowSession : public ::testing::Test {
       asked.push_back(other->windowTitle().toStdString());
       other->reject();
     }
+  }
+  bool AnswerByKeys(const QWidget& modal) {
+    if (answers.empty() || !answers.front().starts_with("keys:")) return false;
+    if (!modal.isAncestorOf(QApplication::focusWidget())) return true;  // not yet
+    const auto* box = qobject_cast<const QMessageBox*>(&modal);
+    asked.push_back((box ? box->text() : modal.windowTitle()).toStdString());
+    TypeKeys(Next("").substr(5));
+    PressKey(Qt::Key_Return);
+    return true;
   }
   std::string Next(const std::string& otherwise) {
     if (answers.empty()) return otherwise;
