@@ -90,9 +90,10 @@ class MainWindow final : public QMainWindow {
     status_->Follow();
     for (EmptyHint* hint : hints_) hint->Follow();
     const std::string path = ProjectPath();
-    if (path != lastPath_) {
+    // In the middle of its first save a project has a name and no file yet.
+    if (path != lastPath_ && (path.empty() || QFileInfo::exists(ToQt(path)))) {
       lastPath_ = path;
-      if (!path.empty() && QFileInfo::exists(ToQt(path))) NoteRecentFile(path);
+      if (!path.empty()) NoteRecentFile(path);
     }
   }
 

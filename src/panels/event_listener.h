@@ -13,6 +13,7 @@ class EventListener : public Listener {
     ProcessSystemEvents();
     return false;
   }
+  void LetEventsIn() override { ProcessSystemEvents(); }
   void Busy(bool on) override { SetWaitCursor(on); }
 };
 

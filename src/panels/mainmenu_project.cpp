@@ -2,7 +2,9 @@
 #include "panels/mainmenu_project.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "panels/dispcurv_page.h"
@@ -12,6 +14,7 @@
 #include "panels/hwsetup.h"
 #include "panels/loadtxdata_import.h"
 #include "panels/meassetup.h"
+#include "panels/panels_state.h"
 #include "panels/tmgrafpnl.h"
 #include "panels/trace_selection.h"
 #include "panels/undo.h"
@@ -101,10 +104,27 @@ void ShowMeasurementWithData() {
   }
 }
 
+/// What is in memory now must not be kept as a project of its own.
+class WhileLoading {
+ public:
+  WhileLoading() { panelsState.loading = true; }
+  ~WhileLoading() { panelsState.loading = false; }
+  WhileLoading(const WhileLoading&) = delete;
+  WhileLoading& operator=(const WhileLoading&) = delete;
+};
+
+/// Of the bytes that a save would write.
+std::uint64_t DigestOfProject(const std::function<void()>& poll = {}) {
+  AtomicWriter digest{AtomicWriter::DigestOnly{}};
+  StoreProject(digest, ReadEntryLists(), poll);
+  return digest.Digest();
+}
+
 /// Reads session.projectFileName. A file that cannot be opened leaves an empty project; if the file exists,
 /// that project has no name.
 int LoadProject() {
   const std::string path = session.projectFileName;
+  std::optional<WhileLoading> loading(std::in_place);
   ForgetUndo();
   ForgetSection();
   ProcessSystemEvents();
@@ -136,16 +156,10 @@ int LoadProject() {
   DoPlotting(kMeasurementPage);
   DoPlotting(kMaskingPage);
   RenewSectionPanel();
-  TakeProjectAsSaved();
+  session.savedDigest = DigestOfProject(ProcessSystemEvents);
+  loading.reset();
   if (!opened) return Refuse(outOfReach ? reason + "." : "File does not exist.");
   return TellOutcome(NotReadWhole(path, file), file);
-}
-
-/// Of the bytes that a save would write.
-std::uint64_t DigestOfProject() {
-  AtomicWriter digest{AtomicWriter::DigestOnly{}};
-  StoreProject(digest);
-  return digest.Digest();
 }
 
 /// A save that runs out of memory fails like any other.
@@ -166,15 +180,15 @@ int SaveProject(bool backUp) {
   const bool saved = WithMemory(reason, [&] {
     if (!LockProject(path, reason)) return false;
     backedUp = !backUp || BackUpProject(path, noBackup);
-    return WriteProjectFile(path, reason);
+    return WriteProjectFile(path, ReadEntryLists(), reason, ProcessSystemEvents);
   });
+  if (saved) session.savedDigest = DigestOfProject(ProcessSystemEvents);
   SetWaitCursor(false);
   if (!saved) {
     MessagePopup(session.appTitle, "The project could not be saved. " + reason + ".");
     return -1;
   }
   ShowFileTitle(path);
-  TakeProjectAsSaved();
   if (!backedUp)
     MessagePopup(session.appTitle,
                  "The project is saved, but its former state could not be kept. " + noBackup + ".");
@@ -193,10 +207,12 @@ bool MayOverwrite(const FileChoice& choice) {
 }  // namespace
 
 LoadQuestions AskDuringLoad() {
-  return {AskToOverwrite, [] {
+  return {AskToOverwrite,
+          [] {
             return PromptPopup(session.appTitle, "Enter a new measurement ID.",
                                static_cast<int>(kLongestFileText));
-          }};
+          },
+          ProcessSystemEvents};
 }
 
 void ShowSetups(const SetupsRead& setups) {

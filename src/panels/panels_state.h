@@ -65,6 +65,7 @@ struct PanelsState {
   SectionState section;
   WaveformState waveform;
   int pictureObserver = 0;  ///< of panel_pictures.h; 0: none
+  bool loading = false;     ///< a project is being read: the memory holds a part of it
 };
 extern PanelsState panelsState;
 

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "panels/mainmenu_project.h"
+#include "panels/panels_state.h"
 #include "project/project_file.h"
 #include "project/section_io.h"
 #include "records/session.h"
@@ -38,7 +39,7 @@ int SaveProjectFile() {
 }
 
 std::string RescueProjectFile() {
-  if (!ProjectDiffersFromSaved()) return {};
+  if (panelsState.loading || !ProjectDiffersFromSaved()) return {};
   const fs::path project = session.projectFileName;
   const std::string stem = project.empty() ? std::string("unsaved") : project.stem().string();
   const char* const home = std::getenv("HOME");

@@ -158,9 +158,10 @@ void HoldCounters(SectionReader& file, PMeasInfo& pair) {
   pair.nDispPoints = points;
 }
 
-void ReadPairs(SectionReader& file, Source source) {
+void ReadPairs(SectionReader& file, Source source, const std::function<void()>& poll) {
   const int count = file.Count("pair records", INT_MAX);
   for (int i = 0; i < count; ++i) {
+    if (poll) poll();
     int key = file.Int32();
     if (file.Ended()) return;
     if (source == Source::AnalysisFile && key > INT_MIN) --key;
@@ -279,10 +280,10 @@ void StoreCurves(AtomicWriter& file, const RecordList<DispInfo>& list) {
   }
 }
 
-void ReadSection(SectionReader& file, Source source) {
+void ReadSection(SectionReader& file, Source source, const std::function<void()>& poll) {
   ReadMasks(file);
   FreePMeasInfoList();
-  ReadPairs(file, source);
+  ReadPairs(file, source, poll);
   FreeDispList(MeasDB.gDispList);
   ReadCurves(file, MeasDB.gDispList, "global curves");
   FreeDispList(MeasDB.aDispList);
@@ -291,18 +292,20 @@ void ReadSection(SectionReader& file, Source source) {
 
 }  // namespace
 
-int ReadAnalysis(SectionReader& file) {
-  ReadSection(file, Source::Project);
+int ReadAnalysis(SectionReader& file, const std::function<void()>& poll) {
+  ReadSection(file, Source::Project, poll);
   return 0;
 }
 
-void StoreAnalysis(AtomicWriter& file) {
+void StoreAnalysis(AtomicWriter& file, const std::function<void()>& poll) {
   StoreMasks(file);
   int count = 0;
   for (const PMeasInfo& pair : MeasDB.pMeasList) count += IsStored(pair) ? 1 : 0;
   file.Int32(count);
-  for (const PMeasInfo& pair : MeasDB.pMeasList)
+  for (const PMeasInfo& pair : MeasDB.pMeasList) {
+    if (poll) poll();
     if (IsStored(pair)) StorePair(file, pair);
+  }
   StoreCurves(file, MeasDB.gDispList);
   StoreCurves(file, MeasDB.aDispList);
 }
@@ -311,7 +314,7 @@ void LoadAnalysisFrom(SectionReader& file) {
   file.BeginSection("analysis");
   // Kept: no mask has key -1, so the masks already there stay before those of the file.
   FreeMaskingInfo(-1, 0, 0);
-  ReadSection(file, Source::AnalysisFile);
+  ReadSection(file, Source::AnalysisFile, {});
   file.EndSection();
 }
 

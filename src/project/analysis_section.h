@@ -15,6 +15,7 @@
 // side are written but not read from a project file; an ".ia" file uses the measurement's key minus 1.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "project/section_io.h"
@@ -23,9 +24,10 @@
 namespace sondera {
 
 /// Section of a project file. Earlier pair records and curves are removed, masks stay. Returns 0.
-int ReadAnalysis(SectionReader& file);
+/// @param poll  called before each pair; may be empty
+int ReadAnalysis(SectionReader& file, const std::function<void()>& poll = {});
 /// Pair records without an existing key above 0, or of a measurement without lines, are left out.
-void StoreAnalysis(AtomicWriter& file);
+void StoreAnalysis(AtomicWriter& file, const std::function<void()>& poll = {});
 
 /// Writes the ".ia" file: atomic, no backup copy.
 Refusal WriteAnalysis(const std::string& path);

@@ -51,14 +51,15 @@ void LeaveProjectFile() {
   session.projectLock.Release();
 }
 
-void StoreProject(AtomicWriter& file, const EntryNumbers& entries) {
+void StoreProject(AtomicWriter& file, const EntryNumbers& entries, const std::function<void()>& poll) {
   StoreMHWSetup(file);
-  StoreRawData(file);
-  StoreAnalysis(file);
+  StoreRawData(file, poll);
+  StoreAnalysis(file, poll);
   StoreModeling(file, entries);
 }
 
-bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason) try {
+bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason,
+                      const std::function<void()>& poll) try {
   LockFile lock;  // the session's own, when this is its project
   if (!LockFile::MayGoOn(lock.Acquire(path))) {
     reason = lock.Reason();
@@ -66,7 +67,7 @@ bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std:
   }
   if (!KeepDamagedProject(path, reason)) return false;
   AtomicWriter file(path);
-  StoreProject(file, entries);
+  StoreProject(file, entries, poll);
   const bool written = file.Commit();
   if (!written) reason = file.Reason();
   return written;
@@ -83,10 +84,10 @@ ProjectRead ReadProject(SectionReader& file, const LoadQuestions& questions,
   if (setupsRead) setupsRead(setups);
   file.EndSection();
   file.BeginSection("raw data");
-  ReadRawData(file);
+  ReadRawData(file, questions.poll);
   file.EndSection();
   file.BeginSection("analysis", true);
-  ReadAnalysis(file);
+  ReadAnalysis(file, questions.poll);
   file.EndSection();
   file.BeginSection("modelling", true);
   const int status = ReadModeling(file, read.entries);

@@ -29,10 +29,12 @@ void LeaveProjectFile();
 
 /// All four sections.
 /// @param[in] entries  the lists of results
-void StoreProject(AtomicWriter& file, const EntryNumbers& entries);
+/// @param[in] poll     called before each measurement and pair; may be empty
+void StoreProject(AtomicWriter& file, const EntryNumbers& entries, const std::function<void()>& poll = {});
 /// All four sections into a file: atomic, no backup copy (except for a damaged file). False with the reason,
 /// for example that another process has the file open.
-bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason);
+bool WriteProjectFile(const std::string& path, const EntryNumbers& entries, std::string& reason,
+                      const std::function<void()>& poll = {});
 
 struct ProjectRead {
   EntryNumbers entries;      ///< the lists of results

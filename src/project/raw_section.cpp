@@ -31,9 +31,10 @@ RawData& RecordOf(int key) {
 
 }  // namespace
 
-int ReadRawData(SectionReader& file) {
+int ReadRawData(SectionReader& file, const std::function<void()>& poll) {
   const int count = file.Count("raw data records", kMostMeasurements);
   for (std::size_t i = 0; i < static_cast<std::size_t>(count) && !file.Ended(); ++i) {
+    if (poll) poll();
     if (i >= session.fileKeyList.size()) {
       file.GiveUp("there are more raw data records than measurements.");
       return -1;
@@ -58,10 +59,11 @@ int ReadRawData(SectionReader& file) {
   return 0;
 }
 
-void StoreRawData(AtomicWriter& file) {
+void StoreRawData(AtomicWriter& file, const std::function<void()>& poll) {
   const auto records = InFileOrder(MeasDB.rawDataList);
   file.Int32(static_cast<int>(records.size()));
   for (std::size_t i = 0; i < records.size(); ++i) {
+    if (poll) poll();
     const int key = MeasDB.idList.at(static_cast<int>(i) + 1)->key;
     const HWSetup* hw = MeasDB.hwSetupList.at(MeasDB.hwSetupList.findKey(key));
     const std::int64_t length = hw ? BlockLength(*hw) : 0;

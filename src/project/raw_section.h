@@ -5,13 +5,16 @@
 // no effect.
 #pragma once
 
+#include <functional>
+
 #include "project/section_io.h"
 
 namespace sondera {
 
 /// Reads the section for the keys of session.fileKeyList. An incomplete record keeps its data, followed by
 /// zeros. Returns 0; -1 when there are more records than measurements.
-int ReadRawData(SectionReader& file);
-void StoreRawData(AtomicWriter& file);
+/// @param poll  called before each measurement; may be empty
+int ReadRawData(SectionReader& file, const std::function<void()>& poll = {});
+void StoreRawData(AtomicWriter& file, const std::function<void()>& poll = {});
 
 }  // namespace sondera

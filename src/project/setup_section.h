@@ -20,6 +20,7 @@ namespace sondera {
 struct LoadQuestions {
   std::function<bool()> mayOverwrite;                     ///< the id is in the list already
   std::function<std::optional<std::string>()> newMeasID;  ///< another id for it; no value cancels the load
+  std::function<void()> poll = {};                        ///< called before each measurement and pair
 };
 
 /// Result of reading part B.

@@ -190,7 +190,7 @@ Refusal AverageCurves(int takeAllG, int takeAllA, Listener& listener) {
   const bool overFrequency = CDispParam.avgDomain == 1;
   const int n =
       overFrequency ? AverageDispG(fMin, fMax, takeAllG, grid) : AverageDispG(wMin, wMax, takeAllG, grid);
-  if (n != 0) AverageDisp(n, fMin, fMax, takeAllA, grid);
+  if (n != 0) AverageDisp(n, fMin, fMax, takeAllA, grid, listener);
   listener.Busy(false);
   return {};
 }
@@ -243,7 +243,8 @@ int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& gr
   return kept;
 }
 
-void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid) {
+void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid,
+                 Listener& listener) {
   // 1., 2. Available curves, in the order of the spacing.
   const CurveTotals totals = CountCurves();
   if (totals.curves == 0) return;
@@ -254,6 +255,7 @@ void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVecto
   n = std::min(n, grid.hi());
 
   for (int i = 1; i <= nPairs; ++i) {
+    listener.LetEventsIn();
     const PMeasInfo& pair = *MeasDB.pMeasList.at(index[i]);
     const int points = IncludedPoints(pair);
     if (points == 0) continue;

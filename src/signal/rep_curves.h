@@ -32,7 +32,7 @@ void SetupCDispParameter();
 
 /// Makes the global curve and then the array curves.
 /// @param takeAllG, takeAllA  1: every point is taken as it is, with deviation 0; 0: the windowed fit
-/// @param listener            told about the time without response
+/// @param listener            events are let in before each pair; the averaging does not end by a halt
 /// @return refused, with a reason and unchanged curves, when a setting is outside its limits. Without an
 /// included curve nothing happens, there is no message, and the old curves stay
 Refusal AverageCurves(int takeAllG, int takeAllA, Listener& listener);
@@ -58,7 +58,8 @@ int AverageDispG(double xMin, double xMax, int takeAll, OffsetVector<double>& gr
 /// Kept: rows of velocity 0 stay, so that all curves share the rows of the grid; a row with a negative
 /// velocity (a polynomial may give one) is dropped. Kept: the amplitude of point i is that of line i; if
 /// lines are masked, this is not the line of the point.
-void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid);
+void AverageDisp(int n, double fMin, double fMax, int takeAll, const OffsetVector<double>& grid,
+                 Listener& listener);
 
 // ---- records ----------------------------------------------------------------------------------------
 

@@ -9,6 +9,7 @@
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/mainmenu.h"
+#include "runtime/events.h"
 #include "runtime/redraw.h"
 #include "signal/rep_curves.h"
 #include "support/rep_curve_fixture.h"
@@ -96,6 +97,22 @@ TEST_F(RepCurvePanel, TheMenuItemShowsThePanelWithChannelsCountedFromZero) {
   EXPECT_THAT(Labels(), ElementsAre("m1[1:2]", "m1[0:1]"));
   EXPECT_EQ(EnterOrder(7), 0);
   EXPECT_EQ(first->polyOrderA, 7);
+}
+
+TEST_F(RepCurvePanel, AnAveragingLetsEventsInBeforeEachCurveUnderTheWaitCursor) {
+  SetCtrlVal(GLOBAL_NPOINTS, 4);
+  SetCtrlVal(GLOBAL_NSPAN, 2);
+  SetCtrlVal(GLOBAL_INCRATIO, 1.0);
+  SetCtrlVal(GLOBAL_POLYORDER, 2);
+  int polls = 0;
+  frontEnd.onProcessEvents = [&polls] {
+    ++polls;
+    EXPECT_TRUE(WaitCursorShown());
+  };
+  EXPECT_EQ(Calculate(), 0);
+  EXPECT_EQ(MeasDB.aDispList.count(), 2);
+  EXPECT_EQ(polls, 2);
+  EXPECT_FALSE(WaitCursorShown());
 }
 
 TEST_F(RepCurvePanel, OpeningGivesPairsWithoutTermsTheDefaultAndShowsThoseOfTheFirst) {

@@ -349,7 +349,8 @@ TEST_F(RepCurves, ArrayRowsOfNegativeVelocityDropOut) {
   OffsetVector<double> grid(1, 2);
   grid[1] = 15;
   grid[2] = 25;
-  AverageDisp(2, 10, 30, 0, grid);
+  Listener none;
+  AverageDisp(2, 10, 30, 0, grid, none);
   ASSERT_EQ(MeasDB.aDispList.count(), 1);
   ASSERT_EQ(Array(1).freq.hi(), 2);
   EXPECT_LT(Array(1).nPoints, 2);
