@@ -166,6 +166,12 @@ TEST_F(RandomWalk, EachMenuItemAndButtonOfAnEmptyProjectIsOneMessageAtMost) {
   StartSession();
   EXPECT_TRUE(InstallWindows());
   Run([&] {
+    Answer("Yes");
+    Answer("Yes");
+    DispatchPress(mainmenu::NEW_MEASUREMENT);
+    EXPECT_EQ(asked.size(), 2u);
+    for (int page = 0; page < 4; ++page) EXPECT_TRUE(DispatchTab(Panel::PANEL, page));
+    EXPECT_EQ(asked.size(), 2u) << asked.back();
     for (int p = 0; p < kPanelCount; ++p) {
       for (ControlId c : ControlsOf(static_cast<Panel>(p))) {
         const bool isPress = c->kind == ControlKind::Button || c->kind == ControlKind::Menu;

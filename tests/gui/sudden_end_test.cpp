@@ -2,6 +2,7 @@
 // offers it.
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -92,6 +93,58 @@ TEST_F(SuddenEnd, OfTheScreenKeepsTheUnsavedChanges) {
 TEST_F(SuddenEnd, OfTheSessionKeepsTheUnsavedChanges) {
   ::kill(program, SIGTERM);
   ExpectKept();
+}
+
+/// Two programs of one person, with one list of recent projects.
+TEST(TwoPrograms, SaveTheirProjectsAndBothStandInTheListThatAScriptDoesNotTouch) {
+  test::OwnScreen screen({1280, 900});
+  if (!screen.Trouble().empty()) GTEST_SKIP() << screen.Trouble();
+  const test::TempFolder folder;
+  const std::string state = "XDG_STATE_HOME=" + folder.File("state");
+  const std::string names[] = {"one", "two"};
+  pid_t programs[2];
+  for (int i = 0; i < 2; ++i) {
+    const std::string place = folder.File(names[i]);
+    fs::create_directory(place);
+    test::WriteSitePair(place + "/pair.hyx", 14, 30, 128);
+    std::ofstream(place + "/job.txt") << "import pair a 14 30\nexport out nosuch 1 2\n";
+    programs[i] = screen.Start(place, {"auto", "new", names[i], "job.txt"}, {state});
+  }
+  std::string windows[2];
+  for (int i = 0; i < 2; ++i) {
+    for (int waited = 0; waited < 20000 && windows[i].empty(); waited += 100) {
+      windows[i] =
+          screen.Do("search --all --onlyvisible --pid " + std::to_string(programs[i]) + " --name '^Sondera'");
+      QTest::qWait(100);
+    }
+    ASSERT_FALSE(windows[i].empty()) << test::ReadWhole(folder.File(names[i]) + "/said.txt");
+  }
+  QTest::qWait(300);
+  for (const std::string& window : windows)
+    screen.Do("windowactivate --sync " + window + " key ctrl+s sleep 0.3");
+  for (const std::string& window : windows)
+    screen.Do("windowactivate --sync " + window + " key ctrl+q sleep 0.5 key Return");
+  for (int i = 0; i < 2; ++i) {
+    const std::string project = folder.File(names[i]) + "/" + names[i] + ".da";
+    EXPECT_EQ(screen.WaitFor(programs[i], 10000), 1)
+        << "the script that stopped: " << test::ReadWhole(folder.File(names[i]) + "/said.txt");
+    StartSession();
+    ASSERT_EQ(OpenProject(project), 0);
+    EXPECT_EQ(MeasDB.measSetupList.count(), 2) << names[i];
+  }
+  ResetProgramState();
+  qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.File("state")));
+  std::vector<std::string> recent = RecentFiles();
+  std::sort(recent.begin(), recent.end());
+  const std::vector<std::string> both = {folder.File("one") + "/one.da", folder.File("two") + "/two.da"};
+  EXPECT_EQ(recent, both);
+  const std::string list = test::ReadWhole(folder.File("state") + "/sondera/windows.ini");
+  std::ofstream(folder.File("job.txt"))
+      << "*sondera 2\nread hyx id=a files=one/pair.hyx source=0 at=14,30\nsave third.da\n";
+  const pid_t script = screen.Start(folder.Path(), {"run", "job.txt"}, {state});
+  EXPECT_NE(screen.WaitFor(script, 20000), 1) << test::ReadWhole(folder.File("said.txt"));
+  EXPECT_TRUE(fs::exists(folder.File("third.da")));
+  EXPECT_EQ(test::ReadWhole(folder.File("state") + "/sondera/windows.ini"), list);
 }
 
 }  // namespace

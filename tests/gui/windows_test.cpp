@@ -12,6 +12,7 @@
 #include <QMimeData>
 #include <QTabWidget>
 #include <QTreeWidget>
+#include <filesystem>
 #include <fstream>
 #include <map>
 
@@ -23,6 +24,7 @@
 #include "gui/status_line.h"
 #include "gui/table_model.h"
 #include "panels/mainmenu_project.h"
+#include "records/measdb.h"
 #include "records/session.h"
 #include "runtime/catalogue/dispcurv.h"
 #include "runtime/catalogue/fmodeling.h"
@@ -201,6 +203,52 @@ TEST_F(Windows, CancelInOpenKeepsTheProject) {
   });
 }
 
+/// Missing, damaged, foreign: one message each, and the window works on.
+TEST_F(Windows, AFileThatCannotBeOpenedIsOneMessageAndTheWindowStaysUsable) {
+  const std::string good = folder.File("good.da");
+  Run([&] {
+    DispatchText(hmsetup::PROJID, "Bridge");
+    Answer("file:" + good);
+    DispatchPress(mainmenu::SAVE_RAW_DATA);
+    const std::string bytes = test::ReadWhole(good);
+    ASSERT_GT(bytes.size(), 2000u);
+    std::ofstream(folder.File("half.da"), std::ios::binary) << bytes.substr(0, bytes.size() / 2);
+    std::ofstream(folder.File("few.da"), std::ios::binary) << bytes.substr(0, 7);
+    std::ofstream(folder.File("letter.da")) << std::string(3000, 'x') << "\n";
+    std::ofstream(folder.File("picture.da"), std::ios::binary) << "\x89PNG\r\n\x1a\n"
+                                                               << std::string(500, '\xff');
+    std::ofstream(folder.File("empty.da"));
+    std::filesystem::create_directory(folder.File("folder.da"));
+    const auto open = [&](const std::string& name) {
+      asked.clear();
+      Answer("file:" + folder.File(name));
+      DispatchPress(mainmenu::LOAD_RAW_DATA);
+      return asked;
+    };
+    EXPECT_EQ(open("none.da"), (std::vector<std::string>{"File Open", "File does not exist."}));
+    EXPECT_EQ(session.projectFileName, good) << "the present project stays";
+    EXPECT_EQ(session.curProjID, "Bridge");
+    for (const char* name : {"half.da", "few.da", "letter.da", "picture.da", "empty.da"}) {
+      ASSERT_EQ(open(name).size(), 2u) << name << ": " << asked.back();
+      EXPECT_NE(asked[1].find(name), std::string::npos) << asked[1];
+      EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+      // Each page, a new measurement, and the good project again.
+      for (int page = 0; page < 4; ++page) EXPECT_TRUE(DispatchTab(Panel::PANEL, page));
+      asked.clear();
+      const int before = MeasDB.measSetupList.count();
+      Answer("text:another");
+      DispatchPress(hmsetup::MEASADD);
+      EXPECT_EQ(MeasDB.measSetupList.count(), before + 1) << name;
+      Answer("Don't save");
+      Answer("file:" + good);
+      DispatchPress(mainmenu::LOAD_RAW_DATA);
+      EXPECT_EQ(session.curProjID, "Bridge") << name;
+      EXPECT_FALSE(HasUnsavedChanges());
+    }
+  });
+  EXPECT_EQ(test::ReadWhole(folder.File("few.da")).size(), 7u) << "no file was written over";
+}
+
 TEST_F(Windows, UnsavedChangesAreAskedAboutOnceWithThreeAnswers) {
   Run([&] {
     DispatchText(hmsetup::PROJID, "Bridge");
@@ -254,6 +302,59 @@ TEST_F(Windows, ADroppedProjectOpensAnotherFileGetsOneMessage) {
     EXPECT_EQ(asked, (std::vector<std::string>{
                          "This is not a project file (.da). To read measurements, choose File, Import."}));
     EXPECT_EQ(session.projectFileName, folder.File("bridge.da"));
+  });
+}
+
+/// Each way out of a changed project, with each answer; a name with blanks, an apostrophe and letters of other languages.
+TEST_F(Windows, OpenNewAndADropDoWhatEachAnswerSays) {
+  const std::string mine = folder.File(
+                        "Br\xc3\xbc"
+                        "cke d'\xc3\x89t\xc3\xa9 1.da"),
+                    other = folder.File("other.da");
+  Run([&] {
+    for (const std::string& path : {other, mine}) {
+      session.projectFileName.clear();
+      DispatchText(hmsetup::PROJID, path == mine ? "Mine" : "Other");
+      Answer("file:" + path);
+      DispatchPress(mainmenu::SAVE_RAW_DATA);
+      ASSERT_EQ(session.projectFileName, path);
+    }
+    enum class Way { Open, New, Drop };
+    for (const Way way : {Way::Open, Way::New, Way::Drop}) {
+      for (const std::string answer : {"Save", "Don't save", "Cancel"}) {
+        const std::string where = answer + " " + std::to_string(static_cast<int>(way));
+        ASSERT_EQ(OpenProject(mine), 0);
+        const std::string before = test::ReadWhole(mine), id = "Changed" + where.substr(0, 1) + where.back();
+        DispatchText(hmsetup::PROJID, id);
+        ASSERT_TRUE(HasUnsavedChanges());
+        asked.clear();
+        Answer(answer);
+        if (answer != "Cancel" && way == Way::Open) Answer("file:" + other);
+        if (answer != "Cancel" && way == Way::New) Answer("Yes");
+        if (way == Way::Drop)
+          Drop(other);
+        else
+          DispatchPress(way == Way::Open ? mainmenu::LOAD_RAW_DATA : mainmenu::NEW_MEASUREMENT);
+        ASSERT_FALSE(asked.empty()) << where;
+        EXPECT_TRUE(asked[0].ends_with("\nThe project has changes that are not saved.")) << asked[0];
+        const std::string after = test::ReadWhole(mine);
+        EXPECT_EQ(after != before, answer == "Save") << where;
+        EXPECT_EQ(after.find(id) != std::string::npos, answer == "Save") << where;
+        if (answer == "Cancel") {
+          EXPECT_EQ(asked.size(), 1u) << where << ": " << asked.back();
+          EXPECT_EQ(session.projectFileName, mine) << where;
+          EXPECT_EQ(session.curProjID, id) << where;
+          EXPECT_TRUE(HasUnsavedChanges()) << where;
+        } else if (way == Way::New) {
+          EXPECT_TRUE(MeasDB.measSetupList.empty()) << where;
+        } else {
+          EXPECT_EQ(session.projectFileName, other) << where;
+          EXPECT_EQ(session.curProjID, "Other") << where;
+          EXPECT_FALSE(HasUnsavedChanges()) << where;
+        }
+        answers.clear();
+      }
+    }
   });
 }
 
