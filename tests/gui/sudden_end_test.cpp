@@ -1,19 +1,23 @@
 // The screen is gone, or the desktop ends the session, while a project has unsaved changes: it is kept, and the next start
 // offers it.
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 
+#include "app/script/run.h"
 #include "gui/dispatch.h"
 #include "gui/recent.h"
 #include "gui/sudden_end.h"
+#include "one_pair_road.h"
 #include "own_screen.h"
 #include "panels/mainmenu_project.h"
 #include "records/measdb.h"
 #include "records/session.h"
+#include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/project_hooks.h"
 #include "support/site_records.h"
@@ -88,6 +92,57 @@ class SuddenEnd : public ::testing::Test {
 TEST_F(SuddenEnd, OfTheScreenKeepsTheUnsavedChanges) {
   screen.Break();
   ExpectKept();
+}
+
+/// Seconds of work of a process so far.
+double WorkOf(pid_t process) {
+  std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+  std::string word;
+  double user = 0.0, system = 0.0;
+  for (int i = 1; i < 14; ++i) file >> word;
+  file >> user >> system;
+  return (user + system) / static_cast<double>(::sysconf(_SC_CLK_TCK));
+}
+
+/// In the middle of an inversion: no loop without end, and the project is kept.
+TEST_F(SuddenEnd, OfTheScreenDuringARunEndsItAndKeepsTheProject) {
+  ::kill(program, SIGKILL);  // another one, on a project that is ready to be inverted
+  ::waitpid(program, nullptr, 0);
+  const std::string place = folder.File("run");
+  fs::create_directory(place);
+  test::WriteSiteRecords(place);
+  const fs::path former = fs::current_path();
+  fs::current_path(place);
+  StartSession();
+  script::Source source = script::Source::OfText(test::kOnePairRoad);
+  ::testing::internal::CaptureStderr();
+  EXPECT_NE(script::Run("road", {}).run(source), 1);
+  ::testing::internal::GetCapturedStderr();
+  SetCtrlVal(fmodeling::ANALYSISTYPE, 3);
+  SetCtrlVal(fmodeling::GLOBAL_ARRAY, 1);
+  for (const Control* press : {static_cast<const Control*>(&fmodeling::GLOBAL_ARRAY),
+                               static_cast<const Control*>(&fmodeling::LOADDISPCURV),
+                               static_cast<const Control*>(&fmodeling::UPDATE)})
+    Commit(*press);
+  EXPECT_EQ(SaveProjectNow(), 0);
+  ResetProgramState();
+  fs::current_path(former);
+  std::ofstream(place + "/job.txt") << "export out nosuch 1 2\n";
+  program = screen.Start(place, {"auto", "old", "Site.da", "job.txt"});
+  const std::string window = screen.Window("Sondera", 30000);
+  ASSERT_FALSE(window.empty()) << test::ReadWhole(place + "/said.txt");
+  QTest::qWait(300);
+  screen.Do("windowactivate --sync " + window + " key alt+i sleep 0.2 key p");
+  const std::string panel = screen.Window("Parameters for Inversion Analysis");
+  ASSERT_FALSE(panel.empty());
+  screen.Do("windowactivate --sync " + panel + " key alt+r");
+  const double before = WorkOf(program);
+  for (int i = 0; i < 500 && WorkOf(program) < before + 0.5; ++i) QTest::qWait(20);
+  EXPECT_GE(WorkOf(program), before + 0.5) << "the run works";
+  screen.Break();
+  EXPECT_EQ(screen.WaitFor(program, 10000), 1) << test::ReadWhole(place + "/said.txt");
+  EXPECT_TRUE(fs::exists(place + "/Site.rescued.da")) << test::ReadWhole(place + "/said.txt");
+  program = 0;
 }
 
 TEST_F(SuddenEnd, OfTheSessionKeepsTheUnsavedChanges) {
