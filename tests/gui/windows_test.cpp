@@ -387,6 +387,14 @@ TEST_F(Windows, ARightNameInTheFileDialogGetsTheFiltersExtension) {
     std::ofstream(folder.File("there.txt")) << "x";
     Answer("file:" + folder.File("there.txt"));
     EXPECT_EQ(AskFile({folder.Path(), "*.da", "File Open", false}).answer, FileAnswer::Exists);
+    // A folder is entered; the dialog stays for a name in it. It asks nothing about a file that is there.
+    std::filesystem::create_directory(folder.File("below"));
+    std::ofstream(folder.File("below/old.da")) << "x";
+    asked.clear();
+    Answer("file:below");
+    Answer("file:old.da");
+    EXPECT_EQ(AskFile({folder.Path(), "*.da", "File Save", true}).path, folder.File("below/old.da"));
+    EXPECT_EQ(asked, (std::vector<std::string>{"File Save", "File Save"}));
   });
 }
 
