@@ -47,7 +47,7 @@ TEST_F(Package, HoldsTheProgramAndWhatBelongsToItAndNothingElse) {
   expected.insert("usr/libexec/sondera/make_records");  // of the examples
   if (kPages) expected.insert({"usr/share/man/man1/sondera.1.gz", "usr/share/man/man5/sondera-script.5.gz"});
   if (kWindows)
-    expected.insert({"usr/share/applications/" + kId + ".desktop",
+    expected.insert({"usr/libexec/sondera/sondera-windows.so", "usr/share/applications/" + kId + ".desktop",
                      "usr/share/metainfo/" + kId + ".metainfo.xml", "usr/share/mime/packages/" + kId + ".xml",
                      "usr/share/icons/hicolor/scalable/apps/" + kId + ".svg"});
   EXPECT_EQ(outside, expected);
@@ -214,6 +214,13 @@ TEST_F(Package, TheDebianPackageIsUnpackedAndRuns) {
   const test::ToolRun run = test::RunTool("'" + place.File("root/usr/bin/sondera") + "' --version");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.output, Sondera("--version").output);
+  if (kWindows) {
+    // The windows are found where they are installed: the session goes on until it is ended.
+    const std::string session = "QT_QPA_PLATFORM=offscreen XDG_STATE_HOME='" + place.Path() +
+                                "' timeout 3 '" + place.File("root/usr/bin/sondera") +
+                                "' >/dev/null 2>&1; test $? = 124";
+    EXPECT_EQ(test::RunTool(session).status, 0);
+  }
   EXPECT_TRUE(fs::exists(place.File("root/usr/share/doc/sondera/copyright")));
 
   SkipUnless(test::HaveTool("lintian"), "lintian");
