@@ -2,6 +2,7 @@
 #include "app/windows_module.h"
 
 #include <dlfcn.h>
+#include <sys/auxv.h>
 
 #include <filesystem>
 #include <system_error>
@@ -12,9 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> PlacesOfTheModule() {
+/// Without /proc, as in a bare system folder, the name by which the program was started.
+fs::path ProgramFile() {
   std::error_code failed;
-  const fs::path folder = fs::read_symlink("/proc/self/exe", failed).parent_path();
+  const fs::path file = fs::read_symlink("/proc/self/exe", failed);
+  return failed ? fs::canonical(reinterpret_cast<const char*>(getauxval(AT_EXECFN)), failed) : file;
+}
+
+std::vector<fs::path> PlacesOfTheModule() {
+  const fs::path folder = ProgramFile().parent_path();
   return {folder / SONDERA_WINDOWS_FILE, folder / SONDERA_WINDOWS_FOLDER / SONDERA_WINDOWS_FILE};
 }
 
