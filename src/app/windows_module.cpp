@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <sys/auxv.h>
 
+#include <bit>
 #include <filesystem>
 #include <system_error>
 #include <vector>
@@ -17,7 +18,7 @@ namespace fs = std::filesystem;
 fs::path ProgramFile() {
   std::error_code failed;
   const fs::path file = fs::read_symlink("/proc/self/exe", failed);
-  return failed ? fs::canonical(reinterpret_cast<const char*>(getauxval(AT_EXECFN)), failed) : file;
+  return failed ? fs::canonical(std::bit_cast<const char*>(getauxval(AT_EXECFN)), failed) : file;
 }
 
 std::vector<fs::path> PlacesOfTheModule() {

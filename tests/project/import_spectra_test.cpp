@@ -16,8 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-constexpr char kCannotRead[] = "Error in reading the file.";
-
 /// Some value of a line and a channel, without symmetry.
 Complex Value(int channel, int i) {
   return {0.3 + channel + 0.01 * i, 0.7 * std::sin(0.37 * i + channel)};

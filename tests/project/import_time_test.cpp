@@ -11,8 +11,6 @@
 namespace sondera::testing {
 namespace {
 
-constexpr char kCannotRead[] = "Error in reading the file.";
-
 class LoadTimeDataTest : public ImportTest {
  protected:
   int ImportTexts(const std::vector<std::string>& texts) {

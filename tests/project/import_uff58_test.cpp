@@ -15,7 +15,6 @@ using Complex = std::complex<double>;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr char kCannotRead[] = "Error in reading the file.";
 constexpr char kWrongType[] = "Error: The data type is not matched.";
 constexpr char kNot58[] = "Error: The file is not in 58 format.";
 

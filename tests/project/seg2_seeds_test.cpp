@@ -15,7 +15,7 @@
 namespace sondera::testing {
 namespace {
 
-std::map<std::string, std::string> Seeds() {
+std::map<std::string, std::string> Seg2Seeds() {
   std::map<std::string, std::string> seeds;
   for (bool big : {false, true}) {
     const std::string order = big ? "big" : "little";
@@ -55,7 +55,7 @@ std::map<std::string, std::string> Seeds() {
 
 TEST(Seg2Seeds, AreWhatTheWriterMakesToday) {
   const char* target = std::getenv("SONDERA_WRITE_CORPUS");
-  for (const auto& [name, bytes] : Seeds()) {
+  for (const auto& [name, bytes] : Seg2Seeds()) {
     if (target) {
       test::WriteWhole(std::string(target) + "/seg2/" + name, bytes);
       continue;

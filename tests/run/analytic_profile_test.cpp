@@ -11,12 +11,12 @@
 #include "run/observations.h"
 #include "run/run_sizes.h"
 #include "support/named_runs.h"
+#include "support/not_a_number.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// Rayleigh velocity over shear-wave velocity, from Rayleigh's cubic by bisection.

@@ -8,12 +8,11 @@
 #include <random>
 
 #include "run/run_sizes.h"
+#include "support/not_a_number.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class LayerTable : public RunTest {
  protected:

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "run/layer_table.h"
 #include "run/observations.h"
@@ -10,12 +9,11 @@
 #include "run/run_sizes.h"
 #include "runtime/catalogue/inversion.h"
 #include "support/named_runs.h"
+#include "support/not_a_number.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class ObservationsModel : public RunTest {
  protected:

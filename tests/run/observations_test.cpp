@@ -13,12 +13,11 @@
 #include "run/run_sizes.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "support/named_runs.h"
+#include "support/not_a_number.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class Observations : public RunTest {
  protected:

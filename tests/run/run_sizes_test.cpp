@@ -8,12 +8,12 @@
 #include <numeric>
 
 #include "records/run_limits.h"
+#include "support/not_a_number.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class SystemModel : public RunTest {};

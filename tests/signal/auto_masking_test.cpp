@@ -1,5 +1,6 @@
 // The automatic masking without a page. The button, with whole runs, is in panels/sasw_auto_masking_test.cpp.
 #include "signal/auto_masking.h"
+#include "support/not_a_number.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +10,6 @@
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class MaskPairTest : public PairTest {
  protected:

@@ -14,12 +14,12 @@
 #include "records/session.h"
 #include "runtime/events.h"
 #include "signal/irf.h"
+#include "support/not_a_number.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 const double kPi = std::acos(-1.0);
 

@@ -8,25 +8,21 @@
 #include "plain_envelope.h"
 
 namespace sondera::plain {
-namespace {
-
-const double kPi = std::acos(-1.0);
-
-}  // namespace
+namespace {}  // namespace
 
 std::vector<double> GaussFilter(double f, double band, double beta, double f1, double f2, double deltaT,
                                 int N, int mode) {
-  const double w0 = 2 * kPi * f;
+  const double w0 = 2 * M_PI * f;
   double fLow = f1;
   if (f1 == 0) fLow = 0.01;
   double dw;
   if (mode == 0)
-    dw = 2 * kPi * (f2 - f1) * 0.5 * std::log10((band + 1) / (1 - band)) / std::log10(f2 / fLow);
+    dw = 2 * M_PI * (f2 - f1) * 0.5 * std::log10((band + 1) / (1 - band)) / std::log10(f2 / fLow);
   else
     dw = w0 * band;
   std::vector<double> out(N);
   for (int i = 0; i <= N - 1; ++i) {
-    const double w = i * 2 * kPi / (N * deltaT);
+    const double w = i * 2 * M_PI / (N * deltaT);
     if (w >= w0 - dw && w <= w0 + dw) {
       const double x = band * (w - w0) / dw;
       out[i] = std::exp(-(beta / (band * band)) * (x * x));
@@ -146,7 +142,7 @@ Noise BackgroundNoise(const std::vector<double>& response, int t3, int t4, int n
     if (i < t3)
       w = 1.0;
     else if (i <= t4)
-      w = 0.5 * (1 + std::cos(kPi * (i - t3) / width));
+      w = 0.5 * (1 + std::cos(M_PI * (i - t3) / width));
     re[i] = response[i] * (1 - w);
   }
   FFT(re.data(), im.data(), m2);

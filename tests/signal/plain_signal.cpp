@@ -6,8 +6,6 @@
 namespace sondera::plain {
 namespace {
 
-const double kPi = std::acos(-1.0);
-
 std::vector<Cx> Sums(const std::vector<Cx>& x, int direction) {
   const std::size_t n = x.size();
   std::vector<Cx> out(n);
@@ -24,7 +22,7 @@ std::vector<Cx> Sums(const std::vector<Cx>& x, int direction) {
 }
 
 double WrappedOf(Cx x) {
-  return x.real() == 0.0 ? 0.0 : std::atan2(x.imag(), x.real()) * 180.0 / kPi;
+  return x.real() == 0.0 ? 0.0 : std::atan2(x.imag(), x.real()) * 180.0 / M_PI;
 }
 
 }  // namespace
@@ -147,22 +145,22 @@ std::vector<double> Window(int mode, const int t[4], int count) {
     if (i < t[0])
       bandPass = 0.0;
     else if (i <= t[1])
-      bandPass = 0.5 * (1.0 + std::cos(kPi * (t[1] - i) / w1));
+      bandPass = 0.5 * (1.0 + std::cos(M_PI * (t[1] - i) / w1));
     else if (i < t[2])
       bandPass = 1.0;
     else if (i <= t[3])
-      bandPass = 0.5 * (1.0 + std::cos(kPi * (i - t[2]) / w2));
+      bandPass = 0.5 * (1.0 + std::cos(M_PI * (i - t[2]) / w2));
     else
       bandPass = 0.0;
     double lowPass;
     if (i < t[0])
       lowPass = 1.0;
     else if (i <= t[1])
-      lowPass = 0.5 * (1.0 + std::cos(kPi * (i - t[0]) / w1));
+      lowPass = 0.5 * (1.0 + std::cos(M_PI * (i - t[0]) / w1));
     else if (i < t[2])
       lowPass = 0.0;
     else if (i <= t[3])
-      lowPass = 0.5 * (1.0 + std::cos(kPi * (t[3] - i) / w2));
+      lowPass = 0.5 * (1.0 + std::cos(M_PI * (t[3] - i) / w2));
     else
       lowPass = 1.0;
     w[i] = mode == 0 ? bandPass : lowPass;

@@ -12,6 +12,7 @@
 
 #include "numeric/allocation_count.h"
 #include "signal/plain_rep_curve.h"
+#include "support/not_a_number.h"
 
 namespace sondera {
 namespace {
@@ -23,7 +24,6 @@ using test::PlainResult;
 using test::QrValue;
 using test::SuppressedFit;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kUntouched = -77.0;
 

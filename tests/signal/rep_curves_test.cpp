@@ -15,6 +15,7 @@
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/events.h"
 #include "signal/plain_rep_curve.h"
+#include "support/not_a_number.h"
 #include "support/rep_curve_fixture.h"
 
 namespace sondera {
@@ -28,7 +29,6 @@ using testing::Steps;
 using testing::TestMeasurement;
 using testing::Values;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class RepCurves : public testing::RepCurveTest {

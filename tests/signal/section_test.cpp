@@ -1,10 +1,10 @@
 // Tests of the data and the drawing of a section: points and ranges, stack, colours, tables.
 #include "signal/section.h"
+#include "support/not_a_number.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <sstream>
 
 #include "support/section_lines.h"
@@ -15,8 +15,6 @@ namespace {
 using test::MakeLine;
 using test::SettingsOf;
 using test::SmoothVelocity;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(SectionRanges, DistanceStartsAfreshAndWavelengthOnlyWidens) {
   auto line = MakeLine(9, 25, true, SmoothVelocity);

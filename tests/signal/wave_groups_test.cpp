@@ -9,12 +9,11 @@
 #include "plain_auto_masking.h"
 #include "records/session.h"
 #include "signal/gabor.h"
+#include "support/not_a_number.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A map whose ridge is given, at given columns; the floor is -100 dB, so a value of v is scaled to 100 + v
 /// as long as one value is 0.

@@ -1,16 +1,13 @@
 #include "signal/window_tuning.h"
 
-#include <limits>
-
 #include "records/session.h"
+#include "support/not_a_number.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
 using ::testing::ElementsAre;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class WindowTuning : public SessionTest {
  protected:

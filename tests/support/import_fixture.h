@@ -13,6 +13,8 @@
 
 namespace sondera::testing {
 
+inline constexpr char kCannotRead[] = "Error in reading the file.";
+
 /// Entries of the dialog.
 struct ImportEntries {
   ImportKind kind = ImportKind::TransferFunction;
