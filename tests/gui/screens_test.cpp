@@ -32,12 +32,25 @@ namespace {
 
 constexpr Panel kPages[] = {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD};
 
+/// Waits until no widget moves any more: a loaded machine lays out late.
+void Settle() {
+  std::vector<QRect> former;
+  for (int round = 0, still = 0; round < 100 && still < 2; ++round) {
+    QTest::qWait(8);
+    std::vector<QRect> places;
+    for (const QWidget* widget : QApplication::allWidgets())
+      if (widget->isVisible()) places.push_back(widget->geometry());
+    still = places == former ? still + 1 : 0;
+    former = std::move(places);
+  }
+}
+
 class Screens : public test::WindowSession {
  protected:
   static void SizeMain(QSize size) {
     MainWindowWidget()->setWindowState(Qt::WindowNoState);
     MainWindowWidget()->resize(size);
-    QTest::qWait(30);
+    Settle();
     EXPECT_EQ(MainWindowWidget()->size(), size) << "the frame does not want more";
   }
   /// A screen of 3840 x 2160 dots.
@@ -114,7 +127,7 @@ class Screens : public test::WindowSession {
   }
   static QWidget* Open(Panel panel) {
     DisplayPanel(panel);
-    QTest::qWait(20);
+    Settle();
     const Panel inside = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
     return WidgetOf(*ControlsOf(inside)[0])->window();
   }
@@ -127,7 +140,7 @@ TEST_F(Screens, PagesAreReachedAndWholeFromSmallToLarge) {
       SizeMain(size);
       for (int page = 0; page < 4; ++page) {
         SetActiveTabPage(Panel::PANEL, page);
-        QTest::qWait(20);
+        Settle();
         ExpectReached(kPages[page]);
         ExpectWhole(MainWindowWidget(), FormatText("%d wide, page %d", size.width(), page));
       }
@@ -140,7 +153,7 @@ TEST_F(Screens, PagesDoNotScrollOn1024By600) {
     SizeMain({1024, 570});
     for (int page = 0; page < 4; ++page) {
       SetActiveTabPage(Panel::PANEL, page);
-      QTest::qWait(30);
+      Settle();
       const QScrollArea* area = AreaOf(WidgetOf(*ControlsOf(kPages[page])[0]));
       ASSERT_TRUE(area);
       EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << page;
@@ -162,7 +175,7 @@ TEST_F(Screens, DialogsAreReachedAndWholeFromSmallToLarge) {
       EXPECT_LE(window->height(), room.height()) << PanelName(panel);
       for (const QSize size : {window->size(), QSize(500, 300), Large()}) {
         window->resize(size);
-        QTest::qWait(10);
+        Settle();
         EXPECT_EQ(window->size(), size) << PanelName(panel);
         const std::string where = FormatText("%d wide", size.width());
         ExpectReached(panel);
@@ -170,13 +183,13 @@ TEST_F(Screens, DialogsAreReachedAndWholeFromSmallToLarge) {
         if (panel != Panel::HMSETUP) continue;
         for (const Panel page : {Panel::MEASSETUP, Panel::HWSETUP}) {
           DisplayPanel(page);
-          QTest::qWait(10);
+          Settle();
           ExpectReached(page);
           ExpectWhole(window, where);
         }
       }
       HidePanel(panel);
-      QTest::qWait(5);
+      Settle();
     }
   });
 }
@@ -185,7 +198,7 @@ TEST_F(Screens, DialogsOpenWithoutScrollBarsWhereThereIsRoom) {
   Run([&] {
     for (const Panel panel : Dialogs()) {
       QWidget* window = Open(panel);
-      QTest::qWait(20);
+      Settle();
       const auto* area = window->findChild<QScrollArea*>();
       ASSERT_TRUE(area) << PanelName(panel);
       QSize least = area->widget()->minimumSizeHint();
@@ -199,7 +212,7 @@ TEST_F(Screens, DialogsOpenWithoutScrollBarsWhereThereIsRoom) {
         EXPECT_EQ(area->verticalScrollBar()->maximum(), 0) << PanelName(panel) << " " << window->height();
       }
       HidePanel(panel);
-      QTest::qWait(5);
+      Settle();
     }
   });
 }
@@ -207,7 +220,7 @@ TEST_F(Screens, DialogsOpenWithoutScrollBarsWhereThereIsRoom) {
 TEST_F(Screens, TheWheelOverARingScrollsAndChangesNothing) {
   Run([&] {
     SetActiveTabPage(Panel::PANEL, 1);
-    QTest::qWait(20);
+    Settle();
     auto* ring = The<QComboBox>(sasw::DISPATYPE);
     const auto turn = [&] {
       QWheelEvent wheel(ring->rect().center(), ring->mapToGlobal(ring->rect().center()), {}, {0, -120}, {},
@@ -287,7 +300,7 @@ TEST_F(DarkTheme, LeavesNoWindowUnreadable) {
     SizeMain({1100, 700});
     for (int page = 0; page < 4; ++page) {
       SetActiveTabPage(Panel::PANEL, page);
-      QTest::qWait(30);
+      Settle();
       ExpectLegible(MainWindowWidget());
       EXPECT_LT(White(MainWindowWidget()), 0.12) << page;
     }
