@@ -167,17 +167,14 @@ TEST_F(TabKey, ReachesEachLiveControlOfEachWindowInReadingOrder) {
   ::testing::internal::GetCapturedStderr();
   ResetEvents();
   EXPECT_TRUE(InstallWindows());
-  for (int p = 0; p < kPanelCount; ++p)
-    if (IsWindowPanel(static_cast<Panel>(p))) HidePanel(static_cast<Panel>(p));
+  for (const Panel panel : WindowPanels()) HidePanel(panel);
   Run([&] {
     for (int page = 0; page < 4; ++page) {
       DispatchTab(Panel::PANEL, page);
       QTest::qWait(20);
       Walk(*MainWindowWidget(), "page " + std::to_string(page));
     }
-    for (int p = 0; p < kPanelCount; ++p) {
-      const auto panel = static_cast<Panel>(p);
-      if (!IsWindowPanel(panel)) continue;
+    for (const Panel panel : WindowPanels()) {
       DisplayPanel(panel);
       QTest::qWait(20);
       QWidget* window = QApplication::activeWindow();

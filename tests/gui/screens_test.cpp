@@ -119,17 +119,10 @@ class Screens : public test::WindowSession {
       }
     }
   }
-  static std::vector<Panel> Dialogs() {
-    std::vector<Panel> dialogs;
-    for (int p = 0; p < kPanelCount; ++p)
-      if (IsWindowPanel(static_cast<Panel>(p))) dialogs.push_back(static_cast<Panel>(p));
-    return dialogs;
-  }
   static QWidget* Open(Panel panel) {
     DisplayPanel(panel);
     Settle();
-    const Panel inside = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
-    return WidgetOf(*ControlsOf(inside)[0])->window();
+    return WindowOf(panel);
   }
 };
 
@@ -168,7 +161,7 @@ TEST_F(Screens, PagesDoNotScrollOn1024By600) {
 
 TEST_F(Screens, DialogsAreReachedAndWholeFromSmallToLarge) {
   Run([&] {
-    for (const Panel panel : Dialogs()) {
+    for (const Panel panel : WindowPanels()) {
       QWidget* window = Open(panel);
       const QSize room = window->screen()->availableSize();
       EXPECT_LE(window->width(), room.width()) << PanelName(panel);
@@ -196,7 +189,7 @@ TEST_F(Screens, DialogsAreReachedAndWholeFromSmallToLarge) {
 
 TEST_F(Screens, DialogsOpenWithoutScrollBarsWhereThereIsRoom) {
   Run([&] {
-    for (const Panel panel : Dialogs()) {
+    for (const Panel panel : WindowPanels()) {
       QWidget* window = Open(panel);
       Settle();
       const auto* area = window->findChild<QScrollArea*>();
@@ -304,7 +297,7 @@ TEST_F(DarkTheme, LeavesNoWindowUnreadable) {
       ExpectLegible(MainWindowWidget());
       EXPECT_LT(White(MainWindowWidget()), 0.12) << page;
     }
-    for (const Panel panel : Dialogs()) {
+    for (const Panel panel : WindowPanels()) {
       QWidget* window = Open(panel);
       ExpectLegible(window);
       EXPECT_LT(White(window), 0.2) << PanelName(panel);

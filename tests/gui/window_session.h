@@ -23,6 +23,7 @@
 #include "gui/boxes.h"
 #include "gui/loop.h"
 #include "gui/main_window.h"
+#include "gui/panel_window.h"
 #include "gui/windows.h"
 #include "key_hand.h"
 #include "runtime/controls.h"
@@ -71,6 +72,17 @@ class WindowSession : public ::testing::Test {
     auto* widget = qobject_cast<Widget*>(WidgetOf(c));
     EXPECT_TRUE(widget) << c.name;
     return widget;
+  }
+  /// Panels with a window of their own.
+  static std::vector<Panel> WindowPanels() {
+    std::vector<Panel> panels;
+    for (int p = 0; p < kPanelCount; ++p)
+      if (IsWindowPanel(static_cast<Panel>(p))) panels.push_back(static_cast<Panel>(p));
+    return panels;
+  }
+  /// The window of such a panel; the set-up's controls stand on the panels of its tabs.
+  static QWidget* WindowOf(Panel panel) {
+    return WidgetOf(*ControlsOf(panel == Panel::HMSETUP ? Panel::HWSETUP : panel)[0])->window();
   }
   static void Click(const Control& c) { QTest::mouseClick(WidgetOf(c), Qt::LeftButton); }
 

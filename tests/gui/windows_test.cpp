@@ -167,13 +167,10 @@ TEST_F(Windows, AClickInAListIsAClickAlsoOnTheChosenItem) {
 TEST_F(Windows, EveryPanelIsAWindowOnTheScreenThatEscapeHides) {
   Run([&] {
     int windows = 0;
-    for (int p = 0; p < kPanelCount; ++p) {
-      const auto panel = static_cast<Panel>(p);
-      if (!IsWindowPanel(panel)) continue;
+    for (const Panel panel : WindowPanels()) {
       DisplayPanel(panel);
       QTest::qWait(5);
-      const Panel first = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
-      QWidget* window = WidgetOf(*ControlsOf(first)[0])->window();
+      QWidget* window = WindowOf(panel);
       const std::string name(PanelName(panel));
       EXPECT_TRUE(window->isVisible()) << name;
       EXPECT_FALSE(window->isModal()) << name;
@@ -489,13 +486,10 @@ TEST_F(Windows, EveryControlOfEveryWindowHasANameOfItsOwn) {
       EXPECT_TRUE(window->accessibleName().isEmpty()) << where << ": it would replace the title";
     };
     check(MainWindowWidget(), "main window");
-    for (int p = 0; p < kPanelCount; ++p) {
-      const auto panel = static_cast<Panel>(p);
-      if (!IsWindowPanel(panel)) continue;
+    for (const Panel panel : WindowPanels()) {
       DisplayPanel(panel);
       QTest::qWait(5);
-      const Panel first = panel == Panel::HMSETUP ? Panel::HWSETUP : panel;
-      check(WidgetOf(*ControlsOf(first)[0])->window(), std::string(PanelName(panel)));
+      check(WindowOf(panel), std::string(PanelName(panel)));
       HidePanel(panel);
     }
     EXPECT_GE(windows, 18);
