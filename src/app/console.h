@@ -20,7 +20,7 @@ struct ConsoleOptions {
   /// since the console has none. Empty: neither.
   std::string complaint, usage;
   bool batch = false;     ///< windows are not wanted
-  std::string noWindows;  ///< why windows for a person did not open, as part of a sentence
+  std::string noWindows;  ///< with `windows` empty: why none open, as part of a sentence
   WindowsOpener windows;  ///< opens windows when a script has stopped early; empty: never
 };
 

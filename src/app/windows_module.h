@@ -7,8 +7,8 @@
 namespace sondera {
 
 /// Loads the windows and makes them the front end. Searches beside the program (a build folder) and in the
-/// folder libexec of the installation. Returns "", or without a display or that file the reason, as part of a sentence; then
-/// nothing has changed.
+/// folder libexec of the installation. Returns "", or without a display or that file the reason, as part of a
+/// sentence; then nothing has changed.
 std::string OpenWindows();
 
 }  // namespace sondera

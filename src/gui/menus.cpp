@@ -155,12 +155,9 @@ QIcon RunIcon() {
 
 }  // namespace
 
-QAction* Menus::AddTool(const Control& c, const QString& text, int icon) {
+QAction* Menus::AddTool(const Control& c, const QString& text, const QIcon& icon) {
   auto* bar = window_->findChild<QToolBar*>();
-  const QIcon picture = icon == QStyle::SP_MediaPlay
-                            ? RunIcon()
-                            : window_->style()->standardIcon(static_cast<QStyle::StandardPixmap>(icon));
-  auto* action = new QAction(picture, text, this);
+  auto* action = new QAction(icon, text, this);
   action->setToolTip(ToQt(c.facts.hint));
   connect(action, &QAction::triggered, this, [&c] { DispatchPress(c); });
   bar->addAction(action);
@@ -178,18 +175,21 @@ void Menus::MakeToolBar() {
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   bar->setIconSize({16, 16});
-  AddTool(mainmenu::NEW_MEASUREMENT, tr("New"), QStyle::SP_FileIcon);
-  AddTool(mainmenu::LOAD_RAW_DATA, tr("Open"), QStyle::SP_DialogOpenButton);
-  AddTool(mainmenu::SAVE_RAW_DATA, tr("Save"), QStyle::SP_DialogSaveButton);
+  const auto icon = [this](QStyle::StandardPixmap picture) {
+    return window_->style()->standardIcon(picture);
+  };
+  AddTool(mainmenu::NEW_MEASUREMENT, tr("New"), icon(QStyle::SP_FileIcon));
+  AddTool(mainmenu::LOAD_RAW_DATA, tr("Open"), icon(QStyle::SP_DialogOpenButton));
+  AddTool(mainmenu::SAVE_RAW_DATA, tr("Save"), icon(QStyle::SP_DialogSaveButton));
   bar->addSeparator();
-  AddTool(mainmenu::UNDO, tr("Undo"), QStyle::SP_ArrowBack);
-  AddTool(mainmenu::REDO, tr("Redo"), QStyle::SP_ArrowForward);
+  AddTool(mainmenu::UNDO, tr("Undo"), icon(QStyle::SP_ArrowBack));
+  AddTool(mainmenu::REDO, tr("Redo"), icon(QStyle::SP_ArrowForward));
   bar->addSeparator();
-  AddTool(mainmenu::LOAD_TWO_CHNL_DATA, tr("Import"), QStyle::SP_ArrowDown);
+  AddTool(mainmenu::LOAD_TWO_CHNL_DATA, tr("Import"), icon(QStyle::SP_ArrowDown));
   bar->addSeparator();
-  AddTool(mainmenu::MASKING_CALC_DISP_MENU, tr("Calculate"), QStyle::SP_CommandLink);
-  AddTool(mainmenu::CALC_REP_DISP_MENU, tr("Representative"), QStyle::SP_FileDialogDetailedView);
-  AddTool(mainmenu::RUN_INV_ANAL, tr("Inversion"), QStyle::SP_MediaPlay);
+  AddTool(mainmenu::MASKING_CALC_DISP_MENU, tr("Calculate"), icon(QStyle::SP_CommandLink));
+  AddTool(mainmenu::CALC_REP_DISP_MENU, tr("Representative"), icon(QStyle::SP_FileDialogDetailedView));
+  AddTool(mainmenu::RUN_INV_ANAL, tr("Inversion"), RunIcon());
   bar->addSeparator();
   measurement_ = new MeasurementRing(bar);
   bar->addWidget(measurement_);

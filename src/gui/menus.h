@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAction>
+#include <QIcon>
 #include <QMainWindow>
 #include <string>
 #include <unordered_map>
@@ -30,7 +31,7 @@ class Menus final : public QObject {
   void MakeKeys();
   QMenu* MenuOf(const std::string& path);
   QAction* Add(QMenu* menu, const Control& c, const QString& caption);
-  QAction* AddTool(const Control& c, const QString& text, int icon);
+  QAction* AddTool(const Control& c, const QString& text, const QIcon& icon);
   void FillRecent();
 
   QMainWindow* window_;
