@@ -15,7 +15,6 @@
 #include "gui/dispatch.h"
 #include "gui/fields.h"
 #include "gui/graph_view.h"
-#include "gui/panel_window.h"
 #include "gui/recent.h"
 #include "gui/refresh.h"
 #include "key_hand.h"

@@ -21,7 +21,6 @@
 #include "gui/dispatch.h"
 #include "gui/fields.h"
 #include "gui/graph_view.h"
-#include "gui/panel_window.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
 #include "support/site_records.h"

@@ -19,7 +19,6 @@
 #include "gui/dispatch.h"
 #include "gui/fields.h"
 #include "gui/menus.h"
-#include "gui/panel_window.h"
 #include "gui/recent.h"
 #include "gui/status_line.h"
 #include "gui/table_model.h"
