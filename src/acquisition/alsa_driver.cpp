@@ -87,7 +87,7 @@ int QueryDevice(const std::string& dev, CardFacts& facts) {
 }
 
 template <class T, class From>
-int Fact(const std::string& dev, T& fact, From from) {
+int CardFact(const std::string& dev, T& fact, From from) {
   CardFacts facts;
   const int status = QueryDevice(dev, facts);
   if (status == daq_status::kDone) fact = from(facts);
@@ -287,37 +287,37 @@ const DaqDriver daqAlsa = {
         },
     .devProductCategory =
         [](const std::string& dev, int& category) {
-          return Fact(dev, category, [](const CardFacts&) { return daq_category::kDynamicSignal; });
+          return CardFact(dev, category, [](const CardFacts&) { return daq_category::kDynamicSignal; });
         },
     .devProductType =
         [](const std::string& dev, std::string& type) {
-          return Fact(dev, type, [](const CardFacts&) { return std::string("Sound card"); });
+          return CardFact(dev, type, [](const CardFacts&) { return std::string("Sound card"); });
         },
     .devAnlgTrigSupported =
         [](const std::string& dev, int& supported) {
-          return Fact(dev, supported, [](const CardFacts&) { return 1; });
+          return CardFact(dev, supported, [](const CardFacts&) { return 1; });
         },
     .devAIPhysicalChans =
         [](const std::string& dev, std::string& channels) {
-          return Fact(dev, channels,
-                      [&](const CardFacts& facts) { return InputNames(dev, ChannelsOf(facts)); });
+          return CardFact(dev, channels,
+                          [&](const CardFacts& facts) { return InputNames(dev, ChannelsOf(facts)); });
         },
     .devAIMaxSingleChanRate =
         [](const std::string& dev, double& rate) {
-          return Fact(dev, rate, [](const CardFacts& facts) { return 1.0 * facts.rates.back(); });
+          return CardFact(dev, rate, [](const CardFacts& facts) { return 1.0 * facts.rates.back(); });
         },
     .devAIMinRate =
         [](const std::string& dev, double& rate) {
-          return Fact(dev, rate,
-                      [](const CardFacts& facts) { return 1.0 * facts.rates[0] / kMostDecimation; });
+          return CardFact(dev, rate,
+                          [](const CardFacts& facts) { return 1.0 * facts.rates[0] / kMostDecimation; });
         },
     .devAIVoltageRngs =
         [](const std::string& dev, std::vector<double>& limits) {
-          return Fact(dev, limits, [](const CardFacts&) { return PairsOfRanges({alsa.options.volts}); });
+          return CardFact(dev, limits, [](const CardFacts&) { return PairsOfRanges({alsa.options.volts}); });
         },
     .devAICouplings =
         [](const std::string& dev, int& couplings) {
-          return Fact(dev, couplings, [](const CardFacts&) { return kACOnly; });
+          return CardFact(dev, couplings, [](const CardFacts&) { return kACOnly; });
         },
     .createTask =
         [](const std::string&, int& task) {

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
@@ -26,7 +27,6 @@ double BesselI0(double x) {
 
 std::vector<double> DecimationTaps(int factor) {
   if (factor <= 1) return {1.0};
-  constexpr double kPi = std::numbers::pi;
   constexpr double kBeta = 0.1102 * (kStopDecibels - 8.7);
   const double transition = 2.0 * kPi * (kStopBegin - kPassEnd) / factor;  // rad per sample
   const int half = static_cast<int>(std::ceil((kStopDecibels - 7.95) / (2.285 * transition) / 2.0));

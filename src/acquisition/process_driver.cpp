@@ -99,7 +99,7 @@ std::string Number(double x) {
 }
 
 template <class T, class Parse>
-int Fact(const std::string& dev, const char* fact, T& value, Parse parse) {
+int BoardFact(const std::string& dev, const char* fact, T& value, Parse parse) {
   if (!IsOneField(dev)) return Refused("There is no such device.");
   return AskFor("fact " + dev + " " + fact, value, parse);
 }
@@ -208,30 +208,33 @@ const DaqDriver daqProcess = {
           return status;
         },
     .devProductCategory = [](const std::string& dev,
-                             int& category) { return Fact(dev, "category", category, IntFrom<0>); },
+                             int& category) { return BoardFact(dev, "category", category, IntFrom<0>); },
     .devProductType =
         [](const std::string& dev, std::string& type) {
-          return Fact(dev, "type", type, [](const std::string& text, std::string& value) {
+          return BoardFact(dev, "type", type, [](const std::string& text, std::string& value) {
             value = text;
             return true;
           });
         },
     .devAnlgTrigSupported = [](const std::string& dev,
-                               int& supported) { return Fact(dev, "trigger", supported, FlagFrom); },
+                               int& supported) { return BoardFact(dev, "trigger", supported, FlagFrom); },
     .devAIPhysicalChans =
         [](const std::string& dev, std::string& channels) {
           std::vector<std::string> inputs;
-          const int status = Fact(dev, "channels", inputs, ParseInputNames);
+          const int status = BoardFact(dev, "channels", inputs, ParseInputNames);
           if (status == daq_status::kDone) channels = JoinNames(inputs);
           return status;
         },
     .devAIMaxSingleChanRate = [](const std::string& dev,
-                                 double& rate) { return Fact(dev, "maxrate", rate, RateFrom); },
-    .devAIMinRate = [](const std::string& dev, double& rate) { return Fact(dev, "minrate", rate, RateFrom); },
-    .devAIVoltageRngs = [](const std::string& dev,
-                           std::vector<double>& limits) { return Fact(dev, "ranges", limits, ParseRanges); },
+                                 double& rate) { return BoardFact(dev, "maxrate", rate, RateFrom); },
+    .devAIMinRate = [](const std::string& dev,
+                       double& rate) { return BoardFact(dev, "minrate", rate, RateFrom); },
+    .devAIVoltageRngs =
+        [](const std::string& dev, std::vector<double>& limits) {
+          return BoardFact(dev, "ranges", limits, ParseRanges);
+        },
     .devAICouplings = [](const std::string& dev,
-                         int& couplings) { return Fact(dev, "couplings", couplings, IntFrom<0>); },
+                         int& couplings) { return BoardFact(dev, "couplings", couplings, IntFrom<0>); },
     .createTask = Create,
     .addChannel = [](int task, const std::string&,
                      const DaqChannel& channel) { return AddChannel(task, channel); },

@@ -59,7 +59,7 @@ bool IsDevice(const std::string& dev) {
   return dev == kDevice;
 }
 template <class T>
-int Fact(const std::string& dev, T& fact, const T& value) {
+int SimFact(const std::string& dev, T& fact, const T& value) {
   if (!IsDevice(dev)) return RefuseTask(sim.task, "There is no such device.");
   fact = value;
   return daq_status::kDone;
@@ -205,20 +205,24 @@ const DaqDriver daqSimulated = {
           return daq_status::kDone;
         },
     .devProductCategory = [](const std::string& dev,
-                             int& category) { return Fact(dev, category, daq_category::kDynamicSignal); },
+                             int& category) { return SimFact(dev, category, daq_category::kDynamicSignal); },
     .devProductType = [](const std::string& dev,
-                         std::string& type) { return Fact(dev, type, std::string("Simulated site")); },
-    .devAnlgTrigSupported = [](const std::string& dev, int& supported) { return Fact(dev, supported, 1); },
+                         std::string& type) { return SimFact(dev, type, std::string("Simulated site")); },
+    .devAnlgTrigSupported = [](const std::string& dev, int& supported) { return SimFact(dev, supported, 1); },
     .devAIPhysicalChans =
         [](const std::string& dev, std::string& channels) {
-          return Fact(dev, channels, InputNames(kDevice, sim.options.channels));
+          return SimFact(dev, channels, InputNames(kDevice, sim.options.channels));
         },
     .devAIMaxSingleChanRate = [](const std::string& dev,
-                                 double& rate) { return Fact(dev, rate, kHighestRate); },
-    .devAIMinRate = [](const std::string& dev, double& rate) { return Fact(dev, rate, sim.options.minRate); },
-    .devAIVoltageRngs = [](const std::string& dev,
-                           std::vector<double>& limits) { return Fact(dev, limits, PairsOfRanges(kRanges)); },
-    .devAICouplings = [](const std::string& dev, int& couplings) { return Fact(dev, couplings, kACAndDC); },
+                                 double& rate) { return SimFact(dev, rate, kHighestRate); },
+    .devAIMinRate = [](const std::string& dev,
+                       double& rate) { return SimFact(dev, rate, sim.options.minRate); },
+    .devAIVoltageRngs =
+        [](const std::string& dev, std::vector<double>& limits) {
+          return SimFact(dev, limits, PairsOfRanges(kRanges));
+        },
+    .devAICouplings = [](const std::string& dev,
+                         int& couplings) { return SimFact(dev, couplings, kACAndDC); },
     .createTask = [](const std::string&, int& task) { return MakeTask(sim.task, task); },
     .addChannel =
         [](int task, const std::string&, const DaqChannel& channel) {

@@ -3,16 +3,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 #include "forward/synthetic_site.h"
+#include "numeric/pi.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kUnplaced = 0.1;         // m; a receiver nearer than this counts as not placed yet
 constexpr double kPlaceOfUnplaced = 1.0;  // m
 constexpr double kRinging = 1.0;          // s; after that a geophone is at rest again

@@ -59,7 +59,7 @@ bool ShowManualText() {
   return false;
 }
 
-int Run() {
+int RunConsole() {
   FinishProgressLine();
   const ConsoleOptions& options = console.options;
   const std::string noWindows = options.batch     ? "--batch opens no windows"
@@ -142,7 +142,7 @@ void InstallConsole(const ConsoleOptions& options) {
   f.confirm = Confirm;
   f.prompt = Prompt;
   f.selectFile = SelectFile;
-  f.run = Run;
+  f.run = RunConsole;
   f.showManual = ShowManualText;
   InstallFrontEnd(std::move(f));
 

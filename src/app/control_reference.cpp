@@ -21,12 +21,6 @@ length is in the project's unit.
 `sondera --help controls` prints this page; it is made from the catalogue in the program.
 )";
 
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) escaped += c == '|' ? std::string("\\|") : std::string(1, c);
-  return escaped;
-}
-
 std::string KindAndRole(const Control& c) {
   switch (c.facts.role) {
     case Role::Plain:
@@ -88,8 +82,9 @@ std::string Meaning(const Control& c) {
 
 std::string Row(const Control& c) {
   std::string row = "|";
-  for (const std::string& cell : {"`" + std::string(c.name) + "`", Escaped(SpokenName(c)), KindAndRole(c),
-                                  UnitAndRange(c), Escaped(FirstValue(c)), Escaped(Meaning(c))})
+  for (const std::string& cell :
+       {"`" + std::string(c.name) + "`", script::MarkdownCell(SpokenName(c)), KindAndRole(c), UnitAndRange(c),
+        script::MarkdownCell(FirstValue(c)), script::MarkdownCell(Meaning(c))})
     row += cell.empty() ? " |" : " " + cell + " |";
   return row + "\n";
 }

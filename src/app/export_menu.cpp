@@ -54,8 +54,8 @@ int ExportTablesCallback(Panel, ControlId item, Event event, long) {
   if (event != Event::Commit) return 0;
   const auto [form, extension] = FormOf(item);
   if (form.empty()) return -1;
-  const FileChoice choice = FileSelectPopup(
-      {DirectoryOf(session.projectFileName), "*" + extension, std::string(item->label), true});
+  const FileChoice choice =
+      FileSelectPopup({ProjectDirectory(), "*" + extension, std::string(item->label), true});
   if (choice.answer == FileAnswer::Cancelled || choice.path.empty()) return 0;
   const TableExport what = ExportOfItem(*item, choice.path);
   // The dialog asked about the chosen name alone, and the tables have others.

@@ -13,7 +13,7 @@
 namespace sondera {
 namespace {
 
-std::string Escaped(std::string_view text) {
+std::string XmlText(std::string_view text) {
   std::string safe;
   for (const char c : ValidText(text)) {
     switch (c) {
@@ -68,7 +68,7 @@ class SvgCanvas final : public FileCanvas {
         "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"" +
         Number(width) + "pt\" height=\"" + Number(height) + "pt\" viewBox=\"0 0 " + Number(width) + " " +
         Number(height) + "\" font-family=\"'DejaVu Sans', Verdana, sans-serif\">\n");
-    if (!facts.title.empty()) file_.Put("<title>" + Escaped(facts.title) + "</title>\n");
+    if (!facts.title.empty()) file_.Put("<title>" + XmlText(facts.title) + "</title>\n");
     file_.Put("<rect width=\"" + Number(width) + "\" height=\"" + Number(height) + "\" fill=\"#ffffff\"/>\n");
   }
 
@@ -128,7 +128,7 @@ class SvgCanvas final : public FileCanvas {
     if (look.align != TextAlign::Left)
       file_.Put(std::string(" text-anchor=\"") + kAnchors[static_cast<int>(look.align)] + "\"");
     if (look.bold) file_.Put(" font-weight=\"bold\"");
-    file_.Put(" xml:space=\"preserve\">" + Escaped(text) + "</text>\n");
+    file_.Put(" xml:space=\"preserve\">" + XmlText(text) + "</text>\n");
   }
 
   double TextWidth(std::string_view text, const TextLook& look) override {

@@ -15,12 +15,12 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
+
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kEuler = 0.57721566490153286061;
 constexpr double kSqrt2OverPi = 0.79788456080286535588;  // sqrt(2 / pi)
 constexpr double kSqrtHalf = 0.70710678118654752440;

@@ -8,15 +8,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "forward/cylinder_functions.h"
 #include "numeric/complex_two.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kNegligible =
     46.0;  // a term exp(46) times smaller than the largest one changes no digit of the sum
 constexpr double kHalfPiTruncated =

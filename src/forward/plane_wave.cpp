@@ -11,9 +11,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "forward/plane_wave_lanes.h"
+#include "numeric/pi.h"
 #include "numeric/scratch.h"
 
 namespace sondera {
@@ -24,7 +24,6 @@ constexpr double kAboveRayleigh = 1.001;           // of the Rayleigh velocity o
 constexpr double kWindowLow = 0.6660000085830688;  // Kept: single precision; window against stray roots
 constexpr double kWindowStart = 2.25, kWindowHigh = 1.5;
 constexpr double kBisectionStop = 1e-07;
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr int kUsualLayers = 256;  // more than that are kept on the heap
 constexpr int kTrials = 101;
 constexpr int cModeLimit = 1;       // only the fundamental mode is returned

@@ -9,14 +9,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <numbers>
 
 #include "numeric/complex_two.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kNodesPerWavelength = 0.25;  // spacing of the grid over the wavelength
 constexpr double kRadiusOverWavelength = 0.0001;
 constexpr int kMaxPasses = 5;

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -13,7 +13,6 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kRickerPeak = 1.5;    // periods of fc from the beginning to the peak
 constexpr double kPulsePeriods = 3.0;  // periods of fc that a shape takes, at most
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
-#include <numbers>
 #include <utility>
 
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "numeric/random_numbers.h"
 
 namespace sondera {
@@ -14,7 +14,6 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kReferenceDistance = 10.0;  // distance at which an average blow has peak 1
 constexpr double kNearest = 0.1;             // the far-field amplitude is not valid at the source
 constexpr double kGeophoneDamping = 0.6;
@@ -59,7 +58,7 @@ std::string SiteFault(const SyntheticSite& site) {
 
 /// Fourier transform of a half-sine of height 1 that begins at 0 and lasts T.
 Complex HalfSine(double omega, double T) {
-  const double a = std::numbers::pi / T, x = omega * T / 2.0;
+  const double a = kPi / T, x = omega * T / 2.0;
   const double difference = a * a - omega * omega;
   const double size = std::fabs(difference) < 1e-9 * a * a ? T / 2.0 : 2.0 * a * std::cos(x) / difference;
   return size * Complex(std::cos(x), -std::sin(x));

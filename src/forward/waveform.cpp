@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "forward/plane_wave_table.h"
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "numeric/random_numbers.h"
 #include "runtime/text_format.h"
 
@@ -15,7 +15,6 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kSilentForce = 1e-7;    // of the largest line
 constexpr double kStrongForce = 1e-2;    // of the largest line: too much at the end of the span
 constexpr double kSlowestOverVs = 0.85;  // slowest wave over the lowest Vs

@@ -67,10 +67,10 @@ void AddScaled(double* y, const double* x, double factor, int n) {
 }
 
 /// Column j of a matrix as a shifted pointer.
-double* Column(ColumnMatrix& a, int j) {
+double* ColumnOf(ColumnMatrix& a, int j) {
   return a.shifted() + (j - 1) * a.rows();
 }
-const double* Column(const ColumnMatrix& a, int j) {
+const double* ColumnOf(const ColumnMatrix& a, int j) {
   return a.shifted() + (j - 1) * a.rows();
 }
 
@@ -78,14 +78,14 @@ const double* Column(const ColumnMatrix& a, int j) {
 ColumnMatrix Product(const ColumnMatrix& a, const ColumnMatrix& b) {
   ColumnMatrix c(a.rows(), b.cols());
   for (int j = 1; j <= b.cols(); ++j)
-    for (int k = 1; k <= a.cols(); ++k) AddScaled(Column(c, j), Column(a, k), b(k, j), a.rows());
+    for (int k = 1; k <= a.cols(); ++k) AddScaled(ColumnOf(c, j), ColumnOf(a, k), b(k, j), a.rows());
   return c;
 }
 
 /// a times v.
 OffsetVector<double> Times(const ColumnMatrix& a, const OffsetVector<double>& v) {
   OffsetVector<double> y(1, a.rows());
-  for (int k = 1; k <= a.cols(); ++k) AddScaled(y.shifted(), Column(a, k), v[k], a.rows());
+  for (int k = 1; k <= a.cols(); ++k) AddScaled(y.shifted(), ColumnOf(a, k), v[k], a.rows());
   return y;
 }
 
@@ -139,7 +139,8 @@ ColumnMatrix BuildHessian(Run& run, Listener& listener) {
   run.update.InvCm.fill(0.0);
   // Kept: Cm holds its LU factors from here on, for a diagonal Cm its own values.
   if (run.switches.iInvScheme != kLeastSquares) Invert(run.parameters.Cm, run.update.InvCm, listener);
-  for (int q = 1; q <= m; ++q) AddScaled(Column(run.update.Hessian, q), Column(run.update.InvCm, q), 1.0, m);
+  for (int q = 1; q <= m; ++q)
+    AddScaled(ColumnOf(run.update.Hessian, q), ColumnOf(run.update.InvCm, q), 1.0, m);
   return T;
 }
 

@@ -8,14 +8,13 @@
 
 #include <cmath>
 #include <cstring>
-#include <numbers>
 
 #include "numeric/lanes.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kTanEighth = 0.41421356237309503;  // tan(22.5 degrees)
 constexpr double kDegrees = 57.29577951308232;      // per radian
 constexpr double kLargestPart = 1e300;              // sums of two such parts are finite

@@ -244,8 +244,7 @@ int SaveInvResultCallback(Panel, ControlId, Event event, long data) {
   if (data == kUnderProjectName) {
     path = DefaultPath();
   } else {
-    const FileChoice choice =
-        FileSelectPopup({DirectoryOf(session.projectFileName), "*.results", "File Save", true});
+    const FileChoice choice = FileSelectPopup({ProjectDirectory(), "*.results", "File Save", true});
     if (choice.answer == FileAnswer::Cancelled) return 0;
     path = choice.path;
   }

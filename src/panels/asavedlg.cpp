@@ -5,7 +5,6 @@
 
 #include "panels/mainmenu_project.h"
 #include "project/project_file.h"
-#include "project/section_io.h"
 #include "project/text_helpers.h"
 #include "records/session.h"
 #include "runtime/catalogue/asavedlg.h"

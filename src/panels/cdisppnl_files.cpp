@@ -1,24 +1,15 @@
 // cdisppnl_files.cpp - see cdisppnl_files.h. Owns no state.
 #include "panels/cdisppnl_files.h"
 
-#include <string>
-
 #include "records/session.h"
 #include "runtime/dialogs.h"
-#include "runtime/paths.h"
 #include "signal/rep_curve_files.h"
 
 namespace sondera {
 namespace {
 
-/// Initial folder of the file dialogs: that of the project, or the working folder before there is one.
-std::string ProjectFolder() {
-  const std::string folder = DirectoryOf(session.projectFileName);
-  return folder.empty() ? CurrentDirectory() : folder;
-}
-
 FileChoice AskForFile(const char* filter, const char* title) {
-  return FileSelectPopup({ProjectFolder(), filter, title, true});
+  return FileSelectPopup({ProjectDirectory(), filter, title, true});
 }
 
 bool MayOverwrite(const FileChoice& choice) {

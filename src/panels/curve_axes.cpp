@@ -50,7 +50,7 @@ AxisDialog DialogOf(Panel panel) {
           dispcurv::DISPGRAPH};
 }
 
-AxisRange& RangeOf(AxisRecord& record, int quantity) {
+AxisRange& RangeOfQuantity(AxisRecord& record, int quantity) {
   return record.range[static_cast<std::size_t>(std::clamp(quantity, 0, 2))];
 }
 
@@ -59,7 +59,7 @@ AxisRange& RangeOf(AxisRecord& record, int quantity) {
 void ShowLimits(const AxisDialog& dialog, bool xAxis) {
   const AxisControls& axis = xAxis ? dialog.x : dialog.y;
   const int quantity = GetCtrlVal(axis.type);
-  AxisRange range = RangeOf(dialog.record, quantity);
+  AxisRange range = RangeOfQuantity(dialog.record, quantity);
   const bool shown = quantity == (xAxis ? dialog.record.xType : dialog.record.yType);
   if (range.min == range.max && shown) {
     const GraphLimits limits = LimitsInForce(GraphOf(dialog.graph));
@@ -90,7 +90,7 @@ void TakeAxis(const AxisControls& axis, AxisRecord& record, int& type, int& line
   linear = GetCtrlVal(axis.linear);
   const EnteredLimits limits = InOrder(GetCtrlVal(axis.min), GetCtrlVal(axis.max));
   automatic = GetCtrlVal(axis.automatic) != 0 || limits.automatic() ? 1 : 0;
-  if (!automatic) RangeOf(record, type) = {limits.min, limits.max};
+  if (!automatic) RangeOfQuantity(record, type) = {limits.min, limits.max};
 }
 
 void Take(Panel panel) {

@@ -14,7 +14,6 @@
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/dialogs.h"
-#include "runtime/paths.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -60,8 +59,7 @@ int ColumnOf(ControlId control) {
 // ---- files ------------------------------------------------------------------------------------------
 
 FileChoice AskForFile(const char* title, bool forSaving) {
-  const std::string folder = DirectoryOf(session.projectFileName);
-  return FileSelectPopup({folder.empty() ? CurrentDirectory() : folder, "*.fmd", title, forSaving});
+  return FileSelectPopup({ProjectDirectory(), "*.fmd", title, forSaving});
 }
 
 int Save() {

@@ -162,7 +162,7 @@ int LoadShotsCallback(Panel, ControlId, Event event, long) {
 int AddShotFileCallback(Panel, ControlId, Event event, long) {
   if (event != Event::Commit) return 0;
   const char* filter = GetCtrlVal(FORMAT) == kColumnsOfText ? "*.*" : "*.sg2;*.seg2;*.dat;*.*";
-  const FileChoice choice = FileSelectPopup({CurrentDirectory(), filter, "File Open", false});
+  const FileChoice choice = FileSelectPopup({ProjectDirectory(), filter, "File Open", false});
   if (choice.answer == FileAnswer::Cancelled) return 0;
   if (choice.answer != FileAnswer::Exists) return Refuse("File does not exist.");
   if (choice.path.find(',') != std::string::npos)

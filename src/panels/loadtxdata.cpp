@@ -265,7 +265,7 @@ int FileOpenCallback(Panel, ControlId control, Event event, long) {
   });
   if (row == kFileRows.end()) return -1;
   const std::string filter(kKindTexts[static_cast<std::size_t>(CurrentKind())].filter);
-  const FileChoice choice = FileSelectPopup({CurrentDirectory(), filter, "File Open", false});
+  const FileChoice choice = FileSelectPopup({ProjectDirectory(), filter, "File Open", false});
   if (choice.answer == FileAnswer::Exists) {
     SetCtrlVal(row->name, choice.path);
     return 0;

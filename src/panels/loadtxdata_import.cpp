@@ -34,7 +34,7 @@ int ListIndexOf(const std::string& projID, int key) {
 
 /// Completes the request from the panels, imports, and shows the result.
 template <class Import>
-int Run(ImportRequest& request, Import import) {
+int RunImport(ImportRequest& request, Import import) {
   request.projID = GetCtrlVal(hmsetup::PROJID);
   request.mayOverwrite = AskToOverwrite;
   SetWaitCursor(true);
@@ -52,19 +52,20 @@ int Run(ImportRequest& request, Import import) {
 }  // namespace
 
 int LoadTimeData(ImportRequest request) {
-  return Run(request, ImportTimeHistories);
+  return RunImport(request, ImportTimeHistories);
 }
 int LoadHyxData(ImportRequest request) {
-  return Run(request, ImportTransferFunctions);
+  return RunImport(request, ImportTransferFunctions);
 }
 int LoadGyxData(ImportRequest request) {
-  return Run(request, ImportCrossSpectra);
+  return RunImport(request, ImportCrossSpectra);
 }
 int LoadHyx58Data(ImportRequest request, int functionType) {
-  return Run(request, [&](const ImportRequest& r) { return ImportTransferFunctions58(r, functionType); });
+  return RunImport(request,
+                   [&](const ImportRequest& r) { return ImportTransferFunctions58(r, functionType); });
 }
 int LoadGyx58Data(ImportRequest request, int functionType) {
-  return Run(request, [&](const ImportRequest& r) { return ImportCrossSpectra58(r, functionType); });
+  return RunImport(request, [&](const ImportRequest& r) { return ImportCrossSpectra58(r, functionType); });
 }
 
 std::string LoadShots(ShotRequest request, const ShotPlan& plan, std::vector<std::string>* ids) {

@@ -4,7 +4,6 @@
 #include "panels/loadtxdata_import.h"
 #include "panels/sasw_pair.h"
 #include "project/exd_files.h"
-#include "project/section_io.h"
 #include "project/text_helpers.h"
 #include "records/session.h"
 #include "runtime/catalogue/hmsetup.h"

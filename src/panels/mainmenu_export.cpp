@@ -5,7 +5,6 @@
 
 #include "panels/sasw_pair.h"
 #include "panels/trace_selection.h"
-#include "project/section_io.h"
 #include "project/trace_export.h"
 #include "records/session.h"
 #include "runtime/catalogue/sasw.h"

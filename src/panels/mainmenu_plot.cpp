@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "panels/entry_lists.h"
-#include "project/section_io.h"
 #include "records/session.h"
 #include "report/report_document.h"
 #include "report/unit_labels.h"

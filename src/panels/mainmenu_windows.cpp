@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "figure/figure_file.h"
-#include "project/section_io.h"
 #include "records/session.h"
 #include "runtime/catalogue/aboutpnl.h"
 #include "runtime/catalogue/dispcurv.h"

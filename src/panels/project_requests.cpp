@@ -8,7 +8,6 @@
 #include "panels/mainmenu_project.h"
 #include "panels/panels_state.h"
 #include "project/project_file.h"
-#include "project/section_io.h"
 #include "records/session.h"
 #include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/measpanel.h"

@@ -19,7 +19,6 @@
 #include "panels/pulse_display.h"
 #include "panels/run_boxes.h"
 #include "panels/undo.h"
-#include "project/section_io.h"
 #include "project/waveform_files.h"
 #include "records/measdb.h"
 #include "records/selection.h"

@@ -7,7 +7,6 @@
 
 #include "panels/mainmenu_curves.h"
 #include "panels/undo.h"
-#include "project/section_io.h"
 #include "project/shot.h"
 #include "records/selection.h"
 #include "records/session.h"

@@ -12,7 +12,6 @@
 #include "panels/panels_state.h"
 #include "panels/section_stations.h"
 #include "plot/section_plot.h"
-#include "project/section_io.h"
 #include "records/selection.h"
 #include "records/session.h"
 #include "runtime/catalogue/tmgrafpnl.h"

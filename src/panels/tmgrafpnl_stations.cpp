@@ -8,7 +8,6 @@
 
 #include "panels/section_stations.h"
 #include "panels/tmgrafpnl.h"
-#include "project/section_io.h"
 #include "project/station_file.h"
 #include "records/selection.h"
 #include "records/session.h"

@@ -5,8 +5,6 @@
 #include <array>
 #include <cmath>
 
-#include "records/session.h"
-#include "runtime/paths.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -106,11 +104,6 @@ std::string SectionReader::NotFinite() const {
 std::string NotReadWhole(const std::string& path, const SectionReader& file) {
   return "The file " + path + " was not read whole. " + file.Trouble() +
          " Save under another name to keep that file as it is.";
-}
-
-std::string ProjectDirectory() {
-  const std::string directory = DirectoryOf(session.projectFileName);
-  return directory.empty() ? CurrentDirectory() : directory;
 }
 
 void StoreIArray(const int* a, int n, AtomicWriter& file) {

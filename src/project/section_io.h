@@ -93,9 +93,6 @@ class SectionReader {
 /// The message for a file whose reading had problems.
 std::string NotReadWhole(const std::string& path, const SectionReader& file);
 
-/// Where file dialogs start: the folder of the project, the current one without a project.
-std::string ProjectDirectory();
-
 /// One binary block of n values; n at or below 0: nothing.
 void StoreIArray(const int* a, int n, AtomicWriter& file);
 void StoreDArray(const double* a, int n, AtomicWriter& file);

@@ -1,6 +1,8 @@
 // session.cpp - defaults of the session state.
 #include "records/session.h"
 
+#include "runtime/paths.h"
+
 namespace sondera {
 
 Session session;
@@ -38,6 +40,11 @@ std::string CutDeviceName(const std::string& name) {
 
 std::string SessionTitle() {
   return session.appTitle + " - " + session.curProjID + ":" + session.curMeasID;
+}
+
+std::string ProjectDirectory() {
+  const std::string directory = DirectoryOf(session.projectFileName);
+  return directory.empty() ? CurrentDirectory() : directory;
 }
 
 }  // namespace sondera

@@ -146,4 +146,7 @@ std::string CutDeviceName(const std::string& name);
 /// Title of the main window: "app - project:measurement" before the project has a file.
 std::string SessionTitle();
 
+/// Where file dialogs start: the folder of the project, the current one without a project.
+std::string ProjectDirectory();
+
 }  // namespace sondera

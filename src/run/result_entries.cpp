@@ -7,14 +7,13 @@
 #include <cstdlib>
 #include <limits>
 
+#include "records/kinds.h"
 #include "records/model_records.h"
 #include "records/result_capacity.h"
 #include "run/receiver_setups.h"
 
 namespace sondera {
 namespace {
-
-constexpr int kPlaneWaves = 2, kGlobalCurve = 1;
 
 void AtLeast(std::vector<double>& v, int n) {
   if (v.size() < static_cast<std::size_t>(n)) v.resize(static_cast<std::size_t>(n), 0.0);
@@ -27,7 +26,7 @@ struct CurvePoint {
 
 CurvePoint GlobalPoint(const Run& run, int i, const OffsetVector<double>& velocity) {
   CurvePoint p;
-  if (std::abs(run.switches.iAnalysis) == kPlaneWaves) {
+  if (IsPlaneWaves(run.switches.iAnalysis)) {
     p.wlen = run.observations.runLambda[i];
     p.vel = velocity[i];
     p.freq = p.wlen > 0.0 ? p.vel / p.wlen : 0.0;
@@ -99,7 +98,7 @@ int EntryOfIndex(int index) {
 
 bool RowsAreGlobal(const Run& run) {
   return run.observations.obsCurves.empty() || run.switches.iDispSource == kGlobalCurve ||
-         (std::abs(run.switches.iAnalysis) == kPlaneWaves && run.switches.iHaveData != 0);
+         (IsPlaneWaves(run.switches.iAnalysis) && run.switches.iHaveData != 0);
 }
 
 bool StoredIsGlobal() {

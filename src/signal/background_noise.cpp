@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "numeric/scale_arithmetic.h"
 #include "numeric/sort.h"
 #include "records/session.h"
@@ -16,7 +16,6 @@
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr int kTimeFigures = 4;
 constexpr double kShareOfLargest = 0.3;
 constexpr int kNoisePeakWidth = 3;

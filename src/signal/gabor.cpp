@@ -6,8 +6,8 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 
+#include "numeric/pi.h"
 #include "numeric/scale_arithmetic.h"
 #include "records/kinds.h"
 #include "records/session.h"
@@ -16,7 +16,6 @@
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kLowestFreq = 0.01;        // Hz; replaces a first frequency of 0 in the logarithm
 constexpr double kDelayOfSlowest = 3.0;     // a map ends at three times the delay of the slowest wave ...
 constexpr double kLongestShare = 0.2;       // ... or at this share of the record

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "numeric/scale_arithmetic.h"
 #include "records/session.h"
 #include "signal/phase_unwrap.h"
@@ -17,7 +17,6 @@
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr int kTimeFigures = 4;
 
 /// Sample nearest to a time, halves upward.

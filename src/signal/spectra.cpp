@@ -7,17 +7,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
 
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 #include "records/session.h"
 #include "signal/signal_state.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr int kLongestFrame = 1 << 29;
 
 /// Phase in degrees; 0 for the number 0, whatever the signs of its zeros.

@@ -9,10 +9,9 @@
 #include <vector>
 
 #include "app/measuring_fixture.h"
+#include "numeric/pi.h"
 
 namespace sondera::testing {
-
-inline constexpr double kPi = 3.14159265358979323846;
 
 /// Noise that depends only on its place.
 inline double Noise(int r, int c, int i) {

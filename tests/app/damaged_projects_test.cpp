@@ -48,7 +48,7 @@ namespace {
 using testing::Damage;
 
 constexpr int kShards = 8;
-constexpr std::size_t kStep = kShards * (kSanitized ? 4 : 1);  // instrumented, each takes ten times as long
+constexpr std::size_t kStep = kShards * (kSanitized ? 8 : 1);  // instrumented, each takes ten times as long
 constexpr int kLines = 32, kReceivers = 3, kPoints = 5;
 constexpr unsigned kLongestSeconds = 10;
 

@@ -11,7 +11,7 @@
 namespace sondera {
 namespace {
 
-constexpr PixelArea kArea = {100, 50, 300, 250};
+constexpr PixelArea kFrame = {100, 50, 300, 250};
 const PixelAxis kX = {0, 10, false, 100, 300};
 const PixelAxis kDepth = {0, 20, false, 50, 250};  // downward
 
@@ -20,7 +20,7 @@ double WidthOf(const std::string& text) {
 }
 
 std::vector<PlacedNote> Placed(const GraphModel& graph) {
-  return PlaceNotes(graph, kX, kDepth, kArea, WidthOf, 12.0, 4.0);
+  return PlaceNotes(graph, kX, kDepth, kFrame, WidthOf, 12.0, 4.0);
 }
 
 TEST(GraphNotes, StandRightOfTheirPlaceAndWithinTheArea) {
@@ -45,10 +45,10 @@ TEST(GraphNotes, WhatWouldStandOnAnotherOrOffTheAxesIsLeftOut) {
 
 TEST(GraphHatching, LinesFillThePartAndNothingElse) {
   const HatchModel below = {1, 15, 99, ""};
-  const PixelArea part = HatchedPart(below, kDepth, kArea);
+  const PixelArea part = HatchedPart(below, kDepth, kFrame);
   EXPECT_EQ(part.top, 200.0);
   EXPECT_EQ(part.bottom, 250.0);
-  const std::vector<PixelLine> lines = HatchLines(below, kDepth, kArea);
+  const std::vector<PixelLine> lines = HatchLines(below, kDepth, kFrame);
   // One line for each step along the sum of both sides.
   EXPECT_NEAR(static_cast<double>(lines.size()), (200.0 + 50.0) / kHatchStep, 1.0);
   for (const PixelLine& line : lines) {
@@ -61,9 +61,9 @@ TEST(GraphHatching, LinesFillThePartAndNothingElse) {
     }
     EXPECT_NEAR(line[0].x + line[0].y, line[1].x + line[1].y, 1e-9) << "slanting";
   }
-  EXPECT_TRUE(HatchLines({1, 20, 99, ""}, kDepth, kArea).empty()) << "below the graph";
-  EXPECT_TRUE(HatchLines({1, 5, 5, ""}, kDepth, kArea).empty());
-  EXPECT_LT(HatchLines({1, NAN, INFINITY, ""}, kDepth, kArea).size(), 60u);
+  EXPECT_TRUE(HatchLines({1, 20, 99, ""}, kDepth, kFrame).empty()) << "below the graph";
+  EXPECT_TRUE(HatchLines({1, 5, 5, ""}, kDepth, kFrame).empty());
+  EXPECT_LT(HatchLines({1, NAN, INFINITY, ""}, kDepth, kFrame).size(), 60u);
 }
 
 TEST(GraphHatching, AFigureHasBoth) {

@@ -12,6 +12,7 @@
 #include "forward/cylinder_functions.h"
 #include "forward/dense_eigen.h"
 #include "forward/point_load_site.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
@@ -26,7 +27,6 @@ using test::Site;
 Complex C(dcomplex z) {
   return {z.re, z.im};
 }
-constexpr double kPi = 3.14159265358979323846;
 
 // --- assembly ---
 

@@ -14,8 +14,6 @@
 namespace sondera {
 namespace {
 
-using modes::Ground;
-
 constexpr double kAgreement = 2e-6;
 
 /// Rayleigh's equation as the cubic in x = (c / Vs)^2: x^3 - 8 x^2 + (24 - 16 q) x - 16 (1 - q) = 0, q = (Vs
@@ -35,7 +33,8 @@ TEST(PlaneWavePhysics, UniformHalfSpaceObeysRayleighsEquation) {
     for (double Vs : {61.0, 213.7, 1480.0}) {
       const double expected = RayleighVelocity(Vs, nu);
       for (double L : {0.05, 2.385, 60.0})
-        EXPECT_NEAR(PlaneWaveVelocity<Ground>({{1.0}, {Vs}, {1.9}, {nu}}, L) / expected, 1.0, 2e-7) << nu;
+        EXPECT_NEAR(PlaneWaveVelocity<modes::Ground>({{1.0}, {Vs}, {1.9}, {nu}}, L) / expected, 1.0, 2e-7)
+            << nu;
     }
   }
   EXPECT_NEAR(RayleighVelocity(1.0, 0.25), 0.919401687, 1e-9) << "the known value of a Poisson solid";
@@ -44,7 +43,7 @@ TEST(PlaneWavePhysics, UniformHalfSpaceObeysRayleighsEquation) {
 /// A site, and the wavelengths at which its wave leaks into the layer that replaces the half-space.
 struct Site {
   const char* name;
-  Ground ground;
+  modes::Ground ground;
   std::vector<double> leaks;
 };
 
@@ -87,7 +86,7 @@ TEST_P(PlaneWaveModes, VelocityIsTheFundamentalModeOfTheGroundAboveTwiceTheWavel
   const Site& site = GetParam();
   for (double L : kWavelengths) {
     const double c = PlaneWaveVelocity(site.ground, L);
-    const Ground cut = modes::CutAt(site.ground, 2.0 * L);
+    const modes::Ground cut = modes::CutAt(site.ground, 2.0 * L);
     const double deepest = cut.Vs.back(), slowest = *std::min_element(cut.Vs.begin(), cut.Vs.end());
     const auto found = modes::Modes(cut, L, 0.3 * slowest, deepest * (1.0 - 1e-9), 1);
     const bool leaks = std::find(site.leaks.begin(), site.leaks.end(), L) != site.leaks.end();
@@ -102,7 +101,7 @@ TEST_P(PlaneWaveModes, VelocityIsTheFundamentalModeOfTheGroundAboveTwiceTheWavel
 }
 
 TEST_P(PlaneWaveModes, WithAllLayersAboveTwiceTheWavelengthTheFullGroundCounts) {
-  const Ground& g = GetParam().ground;
+  const modes::Ground& g = GetParam().ground;
   const auto found = modes::Modes(g, 80.0, 0.3 * *std::min_element(g.Vs.begin(), g.Vs.end()), g.Vs.back(), 1);
   ASSERT_FALSE(found.empty());
   EXPECT_NEAR(PlaneWaveVelocity(g, 80.0) / found[0], 1.0, kAgreement);
@@ -112,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(Sites, PlaneWaveModes, ::testing::ValuesIn(kSites),
                          [](const auto& instance) { return instance.param.name; });
 
 TEST(PlaneWavePhysics, TruncationAtTwiceTheWavelengthIsSeenAgainstTheFullGround) {
-  const Ground g{{5, 1}, {100, 800}, {1.7, 2.3}, {.4, .25}};
+  const modes::Ground g{{5, 1}, {100, 800}, {1.7, 2.3}, {.4, .25}};
   const double L = 2.0, c = PlaneWaveVelocity(g, L);  // rock at a depth of 2.5 L is not seen
   const auto full = modes::Modes(g, L, 30.0, 790.0, 1);
   ASSERT_FALSE(full.empty());
@@ -123,7 +122,7 @@ TEST(PlaneWavePhysics, TruncationAtTwiceTheWavelengthIsSeenAgainstTheFullGround)
 
 TEST(PlaneWavePhysics, PairOfRootsBetweenNeighbouringTrialsIsSkipped) {
   // Two soft layers with guided modes of nearly the same velocity: a pair closer than a step of the scan.
-  const Ground g{
+  const modes::Ground g{
       {6, 2, 6, 2, 1}, {300, 110, 300, 119, 311.8}, {1.9, 1.7, 1.9, 1.7, 1.9}, {.3, .4, .3, .4, .3}};
   const double L = 10.0, c = PlaneWaveVelocity(g, L);
   const auto found = modes::Modes(g, L, 60.0, 305.0, 3);

@@ -6,18 +6,16 @@
 #include <malloc.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "forward/plane_wave_reference.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
 using plain::Ground;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kUntouched = -7.25;
 constexpr double kVelocityShift = 0.9998999834060669;
 

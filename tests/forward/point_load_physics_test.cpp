@@ -13,14 +13,13 @@
 
 #include "forward/point_load_site.h"
 #include "forward/wavenumber_integral.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
 using test::Site;
 using truth::Complex;
-
-constexpr double kPi = 3.14159265358979323846;
 
 // --- the exact solution itself ---
 

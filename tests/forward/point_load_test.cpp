@@ -5,18 +5,16 @@
 
 #include <cmath>
 #include <complex>
-#include <limits>
 
 #include "forward/point_load_site.h"
 #include "numeric/allocation_count.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
 using test::AllocationCount;
 using test::Site;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 std::vector<truth::Layer> Normal() {
   return {{3.0, 150.0, 1.8, 0.3, 0.02}, {5.0, 220.0, 1.9, 0.3, 0.02}, {100.0, 320.0, 2.0, 0.3, 0.02}};

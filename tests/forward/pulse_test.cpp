@@ -4,14 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
+
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
 
 using Complex = std::complex<double>;
-
-constexpr double kPi = std::numbers::pi;
 
 TEST(PulseRecord, FirstValuesAndDerivedTimes) {
   PulseRecord p;

@@ -7,15 +7,13 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "forward/plane_wave.h"
 #include "forward/site_files.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
-
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
 SyntheticSite Quiet() {
   SyntheticSite site;

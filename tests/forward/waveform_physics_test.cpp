@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <complex>
-#include <numbers>
 #include <sstream>
 
 #include "forward/exact_records.h"
@@ -14,6 +13,7 @@
 #include "forward/waveform_text.h"
 #include "forward/wavenumber_integral.h"
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
@@ -22,8 +22,6 @@ using Complex = std::complex<double>;
 using test::ExactLines;
 using test::Generated;
 using test::WorstPercent;
-
-constexpr double kPi = std::numbers::pi;
 
 WaveformSetup Ricker(std::vector<WaveformLayer> layers, std::vector<double> receivers, double fc, double T,
                      int points) {

@@ -5,13 +5,13 @@
 
 #include <chrono>
 #include <cmath>
-#include <numbers>
 #include <sstream>
 
 #include "forward/exact_records.h"
 #include "forward/plane_wave_table.h"
 #include "forward/waveform_text.h"
 #include "numeric/analysis.h"
+#include "numeric/pi.h"
 
 namespace sondera {
 namespace {
@@ -19,8 +19,6 @@ namespace {
 using Complex = std::complex<double>;
 using test::Generated;
 using test::WorstPercent;
-
-constexpr double kPi = std::numbers::pi;
 
 /// 2 m of 150 m/s on 300 m/s, receivers at 2 and 8 m, a quarter of a second.
 WaveformSetup Small() {

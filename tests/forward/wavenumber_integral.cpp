@@ -7,10 +7,11 @@
 #include <array>
 #include <cmath>
 
+#include "numeric/pi.h"
+
 namespace sondera::truth {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 const Complex kI(0.0, 1.0);
 
 using Matrix = std::array<std::array<Complex, 2>, 2>;

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <csignal>
 #include <filesystem>
-#include <limits>
 
 #include "panels/entry_lists.h"
 #include "run/sweep_state.h"
@@ -15,6 +14,7 @@
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/events.h"
 #include "runtime/redraw.h"
+#include "support/odd_numbers.h"
 #include "support/run_case.h"
 
 namespace sondera::testing {
@@ -443,9 +443,6 @@ TEST_F(FS_RunIAnalTest, HaltFromBeforeIsForgotten) {
 }
 
 // --- invalid curves ---
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 TEST_F(FS_RunIAnalTest, HostileCurvesGiveAMessageOrFiniteResults) {
   const std::vector<double> L = {2.0, 4.0, 8.0, 16.0};

@@ -9,9 +9,11 @@
 #include <cmath>
 #include <complex>
 #include <limits>
-#include <numbers>
 #include <random>
 #include <vector>
+
+#include "numeric/pi.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
@@ -19,11 +21,6 @@ namespace {
 using ::testing::DoubleNear;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
 struct Sequence {
   std::vector<double> re, im;

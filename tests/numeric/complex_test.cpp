@@ -9,14 +9,11 @@
 
 #include "numeric/complex_one.h"
 #include "numeric/complex_two.h"
+#include "numeric/pi.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kPi = 3.14159265358979323846;
 
 std::complex<double> Std(dcomplex z) {
   return {z.re, z.im};

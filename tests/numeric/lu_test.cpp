@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "numeric/plain_algebra.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
 using namespace test;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kMaxRatio = 30.0;  // of residual to n |A| eps
 const int kSizes[] = {1, 2, 3, 5, 10, 50, 70};
 

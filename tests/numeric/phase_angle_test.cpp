@@ -5,14 +5,14 @@
 
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 #include <vector>
+
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");
 
 bool SameBytes(const std::vector<double>& a, const std::vector<double>& b) {

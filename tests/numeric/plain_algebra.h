@@ -5,14 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <random>
 #include <vector>
 
-namespace sondera::test {
+#include "support/odd_numbers.h"
 
-constexpr double kEps = std::numeric_limits<double>::epsilon();
+namespace sondera::test {
 
 /// Matrix by columns in a vector that counts from 1, element (i, j) at (j - 1) * ld + i, so that data() is
 /// what the kernels take. Element 0 is a guard.

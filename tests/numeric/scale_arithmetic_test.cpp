@@ -5,14 +5,14 @@
 
 #include <climits>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <string>
+
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");
 
 TEST(TruncToInt, CutsTowardsZeroAndHoldsTheLimits) {

@@ -8,13 +8,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "numeric/plain_algebra.h"
+#include "support/odd_numbers.h"
 #include "support/popup_recorder.h"
 
 namespace sondera {
@@ -22,8 +22,6 @@ namespace {
 
 using namespace test;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kMaxRatio = 30.0;  // of residual to n |A| eps
 const int kSizes[] = {1, 2, 3, 5, 10, 50, 70};
 

@@ -71,12 +71,6 @@ class RepCurvePanel : public testing::RepCurveTest {
     SetCtrlVal(ARRAY_POLYORDER, order);
     return IndPolyOrderCallback(Panel::CDISPPNL, &ARRAY_POLYORDER, Event::Commit, 0);
   }
-  static std::vector<std::string> Labels() {
-    std::vector<std::string> labels;
-    for (int i = 0; i < GetNumListItems(ARRAY_DISPCURVELIST); ++i)
-      labels.push_back(GetLabelFromIndex(ARRAY_DISPCURVELIST, i));
-    return labels;
-  }
 
   PMeasInfo *first = nullptr, *excluded = nullptr, *last = nullptr;
   std::vector<int> drawn;
@@ -86,15 +80,15 @@ class RepCurvePanel : public testing::RepCurveTest {
 TEST_F(RepCurvePanel, TheButtonShowsThePanelWithChannelsCountedFromOne) {
   EXPECT_EQ(Open(), 0);
   EXPECT_TRUE(IsPanelShown(Panel::CDISPPNL));
-  EXPECT_THAT(Labels(), ElementsAre("m1[2:3]", "m1[1:2]"));
+  EXPECT_THAT(testing::LabelsOf(ARRAY_DISPCURVELIST), ElementsAre("m1[2:3]", "m1[1:2]"));
   Open();
-  EXPECT_EQ(Labels().size(), 2u);  // the list is made again
+  EXPECT_EQ(testing::LabelsOf(ARRAY_DISPCURVELIST).size(), 2u);  // the list is made again
 }
 
 TEST_F(RepCurvePanel, TheMenuItemShowsThePanelWithChannelsCountedFromZero) {
   EXPECT_EQ(CalcRepDispMenuCallback(Panel::MAINMENU, &mainmenu::CALC_REP_DISP_MENU, Event::Commit, 0), 0);
   EXPECT_TRUE(IsPanelShown(Panel::CDISPPNL));
-  EXPECT_THAT(Labels(), ElementsAre("m1[1:2]", "m1[0:1]"));
+  EXPECT_THAT(testing::LabelsOf(ARRAY_DISPCURVELIST), ElementsAre("m1[1:2]", "m1[0:1]"));
   EXPECT_EQ(EnterOrder(7), 0);
   EXPECT_EQ(first->polyOrderA, 7);
 }
@@ -132,7 +126,7 @@ TEST_F(RepCurvePanel, OpeningGivesPairsWithoutTermsTheDefaultAndShowsThoseOfTheF
 TEST_F(RepCurvePanel, OpeningWithoutIncludedPairsShowsAnEmptyList) {
   first->included = last->included = 0;
   Open();
-  EXPECT_THAT(Labels(), IsEmpty());
+  EXPECT_THAT(testing::LabelsOf(ARRAY_DISPCURVELIST), IsEmpty());
   EXPECT_EQ(EnterOrder(7), 0);
   EXPECT_EQ(first->polyOrderA, 0);
 }

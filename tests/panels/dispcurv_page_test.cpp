@@ -21,12 +21,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::vector<std::string> Labels(const ListControl& list) {
-  std::vector<std::string> labels;
-  for (int i = 0; i < GetNumListItems(list); ++i) labels.push_back(GetLabelFromIndex(list, i));
-  return labels;
-}
-
 const GraphModel& Graph() {
   return GraphOf(dispcurv::DISPGRAPH);
 }
@@ -93,8 +87,8 @@ TEST_F(DispCurvPage, SortsTheCurvesIntoTheirLists) {
   AddCurve(1, 3, {}, 0);
   AddCurve(2, 3, {150.0});
   EXPECT_EQ(DrawDispCurvPage(1), 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]", "line 1[3:4]"));
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), ElementsAre("line 1[1:3]", "line 1[2:4]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]", "line 1[3:4]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), ElementsAre("line 1[1:3]", "line 1[2:4]"));
   EXPECT_THAT(Legends(), ElementsAre("line 1[1:2]", "line 1[3:4]"));
   EXPECT_EQ(DrawDispCurvPage(1), 0);
   EXPECT_EQ(GetNumListItems(dispcurv::LIST_INCLUDED), 2) << "a second draw starts afresh";
@@ -105,8 +99,8 @@ TEST_F(DispCurvPage, OtherFlagsGiveTheLabelsOfContinuousWaves) {
   AddCurve(0, 1, {200.0});
   AddCurve(0, 2, {200.0}, 0);
   EXPECT_EQ(DrawDispCurvPage(0), 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("CSW-line 1[1:2]"));
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), ElementsAre("CSW-line 1[1:3]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("CSW-line 1[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), ElementsAre("CSW-line 1[1:3]"));
 }
 
 TEST_F(DispCurvPage, PairsWithoutAPointLeaveThePageAsItWas) {
@@ -116,7 +110,7 @@ TEST_F(DispCurvPage, PairsWithoutAPointLeaveThePageAsItWas) {
   const int revision = Graph().revision;
   EXPECT_EQ(DrawDispCurvPage(1), -1);
   EXPECT_EQ(Graph().revision, revision);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]"));
 }
 
 TEST_F(DispCurvPage, WithoutPairsThePageIsEmptied) {
@@ -124,7 +118,7 @@ TEST_F(DispCurvPage, WithoutPairsThePageIsEmptied) {
   EXPECT_EQ(DrawDispCurvPage(1), 0);
   FreePMeasInfoList();
   EXPECT_EQ(DrawDispCurvPage(1), 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), IsEmpty());
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), IsEmpty());
   EXPECT_TRUE(Graph().plots.empty());
   EXPECT_TRUE(Graph().xAxis.autoScale);
 }
@@ -331,7 +325,7 @@ TEST_F(DispCurvPage, HostileRecordsDoNoHarm) {
   ASSERT_EQ(Graph().plots.size(), 2u);
   EXPECT_EQ(Graph().plots[0].x.size(), 16u) << "no more than the arrays hold";
   EXPECT_EQ(Graph().plots[1].x.size(), 2u);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("line 1[1:2]"));
 }
 
 }  // namespace

@@ -17,12 +17,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::vector<std::string> Labels(const ListControl& list) {
-  std::vector<std::string> labels;
-  for (int i = 0; i < GetNumListItems(list); ++i) labels.push_back(GetLabelFromIndex(list, i));
-  return labels;
-}
-
 class CurveLists : public SessionTest {
  protected:
   void SetUp() override {
@@ -69,12 +63,12 @@ TEST_F(DispersionPage, ButtonsMoveTheCurveAndSetItsFlagWithoutADraw) {
   EXPECT_EQ(Send(ExludeDispCurveCallback, dispcurv::EXCLUDE), 0);
   EXPECT_EQ(first.included, 1);
   EXPECT_EQ(second.included, 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]"));
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), ElementsAre("shot[1:3]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), ElementsAre("shot[1:3]"));
   EXPECT_EQ(Send(IncludeDispCurveCallback, dispcurv::INCLUDE), 0);
   EXPECT_EQ(second.included, 1);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]", "shot[1:3]"));
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), IsEmpty());
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]", "shot[1:3]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), IsEmpty());
   EXPECT_THAT(drawn, IsEmpty());
 }
 
@@ -82,12 +76,12 @@ TEST_F(DispersionPage, DoubleClicksDoTheSame) {
   PMeasInfo& pair = AddPair(0, 1, 1);
   EXPECT_EQ(Send(IncludedDispCurveListCallback, dispcurv::LIST_INCLUDED, Event::LeftDoubleClick), 0);
   EXPECT_EQ(pair.included, 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), ElementsAre("shot[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), ElementsAre("shot[1:2]"));
   EXPECT_EQ(Send(ExcludedDispCurveListCallback, dispcurv::LIST_EXCLUDED, Event::LeftClick), 0);
   EXPECT_EQ(pair.included, 0) << "one click only chooses";
   EXPECT_EQ(Send(ExcludedDispCurveListCallback, dispcurv::LIST_EXCLUDED, Event::LeftDoubleClick), 0);
   EXPECT_EQ(pair.included, 1);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]"));
 }
 
 TEST_F(DispersionPage, EmptyListsRefuse) {
@@ -103,7 +97,7 @@ TEST_F(DispersionPage, EmptyListsRefuse) {
 TEST_F(DispersionPage, LabelOfNoPairStaysWhereItIs) {
   InsertListItem(dispcurv::LIST_EXCLUDED, -1, "gone[1:2]", 0);
   EXPECT_EQ(Send(IncludeDispCurveCallback, dispcurv::INCLUDE), -1);
-  EXPECT_THAT(Labels(dispcurv::LIST_EXCLUDED), ElementsAre("gone[1:2]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_EXCLUDED), ElementsAre("gone[1:2]"));
 }
 
 TEST_F(DispersionPage, OnlyTheCurrentProjectIsMeant) {
@@ -184,7 +178,7 @@ TEST_F(DispersionPage, MovesOfCurvesDoNothing) {
   for (Callback move : {DispCurveMoveUpCallback, DispCurveMoveDownCallback, DispCurveMoveTopCallback,
                         DispCurveMoveBottomCallback})
     EXPECT_EQ(Send(move, dispcurv::LIST_INCLUDED), 0);
-  EXPECT_THAT(Labels(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]", "shot[1:3]"));
+  EXPECT_THAT(LabelsOf(dispcurv::LIST_INCLUDED), ElementsAre("shot[1:2]", "shot[1:3]"));
   EXPECT_EQ(GetCtrlIndex(dispcurv::LIST_INCLUDED), 1);
   EXPECT_THAT(drawn, IsEmpty());
 }

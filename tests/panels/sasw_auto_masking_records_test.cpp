@@ -14,6 +14,7 @@
 #include "signal/site_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
+#include "support/percentile.h"
 
 namespace sondera::testing {
 namespace {
@@ -41,13 +42,6 @@ struct Outcome {
 };
 
 // ---- the run
-
-double Percentile(const std::vector<double>& sorted, double share) {
-  const double at = share * static_cast<double>(sorted.size() - 1);
-  const auto low = static_cast<std::size_t>(at);
-  const std::size_t high = std::min(low + 1, sorted.size() - 1);
-  return sorted[low] + (at - static_cast<double>(low)) * (sorted[high] - sorted[low]);
-}
 
 Ratios RatiosOf(const PMeasInfo& pair, const SiteCurve& curve) {
   std::vector<double> ratios;

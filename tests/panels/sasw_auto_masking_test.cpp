@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "panels/sasw_pair.h"
@@ -16,12 +15,12 @@
 #include "signal/irf.h"
 #include "signal/line_masks.h"
 #include "signal/wave_groups.h"
+#include "support/odd_numbers.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr const char* kQuestion = "Need to recalculate Gabor spectrum. Allow to do it ?";
 
 class AutoMaskingTest : public PairTest {

@@ -14,6 +14,7 @@
 #include "signal/site_curves.h"
 #include "support/field_data.h"
 #include "support/import_fixture.h"
+#include "support/percentile.h"
 
 namespace sondera::testing {
 namespace {
@@ -221,14 +222,6 @@ std::vector<RecordCase> Records() {
        &kOysandCurve,
        {ofChannels(oysand20, 1, 2), ofChannels(oysand30, 1, 3)}},
   };
-}
-
-double Percentile(std::vector<double> values, double share) {
-  std::sort(values.begin(), values.end());
-  const double at = share * static_cast<double>(values.size() - 1);
-  const auto low = static_cast<std::size_t>(at);
-  const std::size_t high = std::min(low + 1, values.size() - 1);
-  return values[low] + (at - static_cast<double>(low)) * (values[high] - values[low]);
 }
 
 class CurvesOfRecords : public ImportTest {

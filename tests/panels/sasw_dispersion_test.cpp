@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <numbers>
 
+#include "numeric/pi.h"
 #include "panels/meassetup.h"
 #include "panels/sasw_masking.h"
 #include "records/session.h"
@@ -22,7 +22,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr double kPi = std::numbers::pi;
 constexpr int kSamples = 50;  // delay per receiver spacing: 10 m in 0.05 s, 200 m/s
 constexpr double kVelocity = 200.0;
 

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "plot_ps/ink.h"
 #include "plot_ps/moves.h"
@@ -14,8 +13,7 @@
 namespace sondera::testing {
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
-constexpr double kCm = 28.346457, kLeft = 28.3, kBottom = 56.7;
+constexpr double kLeft = 28.3, kBottom = 56.7;
 
 class Axes : public PsTest {};
 

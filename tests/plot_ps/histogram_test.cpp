@@ -11,8 +11,6 @@
 namespace sondera::testing {
 namespace {
 
-constexpr double kCm = 28.346457;
-
 class Histogram : public PsTest {};
 
 TEST_F(Histogram, StatisticsOfAKnownSet) {

@@ -3,14 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "ps_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
 
 class Ink : public PsTest {};
 

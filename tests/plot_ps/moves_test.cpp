@@ -11,8 +11,6 @@
 namespace sondera::testing {
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
-
 class Moves : public PsTest {};
 
 TEST_F(Moves, FourCodes) {

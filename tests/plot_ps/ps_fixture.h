@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@
 #include "support/temp_folder.h"
 
 namespace sondera::testing {
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
+constexpr double kCm = 28.346457;  // points
 
 using Drawing = std::function<void()>;
 

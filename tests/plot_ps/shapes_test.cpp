@@ -13,9 +13,6 @@
 namespace sondera::testing {
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
-constexpr double kCm = 28.346457;
-
 class Shapes : public PsTest {};
 
 TEST_F(Shapes, PolylineDrawsThePointsFromTheFirst) {

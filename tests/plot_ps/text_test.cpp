@@ -10,8 +10,6 @@
 namespace sondera::testing {
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-
 class Text : public PsTest {};
 
 TEST_F(Text, HeightsGiveFontSizes) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <set>
 
@@ -12,8 +11,6 @@
 
 namespace sondera::testing {
 namespace {
-
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
 /// A mark in tenths of a point: page, kind ('l' line, 'a' corner of an area, 't' text), ends.
 using Mark = std::vector<int>;

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <limits>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <sstream>
@@ -17,6 +16,7 @@
 #include "records/session.h"
 #include "runtime/text_format.h"
 #include "support/comma_locale.h"
+#include "support/odd_numbers.h"
 #include "support/project_bytes.h"
 #include "support/session_fixture.h"
 
@@ -25,8 +25,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A second reader of CSV, written from the rules of the format only.
 std::vector<std::vector<std::string>> Rows(const std::string& text) {

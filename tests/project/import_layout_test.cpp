@@ -5,14 +5,12 @@
 
 #include <cmath>
 #include <complex>
-#include <limits>
 #include <random>
+
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 SpectrumLayout LayOut(double f0, double f1, int count) {
   SpectrumLayout s;

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <complex>
 #include <map>
-#include <numbers>
 #include <random>
 
+#include "numeric/pi.h"
 #include "panels/loadtxdata_import.h"
 #include "project/import_seg2.h"
 #include "project/import_time.h"
@@ -27,8 +27,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Complex = std::complex<double>;
-
-constexpr double kPi = std::numbers::pi;
 
 /// A short wave that begins at 0.
 double Pulse(double t) {

@@ -6,13 +6,13 @@
 
 #include <climits>
 #include <cmath>
-#include <limits>
 
 #include "panels/mainmenu_project.h"
 #include "project/load_check.h"
 #include "project/project_file.h"
 #include "records/session.h"
 #include "runtime/findings.h"
+#include "support/odd_numbers.h"
 #include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
@@ -22,9 +22,6 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// Spectra as the imports lay them out: 8 lines of 2 Hz.
 HWSetup ImportedSampling() {

@@ -2,7 +2,6 @@
 // each project.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "records/inv_records.h"
 #include "records/model_records.h"
@@ -10,12 +9,10 @@
 #include "report/unit_labels.h"
 #include "report_fixture.h"
 #include "support/comma_locale.h"
+#include "support/odd_numbers.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// Half the length that a page computes for a text.
 double Half(const std::string& text, double size) {
@@ -464,10 +461,10 @@ TEST_F(ReportPages, ValuesThatAreNoNumbersStayOutOfTheFile) {
   const std::vector<Mark> phases = MarksOf(ReportKind::phases, 1);
   const std::vector<Mark> curves = MarksOf(ReportKind::dispersion, 1);
   bad.included = 1;
-  const double values[] = {kNan, kInf, -kInf, 1e308, 0.0, -5.0};
+  const double values[] = {kNaN, kInf, -kInf, 1e308, 0.0, -5.0};
   for (std::size_t i = 0; i < 6; ++i) bad.hPhase[i] = bad.phaseOrig[i] = values[i];
   for (int i = 0; i < 3; ++i) InvParam.Vs(1, i) = InvParam.Vp(1, i) = InvParam.resolution(1, i) = values[i];
-  InvParam.depth(1, 1) = kNan;
+  InvParam.depth(1, 1) = kNaN;
   InvParam.nu(1, 1) = 0.5;
   InvParam.rms[1] = 3.0;
   bad.nDispPoints = 6;

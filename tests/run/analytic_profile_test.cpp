@@ -4,20 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 #include "forward/plane_wave.h"
 #include "run/observations.h"
 #include "run/run_sizes.h"
 #include "support/named_runs.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 /// Rayleigh velocity over shear-wave velocity, from Rayleigh's cubic by bisection.
 double RayleighRatio(double nu) {

@@ -8,7 +8,7 @@
 #include <random>
 
 #include "run/run_sizes.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

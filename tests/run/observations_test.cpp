@@ -13,7 +13,7 @@
 #include "run/run_sizes.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "support/named_runs.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {

@@ -4,20 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "run/layer_stack.h"
 #include "run/layer_table.h"
 #include "run/observations.h"
 #include "run/run_sizes.h"
 #include "support/named_runs.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class PropLayer : public RunTest {
  protected:

@@ -4,17 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numeric>
 
 #include "records/run_limits.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class SystemModel : public RunTest {};
 

@@ -11,13 +11,12 @@
 #include <string>
 
 #include "support/comma_locale.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
 
 using test::CommaLocale;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 TEST(ParseReal, TakesTheLeadingNumber) {
   EXPECT_EQ(ParseReal("2.385"), 2.385);

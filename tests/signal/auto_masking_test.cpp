@@ -1,11 +1,11 @@
 // The automatic masking without a page. The button, with whole runs, is in panels/sasw_auto_masking_test.cpp.
 #include "signal/auto_masking.h"
-#include "support/not_a_number.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "support/odd_numbers.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {

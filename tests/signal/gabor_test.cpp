@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <random>
 
@@ -14,13 +13,12 @@
 #include "records/session.h"
 #include "runtime/events.h"
 #include "signal/irf.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 const double kPi = std::acos(-1.0);
 
 std::vector<double> Filter(double f, double band, double beta, double f1, double f2, double deltaT, int N,

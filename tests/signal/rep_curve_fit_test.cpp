@@ -7,12 +7,11 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <random>
 
 #include "numeric/allocation_count.h"
 #include "signal/plain_rep_curve.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 
 namespace sondera {
 namespace {
@@ -24,7 +23,6 @@ using test::PlainResult;
 using test::QrValue;
 using test::SuppressedFit;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kUntouched = -77.0;
 
 /// The program's function over the same input.

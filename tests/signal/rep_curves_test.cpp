@@ -15,7 +15,7 @@
 #include "runtime/catalogue/cdisppnl.h"
 #include "runtime/events.h"
 #include "signal/plain_rep_curve.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/rep_curve_fixture.h"
 
 namespace sondera {
@@ -28,8 +28,6 @@ using ::testing::Pointwise;
 using testing::Steps;
 using testing::TestMeasurement;
 using testing::Values;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class RepCurves : public testing::RepCurveTest {
  protected:

@@ -1,12 +1,12 @@
 // Tests of the data and the drawing of a section: points and ranges, stack, colours, tables.
 #include "signal/section.h"
-#include "support/not_a_number.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <sstream>
 
+#include "support/odd_numbers.h"
 #include "support/section_lines.h"
 
 namespace sondera {

@@ -9,7 +9,7 @@
 #include "plain_auto_masking.h"
 #include "records/session.h"
 #include "signal/gabor.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/pair_fixture.h"
 
 namespace sondera::testing {

@@ -1,7 +1,7 @@
 #include "signal/window_tuning.h"
 
 #include "records/session.h"
-#include "support/not_a_number.h"
+#include "support/odd_numbers.h"
 #include "support/session_fixture.h"
 
 namespace sondera::testing {

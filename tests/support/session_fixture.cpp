@@ -67,6 +67,12 @@ void SelectPair(const TestMeasurement& m, int refChan, int dspChan) {
     FillChannels(*ring, m.hw->nChannels, 1);
 }
 
+std::vector<std::string> LabelsOf(const ListControl& list) {
+  std::vector<std::string> labels;
+  for (int i = 0; i < GetNumListItems(list); ++i) labels.push_back(GetLabelFromIndex(list, i));
+  return labels;
+}
+
 std::string SessionTest::OnlyMessage() const {
   if (frontEnd.messages.size() == 1) return frontEnd.messages.front();
   return frontEnd.messages.empty() ? "(no message)" : "(more than one message)";

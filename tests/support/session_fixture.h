@@ -44,6 +44,9 @@ TestMeasurement AddMeasurement(const MeasurementPlan& plan = {});
 /// measurement.
 void SelectPair(const TestMeasurement& m, int refChan, int dspChan);
 
+/// The labels of a list, from the first one.
+std::vector<std::string> LabelsOf(const ListControl& list);
+
 /// SetUp brings everything to a known state and installs the recording front end.
 class SessionTest : public ::testing::Test {
  protected:

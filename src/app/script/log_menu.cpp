@@ -18,8 +18,7 @@ namespace {
 constexpr const char* kFilter = "*.txt";
 
 FileChoice AskForScript(const char* title, bool forSaving) {
-  const std::string folder = DirectoryOf(session.projectFileName);
-  return FileSelectPopup({folder.empty() ? CurrentDirectory() : folder, kFilter, title, forSaving});
+  return FileSelectPopup({ProjectDirectory(), kFilter, title, forSaving});
 }
 
 std::string Sentence(std::string text) {

@@ -28,13 +28,14 @@
 namespace sondera::script {
 namespace {
 
-using Kind = GivenAnswer::Kind;
+using AnswerKind = GivenAnswer::Kind;
 
 /// The only file that was chosen; null when there was another answer than Yes besides it.
 const GivenAnswer* TheFile(const GivenAnswers& answers) {
-  if (CountOf(answers, Kind::File) != 1 || CountOf(answers, Kind::Yes) + 1 != answers.size()) return nullptr;
+  if (CountOf(answers, AnswerKind::File) != 1 || CountOf(answers, AnswerKind::Yes) + 1 != answers.size())
+    return nullptr;
   return &*std::find_if(answers.begin(), answers.end(),
-                        [](const GivenAnswer& a) { return a.kind == Kind::File; });
+                        [](const GivenAnswer& a) { return a.kind == AnswerKind::File; });
 }
 
 /// `WORD FILE`, with overwrite=yes where the file was there.
@@ -207,7 +208,8 @@ InputLine ReadShots(const Control&) {
 
 InputLine AddStation(const Control&) {
   return WithAnswers([](const GivenAnswers& answers) -> std::string {
-    if (answers.size() != 2 || answers[0].kind != Kind::File || answers[1].kind != Kind::Text) return "";
+    if (answers.size() != 2 || answers[0].kind != AnswerKind::File || answers[1].kind != AnswerKind::Text)
+      return "";
     const auto place = NumberOf(answers[1].text);
     return place && answers[0].existed ? "station " + PathText(answers[0].text) + " at=" + TextOf(*place)
                                        : "";
@@ -260,8 +262,8 @@ InputLine WaveformToMeasurement(const Control&) {
   return WithAnswers([id, exists](const GivenAnswers& answers) -> std::string {
     const std::size_t asked = exists + 1;
     if (answers.size() > asked || (exists == 1 && answers.size() != asked)) return "";
-    if (exists == 1 && answers.front().kind != Kind::Yes) return "";
-    const bool masks = answers.size() == asked && answers.back().kind == Kind::Yes;
+    if (exists == 1 && answers.front().kind != AnswerKind::Yes) return "";
+    const bool masks = answers.size() == asked && answers.back().kind == AnswerKind::Yes;
     return "waveform measurement " + ArgumentText(id) + (masks ? " masks=yes" : "") +
            (exists == 1 ? " overwrite=yes" : "");
   });

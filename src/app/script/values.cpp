@@ -96,6 +96,15 @@ std::string Quoted(std::string_view text) {
   return quoted + '"';
 }
 
+std::string MarkdownCell(std::string_view text) {
+  std::string cell;
+  for (const char c : text) {
+    if (c == '|') cell += '\\';
+    cell += c;
+  }
+  return cell;
+}
+
 std::string NearestOf(std::string_view name, const std::vector<std::string>& candidates) {
   if (name.empty() || name.size() > kLongestName) return {};
   std::size_t least = std::max<std::size_t>(2, name.size() / 3) + 1;

@@ -19,6 +19,8 @@ std::vector<std::string> ItemsOf(std::string_view text);
 std::string TextOf(double number);
 /// Text in quotation marks, with those and backslashes inside escaped.
 std::string Quoted(std::string_view text);
+/// Text as a cell of a Markdown table, whose bars are escaped.
+std::string MarkdownCell(std::string_view text);
 
 /// The candidate with the fewest changed letters, without regard to case; empty when none is similar.
 std::string NearestOf(std::string_view name, const std::vector<std::string>& candidates);

@@ -1,6 +1,7 @@
 // words_help.cpp - the texts that are made from the table of words. See words.h.
 #include <algorithm>
 
+#include "app/script/values.h"
 #include "app/script/words.h"
 
 namespace sondera::script {
@@ -54,16 +55,6 @@ std::string HelpOfForm(const WordForm& form) {
          Wrapped(SettingsOf(form), kHelpColumn, kHelpWidth);
 }
 
-/// Bars would end a cell of the table.
-std::string Escaped(std::string_view text) {
-  std::string cell;
-  for (const char c : text) {
-    if (c == '|') cell += '\\';
-    cell += c;
-  }
-  return cell;
-}
-
 constexpr std::string_view kIntroduction = R"(Scripts of the second dialect begin with the line "*sondera 2".
 
   sondera run SCRIPT      runs one; - is standard input
@@ -108,7 +99,7 @@ std::string HelpOfWord(std::string_view word) {
 std::string MarkdownOfWords() {
   std::string table = "| Words | Meaning |\n|---|---|\n";
   for (const WordForm& form : AllForms())
-    table += "| `" + Escaped(UsageOf(form)) + "` | " + Escaped(form.help) + " |\n";
+    table += "| `" + MarkdownCell(UsageOf(form)) + "` | " + MarkdownCell(form.help) + " |\n";
   return table;
 }
 
