@@ -2,11 +2,14 @@
 #include "gui/boxes.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
@@ -47,9 +50,9 @@ QMessageBox::StandardButton RunBox(QMessageBox::Icon icon, std::string_view titl
   return static_cast<QMessageBox::StandardButton>(answer);
 }
 
-/// "*.da" -> "da"; empty for "*.*" and patterns without one extension.
-QString ExtensionOf(const std::string& filter) {
-  const QString text = ToQt(filter);
+/// "*.da" -> "da"; empty for "*.*", and where what stands after the last point is more than one word of letters and
+/// digits ("Exp. and Theo. Curves").
+QString ExtensionOf(const QString& text) {
   const qsizetype dot = text.lastIndexOf(QLatin1Char('.'));
   QString extension = dot < 0 ? QString() : text.mid(dot + 1);
   for (const QChar c : std::as_const(extension))
@@ -73,9 +76,20 @@ std::vector<FileKind> KindsOf(const FileRequest& request) {
 /// Extension of the kind that is chosen in the dialog; that of the first one where all files are shown.
 QString ExtensionOfChoice(const std::vector<FileKind>& kinds, const QString& chosen) {
   for (const FileKind& kind : kinds)
-    if (NameFilter(kind) == chosen) return ExtensionOf(kind.filter);
-  return ExtensionOf(kinds.front().filter);
+    if (NameFilter(kind) == chosen) return ExtensionOf(ToQt(kind.filter));
+  return ExtensionOf(ToQt(kinds.front().filter));
 }
+
+/// Folders and files, without a look into them: the library's own pictures follow the contents of each file,
+/// which takes long in a folder of large records on a server, and for ever where a file has no end.
+class PlainIcons : public QFileIconProvider {
+ public:
+  using QFileIconProvider::icon;
+  QIcon icon(const QFileInfo& info) const override { return icon(info.isDir() ? Folder : File); }
+  QString type(const QFileInfo& info) const override {
+    return info.isDir() ? QObject::tr("Folder") : QObject::tr("%1 File").arg(info.suffix()).trimmed();
+  }
+};
 
 /// Accepts any typed name, also of a file that does not exist: the program then decides.
 class AnyNameDialog : public QFileDialog {
@@ -102,6 +116,17 @@ class AnyNameDialog : public QFileDialog {
     QDialog::accept();  // NOLINT(bugprone-parent-virtual-call): that of QFileDialog takes its own choice
   }
 };
+
+/// A combo box has no spoken name but that of its label, and the dialog ties the two together for its field only.
+void NameCombos(QFileDialog& dialog) {
+  const std::pair<const char*, const char*> kLabels[] = {{"lookInLabel", "lookInCombo"},
+                                                         {"fileTypeLabel", "fileTypeCombo"}};
+  for (const auto& [labelName, comboName] : kLabels) {
+    auto* label = dialog.findChild<QLabel*>(QLatin1String(labelName));
+    auto* combo = dialog.findChild<QComboBox*>(QLatin1String(comboName));
+    if (label && combo) label->setBuddy(combo);
+  }
+}
 
 }  // namespace
 
@@ -136,7 +161,11 @@ std::optional<std::string> AskText(std::string_view title, std::string_view text
 }
 
 FileChoice AskFile(const FileRequest& request) {
-  AnyNameDialog dialog(ParentOfBox(), ToQt(request.title));
+  PlainIcons icons;
+  const QString wanted = ToQt(request.directory);
+  const QString start = QDir(wanted).exists() && !wanted.isEmpty() ? wanted : QDir::currentPath();
+  AnyNameDialog dialog(ParentOfBox(), ToQt(request.title), start);
+  dialog.setIconProvider(&icons);
   dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
   dialog.setAcceptMode(request.forSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::AnyFile);
@@ -144,12 +173,12 @@ FileChoice AskFile(const FileRequest& request) {
   QStringList filters;
   for (const FileKind& kind : kinds) filters << NameFilter(kind);
   dialog.setNameFilters(filters << QStringLiteral("All files (*)"));
-  const QString start = ToQt(request.directory);
-  dialog.setDirectory(QDir(start).exists() && !start.isEmpty() ? start : QDir::currentPath());
+  NameCombos(dialog);
+  if (!request.name.empty()) dialog.selectFile(ToQt(request.name));
   if (dialog.exec() != QDialog::Accepted || dialog.chosen.isEmpty()) return {};
   QString path = dialog.chosen;
   const QString extension = ExtensionOfChoice(kinds, dialog.selectedNameFilter());
-  if (!extension.isEmpty() && QFileInfo(path).suffix().isEmpty() && !QFileInfo::exists(path))
+  if (!extension.isEmpty() && ExtensionOf(QFileInfo(path).fileName()).isEmpty() && !QFileInfo::exists(path))
     path += QLatin1Char('.') + extension;
   return {QFileInfo::exists(path) ? FileAnswer::Exists : FileAnswer::IsNew,
           FromQt(QDir::toNativeSeparators(path))};

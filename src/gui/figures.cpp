@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QBuffer>
-#include <QFileDialog>
+#include <QDir>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -22,6 +22,8 @@
 #include "gui/boxes.h"
 #include "gui/graph_view.h"
 #include "gui/qt_text.h"
+#include "runtime/paths.h"
+#include "runtime/project_hooks.h"
 #include "runtime/version.h"
 
 namespace sondera {
@@ -125,31 +127,34 @@ QString SaveFigure(QWidget& what, const QString& path) {
 }
 
 bool AskAndSaveFigure(QWidget& what, const QString& proposedName) {
-  QFileDialog dialog(QApplication::activeWindow(), QStringLiteral("Save as a picture"), proposedName,
-                     QStringLiteral("Document (*.pdf);;Drawing (*.svg);;Picture (*.png)"));
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(QStringLiteral("pdf"));
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-    dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
-  });
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
-  return SaveOrTell(what, dialog.selectedFiles().constFirst());
+  const FileChoice choice =
+      AskFile({.directory = DirectoryOf(ProjectPath()),
+               .filter = "*.pdf",
+               .title = "Save as a picture",
+               .forSaving = true,
+               .kinds = {{"*.pdf", "Document"}, {"*.svg", "Drawing"}, {"*.png", "Picture"}},
+               .name = FromQt(proposedName)});
+  if (choice.answer == FileAnswer::Cancelled) return false;
+  if (choice.answer == FileAnswer::Exists &&
+      !AskYesNo(kAppTitle, "File already exists. Do you want to overwrite it ?"))
+    return false;
+  return SaveOrTell(what, ToQt(choice.path));
 }
 
 bool PrintFigure(QWidget& what, const QString& title) {
-  const QString file = title.simplified() + QStringLiteral(".pdf");
-  if (QPrinterInfo::availablePrinterNames().isEmpty()) return AskAndSaveFigure(what, file);
+  const QString name = title.simplified();
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) return AskAndSaveFigure(what, name);
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(title);
   printer.setCreator(ToQt(kAppTitle));
   printer.setPageOrientation(what.width() > what.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
   printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(file);
+  const QDir folder(ToQt(DirectoryOf(ProjectPath())));
+  printer.setOutputFileName(folder.absoluteFilePath(name + QStringLiteral(".pdf")));
   QPrintDialog dialog(&printer, QApplication::activeWindow());
   if (dialog.exec() != QDialog::Accepted) return false;
-  const QString name = printer.outputFileName(), ending = QFileInfo(name).suffix().toLower();
-  if (ending == "svg" || ending == "png") return SaveOrTell(what, name);
+  const QString file = printer.outputFileName(), ending = QFileInfo(file).suffix().toLower();
+  if (ending == "svg" || ending == "png") return SaveOrTell(what, file);
   const QRectF sheet = printer.pageRect(QPrinter::DevicePixel);
   const QSize size = SizeOf(what);
   Paint(what, printer, std::min(sheet.width() / size.width(), sheet.height() / size.height()), true);

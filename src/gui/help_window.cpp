@@ -157,7 +157,7 @@ void ManualText::keyPressEvent(QKeyEvent* event) {
 
 // ---- window ---------------------------------------------------------------------------------------------------------
 
-HelpWindow::HelpWindow(QWidget* owner) : QWidget(owner, Qt::Window) {
+HelpWindow::HelpWindow(QWidget* owner) : QDialog(owner, Qt::Window) {
   TakeManualFiles();
   setObjectName(QStringLiteral("HelpWindow"));
   setWindowTitle(QStringLiteral("Sondera manual"));
@@ -170,6 +170,8 @@ HelpWindow::HelpWindow(QWidget* owner) : QWidget(owner, Qt::Window) {
   search_->setClearButtonEnabled(true);
   label->setBuddy(search_);
   auto* next = new QPushButton(QStringLiteral("&Next"), this);
+  for (QPushButton* button : {back, forward, next})
+    button->setAutoDefault(false);  // Enter in the field searches, once
   note_ = new QLabel(this);
 
   chapters_ = new QTreeWidget(this);
@@ -195,7 +197,7 @@ HelpWindow::HelpWindow(QWidget* owner) : QWidget(owner, Qt::Window) {
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
   layout->addWidget(split, 1);
-  resize(960, 560);
+  resize(QSize(960, 560).boundedTo(screen()->availableSize() - QSize(16, 40)));  // with a frame around it
 
   back->setEnabled(false);
   forward->setEnabled(false);
@@ -221,13 +223,6 @@ HelpWindow::HelpWindow(QWidget* owner) : QWidget(owner, Qt::Window) {
   FillChapters();
   ShowPage(QString::fromLatin1(kChapters[0].page));
   text_->setFocus();
-}
-
-void HelpWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape)
-    close();
-  else
-    QWidget::keyPressEvent(event);
 }
 
 void HelpWindow::FillChapters() {

@@ -4,8 +4,8 @@
 // The texts of docs/ and their pictures are built into the program, so the manual is always available.
 #pragma once
 
+#include <QDialog>
 #include <QTextBrowser>
-#include <QWidget>
 
 class QLabel;
 class QLineEdit;
@@ -35,7 +35,7 @@ class ManualText final : public QTextBrowser {
   void Dress();
 };
 
-class HelpWindow final : public QWidget {
+class HelpWindow final : public QDialog {
   Q_OBJECT
 
  public:
@@ -44,9 +44,6 @@ class HelpWindow final : public QWidget {
   /// Shows a page, such as "manual.md" or "script.md#words".
   void ShowPage(const QString& page);
   ManualText& text() const { return *text_; }
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void FillChapters();

@@ -81,6 +81,30 @@ Menus::Menus(QMainWindow* window) : QObject(window), window_(window) {
   MakeToolBar();
   MakeKeys();
   Follow();
+  qApp->installEventFilter(this);
+}
+
+bool Menus::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::Shortcut:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+      byHand_ = true;
+      QMetaObject::invokeMethod(
+          this, [this] { byHand_ = false; }, Qt::QueuedConnection);
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+void Menus::Perform(const std::function<void()>& work) {
+  if (byHand_)
+    work();
+  else
+    QMetaObject::invokeMethod(this, work, Qt::QueuedConnection);
 }
 
 QMenu* Menus::MenuOf(const std::string& path) {
@@ -103,7 +127,7 @@ QAction* Menus::Add(QMenu* menu, const Control& c, const QString& caption) {
   QAction* action = menu->addAction(WithMnemonic(caption, letters_[menu]));
   action->setToolTip(ToQt(c.facts.hint));
   action->setMenuRole(QAction::NoRole);
-  connect(action, &QAction::triggered, this, [&c] { DispatchPress(c); });
+  connect(action, &QAction::triggered, this, [this, &c] { Perform([&c] { DispatchPress(c); }); });
   actions_.emplace_back(&c, action);
   return action;
 }
@@ -134,7 +158,7 @@ void Menus::FillRecent() {
     QString shown = ToQt(path);
     shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
     QAction* action = recent_->addAction(QStringLiteral("&%1  %2").arg(number).arg(shown));
-    connect(action, &QAction::triggered, this, [path] { OpenRecent(path); });
+    connect(action, &QAction::triggered, this, [this, path] { Perform([path] { OpenRecent(path); }); });
   }
   recent_->setEnabled(number > 0);
 }
@@ -175,6 +199,9 @@ void Menus::MakeToolBar() {
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   bar->setIconSize({16, 16});
+  // The library's own button, where the window is too narrow for all others.
+  if (auto* more = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button")))
+    more->setAccessibleName(tr("Tool bar, more"));
   const auto icon = [this](QStyle::StandardPixmap picture) {
     return window_->style()->standardIcon(picture);
   };

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QIcon>
 #include <QMainWindow>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,6 +26,9 @@ class Menus final : public QObject {
   /// Dims controls that do not react now; keys of the measurement page work on that page only.
   void Follow();
 
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+
  private:
   void MakeBar();
   void MakeToolBar();
@@ -33,6 +37,9 @@ class Menus final : public QObject {
   QAction* Add(QMenu* menu, const Control& c, const QString& caption);
   QAction* AddTool(const Control& c, const QString& text, const QIcon& icon);
   void FillRecent();
+  /// A key or a click has its effect at once, so that what is typed next goes into the box that it opens. A
+  /// screen reader that presses an item waits for the item's return; the box opens after that.
+  void Perform(const std::function<void()>& work);
 
   QMainWindow* window_;
   std::unordered_map<std::string, QMenu*> menus_;
@@ -41,6 +48,7 @@ class Menus final : public QObject {
   std::vector<QAction*> pageKeys_;
   QMenu* recent_ = nullptr;
   MeasurementRing* measurement_ = nullptr;
+  bool byHand_ = false;  // while a key or a click is at work
 };
 
 }  // namespace sondera

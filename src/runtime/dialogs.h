@@ -37,6 +37,7 @@ struct FileRequest {
   bool forSaving = false;
   /// Where the ending of the name selects the kind: all kinds, that of the filter first.
   std::vector<FileKind> kinds = {};
+  std::string name = {};  ///< proposed for a new file, without its ending
 };
 
 /// Print request: graphs of a panel, with the present models, in the order of the page.

@@ -6,6 +6,8 @@
 #include <clocale>
 #include <string>
 
+#include "support/temp_folder.h"
+
 int main(int argc, char** argv) {
   testing::InitGoogleMock(&argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -15,6 +17,9 @@ int main(int argc, char** argv) {
     if (word[0] != '-' && equals != std::string::npos)
       qputenv(word.substr(0, equals).c_str(), word.substr(equals + 1).c_str());
   }
+  // The toolkit keeps the last folders of its dialogs below this one.
+  const sondera::test::TempFolder settings;
+  qputenv("XDG_CONFIG_HOME", settings.Path().c_str());
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   return RUN_ALL_TESTS();

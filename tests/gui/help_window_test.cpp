@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
@@ -55,6 +56,8 @@ TEST(HeadingAnchor, IsThatOfTheLinksInTheTexts) {
 
 TEST(HelpWindow, HasAllPagesOfTheManual) {
   HelpWindow window(nullptr);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&window)->role(), QAccessible::Dialog)
+      << "a window for a reader too";
   const QStringList pages = PagesOf(window);
   EXPECT_EQ(pages.size(), 12);
   for (const QString& page : pages) {

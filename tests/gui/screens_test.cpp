@@ -21,6 +21,8 @@
 #include "gui/dispatch.h"
 #include "gui/fields.h"
 #include "gui/graph_view.h"
+#include "gui/help_window.h"
+#include "runtime/catalogue/mainmenu.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/text_format.h"
 #include "support/site_records.h"
@@ -183,6 +185,20 @@ TEST_F(Screens, DialogsAreReachedAndWholeFromSmallToLarge) {
       HidePanel(panel);
       Settle();
     }
+  });
+}
+
+TEST_F(Screens, TheManualFitsTheScreen) {
+  Run([&] {
+    DispatchPress(mainmenu::HELP);
+    Settle();
+    const auto* manual = MainWindowWidget()->findChild<HelpWindow*>();
+    ASSERT_TRUE(manual);
+    const QSize room = manual->screen()->availableSize();
+    EXPECT_LE(manual->width(), room.width());
+    EXPECT_LE(manual->height(), room.height());
+    EXPECT_LE(manual->minimumSizeHint().width(), manual->width());
+    ExpectWhole(manual, "manual");
   });
 }
 

@@ -92,7 +92,8 @@ class WindowSession : public ::testing::Test {
 
   TempFolder folder;
   std::deque<std::string> answers;
-  std::vector<std::string> asked;  // texts of the boxes that came up, titles of file dialogs
+  std::vector<std::string> asked;         // texts of the boxes that came up, titles of file dialogs
+  std::vector<std::string> startFolders;  // of the file dialogs that came up
 
  private:
   void AnswerBox() {
@@ -112,6 +113,7 @@ class WindowSession : public ::testing::Test {
       box->reject();
     } else if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
       asked.push_back(dialog->windowTitle().toStdString());
+      startFolders.push_back(dialog->directory().absolutePath().toStdString());
       std::string wanted = Next("");
       if (wanted.starts_with("kind:")) {
         const QStringList kinds = dialog->nameFilters().filter(QString::fromStdString(wanted.substr(5)));

@@ -1,4 +1,7 @@
 // The main window: pages, fields, menus, panels, projects.
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
@@ -11,7 +14,11 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QTreeWidget>
+
+#include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -34,6 +41,7 @@
 #include "runtime/catalogue/panel.h"
 #include "runtime/catalogue/sasw.h"
 #include "runtime/project_hooks.h"
+#include "support/failing_file_driver.h"
 #include "window_session.h"
 
 namespace sondera {
@@ -374,39 +382,49 @@ TEST_F(Windows, DontSaveLeavesWithoutASave) {
   });
 }
 
-TEST_F(Windows, ARightNameInTheFileDialogGetsTheFiltersExtension) {
+TEST_F(Windows, ASaveThatFailsIsToldAndLeavesTheOldFileAndTheChanges) {
+  const std::string path = folder.File("site.da");
   Run([&] {
-    Answer("file:" + folder.File("new_name"));
-    const FileChoice choice = AskFile({folder.Path(), "*.da", "File Save", true});
-    EXPECT_EQ(choice.answer, FileAnswer::IsNew);
-    EXPECT_EQ(choice.path, folder.File("new_name.da"));
-    std::ofstream(folder.File("there.txt")) << "x";
-    Answer("file:" + folder.File("there.txt"));
-    EXPECT_EQ(AskFile({folder.Path(), "*.da", "File Open", false}).answer, FileAnswer::Exists);
-    // A folder is entered; the dialog stays for a name in it. It asks nothing about a file that is there.
-    std::filesystem::create_directory(folder.File("below"));
-    std::ofstream(folder.File("below/old.da")) << "x";
-    asked.clear();
-    Answer("file:below");
-    Answer("file:old.da");
-    EXPECT_EQ(AskFile({folder.Path(), "*.da", "File Save", true}).path, folder.File("below/old.da"));
-    EXPECT_EQ(asked, (std::vector<std::string>{"File Save", "File Save"}));
-  });
-}
-
-TEST_F(Windows, TheKindChosenInTheFileDialogIsTheExtensionOfABareName) {
-  const FileRequest request = {
-      folder.Path(), "*.ps", "File Save", true, {{"*.ps", "Pages"}, {"*.pdf", "Report"}}};
-  Run([&] {
-    const auto answered = [&](const std::string& kind, const std::string& name) {
-      if (!kind.empty()) Answer("kind:" + kind);
-      Answer("file:" + folder.File(name));
-      return AskFile(request).path;
+    Answer("file:" + path);
+    DispatchPress(measpanel::F7);
+    const std::string before = test::ReadWhole(path);
+    ASSERT_FALSE(before.empty());
+    DispatchText(hmsetup::PROJID, "Bridge");
+    const auto failed = [&](const std::string& reason) {
+      ASSERT_FALSE(asked.empty());
+      EXPECT_THAT(asked.back(), ::testing::HasSubstr("The project could not be saved. "));
+      EXPECT_THAT(asked.back(), ::testing::HasSubstr(reason));
+      EXPECT_TRUE(test::ReadWhole(path) == before);
+      EXPECT_TRUE(HasUnsavedChanges());
+      EXPECT_TRUE(WidgetOf(measpanel::F6)->isEnabled());
+      asked.clear();
     };
-    EXPECT_EQ(answered("", "a"), folder.File("a.ps")) << "the first one";
-    EXPECT_EQ(answered("Report (*.pdf *.PDF)", "b"), folder.File("b.pdf"));
-    EXPECT_EQ(answered("All files", "c"), folder.File("c.ps"));
-    EXPECT_EQ(answered("Pages", "d.pdf"), folder.File("d.pdf")) << "an ending is kept";
+    {
+      const test::FailingFileDriver fullDisk({.failWrite = 1, .everAfter = true, .error = ENOSPC});
+      Answer("OK");
+      DispatchPress(measpanel::F6);
+      failed("No space left on device");
+    }
+    // The question at the end still offers the save, and a save that fails does not end the program.
+    {
+      const test::FailingFileDriver fullDisk({.failWrite = 1, .everAfter = true, .error = ENOSPC});
+      Answer("Save");
+      Answer("OK");
+      DispatchPress(mainmenu::QUIT);
+      EXPECT_FALSE(QuitRequested());
+      failed("No space left on device");
+    }
+    // Nobody may write here, the system's administrator included.
+    Answer("file:/proc/site.da");
+    Answer("OK");
+    DispatchPress(measpanel::F7);
+    failed("/proc/site.da");
+    // The chosen name stays, as after a No to overwriting, until Save As chooses another.
+    Answer("file:" + path);
+    Answer("Yes");
+    DispatchPress(measpanel::F7);
+    EXPECT_FALSE(HasUnsavedChanges());
+    EXPECT_FALSE(test::ReadWhole(path) == before);
   });
 }
 
@@ -485,6 +503,9 @@ TEST_F(Windows, EveryControlOfEveryWindowHasANameOfItsOwn) {
       EXPECT_TRUE(window->accessibleName().isEmpty()) << where << ": it would replace the title";
     };
     check(MainWindowWidget(), "main window");
+    const auto* more = MainWindowWidget()->findChild<QToolButton*>("qt_toolbar_ext_button");
+    ASSERT_TRUE(more);
+    EXPECT_EQ(more->accessibleName(), "Tool bar, more") << "seen in a narrow window";
     for (const Panel panel : WindowPanels()) {
       DisplayPanel(panel);
       QTest::qWait(5);
@@ -584,6 +605,41 @@ TEST(Recent, KeepsEightNewestFirstAndSurvivesAFolderThatCannotBeWritten) {
   qputenv("XDG_STATE_HOME", "/dev/null/no/such");
   NoteRecentFile("/projects/site1.da");
   EXPECT_TRUE(RecentFiles().empty());
+}
+
+TEST(Recent, ARescuedProjectIsFoundFromAnotherFolderToo) {
+  const test::TempFolder folder;
+  qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path()));
+  NoteRescuedProject("site.rescued.da");
+  EXPECT_EQ(TakeRescuedProject(), (std::filesystem::current_path() / "site.rescued.da").string());
+  EXPECT_EQ(TakeRescuedProject(), "") << "offered once";
+}
+
+/// A list that two programs read before either has written it would lose a project.
+TEST(Recent, ProgramsThatNoteTheirProjectsAtTheSameTimeLoseNone) {
+  constexpr int kRounds = 20;
+  for (int round = 0; round < kRounds; ++round) {
+    const test::TempFolder folder;
+    qputenv("XDG_STATE_HOME", QByteArray::fromStdString(folder.Path()));
+    int start[2];
+    ASSERT_EQ(::pipe(start), 0);
+    for (int program = 0; program < kRecentFiles; ++program) {
+      if (::fork() != 0) continue;
+      ::close(start[1]);
+      char none;
+      if (::read(start[0], &none, 1) == 0)  // all begin when the pipe is closed
+        NoteRecentFile("/projects/site" + std::to_string(program) + ".da");
+      ::_exit(0);
+    }
+    ::close(start[0]);
+    ::close(start[1]);
+    for (int program = 0; program < kRecentFiles; ++program) ::wait(nullptr);
+    std::vector<std::string> files = RecentFiles(), all;
+    for (int program = 0; program < kRecentFiles; ++program)
+      all.push_back("/projects/site" + std::to_string(program) + ".da");
+    std::sort(files.begin(), files.end());
+    ASSERT_EQ(files, all) << "round " << round;
+  }
 }
 
 TEST(Mnemonics, AreLettersThatAreFree) {
