@@ -100,6 +100,12 @@ int HaltProcessCallback(Panel panel, ControlId control, Event event, long data);
 int InvAnalIterNoCallback(Panel panel, ControlId control, Event event, long data);
 int PlotInvResultCallback(Panel panel, ControlId control, Event event, long data);
 
+/// Empties the graphs of the page, its two text boxes and RMSERROR.
+void EmptyResultsPage();
+/// After a load: nothing of the former project stays. If the file has a run, the side graph and RMSERROR show
+/// the entry of ITERNO; FModelParam and TheoDispInfo stay as they were read.
+void ShowStoredResults();
+
 /// RESULTBOX: shows the tables, the model first. SEL_RESULT: the chosen table. CLOSE.
 int ResultBoxCallback(Panel panel, ControlId control, Event event, long data);
 int ResultModelParamCallback(Panel panel, ControlId control, Event event, long data);

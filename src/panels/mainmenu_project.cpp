@@ -12,6 +12,7 @@
 #include "panels/fmodeling_records.h"
 #include "panels/forward_run.h"
 #include "panels/hwsetup.h"
+#include "panels/inversion.h"
 #include "panels/loadtxdata_import.h"
 #include "panels/meassetup.h"
 #include "panels/panels_state.h"
@@ -61,10 +62,18 @@ void DeleteAllPlots(Panel panel) {
     if (control->kind == ControlKind::Graph) DeleteGraphPlot(static_cast<const GraphControl&>(*control));
 }
 
+/// Panels that hold values of a pair or a run of the former project: "Apply" or "Run" would take them into the new one.
+void HidePanelsOfData() {
+  for (const Panel panel :
+       {Panel::IRFSETPNL, Panel::GABORPNL, Panel::CDISPPNL, Panel::INVERSION, Panel::ANALRESULT})
+    if (IsPanelShown(panel)) HidePanel(panel);
+}
+
 /// No list names, and no graph shows, data that no longer exist.
 void ShowEmptyPages() {
   ForgetUndo();
   ForgetSection();
+  HidePanelsOfData();
   for (const RingControl* ring :
        {&sasw::DISPACHNL, &sasw::DISPA_REFCHNL, &sasw::DISPBCHNL, &sasw::DISPB_REFCHNL, &sasw::DISPAID,
         &sasw::DISPBID, &measpanel::DISPACHNL, &measpanel::DISPA_REFCHNL, &measpanel::DISPBCHNL,
@@ -72,8 +81,8 @@ void ShowEmptyPages() {
     ClearListCtrl(*ring);
   ClearListCtrl(meassetup::RECLOCLIST);
   for (const Panel panel : {Panel::SASW, Panel::MEASPANEL}) FillMeasIDListBox(panel, session.curProjID);
-  for (const Panel panel : {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV, Panel::EXDTHD})
-    DeleteAllPlots(panel);
+  for (const Panel panel : {Panel::MEASPANEL, Panel::SASW, Panel::DISPCURV}) DeleteAllPlots(panel);
+  EmptyResultsPage();
   FillCurveLists();
 }
 
@@ -104,6 +113,17 @@ void ShowMeasurementWithData() {
   }
 }
 
+/// The last two pages: they show nothing of the former project. Their curves are drawn when a page comes to the front,
+/// or now where it is there.
+void ShowCurvesAndResults() {
+  constexpr int kDispersionPage = 2, kResultsPage = 3;
+  DeleteAllPlots(Panel::DISPCURV);
+  ShowStoredResults();
+  const int front = GetActiveTabPage(Panel::PANEL);
+  if (front == kDispersionPage) DispCurvPlot(1);
+  if (front == kResultsPage) ExdThdCurvPlot();
+}
+
 /// What is in memory now must not be kept as a project of its own.
 class WhileLoading {
  public:
@@ -127,6 +147,7 @@ int LoadProject() {
   std::optional<WhileLoading> loading(std::in_place);
   ForgetUndo();
   ForgetSection();
+  HidePanelsOfData();
   ProcessSystemEvents();
   session.fileKeyList.clear();
   // Until the end of the load, the file contains more than the memory.
@@ -155,6 +176,7 @@ int LoadProject() {
     ShowMeasurementWithData();
   DoPlotting(kMeasurementPage);
   DoPlotting(kMaskingPage);
+  ShowCurvesAndResults();
   RenewSectionPanel();
   session.savedDigest = DigestOfProject(ProcessSystemEvents);
   loading.reset();

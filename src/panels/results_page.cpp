@@ -10,6 +10,7 @@
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/dialogs.h"
 #include "runtime/events.h"
+#include "runtime/graphs.h"
 #include "runtime/redraw.h"
 
 namespace sondera {
@@ -55,6 +56,23 @@ int InvAnalIterNoCallback(Panel, ControlId, Event event, long) {
 int PlotInvResultCallback(Panel, ControlId, Event event, long) {
   if (event == Event::Commit) ShowEntry();
   return 0;
+}
+
+void EmptyResultsPage() {
+  for (const GraphControl* graph : {&exdthd::CURVES, &exdthd::RESIDUALS, &exdthd::PROFILE})
+    DeleteGraphPlot(*graph);
+  SetCtrlVal(exdthd::STATUSMSG, "");
+  SetCtrlVal(exdthd::PROCESSMSG, "");
+  SetCtrlVal(exdthd::RMSERROR, 0.0);
+}
+
+void ShowStoredResults() {
+  EmptyResultsPage();
+  if (GetNumListItems(exdthd::ITERNO) > 0) {
+    const int index = GetCtrlVal(exdthd::ITERNO);
+    DrawSideGraph(index);
+    SetCtrlVal(exdthd::RMSERROR, MisfitOf(index));
+  }
 }
 
 int ResultBoxCallback(Panel, ControlId, Event event, long) {

@@ -10,6 +10,7 @@
 #include "records/model_records.h"
 #include "records/session.h"
 #include "runtime/catalogue/dispcurv.h"
+#include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
 #include "runtime/catalogue/sasw.h"
@@ -247,6 +248,61 @@ TEST_F(ScriptSite, AProfileByForwardRunStartAndInversion) {
   EXPECT_TRUE(Exists("site.fmp"));
   EXPECT_EQ(Run("select inv:7"), 1);
   EXPECT_EQ(err, "job:2: select: unknown item of EXDTHD.ITERNO \"7\"\n");
+}
+
+TEST_F(ScriptSite, AnOpenedProjectShowsItsOwnResultsAndNoneOfTheFormerOne) {
+  ASSERT_NE(Run(kModel + "forward type=3\ninvert iterations=1\nselect inv:1\nsave run.da"), 1) << err;
+  const double last = GetCtrlVal(exdthd::RMSERROR);
+  ASSERT_GT(last, 0.0);
+  ASSERT_FALSE(GraphOf(exdthd::PROFILE).plots.empty());
+  StartSession();
+  ASSERT_NE(Run(kCurve + "save plain.da"), 1) << err;
+  const auto count = [](const GraphControl& graph) { return GraphOf(graph).plots.size(); };
+
+  StartSession();
+  ASSERT_NE(Run("open run.da"), 1) << err;
+  const std::size_t profile = count(exdthd::PROFILE);
+  EXPECT_GT(profile, 0u);
+  EXPECT_EQ(GetCtrlVal(exdthd::ITERNO), 0);
+  EXPECT_EQ(GetCtrlVal(exdthd::RMSERROR), InvParam.rms[0]);
+  ASSERT_NE(Run("page PANEL 4\nselect inv:1\npress EXDTHD.RESULTBOX"), 1) << err;
+  EXPECT_EQ(GetCtrlVal(exdthd::RMSERROR), last);
+
+  ASSERT_NE(Run("open plain.da"), 1) << err;
+  EXPECT_EQ(count(exdthd::PROFILE), 0u);
+  EXPECT_EQ(GetCtrlVal(exdthd::RMSERROR), 0.0);
+  EXPECT_EQ(GetCtrlVal(exdthd::STATUSMSG), "");
+  EXPECT_EQ(GetCtrlVal(exdthd::PROCESSMSG), "");
+  EXPECT_FALSE(IsPanelShown(Panel::ANALRESULT));
+  ASSERT_NE(Run("page PANEL 3\nopen plain.da"), 1) << err;
+  EXPECT_EQ(count(dispcurv::DISPGRAPH), 1u);
+  EXPECT_EQ(count(exdthd::CURVES), 0u) << "drawn when its page comes to the front";
+
+  for (const int page : {3, 4}) {
+    StartSession();
+    ASSERT_NE(Run("page PANEL " + std::to_string(page) + "\nopen run.da\nsave again.da overwrite=yes"), 1)
+        << err;
+    EXPECT_EQ(count(exdthd::PROFILE), profile);
+    EXPECT_GT(count(page == 3 ? dispcurv::DISPGRAPH : exdthd::CURVES), 0u)
+        << "the page in front is drawn at once";
+    EXPECT_TRUE(Read("again.da") == Read("run.da")) << "a look changes nothing, page " << page;
+  }
+}
+
+/// The panel of the first run would hand its own settings on.
+TEST_F(ScriptSite, AnOpenedProjectIsInvertedWithItsOwnSettings) {
+  ASSERT_NE(Run(kModel + "forward type=3\ninvert iterations=1 ub_vs=700\nsave a.da"), 1) << err;
+  StartSession();
+  ASSERT_NE(Run(kModel + "forward type=3\ninvert iterations=2 ub_vs=900\nsave b.da"), 1) << err;
+  StartSession();
+  ASSERT_NE(Run("open a.da\ninvert\npress DISPCURV.COMPDISPCURV\npress SASW.MASKINGLIST"), 1) << err;
+  EXPECT_EQ(InvParam.maxVs, 700.0);
+  ASSERT_NE(Run("open b.da"), 1) << err;
+  for (const Panel panel : {Panel::INVERSION, Panel::CDISPPNL, Panel::IRFSETPNL})
+    EXPECT_FALSE(IsPanelShown(panel));
+  ASSERT_NE(Run("invert"), 1) << err;
+  EXPECT_EQ(InvParam.maxVs, 900.0);
+  EXPECT_EQ(InvParam.nEntries, 2);
 }
 
 TEST_F(ScriptSite, AHaltComesInTheMiddleOfARun) {
