@@ -1,9 +1,9 @@
 // analysis_fuzz.cpp - any bytes as an interpretation file (".ia") beside a project of three measurements: it
 // loads without harm, and its section can be saved and read again with the same bytes.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "demand.h"
 #include "memory_file_driver.h"
 #include "panels/mainmenu_analysis.h"
 #include "project/analysis_section.h"
@@ -11,12 +11,9 @@
 #include "records/session.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 /// Measurements 1 to 3 of 2, 5 and no lines.
 void MakeProject() {

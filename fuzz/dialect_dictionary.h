@@ -15,7 +15,7 @@
 #include "app/script/words.h"
 #include "runtime/text_format.h"
 
-namespace fuzz {
+namespace sondera::fuzz {
 
 inline void WriteDictionary(const std::string& path) {
   using namespace sondera;
@@ -43,7 +43,7 @@ inline void WriteDictionary(const std::string& path) {
 
 /// For LLVMFuzzerInitialize: a dictionary of this process, as the first option.
 inline int UseDictionary(int* argc, char*** argv) {
-  const std::string dictionary = sondera::FormatText("/tmp/dialect_fuzz_%d.dict", static_cast<int>(getpid()));
+  const std::string dictionary = FormatText("/tmp/dialect_fuzz_%d.dict", static_cast<int>(getpid()));
   WriteDictionary(dictionary);
   static std::string option = "-dict=" + dictionary;
   static std::vector<char*> arguments(*argv, *argv + *argc);
@@ -54,4 +54,4 @@ inline int UseDictionary(int* argc, char*** argv) {
   return 0;
 }
 
-}  // namespace fuzz
+}  // namespace sondera::fuzz

@@ -2,8 +2,6 @@
 // run. Each line that can be read is written as a log writes it, and read again: both have to be the same.
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <string>
 
@@ -12,12 +10,14 @@
 #include "app/script/run.h"
 #include "app/script/words.h"
 #include "app/startup.h"
+#include "demand.h"
 #include "dialect_dictionary.h"
 #include "runtime/dialogs.h"
 
 namespace {
 
 using namespace sondera;
+using fuzz::Demand;
 
 /// The line of a log; empty for a line without effect, no value for one that cannot be read.
 std::optional<std::string> LogLineOf(const std::string& text) {
@@ -35,9 +35,8 @@ bool CheckLine(const std::string& text) {
   const auto logged = LogLineOf(text);
   if (!logged || logged->empty() || logged->size() > script::kLongestLine) return logged.has_value();
   const auto again = LogLineOf(*logged);
-  if (again == logged) return true;
-  std::printf("%s\n%s\n%s\n", text.c_str(), logged->c_str(), again.value_or("(a fault)").c_str());
-  abort();
+  Demand(again == logged, text + "\n" + *logged + "\n" + again.value_or("(a fault)"));
+  return true;
 }
 
 /// Lines that cannot be read, the header left out.
@@ -73,6 +72,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const int faults = CountFaults(text);
   if (faults > kFewFaults) return 0;
   script::Source checked = script::Source::OfText(text);
-  if ((script::CheckScript(checked, "job") == 0) != (faults == 0)) abort();
+  Demand((script::CheckScript(checked, "job") == 0) == (faults == 0));
   return 0;
 }

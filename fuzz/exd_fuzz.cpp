@@ -2,9 +2,9 @@
 // with finite numbers, and a second reading overwrites it.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "demand.h"
 #include "numeric/analysis.h"
 #include "panels/mainmenu_curves.h"
 #include "project/exd_files.h"
@@ -13,12 +13,9 @@
 #include "runtime/dialogs.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 void DemandWholeRecords() {
   Demand(MeasDB.idList.count() == MeasDB.hwSetupList.count());

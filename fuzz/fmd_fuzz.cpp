@@ -1,9 +1,9 @@
 // fmd_fuzz.cpp - any bytes as a parameter file of a forward run (".fmd"): it is read or refused without harm;
 // the result can be saved, and the saved file is read again.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "demand.h"
 #include "memory_file_driver.h"
 #include "project/parameters_file.h"
 #include "records/model_records.h"
@@ -12,14 +12,7 @@
 #include "runtime/text_reader.h"
 
 using namespace sondera;
-
-namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
+using fuzz::Demand;
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   ResetSession();

@@ -7,21 +7,17 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "demand.h"
 #include "project/import_record.h"
 #include "records/session.h"
 #include "runtime/controls.h"
 #include "runtime/dialogs.h"
 
 namespace sondera::fuzz {
-
-inline void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 inline bool AllFinite(const std::vector<double>& values) {
   for (double v : values)

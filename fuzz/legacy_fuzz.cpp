@@ -3,10 +3,9 @@
 // problems.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "demand.h"
 #include "memory_file_driver.h"
 #include "panels/mainmenu_legacy.h"
 #include "project/legacy_files.h"
@@ -16,14 +15,9 @@
 #include "runtime/dialogs.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds, const std::string& what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what.c_str());
-  std::abort();
-}
 
 std::string LoadSetups(const void* bytes, std::size_t size) {
   SectionReader file;

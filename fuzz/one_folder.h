@@ -13,7 +13,7 @@
 
 #include "runtime/files.h"
 
-namespace fuzz {
+namespace sondera::fuzz {
 
 inline std::string folder;  ///< empty before EnterFolder()
 
@@ -27,7 +27,7 @@ inline int OpenInFolder(const char* path, int flags, mode_t mode) {
     errno = EACCES;
     return -1;
   }
-  return sondera::posixFileDriver.open(path, flags, mode);
+  return posixFileDriver.open(path, flags, mode);
 }
 
 inline void EnterFolder() {
@@ -38,11 +38,11 @@ inline void EnterFolder() {
   if (!record) abort();
   for (int i = 0; i < 17; ++i) std::fprintf(record, "%d %g %g\n", i, 1.0 / (1 + i), 0.3 * (i % 5) - 0.6);
   std::fclose(record);
-  static sondera::FileDriver driver = sondera::posixFileDriver;
+  static FileDriver driver = posixFileDriver;
   driver.name = "one folder";
   driver.open = OpenInFolder;
   driver.flush = [](int) { return 0; };  // these files need not survive a loss of power
-  sondera::InstallFileDriver(&driver);
+  InstallFileDriver(&driver);
 }
 
-}  // namespace fuzz
+}  // namespace sondera::fuzz

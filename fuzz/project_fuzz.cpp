@@ -1,10 +1,9 @@
 // project_fuzz.cpp - any bytes as a project file: it loads without harm, and the result can be saved and
 // loaded again, completely and with the same bytes.
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "demand.h"
 #include "memory_file_driver.h"
 #include "panels/mainmenu_project.h"
 #include "project/analysis_section.h"
@@ -19,14 +18,9 @@
 #include "runtime/controls.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds, const std::string& what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what.c_str());
-  std::abort();
-}
 
 /// Reads bytes into an empty database; returns the problems. Records that are not in the file stay empty
 /// here: their first values are megabytes of zeros, which would cost most of the time.

@@ -9,10 +9,12 @@
 #include "one_folder.h"
 #include "records/session.h"
 
+using namespace sondera;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (fuzz::folder.empty()) fuzz::EnterFolder();
-  sondera::StartSession();
-  sondera::session.projectFileName = "fuzzed.da";
-  sondera::ProcessScriptText({reinterpret_cast<const char*>(data), size});
+  StartSession();
+  session.projectFileName = "fuzzed.da";
+  ProcessScriptText({reinterpret_cast<const char*>(data), size});
   return 0;
 }

@@ -6,20 +6,17 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
+#include "demand.h"
 #include "project/import_seg2.h"
 #include "project/seg2.h"
 #include "project/shot_plan.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Bytes in use, and the most of them, since counting began.
 std::atomic<std::int64_t> inUse{0}, most{0};

@@ -1,20 +1,17 @@
 // site_texts_fuzz.cpp - any bytes as the file of a report's texts: each text is sound, short and in one line, and what is
 // written of them reads back as it was.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "demand.h"
 #include "report_pdf/site_texts.h"
 #include "runtime/utf8.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool IsKept(const std::string& text) {
   return text.size() <= 200 && ValidText(text) == text && !text.starts_with(' ') && !text.ends_with(' ');

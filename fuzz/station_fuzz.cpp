@@ -2,10 +2,10 @@
 // project, and a section of them ends, with a number not below 0 or no value at each node.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 #include <utility>
 
+#include "demand.h"
 #include "panels/section_stations.h"
 #include "project/station_file.h"
 #include "records/measdb.h"
@@ -13,12 +13,9 @@
 #include "signal/section.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 void Draw(bool fill) {
   const std::vector<SectionStation> stations = SectionStations();

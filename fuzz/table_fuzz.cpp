@@ -2,20 +2,17 @@
 // chooses.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include "demand.h"
 #include "project/number_table.h"
 #include "project/shot_columns.h"
 #include "project/table_forms.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 void DemandCurve(std::string_view text, CurveForm form) {
   CurvePoints curve;

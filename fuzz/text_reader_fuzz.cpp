@@ -1,20 +1,17 @@
 // text_reader_fuzz.cpp - any bytes as text: lines lose nothing, numbers are those of the C library.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "demand.h"
 #include "runtime/text_format.h"
 #include "runtime/text_reader.h"
 
 using namespace sondera;
+using fuzz::Demand;
 
 namespace {
-
-void Demand(bool holds) {
-  if (!holds) std::abort();
-}
 
 /// The text with every CR LF as LF.
 std::string WithPlainLineEnds(const std::string& text) {

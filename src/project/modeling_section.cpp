@@ -118,6 +118,8 @@ void Reader::Points(ModelRecord& m, PointArrays points) {
     m.nDispPoints = m.nDispCurves = 0;
   };
   if (m.nDispPoints < 0 || m.nDispCurves < 0) refuse();
+  const bool inTheFile = points == PointArrays::Always || Cells(m) > 0;
+  if (!inTheFile) Hold(m.nDispPoints, m.capPoints, "points without a curve");
   const bool small = m.nDispPoints <= m.capPoints && Cells(m) <= m.capCurve;  // space is already there
   if (!small && !(file_.CanHold(m.nDispPoints, 1, sizeof(double)) &&
                   file_.CanHold(Cells(m), 2, sizeof(double)) && file_.CanHold(m.nDispCurves, 1, 1)))
@@ -125,7 +127,7 @@ void Reader::Points(ModelRecord& m, PointArrays points) {
   m.freq.assign(static_cast<std::size_t>(std::max(m.capPoints, m.nDispPoints)), 0.0);
   for (auto* table : {&m.vel, &m.wlen})
     table->assign(static_cast<std::size_t>(std::max<std::int64_t>(m.capCurve, Cells(m))), 0.0);
-  if (points == PointArrays::UnlessEmpty && Cells(m) == 0) return;
+  if (!inTheFile) return;
   file_.Reals(m.freq.data(), static_cast<std::size_t>(m.nDispPoints));
   file_.Reals(m.vel.data(), static_cast<std::size_t>(Cells(m)));
   file_.Reals(m.wlen.data(), static_cast<std::size_t>(Cells(m)));

@@ -194,6 +194,17 @@ TEST_F(ModelingSection, PointArraysAreLeftOutOfAnEmptyTwinOnly) {
   EXPECT_EQ(Stored().size(), both.size() - 8 * points) << "the frequencies stand in the model always";
 }
 
+TEST_F(ModelingSection, PointsOfAnEmptyTwinBeyondItsArraysAreToldAndNotKept) {
+  TheoDispInfo.nDispCurves = 0;
+  TheoDispInfo.nDispPoints = TheoDispInfo.capPoints + 120;
+  // What stands behind the twin must not matter: the arrays of no curve are not in the file.
+  EXPECT_EQ(Read(Stored() + std::string(100000, '\0')), 0);
+  EXPECT_EQ(TheoDispInfo.nDispPoints, TheoDispInfo.capPoints);
+  EXPECT_THAT(file.Trouble(), HasSubstr("points without a curve"));
+  EXPECT_EQ(Read(Stored()), 0);
+  EXPECT_EQ(file.Trouble(), "") << "what was saved is read without a message";
+}
+
 TEST_F(ModelingSection, CapacitiesMissingInTheTwinAreThoseOfTheModel) {
   std::string b = ModelingBytes().bytes;
   const std::size_t twin = Position(kTwin);
