@@ -59,7 +59,7 @@ int TakeProfile(int index, ModelRecord& to) {
 int ReserveEntries(InvRecord& r, int entries) {
   // One more than wanted: the project file holds the misfits of the entries before the capacity.
   const int last = std::clamp(entries, 0, std::numeric_limits<int>::max() - 1) + 1;
-  return ShowRefusal(ReserveEntry(r, last > r.maxEntries ? last : 0, r.nLayers, r.nPoints, r.nCurves));
+  return ShowRefusal(ReserveEntry(r, last, r.nLayers, r.nPoints, r.nCurves));
 }
 
 int TakeStartingModel(ModelRecord& start) {

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "records/inv_records.h"
 #include "records/model_records.h"
+#include "records/run_limits.h"
 #include "runtime/text_format.h"
 
 namespace sondera {
@@ -87,8 +89,11 @@ class Reader {
     column.assign(static_cast<std::size_t>(n), T{});
     Fill(column, n);
   }
+  /// What is beyond the column belongs to entries that are not in the file.
   void Column(OffsetVector<double>& column, int n) {
-    file_.Reals(column.data(), static_cast<std::size_t>(n));
+    const int kept = std::min(n, column.size());
+    file_.Reals(column.data(), static_cast<std::size_t>(kept));
+    file_.Skip(static_cast<std::int64_t>(sizeof(double)) * (n - kept));
   }
   void Hold(int& counter, int capacity, const char* what) {
     const int held = std::clamp(counter, 0, capacity);
@@ -258,21 +263,26 @@ bool AffordModel(SectionReader& file, ModelRecord& m) {
   return true;
 }
 
-/// Checks counters and capacities against the rest of the file.
-bool AffordInvRecord(SectionReader& file, const InvRecord& r) {
+/// Table sizes of a record that memory can be spent on: by its capacities, or by what is in use where they would
+/// only waste memory, as behind a long run in a small project. The tables grow again at the next run.
+std::optional<InvTableSizes> AffordInvRecord(SectionReader& file, const InvRecord& r) {
   bool sound = r.maxLayers > 0;
   for (int n :
        {r.maxCurves, r.maxPoints, r.maxData, r.maxEntries, r.nLayers, r.nCurves, r.nEntries, r.nPoints})
     sound = sound && n >= 0;
-  const InvTableSizes size = TableSizes(r);
-  const std::int64_t rows = size.entries + 1;
-  if (sound && file.Afford(rows, 8 * (size.layers + 1), sizeof(double)) &&
-      file.Afford(rows, size.points + 1, sizeof(double)) &&
-      file.Afford(rows, 2 * (size.data + 1), sizeof(double)))
-    return true;
+  const auto afford = [&file](const InvTableSizes& sizes) {
+    const double doubles = sizes.Doubles();
+    return doubles < 1e15 && file.Afford(static_cast<std::int64_t>(doubles), 1, sizeof(double));
+  };
+  const InvTableSizes full = TableSizes(r), used = UsedSizes(r);
+  if (sound && afford(full)) return full;
+  if (sound && full.Doubles() <= kMaxRunDoubles)
+    for (const InvTableSizes& sizes :
+         {InvTableSizes{full.entries, used.layers, used.points, used.data}, used})
+      if (afford(sizes)) return sizes;
   file.GiveUp(FormatText("a record of results claims %d entries of %d layers and %d points on %d curves.",
                          r.nEntries, r.nLayers, r.nPoints, r.nCurves));
-  return false;
+  return std::nullopt;
 }
 
 // --- records ---
@@ -317,13 +327,14 @@ int ReadInvRecord(SectionReader& file, InvRecord& r) {
   if (r.maxLayers == 0) return -3;
   Reader reader(file);
   InvHead(reader, r);
-  if (!AffordInvRecord(file, r)) return -3;
+  const std::optional<InvTableSizes> sizes = AffordInvRecord(file, r);
+  if (!sizes) return -3;
   const std::int64_t rows = StoredEntries(r);
   const std::int64_t perRow =
       7 * (std::int64_t{r.nLayers} + 1) + r.nPoints + 2 * std::int64_t{r.nPoints} * r.nCurves + r.nLayers;
   if (!HoldsBytes(file, static_cast<std::int64_t>(sizeof(double)) * (rows * perRow + r.maxEntries)))
     return -3;
-  AllocateInvRecord(r);
+  AllocateInvRecord(r, *sizes);
   InvBody(reader, r);
   return 0;
 }

@@ -30,22 +30,36 @@ InvRecord FirstRecord() {
 
 }  // namespace
 
-InvTableSizes TableSizes(const InvRecord& r) {
-  const std::int64_t data = std::int64_t{std::max(r.nPoints, 0)} * std::max(r.nCurves, 0);
-  return {std::max({r.maxEntries, r.nEntries, 0}), std::max({r.maxLayers, r.nLayers, 0}),
-          std::max({r.maxPoints, r.nPoints, 0}), std::max<std::int64_t>({r.maxData, data, 0})};
+double InvTableSizes::Doubles() const {
+  const auto numbers = [](std::int64_t last) { return static_cast<double>(last) + 1.0; };
+  return numbers(entries) * (8.0 * numbers(layers) + numbers(points) + 2.0 * numbers(data) + 1.0);
 }
 
-void AllocateInvRecord(InvRecord& r) {
-  const InvTableSizes size = TableSizes(r);
-  const int entries = static_cast<int>(size.entries), data = static_cast<int>(size.data);
-  const OffsetMatrix<double> byLayer(0, entries, 0, static_cast<int>(size.layers));
+InvTableSizes UsedSizes(const InvRecord& r) {
+  return {std::max(r.nEntries, 0), std::max(r.nLayers, 0), std::max(r.nPoints, 0),
+          std::int64_t{std::max(r.nPoints, 0)} * std::max(r.nCurves, 0)};
+}
+
+InvTableSizes TableSizes(const InvRecord& r) {
+  const InvTableSizes used = UsedSizes(r);
+  return {std::max<std::int64_t>(r.maxEntries, used.entries),
+          std::max<std::int64_t>(r.maxLayers, used.layers), std::max<std::int64_t>(r.maxPoints, used.points),
+          std::max<std::int64_t>(r.maxData, used.data)};
+}
+
+void AllocateInvRecord(InvRecord& r, const InvTableSizes& sizes) {
+  const int entries = static_cast<int>(sizes.entries), data = static_cast<int>(sizes.data);
+  const OffsetMatrix<double> byLayer(0, entries, 0, static_cast<int>(sizes.layers));
   for (auto table : kModelTables) (r.*table) = byLayer;
   r.resolution = byLayer;
-  r.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(size.points));
+  r.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(sizes.points));
   r.vel = OffsetMatrix<double>(0, entries, 0, data);
   r.waveL = OffsetMatrix<double>(0, entries, 0, data);
   r.rms = OffsetVector<double>(0, entries);
+}
+
+void AllocateInvRecord(InvRecord& r) {
+  AllocateInvRecord(r, TableSizes(r));
 }
 
 void InitializeInvAnal() {

@@ -54,15 +54,24 @@ inline constexpr std::array<OffsetMatrix<double> InvRecord::*, 7> kModelTables =
 extern InvRecord InvParam;  ///< iterations of the inversion
 extern InvRecord SMPParam;  ///< evaluated starting profiles
 
-/// Last indices of the tables: the capacities, or the counters where one exceeds its capacity (the number of
-/// wanted entries does so before a run, the number of points after a growth).
+/// Last indices of the tables of a record.
 struct InvTableSizes {
-  std::int64_t entries, layers, points, data;
+  std::int64_t entries = 0, layers = 0, points = 0, data = 0;
+
+  /// Numbers in all tables. In double: counters from a file may be of any size.
+  double Doubles() const;
 };
+/// The sizes of what is in use: those of the counters.
+InvTableSizes UsedSizes(const InvRecord& record);
+/// The capacities, or the counters where one exceeds its capacity (the number of wanted entries does so before
+/// a run, the number of points after a growth).
 InvTableSizes TableSizes(const InvRecord& record);
 
-/// Allocates all tables of a record anew, zero, in those sizes.
+/// Allocates all tables of a record anew, zero.
+void AllocateInvRecord(InvRecord& record, const InvTableSizes& sizes);
+/// The same in TableSizes.
 void AllocateInvRecord(InvRecord& record);
+
 /// Numbers of the entries that can be chosen, in the order of their lists: k is entry k of InvParam, -k of
 /// SMPParam.
 struct EntryNumbers {

@@ -15,51 +15,36 @@ namespace {
 
 constexpr int kMostBelieved = kMaxRunPoints * 512;
 
-/// Largest numbers of the tables of a record.
-struct Bounds {
-  int entries = 0, layers = 0, points = 0;
-  double data = 0.0;
-
-  double Doubles() const {
-    return (entries + 1.0) * (8.0 * (layers + 1.0) + (points + 1.0) + 2.0 * (data + 1.0) + 1.0);
-  }
-};
-
-Bounds BoundsOf(const InvRecord& r) {
-  return {r.rms.hi(), r.resolution.colHi(), r.freq.colHi(), static_cast<double>(r.vel.colHi())};
+InvTableSizes SizesOf(const InvRecord& r) {
+  return {r.rms.hi(), r.resolution.colHi(), r.freq.colHi(), r.vel.colHi()};
 }
 
-bool Holds(const Bounds& has, const Bounds& wanted) {
+bool Holds(const InvTableSizes& has, const InvTableSizes& wanted) {
   return has.entries >= wanted.entries && has.layers >= wanted.layers && has.points >= wanted.points &&
          has.data >= wanted.data;
 }
 
-std::string TooLarge(const Bounds& b) {
+std::string TooLarge(const InvTableSizes& s) {
   return FormatText(
-      "Results of %d entries with %d layers, %d points and %.0f values of a curve are too large.", b.entries,
-      b.layers, b.points, b.data);
-}
-
-/// New zero tables for bounds that may exceed the capacities.
-void MakeTables(InvRecord& r, const Bounds& b) {
-  InvRecord sized;
-  sized.maxEntries = b.entries;
-  sized.maxLayers = b.layers;
-  sized.maxPoints = b.points;
-  sized.maxData = static_cast<int>(b.data);
-  AllocateInvRecord(sized);
-  for (auto table : kModelTables) r.*table = std::move(sized.*table);
-  r.resolution = std::move(sized.resolution);
-  r.freq = std::move(sized.freq);
-  r.vel = std::move(sized.vel);
-  r.waveL = std::move(sized.waveL);
-  r.rms = std::move(sized.rms);
+      "Results of %lld entries with %lld layers, %lld points and %lld values of a curve are too large.",
+      static_cast<long long>(s.entries), static_cast<long long>(s.layers), static_cast<long long>(s.points),
+      static_cast<long long>(s.data));
 }
 
 /// Copies all of a table into the beginning of a larger one.
 void CopyInto(const OffsetMatrix<double>& from, OffsetMatrix<double>& to) {
   for (int i = from.rowLo(); i <= from.rowHi(); ++i)
     for (int j = from.colLo(); j <= from.colHi(); ++j) to(i, j) = from(i, j);
+}
+
+/// Larger tables with the contents of the former ones.
+void GrowTables(InvRecord& r, const InvTableSizes& sizes) {
+  const InvRecord former = r;
+  AllocateInvRecord(r, sizes);
+  for (auto table : kModelTables) CopyInto(former.*table, r.*table);
+  for (auto table : {&InvRecord::resolution, &InvRecord::freq, &InvRecord::vel, &InvRecord::waveL})
+    CopyInto(former.*table, r.*table);
+  std::copy(former.rms.begin(), former.rms.end(), r.rms.begin());
 }
 
 /// Grows a vector, contents kept. A capacity that is impossible for a valid record is ignored.
@@ -118,9 +103,11 @@ Refusal UpdateEntryTables(InvRecord& r) {
   r.maxEntries = static_cast<int>(maxEntries);
   r.maxData = static_cast<int>(maxData);
   r.maxLayers = static_cast<int>(maxLayers);
-  const Bounds wanted{std::max(r.maxEntries, 0), std::max({r.maxLayers, r.nLayers, 0}),
-                      std::max({r.maxPoints, r.nPoints, 0}), std::max(maxData, 0.0)};
-  if (rose || !Holds(BoundsOf(r), wanted)) MakeTables(r, wanted);
+  const InvTableSizes wanted = TableSizes(r);
+  if (rose)
+    AllocateInvRecord(r, wanted);
+  else if (!Holds(SizesOf(r), wanted))
+    GrowTables(r, wanted);
   return {};
 }
 
@@ -133,21 +120,17 @@ Refusal FS_UpdateINVarray() {
 }
 
 Refusal ReserveEntry(InvRecord& r, int entry, int layers, int points, int curves) {
-  const Bounds has = BoundsOf(r);
-  const double data = static_cast<double>(std::max(points, 0)) * std::max(curves, 0);
-  const Bounds wanted{std::max(has.entries, entry), std::max(has.layers, layers),
-                      std::max(has.points, points), std::max(has.data, data)};
+  const InvTableSizes has = SizesOf(r);
+  const std::int64_t data = std::int64_t{std::max(points, 0)} * std::max(curves, 0);
+  const InvTableSizes wanted{
+      std::max<std::int64_t>(has.entries, entry), std::max<std::int64_t>(has.layers, layers),
+      std::max<std::int64_t>(has.points, points), std::max<std::int64_t>(has.data, data)};
   if (Holds(has, wanted)) return {};
   if (wanted.Doubles() > kMaxRunDoubles) return Refusal(TooLarge(wanted));
-  const InvRecord former = r;
-  MakeTables(r, wanted);
-  for (auto table : kModelTables) CopyInto(former.*table, r.*table);
-  for (auto table : {&InvRecord::resolution, &InvRecord::freq, &InvRecord::vel, &InvRecord::waveL})
-    CopyInto(former.*table, r.*table);
-  std::copy(former.rms.begin(), former.rms.end(), r.rms.begin());
-  r.maxEntries = std::max(r.maxEntries, wanted.entries);
-  r.maxLayers = std::max(r.maxLayers, wanted.layers);
-  r.maxPoints = std::max(r.maxPoints, wanted.points);
+  GrowTables(r, wanted);
+  r.maxEntries = std::max(r.maxEntries, static_cast<int>(wanted.entries));
+  r.maxLayers = std::max(r.maxLayers, static_cast<int>(wanted.layers));
+  r.maxPoints = std::max(r.maxPoints, static_cast<int>(wanted.points));
   r.maxData = std::max(r.maxData, static_cast<int>(wanted.data));
   return {};
 }

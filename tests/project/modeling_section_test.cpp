@@ -9,9 +9,11 @@
 #include "project/project_file.h"
 #include "records/inv_records.h"
 #include "records/model_records.h"
+#include "records/result_capacity.h"
 #include "runtime/catalogue/exdthd.h"
 #include "runtime/catalogue/fmodeling.h"
 #include "runtime/catalogue/inversion.h"
+#include "runtime/dialogs.h"
 #include "support/project_bytes.h"
 #include "support/session_fixture.h"
 #include "support/temp_folder.h"
@@ -244,6 +246,49 @@ TEST_F(ModelingSection, MorePointsThanTheirCapacityAreKept) {
   EXPECT_EQ(file.Trouble(), "");
   EXPECT_EQ(InvParam.maxPoints, 2);
   EXPECT_EQ(InvParam.freq(1, 8), 88.0);
+}
+
+TEST_F(ModelingSection, ResultsOfASmallProjectAreReadAgainHoweverLargeItsTablesWereOnce) {
+  // A run of 400 iterations on 28 pairs of 400 points made room; the last one was of a few points.
+  InvParam.maxEntries = 400;
+  InvParam.maxData = 28 * 400;
+  const InvTableSizes small = UsedSizes(InvParam);
+  const double Vs = InvParam.Vs(1, 0), misfit = InvParam.rms[1];
+  const std::string b = Stored();
+  ASSERT_EQ(Read(b), 0);
+  EXPECT_EQ(file.Trouble(), "");
+  EXPECT_EQ(InvParam.Vs.rowHi(), 400) << "the columns alone";
+  EXPECT_EQ(InvParam.vel.colHi(), small.data);
+  EXPECT_EQ(Stored(), b);
+  // The next run finds its room, and the profile to begin from.
+  ASSERT_EQ(ShowRefusal(FS_UpdateINVarray()), 0);
+  EXPECT_EQ(InvParam.Vs.rowHi(), 400);
+  EXPECT_EQ(InvParam.vel.colHi(), 28 * 400);
+  EXPECT_EQ(InvParam.Vs(1, 0), Vs);
+  EXPECT_EQ(InvParam.rms[1], misfit);
+  EXPECT_EQ(Stored(), b);
+}
+
+TEST_F(ModelingSection, ResultsOfFewEntriesAreReadAgainAfterManyOfThatSize) {
+  // 28 pairs of 400 points: first 400 iterations, then one.
+  InvParam.maxEntries = 400;
+  InvParam.nEntries = 1;
+  InvParam.nPoints = 400;
+  InvParam.nCurves = 28;
+  InvParam.maxPoints = 400;
+  InvParam.maxData = 28 * 400;
+  ASSERT_EQ(ShowRefusal(ReserveEntry(InvParam, 1, InvParam.nLayers, 400, 28)), 0);
+  InvParam.vel(1, 28 * 400 - 1) = 321.0;
+  const std::string b = Stored();
+  ASSERT_EQ(Read(b), 0);
+  EXPECT_EQ(file.Trouble(), "");
+  EXPECT_EQ(InvParam.rms.hi(), 1) << "the rows too";
+  EXPECT_EQ(InvParam.vel(1, 28 * 400 - 1), 321.0);
+  // Room for an entry more, as a run reserves it.
+  ASSERT_EQ(ShowRefusal(ReserveEntry(InvParam, 2, InvParam.nLayers, 400, 28)), 0);
+  EXPECT_EQ(InvParam.vel.rowHi(), 2);
+  EXPECT_EQ(InvParam.vel(1, 28 * 400 - 1), 321.0);
+  EXPECT_EQ(InvParam.maxEntries, 400);
 }
 
 TEST_F(ModelingSection, LayersThatAreNotInTheFileAreNotCounted) {
