@@ -2,6 +2,7 @@
 #include "records/inv_records.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sondera {
 
@@ -49,13 +50,20 @@ InvTableSizes TableSizes(const InvRecord& r) {
 
 void AllocateInvRecord(InvRecord& r, const InvTableSizes& sizes) {
   const int entries = static_cast<int>(sizes.entries), data = static_cast<int>(sizes.data);
+  InvRecord sized;  // where memory runs out, the record stays as it was
   const OffsetMatrix<double> byLayer(0, entries, 0, static_cast<int>(sizes.layers));
-  for (auto table : kModelTables) (r.*table) = byLayer;
-  r.resolution = byLayer;
-  r.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(sizes.points));
-  r.vel = OffsetMatrix<double>(0, entries, 0, data);
-  r.waveL = OffsetMatrix<double>(0, entries, 0, data);
-  r.rms = OffsetVector<double>(0, entries);
+  for (auto table : kModelTables) (sized.*table) = byLayer;
+  sized.resolution = byLayer;
+  sized.freq = OffsetMatrix<double>(0, entries, 0, static_cast<int>(sizes.points));
+  sized.vel = OffsetMatrix<double>(0, entries, 0, data);
+  sized.waveL = OffsetMatrix<double>(0, entries, 0, data);
+  sized.rms = OffsetVector<double>(0, entries);
+  for (auto table : kModelTables) (r.*table) = std::move(sized.*table);
+  r.resolution = std::move(sized.resolution);
+  r.freq = std::move(sized.freq);
+  r.vel = std::move(sized.vel);
+  r.waveL = std::move(sized.waveL);
+  r.rms = std::move(sized.rms);
 }
 
 void AllocateInvRecord(InvRecord& r) {

@@ -67,7 +67,7 @@ InvTableSizes UsedSizes(const InvRecord& record);
 /// a run, the number of points after a growth).
 InvTableSizes TableSizes(const InvRecord& record);
 
-/// Allocates all tables of a record anew, zero.
+/// Allocates all tables of a record anew, zero. Where memory runs out (std::bad_alloc) nothing has changed.
 void AllocateInvRecord(InvRecord& record, const InvTableSizes& sizes);
 /// The same in TableSizes.
 void AllocateInvRecord(InvRecord& record);

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,6 +17,7 @@
 #include "records/model_records.h"
 #include "records/session.h"
 #include "support/failing_file_driver.h"
+#include "support/limited_memory.h"
 #include "support/project_bytes.h"
 #include "support/sanitized.h"
 #include "support/session_fixture.h"
@@ -243,30 +243,14 @@ TEST_F(Damage, EveryCutOfAnInterpretationFileEndsWithOneMessage) {
 
 /// Loads bytes in a child that may take 96 MiB more than it has. True when that was enough.
 bool FitsInMemory(const std::string& bytes) {
-  const pid_t child = fork();
-  if (child == 0) {
-    struct rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    std::FILE* statm = std::fopen("/proc/self/statm", "r");
-    long pages = 0;
-    if (!statm || std::fscanf(statm, "%ld", &pages) != 1) _exit(3);
-    const rlim_t most =
-        static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + (rlim_t{96} << 20);
-    const struct rlimit limit { most, most };
-    if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(4);
-    try {
-      SectionReader file;
-      file.OpenMemory(bytes.data(), bytes.size());
-      ReadProjectSections(file);
-      _exit(0);
-    } catch (const std::bad_alloc&) {
-      _exit(6);
-    }
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  const int status = test::InLittleMemory(std::int64_t{96} << 20, [&bytes] {
+    SectionReader file;
+    file.OpenMemory(bytes.data(), bytes.size());
+    ReadProjectSections(file);
+    return 0;
+  });
+  EXPECT_EQ(status, 0);
+  return status == 0;
 }
 
 TEST_F(Damage, AFewBytesThatClaimTwoBillionPairsTakeNoMemory) {

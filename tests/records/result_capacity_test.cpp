@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 #include "runtime/dialogs.h"
+#include "support/limited_memory.h"
 #include "support/run_fixture.h"
 
 namespace sondera::testing {
@@ -67,6 +69,35 @@ TEST_F(RecordGrowth, ContentsAreLostWhenACapacityRises) {
   EXPECT_EQ(InvParam.rms[1], 0.0);
   EXPECT_EQ(InvParam.resolution(1, 1), 0.0);
 }
+
+#ifndef SONDERA_CHECK_BOUNDS  // the sanitizers reserve memory of their own
+
+TEST_F(RecordGrowth, WhereMemoryRunsOutTheResultsThatAreThereStay) {
+  InvParam.Vs(3, 4) = 77.0;
+  InvParam.resolution(3, 4) = 0.5;
+  InvParam.rms[3] = 2.5;
+  enum { Grown, Unchanged, Spoilt };
+  const int entries = InvParam.rms.hi(), layers = InvParam.Vs.colHi(), data = InvParam.vel.colHi();
+  const auto grow = [&] {
+    int end = Grown;
+    try {
+      if (ReserveEntry(InvParam, 100, 20000, 400, 500)) return int{Spoilt};
+    } catch (const std::bad_alloc&) {
+      const bool same = InvParam.rms.hi() == entries && InvParam.maxEntries == entries &&
+                        InvParam.Vs.colHi() == layers && InvParam.depth.colHi() == layers &&
+                        InvParam.vel.colHi() == data && InvParam.waveL.colHi() == data;
+      end = same ? Unchanged : Spoilt;
+    }
+    const bool kept = InvParam.Vs(3, 4) == 77.0 && InvParam.resolution(3, 4) == 0.5 && InvParam.rms[3] == 2.5;
+    return kept ? end : Spoilt;
+  };
+  // 470 MB in all: the first limit ends in the tables by layer, the last ones behind all.
+  for (const int megabytes : {12, 50, 150, 250, 400})
+    EXPECT_EQ(test::InLittleMemory(megabytes * 1000000LL, grow), Unchanged) << megabytes;
+  EXPECT_EQ(test::InLittleMemory(800000000, grow), Grown);
+}
+
+#endif
 
 TEST_F(RecordGrowth, TooManyPointsRaiseTheCapacityOfLayers) {
   InvParam.nPoints = 250;
