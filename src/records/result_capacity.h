@@ -10,8 +10,9 @@
 namespace sondera {
 
 /// Makes the tables of SMPParam / InvParam large enough for the record's own counters. When a capacity
-/// increases, all tables are allocated anew, zero: the contents are lost. Kept: too many points increase the
-/// capacity of layers, not that of points; the tables themselves still get the required size.
+/// increases, all tables are allocated anew, zero: the contents are lost. Tables that were read smaller than
+/// their capacities grow with their contents. Kept: too many points increase the capacity of layers, not that
+/// of points; the tables themselves still get the required size.
 Refusal UpdateEntryTables(InvRecord& record);
 Refusal FS_UpdateSMParray();
 Refusal FS_UpdateINVarray();
